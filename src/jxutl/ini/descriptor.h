@@ -1,0 +1,42 @@
+// The owner of one open file.
+#pragma once
+
+#include <cerrno>
+#include <utility>
+
+#include "file_ops.h"
+
+namespace jx::ini {
+
+// Descriptor: closes its file when it goes; below 0 it holds none. errno survives the closing, and a failure to close
+// is not told: nothing is read from the file any more, and what was written to it was flushed or is given up.
+class Descriptor {
+public:
+    Descriptor() = default;
+    explicit Descriptor(int fd) : fd_(fd) {}
+    Descriptor(Descriptor&& other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
+    Descriptor& operator=(Descriptor&& other) noexcept {
+        if (this != &other) {
+            close();
+            fd_ = std::exchange(other.fd_, -1);
+        }
+        return *this;
+    }
+    ~Descriptor() { close(); }
+
+    explicit operator bool() const { return fd_ >= 0; }
+    int get() const { return fd_; }
+
+    void close() noexcept {
+        if (fd_ < 0)
+            return;
+        const int kept = errno;
+        files().closeFile(std::exchange(fd_, -1));
+        errno = kept;
+    }
+
+private:
+    int fd_ = -1;
+};
+
+}  // namespace jx::ini

@@ -1,0 +1,51 @@
+// The one seam between the store and the disk: every call that touches a file goes through here.
+#pragma once
+
+#include <sys/stat.h>
+#include <sys/types.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <ctime>
+#include <span>
+
+namespace jx::ini {
+
+// FileOps: the system's calls under names of our own, so that tests can fail, record or stop each of them.
+// Results  as the system's: -1 with errno set on failure.
+// Threads  one object serves every thread.
+class FileOps {
+public:
+    FileOps() = default;
+    FileOps(const FileOps&) = delete;
+    FileOps& operator=(const FileOps&) = delete;
+    virtual ~FileOps() = default;
+
+    virtual int openFile(const char* path, int flags, mode_t mode) = 0;
+    virtual int closeFile(int fd) = 0;
+    virtual ssize_t readSome(int fd, std::span<char> bytes) = 0;
+    virtual ssize_t writeSome(int fd, std::span<const char> bytes) = 0;
+    virtual int lookAt(const char* path, struct stat* state) = 0;      // follows symbolic links
+    virtual int lookAtLink(const char* path, struct stat* state) = 0;  // does not
+    virtual int lookAtOpen(int fd, struct stat* state) = 0;
+    virtual ssize_t readLink(const char* path, std::span<char> target) = 0;
+    virtual int lockFile(int fd, int operation) = 0;  // flock
+    virtual int emptyFile(int fd) = 0;                // to length 0
+    virtual int setMode(int fd, mode_t mode) = 0;
+    virtual int setOwner(int fd, uid_t owner, gid_t group) = 0;
+    virtual int flush(int fd) = 0;
+    virtual int renameOver(const char* from, const char* to) = 0;
+    virtual int removeFile(const char* path) = 0;
+
+    // The clock that file times come from, and the one that waiting is measured by.
+    virtual timespec fileClock() = 0;
+    virtual std::int64_t waitingClockInMilliseconds() = 0;
+    virtual void pause(std::int64_t milliseconds) = 0;
+};
+
+// The object in use: the system's own unless a test put in another. Null puts the system's own back. Not to be changed
+// while another thread is inside the store.
+FileOps& files();
+void useFiles(FileOps* replacement);
+
+}  // namespace jx::ini

@@ -1,0 +1,184 @@
+// Reads a file whole and judges its times.
+#include "file_text.h"
+
+#include <fcntl.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <cstring>
+#include <utility>
+
+#include "descriptor.h"
+#include "failure.h"
+#include "file_ops.h"
+#include "uninterrupted.h"
+#include "whole_file.h"
+
+namespace jx::ini {
+
+namespace {
+
+constexpr int kMostReadings = 5;
+constexpr int kMostReadsBeyond = 1000;
+constexpr std::size_t kPart = std::size_t{32} << 10;
+
+constexpr std::int64_t kSecond = 1'000'000'000;
+constexpr std::int64_t kFineStep = kSecond / 50;
+constexpr std::int64_t kCoarseStep = 2 * kSecond + kFineStep;
+constexpr time_t kLongAgoInSeconds = 10;  // and no product below overflows
+
+bool sameTime(const timespec& left, const timespec& right) {
+    return left.tv_sec == right.tv_sec && left.tv_nsec == right.tv_nsec;
+}
+
+bool liesBack(const timespec& time, const timespec& now) {
+    if (time.tv_sec > now.tv_sec || time.tv_sec < now.tv_sec - kLongAgoInSeconds)
+        return time.tv_sec < now.tv_sec;
+    const std::int64_t age = (std::int64_t{now.tv_sec} - time.tv_sec) * kSecond + now.tv_nsec - time.tv_nsec;
+    return age > (time.tv_nsec == 0 ? kCoarseStep : kFineStep);
+}
+
+bool fail(JxIniStep step, const std::string& path, int error) {
+    noteFailure(step, path, error);
+    return false;
+}
+
+bool isTooLarge(off_t size) {
+    return size >= static_cast<off_t>(kTooManyBytes);
+}
+
+}  // namespace
+
+bool FileStamp::operator==(const FileStamp& other) const {
+    return inode == other.inode && device == other.device && size == other.size && sameTime(written, other.written) &&
+           sameTime(changed, other.changed);
+}
+
+FileStamp stampOf(const struct stat& state) {
+    return {state.st_dev, state.st_ino, state.st_size, state.st_mtim, state.st_ctim};
+}
+
+bool isSettled(const FileStamp& stamp, const timespec& now) {
+    return liesBack(stamp.written, now) && liesBack(stamp.changed, now);
+}
+
+FileText::Outcome FileText::read(const std::string& path, const struct stat& state) {
+    settled_ = false;
+    same_ = holds_;
+    FileStamp stamp = stampOf(state);
+    bool agrees = false;
+    for (int count = 0; count < kMostReadings && !agrees; ++count) {
+        // The clock is asked first: a change from here on must not fall into the steps that the stamp's times came
+        // from.
+        const timespec begun = files().fileClock();
+        const Descriptor file = open(path);
+        if (!file || !readOnce(file.get(), path, stamp, agrees))
+            return Outcome::none;
+        settled_ = agrees && isSettled(stamp, begun);
+    }
+    stamp_ = stamp;
+    holds_ = true;
+    return same_ ? Outcome::same : Outcome::other;
+}
+
+// Noting the time of a read costs more than reading a small file. Only a file's owner may leave it out.
+Descriptor FileText::open(const std::string& path) {
+    constexpr int kFlags = O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY;
+    const auto openWith = [&path](int flags) {
+        return Descriptor(uninterrupted([&] { return files().openFile(path.c_str(), flags, 0); }));
+    };
+    Descriptor file = openWith(leavesAccessTime_ ? kFlags | O_NOATIME : kFlags);
+    if (!file && errno == EPERM && leavesAccessTime_) {
+        leavesAccessTime_ = false;
+        file = openWith(kFlags);
+    }
+    if (!file && isAbsence(errno))
+        noteSuccess();
+    else if (!file)
+        fail(JxIniStepOpen, path, errno);
+    return file;
+}
+
+// stamp is the file's before the reading and becomes the one after it; they agree when nothing happened in between, not
+// even that another file took the place.
+bool FileText::readOnce(int fd, const std::string& path, FileStamp& stamp, bool& agrees) {
+    if (isTooLarge(stamp.size))
+        return fail(JxIniStepRead, path, EFBIG);
+    same_ = same_ && stamp == stamp_;
+    if (!fill(fd, path, static_cast<std::size_t>(stamp.size)))
+        return false;
+    struct stat state;
+    if (files().lookAtOpen(fd, &state) != 0)
+        return fail(JxIniStepLook, path, errno);
+    if (!S_ISREG(state.st_mode))
+        return fail(JxIniStepOpen, path, ENOTSUP);
+    const FileStamp before = std::exchange(stamp, stampOf(state));
+    agrees = stamp == before && static_cast<std::size_t>(stamp.size) == size_;
+    return true;
+}
+
+// Reads on until the expected size is reached, or the end of a file that grew or shrank meanwhile; one that goes on
+// growing is left. While the bytes are those that are there already, they are only compared: what was prepared from
+// them goes on serving then.
+bool FileText::fill(int fd, const std::string& path, std::size_t expected) {
+    std::unique_ptr<char[]> part;
+    if (same_)
+        part = std::make_unique_for_overwrite<char[]>(kPart);
+    std::size_t filled = 0;
+    int readsBeyond = 0;
+    do {
+        const std::span<char> room = same_ ? std::span(part.get(), kPart) : roomFrom(filled, expected);
+        const ssize_t count = uninterrupted([&] { return files().readSome(fd, room); });
+        if (count < 0)
+            return fail(JxIniStepRead, path, errno);
+        if (count == 0)
+            break;
+        if (same_)
+            takeOver(filled, room.first(static_cast<std::size_t>(count)), expected);
+        filled += static_cast<std::size_t>(count);
+        if (filled >= kTooManyBytes)
+            return fail(JxIniStepRead, path, EFBIG);
+        readsBeyond += filled > expected ? 1 : 0;
+    } while (filled != expected && readsBeyond < kMostReadsBeyond);
+    same_ = same_ && filled == size_;
+    size_ = filled;
+    return true;
+}
+
+// Room to read into. The text is no whole one from here until it is filled.
+std::span<char> FileText::roomFrom(std::size_t filled, std::size_t expected) {
+    holds_ = false;
+    if (filled == 0)
+        makeRoom(expected + 1, 0);
+    else if (filled == room_)
+        makeRoom(filled + std::max(filled, kPart), filled);
+    return {bytes_.get() + filled, room_ - filled};
+}
+
+// Compares a part that was read with the text; the first difference makes it the text's.
+void FileText::takeOver(std::size_t filled, std::span<const char> part, std::size_t expected) {
+    const std::string_view held = view().substr(std::min(filled, size_), part.size());
+    if (held == std::string_view(part.data(), part.size()))
+        return;
+    same_ = false;
+    holds_ = false;
+    makeRoom(std::max(expected + 1, filled + part.size()), filled);
+    std::memcpy(bytes_.get() + filled, part.data(), part.size());
+}
+
+void FileText::makeRoom(std::size_t room, std::size_t kept) {
+    if (room <= room_)
+        return;
+    const std::size_t wanted = room + room / 16;  // a file that grows by a line need not move
+    if (kept == 0)
+        bytes_.reset();
+    room_ = kept == 0 ? 0 : room_;
+    auto bytes = std::make_unique_for_overwrite<char[]>(wanted);
+    if (kept > 0)
+        std::memcpy(bytes.get(), bytes_.get(), kept);
+    bytes_ = std::move(bytes);
+    room_ = wanted;
+}
+
+}  // namespace jx::ini

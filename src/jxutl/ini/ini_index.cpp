@@ -1,0 +1,241 @@
+// Prepares a text for look-ups, a part at a time.
+#include "ini_index.h"
+
+#include <algorithm>
+#include <new>
+
+#include "ini_line.h"
+#include "ini_scan.h"
+
+namespace jx::ini {
+
+namespace {
+
+// The hash of a key in the section of that name: one table serves all sections, so that one look-up finds a value.
+std::uint32_t hashKey(std::uint32_t sectionHash, std::string_view key) {
+    return hashName(key) + sectionHash * 0x9E3779B1U;
+}
+
+// Room for more, grown by a quarter: these vectors may hold an entry for every line of a large file.
+template <class Element>
+void makeRoom(std::vector<Element>& elements, std::size_t more = 1) {
+    if (elements.size() + more > elements.capacity())
+        elements.reserve(elements.size() + elements.size() / 4 + more + 16);
+}
+
+void appendName(std::vector<char>& list, std::string_view name) {
+    makeRoom(list, name.size() + 1);
+    list.insert(list.end(), name.begin(), name.end());
+    list.push_back('\0');
+}
+
+std::optional<std::string_view> valueByWalking(std::string_view text, std::string_view section, std::string_view key) {
+    if (!canBeAskedFor(section) || !canBeAskedFor(key))
+        return std::nullopt;
+    SectionWalk walk(text);
+    while (walk.nextNamed(section))
+        if (const EntryLine line = findEntry(text, walk.body(), walk.bodyEnd(), key))
+            return line.entry.value;
+    return std::nullopt;
+}
+
+}  // namespace
+
+void NameTable::clear() noexcept {
+    if (used_ == 0)
+        return;
+    // Emptying a table that a far larger text left behind would cost more than making a new one.
+    if (slots_.size() > used_ * 16)
+        std::vector<Slot>().swap(slots_);
+    std::fill(slots_.begin(), slots_.end(), Slot());
+    used_ = 0;
+}
+
+void NameTable::place(Slot slot) {
+    const std::size_t mask = slots_.size() - 1;
+    std::size_t at = slot.hash & mask;
+    while (slots_[at].number != kNone)
+        at = (at + 1) & mask;
+    slots_[at] = slot;
+}
+
+void NameTable::grow() {
+    std::vector<Slot> old(std::max<std::size_t>(slots_.size() * 2, 16));
+    old.swap(slots_);
+    for (const Slot& slot : old)
+        if (slot.number != kNone)
+            place(slot);
+}
+
+void NameTable::insert(std::uint32_t hash, std::uint32_t number) {
+    if ((used_ + 1) * 4 > slots_.size() * 3)
+        grow();
+    place({hash, number});
+    ++used_;
+}
+
+void IniIndex::reset(std::string_view text) noexcept {
+    clear();
+    text_ = text;
+    walked_ = false;
+}
+
+void IniIndex::clear() noexcept {
+    prepared_ = false;
+    sectionList_ = kNotYet;
+    sections_.clear();
+    bodies_.clear();
+    keys_.clear();
+    lists_.clear();
+    sectionTable_.clear();
+    keyTable_.clear();
+}
+
+std::size_t IniIndex::memory() const {
+    return sections_.capacity() * sizeof(Section) + bodies_.capacity() * sizeof(Body) + keys_.capacity() * sizeof(Key) +
+           lists_.capacity() + sectionTable_.memory() + keyTable_.memory();
+}
+
+std::uint32_t IniIndex::offset(std::string_view part) const {
+    return static_cast<std::uint32_t>(part.data() - text_.data());
+}
+
+std::uint32_t IniIndex::findSection(std::string_view name, std::uint32_t hash) const {
+    return sectionTable_.find(hash, [&](std::uint32_t number) {
+        const Section& section = sections_[number];
+        return sameName(view(section.name, section.nameLength), name);
+    });
+}
+
+std::uint32_t IniIndex::findKey(std::string_view section, std::string_view key, std::uint32_t hash) const {
+    return keyTable_.find(hash, [&](std::uint32_t number) {
+        const Key& candidate = keys_[number];
+        const Section& home = sections_[candidate.section];
+        return sameName(view(candidate.name, candidate.nameLength), key) &&
+               sameName(view(home.name, home.nameLength), section);
+    });
+}
+
+std::optional<std::string_view> IniIndex::value(std::string_view section, std::string_view key) {
+    if (!walked_ && !prepared_) {
+        walked_ = true;
+        return valueByWalking(text_, section, key);
+    }
+    const std::uint32_t sectionHash = hashName(section);
+    const std::uint32_t hash = hashKey(sectionHash, key);
+    std::uint32_t found = findKey(section, key, hash);
+    if (found == NameTable::kNone && prepareSection(section, sectionHash).isNew)
+        found = findKey(section, key, hash);
+    if (found == NameTable::kNone)
+        return std::nullopt;
+    return view(keys_[found].value, keys_[found].valueLength);
+}
+
+std::optional<std::string_view> IniIndex::keys(std::string_view section) {
+    Section* prepared = prepareSection(section, hashName(section)).section;
+    if (prepared == nullptr)
+        return std::nullopt;
+    if (prepared->list == kNotYet)
+        prepareList(*prepared);
+    return std::string_view(lists_.data() + prepared->list, prepared->listLength);
+}
+
+std::string_view IniIndex::sections() {
+    if (!prepared_)
+        prepareSections();
+    if (sectionList_ == kNotYet)
+        prepareSectionList();
+    return {lists_.data() + sectionList_, sectionListLength_};
+}
+
+// Memory that runs short halfway leaves nothing half prepared.
+IniIndex::Prepared IniIndex::prepareSection(std::string_view name, std::uint32_t hash) {
+    if (!prepared_)
+        prepareSections();
+    const std::uint32_t number = findSection(name, hash);
+    if (number == NameTable::kNone)
+        return {};
+    Section& section = sections_[number];
+    const bool isNew = section.firstKey == kNotYet;
+    if (isNew)
+        prepareKeys(section, hash);
+    return {&section, isNew};
+}
+
+void IniIndex::prepareSections() {
+    clear();
+    SectionWalk walk(text_);
+    while (walk.next())
+        if (canBeAskedFor(walk.name()))
+            addSection(walk);
+    prepared_ = true;
+}
+
+void IniIndex::addSection(const SectionWalk& walk) {
+    makeRoom(bodies_);
+    makeRoom(sections_);
+    const auto body = static_cast<std::uint32_t>(bodies_.size());
+    bodies_.push_back({static_cast<std::uint32_t>(walk.body()), static_cast<std::uint32_t>(walk.bodyEnd())});
+    const std::uint32_t hash = hashName(walk.name());
+    const std::uint32_t known = findSection(walk.name(), hash);
+    if (known != NameTable::kNone) {
+        bodies_[sections_[known].lastBody].next = body;
+        sections_[known].lastBody = body;
+        return;
+    }
+    sectionTable_.insert(hash, static_cast<std::uint32_t>(sections_.size()));
+    Section& section = sections_.emplace_back();
+    section.name = offset(walk.name());
+    section.nameLength = static_cast<std::uint32_t>(walk.name().size());
+    section.firstBody = body;
+    section.lastBody = body;
+}
+
+void IniIndex::prepareKeys(Section& section, std::uint32_t sectionHash) {
+    section.firstKey = static_cast<std::uint32_t>(keys_.size());
+    try {
+        for (std::uint32_t body = section.firstBody; body != NameTable::kNone; body = bodies_[body].next)
+            prepareKeysOf(section, sectionHash, bodies_[body]);
+    } catch (const std::bad_alloc&) {
+        clear();
+        throw;
+    }
+}
+
+void IniIndex::prepareKeysOf(Section& section, std::uint32_t sectionHash, const Body& body) {
+    const auto number = static_cast<std::uint32_t>(&section - sections_.data());
+    const std::string_view name = view(section.name, section.nameLength);
+    EntryLine line;
+    for (std::size_t from = body.begin; (line = nextEntry(text_, from, body.end)); from = line.end) {
+        const auto [key, value] = line.entry;
+        const std::uint32_t hash = hashKey(sectionHash, key);
+        if (!canBeAskedFor(key) || findKey(name, key, hash) != NameTable::kNone)
+            continue;
+        const std::string_view held = value.data() == nullptr ? key.substr(key.size()) : value;
+        makeRoom(keys_);
+        keyTable_.insert(hash, static_cast<std::uint32_t>(keys_.size()));
+        keys_.push_back({offset(key), static_cast<std::uint32_t>(key.size()), offset(held),
+                         static_cast<std::uint32_t>(held.size()), number});
+        ++section.keyCount;
+    }
+}
+
+void IniIndex::prepareList(Section& section) {
+    const std::size_t begin = lists_.size();
+    for (std::uint32_t i = 0; i < section.keyCount; ++i) {
+        const Key& key = keys_[section.firstKey + i];
+        appendName(lists_, view(key.name, key.nameLength));
+    }
+    section.listLength = static_cast<std::uint32_t>(lists_.size() - begin);
+    section.list = static_cast<std::uint32_t>(begin);
+}
+
+void IniIndex::prepareSectionList() {
+    const std::size_t begin = lists_.size();
+    for (const Section& section : sections_)
+        appendName(lists_, view(section.name, section.nameLength));
+    sectionListLength_ = static_cast<std::uint32_t>(lists_.size() - begin);
+    sectionList_ = static_cast<std::uint32_t>(begin);
+}
+
+}  // namespace jx::ini

@@ -1,0 +1,132 @@
+// One text prepared for look-ups.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace jx::ini {
+
+class SectionWalk;
+
+// NameTable: numbers found by the hash of a name; flat, open addressing, at most three quarters full.
+class NameTable {
+public:
+    static constexpr std::uint32_t kNone = UINT32_MAX;
+
+    void clear() noexcept;
+    std::size_t memory() const { return slots_.capacity() * sizeof(Slot); }
+
+    // The number put in under this hash for which matches is true, or kNone.
+    template <class Matches>
+    std::uint32_t find(std::uint32_t hash, Matches matches) const {
+        if (slots_.empty())
+            return kNone;
+        const std::size_t mask = slots_.size() - 1;
+        for (std::size_t at = hash & mask; slots_[at].number != kNone; at = (at + 1) & mask)
+            if (slots_[at].hash == hash && matches(slots_[at].number))
+                return slots_[at].number;
+        return kNone;
+    }
+
+    void insert(std::uint32_t hash, std::uint32_t number);
+
+private:
+    struct Slot {
+        std::uint32_t hash = 0;
+        std::uint32_t number = kNone;
+    };
+
+    void place(Slot slot);
+    void grow();
+
+    std::vector<Slot> slots_;  // a power of two, or none
+    std::size_t used_ = 0;
+};
+
+// IniIndex: answers look-ups in one text, and prepares only what is asked for: the first value is found by walking from
+// header to header, the second question finds all sections, each section's keys are prepared when one of them is asked
+// for then, and each list is joined once. Asking again is one hash look-up, or a list that is ready.
+// Use      reset with a text below 1 GiB, which must outlive the index or the next reset; then ask. Names are given
+//          trimmed. Answers are views of the text or of the index and end with the next reset or the next question.
+// Threads  one at a time: asking prepares.
+// Failure  std::bad_alloc may be thrown; the next question starts again from the text.
+class IniIndex {
+public:
+    void reset(std::string_view text) noexcept;
+
+    // The value of the first line of key in the first section of that name that holds it; none when there is no such
+    // line. A key without = has an empty value.
+    std::optional<std::string_view> value(std::string_view section, std::string_view key);
+
+    // The keys of all sections of that name, each once and ended with NUL, in the file's order and spelling; none when
+    // there is no such section.
+    std::optional<std::string_view> keys(std::string_view section);
+
+    // The names of all sections, as keys lists them.
+    std::string_view sections();
+
+    // The bytes the index itself takes.
+    std::size_t memory() const;
+
+private:
+    static constexpr std::uint32_t kNotYet = UINT32_MAX;
+
+    struct Body {
+        std::uint32_t begin = 0;
+        std::uint32_t end = 0;
+        std::uint32_t next = NameTable::kNone;  // in bodies_: the next section of the same name
+    };
+    struct Section {
+        std::uint32_t name = 0;
+        std::uint32_t nameLength = 0;
+        std::uint32_t firstBody = 0;
+        std::uint32_t lastBody = 0;
+        std::uint32_t firstKey = kNotYet;  // its keys stand in keys_ one after another
+        std::uint32_t keyCount = 0;
+        std::uint32_t list = kNotYet;  // in lists_
+        std::uint32_t listLength = 0;
+    };
+    struct Key {
+        std::uint32_t name = 0;
+        std::uint32_t nameLength = 0;
+        std::uint32_t value = 0;
+        std::uint32_t valueLength = 0;
+        std::uint32_t section = 0;  // in sections_
+    };
+    struct Prepared {
+        Section* section = nullptr;  // null when there is no such section
+        bool isNew = false;          // its keys were not prepared before
+    };
+
+    void clear() noexcept;
+    std::string_view view(std::uint32_t begin, std::uint32_t length) const { return text_.substr(begin, length); }
+    std::uint32_t offset(std::string_view part) const;
+
+    std::uint32_t findSection(std::string_view name, std::uint32_t hash) const;
+    std::uint32_t findKey(std::string_view section, std::string_view key, std::uint32_t hash) const;
+    Prepared prepareSection(std::string_view name, std::uint32_t hash);
+
+    void prepareSections();
+    void addSection(const SectionWalk& walk);
+    void prepareKeys(Section& section, std::uint32_t sectionHash);
+    void prepareKeysOf(Section& section, std::uint32_t sectionHash, const Body& body);
+    void prepareList(Section& section);
+    void prepareSectionList();
+
+    std::string_view text_;
+    bool walked_ = false;    // one value was found without the index
+    bool prepared_ = false;  // sections_ is complete
+    std::uint32_t sectionList_ = kNotYet;
+    std::uint32_t sectionListLength_ = 0;
+    std::vector<Section> sections_;
+    std::vector<Body> bodies_;
+    std::vector<Key> keys_;
+    std::vector<char> lists_;
+    NameTable sectionTable_;
+    NameTable keyTable_;
+};
+
+}  // namespace jx::ini

@@ -1,0 +1,108 @@
+// Splits a text into lines and says what each one is.
+#include "ini_line.h"
+
+namespace jx::ini {
+
+namespace {
+
+// The part of a line before its comment, which a blank followed by ; or # begins.
+std::string_view beforeComment(std::string_view line) {
+    for (std::size_t at = 1; at < line.size(); ++at)
+        if (beginsComment(line[at]) && isBlank(line[at - 1]))
+            return line.substr(0, at - 1);
+    return line;
+}
+
+std::string_view withoutLeadingBlanks(std::string_view text) {
+    std::size_t begin = 0;
+    while (begin < text.size() && isBlank(text[begin]))
+        ++begin;
+    return text.substr(begin);
+}
+
+void setName(JxIniPiece& piece, JxIniKind kind, std::string_view name) {
+    piece.kind = kind;
+    piece.name = name.data();
+    piece.nameLength = name.size();
+}
+
+void setEntry(JxIniPiece& piece, std::string_view line) {
+    const Entry entry = entryOf(line);
+    if (entry.key.data() == nullptr)
+        return;
+    setName(piece, JxIniEntry, entry.key);
+    piece.value = entry.value.data();
+    piece.valueLength = entry.value.size();
+}
+
+// Fills in what a line is; the piece comes as JxIniOther.
+void classify(JxIniPiece& piece, std::string_view line) {
+    const std::string_view content = withoutLeadingBlanks(line);
+    if (content.empty())
+        piece.kind = JxIniBlank;
+    else if (beginsComment(content.front()))
+        piece.kind = JxIniComment;
+    else if (content.front() != '[')
+        setEntry(piece, content);
+    else if (const std::string_view name = headerName(content); name.data() != nullptr)
+        setName(piece, JxIniSection, name);
+}
+
+}  // namespace
+
+std::string_view headerName(std::string_view line) {
+    const std::string_view header = beforeComment(withoutLeadingBlanks(line));
+    if (header.empty() || header.front() != '[')
+        return {};
+    const std::size_t close = header.rfind(']');
+    if (close == std::string_view::npos)
+        return {};
+    return trimmed(header.substr(1, close - 1));
+}
+
+Entry entryOf(std::string_view line) {
+    const std::size_t equals = line.find('=');
+    const std::string_view key = trimmed(line.substr(0, equals));
+    if (key.empty())
+        return {};
+    if (equals == std::string_view::npos)
+        return {key, {}};
+    return {key, trimmed(line.substr(equals + 1))};
+}
+
+std::size_t lineEndAfter(std::string_view text, std::size_t begin) {
+    const std::size_t feed = text.find('\n', begin);
+    return feed == std::string_view::npos ? text.size() : feed + 1;
+}
+
+std::string_view withoutLineEnd(std::string_view line) {
+    if (!line.empty() && line.back() == '\n')
+        line.remove_suffix(1);
+    if (!line.empty() && line.back() == '\r')
+        line.remove_suffix(1);
+    return line;
+}
+
+JxIniPiece pieceAt(std::string_view text, std::size_t begin, std::size_t lineNumber) {
+    JxIniPiece piece{JxIniOther, begin, begin, lineNumber, nullptr, 0, nullptr, 0};
+    if (begin == 0 && text.starts_with(kByteOrderMark)) {
+        piece.end = kByteOrderMark.size();
+        return piece;
+    }
+    piece.end = lineEndAfter(text, begin);
+    classify(piece, withoutLineEnd(text.substr(begin, piece.end - begin)));
+    return piece;
+}
+
+std::vector<JxIniPiece> splitLines(std::string_view text) {
+    std::vector<JxIniPiece> pieces;
+    std::size_t line = 1;
+    for (std::size_t begin = 0; begin < text.size(); begin = pieces.back().end) {
+        pieces.push_back(pieceAt(text, begin, line));
+        if (text[pieces.back().end - 1] == '\n')
+            ++line;
+    }
+    return pieces;
+}
+
+}  // namespace jx::ini

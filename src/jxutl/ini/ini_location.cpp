@@ -1,0 +1,111 @@
+// Asks the environment and the account where the user's files are.
+#include "ini_location.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <string_view>
+#include <vector>
+
+namespace jx::ini {
+
+namespace {
+
+// One of the user's two files, and the variable that gives it another place.
+struct UsersFile {
+    const char* name;
+    const char* variable;
+    bool shared;  // at the place its variable names
+    int number;
+};
+
+constexpr UsersFile kDataSources{kDataSourceFile, "ODBCINI", false, 0};
+constexpr UsersFile kDrivers{kDriverFile, "ODBCINSTINI", true, 1};
+
+// Home directories of accounts are short; an entry of the account list that is longer than this is damaged.
+constexpr std::size_t kLongestAccount = std::size_t{1} << 20;
+
+const UsersFile* usersFile(const char* file) {
+    if (std::strcmp(file, kDataSources.name) == 0)
+        return &kDataSources;
+    return std::strcmp(file, kDrivers.name) == 0 ? &kDrivers : nullptr;
+}
+
+// A variable that is set and not empty. In a program with raised rights whoever started it must not choose its files.
+const char* trustedVariable(const char* name) {
+    const char* value = secure_getenv(name);
+    return value != nullptr && *value != '\0' ? value : nullptr;
+}
+
+// The home directory of the account whose rights the program has: with raised rights, the files of the user who started
+// it would be his choice as much as his environment. Empty, with errno set, when there is none.
+std::string accountHome() {
+    std::vector<char> room(1024);
+    passwd account{};
+    passwd* found = nullptr;
+    int error = 0;
+    while ((error = getpwuid_r(geteuid(), &account, room.data(), room.size(), &found)) != 0) {
+        if (error != EINTR && (error != ERANGE || room.size() >= kLongestAccount))
+            break;
+        if (error == ERANGE)
+            room.resize(room.size() * 2);
+    }
+    errno = error != 0 ? error : ENOENT;
+    if (found == nullptr || account.pw_dir == nullptr)
+        return {};
+    return account.pw_dir;
+}
+
+// home, a slash unless it ends in one, and the name; empty for an empty home.
+void join(std::string& path, std::string_view home, std::string_view name) {
+    path.assign(home);
+    if (path.empty())
+        return;
+    if (path.back() != '/')
+        path += '/';
+    path += name;
+}
+
+}  // namespace
+
+IniLocation locate(const char* file) {
+    const UsersFile* known = file == nullptr ? nullptr : usersFile(file);
+    if (known == nullptr)
+        return locateAsSpelled(file);
+    if (const char* named = trustedVariable(known->variable); named != nullptr)
+        return {named, known->shared};
+    IniLocation location;
+    if (const char* home = trustedVariable("HOME"); home != nullptr)
+        join(location.path, home, known->name);
+    else
+        join(location.path, accountHome(), known->name);
+    return location;
+}
+
+IniLocation locateAsSpelled(const char* file) {
+    if (file != nullptr && *file != '\0')
+        return {file, false};
+    errno = EINVAL;
+    return {};
+}
+
+const std::string* IniLocator::find(const char* file) {
+    const UsersFile* known = usersFile(file);
+    const char* home = known == nullptr ? nullptr : trustedVariable("HOME");
+    if (home == nullptr || trustedVariable(known->variable) != nullptr) {
+        other_ = locate(file).path;
+        return other_.empty() ? nullptr : &other_;
+    }
+    Place& place = places_[known->number];
+    if (std::strcmp(place.home.c_str(), home) != 0) {
+        place.home.clear();  // should memory run short in between, the path is not taken for another home's
+        join(place.path, home, known->name);
+        place.home = home;
+    }
+    return &place.path;
+}
+
+}  // namespace jx::ini

@@ -1,0 +1,211 @@
+// Edits of one text: where a change goes, and what it leaves alone.
+#include "ini_text.h"
+
+#include <cstddef>
+#include <vector>
+
+#include "ini_scan.h"
+
+namespace jx::ini {
+
+namespace {
+
+bool holdsLineBreak(std::string_view text) {
+    return text.find_first_of("\r\n") != std::string_view::npos;
+}
+
+// A name from whose header a read would get another name back, because part of it looks like a comment, is none.
+bool canBeSection(std::string_view name) {
+    if (name.empty() || holdsLineBreak(name))
+        return false;
+    for (std::size_t at = 1; at < name.size(); ++at)
+        if (beginsComment(name[at]) && isBlank(name[at - 1]))
+            return false;
+    return true;
+}
+
+bool canBeKey(std::string_view key) {
+    if (holdsLineBreak(key) || key.find('=') != std::string_view::npos)
+        return false;
+    return key.empty() || (key.front() != '[' && !beginsComment(key.front()));
+}
+
+// The span of a text.
+struct Span {
+    std::size_t begin;
+    std::size_t end;
+};
+
+// Takes the spans, which are in order and do not overlap, out of the text. Throws nothing.
+void removeSpans(std::string& text, const std::vector<Span>& spans) {
+    std::size_t kept = spans.front().begin;
+    for (std::size_t i = 0; i < spans.size(); ++i) {
+        const std::size_t next = i + 1 < spans.size() ? spans[i + 1].begin : text.size();
+        const std::size_t length = next - spans[i].end;
+        std::char_traits<char>::move(text.data() + kept, text.data() + spans[i].end, length);
+        kept += length;
+    }
+    text.resize(kept);
+}
+
+Edit removed(std::string& text, const std::vector<Span>& spans) {
+    if (spans.empty())
+        return Edit::unchanged;
+    removeSpans(text, spans);
+    return Edit::changed;
+}
+
+// Where the line before end, which is not the first, begins.
+std::size_t lineBefore(std::string_view text, std::size_t end) {
+    const std::size_t feed = end < 2 ? std::string_view::npos : text.rfind('\n', end - 2);
+    return feed == std::string_view::npos ? 0 : feed + 1;
+}
+
+// The line end for a new line after the one that ends at end: that line's own, or the last one above it. A CR at the
+// end of the text is the first half of its own.
+std::string_view lineEndAt(std::string_view text, std::size_t end) {
+    if (end > 0 && text[end - 1] == '\r')
+        return "\r\n";
+    const std::size_t feed = end == 0 ? std::string_view::npos : text.rfind('\n', end - 1);
+    if (feed == std::string_view::npos)
+        return "\n";
+    return feed > 0 && text[feed - 1] == '\r' ? "\r\n" : "\n";
+}
+
+// What completes the last line of the text so that another can follow.
+std::string_view missingLineEnd(std::string_view text, std::string_view lineEnd) {
+    if (text.empty() || text.back() == '\n' || text == kByteOrderMark)
+        return {};
+    return text.back() == '\r' ? "\n" : lineEnd;
+}
+
+// Where the comment block directly above a header begins; the header's own line when there is none.
+std::size_t commentBlockAbove(std::string_view text, std::size_t body, std::size_t header) {
+    std::size_t begin = header;
+    while (begin > body) {
+        const std::size_t line = lineBefore(text, begin);
+        if (pieceAt(text, line, 1).kind != JxIniComment)
+            break;
+        begin = line;
+    }
+    return begin;
+}
+
+Edit removeSection(std::string& text, std::string_view section) {
+    std::vector<Span> spans;
+    SectionWalk walk(text);
+    while (walk.nextNamed(section)) {
+        const bool last = walk.bodyEnd() == text.size();
+        const std::size_t end = last ? text.size() : commentBlockAbove(text, walk.body(), walk.bodyEnd());
+        spans.push_back({walk.header(), end});
+    }
+    return removed(text, spans);
+}
+
+Edit removeKey(std::string& text, std::string_view section, std::string_view key) {
+    std::vector<Span> spans;
+    SectionWalk walk(text);
+    while (walk.nextNamed(section)) {
+        std::size_t from = walk.body();
+        while (const EntryLine line = findEntry(text, from, walk.bodyEnd(), key)) {
+            spans.push_back({line.begin, line.end});
+            from = line.end;
+        }
+    }
+    return removed(text, spans);
+}
+
+Edit changeValue(std::string& text, const Entry& entry, std::string_view value) {
+    if (entry.value == value)
+        return Edit::unchanged;
+    if (entry.value.data() != nullptr) {
+        text.replace(static_cast<std::size_t>(entry.value.data() - text.data()), entry.value.size(), value);
+        return Edit::changed;
+    }
+    std::string added = "=";
+    added += value;
+    text.insert(static_cast<std::size_t>(entry.key.data() - text.data()) + entry.key.size(), added);
+    return Edit::changed;
+}
+
+void appendEntry(std::string& lines, std::string_view key, std::string_view value, std::string_view lineEnd) {
+    lines += key;
+    lines += '=';
+    lines += value;
+    lines += lineEnd;
+}
+
+// After the last key line between body, which follows the header, and end.
+std::size_t placeOfNewKey(std::string_view text, std::size_t body, std::size_t end) {
+    while (end > body) {
+        const std::size_t line = lineBefore(text, end);
+        if (nextEntry(text, line, end))
+            return end;
+        end = line;
+    }
+    return body;
+}
+
+Edit addKey(std::string& text, std::size_t place, std::string_view key, std::string_view value) {
+    const std::string_view lineEnd = lineEndAt(text, place);
+    std::string added(missingLineEnd(std::string_view(text).substr(0, place), lineEnd));
+    appendEntry(added, key, value, lineEnd);
+    text.insert(place, added);
+    return Edit::changed;
+}
+
+bool endsWithBlankLine(std::string_view text) {
+    std::string_view line = text.substr(lineBefore(text, text.size()));
+    if (line.size() == text.size() && line.starts_with(kByteOrderMark))
+        line.remove_prefix(kByteOrderMark.size());
+    return trimmed(withoutLineEnd(line)).empty();
+}
+
+Edit addSection(std::string& text, std::string_view section, std::string_view key, std::string_view value) {
+    const std::string_view lineEnd = lineEndAt(text, text.size());
+    std::string added(missingLineEnd(text, lineEnd));
+    if (!text.empty() && text != kByteOrderMark && !endsWithBlankLine(text))
+        added += lineEnd;
+    added += '[';
+    added += section;
+    added += ']';
+    added += lineEnd;
+    appendEntry(added, key, value, lineEnd);
+    text += added;
+    return Edit::changed;
+}
+
+Edit setKey(std::string& text, std::string_view section, std::string_view key, std::string_view value) {
+    SectionWalk walk(text);
+    bool present = false;
+    Span first{};
+    while (walk.nextNamed(section)) {
+        if (const EntryLine line = findEntry(text, walk.body(), walk.bodyEnd(), key))
+            return changeValue(text, line.entry, value);
+        if (!present)
+            first = {walk.body(), walk.bodyEnd()};
+        present = true;
+    }
+    if (!present)
+        return addSection(text, section, key, value);
+    return addKey(text, placeOfNewKey(text, first.begin, first.end), key, value);
+}
+
+}  // namespace
+
+Edit IniText::apply(const char* section, const char* key, const char* value) {
+    const std::string_view sectionName = argument(section);
+    const std::string_view keyName = argument(key);
+    const std::string_view newValue = argument(value);
+    if (!canBeSection(sectionName) || !canBeKey(keyName) || holdsLineBreak(newValue))
+        return Edit::refused;
+    if (key == nullptr)
+        return removeSection(bytes_, sectionName);
+    if (keyName.empty())
+        return Edit::unchanged;
+    if (value == nullptr)
+        return removeKey(bytes_, sectionName, keyName);
+    return setKey(bytes_, sectionName, keyName, newValue);
+}
+
+}  // namespace jx::ini

@@ -1,0 +1,205 @@
+// Takes, checks and gives back the turn to change a file.
+#include "ini_turn.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "failure.h"
+#include "file_ops.h"
+#include "uninterrupted.h"
+
+namespace jx::ini {
+
+namespace {
+
+constexpr mode_t kAllModeBits = 07777;
+constexpr mode_t kOwnerOnly = 0600;
+
+// O_NONBLOCK: what stands there may be a FIFO, and opening it must not wait.
+constexpr int kOpenFlags = O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
+
+bool isSameFile(const struct stat& one, const struct stat& other) {
+    return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
+}
+
+// Whether a file that was found, not made, can become the new file: nobody else can have it open or reach it.
+bool isOurs(const struct stat& state) {
+    return state.st_uid == ::geteuid() && state.st_nlink == 1 && (state.st_mode & kAllModeBits) == kOwnerOnly;
+}
+
+int lockAtOnce(int fd) {
+    return uninterrupted([fd] { return files().lockFile(fd, LOCK_EX | LOCK_NB); });
+}
+
+}  // namespace
+
+bool IniTurn::take(const std::string& target) {
+    path_ = target + ".lock";
+    std::int64_t end = 0;
+    for (bool waited = false;; waited = true) {
+        const Attempt outcome = attempt();
+        if (outcome == Attempt::taken || outcome == Attempt::failed)
+            return outcome == Attempt::taken;
+        const std::int64_t now = files().waitingClockInMilliseconds();
+        if (!waited)
+            end = now + kLongestWaitInMilliseconds;
+        if (now >= end) {
+            noteFailure(JxIniStepTurn, path_, outcome == Attempt::busy ? waitError_ : ETIMEDOUT);
+            return false;
+        }
+        if (outcome == Attempt::busy)
+            files().pause(kAskAgainInMilliseconds);
+    }
+}
+
+IniTurn::Attempt IniTurn::attempt() {
+    using Step = Attempt (IniTurn::*)();
+    constexpr Step kSteps[] = {&IniTurn::open, &IniTurn::lock, &IniTurn::checkPath, &IniTurn::checkTrust,
+                               &IniTurn::prepare};
+    for (const Step step : kSteps) {
+        const Attempt outcome = (this->*step)();
+        if (outcome != Attempt::taken)
+            return outcome;
+    }
+    return Attempt::taken;
+}
+
+// O_EXCL tells a file made here from one that was found: on some file systems a new file does not belong to its maker.
+IniTurn::Attempt IniTurn::open() {
+    const int fd = uninterrupted(
+        [this] { return files().openFile(path_.c_str(), kOpenFlags | O_RDWR | O_CREAT | O_EXCL, kOwnerOnly); });
+    made_ = writable_ = fd >= 0;
+    if (!made_)
+        return errno == EEXIST ? openExisting() : fail(JxIniStepTurn, errno);
+    file_ = Descriptor(fd);
+    return Attempt::taken;
+}
+
+IniTurn::Attempt IniTurn::openExisting() {
+    const auto openFor = [this](int access) {
+        return uninterrupted([&] { return files().openFile(path_.c_str(), kOpenFlags | access, 0); });
+    };
+    int fd = openFor(O_RDWR);
+    writable_ = fd >= 0;
+    // A writer that was killed after it had given its file the mode of a target nobody may write. Locking it is enough,
+    // since it will be replaced.
+    if (fd < 0 && errno == EACCES)
+        fd = openFor(O_RDONLY);
+    if (fd >= 0) {
+        file_ = Descriptor(fd);
+        return Attempt::taken;
+    }
+    if (errno == ENOENT)
+        return Attempt::again;
+    // Somebody else's: it may be at work, so it is waited for like any other.
+    if (errno == EACCES) {
+        waitError_ = EACCES;
+        return Attempt::busy;
+    }
+    return fail(JxIniStepTurn, errno);
+}
+
+IniTurn::Attempt IniTurn::lock() {
+    if (files().lookAtOpen(file_.get(), &state_) != 0)
+        return fail(JxIniStepTurn, errno);
+    if (!S_ISREG(state_.st_mode))
+        return fail(JxIniStepTurn, ENOTSUP);
+    if (lockAtOnce(file_.get()) == 0)
+        return Attempt::taken;
+    if (errno != EWOULDBLOCK)
+        return fail(JxIniStepTurn, errno);
+    waitError_ = ETIMEDOUT;
+    return letGo(Attempt::busy);
+}
+
+// From here on the file keeps its name for as long as we hold the lock: every writer locks it before it renames or
+// removes it.
+IniTurn::Attempt IniTurn::checkPath() {
+    struct stat there;
+    if (files().lookAtLink(path_.c_str(), &there) != 0)
+        return errno == ENOENT ? letGo(Attempt::again) : fail(JxIniStepTurn, errno);
+    if (!isSameFile(state_, there))
+        return letGo(Attempt::again);
+    state_ = there;
+    return Attempt::taken;
+}
+
+IniTurn::Attempt IniTurn::checkTrust() {
+    if (made_ || (writable_ && isOurs(state_)))
+        return Attempt::taken;
+    if (files().removeFile(path_.c_str()) != 0)
+        return fail(JxIniStepTurn, errno);
+    return letGo(Attempt::again);
+}
+
+IniTurn::Attempt IniTurn::prepare() {
+    // A umask may have taken bits from a new file.
+    if ((state_.st_mode & kAllModeBits) != kOwnerOnly) {
+        if (files().setMode(file_.get(), kOwnerOnly) != 0)
+            return fail(JxIniStepMode, errno);
+        state_.st_mode = S_IFREG | kOwnerOnly;
+    }
+    if (state_.st_size != 0 && uninterrupted([this] { return files().emptyFile(file_.get()); }) != 0)
+        return fail(JxIniStepEmpty, errno);
+    return Attempt::taken;
+}
+
+IniTurn::Attempt IniTurn::letGo(Attempt outcome) {
+    file_.close();
+    return outcome;
+}
+
+IniTurn::Attempt IniTurn::fail(JxIniStep step, int error) {
+    noteFailure(step, path_, error);
+    discard();
+    return Attempt::failed;
+}
+
+// Whoever removes our file by hand lets another writer in, and that one's half-written file must not become the target.
+int IniTurn::lookAgain() const {
+    struct stat there;
+    if (files().lookAtLink(path_.c_str(), &there) != 0)
+        return errno;
+    return isSameFile(state_, there) ? 0 : ESTALE;
+}
+
+bool IniTurn::moveOver(const std::string& target) {
+    int error = lookAgain();
+    if (error == 0 && files().renameOver(path_.c_str(), target.c_str()) != 0)
+        error = errno;
+    if (error != 0)
+        return fail(JxIniStepRename, error) == Attempt::taken;
+    file_.close();
+    return true;
+}
+
+bool IniTurn::withdraw() {
+    int error = lookAgain();
+    // Removed while it is locked: a moment later the file of that name could be the next writer's.
+    if (error == 0 && files().removeFile(path_.c_str()) != 0)
+        error = errno;
+    if (error != 0 && error != ENOENT && error != ESTALE)
+        return fail(JxIniStepRemove, error) == Attempt::taken;
+    file_.close();
+    return true;
+}
+
+void IniTurn::discard() noexcept {
+    if (!file_)
+        return;
+    // Nothing is taken for granted, since any step may have failed: only a file that is still at the path and that no
+    // other writer has locked is removed. Where locking itself does not work nobody else is at work either.
+    struct stat own;
+    struct stat there;
+    const bool removable = files().lookAtOpen(file_.get(), &own) == 0 && S_ISREG(own.st_mode) &&
+                           (lockAtOnce(file_.get()) == 0 || errno != EWOULDBLOCK) &&
+                           files().lookAtLink(path_.c_str(), &there) == 0 && isSameFile(own, there);
+    if (removable)
+        files().removeFile(path_.c_str());
+    file_.close();
+}
+
+}  // namespace jx::ini

@@ -1,0 +1,116 @@
+// Keeps files while their stamps vouch for them.
+#include "profile_cache.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <utility>
+
+#include "failure.h"
+#include "file_ops.h"
+#include "uninterrupted.h"
+
+namespace jx::ini {
+
+namespace {
+
+// The state of a regular file; false, noted, when there is none.
+bool look(const std::string& path, struct stat& state) {
+    if (uninterrupted([&] { return files().lookAt(path.c_str(), &state); }) != 0) {
+        if (isAbsence(errno))
+            noteSuccess();
+        else
+            noteFailure(JxIniStepLook, path, errno);
+        return false;
+    }
+    if (S_ISREG(state.st_mode))
+        return true;
+    noteFailure(JxIniStepOpen, path, S_ISDIR(state.st_mode) ? EISDIR : ENOTSUP);
+    return false;
+}
+
+}  // namespace
+
+IniIndex* ProfileCache::read(const std::string& path) {
+    struct stat state;
+    if (!look(path, state))
+        return nullptr;
+    File& file = fileFor(path);
+    if (!file.text.isCurrent(state)) {
+        const FileText::Outcome outcome = file.text.read(path, state);
+        if (outcome == FileText::Outcome::none)
+            return nullptr;
+        if (outcome == FileText::Outcome::other)
+            file.index.reset(file.text.view());
+    }
+    noteSuccess();
+    return &file.index;
+}
+
+ProfileCache::File& ProfileCache::fileFor(const std::string& path) {
+    const auto known = std::find_if(files_.begin(), files_.end(), [&](const auto& file) { return file->path == path; });
+    if (known != files_.end()) {
+        (*known)->lastUse = ++uses_;
+        return **known;
+    }
+    File& file = placeForAnother();
+    file.path = path;
+    file.lastUse = ++uses_;
+    return file;
+}
+
+// An empty place: a new one, or that of the file read longest ago, whose memory goes.
+ProfileCache::File& ProfileCache::placeForAnother() {
+    auto empty = std::make_unique<File>();
+    if (files_.size() < kMostFiles) {
+        files_.push_back(std::move(empty));
+        return *files_.back();
+    }
+    const auto earlier = [](const auto& left, const auto& right) { return left->lastUse < right->lastUse; };
+    auto& oldest = *std::min_element(files_.begin(), files_.end(), earlier);
+    oldest = std::move(empty);
+    return *oldest;
+}
+
+std::size_t ProfileCache::memory() const {
+    std::size_t total = 0;
+    for (const auto& file : files_)
+        total += file->text.memory() + file->index.memory();
+    return total;
+}
+
+namespace {
+
+// A thread's cache, and whether its end has released it: clean-up that runs later in the thread may still read files.
+// Both need neither construction nor destruction, so that asking is cheap and possible to the last.
+struct Held {
+    ProfileCache* cache;
+    bool isGone;
+};
+thread_local constinit Held held{};
+
+struct Releaser {
+    Releaser() = default;
+    Releaser(const Releaser&) = delete;
+    Releaser& operator=(const Releaser&) = delete;
+    ~Releaser() {
+        std::unique_ptr<ProfileCache>(held.cache).reset();
+        held = {nullptr, true};
+    }
+};
+
+ProfileCache* makeCache() {
+    if (held.isGone)
+        return nullptr;
+    thread_local Releaser releaser;
+    static_cast<void>(&releaser);  // naming it registers its end
+    held.cache = std::make_unique<ProfileCache>().release();
+    return held.cache;
+}
+
+}  // namespace
+
+ProfileCache* threadCache() {
+    return held.cache != nullptr ? held.cache : makeCache();
+}
+
+}  // namespace jx::ini

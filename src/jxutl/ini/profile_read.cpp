@@ -1,0 +1,133 @@
+// The profile calls that read.
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <new>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "failure.h"
+#include "ini_line.h"
+#include "ini_location.h"
+#include "jxprofile.h"
+#include "profile_cache.h"
+#include "profile_file.h"
+
+namespace jx::ini {
+
+namespace {
+
+// The caller's buffer; size is at least 1.
+struct Target {
+    unsigned char* bytes;
+    std::size_t size;
+};
+
+const char* asText(const unsigned char* text) {
+    return reinterpret_cast<const char*>(text);
+}
+
+// Copies what fits and ends it with NUL; the number of bytes before that.
+int place(const Target& target, std::string_view text) {
+    const std::size_t length = std::min(text.size(), target.size - 1);
+    if (length > 0)
+        std::memmove(target.bytes, text.data(), length);
+    target.bytes[length] = 0;
+    return static_cast<int>(length);
+}
+
+// A text argument or a value ends at its first NUL.
+int placeText(const Target& target, std::string_view text) {
+    text = text.substr(0, target.size - 1);
+    return place(target, text.substr(0, text.find('\0')));
+}
+
+// One question: null section or key asks for the list.
+struct Question {
+    const unsigned char* section;
+    const unsigned char* key;
+    const unsigned char* fallback;
+};
+
+int placeFallback(const Target& target, const Question& question) {
+    if (question.fallback == nullptr)
+        return place(target, {});
+    return place(target, {asText(question.fallback), strnlen(asText(question.fallback), target.size - 1)});
+}
+
+int answer(const Target& target, const Question& question, IniIndex& index) {
+    if (question.section == nullptr)
+        return place(target, index.sections());
+    const std::string_view section = argument(asText(question.section));
+    if (question.key == nullptr) {
+        const std::optional<std::string_view> keys = index.keys(section);
+        return keys ? place(target, *keys) : placeFallback(target, question);
+    }
+    const std::optional<std::string_view> value = index.value(section, argument(asText(question.key)));
+    return value ? placeText(target, *value) : placeFallback(target, question);
+}
+
+// find gives the file's path; null, with errno set, when there is none.
+template <class Find>
+int answerFrom(ProfileCache& cache, const Target& target, const Question& question, Find find) {
+    const std::string* path = find(cache);
+    if (path == nullptr) {
+        noteFailure(JxIniStepLocate, {}, errno);
+        return placeFallback(target, question);
+    }
+    IniIndex* index = cache.read(*path);
+    return index != nullptr ? answer(target, question, *index) : placeFallback(target, question);
+}
+
+template <class Find>
+int read(const Target& target, const Question& question, Find find) {
+    try {
+        if (ProfileCache* cache = threadCache(); cache != nullptr)
+            return answerFrom(*cache, target, question, find);
+        ProfileCache once;
+        return answerFrom(once, target, question, find);
+    } catch (const std::bad_alloc&) {
+        noteFailure(JxIniStepMemory, {}, ENOMEM);
+        return placeFallback(target, question);
+    }
+}
+
+}  // namespace
+
+}  // namespace jx::ini
+
+int jxGetPrivateProfileString(const unsigned char* section, const unsigned char* key, const unsigned char* fallback,
+                              unsigned char* buffer, int size, const unsigned char* file) {
+    if (size <= 0 || buffer == nullptr || file == nullptr)
+        return 0;
+    const jx::ini::Target target{buffer, static_cast<std::size_t>(size)};
+    return jx::ini::read(target, {section, key, fallback},
+                         [file](jx::ini::ProfileCache& files) { return files.locator().find(jx::ini::asText(file)); });
+}
+
+int jxGetPrivateProfileString(const unsigned char* section, const unsigned char* key, const unsigned char* fallback,
+                              unsigned char* buffer, int size, JxIniFileCache* cache) {
+    if (size <= 0 || buffer == nullptr || cache == nullptr)
+        return 0;
+    const jx::ini::Target target{buffer, static_cast<std::size_t>(size)};
+    return jx::ini::read(target, {section, key, fallback}, [cache](jx::ini::ProfileCache&) {
+        errno = EINVAL;
+        return cache->file.empty() ? nullptr : &cache->file;
+    });
+}
+
+JxIniFileCache* jxPrivateProfileInit(const unsigned char* file) {
+    if (file == nullptr)
+        return nullptr;
+    try {
+        return new JxIniFileCache{jx::ini::asText(file)};
+    } catch (const std::bad_alloc&) {
+        jx::ini::noteFailure(JxIniStepMemory, jx::ini::asText(file), ENOMEM);
+        return nullptr;
+    }
+}
+
+void jxPrivateProfileTerm(JxIniFileCache* cache) {
+    delete cache;
+}

@@ -1,0 +1,90 @@
+// The profile calls that write.
+#include <cerrno>
+#include <new>
+#include <string>
+
+#include "failure.h"
+#include "ini_change.h"
+#include "ini_line.h"
+#include "ini_location.h"
+#include "ini_text.h"
+#include "jxprofile.h"
+#include "profile_file.h"
+
+namespace ini = jx::ini;
+
+namespace {
+
+const char* asText(const unsigned char* bytes) {
+    return reinterpret_cast<const char*>(bytes);
+}
+
+struct Request {
+    const char* section;
+    const char* key;
+    const char* value;
+
+    ini::Edit applyTo(ini::IniText& text) const { return text.apply(section, key, value); }
+};
+
+// What the arguments alone decide, without a look at the file.
+enum class Verdict { dependsOnFile, storesNothing, refused };
+
+Verdict judge(const Request& request) {
+    ini::IniText nothing{std::string()};
+    if (request.applyTo(nothing) == ini::Edit::refused)
+        return Verdict::refused;
+    const bool emptyKey = request.key != nullptr && ini::argument(request.key).empty();
+    return emptyKey ? Verdict::storesNothing : Verdict::dependsOnFile;
+}
+
+bool change(const Request& request, const ini::IniLocation& where) {
+    ini::IniChange change;
+    return change.begin(where) && change.apply(request.section, request.key, request.value) != ini::Edit::refused &&
+           change.commit();
+}
+
+template <typename Locate>
+bool write(const Request& request, const char* file, Locate locate) {
+    switch (judge(request)) {
+        case Verdict::refused:
+            ini::noteFailure(JxIniStepArgument, file, EINVAL);
+            return false;
+        // Deliberate: an empty key name stores nothing and succeeds; programs rely on it to leave the file alone.
+        case Verdict::storesNothing:
+            return true;
+        case Verdict::dependsOnFile:
+            break;
+    }
+    return change(request, locate(file));
+}
+
+template <typename Locate>
+int writeOrTell(const Request& request, const char* file, Locate locate) {
+    if (file == nullptr || *file == '\0') {
+        ini::noteFailure(JxIniStepLocate, {}, EINVAL);
+        return 0;
+    }
+    try {
+        if (!write(request, file, locate))
+            return 0;
+    } catch (const std::bad_alloc&) {
+        ini::noteFailure(JxIniStepMemory, file, ENOMEM);
+        return 0;
+    }
+    ini::noteSuccess();
+    return 1;
+}
+
+}  // namespace
+
+int jxWritePrivateProfileString(const unsigned char* section, const unsigned char* key, const unsigned char* value,
+                                const unsigned char* file) {
+    return writeOrTell({asText(section), asText(key), asText(value)}, asText(file), ini::locate);
+}
+
+int jxWritePrivateProfileString(const unsigned char* section, const unsigned char* key, const unsigned char* value,
+                                JxIniFileCache* cache) {
+    const char* file = cache == nullptr ? nullptr : cache->file.c_str();
+    return writeOrTell({asText(section), asText(key), asText(value)}, file, ini::locateAsSpelled);
+}

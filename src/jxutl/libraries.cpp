@@ -1,0 +1,46 @@
+// Loading shared libraries, and why the last load failed.
+#include <dlfcn.h>
+
+#include <new>
+
+#include "platform/jxfiles.h"
+#include "thread_data.h"
+
+namespace {
+
+// The sentence is a help, not the result: without memory for it the load has failed just the same.
+void keepLoadError(const char* sentence) {
+    jx::ThreadData* data = jx::threadData();
+    if (data == nullptr || sentence == nullptr)
+        return;
+    try {
+        data->loadError = sentence;
+    } catch (const std::bad_alloc&) {
+        data->loadError.clear();
+    }
+}
+
+void forgetLoadError() {
+    if (jx::ThreadData* data = jx::existingThreadData())
+        data->loadError.clear();
+}
+
+}  // namespace
+
+void* bosLoadLibrary(const unsigned char* path, unsigned int /*flags*/) {
+    if (path == nullptr || *path == 0) {
+        keepLoadError("no library is named");
+        return nullptr;
+    }
+    void* library = dlopen(reinterpret_cast<const char*>(path), RTLD_NOW | RTLD_LOCAL);
+    if (library == nullptr)
+        keepLoadError(dlerror());
+    else
+        forgetLoadError();
+    return library;
+}
+
+const unsigned char* bosLastLoadError() {
+    const jx::ThreadData* data = jx::existingThreadData();
+    return reinterpret_cast<const unsigned char*>(data != nullptr ? data->loadError.c_str() : "");
+}

@@ -1,0 +1,43 @@
+// Heap blocks, by way of malloc and its kin so that either side of the library's edge can release them.
+#include "platform/jxmemory.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+// malloc(0) may answer null, which callers would take for memory that ran short.
+std::size_t atLeastOne(std::size_t sizeInBytes) {
+    return sizeInBytes != 0 ? sizeInBytes : 1;
+}
+
+}  // namespace
+
+void* ramAlloc(std::size_t sizeInBytes) {
+    return std::malloc(atLeastOne(sizeInBytes));
+}
+
+void* ramAllocZ(std::size_t sizeInBytes) {
+    return std::calloc(1, atLeastOne(sizeInBytes));
+}
+
+unsigned char* ramAllocStr(const unsigned char* text) {
+    if (text == nullptr)
+        return nullptr;
+    const std::size_t size = std::strlen(reinterpret_cast<const char*>(text)) + 1;
+    void* copy = std::malloc(size);
+    if (copy != nullptr)
+        std::memcpy(copy, text, size);
+    return static_cast<unsigned char*>(copy);
+}
+
+void* ramResize(void* block, std::size_t sizeInBytes) {
+    return std::realloc(block, atLeastOne(sizeInBytes));
+}
+
+void ramFree(void* block) {
+    const int before = errno;  // older C libraries change it when they give memory back to the system
+    std::free(block);
+    errno = before;
+}

@@ -1,0 +1,29 @@
+// What the utility library keeps for each thread.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/jxerrors.h"
+
+namespace jx {
+
+// ThreadData: one thread's own data, made when it is first needed and released when the thread ends.
+// Why not  thread_local: where that lives in a library that is loaded late, the first use in a thread allocates behind
+//          our back and ends the program when memory is short.
+struct ThreadData {
+    std::unique_ptr<JxList> errors;
+    std::string loadError;
+    int taskDepth = 0;
+};
+
+// The calling thread's data, made now if need be; null when memory is short.
+ThreadData* threadData();
+
+// The same, but null when the thread has none yet.
+ThreadData* existingThreadData();
+
+// The calling thread's list of errors, made now if need be; null when memory is short.
+JxList* threadErrors();
+
+}  // namespace jx

@@ -1,0 +1,26 @@
+/* The integer and text types of the ODBC installer interface.
+ *
+ * Define JX_NO_ODBC_TYPES before the first include when another ODBC header already defines these names;
+ * its definitions must then have the widths given here. */
+#ifndef JXTYPES_H
+#define JXTYPES_H
+
+#include <stdint.h>
+
+#ifndef JX_NO_ODBC_TYPES
+typedef int BOOL;            /* 1 TRUE, 0 FALSE */
+typedef unsigned short WORD; /* 16 bits: sizes and request codes */
+typedef uint32_t DWORD;      /* 32 bits: option values */
+typedef uint32_t HWND;       /* a window of the dialog layer; 0 is no window */
+typedef char* LPSTR;         /* NUL-terminated single-byte text, written to */
+typedef const char* LPCSTR;  /* NUL-terminated single-byte text, read only */
+#endif
+
+#ifndef TRUE
+#define TRUE 1
+#endif
+#ifndef FALSE
+#define FALSE 0
+#endif
+
+#endif

@@ -1,0 +1,97 @@
+// The thread's last failure and its sentence.
+#include "failure.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <string>
+#include <thread>
+
+namespace jx::ini::test {
+namespace {
+
+TEST(Failure, IsKeptUntilTheNextSuccess) {
+    noteFailure(JxIniStepRename, "/a/x.ini.lock", EBUSY);
+    EXPECT_EQ(lastFailure().step, JxIniStepRename);
+    EXPECT_EQ(lastFailure().path, "/a/x.ini.lock");
+    EXPECT_EQ(lastFailure().error, EBUSY);
+    EXPECT_FALSE(lastFailure().afterRename);
+    noteFailure(JxIniStepFlushDirectory, "/a", EIO, /*afterRename=*/true);
+    EXPECT_EQ(lastFailure().step, JxIniStepFlushDirectory);
+    EXPECT_TRUE(lastFailure().afterRename);
+    noteSuccess();
+    EXPECT_EQ(lastFailure().step, JxIniStepNone);
+    EXPECT_EQ(lastFailure().path, "");
+    EXPECT_EQ(lastFailure().error, 0);
+    EXPECT_FALSE(lastFailure().afterRename);
+}
+
+TEST(Failure, MayBeNotedFromItself) {
+    noteFailure(JxIniStepOpen, "/a/long/path/that/does/not/fit/the/object/itself", EACCES);
+    noteFailure(lastFailure());
+    EXPECT_EQ(lastFailure().path, "/a/long/path/that/does/not/fit/the/object/itself");
+    noteSuccess();
+}
+
+TEST(Failure, BelongsToItsThread) {
+    noteFailure(JxIniStepOpen, "/mine", EACCES);
+    std::thread([] {
+        EXPECT_EQ(lastFailure().step, JxIniStepNone);
+        noteFailure(JxIniStepRead, "/theirs", EIO);
+    }).join();
+    EXPECT_EQ(lastFailure().path, "/mine");
+    noteSuccess();
+}
+
+// Notes a failure when its thread's objects are destroyed, later than the store's own.
+struct LateUser {
+    ~LateUser() {
+        noteFailure(JxIniStepOpen, "/noted/while/the/thread/ends/and/long/enough/for/the/heap", ENOENT);
+        noteSuccess();
+        noteFailure(JxIniStepOpen, "/short", ENOENT);
+    }
+};
+
+TEST(Failure, CanBeNotedWhileTheThreadEnds) {
+    std::thread([] {
+        thread_local const LateUser made;
+        EXPECT_NE(&made, nullptr);
+        noteFailure(JxIniStepRead, "/noted/while/the/thread/lives/and/long/enough/for/the/heap", EIO);
+    }).join();
+}
+
+TEST(Failure, SpeaksASentenceForEveryStep) {
+    struct Row {
+        Failure failure;
+        const char* sentence;
+    };
+    const Row rows[] = {
+        {{}, ""},
+        {{JxIniStepArgument, "/a/x", EINVAL, false}, "Cannot store that in /a/x: Invalid argument"},
+        {{JxIniStepMemory, "/a/x", ENOMEM, false}, "Cannot find memory for /a/x: Cannot allocate memory"},
+        {{JxIniStepLocate, "", ENOENT, false}, "Cannot find the file: No such file or directory"},
+        {{JxIniStepLook, "/a/x", EACCES, false}, "Cannot look at /a/x: Permission denied"},
+        {{JxIniStepOpen, "/a/x", EISDIR, false}, "Cannot open /a/x: Is a directory"},
+        {{JxIniStepRead, "/a/x", EIO, false}, "Cannot read /a/x: Input/output error"},
+        {{JxIniStepTurn, "/a/x.lock", ETIMEDOUT, false}, "Cannot lock /a/x.lock: another program held it all the time"},
+        {{JxIniStepTurn, "/a/x.lock", EACCES, false}, "Cannot lock /a/x.lock: Permission denied"},
+        {{JxIniStepEmpty, "/a/x.lock", EIO, false}, "Cannot empty /a/x.lock: Input/output error"},
+        {{JxIniStepWrite, "/a/x.lock", ENOSPC, false}, "Cannot write /a/x.lock: No space left on device"},
+        {{JxIniStepMode, "/a/x.lock", EPERM, false}, "Cannot set the mode of /a/x.lock: Operation not permitted"},
+        {{JxIniStepOwner, "/a/x.lock", EPERM, false}, "Cannot keep the owner of /a/x.lock: Operation not permitted"},
+        {{JxIniStepFlush, "/a/x.lock", EIO, false}, "Cannot flush /a/x.lock: Input/output error"},
+        {{JxIniStepRename, "/a/x.lock", ENOSPC, false}, "Cannot rename /a/x.lock: No space left on device"},
+        {{JxIniStepFlushDirectory, "/a", EIO, true},
+         "Cannot flush the directory /a: Input/output error (the new text is in place, but a power cut could undo it)"},
+        {{JxIniStepRemove, "/a/x.lock", EIO, false}, "Cannot remove /a/x.lock: Input/output error"},
+        {{JxIniStepOpen, "/a/x", 0, false}, "Cannot open /a/x"},
+        {{JxIniStepOpen, "/a/x", 99999, false}, "Cannot open /a/x: error 99999"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.sentence);
+        EXPECT_EQ(describe(row.failure), row.sentence);
+    }
+}
+
+}  // namespace
+}  // namespace jx::ini::test

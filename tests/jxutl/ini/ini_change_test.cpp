@@ -1,0 +1,213 @@
+// One change of a file: the order of its calls, its edits, and what it leaves untouched.
+#include "ini_change.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "child_process.h"
+#include "faulty_files.h"
+#include "ini_change_fixture.h"
+#include "recording_files.h"
+
+namespace jx::ini::test {
+namespace {
+
+using Trace = std::vector<std::string>;
+
+// ---- the protocol ----
+
+TEST_F(IniChangeTest, MakesTheDocumentedCallsInTheirOrder) {
+    home_.put("x.ini", "[A]\nk=1\n");
+    RecordingFiles files;
+    const InUse inUse(files);
+    ASSERT_TRUE(write(file_, "A", "k", "2"));
+    const Trace expected = {// 1 find the target
+                            "lookAtLink x.ini",
+                            // 2 take the turn
+                            "open x.ini.lock", "lookAtOpen x.ini.lock", "lock x.ini.lock", "lookAtLink x.ini.lock",
+                            // 3 read, 4 edit
+                            "open x.ini", "lookAtOpen x.ini", "read x.ini", "read x.ini", "close x.ini",
+                            // 5 open the directory, 6 write the new file, 7 flush it
+                            "open " + home_.path().substr(home_.path().rfind('/') + 1), "write x.ini.lock",
+                            "flush x.ini.lock",
+                            // 8 rename it over the target
+                            "lookAtLink x.ini.lock", "rename x.ini.lock x.ini", "close x.ini.lock",
+                            // 9 flush the directory
+                            "flush " + home_.path().substr(home_.path().rfind('/') + 1),
+                            "close " + home_.path().substr(home_.path().rfind('/') + 1)};
+    EXPECT_EQ(files.trace(), expected);
+}
+
+TEST_F(IniChangeTest, KeepsOwnerAndModeBetweenTheDocumentedSteps) {
+    putText(file_, "[A]\nk=1\n", 0644);
+    putText(lock_, "left by a killed writer");
+    const bool isRoot = ::geteuid() == 0;
+    ASSERT_TRUE(!isRoot || ::chown(file_.c_str(), kNobody, kNobody) == 0);
+    RecordingFiles files;
+    const InUse inUse(files);
+    ASSERT_TRUE(write(file_, "A", "k", "2"));
+    Trace changes;
+    for (const std::string& call : files.trace())
+        if (call.ends_with("x.ini.lock") && !call.starts_with("look") && !call.starts_with("open!"))
+            changes.push_back(call);
+    Trace expected = {"open x.ini.lock",  "lock x.ini.lock",    "empty x.ini.lock", "setOwner x.ini.lock",
+                      "write x.ini.lock", "setMode x.ini.lock", "flush x.ini.lock", "close x.ini.lock"};
+    if (!isRoot)
+        std::erase(expected, "setOwner x.ini.lock");
+    EXPECT_EQ(changes, expected);
+}
+
+TEST_F(IniChangeTest, ReadsOnlyOnceItHasTheTurn) {
+    home_.put("x.ini", "[A]\na=1\n");
+    // Another writer's change lands while this one waits for the turn.
+    class Waiting : public WatchedFiles {
+    public:
+        explicit Waiting(std::function<void()> other) : other_(std::move(other)) {}
+        void pause(std::int64_t milliseconds) override {
+            if (!std::exchange(done_, true))
+                other_();
+            WatchedFiles::pause(milliseconds);
+        }
+
+    private:
+        const std::function<void()> other_;
+        bool done_ = false;
+    };
+    int fd = ::open(lock_.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    ASSERT_EQ(::flock(fd, LOCK_EX), 0);
+    Waiting files([&] {
+        putText(lock_, "[A]\na=1\nb=2\n");
+        ASSERT_EQ(::rename(lock_.c_str(), file_.c_str()), 0);
+        ::close(fd);
+    });
+    const InUse inUse(files);
+    ASSERT_TRUE(write(file_, "A", "c", "3"));
+    EXPECT_EQ(home_.text("x.ini"), "[A]\na=1\nb=2\nc=3\n");
+}
+
+TEST_F(IniChangeTest, HoldsTheTurnFromBeginToCommit) {
+    FaultyFiles clock(1'000'000, Fail::once, EIO);
+    const InUse inUse(clock);
+    IniChange first;
+    ASSERT_TRUE(first.begin({file_}));
+    EXPECT_FALSE(write(file_, "B", "k", "2"));
+    expectFailure(JxIniStepTurn, ETIMEDOUT, lock_);
+    EXPECT_EQ(first.apply("A", "k", "1"), Edit::changed);
+    EXPECT_TRUE(first.commit());
+    EXPECT_TRUE(write(file_, "B", "k", "2"));
+    EXPECT_EQ(home_.text("x.ini"), "[A]\nk=1\n\n[B]\nk=2\n");
+}
+
+TEST_F(IniChangeTest, SeveralEditsArriveTogetherOrNotAtAll) {
+    home_.put("x.ini", "[A]\nk=1\n");
+    {
+        IniChange given;
+        ASSERT_TRUE(given.begin({file_}));
+        given.apply("A", "k", "2");
+        given.apply("B", "k", "3");
+    }
+    EXPECT_EQ(home_.text("x.ini"), "[A]\nk=1\n");
+    EXPECT_EQ(home_.names(), Names{"x.ini"});
+    IniChange kept;
+    ASSERT_TRUE(kept.begin({file_}));
+    kept.apply("A", "k", "2");
+    kept.apply("B", "k", "3");
+    EXPECT_EQ(kept.text(), "[A]\nk=2\n\n[B]\nk=3\n");
+    EXPECT_EQ(home_.text("x.ini"), "[A]\nk=1\n");
+    ASSERT_TRUE(kept.commit());
+    EXPECT_EQ(home_.text("x.ini"), "[A]\nk=2\n\n[B]\nk=3\n");
+}
+
+TEST_F(IniChangeTest, APreviewTakesNoTurnAndCannotBeCommitted) {
+    home_.put("x.ini", "[A]\nk=1\n");
+    IniChange first;
+    ASSERT_TRUE(first.begin({file_}));
+    IniChange preview;
+    ASSERT_TRUE(preview.preview({file_}));
+    EXPECT_EQ(preview.apply("A", "k", "2"), Edit::changed);
+    EXPECT_EQ(preview.text(), "[A]\nk=2\n");
+    EXPECT_FALSE(preview.commit());
+    expectFailure(JxIniStepArgument, EPERM, file_);
+    EXPECT_EQ(home_.text("x.ini"), "[A]\nk=1\n");
+    EXPECT_EQ(home_.names(), (Names{"x.ini", "x.ini.lock"}));
+    EXPECT_TRUE(first.discard());
+    EXPECT_EQ(home_.names(), Names{"x.ini"});
+}
+
+TEST_F(IniChangeTest, APreviewNeedsNoRightToWrite) {
+    putText(file_, "[A]\nk=1\n", 0644);
+    ASSERT_EQ(::chmod(home_.path().c_str(), 0755), 0);
+    EXPECT_TRUE(passesAsNobody([this] {
+        IniChange preview;
+        EXPECT_TRUE(preview.preview({file_}));
+        EXPECT_EQ(preview.text(), "[A]\nk=1\n");
+    }));
+}
+
+TEST_F(IniChangeTest, ACommitIsTheEndOfTheChange) {
+    IniChange change;
+    ASSERT_TRUE(change.begin({file_}));
+    change.apply("A", "k", "1");
+    ASSERT_TRUE(change.commit());
+    EXPECT_FALSE(change.commit());
+    expectFailure(JxIniStepArgument, EPERM, file_);
+}
+
+// ---- unchanged files ----
+
+TEST_F(IniChangeTest, AChangeThatChangesNothingLeavesTheFileUntouched) {
+    struct Row {
+        const char* what;
+        const char* section;
+        const char* key;
+        const char* value;
+    };
+    constexpr Row kRows[] = {{"the stored value", "A", "k", "1"},   {"in another case", "a", "K", "1"},
+                             {"an absent key", "A", "no", nullptr}, {"an absent section", "No", nullptr, nullptr},
+                             {"a key of it", "No", "k", nullptr},   {"an empty key", "A", "", "1"}};
+    home_.put("x.ini", "[A]\nk=1\n");
+    const Identity before(file_);
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(row.what);
+        EXPECT_TRUE(write(file_, row.section, row.key, row.value));
+        EXPECT_TRUE(before == Identity(file_));
+        EXPECT_EQ(home_.names(), Names{"x.ini"});
+    }
+}
+
+TEST_F(IniChangeTest, AChangeThatChangesNothingMakesNoFile) {
+    EXPECT_TRUE(write(file_, "A", "k", nullptr));
+    EXPECT_TRUE(write(file_, "A", nullptr, nullptr));
+    EXPECT_EQ(home_.names(), Names{});
+}
+
+TEST_F(IniChangeTest, AnUnchangedFileIsNeitherWrittenNorFlushed) {
+    home_.put("x.ini", "[A]\nk=1\n");
+    RecordingFiles files;
+    const InUse inUse(files);
+    ASSERT_TRUE(write(file_, "A", "k", "1"));
+    for (const std::string& call : files.trace())
+        EXPECT_FALSE(call.starts_with("write") || call.starts_with("flush") || call.starts_with("rename")) << call;
+    EXPECT_EQ(files.trace().back(), "close x.ini.lock");
+}
+
+// ---- names without a directory ----
+
+TEST_F(IniChangeTest, WritesANameInTheCurrentDirectoryAndInTheRoot) {
+    EXPECT_TRUE(passesInChild([this] {
+        ASSERT_EQ(::chdir(home_.path().c_str()), 0);
+        EXPECT_TRUE(write("x.ini", "A", "k", "1"));
+    }));
+    EXPECT_EQ(home_.text("x.ini"), "[A]\nk=1\n");
+    EXPECT_EQ(home_.names(), Names{"x.ini"});
+}
+
+}  // namespace
+}  // namespace jx::ini::test

@@ -1,0 +1,120 @@
+// The seam's filling that the other test fillings are made of: it forwards every call and tells of it.
+#pragma once
+
+#include <array>
+#include <cerrno>
+#include <string>
+#include <string_view>
+
+#include "file_ops.h"
+
+namespace jx::ini::test {
+
+// The calls that touch a disk, under the names that traces show.
+enum class Call {
+    open,
+    close,
+    read,
+    write,
+    look,
+    lookAtLink,
+    lookAtOpen,
+    readLink,
+    lock,
+    empty,
+    setMode,
+    setOwner,
+    flush,
+    rename,
+    remove
+};
+
+inline const char* nameOf(Call call) {
+    constexpr std::array kNames = {"open",       "close",      "read",     "write",  "look",
+                                   "lookAtLink", "lookAtOpen", "readLink", "lock",   "empty",
+                                   "setMode",    "setOwner",   "flush",    "rename", "remove"};
+    return kNames.at(static_cast<std::size_t>(call));
+}
+
+// InUse: puts a filling into the seam for as long as it lives.
+class InUse {
+public:
+    explicit InUse(FileOps& filling) { useFiles(&filling); }
+    InUse(const InUse&) = delete;
+    InUse& operator=(const InUse&) = delete;
+    ~InUse() { useFiles(nullptr); }
+};
+
+// WatchedFiles: forwards to the system's files. before is asked ahead of each call that touches a disk and makes it
+// fail by returning an errno; a close happens all the same, as the system's does. Flushing costs time and shows in
+// nothing a test can see, so it is only told of. Waiting takes no time: the clock
+// that waiting is measured by goes forward by the pauses, and a little by being asked, so that no loop is endless.
+class WatchedFiles : public FileOps {
+public:
+    WatchedFiles() : inner_(files()) {}
+
+    int openFile(const char* path, int flags, mode_t mode) override {
+        return refuse(Call::open, path) ? -1 : inner_.openFile(path, flags, mode);
+    }
+    int closeFile(int fd) override {
+        const bool refused = refuse(Call::close, {});
+        const int error = errno;
+        const int result = inner_.closeFile(fd);
+        errno = error;
+        return refused ? -1 : result;
+    }
+    ssize_t readSome(int fd, std::span<char> bytes) override {
+        return refuse(Call::read, {}) ? -1 : inner_.readSome(fd, bytes);
+    }
+    ssize_t writeSome(int fd, std::span<const char> bytes) override {
+        return refuse(Call::write, {}) ? -1 : inner_.writeSome(fd, bytes);
+    }
+    int lookAt(const char* path, struct stat* state) override {
+        return refuse(Call::look, path) ? -1 : inner_.lookAt(path, state);
+    }
+    int lookAtLink(const char* path, struct stat* state) override {
+        return refuse(Call::lookAtLink, path) ? -1 : inner_.lookAtLink(path, state);
+    }
+    int lookAtOpen(int fd, struct stat* state) override {
+        return refuse(Call::lookAtOpen, {}) ? -1 : inner_.lookAtOpen(fd, state);
+    }
+    ssize_t readLink(const char* path, std::span<char> target) override {
+        return refuse(Call::readLink, path) ? -1 : inner_.readLink(path, target);
+    }
+    int lockFile(int fd, int operation) override {
+        return refuse(Call::lock, {}) ? -1 : inner_.lockFile(fd, operation);
+    }
+    int emptyFile(int fd) override { return refuse(Call::empty, {}) ? -1 : inner_.emptyFile(fd); }
+    int setMode(int fd, mode_t mode) override { return refuse(Call::setMode, {}) ? -1 : inner_.setMode(fd, mode); }
+    int setOwner(int fd, uid_t owner, gid_t group) override {
+        return refuse(Call::setOwner, {}) ? -1 : inner_.setOwner(fd, owner, group);
+    }
+    int flush(int /*fd*/) override { return refuse(Call::flush, {}) ? -1 : 0; }
+    int renameOver(const char* from, const char* to) override {
+        return refuse(Call::rename, from) ? -1 : inner_.renameOver(from, to);
+    }
+    int removeFile(const char* path) override { return refuse(Call::remove, path) ? -1 : inner_.removeFile(path); }
+
+    timespec fileClock() override { return inner_.fileClock(); }
+    std::int64_t waitingClockInMilliseconds() override { return ++now_; }
+    void pause(std::int64_t milliseconds) override { now_ += milliseconds; }
+
+protected:
+    // 0 lets the call happen. path is empty for a call on an open file.
+    virtual int before(Call, std::string_view /*path*/) { return 0; }
+
+    FileOps& inner() { return inner_; }
+
+private:
+    bool refuse(Call call, std::string_view path) {
+        const int error = before(call, path);
+        if (error != 0)
+            errno = error;
+        return error != 0;
+    }
+
+    FileOps& inner_;
+    std::int64_t now_ = 0;
+};
+
+}  // namespace jx::ini::test

@@ -1,0 +1,213 @@
+// Many writers at one file, in processes and threads, some of them killed: no change is lost and no half text is seen.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
+#include <csignal>
+#include <cstdio>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <random>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+#include "jxini.h"
+#include "jxprofile.h"
+#include "test_home.h"
+
+namespace {
+
+using jx::test::TestHome;
+
+constexpr int kWriters = 4;
+constexpr int kKeysEach = 25;
+
+// New keys go into the first section, so a text that lost its end, or its begin, shows.
+constexpr std::string_view kBegin = "[Keys]\n";
+constexpr std::string_view kEnd = "\n[End]\nmark=1\n";
+
+std::string beginning() {
+    return std::string(kBegin) + std::string(kEnd);
+}
+
+const unsigned char* bytes(const std::string& text) {
+    return reinterpret_cast<const unsigned char*>(text.c_str());
+}
+
+bool write(const std::string& file, const std::string& key, const std::string& value) {
+    return jxWritePrivateProfileString(bytes("Keys"), bytes(key), bytes(value), bytes(file)) == 1;
+}
+
+std::string textOf(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+bool isWhole(const std::string& text) {
+    return text.starts_with(kBegin) && text.ends_with(kEnd) && text.find('\0') == std::string::npos;
+}
+
+std::string keyOf(int writer, int number) {
+    return "w" + std::to_string(writer) + "k" + std::to_string(number);
+}
+
+// Writes one writer's keys; how many failed.
+int writeAll(const std::string& file, int writer) {
+    int failed = 0;
+    for (int number = 0; number < kKeysEach; ++number)
+        failed += write(file, keyOf(writer, number), "value of " + keyOf(writer, number)) ? 0 : 1;
+    return failed;
+}
+
+void expectEveryKeyOnce(const std::string& text) {
+    std::size_t lines = 0;
+    for (int writer = 0; writer < kWriters; ++writer)
+        for (int number = 0; number < kKeysEach; ++number) {
+            const std::string key = keyOf(writer, number);
+            const std::size_t at = text.find("\n" + key + "=value of " + key + "\n");
+            EXPECT_NE(at, std::string::npos) << key << " is lost";
+            ++lines;
+        }
+    EXPECT_EQ(static_cast<std::size_t>(std::count(text.begin(), text.end(), '=')), lines + 1);
+    EXPECT_TRUE(isWhole(text));
+}
+
+pid_t startChild(const std::function<int()>& body) {
+    std::fflush(nullptr);
+    const pid_t child = ::fork();
+    if (child == 0)
+        ::_exit(body());
+    return child;
+}
+
+// Looks at the file until every child has ended; how often it did not look whole, or a child failed.
+int watchUntilAllEnd(const std::vector<pid_t>& children, const std::string& file) {
+    int faults = 0;
+    std::size_t ended = 0;
+    while (ended < children.size()) {
+        faults += isWhole(textOf(file)) ? 0 : 1;
+        int status = 0;
+        const pid_t child = ::waitpid(-1, &status, WNOHANG);
+        if (child < 0)
+            return faults + 1;
+        if (child == 0)
+            continue;
+        ++ended;
+        faults += WIFEXITED(status) && WEXITSTATUS(status) == 0 ? 0 : 1;
+    }
+    return faults;
+}
+
+TEST(IniStress, ProcessesLoseNoChangeAndReadersSeeWholeTexts) {
+    const TestHome home{{"x.ini", beginning()}};
+    const std::string file = home.file("x.ini");
+    std::vector<pid_t> children;
+    for (int writer = 0; writer < kWriters; ++writer)
+        children.push_back(startChild([&] { return writeAll(file, writer); }));
+    EXPECT_EQ(watchUntilAllEnd(children, file), 0);
+    expectEveryKeyOnce(home.text("x.ini"));
+    EXPECT_EQ(home.names(), std::vector<std::string>{"x.ini"});
+}
+
+TEST(IniStress, ThreadsLoseNoChangeAndReadersSeeWholeTexts) {
+    const TestHome home{{"x.ini", beginning()}};
+    const std::string file = home.file("x.ini");
+    std::atomic<int> faults = 0;
+    std::atomic<bool> done = false;
+    std::thread reader([&] {
+        while (!done) {
+            unsigned char mark[8];
+            if (jxGetPrivateProfileString(bytes("End"), bytes("mark"), bytes("lost"), mark, sizeof mark, bytes(file)) !=
+                1)
+                ++faults;
+            if (!isWhole(textOf(file)))
+                ++faults;
+        }
+    });
+    std::vector<std::thread> writers;
+    for (int writer = 0; writer < kWriters; ++writer)
+        writers.emplace_back([&file, &faults, writer] { faults += writeAll(file, writer); });
+    for (std::thread& writer : writers)
+        writer.join();
+    done = true;
+    reader.join();
+    EXPECT_EQ(faults, 0);
+    expectEveryKeyOnce(home.text("x.ini"));
+    EXPECT_EQ(home.names(), std::vector<std::string>{"x.ini"});
+}
+
+TEST(IniStress, WritersThroughALinkAndByNameTakeTheSameTurns) {
+    const TestHome home{{"x.ini", beginning()}};
+    ASSERT_EQ(::symlink("x.ini", home.file("link").c_str()), 0);
+    std::vector<pid_t> children;
+    for (int writer = 0; writer < kWriters; ++writer)
+        children.push_back(startChild([&] { return writeAll(home.file(writer % 2 == 0 ? "x.ini" : "link"), writer); }));
+    EXPECT_EQ(watchUntilAllEnd(children, home.file("x.ini")), 0);
+    expectEveryKeyOnce(home.text("x.ini"));
+    EXPECT_EQ(home.names(), (std::vector<std::string>{"link", "x.ini"}));
+}
+
+// Adds one to two counters at once; a lost or half change would leave them wrong or different.
+int countUp(const std::string& file, int times) {
+    for (int i = 0; i < times; ++i) {
+        JxIniChange* change = jxIniBegin(file.c_str());
+        std::size_t length = 0;
+        const char* before = change == nullptr ? nullptr : jxIniBefore(change, &length);
+        JxIniText* text = jxIniParse(before, length);
+        JxIniPiece piece;
+        const bool found = jxIniFind(text, "Keys", "one", &piece) == 1;
+        const std::string next = std::to_string(found ? std::stoi(std::string(piece.value, piece.valueLength)) + 1 : 1);
+        jxIniRelease(text);
+        const bool set =
+            jxIniSet(change, "Keys", "one", next.c_str()) == 1 && jxIniSet(change, "Keys", "two", next.c_str()) == 1;
+        if (!set || jxIniCommit(change) != 1)
+            return 1;
+    }
+    return 0;
+}
+
+TEST(IniStress, BatchesReadAndWriteAsOne) {
+    const TestHome home{{"x.ini", beginning()}};
+    const std::string file = home.file("x.ini");
+    std::vector<pid_t> children;
+    for (int writer = 0; writer < kWriters; ++writer)
+        children.push_back(startChild([&] { return countUp(file, kKeysEach); }));
+    EXPECT_EQ(watchUntilAllEnd(children, file), 0);
+    const std::string count = std::to_string(kWriters * kKeysEach);
+    EXPECT_EQ(home.text("x.ini"), "[Keys]\none=" + count + "\ntwo=" + count + "\n" + std::string(kEnd));
+}
+
+[[noreturn]] void writeForEver(const std::string& file) {
+    for (unsigned number = 0;; ++number)
+        write(file, "killed", std::to_string(number));
+}
+
+TEST(IniStress, WritersKilledAtAnyMomentDoNoHarm) {
+    constexpr int kKills = 100;
+    const TestHome home{{"x.ini", beginning()}};
+    const std::string file = home.file("x.ini");
+    const unsigned seed = std::random_device()();
+    std::printf("seed %u\n", seed);
+    std::mt19937 random(seed);
+    std::uniform_int_distribution<useconds_t> moment(0, 8000);
+    int leftBehind = 0;
+    for (int kill = 0; kill < kKills; ++kill) {
+        const pid_t child = startChild([&]() -> int { writeForEver(file); });
+        ::usleep(moment(random));
+        ASSERT_EQ(::kill(child, SIGKILL), 0);
+        ASSERT_EQ(::waitpid(child, nullptr, 0), child);
+        ASSERT_TRUE(isWhole(home.text("x.ini"))) << home.text("x.ini");
+        leftBehind += home.names().size() > 1 ? 1 : 0;
+        ASSERT_TRUE(write(file, "after", std::to_string(kill)));
+        ASSERT_NE(home.text("x.ini").find("\nafter=" + std::to_string(kill) + "\n"), std::string::npos);
+        ASSERT_EQ(home.names(), std::vector<std::string>{"x.ini"});
+    }
+    std::printf("%d writers killed, %d of them left a file that the next one took up\n", kKills, leftBehind);
+}
+
+}  // namespace

@@ -1,0 +1,77 @@
+// Makes and removes a test's own home directory.
+#include "test_home.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace jx::test {
+
+namespace fs = std::filesystem;
+
+namespace {
+constexpr const char* kVariables[] = {"HOME", "ODBCINI", "ODBCINSTINI"};
+}
+
+TestHome::TestHome() {
+    std::string pattern = (fs::temp_directory_path() / "jxodbc-test-XXXXXX").string();
+    const char* made = mkdtemp(pattern.data());
+    if (made == nullptr) {
+        ADD_FAILURE() << "no test directory at " << pattern;
+        return;
+    }
+    path_ = made;
+    for (const char* name : kVariables) {
+        const char* value = std::getenv(name);
+        if (value != nullptr)
+            oldVariables_.emplace_back(name, value);
+        else
+            unsetVariables_.emplace_back(name);
+        unsetenv(name);
+    }
+    setenv("HOME", path_.c_str(), 1);
+}
+
+TestHome::TestHome(std::initializer_list<std::pair<std::string_view, std::string_view>> files) : TestHome() {
+    for (const auto& [name, text] : files)
+        put(name, text);
+}
+
+TestHome::~TestHome() {
+    for (const auto& [name, value] : oldVariables_)
+        setenv(name.c_str(), value.c_str(), 1);
+    for (const std::string& name : unsetVariables_)
+        unsetenv(name.c_str());
+    std::error_code ignored;
+    if (!path_.empty())
+        fs::remove_all(path_, ignored);
+}
+
+void TestHome::put(std::string_view name, std::string_view text) const {
+    const std::string target = file(name);
+    std::ofstream(target, std::ios::binary | std::ios::trunc)
+        .write(text.data(), static_cast<std::streamsize>(text.size()));
+    std::error_code ignored;
+    fs::permissions(target, fs::perms::owner_read | fs::perms::owner_write, ignored);
+}
+
+std::string TestHome::text(std::string_view name) const {
+    std::ifstream in(file(name), std::ios::binary);
+    if (!in)
+        return "(absent)";
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+std::vector<std::string> TestHome::names() const {
+    std::vector<std::string> found;
+    for (const auto& entry : fs::directory_iterator(path_))
+        found.push_back(entry.path().filename().string());
+    std::sort(found.begin(), found.end());
+    return found;
+}
+
+}  // namespace jx::test
