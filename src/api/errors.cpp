@@ -1,0 +1,54 @@
+// The calling thread's error list, and the texts it is filled with.
+#include <jxdialog.h>
+#include <jxerrors.h>
+#include <jxtasks.h>
+#include <odbcinst.h>
+
+#include <new>
+
+namespace {
+
+// ResourceText: one text of this library, empty when there is none of that number.
+class ResourceText {
+public:
+    explicit ResourceText(unsigned short id) { winGetString(text_, id); }
+    const unsigned char* text() const { return text_; }
+
+private:
+    unsigned char text_[256] = {};
+};
+
+// Records text; when memory is short the keeper is handed null, which it ignores.
+JxError* record(unsigned short id, const unsigned char* text, ErrorType type) {
+    return JxErrorKeeper::add(new (std::nothrow) JxError(id, text, type, 0, 0));
+}
+
+}  // namespace
+
+unsigned short winGetString(unsigned char* buffer, unsigned short id) {
+    return static_cast<unsigned short>(JXW_LoadString(BJXHINST, id, buffer, 0));
+}
+
+JxError* addError(unsigned short id) {
+    return record(id, ResourceText(id).text(), ErrorTypeError);
+}
+
+JxError* addError(unsigned short id, const unsigned char* text) {
+    return record(id, text, ErrorTypeError);
+}
+
+JxError* addWarning(unsigned short id) {
+    return record(id, ResourceText(id).text(), ErrorTypeWarning);
+}
+
+JxError* appendTextToLastError(unsigned short id) {
+    return JxErrorKeeper::appendToLastError(ResourceText(id).text());
+}
+
+JxError* appendTextToErrorAtPos(unsigned short id, unsigned long pos) {
+    auto* list = static_cast<JxList*>(mdsGetPerThreadData(PerThreadErrors));
+    auto* error = list == nullptr ? nullptr : static_cast<JxError*>(list->getNodeAtPos(pos));
+    if (error != nullptr)
+        error->appendText(ResourceText(id).text());
+    return error;
+}

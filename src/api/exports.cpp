@@ -1,0 +1,115 @@
+// The exported installer functions: each makes an OdbcIns, calls one member and returns its result.
+#include <jxdialog.h>
+#include <jxtasks.h>
+#include <odbcins.h>
+#include <odbcinst.h>
+
+#include "config/text_bytes.h"
+
+using jx::asBytes;
+using jx::asReadOnlyArgument;
+
+namespace {
+
+constexpr unsigned short kAddDataSourceTemplate = 100;
+constexpr unsigned short kDataSourcesTemplate = 102;
+constexpr int kFirstUserMessage = 1025;
+
+// DialogTask: a task of the utility library around a dialog on an OdbcIns; its end clears the object's list first.
+class DialogTask {
+public:
+    explicit DialogTask(OdbcIns& ins) : ins_(ins) { mdsPerTaskInit(); }
+    ~DialogTask() {
+        ins_.ResetData(ResetAll);
+        mdsPerTaskTerm();
+    }
+    DialogTask(const DialogTask&) = delete;
+    DialogTask& operator=(const DialogTask&) = delete;
+
+private:
+    OdbcIns& ins_;
+};
+
+}  // namespace
+
+int SQLGetPrivateProfileString(LPCSTR lpszSection, LPCSTR lpszEntry, LPCSTR lpszDefault, LPSTR lpszRetBuffer,
+                               int cbRetBuffer, LPCSTR lpszFilename) {
+    OdbcIns ins;
+    // Deliberate: the size counts as its low 16 bits, signed, so one above 32767 places nothing.
+    return ins.jxSQLGetPrivateProfileString(asBytes(lpszSection), asBytes(lpszEntry), asBytes(lpszDefault),
+                                            asBytes(lpszRetBuffer), static_cast<short>(cbRetBuffer),
+                                            asBytes(lpszFilename));
+}
+
+BOOL SQLWritePrivateProfileString(LPCSTR lpszSection, LPCSTR lpszEntry, LPCSTR lpszString, LPCSTR lpszFilename) {
+    OdbcIns ins;
+    return ins.jxSQLWritePrivateProfileString(asBytes(lpszSection), asBytes(lpszEntry), asBytes(lpszString),
+                                              asBytes(lpszFilename));
+}
+
+BOOL SQLWriteDSNToIni(LPCSTR lpszDSN, LPCSTR lpszDriver) {
+    // Without a driver nothing could be entered, so the old entry must stay.
+    if (lpszDriver == nullptr)
+        return FALSE;
+    OdbcIns ins;
+    ins.jxSQLRemoveDSNFromIni(asReadOnlyArgument(lpszDSN));
+    return ins.jxSQLWriteDSNToIni(asReadOnlyArgument(lpszDSN), asReadOnlyArgument(lpszDriver));
+}
+
+BOOL SQLRemoveDSNFromIni(LPCSTR lpszDSN) {
+    OdbcIns ins;
+    return ins.jxSQLRemoveDSNFromIni(asReadOnlyArgument(lpszDSN));
+}
+
+BOOL SQLValidDSN(LPCSTR /*lpszDSN*/) {
+    // Deliberate: accepts every name; the member that looks for the name among the data sources is not asked.
+    return TRUE;
+}
+
+BOOL SQLRemoveDefaultDataSource(void) {
+    OdbcIns ins;
+    return ins.SQLRemoveDefaultDataSource();
+}
+
+BOOL SQLConfigDataSource(HWND hwnd, WORD fRequest, LPCSTR lpszDriver, LPCSTR lpszAttributes) {
+    OdbcIns ins;
+    return ins.jxSQLConfigDataSource(hwnd, fRequest, asBytes(lpszDriver), asBytes(lpszAttributes));
+}
+
+BOOL SQLManageDataSources(HWND hwnd) {
+    OdbcIns ins;
+    if (HWNDDSDLG != 0) {
+        // Deliberate: the open dialog has no use for the message; hosts may watch for it.
+        JXW_SetFocus(static_cast<HWND>(HWNDDSDLG));
+        JXW_PostMessage(static_cast<HWND>(HWNDDSDLG), kFirstUserMessage, 0, 0);
+        return 0;
+    }
+    const DialogTask task(ins);
+    return jxDllDialog(hwnd, kDataSourcesTemplate, DataSourcesDlgProc, &ins);
+}
+
+BOOL SQLCreateDataSource(HWND hwnd, LPCSTR /*lpszDS*/) {
+    // Deliberate: the name is not read; the dialog asks for it.
+    OdbcIns ins;
+    if (hwnd == 0)
+        return FALSE;
+    jxDllDialog(hwnd, kAddDataSourceTemplate, AddDataSourceDlgProc, &ins);
+    return ins.dataSourceAdded != 0 ? TRUE : FALSE;
+}
+
+BOOL SQLGetInstalledDrivers(LPSTR lpszBuf, WORD cbBufMax, WORD* pcbBufOut) {
+    OdbcIns ins;
+    return ins.jxSQLGetInstalledDrivers(asBytes(lpszBuf), cbBufMax, pcbBufOut);
+}
+
+BOOL SQLGetAvailableDrivers(LPCSTR lpszInfFile, LPSTR lpszBuf, WORD cbBufMax, WORD* pcbBufOut) {
+    OdbcIns ins;
+    return ins.jxSQLGetAvailableDrivers(asBytes(lpszInfFile), asBytes(lpszBuf), cbBufMax, pcbBufOut);
+}
+
+BOOL SQLGetTranslator(HWND hwnd, LPSTR lpszName, WORD cbNameMax, WORD* pcbNameOut, LPSTR lpszPath, WORD cbPathMax,
+                      WORD* pcbPathOut, DWORD* pvOption) {
+    OdbcIns ins;
+    return ins.jxSQLGetTranslator(hwnd, asBytes(lpszName), cbNameMax, pcbNameOut, asBytes(lpszPath), cbPathMax,
+                                  pcbPathOut, pvOption);
+}

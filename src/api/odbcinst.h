@@ -1,0 +1,154 @@
+/* The exported interface of the ODBC installer library. Plain C can include it.
+ *
+ * Sizes are in bytes and include the final NUL. A list is NUL-terminated texts one after another, ended by an empty
+ * text; a list that does not fit its buffer is cut at the size less 1. Failures show as FALSE or 0; a message box
+ * appears only when a window was given. Functions may be called from any thread; the two configuration files are
+ * shared safely with other threads and processes. No function throws of its own, but an exception thrown by a
+ * driver's or translator's setup library passes through to the caller. Texts handed in are never kept. */
+#ifndef ODBCINST_H
+#define ODBCINST_H
+
+#include <stddef.h>
+#include <stdint.h>
+
+#include "jxexport.h"
+#include "jxtypes.h"
+
+JX_EXTERN_C_BEGIN
+
+/* Request codes of SQLConfigDataSource. */
+enum { ODBC_ADD_DSN = 1, ODBC_CONFIG_DSN = 2, ODBC_REMOVE_DSN = 3 };
+
+/* ---- names used in the configuration files; programs read them through these pointers ---- */
+
+extern JX_EXPORT const char* INS_ODBCINI_ODBC;         /* "ODBC": trace settings in .odbc.ini */
+extern JX_EXPORT const char* INS_ODBCINI_DS;           /* "ODBC Data Sources": the list in .odbc.ini */
+extern JX_EXPORT const char* INS_ODBCINI_DRIVER;       /* "Driver": key naming a data source's driver */
+extern JX_EXPORT const char* INS_ODBCINI_DRIVERS;      /* "ODBC Drivers": the list in .odbcinst.ini */
+extern JX_EXPORT const char* INS_ODBCINI_DEFAULT;      /* "Default": the default data source */
+extern JX_EXPORT const char* INS_ODBCINI_FILENAME;     /* ".odbc.ini": the data source file */
+extern JX_EXPORT const char* INS_ODBCINST_FILENAME;    /* ".odbcinst.ini": the driver and translator file */
+extern JX_EXPORT const char* INS_ODBCINST_TRANSLATORS; /* "ODBC Translators": the list in .odbcinst.ini */
+extern JX_EXPORT const char* BJXHINST;                 /* "odbcinst": the module of this library's texts */
+
+/* ---- words of the running program ---- */
+
+extern JX_EXPORT uintptr_t HWNDDSDLG;  /* the open Data Sources dialog, 0 when none is open */
+extern JX_EXPORT uintptr_t HWNDADDLG;  /* the open Add Data Source dialog, 0 when none is open */
+extern JX_EXPORT unsigned char* inbuf; /* work buffers while a batch installation runs */
+extern JX_EXPORT unsigned char* outbuf;
+extern JX_EXPORT unsigned char* bigbuf;
+
+/* ---- profile strings ---- */
+
+/* Copies the value of lpszEntry in lpszSection of lpszFilename into lpszRetBuffer (cbRetBuffer bytes), or lpszDefault
+ * when there is none; returns the number of bytes placed before the final NUL. The whole buffer is zeroed first. A
+ * null entry gives the list of keys, a null section the list of sections. ".odbc.ini" and ".odbcinst.ini", in any
+ * case, mean the user's own files; every other name is used as spelled.
+ * cbRetBuffer is taken as its low 16 bits, signed: what is then 0 or less places nothing, touches nothing and returns
+ * 0. So does a null buffer or a null file name. */
+JX_EXPORT_BOUND int SQLGetPrivateProfileString(LPCSTR lpszSection, LPCSTR lpszEntry, LPCSTR lpszDefault,
+                                               LPSTR lpszRetBuffer, int cbRetBuffer, LPCSTR lpszFilename);
+
+/* Stores lpszString under lpszEntry; a null string deletes the key, a null entry the section. TRUE when the file holds
+ * it, and it then survives a power cut; FALSE when the file is as it was. */
+JX_EXPORT_BOUND BOOL SQLWritePrivateProfileString(LPCSTR lpszSection, LPCSTR lpszEntry, LPCSTR lpszString,
+                                                  LPCSTR lpszFilename);
+
+/* ---- data sources ---- */
+
+/* Enters data source lpszDSN for the installed driver lpszDriver, replacing an old entry with all its keys. FALSE when
+ * the driver has no "Driver" key in .odbcinst.ini (the old entry is gone then) or a file cannot be written. */
+JX_EXPORT_BOUND BOOL SQLWriteDSNToIni(LPCSTR lpszDSN, LPCSTR lpszDriver);
+
+/* Removes data source lpszDSN and its section. TRUE also when there was none. "Default", spelled so, means the default
+ * data source. */
+JX_EXPORT_BOUND BOOL SQLRemoveDSNFromIni(LPCSTR lpszDSN);
+
+/* Always TRUE, whatever lpszDSN holds; null is allowed. */
+JX_EXPORT_BOUND BOOL SQLValidDSN(LPCSTR lpszDSN);
+
+/* Writes an empty key into section "Default" of .odbc.ini, which the store takes as done: TRUE, and both files stay
+ * as they are. */
+JX_EXPORT_BOUND BOOL SQLRemoveDefaultDataSource(void);
+
+/* Adds, changes or removes (fRequest) a data source through the setup library of the installed driver lpszDriver (at
+ * most 49 bytes; a longer name is refused). lpszAttributes is a list of keyword=value texts of at most 1024 bytes in
+ * all, with the name under "DSN"; with a window and ODBC_ADD_DSN it may be null or empty. TRUE when the setup library
+ * accepted, or when a data source whose setup library cannot be loaded was removed. */
+JX_EXPORT_BOUND BOOL SQLConfigDataSource(HWND hwnd, WORD fRequest, LPCSTR lpszDriver, LPCSTR lpszAttributes);
+
+/* Runs the Data Sources dialog and returns what its starter returned: 0 without a host that shows dialogs, and 0 at
+ * once when the dialog is open already (it gets the focus). */
+JX_EXPORT_BOUND BOOL SQLManageDataSources(HWND hwnd);
+
+/* Runs the Add Data Source dialog; TRUE when a data source was added. FALSE at once without a window. lpszDS is not
+ * used. */
+JX_EXPORT_BOUND BOOL SQLCreateDataSource(HWND hwnd, LPCSTR lpszDS);
+
+/* ---- drivers and translators ---- */
+
+/* The list of installed drivers. TRUE and the number of bytes placed (without the final NUL) in *pcbBufOut; FALSE,
+ * with both outputs untouched, when no driver is installed, lpszBuf is null or cbBufMax is 0. A list that does not fit
+ * is cut and still TRUE. pcbBufOut may be null. */
+JX_EXPORT_BOUND BOOL SQLGetInstalledDrivers(LPSTR lpszBuf, WORD cbBufMax, WORD* pcbBufOut);
+
+/* The list of drivers that the installation script lpszInfFile offers; its name must be odbc.inf in any case. Results
+ * as above. */
+JX_EXPORT_BOUND BOOL SQLGetAvailableDrivers(LPCSTR lpszInfFile, LPSTR lpszBuf, WORD cbBufMax, WORD* pcbBufOut);
+
+/* Lets the user choose a translator (lpszName is the first choice on entry), runs its setup routine, which stores its
+ * option in *pvOption, and returns its name and the path of its setup library, each cut to its buffer, with their
+ * lengths. FALSE only without a window or when the first choice is longer than 255 bytes (cut, it would be another
+ * translator). TRUE with both lengths 0 and the buffers untouched for "<No Translator>"; TRUE
+ * with nothing written when the setup routine failed or could not be loaded (a message box tells). A buffer of size 0
+ * is not written to; null outputs are skipped. */
+JX_EXPORT_BOUND BOOL SQLGetTranslator(HWND hwnd, LPSTR lpszName, WORD cbNameMax, WORD* pcbNameOut, LPSTR lpszPath,
+                                      WORD cbPathMax, WORD* pcbPathOut, DWORD* pvOption);
+
+/* ---- dialogs ---- */
+
+/* A dialog procedure: 1 when it handled the message, else 0. lparam is the record's address in the first message. */
+typedef unsigned int (*JxDialogProcedure)(HWND hwnd, int message, int wparam, uintptr_t lparam);
+
+/* The procedures of the administrator's dialogs, for a host that shows the dialogs. The record of the first two is the
+ * caller's OdbcIns. */
+JX_EXPORT unsigned int DataSourcesDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam);
+JX_EXPORT unsigned int AddDataSourceDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam);
+JX_EXPORT unsigned int SelectTranslatorDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam);
+
+/* The library's dialog starters. They show nothing and return 0. Every dialog that the library starts goes through
+ * jxDllDialog by way of the dynamic symbol table, so a program that defines and exports these two functions itself
+ * takes their place and can show the dialogs. */
+JX_EXPORT int32_t jxDllDialog(HWND owner, unsigned short templateId, JxDialogProcedure procedure, void* record);
+JX_EXPORT int32_t jxDllDialogReturnId(HWND owner, unsigned short templateId, JxDialogProcedure procedure, void* record);
+
+/* The file transfer of a batch installation: does nothing and returns 1. */
+JX_EXPORT unsigned int Decompress(unsigned int hwnd, unsigned char* source, unsigned char* target);
+
+/* ---- texts ---- */
+
+/* Copies text id of this library into buffer (256 bytes) and returns its length; 0 and an untouched buffer when there
+ * is no such text. */
+JX_EXPORT_BOUND unsigned short winGetString(unsigned char* buffer, unsigned short id);
+
+JX_EXTERN_C_END
+
+#ifdef __cplusplus
+class JxError;
+
+/* ---- the calling thread's error list (jxerrors.h reads it) ---- */
+
+/* Record an error or a warning under number id with the text of that number, or with the given text. Return the
+ * recorded object, which the list owns; null when memory was short. */
+JX_EXPORT JxError* addError(unsigned short id);
+JX_EXPORT JxError* addError(unsigned short id, const unsigned char* text);
+JX_EXPORT JxError* addWarning(unsigned short id);
+
+/* Append text id to the newest entry, or to the one at position pos (0 is the oldest), and return it; null when there
+ * is none. */
+JX_EXPORT JxError* appendTextToLastError(unsigned short id);
+JX_EXPORT JxError* appendTextToErrorAtPos(unsigned short id, unsigned long pos);
+#endif
+
+#endif

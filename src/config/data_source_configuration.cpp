@@ -1,0 +1,121 @@
+// One request to add, change or remove a data source through its driver's setup library.
+#include <jxdialog.h>
+#include <jxtext.h>
+#include <odbcins.h>
+#include <odbcinst.h>
+
+#include <cstddef>
+#include <cstring>
+#include <string_view>
+
+#include "config/attribute_list.h"
+#include "config/key_list.h"
+#include "config/message_text.h"
+#include "config/setup_library.h"
+#include "config/text_bytes.h"
+
+using jx::asBytes;
+using jx::asChars;
+
+namespace {
+
+constexpr unsigned int kQuestion = MB_YESNO | MB_ICONQUESTION;
+
+// ConfigurationRequest: what a caller asked for. dataSource is null when an add leaves the name to the setup routine.
+struct ConfigurationRequest {
+    HWND hwnd;
+    unsigned short request;
+    const unsigned char* dataSource;
+
+    bool adds() const { return request == ODBC_ADD_DSN; }
+
+    // Shows a message about the data source to the window, which must be there; returns the button chosen.
+    unsigned int show(std::string_view before, std::string_view after, unsigned int style) const {
+        return jx::showMessage(hwnd, jx::MessageText(before, asChars(dataSource), after).text(), style);
+    }
+};
+
+// A section name cannot hold a line break, so no data source of such a name could ever be read back.
+bool canBeSection(std::string_view name) {
+    return name.find_first_of("\r\n") == std::string_view::npos;
+}
+
+bool dataSourceExists(const unsigned char* name) {
+    return !jx::KeyList(name, jx::kNotAvailable, asBytes(INS_ODBCINI_FILENAME)).isMissing();
+}
+
+// An add without a name: the setup routine can ask for it where there is a window. Everything else needs the name.
+bool goesOnWithoutName(const ConfigurationRequest& asked) {
+    if (asked.adds())
+        return asked.hwnd != 0;
+    if (asked.hwnd != 0)
+        jx::showMessage(asked.hwnd, asBytes("DSN attribute was not found"), MB_OK);
+    return false;
+}
+
+// An add replaces a data source of the same name, after asking where there is a window.
+bool goesOnWithAdd(const ConfigurationRequest& asked) {
+    if (!canBeSection(asChars(asked.dataSource)))
+        return false;
+    if (!dataSourceExists(asked.dataSource))
+        return true;
+    if (asked.hwnd != 0 && asked.show("DSN - ", " already exists Do you want to overwrite it?", kQuestion) == IDNO)
+        return false;
+    SQLRemoveDSNFromIni(asChars(asked.dataSource));
+    return true;
+}
+
+bool goesOnWithChange(const ConfigurationRequest& asked) {
+    if (asked.request != ODBC_CONFIG_DSN && asked.request != ODBC_REMOVE_DSN)
+        return true;
+    if (dataSourceExists(asked.dataSource))
+        return true;
+    if (asked.hwnd != 0)
+        asked.show("DSN - ", " does not exist", MB_OK | MB_ICONEXCLAMATION);
+    return false;
+}
+
+bool goesOn(const ConfigurationRequest& asked) {
+    if (asked.dataSource == nullptr)
+        return goesOnWithoutName(asked);
+    return asked.adds() ? goesOnWithAdd(asked) : goesOnWithChange(asked);
+}
+
+// A data source whose driver cannot be loaded can still be removed; nothing else can be done with it.
+int finishWithoutDriver(const ConfigurationRequest& asked) {
+    if (asked.request != ODBC_REMOVE_DSN)
+        return FALSE;
+    if (asked.hwnd != 0 && asked.show("Not able to load the driver corresponding to DSN - ",
+                                      ".\n Do you want it deleted anyway?", kQuestion) != IDYES)
+        return FALSE;
+    SQLRemoveDSNFromIni(asChars(asked.dataSource));
+    return TRUE;
+}
+
+}  // namespace
+
+int OdbcIns::jxSQLConfigDataSource(unsigned int hwnd, unsigned short fRequest, const unsigned char* lpszDriver,
+                                   const unsigned char* lpszAttributes) {
+    // A description that is cut would be another driver's.
+    const std::size_t driverLength = BUTSTLEN(lpszDriver);
+    if (lpszDriver == nullptr || driverLength >= sizeof driverName)
+        return FALSE;
+    ConfigurationRequest asked{hwnd, fRequest, nullptr};
+    jx::AttributeList attributes;
+    if (jx::AttributeList::isEmpty(lpszAttributes)) {
+        if (hwnd == 0 || !asked.adds())
+            return FALSE;
+    } else {
+        if (!attributes.take(lpszAttributes))
+            return FALSE;
+        asked.dataSource = attributes.dataSource();
+        if (!goesOn(asked))
+            return FALSE;
+    }
+    BUTMEMCP(driverName, lpszDriver, driverLength);  // may be this very field
+    std::memset(driverName + driverLength, 0, sizeof driverName - driverLength);
+    if (LoadDriver() != 0)
+        return finishWithoutDriver(asked);
+    const jx::SetupLibrary library(hSetupLib);
+    return ConfigDSN(hwnd, fRequest, const_cast<unsigned char*>(lpszAttributes)) == 0 ? TRUE : FALSE;
+}
