@@ -1,0 +1,37 @@
+# What cmake --install puts where. Nothing that is installed holds an absolute path: the folder may be moved.
+
+include(CMakePackageConfigHelpers)
+
+set(jx_package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/jxodbc)
+set(jx_pkgconfig_folder ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+install(TARGETS jxutl08 odbcinst EXPORT jxodbcTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(TARGETS jxsetup LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+
+file(GLOB jx_platform_headers CONFIGURE_DEPENDS src/platform/*.h)
+install(FILES ${jx_platform_headers} src/api/odbcinst.h src/config/odbcins.h src/jxutl/ini/jxini.h
+  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/jxodbc)
+
+install(EXPORT jxodbcTargets NAMESPACE jxodbc:: DESTINATION ${jx_package_folder})
+configure_package_config_file(cmake/jxodbcConfig.cmake.in jxodbcConfig.cmake INSTALL_DESTINATION ${jx_package_folder}
+  NO_SET_AND_CHECK_MACRO)
+write_basic_package_version_file(jxodbcConfigVersion.cmake COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/jxodbcConfig.cmake ${PROJECT_BINARY_DIR}/jxodbcConfigVersion.cmake
+  DESTINATION ${jx_package_folder})
+
+# The pkg-config files find the installation from where they lie themselves.
+if(IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR} OR IS_ABSOLUTE ${CMAKE_INSTALL_INCLUDEDIR})
+  message(FATAL_ERROR "CMAKE_INSTALL_LIBDIR and CMAKE_INSTALL_INCLUDEDIR must be relative to the install prefix")
+endif()
+file(RELATIVE_PATH JX_PREFIX_FROM_PKGCONFIG /${jx_pkgconfig_folder} /)
+string(REGEX REPLACE "/$" "" JX_PREFIX_FROM_PKGCONFIG "${JX_PREFIX_FROM_PKGCONFIG}")
+foreach(name IN ITEMS jxodbc-jxutl08 jxodbc-odbcinst)
+  configure_file(cmake/${name}.pc.in ${name}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/${name}.pc DESTINATION ${jx_pkgconfig_folder})
+endforeach()
+
+file(GLOB jx_man_pages CONFIGURE_DEPENDS docs/man/*.5)
+install(FILES ${jx_man_pages} DESTINATION ${CMAKE_INSTALL_MANDIR}/man5)
+install(FILES LICENSE README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+file(GLOB jx_documents CONFIGURE_DEPENDS docs/*.md)
+install(FILES ${jx_documents} DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs)

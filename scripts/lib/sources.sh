@@ -1,0 +1,163 @@
+# The checks of scripts/check that need the sources only. Each prints its findings and returns 1 when there are any.
+
+# Files of the repository by name pattern, without what was built.
+files_named() { # directory... -- pattern...
+    local directories=() patterns=()
+    while [ "$1" != -- ]; do
+        [ ! -e "$1" ] || directories+=("$1")
+        shift
+    done
+    shift
+    while [ $# -gt 0 ]; do
+        patterns+=(-o -name "$1")
+        shift
+    done
+    [ ${#directories[@]} -eq 0 ] ||
+        find "${directories[@]}" -type f \( "${patterns[@]:1}" \) -not -path './build/*' -not -path './.git/*' | sort
+}
+
+code_files() { files_named src tests examples bench -- '*.cpp' '*.c' '*.h'; }
+text_files() { files_named . -- '*.cpp' '*.c' '*.h' '*.md' '*.txt' '*.sh' '*.cmake' '*.in' '*.json' '*.5' 'run' &&
+    find scripts -type f; }
+
+# Prints standard input and fails when it holds anything.
+nothing() { ! grep . ; }
+
+check_format() { code_files | xargs clang-format --dry-run --Werror 2>&1 | nothing; }
+
+check_scripts() {
+    local bad=0 script
+    for script in $(find scripts tests .ci -type f -exec grep -lE '^#!/bin/(ba)?sh' {} +) scripts/lib/*.sh; do
+        bash -n "$script" || bad=1
+    done
+    return $bad
+}
+
+# Folders may include only what stands left of them in this chain, besides themselves:
+# platform, config, admin and install, api; jxutl stands beside config. Every folder may include odbcinst.h, which only
+# declares what is exported, and the folders of programs that use the library may include jxini.h, which is installed.
+check_includes() {
+    files_named src -- '*.h' '*.cpp' '*.c' | awk '
+        BEGIN {
+            may["platform"] = "platform"
+            may["jxutl"] = "jxutl platform"
+            may["config"] = "config platform"
+            may["install"] = "install config platform"
+            may["admin"] = "admin config platform"
+            may["resources"] = "resources platform"
+            may["api"] = "api admin install config resources platform"
+            may["setup"] = "setup api platform"
+            may["odbcadmin"] = "odbcadmin api admin install config resources platform"
+        }
+        { files[++count] = $0 }
+        function folderOf(path) { split(path, part, "/"); return part[2] }
+        function baseOf(path) { sub(/.*\//, "", path); return path }
+        END {
+            for (i = 1; i <= count; i++) if (files[i] ~ /\.h$/) {
+                exists[files[i]] = 1
+                homes[baseOf(files[i])]++
+                home[baseOf(files[i])] = files[i]
+            }
+            for (i = 1; i <= count; i++) bad += check(files[i])
+            exit bad > 0
+        }
+        # The header that an include means: "" for one that is not of this tree, "?" where nobody can tell.
+        function meant(file, target, quoted,   base, beside) {
+            base = baseOf(target)
+            beside = file; sub(/[^\/]*$/, "", beside)
+            if ("src/" target in exists) return "src/" target
+            if (quoted && beside target in exists) return beside target
+            if (!(base in home)) return ""
+            if (!quoted && home[base] !~ /^src\/(api|config|platform|jxutl\/ini)\//) return ""
+            return homes[base] > 1 ? "?" : home[base]
+        }
+        function check(file,   line, folder, bad, target, number, header, quoted) {
+            folder = folderOf(file)
+            while ((getline line < file) > 0) {
+                number++
+                if (!match(line, /^ *# *include *["<][^">]*[">]/)) continue
+                sub(/^ *# *include */, "", line)
+                quoted = line ~ /^"/
+                target = line; sub(/^["<]/, "", target); sub(/[">].*/, "", target)
+                header = meant(file, target, quoted)
+                if (header == "?") { print file ":" number ": several headers of that name: " target; bad++ }
+                else if (header == "" && quoted) { print file ":" number ": no header of this tree: " target; bad++ }
+                if (header == "?" || header == "" || header == "src/api/odbcinst.h") continue
+                if (header == "src/jxutl/ini/jxini.h" && folder ~ /^(setup|odbcadmin)$/) continue
+                if (index(" " may[folder] " ", " " folderOf(header) " ")) continue
+                print file ":" number ": " folder " may not include " header; bad++
+            }
+            close(file)
+            return bad
+        }'
+}
+
+include_folders="-Isrc -Isrc/api -Isrc/config -Isrc/platform -Isrc/jxutl/ini -Itests/support"
+
+# Compiles a header twice, and nothing else, with the given compiler, language and options.
+compile_header() { # header compiler...
+    local header=$1
+    shift
+    printf '#include "%s"\n#include "%s"\n%s\n' "$root/$header" "$root/$header" "extern int jxNotAnEmptySource;" |
+        "$@" -fsyntax-only -Wall -Wextra -Werror $include_folders - 2>&1 ||
+        echo "$header does not compile alone: $*"
+}
+export -f compile_header
+export root include_folders
+
+own_types='typedef int BOOL; typedef unsigned short WORD; typedef unsigned int DWORD; typedef unsigned int HWND;
+typedef char* LPSTR; typedef const char* LPCSTR;'
+
+# Installed headers are included by C programs, by older C++ and beside other ODBC headers.
+installed_header_findings() {
+    local header compiler
+    for header in src/platform/*.h src/api/odbcinst.h src/config/odbcins.h src/jxutl/ini/jxini.h; do
+        for compiler in gcc clang; do
+            compile_header "$header" $compiler -x c -std=c99 -pedantic
+        done
+        compile_header "$header" g++ -x c++ -std=c++11 -pedantic
+    done
+    for header in src/api/odbcinst.h src/config/odbcins.h src/platform/jxdialog.h; do
+        printf '%s\n#define JX_NO_ODBC_TYPES\n#include "%s"\n' "$own_types" "$root/$header" |
+            gcc -x c -std=c99 -pedantic -Wall -Wextra -Werror -fsyntax-only $include_folders - 2>&1 ||
+            echo "$header does not take types that are defined already"
+    done
+}
+
+check_headers() {
+    {
+        files_named src tests -- '*.h' |
+            xargs -P 2 -I '{}' bash -c 'compile_header "$1" g++ -x c++ -std=c++20' - '{}'
+        installed_header_findings
+    } | nothing
+}
+
+check_lengths() { scripts/lengths; }
+
+# Nothing is left for later, switched off or waited for; only a stress test may stop at a random moment.
+check_markers() {
+    {
+        text_files | xargs grep -nE '\b(TO''DO|FIX''ME|XX''X|HA''CK)\b'
+        find tests -name '*.cpp' -not -path 'tests/stress/*' -exec grep -nE '\bDISABLED_|sleep_for|sleep_until|\busleep\(|\bsleep\(' {} +
+    } | nothing
+}
+
+# The host programs in C touch every exported C function and object. (Mangled names have their meaning behind them.)
+check_hosts() {
+    grep -vh -e '  # ' tests/abi/odbcinst.txt tests/abi/jxutl08.txt | while read -r name; do
+        grep -qw "$name" tests/hosts/*.c || echo "No program in tests/hosts/*.c uses $name"
+    done | nothing
+}
+
+# Relative links of the documents lead somewhere.
+check_links() {
+    files_named . -- '*.md' | while read -r document; do
+        grep -oE '\]\([^)#: ]+[)#]' "$document" | sed 's/^](//; s/[)#]$//' | while read -r target; do
+            [ -e "$(dirname "$document")/$target" ] || echo "$document links to $target, which is not there"
+        done
+    done | nothing
+}
+
+check_spelling() {
+    text_files | grep -v -e scripts/spelling.txt -e tests/abi/ | xargs codespell -I scripts/spelling.txt 2>&1 | nothing
+}

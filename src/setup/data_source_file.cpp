@@ -1,0 +1,171 @@
+// One data source in the configuration files: composed in memory, looked at once more, then committed at once.
+#include "setup/data_source_file.h"
+
+#include <memory>
+
+#include "api/odbcinst.h"
+#include "jxutl/ini/jxini.h"
+
+namespace jx::setup {
+
+namespace {
+
+struct ReleaseText {
+    void operator()(JxIniText* text) const { jxIniRelease(text); }
+};
+struct DiscardChange {
+    void operator()(JxIniChange* change) const { jxIniDiscard(change); }
+};
+using Text = std::unique_ptr<JxIniText, ReleaseText>;
+using Change = std::unique_ptr<JxIniChange, DiscardChange>;
+using LookAt = const char*(const JxIniChange*, size_t*);
+
+Text parse(const Change& change, LookAt* lookAt) {
+    size_t length = 0;
+    const char* bytes = change ? lookAt(change.get(), &length) : nullptr;
+    return Text(bytes != nullptr ? jxIniParse(bytes, length) : nullptr);
+}
+
+bool set(const Change& change, const std::string& section, const char* key, const char* value) {
+    return change && jxIniSet(change.get(), section.c_str(), key, value) != 0;
+}
+
+bool commit(Change change) {
+    return jxIniCommit(change.release()) != 0;
+}
+
+// The store trims what it is asked for: a name with outer blanks would find, and change, another data source. Equal
+// length tells that the name found is the name asked for.
+bool hasSection(const Text& text, const std::string& name) {
+    JxIniPiece header;
+    return text && jxIniFind(text.get(), name.c_str(), nullptr, &header) != 0 && header.nameLength == name.size();
+}
+
+std::optional<std::string> valueOf(const Text& text, const std::string& section, const std::string& key) {
+    JxIniPiece entry;
+    if (!text || jxIniFind(text.get(), section.c_str(), key.c_str(), &entry) == 0 || entry.nameLength != key.size())
+        return std::nullopt;
+    return entry.value == nullptr ? std::string() : std::string(entry.value, entry.valueLength);
+}
+
+// Whether a look-up of key would find another key, the one that is left when outer blanks are cut off.
+bool meansAnotherKey(const Text& text, const std::string& section, const std::string& key) {
+    JxIniPiece entry;
+    return text && jxIniFind(text.get(), section.c_str(), key.c_str(), &entry) != 0 && entry.nameLength != key.size();
+}
+
+std::optional<std::string> driverLibrary(const char* driver) {
+    if (driver == nullptr || *driver == '\0')
+        return std::nullopt;
+    const std::optional<std::string> library =
+        valueOf(Text(jxIniRead(INS_ODBCINST_FILENAME)), driver, INS_ODBCINI_DRIVER);
+    return library && !library->empty() ? library : std::nullopt;
+}
+
+bool readsBack(const Change& change, const DataSourceRequest& request, bool emptyMeansAbsent) {
+    const Text after = parse(change, jxIniAfter);
+    if (!hasSection(after, request.name))
+        return false;
+    for (const Attribute& attribute : request.attributes) {
+        const std::optional<std::string> stored = valueOf(after, request.name, attribute.keyword);
+        if (emptyMeansAbsent && attribute.value.empty() ? stored.has_value() : stored != attribute.value)
+            return false;
+    }
+    return true;
+}
+
+bool enterInList(const Change& change, const std::string& name, const char* driver) {
+    return set(change, INS_ODBCINI_DS, name.c_str(), nullptr) && set(change, INS_ODBCINI_DS, name.c_str(), driver);
+}
+
+// The same writes in the same order as SQLWriteDSNToIni and the attribute writes make.
+bool composeSection(const Change& change, const std::string& library, const DataSourceRequest& request) {
+    if (!set(change, request.name, nullptr, nullptr) || !set(change, request.name, INS_ODBCINI_DRIVER, library.c_str()))
+        return false;
+    for (const Attribute& attribute : request.attributes)
+        if (!set(change, request.name, attribute.keyword.c_str(), attribute.value.c_str()))
+            return false;
+    return readsBack(change, request, /*emptyMeansAbsent=*/false);
+}
+
+// key null: the whole section.
+bool writeDefaultEntry(const char* key, const char* driver) {
+    return SQLWritePrivateProfileString(INS_ODBCINI_DEFAULT, key, driver, INS_ODBCINST_FILENAME) != 0;
+}
+
+void putBackDefaultEntry(const Text& before) {
+    const std::optional<std::string> driver = valueOf(before, INS_ODBCINI_DEFAULT, INS_ODBCINI_DRIVER);
+    const bool hadSection = hasSection(before, INS_ODBCINI_DEFAULT);
+    writeDefaultEntry(hadSection ? INS_ODBCINI_DRIVER : nullptr, driver ? driver->c_str() : nullptr);
+}
+
+bool writeSection(const std::string& library, const DataSourceRequest& request) {
+    Change change(jxIniBegin(INS_ODBCINI_FILENAME));
+    return composeSection(change, library, request) && commit(std::move(change));
+}
+
+// Both files never have their turn taken at once: the two names may stand for one file.
+bool addDefaultDataSource(const char* driver, const std::string& library, const DataSourceRequest& request) {
+    if (!composeSection(Change(jxIniPreview(INS_ODBCINI_FILENAME)), library, request))
+        return false;
+    const Text before(jxIniRead(INS_ODBCINST_FILENAME));
+    if (!writeDefaultEntry(INS_ODBCINI_DRIVER, driver))
+        return false;
+    if (writeSection(library, request))
+        return true;
+    putBackDefaultEntry(before);
+    return false;
+}
+
+bool removeSection(const char* file, const std::string& name) {
+    Change change(jxIniBegin(file));
+    return set(change, name, nullptr, nullptr) && commit(std::move(change));
+}
+
+bool removeDefaultDataSource(const std::string& name) {
+    const bool known = hasSection(Text(jxIniRead(INS_ODBCINST_FILENAME)), name) ||
+                       hasSection(Text(jxIniRead(INS_ODBCINI_FILENAME)), name);
+    return known && removeSection(INS_ODBCINST_FILENAME, name) && removeSection(INS_ODBCINI_FILENAME, name);
+}
+
+}  // namespace
+
+bool addDataSource(const char* driver, const DataSourceRequest& request) {
+    const std::optional<std::string> library = driverLibrary(driver);
+    if (!library || !isNameForNewDataSource(request.name))
+        return false;
+    if (isDefaultName(request.name))
+        return addDefaultDataSource(driver, *library, request);
+    Change change(jxIniBegin(INS_ODBCINI_FILENAME));
+    return enterInList(change, request.name, driver) && composeSection(change, *library, request) &&
+           commit(std::move(change));
+}
+
+bool changeDataSource(const char* driver, const DataSourceRequest& request) {
+    if (!driverLibrary(driver) || isReservedName(request.name))
+        return false;
+    Change change(jxIniBegin(INS_ODBCINI_FILENAME));
+    const Text before = parse(change, jxIniBefore);
+    if (!hasSection(before, request.name))
+        return false;
+    for (const auto& [keyword, value] : request.attributes)
+        if (meansAnotherKey(before, request.name, keyword) ||
+            !set(change, request.name, keyword.c_str(), value.empty() ? nullptr : value.c_str()))
+            return false;
+    return readsBack(change, request, /*emptyMeansAbsent=*/true) && commit(std::move(change));
+}
+
+bool removeDataSource(const DataSourceRequest& request) {
+    if (isReservedName(request.name))
+        return false;
+    if (isDefaultName(request.name))
+        return removeDefaultDataSource(request.name);
+    Change change(jxIniBegin(INS_ODBCINI_FILENAME));
+    const Text before = parse(change, jxIniBefore);
+    const bool listed = valueOf(before, INS_ODBCINI_DS, request.name).has_value();
+    const bool hasOwnSection = hasSection(before, request.name);
+    return (listed || hasOwnSection) && (!listed || set(change, INS_ODBCINI_DS, request.name.c_str(), nullptr)) &&
+           set(change, request.name, nullptr, nullptr) && commit(std::move(change));
+}
+
+}  // namespace jx::setup

@@ -1,0 +1,42 @@
+/* What the parts of the C host program share: a check that reports and counts, and the folder it works in. */
+#ifndef HOST_H
+#define HOST_H
+
+#include <stdio.h>
+
+extern int host_failures;
+
+#define CHECK(condition)                                                           \
+    do {                                                                           \
+        if (!(condition)) {                                                        \
+            printf("%s:%d: this is not so: %s\n", __FILE__, __LINE__, #condition); \
+            ++host_failures;                                                       \
+        }                                                                          \
+    } while (0)
+
+/* An empty folder of this program's own, its home; without a trailing slash. */
+extern const char* host_folder;
+
+/* The installed libjxsetup.so. */
+extern const char* host_setup_library;
+
+/* FOLDER/name, valid until the next call. */
+const char* in_folder(const char* name);
+
+/* Writes a file of the folder whole, and compares one. */
+void put_file(const char* name, const char* text);
+int file_holds(const char* name, const char* text);
+
+/* The parts; each touches the functions of one header or two. */
+void use_profiles(void);
+void use_data_sources(void);
+void use_exported_data(void);
+void use_dialogs(void);
+void use_memory(void);
+void use_text(void);
+void use_files(void);
+void use_tasks(void);
+void use_boxes(void);
+void use_ini_store(void);
+
+#endif

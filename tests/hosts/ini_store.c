@@ -1,0 +1,59 @@
+/* The INI store's own interface, called from C. */
+#include <jxini.h>
+#include <string.h>
+
+#include "host.h"
+
+static const char before[] = "; mine\n[A]\nb=c\n";
+
+static int count_keys(void* context, const JxIniPiece* piece) {
+    *(int*)context += piece->nameLength == 1 && piece->name[0] == 'b';
+    return 1;
+}
+
+static void look_at(const JxIniText* text) {
+    JxIniPiece piece;
+    size_t length = 0;
+    int keys = 0;
+    CHECK(memcmp(jxIniBytes(text, &length), before, sizeof before - 1) == 0 && length == sizeof before - 1);
+    CHECK(jxIniPieceCount(text) == 3);
+    CHECK(jxIniPieceAt(text, 0, &piece) == 1 && piece.kind == JxIniComment && piece.line == 1);
+    CHECK(jxIniFind(text, "a", "B", &piece) == 1 && piece.line == 3);
+    CHECK(piece.valueLength == 1 && piece.value[0] == 'c');
+    CHECK(jxIniEach(text, "A", count_keys, &keys) == 1 && keys == 1);
+}
+
+static void change(const char* file) {
+    size_t length = 0;
+    JxIniChange* preview = jxIniPreview(file);
+    JxIniChange* change = jxIniBegin(file);
+    CHECK(jxIniSet(preview, "A", "x", "1") == 1);
+    CHECK(jxIniCommit(preview) == 0);
+    CHECK(jxIniSet(change, "A", "b", "2") == 1);
+    CHECK(memcmp(jxIniBefore(change, &length), before, sizeof before - 1) == 0);
+    CHECK(memcmp(jxIniAfter(change, &length), "; mine\n[A]\nb=2\n", sizeof before - 1) == 0);
+    CHECK(jxIniCommit(change) == 1);
+    CHECK(file_holds("own.ini", "; mine\n[A]\nb=2\n"));
+    change = jxIniBegin(file);
+    CHECK(jxIniSet(change, "A", NULL, NULL) == 1);
+    jxIniDiscard(change);
+    CHECK(file_holds("own.ini", "; mine\n[A]\nb=2\n"));
+}
+
+void use_ini_store(void) {
+    char path[512], sentence[512] = "";
+    JxIniText* text;
+    put_file("own.ini", before);
+    CHECK(jxIniPath(".odbc.ini", path, sizeof path) == strlen(path) && strcmp(path, in_folder(".odbc.ini")) == 0);
+    text = jxIniParse(before, sizeof before - 1);
+    look_at(text);
+    jxIniRelease(text);
+    snprintf(path, sizeof path, "%s", in_folder("own.ini"));
+    text = jxIniRead(path);
+    look_at(text);
+    jxIniRelease(text);
+    change(path);
+    CHECK(jxIniRead(in_folder("none.ini")) == NULL);
+    CHECK(jxIniLastFailure().step != JxIniStepNone && jxIniLastFailure().error != 0);
+    CHECK(jxIniFailureText(sentence, sizeof sentence) == strlen(sentence) && sentence[0] != '\0');
+}

@@ -1,0 +1,47 @@
+/* A program that exports installer functions of its own, as a second library in the process would: the library's calls
+ * of its own functions must not end here. Its profile functions count as such calls: adding a data source uses them.
+ * Usage: other_names SETUP-LIBRARY */
+#define _POSIX_C_SOURCE 200809L
+#include <dlfcn.h>
+#include <odbcinst.h>
+#include <stdlib.h>
+#include <unistd.h>
+
+#include "host.h"
+
+int host_failures;
+static int captured;
+
+JX_EXPORT BOOL SQLRemoveDSNFromIni(LPCSTR name) {
+    (void)name;
+    ++captured;
+    return FALSE;
+}
+
+JX_EXPORT BOOL SQLWriteDSNToIni(LPCSTR name, LPCSTR driver) {
+    (void)name;
+    (void)driver;
+    ++captured;
+    return FALSE;
+}
+
+int main(int count, char** arguments) {
+    char folder[] = "/tmp/jxodbc-host-XXXXXX", path[64], value[16];
+    if (count != 2 || mkdtemp(folder) == NULL)
+        return 2;
+    setenv("HOME", folder, 1);
+    CHECK(SQLWritePrivateProfileString("Sample Driver", "Driver", "/opt/sample.so", ".odbcinst.ini"));
+    CHECK(SQLWritePrivateProfileString("Sample Driver", "Setup", arguments[1], ".odbcinst.ini"));
+    /* Adding what exists removes the old entry through the library's own SQLRemoveDSNFromIni. */
+    CHECK(SQLWritePrivateProfileString("Sales", "Old", "1", ".odbc.ini"));
+    CHECK(SQLConfigDataSource(0, ODBC_ADD_DSN, "Sample Driver", "DSN=Sales\0New=2\0"));
+    CHECK(SQLGetPrivateProfileString("Sales", "Old", "", value, sizeof value, ".odbc.ini") == 0);
+    CHECK(SQLGetPrivateProfileString("Sales", "New", "", value, sizeof value, ".odbc.ini") == 1);
+    CHECK(captured == 0);
+    snprintf(path, sizeof path, "%s/.odbc.ini", folder);
+    unlink(path);
+    snprintf(path, sizeof path, "%s/.odbcinst.ini", folder);
+    unlink(path);
+    CHECK(rmdir(folder) == 0);
+    return host_failures == 0 ? 0 : 1;
+}

@@ -1,0 +1,34 @@
+#!/bin/bash
+# What cmake --install leaves: every file it should, libraries that look for each other beside themselves only, and no
+# text that names the folder of the build or of the sources.
+# Usage: files_test.sh CMAKE BUILD
+. "$(dirname "$0")/install.sh"
+cd "$prefix"
+failed=0
+fail() {
+    echo "$1"
+    failed=1
+}
+
+libraries="lib/libodbcinst.so.1 lib/libjxutl08.so lib/libjxsetup.so"
+for file in $libraries lib/libodbcinst.so lib/cmake/jxodbc/jxodbcConfig.cmake lib/cmake/jxodbc/jxodbcConfigVersion.cmake \
+    lib/pkgconfig/jxodbc-odbcinst.pc lib/pkgconfig/jxodbc-jxutl08.pc share/man/man5 share/doc/jxodbc/LICENSE; do
+    [ -e "$file" ] || fail "$file was not installed"
+done
+[ "$(readlink lib/libodbcinst.so)" = libodbcinst.so.1 ] || fail "lib/libodbcinst.so is no link to libodbcinst.so.1"
+
+for header in "$root"/src/platform/*.h "$root"/src/{api/odbcinst,config/odbcins,jxutl/ini/jxini}.h; do
+    cmp -s "$header" "include/jxodbc/$(basename "$header")" || fail "$(basename "$header") was not installed"
+done
+[ "$(ls include/jxodbc | wc -l)" -eq "$(($(ls "$root"/src/platform/*.h | wc -l) + 3))" ] || fail "other headers were installed"
+for page in "$root"/docs/man/*.5; do
+    cmp -s "$page" "share/man/man5/$(basename "$page")" || fail "$(basename "$page") was not installed"
+done
+
+for library in $libraries; do
+    readelf -dW "$library" | grep -q 'RUNPATH.*\[$ORIGIN\]' || fail "$library does not look beside itself"
+done
+if grep -rlF -e "$root" -e "$build" --include='*.cmake' --include='*.pc' --include='*.h' .; then
+    fail "these files name the folder of the sources or of the build"
+fi
+exit $failed
