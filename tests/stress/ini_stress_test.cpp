@@ -1,9 +1,13 @@
 // Many writers at one file, in processes and threads, some of them killed: no change is lost and no half text is seen.
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <poll.h>
+#include <sys/inotify.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <cerrno>
 #include <csignal>
@@ -17,12 +21,14 @@
 #include <thread>
 #include <vector>
 
+#include "descriptor.h"
 #include "jxini.h"
 #include "jxprofile.h"
 #include "test_home.h"
 
 namespace {
 
+using jx::ini::Descriptor;
 using jx::test::TestHome;
 
 constexpr int kWriters = 4;
@@ -97,20 +103,58 @@ pid_t startChild(const std::function<int()>& body) {
     return child;
 }
 
-// Looks at the file until every child has ended; how often it did not look whole, or a child failed.
-int watchUntilAllEnd(const std::vector<pid_t>& children, const std::string& file) {
+// Events: wakes up whenever something happens in a folder. A reader that looked without a pause would keep the machine
+// from the very writes it looks for.
+class Events {
+public:
+    explicit Events(const std::string& folder) : fd_(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK)) {
+        constexpr unsigned kByWriters = IN_CREATE | IN_MODIFY | IN_ATTRIB | IN_CLOSE_WRITE | IN_MOVED_TO | IN_DELETE;
+        EXPECT_GE(::inotify_add_watch(fd_.get(), folder.c_str(), kByWriters), 0);
+    }
+
+    // False once the other end of the pipe has been closed by all who held it.
+    bool wait(int pipe) const {
+        pollfd ready[] = {{fd_.get(), POLLIN, 0}, {pipe, 0, 0}};
+        ::poll(ready, 2, -1);
+        std::array<char, 4096> events;
+        while (::read(fd_.get(), events.data(), events.size()) > 0) {
+        }
+        return ready[1].revents == 0;
+    }
+
+private:
+    Descriptor fd_;
+};
+
+// Ends: a pipe whose writing end is held by whoever is still at work.
+struct Ends {
+    Ends() {
+        int ends[2] = {-1, -1};
+        EXPECT_EQ(::pipe2(ends, O_CLOEXEC), 0);
+        reading = Descriptor(ends[0]);
+        writing = Descriptor(ends[1]);
+    }
+
+    Descriptor reading;
+    Descriptor writing;
+};
+
+// Starts one child for each writer and looks at the file until all have ended; how often it did not look whole, or a
+// child failed.
+int watchWriters(const TestHome& home, const std::function<int(int)>& write) {
+    const Events events(home.path());
+    Ends ends;
+    std::vector<pid_t> children;
+    for (int writer = 0; writer < kWriters; ++writer)
+        children.push_back(startChild([&] { return write(writer); }));
+    ends.writing.close();
     int faults = 0;
-    std::size_t ended = 0;
-    while (ended < children.size()) {
-        faults += isWhole(textOf(file)) ? 0 : 1;
+    do
+        faults += isWhole(textOf(home.file("x.ini"))) ? 0 : 1;
+    while (events.wait(ends.reading.get()));
+    for (const pid_t child : children) {
         int status = 0;
-        const pid_t child = ::waitpid(-1, &status, WNOHANG);
-        if (child < 0)
-            return faults + 1;
-        if (child == 0)
-            continue;
-        ++ended;
-        faults += WIFEXITED(status) && WEXITSTATUS(status) == 0 ? 0 : 1;
+        faults += ::waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0 ? 0 : 1;
     }
     return faults;
 }
@@ -118,10 +162,7 @@ int watchUntilAllEnd(const std::vector<pid_t>& children, const std::string& file
 TEST(IniStress, ProcessesLoseNoChangeAndReadersSeeWholeTexts) {
     const TestHome home{{"x.ini", beginning()}};
     const std::string file = home.file("x.ini");
-    std::vector<pid_t> children;
-    for (int writer = 0; writer < kWriters; ++writer)
-        children.push_back(startChild([&] { return writeAll(file, writer); }));
-    EXPECT_EQ(watchUntilAllEnd(children, file), 0);
+    EXPECT_EQ(watchWriters(home, [&](int writer) { return writeAll(file, writer); }), 0);
     expectEveryKeyOnce(home.text("x.ini"));
     EXPECT_EQ(home.names(), std::vector<std::string>{"x.ini"});
 }
@@ -130,23 +171,22 @@ TEST(IniStress, ThreadsLoseNoChangeAndReadersSeeWholeTexts) {
     const TestHome home{{"x.ini", beginning()}};
     const std::string file = home.file("x.ini");
     std::atomic<int> faults = 0;
-    std::atomic<bool> done = false;
+    const Events events(home.path());
+    Ends ends;
     std::thread reader([&] {
-        while (!done) {
+        do {
             unsigned char mark[8];
-            if (jxGetPrivateProfileString(bytes("End"), bytes("mark"), bytes("lost"), mark, sizeof mark, bytes(file)) !=
-                1)
-                ++faults;
-            if (!isWhole(textOf(file)))
-                ++faults;
-        }
+            const int length =
+                jxGetPrivateProfileString(bytes("End"), bytes("mark"), bytes("lost"), mark, sizeof mark, bytes(file));
+            faults += length == 1 && isWhole(textOf(file)) ? 0 : 1;
+        } while (events.wait(ends.reading.get()));
     });
     std::vector<std::thread> writers;
     for (int writer = 0; writer < kWriters; ++writer)
         writers.emplace_back([&file, &faults, writer] { faults += writeAll(file, writer); });
     for (std::thread& writer : writers)
         writer.join();
-    done = true;
+    ends.writing.close();
     reader.join();
     EXPECT_EQ(faults, 0);
     expectEveryKeyOnce(home.text("x.ini"));
@@ -156,10 +196,8 @@ TEST(IniStress, ThreadsLoseNoChangeAndReadersSeeWholeTexts) {
 TEST(IniStress, WritersThroughALinkAndByNameTakeTheSameTurns) {
     const TestHome home{{"x.ini", beginning()}};
     ASSERT_EQ(::symlink("x.ini", home.file("link").c_str()), 0);
-    std::vector<pid_t> children;
-    for (int writer = 0; writer < kWriters; ++writer)
-        children.push_back(startChild([&] { return writeAll(home.file(writer % 2 == 0 ? "x.ini" : "link"), writer); }));
-    EXPECT_EQ(watchUntilAllEnd(children, home.file("x.ini")), 0);
+    const auto name = [](int writer) { return writer % 2 == 0 ? "x.ini" : "link"; };
+    EXPECT_EQ(watchWriters(home, [&](int writer) { return writeAll(home.file(name(writer)), writer); }), 0);
     expectEveryKeyOnce(home.text("x.ini"));
     EXPECT_EQ(home.names(), (std::vector<std::string>{"link", "x.ini"}));
 }
@@ -189,10 +227,7 @@ int countUp(const std::string& file, int times) {
 TEST(IniStress, BatchesReadAndWriteAsOne) {
     const TestHome home{{"x.ini", beginning()}};
     const std::string file = home.file("x.ini");
-    std::vector<pid_t> children;
-    for (int writer = 0; writer < kWriters; ++writer)
-        children.push_back(startChild([&] { return countUp(file, kKeysEach); }));
-    EXPECT_EQ(watchUntilAllEnd(children, file), 0);
+    EXPECT_EQ(watchWriters(home, [&](int) { return countUp(file, kKeysEach); }), 0);
     const std::string count = std::to_string(kWriters * kKeysEach);
     EXPECT_EQ(home.text("x.ini"), "[Keys]\none=" + count + "\ntwo=" + count + "\n" + std::string(kEnd));
 }
