@@ -4,9 +4,14 @@
 #include <memory>
 #include <string>
 
+#include "ini/failure.h"
 #include "platform/jxerrors.h"
 
 namespace jx {
+
+namespace ini {
+class ProfileCache;
+}
 
 // ThreadData: one thread's own data, made when it is first needed and released when the thread ends.
 // Why not  thread_local: where that lives in a library that is loaded late, the first use in a thread allocates behind
@@ -15,6 +20,8 @@ struct ThreadData {
     std::unique_ptr<JxList> errors;
     std::string loadError;
     int taskDepth = 0;
+    ini::Failure storeFailure;
+    std::shared_ptr<ini::ProfileCache> profiles;  // shared_ptr, so that only its maker needs to know it
 };
 
 // The calling thread's data, made now if need be; null when memory is short.

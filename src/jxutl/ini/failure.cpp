@@ -4,27 +4,14 @@
 #include <cstring>
 #include <new>
 
+#include "jxutl/thread_data.h"
+
 namespace jx::ini {
 
 namespace {
 
-// Set when the thread's objects have been destroyed: nobody would release a path that is noted later.
-thread_local constinit bool threadEnds = false;
-
-// Kept: one thread's failure. The end of the thread releases the path's memory but leaves the object usable, since
-// clean-up that runs later in the thread may still call the store.
-union Kept {
-    Failure failure;
-    Kept() : failure() {}
-    ~Kept() {
-        std::string().swap(failure.path);
-        threadEnds = true;
-    }
-    Kept(const Kept&) = delete;
-    Kept& operator=(const Kept&) = delete;
-};
-
-thread_local Kept kept;
+// Where not even a failure can be kept, that is the failure.
+const Failure kNoMemoryToNote{JxIniStepMemory, {}, ENOMEM, false};
 
 const char* verb(JxIniStep step) {
     switch (step) {
@@ -75,13 +62,17 @@ std::string reason(const Failure& failure) {
 }  // namespace
 
 void noteFailure(JxIniStep step, std::string_view path, int error, bool afterRename) noexcept {
-    kept.failure.step = step;
-    kept.failure.error = error;
-    kept.failure.afterRename = afterRename;
+    ThreadData* data = threadData();
+    if (data == nullptr)
+        return;
+    Failure& kept = data->storeFailure;
+    kept.step = step;
+    kept.error = error;
+    kept.afterRename = afterRename;
     try {
-        kept.failure.path.assign(threadEnds ? std::string_view() : path);
+        kept.path.assign(path);
     } catch (const std::bad_alloc&) {
-        kept.failure.path.clear();
+        kept.path.clear();
     }
 }
 
@@ -90,16 +81,19 @@ void noteFailure(const Failure& failure) noexcept {
 }
 
 void noteSuccess() noexcept {
-    if (kept.failure.step == JxIniStepNone)
+    ThreadData* data = existingThreadData();
+    if (data == nullptr || data->storeFailure.step == JxIniStepNone)
         return;
-    kept.failure.step = JxIniStepNone;
-    kept.failure.path.clear();
-    kept.failure.error = 0;
-    kept.failure.afterRename = false;
+    Failure& kept = data->storeFailure;
+    kept.step = JxIniStepNone;
+    kept.path.clear();
+    kept.error = 0;
+    kept.afterRename = false;
 }
 
 const Failure& lastFailure() noexcept {
-    return kept.failure;
+    const ThreadData* data = threadData();
+    return data != nullptr ? data->storeFailure : kNoMemoryToNote;
 }
 
 std::string describe(const Failure& failure) {

