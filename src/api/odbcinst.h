@@ -51,7 +51,8 @@ JX_EXPORT_BOUND int SQLGetPrivateProfileString(LPCSTR lpszSection, LPCSTR lpszEn
                                                LPSTR lpszRetBuffer, int cbRetBuffer, LPCSTR lpszFilename);
 
 /* Stores lpszString under lpszEntry; a null string deletes the key, a null entry the section. TRUE when the file holds
- * it, and it then survives a power cut; FALSE when the file is as it was. */
+ * it, and it then survives a power cut; FALSE when the file is as it was, or when only its directory could not be
+ * flushed: then the new text is there. */
 JX_EXPORT_BOUND BOOL SQLWritePrivateProfileString(LPCSTR lpszSection, LPCSTR lpszEntry, LPCSTR lpszString,
                                                   LPCSTR lpszFilename);
 
@@ -74,8 +75,10 @@ JX_EXPORT_BOUND BOOL SQLRemoveDefaultDataSource(void);
 
 /* Adds, changes or removes (fRequest) a data source through the setup library of the installed driver lpszDriver (at
  * most 49 bytes; a longer name is refused). lpszAttributes is a list of keyword=value texts of at most 1024 bytes in
- * all, with the name under "DSN"; with a window and ODBC_ADD_DSN it may be null or empty. TRUE when the setup library
- * accepted, or when a data source whose setup library cannot be loaded was removed. */
+ * all, with the name under "DSN"; with a window and ODBC_ADD_DSN it may be null or empty. An add removes a data source
+ * of that name before it calls the setup library, whatever that then answers. "ODBC", "ODBC Data Sources", "ODBC
+ * Drivers" and "ODBC Translators", in any case, are no data sources: none of them is ever found or removed. TRUE when
+ * the setup library accepted, or when the removal of a data source whose setup library cannot be loaded was tried. */
 JX_EXPORT_BOUND BOOL SQLConfigDataSource(HWND hwnd, WORD fRequest, LPCSTR lpszDriver, LPCSTR lpszAttributes);
 
 /* Runs the Data Sources dialog and returns what its starter returned: 0 without a host that shows dialogs, and 0 at

@@ -4,11 +4,14 @@
 #include <odbcins.h>
 #include <odbcinst.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <iterator>
 #include <string_view>
 
 #include "config/attribute_list.h"
+#include "config/entry_name.h"
 #include "config/key_list.h"
 #include "config/message_text.h"
 #include "config/setup_library.h"
@@ -35,13 +38,15 @@ struct ConfigurationRequest {
     }
 };
 
-// A section name cannot hold a line break, so no data source of such a name could ever be read back.
-bool canBeSection(std::string_view name) {
-    return name.find_first_of("\r\n") == std::string_view::npos;
+// The sections of the lists, and of the settings, are no data sources: replacing or removing one would lose them all.
+bool isOwnSection(const unsigned char* name) {
+    const auto isName = [name](const char* own) { return jx::isNameInAnyCase(name, own); };
+    const char* const own[] = {INS_ODBCINI_ODBC, INS_ODBCINI_DS, INS_ODBCINI_DRIVERS, INS_ODBCINST_TRANSLATORS};
+    return std::any_of(std::begin(own), std::end(own), isName);
 }
 
 bool dataSourceExists(const unsigned char* name) {
-    return !jx::KeyList(name, jx::kNotAvailable, asBytes(INS_ODBCINI_FILENAME)).isMissing();
+    return !isOwnSection(name) && !jx::KeyList(name, jx::kNotAvailable, asBytes(INS_ODBCINI_FILENAME)).isMissing();
 }
 
 // An add without a name: the setup routine can ask for it where there is a window. Everything else needs the name.
@@ -55,8 +60,6 @@ bool goesOnWithoutName(const ConfigurationRequest& asked) {
 
 // An add replaces a data source of the same name, after asking where there is a window.
 bool goesOnWithAdd(const ConfigurationRequest& asked) {
-    if (!canBeSection(asChars(asked.dataSource)))
-        return false;
     if (!dataSourceExists(asked.dataSource))
         return true;
     if (asked.hwnd != 0 && asked.show("DSN - ", " already exists Do you want to overwrite it?", kQuestion) == IDNO)

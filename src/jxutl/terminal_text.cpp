@@ -1,15 +1,50 @@
 // Takes texts apart into characters and writes the harmless ones.
 #include "terminal_text.h"
 
+#include <pthread.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstddef>
 #include <cstring>
+#include <ctime>
 
 namespace jx {
 
 namespace {
+
+// NoPipeSignal: while it lives, a write to a pipe that nobody reads any more fails without ending the program; a signal
+// that was waiting before stays.
+class NoPipeSignal {
+public:
+    NoPipeSignal() {
+        sigset_t waiting;
+        sigemptyset(&pipe_);
+        sigaddset(&pipe_, SIGPIPE);
+        sigpending(&waiting);
+        wasWaiting_ = sigismember(&waiting, SIGPIPE) == 1;
+        blocked_ = pthread_sigmask(SIG_BLOCK, &pipe_, &before_) == 0;
+    }
+
+    ~NoPipeSignal() {
+        const timespec now{};
+        if (blocked_ && !wasWaiting_)
+            while (sigtimedwait(&pipe_, nullptr, &now) < 0 && errno == EINTR) {
+            }
+        if (blocked_)
+            pthread_sigmask(SIG_SETMASK, &before_, nullptr);
+    }
+
+    NoPipeSignal(const NoPipeSignal&) = delete;
+    NoPipeSignal& operator=(const NoPipeSignal&) = delete;
+
+private:
+    sigset_t pipe_{};
+    sigset_t before_{};
+    bool wasWaiting_ = false;
+    bool blocked_ = false;
+};
 
 // Output: bytes on their way to standard error.
 class Output {
@@ -86,6 +121,7 @@ void put(Output& output, const char* text, bool keepsLineBreaks) {
 }  // namespace
 
 void writeMessage(const char* title, const char* text) {
+    const NoPipeSignal held;
     Output output;
     put(output, title, /*keepsLineBreaks=*/false);
     output.put(": ", 2);

@@ -29,7 +29,7 @@ JX_EXPORT int jxGetPrivateProfileString(const unsigned char* section, const unsi
 
 /* Stores value under key in section; a null value deletes the key, a null key the whole section. Returns 1 when the
  * file holds that (also when it did before: it is then not touched), 0 when it could not be done and the file is as it
- * was; jxIniLastFailure of jxini.h tells why. */
+ * was; jxIniLastFailure of jxini.h tells why, and in its afterRename whether only the flush of the directory failed. */
 JX_EXPORT int jxWritePrivateProfileString(const unsigned char* section, const unsigned char* key,
                                           const unsigned char* value, const unsigned char* file);
 JX_EXPORT int jxWritePrivateProfileString(const unsigned char* section, const unsigned char* key,

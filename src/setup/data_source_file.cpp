@@ -3,8 +3,8 @@
 
 #include <memory>
 
-#include "api/odbcinst.h"
 #include "jxutl/ini/jxini.h"
+#include "setup/ini_names.h"
 
 namespace jx::setup {
 
@@ -57,8 +57,7 @@ bool meansAnotherKey(const Text& text, const std::string& section, const std::st
 std::optional<std::string> driverLibrary(const char* driver) {
     if (driver == nullptr || *driver == '\0')
         return std::nullopt;
-    const std::optional<std::string> library =
-        valueOf(Text(jxIniRead(INS_ODBCINST_FILENAME)), driver, INS_ODBCINI_DRIVER);
+    const std::optional<std::string> library = valueOf(Text(jxIniRead(kDriverFile)), driver, kDriver);
     return library && !library->empty() ? library : std::nullopt;
 }
 
@@ -75,12 +74,12 @@ bool readsBack(const Change& change, const DataSourceRequest& request, bool empt
 }
 
 bool enterInList(const Change& change, const std::string& name, const char* driver) {
-    return set(change, INS_ODBCINI_DS, name.c_str(), nullptr) && set(change, INS_ODBCINI_DS, name.c_str(), driver);
+    return set(change, kDataSourceList, name.c_str(), nullptr) && set(change, kDataSourceList, name.c_str(), driver);
 }
 
 // The same writes in the same order as SQLWriteDSNToIni and the attribute writes make.
 bool composeSection(const Change& change, const std::string& library, const DataSourceRequest& request) {
-    if (!set(change, request.name, nullptr, nullptr) || !set(change, request.name, INS_ODBCINI_DRIVER, library.c_str()))
+    if (!set(change, request.name, nullptr, nullptr) || !set(change, request.name, kDriver, library.c_str()))
         return false;
     for (const Attribute& attribute : request.attributes)
         if (!set(change, request.name, attribute.keyword.c_str(), attribute.value.c_str()))
@@ -90,26 +89,27 @@ bool composeSection(const Change& change, const std::string& library, const Data
 
 // key null: the whole section.
 bool writeDefaultEntry(const char* key, const char* driver) {
-    return SQLWritePrivateProfileString(INS_ODBCINI_DEFAULT, key, driver, INS_ODBCINST_FILENAME) != 0;
+    Change change(jxIniBegin(kDriverFile));
+    return set(change, kDefault, key, driver) && commit(std::move(change));
 }
 
 void putBackDefaultEntry(const Text& before) {
-    const std::optional<std::string> driver = valueOf(before, INS_ODBCINI_DEFAULT, INS_ODBCINI_DRIVER);
-    const bool hadSection = hasSection(before, INS_ODBCINI_DEFAULT);
-    writeDefaultEntry(hadSection ? INS_ODBCINI_DRIVER : nullptr, driver ? driver->c_str() : nullptr);
+    const std::optional<std::string> driver = valueOf(before, kDefault, kDriver);
+    const bool hadSection = hasSection(before, kDefault);
+    writeDefaultEntry(hadSection ? kDriver : nullptr, driver ? driver->c_str() : nullptr);
 }
 
 bool writeSection(const std::string& library, const DataSourceRequest& request) {
-    Change change(jxIniBegin(INS_ODBCINI_FILENAME));
+    Change change(jxIniBegin(kDataSourceFile));
     return composeSection(change, library, request) && commit(std::move(change));
 }
 
 // Both files never have their turn taken at once: the two names may stand for one file.
 bool addDefaultDataSource(const char* driver, const std::string& library, const DataSourceRequest& request) {
-    if (!composeSection(Change(jxIniPreview(INS_ODBCINI_FILENAME)), library, request))
+    if (!composeSection(Change(jxIniPreview(kDataSourceFile)), library, request))
         return false;
-    const Text before(jxIniRead(INS_ODBCINST_FILENAME));
-    if (!writeDefaultEntry(INS_ODBCINI_DRIVER, driver))
+    const Text before(jxIniRead(kDriverFile));
+    if (!before || !writeDefaultEntry(kDriver, driver))
         return false;
     if (writeSection(library, request))
         return true;
@@ -123,9 +123,9 @@ bool removeSection(const char* file, const std::string& name) {
 }
 
 bool removeDefaultDataSource(const std::string& name) {
-    const bool known = hasSection(Text(jxIniRead(INS_ODBCINST_FILENAME)), name) ||
-                       hasSection(Text(jxIniRead(INS_ODBCINI_FILENAME)), name);
-    return known && removeSection(INS_ODBCINST_FILENAME, name) && removeSection(INS_ODBCINI_FILENAME, name);
+    const bool known =
+        hasSection(Text(jxIniRead(kDriverFile)), name) || hasSection(Text(jxIniRead(kDataSourceFile)), name);
+    return known && removeSection(kDriverFile, name) && removeSection(kDataSourceFile, name);
 }
 
 }  // namespace
@@ -136,7 +136,7 @@ bool addDataSource(const char* driver, const DataSourceRequest& request) {
         return false;
     if (isDefaultName(request.name))
         return addDefaultDataSource(driver, *library, request);
-    Change change(jxIniBegin(INS_ODBCINI_FILENAME));
+    Change change(jxIniBegin(kDataSourceFile));
     return enterInList(change, request.name, driver) && composeSection(change, *library, request) &&
            commit(std::move(change));
 }
@@ -144,7 +144,7 @@ bool addDataSource(const char* driver, const DataSourceRequest& request) {
 bool changeDataSource(const char* driver, const DataSourceRequest& request) {
     if (!driverLibrary(driver) || isReservedName(request.name))
         return false;
-    Change change(jxIniBegin(INS_ODBCINI_FILENAME));
+    Change change(jxIniBegin(kDataSourceFile));
     const Text before = parse(change, jxIniBefore);
     if (!hasSection(before, request.name))
         return false;
@@ -160,11 +160,11 @@ bool removeDataSource(const DataSourceRequest& request) {
         return false;
     if (isDefaultName(request.name))
         return removeDefaultDataSource(request.name);
-    Change change(jxIniBegin(INS_ODBCINI_FILENAME));
+    Change change(jxIniBegin(kDataSourceFile));
     const Text before = parse(change, jxIniBefore);
-    const bool listed = valueOf(before, INS_ODBCINI_DS, request.name).has_value();
+    const bool listed = valueOf(before, kDataSourceList, request.name).has_value();
     const bool hasOwnSection = hasSection(before, request.name);
-    return (listed || hasOwnSection) && (!listed || set(change, INS_ODBCINI_DS, request.name.c_str(), nullptr)) &&
+    return (listed || hasOwnSection) && (!listed || set(change, kDataSourceList, request.name.c_str(), nullptr)) &&
            set(change, request.name, nullptr, nullptr) && commit(std::move(change));
 }
 

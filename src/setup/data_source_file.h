@@ -8,7 +8,9 @@ namespace jx::setup {
 // Each of these happens as a whole or not at all: the list entry, the section and its keys reach .odbc.ini in one
 // change, and true means that they would be read back as they were given. The default data source has its entry in
 // .odbcinst.ini instead of the list; that entry is written first and put back when the change of .odbc.ini fails.
-// Threads  any; other writers wait meanwhile. Failure  false and both files as they were; std::bad_alloc likewise.
+// Threads  any; other writers wait meanwhile. Failure  false and both files as they were; std::bad_alloc likewise. Only
+// a removal of the default data source, which stands in both files, may have reached one of them; the next call finds
+// it.
 
 // Enters a data source of the installed driver, replacing one of that name with all its keys. The files are then as
 // SQLWriteDSNToIni and one write for each attribute would leave them. Fails when the driver has no "Driver" key, or the
@@ -19,8 +21,7 @@ bool addDataSource(const char* driver, const DataSourceRequest& request);
 // section of that name, or the driver has no "Driver" key.
 bool changeDataSource(const char* driver, const DataSourceRequest& request);
 
-// Removes the data source, also one that could not be added today. Fails when there is none of that name. A default
-// data source that could be removed from one file only is found, and removed, by the next call.
+// Removes the data source, also one that could not be added today. Fails when there is none of that name.
 bool removeDataSource(const DataSourceRequest& request);
 
 }  // namespace jx::setup

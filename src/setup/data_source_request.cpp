@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <array>
 
-#include "api/odbcinst.h"
 #include "platform/jxtext.h"
+#include "setup/ini_names.h"
 
 namespace jx::setup {
 
@@ -58,7 +58,7 @@ std::optional<DataSourceRequest> parseRequest(const char* list) {
     for (const Attribute& item : *items) {
         if (equalsIgnoringCase(item.keyword, "DSN"))
             request.name = item.value;
-        else if (!equalsIgnoringCase(item.keyword, INS_ODBCINI_DRIVER))
+        else if (!equalsIgnoringCase(item.keyword, kDriver))
             request.attributes.push_back(item);
     }
     if (request.name.empty())
@@ -67,14 +67,14 @@ std::optional<DataSourceRequest> parseRequest(const char* list) {
 }
 
 bool isReservedName(std::string_view name) {
-    const std::array reserved{INS_ODBCINI_ODBC, INS_ODBCINI_DS, INS_ODBCINI_DRIVERS, INS_ODBCINST_TRANSLATORS};
+    const std::array reserved{kSettings, kDataSourceList, kDriverList, kTranslatorList};
     const std::string asText(name);
     return std::any_of(reserved.begin(), reserved.end(),
                        [&](const char* section) { return equalsIgnoringCase(asText, section); });
 }
 
 bool isDefaultName(std::string_view name) {
-    return equalsIgnoringCase(std::string(name), INS_ODBCINI_DEFAULT);
+    return equalsIgnoringCase(std::string(name), kDefault);
 }
 
 bool isNameForNewDataSource(std::string_view name) {

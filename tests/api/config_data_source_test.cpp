@@ -373,15 +373,33 @@ TEST(ConfigDataSource, KeepsTheQuestionWholeWhenTheNameIsLong) {
     EXPECT_EQ(scene.dataSources(), "[" + name + "]\nx=1\n");
 }
 
-TEST(ConfigDataSource, RefusesToAddANameThatNoSectionCanHave) {
+TEST(ConfigDataSource, LeavesANameThatNoSectionCanHaveToTheSetupRoutine) {
     const Scene scene("driver_mixed");
-    for (const char* list : {"DSN=a\nb\0", "DSN=a\r[Sales]\0", "DSN=Sales\n\0"}) {
-        EXPECT_EQ(SQLConfigDataSource(0, ODBC_ADD_DSN, "Sample Driver", list), FALSE);
-        EXPECT_EQ(SQLConfigDataSource(kWindow, ODBC_ADD_DSN, "Sample Driver", list), FALSE);
-    }
-    EXPECT_EQ(scene.calls.lines(), Lines{});
+    EXPECT_EQ(SQLConfigDataSource(0, ODBC_ADD_DSN, "Sample Driver", "DSN=Sales\r\0"), TRUE);
+    EXPECT_EQ(SQLConfigDataSource(kWindow, ODBC_ADD_DSN, "Sample Driver", "DSN=Sales\r\0"), TRUE);
+    EXPECT_EQ(scene.calls.lines(), (Lines{"loaded", called(0, 1, "DSN=Sales\r||"), "unloaded", "loaded",
+                                          called(kWindow, 1, "DSN=Sales\r||"), "unloaded"}));
     EXPECT_EQ(scene.boxes.boxes(), Boxes{});
     EXPECT_EQ(scene.dataSources(), kSales);
+}
+
+// The lists' own sections would be replaced, or removed, with all that is in them.
+TEST(ConfigDataSource, TakesNoListOrSettingsForADataSource) {
+    const std::string before =
+        "[ODBC Data Sources]\nSales=Sample Driver\n\n[ODBC]\nTrace=1\n\n[odbc drivers]\na=1\n\n" +
+        std::string("[ODBC Translators]\nb=2\n");
+    for (const std::string name :
+         {"ODBC Data Sources", " odbc data sources\t", "ODBC", "odbc", "ODBC Drivers", "ODBC TRANSLATORS"}) {
+        SCOPED_TRACE(name);
+        const std::string list = "DSN=" + name + "\0"s;
+        const Scene scene("driver_mixed", before);
+        EXPECT_EQ(SQLConfigDataSource(0, ODBC_ADD_DSN, "Sample Driver", list.c_str()), TRUE);
+        EXPECT_EQ(SQLConfigDataSource(0, ODBC_CONFIG_DSN, "Sample Driver", list.c_str()), FALSE);
+        EXPECT_EQ(SQLConfigDataSource(0, ODBC_REMOVE_DSN, "Sample Driver", list.c_str()), FALSE);
+        EXPECT_EQ(SQLConfigDataSource(0, ODBC_REMOVE_DSN, "Absent Driver", list.c_str()), FALSE);
+        EXPECT_EQ(scene.calls.lines().size(), 3U) << "only the add reaches the setup routine";
+        EXPECT_EQ(scene.dataSources(), before);
+    }
 }
 
 TEST(ConfigDataSource, PassesAnExceptionOnAndKeepsItsLibraryLoaded) {

@@ -54,6 +54,18 @@ TEST(WriteDSNToIni, WritesNothingAtAllForANewNameOfADriverThatIsNotInstalled) {
     EXPECT_TRUE(home.names().empty());
 }
 
+// The store cuts outer blanks off, so a name that is only told apart by them is the same data source.
+TEST(DefaultDataSource, IsTheSameWithBlanksAroundItsName) {
+    const TestHome home{{".odbcinst.ini", "[Sample Driver]\nDriver=/opt/sample.so\n"}};
+    EXPECT_EQ(SQLWriteDSNToIni(" Default\t", "Sample Driver"), TRUE);
+    EXPECT_EQ(home.text(".odbc.ini"), "[Default]\nDriver=/opt/sample.so\n");
+    EXPECT_EQ(home.text(".odbcinst.ini"),
+              "[Sample Driver]\nDriver=/opt/sample.so\n\n[Default]\nDriver=Sample Driver\n");
+    EXPECT_EQ(SQLRemoveDSNFromIni(" Default"), TRUE);
+    EXPECT_EQ(home.text(".odbc.ini").find("Default"), std::string::npos);
+    EXPECT_EQ(home.text(".odbcinst.ini").find("Default"), std::string::npos);
+}
+
 TEST(WriteDSNToIni, TakesDefaultInAnyCaseAsTheDefaultDataSource) {
     for (const std::string name : {"Default", "default", "DEFAULT"}) {
         SCOPED_TRACE(name);

@@ -1,8 +1,10 @@
 // Message boxes: the handler, and what goes to standard error without one.
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <pthread.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdio>
 #include <stdexcept>
 #include <string>
@@ -126,6 +128,22 @@ TEST(MessageBox, AClosedStandardErrorIsNoFailure) {
     close(STDERR_FILENO);
     EXPECT_EQ(guiMessageBox(0, bytes("x"), bytes("y"), MB_YESNO), 7U);
     EXPECT_EQ(guiMessageBox(0, bytes(std::string(5000, 'x').c_str()), bytes("y"), MB_OK), 1U);
+}
+
+TEST(MessageBox, AStandardErrorThatNobodyReadsAnyMoreEndsNothing) {
+    const ErrorOutput output;
+    int ends[2] = {-1, -1};
+    ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
+    close(ends[0]);
+    ASSERT_EQ(dup2(ends[1], STDERR_FILENO), STDERR_FILENO);
+    close(ends[1]);
+    EXPECT_EQ(guiMessageBox(0, bytes("x"), bytes("y"), MB_YESNO), 7U);
+    sigset_t waiting;
+    ASSERT_EQ(sigpending(&waiting), 0);
+    EXPECT_EQ(sigismember(&waiting, SIGPIPE), 0);
+    sigset_t blocked;
+    ASSERT_EQ(pthread_sigmask(SIG_SETMASK, nullptr, &blocked), 0);
+    EXPECT_EQ(sigismember(&blocked, SIGPIPE), 0);
 }
 
 TEST(MessageBox, NeedsNoMemory) {

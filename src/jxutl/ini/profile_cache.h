@@ -51,7 +51,8 @@ private:
     IniLocator locator_;
 };
 
-// The calling thread's cache; null when memory is too short for what is kept for a thread. std::bad_alloc may be thrown.
+// The calling thread's cache; null when memory is too short for what is kept for a thread. std::bad_alloc may be
+// thrown.
 ProfileCache* threadCache();
 
 }  // namespace jx::ini

@@ -38,10 +38,26 @@ Verdict judge(const Request& request) {
     return emptyKey ? Verdict::storesNothing : Verdict::dependsOnFile;
 }
 
+// Where no turn could be taken because nobody may write there, or there is no such directory, whoever asks for what is
+// there already still has it. The failure of the turn stays noted unless that is so.
+bool needsNoTurn(const Request& request, const ini::IniLocation& where) {
+    const ini::Failure noTurn = ini::lastFailure();
+    const bool cannotBeWritten =
+        noTurn.step == JxIniStepTurn && (noTurn.error == ENOENT || noTurn.error == EACCES || noTurn.error == EROFS);
+    if (!cannotBeWritten)
+        return false;
+    ini::IniChange look;
+    if (look.preview(where) && look.apply(request.section, request.key, request.value) == ini::Edit::unchanged)
+        return true;
+    ini::noteFailure(noTurn);
+    return false;
+}
+
 bool change(const Request& request, const ini::IniLocation& where) {
     ini::IniChange change;
-    return change.begin(where) && change.apply(request.section, request.key, request.value) != ini::Edit::refused &&
-           change.commit();
+    if (!change.begin(where))
+        return needsNoTurn(request, where);
+    return change.apply(request.section, request.key, request.value) != ini::Edit::refused && change.commit();
 }
 
 template <typename Locate>

@@ -50,6 +50,17 @@ TEST(Rivals, DoNotCaptureAConfiguration) {
     EXPECT_EQ(rivalCalls(), before);
 }
 
+TEST(Rivals, DoNotCaptureTheSetupLibraryOfDriversThatBringNone) {
+    const int before = rivalCalls();
+    const TestHome home;
+    const std::string drivers = "[Sample Driver]\nDriver=/opt/sample.so\nSetup=" + std::string(JX_SETUP_LIBRARY) + "\n";
+    home.put(".odbcinst.ini", drivers);
+    EXPECT_EQ(SQLConfigDataSource(0, ODBC_ADD_DSN, "Sample Driver", "DSN=Default\0k=1\0"), TRUE);
+    EXPECT_EQ(home.text(".odbc.ini"), "[Default]\nDriver=/opt/sample.so\nk=1\n");
+    EXPECT_EQ(home.text(".odbcinst.ini"), drivers + "\n[Default]\nDriver=Sample Driver\n");
+    EXPECT_EQ(rivalCalls(), before);
+}
+
 TEST(Rivals, DoNotCaptureTranslatorsAndTheirTexts) {
     const int before = rivalCalls();
     const TestHome home;

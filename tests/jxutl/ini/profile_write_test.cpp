@@ -180,6 +180,27 @@ TEST(ProfileWrite, AFileThatCannotBeWrittenGivesZero) {
     EXPECT_EQ(home.names(), Names{".odbc.ini"});
 }
 
+TEST(ProfileWrite, WhatIsSoAlreadyNeedsNoRightToWrite) {
+    const TestHome home{{".odbc.ini", "[A]\nk=0\n"}};
+    EXPECT_EQ(write("A", "k", nullptr, home.file("no/x.ini").c_str()), 1);
+    EXPECT_EQ(lastFailure().step, JxIniStepNone);
+    ASSERT_EQ(::chmod(home.path().c_str(), 0755), 0);
+    ASSERT_EQ(::chmod(home.file(".odbc.ini").c_str(), 0644), 0);
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can make a file that this user has no right to";
+    EXPECT_TRUE(passesAsNobody([] {
+        EXPECT_EQ(write("A", "k", "0"), 1);
+        EXPECT_EQ(write("A", "l", nullptr), 1);
+        EXPECT_EQ(write("B", nullptr, nullptr), 1);
+        EXPECT_EQ(lastFailure().step, JxIniStepNone);
+        EXPECT_EQ(write("A", "k", nullptr), 0);
+        EXPECT_EQ(lastFailure().step, JxIniStepTurn);
+        EXPECT_EQ(lastFailure().error, EACCES);
+    }));
+    EXPECT_EQ(home.text(".odbc.ini"), "[A]\nk=0\n");
+    EXPECT_EQ(home.names(), Names{".odbc.ini"});
+}
+
 TEST(ProfileWrite, ThroughTheCacheIsFinalWhenItReturns) {
     const TestHome home;
     const std::string name = home.file("cached.ini");

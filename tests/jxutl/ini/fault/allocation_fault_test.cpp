@@ -40,6 +40,9 @@ bool allocationFails() {
         throw std::bad_alloc();
     return block;
 }
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return allocationFails() ? nullptr : std::malloc(size == 0 ? 1 : size);
+}
 [[gnu::noinline]] void operator delete(void* block) noexcept {
     std::free(block);
 }
@@ -206,6 +209,7 @@ TEST(AllocationFault, TheSentenceAndThePathGoWithoutMemory) {
 // Noting never throws: without memory the path is empty.
 TEST(AllocationFault, AFailureIsNotedWithoutItsPath) {
     const std::string path(10'000, 'p');
+    noteFailure(JxIniStepLook, {}, EACCES);  // what a thread keeps has its place from here on
     EXPECT_TRUE(failAllocation(1, [&path] { noteFailure(JxIniStepOpen, path, EIO); }));
     EXPECT_EQ(lastFailure().step, JxIniStepOpen);
     EXPECT_EQ(lastFailure().error, EIO);
