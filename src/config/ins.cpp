@@ -4,6 +4,7 @@
 #include <odbcins.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 
 #include "config/data_source_rows.h"

@@ -49,7 +49,7 @@ public:
     OdbcIns();
 
     /* Releases nothing: the list belongs to ResetData, a setup library to the member that loaded it. */
-    ~OdbcIns();
+    ~OdbcIns();  // NOLINT(performance-trivially-destructible): hosts call it
 
     /* Clears the selection, both names and the list, releasing the rows; always 0. */
     unsigned int ResetData(ResetDataType type);

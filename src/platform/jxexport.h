@@ -16,9 +16,11 @@
 #ifdef __cplusplus
 #define JX_EXTERN_C_BEGIN extern "C" {
 #define JX_EXTERN_C_END }
+#define JX_INT_VALUES : int /* an enumeration that may hold any int, as in C */
 #else
 #define JX_EXTERN_C_BEGIN
 #define JX_EXTERN_C_END
+#define JX_INT_VALUES
 #endif
 
 #endif

@@ -10,8 +10,9 @@
 
 JX_EXTERN_C_BEGIN
 
-/* The slots of per-thread data. */
-typedef enum PerThreadData {
+/* The slots of per-thread data. In C++ its values are all those of int, so that a number from elsewhere may be asked
+ * for. */
+typedef enum PerThreadData JX_INT_VALUES {
     PerThreadErrors = 0 /* the calling thread's JxList of JxError objects (jxerrors.h) */
 } PerThreadData;
 
