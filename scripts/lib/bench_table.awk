@@ -8,9 +8,12 @@ BEGIN {
     title["readEveryKeyOnce"] = "every key once, new thread, each"
     title["memoryOfFile"] = "memory of a parsed file"
     title["writeKey"] = "durable write of a key"
+    title["readScript"] = "reading a script of that many drivers"
+    title["installScript"] = "installing that many drivers"
     yardstickOf["readUnchanged"] = yardstickOf["listUnchanged"] = yardstickOf["readEveryKeyOnce"] = "S"
     yardstickOf["readAfterChange"] = "P"
-    yardstickOf["writeKey"] = "W"
+    yardstickOf["writeKey"] = yardstickOf["installScript"] = "W"
+    yardstickOf["readScript"] = "fifty"
 }
 
 $2 == "error" { print $0 > "/dev/stderr"; failed = 1; next }
