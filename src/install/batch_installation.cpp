@@ -27,9 +27,9 @@ public:
         ramFree(record_);
     }
 
-    // False when there is no record, or not one with all its paths.
+    // False when there is no record.
     bool begin(unsigned int parent, const unsigned char* infFile, const unsigned char* sourcePath) {
-        return InstallInit(parent, record_, infFile, sourcePath) == 0 && takePaths(*record_, infFile, sourcePath);
+        return InstallInit(parent, record_, infFile, sourcePath) == 0;
     }
 
     // Releases what the record holds; its outcome can still be read.
@@ -93,7 +93,8 @@ int installOdbc(unsigned int parent, const unsigned char* infFile, const unsigne
     InstallRun run;
     if (!run.begin(parent, infFile, sourcePath))
         return 0;
-    const Choice choice = chooseDrivers(parent, run.record(), drivers);
+    const bool hasPaths = takePaths(*run.record(), infFile, sourcePath);
+    const Choice choice = hasPaths ? chooseDrivers(parent, run.record(), drivers) : Choice::failed;
     if (choice == Choice::cancelled)
         return 0;
     const bool succeeded = choice == Choice::made && installChosen(parent, run.record());

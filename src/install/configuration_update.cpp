@@ -5,6 +5,7 @@
 
 #include "config/capability_keys.h"
 #include "config/text_bytes.h"
+#include "install/list_sections.h"
 #include "install/owned_text.h"
 #include "install/profile_text.h"
 
@@ -63,7 +64,7 @@ void enterDriver(const InstallItem& item, const InfEntry& file, const unsigned c
     ProfileText drivers;
     // Deliberate: a list that reads as absent is cleared before its first entry. Mostly there is nothing to clear; a
     // list whose first name is "NOT AVAILABLE" goes, and so does one that another program begins in this very moment.
-    if (!drivers.read(list, nullptr, asBytes(INS_ODBCINST_FILENAME)))
+    if (!drivers.read(list, nullptr, asBytes(INS_ODBCINST_FILENAME)) && !drivers.readFailed())
         clearSection(list);
     replace(list, item.name, asBytes(kInstalled));
     clearSection(item.name);
@@ -84,6 +85,9 @@ void UpdateOdbcIniAndOdbcInstIni(_Install* install, unsigned long itemIndex, uns
                                  unsigned char* installedPath) {
     const InstallItem& item = install->items[itemIndex];
     const InfEntry& file = item.entries[fileIndex];
+    // Its section would be cleared: everybody's drivers or translators would go for the sake of one.
+    if (isListSection(item.name))
+        return;
     if (item.kind == TranslatorItem && hasRole(file, kTranslatorRole))
         enterTranslator(item, file, installedPath);
     if (item.kind == DriverItem && hasRole(file, kDriverRole))

@@ -4,6 +4,7 @@
 
 #include "config/text_bytes.h"
 #include "install/configuration_update.h"
+#include "install/list_sections.h"
 #include "install/owned_text.h"
 #include "install/profile_text.h"
 
@@ -20,14 +21,15 @@ void createDataSource(const unsigned char* name, const unsigned char* driverName
     const unsigned char* driverKey = asBytes(INS_ODBCINI_DRIVER);
     ProfileText text;
     // Deliberate: a list that reads as absent is cleared first, as that of the drivers is.
-    if (!text.read(list, nullptr, asBytes(INS_ODBCINI_FILENAME)))
+    if (!text.read(list, nullptr, asBytes(INS_ODBCINI_FILENAME)) && !text.readFailed())
         write(list, nullptr, nullptr);
     write(list, name, driverName);
     write(name, nullptr, nullptr);
     write(name, driverKey, nullptr);
     // Deliberate: a driver without a library leaves the default of the read in its data sources.
     text.read(driverName, driverKey, asBytes(INS_ODBCINST_FILENAME));
-    write(name, driverKey, text.text());
+    if (!text.readFailed())
+        write(name, driverKey, text.text());
 }
 
 unsigned char* skipBlanks(unsigned char* text) {
@@ -45,7 +47,8 @@ void CreateDataSources(unsigned char* dataSourceList, const unsigned char* drive
         if (comma != nullptr)
             *comma = 0;
         // Blanks before the comma are handed on; what a name may hold is the store's business.
-        createDataSource(name, driverName);
+        if (!isListSection(name))
+            createDataSource(name, driverName);
         if (comma == nullptr)
             return;
         *comma = ' ';

@@ -75,7 +75,7 @@ unsigned int GetTargetPath(const unsigned char* lpszInfFile, const unsigned char
     if (lpszInfFile != nullptr) {
         // Deliberate: a driver that is not registered yet gets the directory "NOT AVAILABLE".
         const bool registered = file.read(lpszDriver, asBytes(INS_ODBCINI_DRIVER), asBytes(INS_ODBCINST_FILENAME));
-        if (registered && !keepDirectory(file.text()))
+        if (file.readFailed() || (registered && !keepDirectory(file.text())))
             return 1;
     } else {
         const unsigned char* named = driverFileOf(lpszDriver);

@@ -12,7 +12,8 @@ int installDriver(const unsigned char* infFile, const unsigned char* driver, uns
 
 // Finds the directory the driver's files live in and hands it to the caller, cut to lpszPath's cbPathMax bytes (not 0):
 // that of the file the list names, or with a script that of the driver as registered so far. pcbPathOut may be null.
-// 0, or 1 when the list's second text names no file or the file's name is too long; nothing is handed over then.
+// 0, or 1 when the list's second text names no file, the file's name is too long or .odbcinst.ini could not be read;
+// nothing is handed over then.
 unsigned int GetTargetPath(const unsigned char* lpszInfFile, const unsigned char* lpszDriver, unsigned char* lpszPath,
                            unsigned short cbPathMax, unsigned short* pcbPathOut);
 

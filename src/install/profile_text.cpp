@@ -12,11 +12,13 @@ namespace jx::install {
 template <typename File>
 bool ProfileText::readFrom(const unsigned char* section, const unsigned char* key, File file) {
     bytes_.fill(0);
+    readFailed_ = false;
     if (file == nullptr)
         return false;
     jxGetPrivateProfileString(section, key, asBytes(kNotAvailable), bytes_.data(), static_cast<int>(kProfileTextSize),
                               file);
-    return BUTSTCMP(bytes_.data(), asBytes(kNotAvailable)) != 0;
+    readFailed_ = jxProfileReadFailed() != 0;
+    return !readFailed_ && BUTSTCMP(bytes_.data(), asBytes(kNotAvailable)) != 0;
 }
 
 bool ProfileText::read(const unsigned char* section, const unsigned char* key, const unsigned char* file) {

@@ -17,9 +17,14 @@ inline constexpr std::size_t kProfileTextSize = 1024;
 // A list that was cut inside a name still ends with an empty text.
 class ProfileText {
 public:
-    // True when the section or key is there. Otherwise the buffer holds "NOT AVAILABLE" (or nothing, for a null file).
+    // True when the section or key is there. Otherwise the buffer holds "NOT AVAILABLE" (or nothing, for a null file):
+    // it is absent, or readFailed tells that nobody knows.
     bool read(const unsigned char* section, const unsigned char* key, const unsigned char* file);
     bool read(const unsigned char* section, const unsigned char* key, JxIniFileCache* cache);
+
+    // Whether the last read failed: memory was short or the file could not be read. What a program would do for an
+    // absent entry must not be done then.
+    bool readFailed() const { return readFailed_; }
 
     unsigned char* text() { return bytes_.data(); }
 
@@ -28,6 +33,7 @@ private:
     bool readFrom(const unsigned char* section, const unsigned char* key, File file);
 
     std::array<unsigned char, kProfileTextSize + 1> bytes_{};  // the last one is never handed to a read: it ends a list
+    bool readFailed_ = false;
 };
 
 // The text that follows text in a list; text itself when it is the empty one that ends the list.

@@ -12,7 +12,7 @@ namespace jx::install {
 
 namespace {
 
-// Reads the keys of the component's section; an absent section leaves an empty list.
+// Reads the keys of the component's section; an absent or unreadable one leaves an empty list.
 void readKeys(const unsigned char* script, const unsigned char* section, ProfileText& keys) {
     const ProfileCache cache(script);
     if (!keys.read(section, nullptr, cache.get()))
@@ -47,16 +47,17 @@ void reportMissingComma(const _Install& install, const InstallItem& item, const 
     showMessage(0, text.get(), MB_OK);
 }
 
-// Fills one entry from the line under key; a key without a line leaves it empty.
+// Fills one entry from the line under key; a key without a line leaves it empty. A line that could not be read counts
+// as a lack of memory, which it mostly is.
 LineResult readEntry(const unsigned char* script, const InstallItem& item, unsigned char* key, InfEntry& entry) {
     constexpr LineResult kComplete{LineResult::Outcome::complete, 0};
+    constexpr LineResult kMemoryShort{LineResult::Outcome::memoryShort, 0};
     ProfileText line;
     cutAtEquals(key);
     if (!line.read(item.name, key, script))
-        return kComplete;
+        return line.readFailed() ? kMemoryShort : kComplete;
     entry.key = copyOf(quotedName(key)).release();
-    return entry.key == nullptr ? LineResult{LineResult::Outcome::memoryShort, 0}
-                                : readLine(viewOf(line.text()), entry);
+    return entry.key == nullptr ? kMemoryShort : readLine(viewOf(line.text()), entry);
 }
 
 }  // namespace

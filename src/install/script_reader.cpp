@@ -14,17 +14,20 @@ namespace {
 
 constexpr unsigned char kQuote = '"';
 
-// Reads the capabilities of one driver; false when memory is short.
+// Reads the capabilities of one driver; false when memory is short or the script could not be read.
 bool readDriverKeys(const unsigned char* script, InstallItem& item) {
     const OwnedText section = joined(viewOf(item.name), "-Keys");
     if (section == nullptr)
         return false;
     ProfileText value;
     if (!value.read(section.get(), nullptr, script))
-        return true;
+        return !value.readFailed();
     for (std::size_t position = 0; position < kCapabilityKeys.size(); ++position) {
-        if (!value.read(section.get(), asBytes(kCapabilityKeys[position]), script))
+        if (!value.read(section.get(), asBytes(kCapabilityKeys[position]), script)) {
+            if (value.readFailed())
+                return false;
             continue;
+        }
         ramFree(item.driverKeys[position]);
         item.driverKeys[position] = copyOf(viewOf(value.text())).release();
         if (item.driverKeys[position] == nullptr)
@@ -51,7 +54,7 @@ unsigned int PlaceDriversToBeInstalledInInstallStruct(_Install* install, unsigne
 unsigned int PlaceTranslatorsToBeInstalledInInstallStruct(_Install* install) {
     ProfileText list;
     if (!list.read(asBytes(INS_ODBCINST_TRANSLATORS), nullptr, install->infFile))
-        return 0;
+        return list.readFailed() ? 1 : 0;
     if (*list.text() == 0)
         return 1;
     unsigned char* next = nullptr;
@@ -75,7 +78,8 @@ unsigned int GetTheDriverKeys(_Install* install) {
 unsigned int GetTheNonDriverItems(_Install* install) {
     ProfileText list;
     for (const char* section : {"ODBC Driver Manager", "ODBC Administrator", INS_ODBCINI_ODBC}) {
-        if (list.read(asBytes(section), nullptr, install->infFile) && appendItem(install, section, CoreItem) != 0)
+        const bool isThere = list.read(asBytes(section), nullptr, install->infFile);
+        if (list.readFailed() || (isThere && appendItem(install, section, CoreItem) != 0))
             return 1;
     }
     return 0;

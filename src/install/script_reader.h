@@ -1,8 +1,8 @@
 // Turning an installation script into the components of a record.
 //
 // Every call reads the script the record names (a null name reads nothing) with the limits of ProfileText: a value or a
-// list of names that is longer is cut. The calls that return a status give 0 when done and 1 when memory was short,
-// with what was read so far in the record.
+// list of names that is longer is cut. The calls that return a status give 0 when done and 1 when memory was short or
+// the script is there and could not be read, with what was read so far in the record.
 #pragma once
 
 #include <cstdint>
@@ -30,7 +30,7 @@ unsigned int GetTheOdbcInfEntriesForEachItem(_Install* install);
 // Reads the files of one component from its section, replacing what it had. There is one entry for every key of the
 // section; that of a key without a value is empty. A line with too few commas ends the reading with a message that
 // names the missing one, and the entries not reached are empty. 1 then, and when the section has no keys; 1 with no
-// entry at all when memory is short, since a component is not to be installed in part.
+// entry at all when memory is short or a line could not be read, since a component is not to be installed in part.
 unsigned int GetDataFromObdcInf(_Install* install, std::uint32_t index);
 
 }  // namespace jx::install

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "config/text_bytes.h"
+#include "install/script_reader.h"
 #include "message_box_script.h"
 #include "page_edge.h"
 #include "record_text.h"
@@ -124,6 +125,36 @@ TEST(BatchInstallation, ReturnsFalseAndTellsAnAbortionThoughTheFilesHoldItsOutco
     EXPECT_EQ(installAll(kWindow, home.file("odbc.inf"), "/l", "D\0"s), FALSE);
     EXPECT_EQ(home.text(".odbcinst.ini"), oneDriverInstalled("/l"));
     EXPECT_EQ(boxes.boxes(), Boxes{kAborted});
+}
+
+TEST(BatchInstallation, RunsNoDialogWhenThereIsAList) {
+    const TestHome home({{"odbc.inf", oneDriver()}});
+    const MessageBoxScript boxes;
+    RecordedHooks hooks;
+    installAll(kWindow, home.file("odbc.inf"), "/l", "D\0"s);
+    installAll(0, home.file("odbc.inf"), "/l", "");
+    EXPECT_EQ(hooks.calls, std::vector<std::string>{}) << "nor without a window";
+}
+
+TEST(BatchInstallation, GoesOnBehindAnEmptyListOfTranslators) {
+    const TestHome home({{"odbc.inf", "[ODBC Translators]\n; none\n" + oneDriver()}});
+    TestRecord record(home.file("odbc.inf").c_str());
+    EXPECT_EQ(PlaceTranslatorsToBeInstalledInInstallStruct(record.get()), 1U);
+    installAll(0, home.file("odbc.inf"), "/l", "D\0"s);
+    EXPECT_EQ(home.text(".odbcinst.ini"), oneDriverInstalled("/l"));
+}
+
+TEST(BatchInstallation, PassesOverComponentsThatAreNamedLikeAListOfThem) {
+    const MessageBoxScript boxes;
+    constexpr char kBefore[] = "[ODBC Drivers]\nMine=Installed\n\n[ODBC Translators]\nYours=Installed\n";
+    const std::string files = "\n\"Driver\"=" + scriptLine("d.so") + "\n\"Setup\"=" + scriptLine("s.so") +
+                              "\n\"Translator\"=" + scriptLine("t.so") + "\n";
+    const TestHome home({{".odbcinst.ini", kBefore},
+                         {"odbc.inf", "[ODBC Drivers]" + files + "[ODBC Translators]" + files +
+                                          "\"ODBC Translators\"=\n\"ODBC Drivers\"=\n[D]" + files}});
+    installAll(0, home.file("odbc.inf"), "/l", "ODBC Drivers\0odbc drivers \0ODBC Translators\0"s);
+    EXPECT_EQ(home.text(".odbcinst.ini"), kBefore);
+    EXPECT_EQ(home.text(".odbc.ini"), "(absent)");
 }
 
 TEST(BatchInstallation, ShowsNothingWithoutAWindow) {
@@ -294,7 +325,7 @@ TEST(BatchInstallation, TakesPathsIntoTheRecordAsTheyBelongTogether) {
     EXPECT_EQ(quoted(root->targetDir), "\"/\"");
 }
 
-TEST(BatchInstallation, InstallsNothingWhenTheCurrentDirectoryIsNeededAndGone) {
+TEST(BatchInstallation, EndsAsAnAbortedOneWhenTheCurrentDirectoryIsNeededAndGone) {
     const TestHome home;
     const std::string gone = home.file("gone");
     std::filesystem::create_directory(gone);
@@ -302,8 +333,13 @@ TEST(BatchInstallation, InstallsNothingWhenTheCurrentDirectoryIsNeededAndGone) {
     ASSERT_EQ(chdir(gone.c_str()), 0);
     ASSERT_EQ(rmdir(gone.c_str()), 0);
     MessageBoxScript boxes;
+    RecordedHooks hooks;
+    JXW_SetCursor(kJxwWaitCursor);
     EXPECT_EQ(installAll(kWindow, "odbc.inf", nullptr, "D\0"s), FALSE);
-    EXPECT_EQ(boxes.boxes(), Boxes{});
+    EXPECT_EQ(SQLInstallODBC(kWindow, "odbc.inf", nullptr, nullptr), FALSE) << "the user is asked for nothing";
+    EXPECT_EQ(boxes.boxes(), (Boxes{kAborted, kAborted}));
+    EXPECT_EQ(hooks.calls, std::vector<std::string>{});
+    EXPECT_EQ(JXW_GetCursor(), unsigned{kJxwArrowCursor});
     EXPECT_TRUE(home.names().empty());
 }
 

@@ -94,6 +94,7 @@ TEST(ConfigurationUpdate, CreatesTheDriversDataSourcesWithTheLibraryJustWritten)
     record.item(DriverItem, "D").file("Driver", "d.so").capability("CreateDSN", "Sales, Accounts");
     update(record, 0, 0, "/l/d.so");
     EXPECT_EQ(home.text(".odbcinst.ini"), "[ODBC Drivers]\nD=Installed\n\n[D]\nDriver=/l/d.so\n");
+    EXPECT_EQ(quoted(record->items[0].driverKeys[kCreateDsn]), "\"Sales  Accounts\"") << "its commas are gone";
     EXPECT_EQ(home.text(".odbc.ini"),
               "[ODBC Data Sources]\nSales=D\nAccounts=D\n\n[Sales]\nDriver=/l/d.so\n\n[Accounts]\nDriver=/l/d.so\n");
 }
@@ -158,6 +159,24 @@ TEST(ConfigurationUpdate, LeavesTheFilesAloneForOtherRolesAndOtherItems) {
             update(record, static_cast<unsigned long>(&item - record->items), file, "/l/x.so");
     }
     EXPECT_TRUE(home.names().empty());
+}
+
+TEST(ConfigurationUpdate, WritesNothingForAnItemThatIsNamedLikeAList) {
+    constexpr char kBefore[] = "[ODBC Drivers]\nA=Installed\n\n[ODBC Translators]\nT=Installed\n";
+    const TestHome home({{".odbcinst.ini", kBefore}});
+    for (const char* name :
+         {"ODBC Drivers", "ODBC Translators", "ODBC Data Sources", "odbc DRIVERS", " ODBC Drivers\t"}) {
+        for (const ItemKind kind : {DriverItem, CoreItem, TranslatorItem}) {
+            SCOPED_TRACE(name);
+            TestRecord record;
+            record.item(kind, name).file("Driver", "d.so").file("Setup", "s.so").file("Translator", "t.so");
+            record.capability("CreateDSN", "Sales");
+            for (unsigned long file = 0; file < 3; ++file)
+                update(record, 0, file, "/l/x.so");
+        }
+    }
+    EXPECT_EQ(home.text(".odbcinst.ini"), kBefore);
+    EXPECT_EQ(home.names(), std::vector<std::string>{".odbcinst.ini"});
 }
 
 TEST(ConfigurationUpdate, WritesNothingForAnItemWithoutAName) {

@@ -88,6 +88,20 @@ TEST(CreateDataSources, WritesTheSectionOfANameThatOnlyTheListCannotHold) {
     EXPECT_EQ(home.text(".odbc.ini"), "[A=B]\nDriver=/l/d.so\n");
 }
 
+TEST(CreateDataSources, PassesOverNamesOfListsWhoseSectionsWouldGo) {
+    constexpr char kMine[] = "[ODBC Data Sources]\nMine=X\n";
+    const TestHome home({{".odbcinst.ini", kDriverFile}, {".odbc.ini", kMine}});
+    for (const char* list : {"ODBC Data Sources", "odbc data sources", " ODBC Data Sources ,ODBC DATA SOURCES\t",
+                             "ODBC Drivers", "ODBC Translators"}) {
+        SCOPED_TRACE(list);
+        create(list);
+        EXPECT_EQ(home.text(".odbc.ini"), kMine);
+    }
+    EXPECT_EQ(create("ODBC Data Sources,ODBC Drivers 2"), "ODBC Data Sources ODBC Drivers 2");
+    EXPECT_EQ(home.text(".odbc.ini"),
+              "[ODBC Data Sources]\nMine=X\nODBC Drivers 2=D\n\n[ODBC Drivers 2]\nDriver=/l/d.so\n");
+}
+
 TEST(CreateDataSources, TakesNamesOfAnyLength) {
     const std::string name(40000, 'n');
     const TestHome home({{".odbcinst.ini", kDriverFile}});

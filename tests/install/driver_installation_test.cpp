@@ -1,5 +1,6 @@
 // SQLInstallDriver with a keyword list.
 #include <gtest/gtest.h>
+#include <jxerrors.h>
 #include <odbcinst.h>
 
 #include <string>
@@ -168,6 +169,32 @@ TEST(InstallDriver, CutsADescriptionAtItsEqualsSignForTheFurtherKeysOnly) {
     EXPECT_EQ(install("My=Driver\0Driver=/l/d.so\0Setup=/l/s.so\0APILevel=1\0\0"s).result, TRUE);
     EXPECT_EQ(home.text(".odbcinst.ini"),
               "[My=Driver]\nDriver=/l/d.so\nSetup=/l/s.so\n\n[My]\nMy=Driver\nAPILevel=1\n");
+}
+
+TEST(InstallDriver, CreatesTheDataSourceOfADescriptionThatReadsAsCreateDSN) {
+    const TestHome home;
+    EXPECT_EQ(install("CreateDSN=Sales\0Driver=/l/d.so\0A=1\0\0"s).result, TRUE);
+    EXPECT_EQ(home.text(".odbcinst.ini"), "[CreateDSN=Sales]\nDriver=/l/d.so\nSetup=/l/d.so\n\n[CreateDSN]\nA=1\n");
+    EXPECT_EQ(home.text(".odbc.ini"), "[ODBC Data Sources]\nSales=CreateDSN\n\n[Sales]\nDriver=NOT AVAILABLE\n");
+}
+
+TEST(InstallDriver, PassesOverFurtherDriverAndSetupPairs) {
+    const TestHome home;
+    EXPECT_EQ(install("Name\0Driver=/l/d.so\0Setup=/l/s.so\0Driver=/x.so\0Setup=/y.so\0\0"s).result, TRUE);
+    EXPECT_EQ(home.text(".odbcinst.ini"), "[Name]\nDriver=/l/d.so\nSetup=/l/s.so\n");
+}
+
+TEST(InstallDriver, RecordsNoErrorWhateverWentWrong) {
+    const TestHome home;
+    const MessageBoxScript boxes;
+    JxErrorKeeper::clear();
+    char path[64];
+    for (const std::string& list : {"Name\0Setup=/l/s.so\0\0"s, "Name\0Driver\0\0"s, "Name\0Driver2=/l/d.so\0\0"s,
+                                    "Name\0Driver=/l/d.soap\0\0"s, "Name\0Driver=/l/d.so\0[bad=1\0\0"s})
+        SQLInstallDriver(nullptr, list.c_str(), path, sizeof path, nullptr);
+    SQLInstallDriver(nullptr, nullptr, path, sizeof path, nullptr);
+    SQLInstallDriver(home.file("absent.inf").c_str(), "D", path, sizeof path, nullptr);
+    EXPECT_EQ(JxErrorKeeper::count(), 0U);
 }
 
 TEST(InstallDriver, RefusesMissingArgumentsAndTouchesNothing) {

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 #include <jxmemory.h>
 
+#include <cstddef>
+#include <iterator>
 #include <string>
 
 #include "config/text_bytes.h"
@@ -101,20 +103,49 @@ TEST(InstallRecord, HasNothingToDoForATemporaryDirectory) {
     EXPECT_TRUE(isBlank(*record.get()));
 }
 
-TEST(InstallRecord, HasTheLayoutOfItsFieldsInOrder) {
-    EXPECT_LT(offsetof(_Install, itemCount), offsetof(_Install, items));
-    EXPECT_LT(offsetof(_Install, items), offsetof(_Install, anyFileInstalled));
-    EXPECT_LT(offsetof(_Install, reserved2), offsetof(_Install, processedCount));
-    EXPECT_LT(offsetof(_Install, processedFiles), offsetof(_Install, reserved3));
-    EXPECT_LT(offsetof(_Install, auxString1), offsetof(_Install, infFile));
-    EXPECT_LT(offsetof(_Install, infFile), offsetof(_Install, auxString2));
-    EXPECT_LT(offsetof(_Install, auxString2), offsetof(_Install, targetDir));
-    EXPECT_LT(offsetof(_Install, targetDir), offsetof(_Install, sourceDir));
-    if (sizeof(void*) == 4) {
-        EXPECT_EQ(sizeof(_Install), 56U);
-        EXPECT_EQ(sizeof(InstallItem), 48U);
-        EXPECT_EQ(sizeof(InfEntry), 52U);
-    }
+// The fields' offsets when each stands behind the one before, aligned to its size: in 32 bits that is 4 bytes a field.
+constexpr std::size_t kWord = sizeof(void*);
+
+TEST(InstallRecord, HasItsFieldsInOrder) {
+    const std::size_t offsets[] = {
+        offsetof(_Install, itemCount),      offsetof(_Install, items),          offsetof(_Install, anyFileInstalled),
+        offsetof(_Install, reserved0),      offsetof(_Install, reserved1),      offsetof(_Install, reserved2),
+        offsetof(_Install, processedCount), offsetof(_Install, processedFiles), offsetof(_Install, reserved3),
+        offsetof(_Install, auxString1),     offsetof(_Install, infFile),        offsetof(_Install, auxString2),
+        offsetof(_Install, targetDir),      offsetof(_Install, sourceDir),      sizeof(_Install)};
+    constexpr std::size_t kIn64Bits[] = {0, 8, 16, 20, 24, 28, 32, 40, 48, 56, 64, 72, 80, 88, 96};
+    for (std::size_t field = 0; field < std::size(offsets); ++field)
+        EXPECT_EQ(offsets[field], kWord == 4 ? 4 * field : kIn64Bits[field]) << field;
+}
+
+TEST(InstallItem, HasItsFieldsInOrder) {
+    const std::size_t offsets[] = {offsetof(InstallItem, name),
+                                   offsetof(InstallItem, kind),
+                                   offsetof(InstallItem, selected),
+                                   offsetof(InstallItem, driverKeys),
+                                   offsetof(InstallItem, entryCount),
+                                   offsetof(InstallItem, entries),
+                                   sizeof(InstallItem)};
+    constexpr std::size_t kIn32Bits[] = {0, 4, 8, 12, 40, 44, 48};
+    constexpr std::size_t kIn64Bits[] = {0, 8, 12, 16, 72, 80, 88};
+    for (std::size_t field = 0; field < std::size(offsets); ++field)
+        EXPECT_EQ(offsets[field], kWord == 4 ? kIn32Bits[field] : kIn64Bits[field]) << field;
+}
+
+TEST(InfEntry, HasItsFieldsInOrderOneWordEach) {
+    const std::size_t offsets[] = {offsetof(InfEntry, key),       offsetof(InfEntry, number0),
+                                   offsetof(InfEntry, fileName),  offsetof(InfEntry, dateYear),
+                                   offsetof(InfEntry, dateMonth), offsetof(InfEntry, dateDay),
+                                   offsetof(InfEntry, text8),     offsetof(InfEntry, text14),
+                                   offsetof(InfEntry, number15),  offsetof(InfEntry, version)};
+    for (std::size_t field = 0; field < std::size(offsets); ++field)
+        EXPECT_EQ(offsets[field], kWord * field) << field;
+    EXPECT_EQ(sizeof(InfEntry), 13 * kWord);
+}
+
+TEST(InstallDriversRecord, IsTheOutcomeFollowedByTheRecord) {
+    EXPECT_EQ(offsetof(InstallDriversRecord, proceed), 0U);
+    EXPECT_EQ(offsetof(InstallDriversRecord, install), kWord);
 }
 
 }  // namespace

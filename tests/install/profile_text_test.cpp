@@ -56,6 +56,27 @@ TEST(ProfileText, ReadsNothingFromANullFile) {
     EXPECT_STREQ(asChars(text.text()), "");
 }
 
+TEST(ProfileText, TellsAFailedReadFromAnAbsentEntry) {
+    const TestHome home({{"s.inf", "[A]\nk=v\n"}});
+    const std::string folder = home.path();
+    const std::string absent = home.file("absent");
+    const std::string file = home.file("s.inf");
+    ProfileText text;
+    EXPECT_FALSE(text.read(asBytes("A"), asBytes("k"), asBytes(folder.c_str())));
+    EXPECT_TRUE(text.readFailed());
+    EXPECT_STREQ(asChars(text.text()), "NOT AVAILABLE");
+    EXPECT_FALSE(text.read(asBytes("A"), asBytes("k"), static_cast<const unsigned char*>(nullptr)));
+    EXPECT_FALSE(text.readFailed()) << "nothing was read";
+    EXPECT_FALSE(text.read(asBytes("A"), asBytes("k"), asBytes(absent.c_str())));
+    EXPECT_FALSE(text.readFailed());
+    text.read(asBytes("A"), asBytes("k"), asBytes(folder.c_str()));
+    EXPECT_FALSE(text.read(asBytes("B"), nullptr, asBytes(file.c_str())));
+    EXPECT_FALSE(text.readFailed());
+    text.read(asBytes("A"), asBytes("k"), asBytes(folder.c_str()));
+    EXPECT_TRUE(text.read(asBytes("A"), asBytes("k"), asBytes(file.c_str())));
+    EXPECT_FALSE(text.readFailed());
+}
+
 TEST(ProfileText, ForgetsTheLastRead) {
     const TestHome home({{"s.inf", "[A]\nlong=0123456789\nshort=a\n"}});
     const std::string file = home.file("s.inf");

@@ -5,6 +5,7 @@
 #include <odbcinst.h>
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "allocations.h"
@@ -23,18 +24,30 @@ using namespace std::string_literals;
 using FastFiles = jx::ini::test::WatchedFiles;  // does not flush, which is most of the time of a write
 using jx::ini::test::InUse;
 
-// Boxes are counted, since keeping their texts would take memory.
+constexpr HWND kWindow = 77;
+
+// Boxes are counted, since keeping their texts would take memory: those about a missing comma, which have no owner, and
+// those that tell the window of an abortion.
 class CountedBoxes {
 public:
     CountedBoxes() { JXW_SetMessageBoxHandler(&CountedBoxes::answer, this); }
     ~CountedBoxes() { JXW_SetMessageBoxHandler(nullptr, nullptr); }
     CountedBoxes(const CountedBoxes&) = delete;
     CountedBoxes& operator=(const CountedBoxes&) = delete;
-    int count = 0;
+    int commas = 0;
+    int aborted = 0;
+    int others = 0;
 
 private:
-    static unsigned int answer(void* self, HWND, const char*, const char*, unsigned int) {
-        ++static_cast<CountedBoxes*>(self)->count;
+    static unsigned int answer(void* self, HWND owner, const char* text, const char*, unsigned int) {
+        auto& boxes = *static_cast<CountedBoxes*>(self);
+        const std::string_view shown(text);
+        if (owner == 0 && shown.starts_with("Not able to find comma 2 in File: "))
+            ++boxes.commas;
+        else if (owner == kWindow && shown == "Installation was aborted")
+            ++boxes.aborted;
+        else
+            ++boxes.others;
         return IDOK;
     }
 };
@@ -44,10 +57,39 @@ const std::string kScript = "[D]\n\"Driver\"=" + scriptLine("d.so") + "\n\"Setup
                             "\"Translator\"=" +
                             scriptLine("t.so") + "\n\"Setup\"=" + scriptLine("t.so") + "\n[ODBC]\n\"x\"=1,too few\n";
 
+// What the user had before: another driver, another data source, an older library of the driver.
+constexpr char kOlderDrivers[] =
+    "[ODBC Drivers]\nOther=Installed\n\n[Other]\nDriver=/o/other.so\n\n[D]\nDriver=/old/d.so\n";
+constexpr char kOlderSources[] = "[ODBC Data Sources]\nMine=Other\n\n[Mine]\nDriver=/o/other.so\nUID=me\n";
+
 constexpr char kDrivers[] =
-    "[ODBC Drivers]\nD=Installed\n\n[D]\nDriver=/l/d.so\nAPILevel=1\nSQLLevel=0\nSetup=/l/s.so\n\n"
+    "[ODBC Drivers]\nOther=Installed\nD=Installed\n\n[Other]\nDriver=/o/other.so\n\n"
+    "[D]\nDriver=/l/d.so\nAPILevel=1\nSQLLevel=0\nSetup=/l/s.so\n\n"
     "[ODBC Translators]\nT=Installed\n\n[T]\nTranslator=/l/t.so\nSetup=/l/t.so\n";
-constexpr char kSources[] = "[ODBC Data Sources]\nSales=D\n\n[Sales]\nDriver=/l/d.so\n";
+constexpr char kSources[] =
+    "[ODBC Data Sources]\nMine=Other\nSales=D\n\n[Mine]\nDriver=/o/other.so\nUID=me\n\n"
+    "[Sales]\nDriver=/l/d.so\n";
+
+bool holds(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+// The other driver and the other data source are as they were.
+void expectOthers(const TestHome& home) {
+    const std::string drivers = home.text(".odbcinst.ini");
+    const std::string sources = home.text(".odbc.ini");
+    EXPECT_TRUE(drivers.starts_with("[ODBC Drivers]\nOther=Installed\n")) << drivers;
+    EXPECT_TRUE(holds(drivers, "\n[Other]\nDriver=/o/other.so\n")) << drivers;
+    EXPECT_TRUE(sources.starts_with("[ODBC Data Sources]\nMine=Other\n")) << sources;
+    EXPECT_TRUE(holds(sources, "\n[Mine]\nDriver=/o/other.so\nUID=me\n")) << sources;
+}
+
+// The driver has its old library or the new one, and nothing has the default of a failed read.
+void expectALibrary(const TestHome& home, const std::string& newer) {
+    const std::string drivers = home.text(".odbcinst.ini");
+    EXPECT_TRUE(holds(drivers, "[D]\nDriver=/old/d.so\n") || holds(drivers, "[D]\nDriver=" + newer + "\n")) << drivers;
+    EXPECT_FALSE(holds(drivers + home.text(".odbc.ini"), "NOT AVAILABLE"));
+}
 
 // Nothing but the two files is in the home besides the script.
 void expectNoLitter(const TestHome& home) {
@@ -58,15 +100,21 @@ void expectNoLitter(const TestHome& home) {
 TEST(ShortMemory, OfABatchInstallationGivesItsFailureValueAndLeaksNothing) {
     FastFiles files;
     const InUse inUse(files);
-    CountedBoxes boxes;
+    int untold = 0;
     const int failures = failEachAllocationOfNewThread([&](ShortMemory& memory) {
-        const TestHome home({{"odbc.inf", kScript}});
+        const TestHome home({{"odbc.inf", kScript}, {".odbcinst.ini", kOlderDrivers}, {".odbc.ini", kOlderSources}});
         const std::string script = home.file("odbc.inf");
         char list[] = "D\0";
+        const CountedBoxes boxes;
         memory.begin();
-        const BOOL result = SQLInstallODBC(1, script.c_str(), "/l", list);
+        const BOOL result = SQLInstallODBC(kWindow, script.c_str(), "/l", list);
         const bool failed = memory.end();
         EXPECT_EQ(result, FALSE);
+        untold += 1 - boxes.aborted;
+        EXPECT_LE(boxes.aborted, 1);
+        EXPECT_TRUE(boxes.commas == 1 || (failed && boxes.commas == 0)) << boxes.commas;
+        EXPECT_EQ(boxes.others, 0);
+        expectOthers(home);
         expectNoLitter(home);
         if (!failed) {
             EXPECT_EQ(home.text(".odbcinst.ini"), kDrivers);
@@ -74,13 +122,14 @@ TEST(ShortMemory, OfABatchInstallationGivesItsFailureValueAndLeaksNothing) {
         }
     });
     EXPECT_GT(failures, 100);
+    EXPECT_EQ(untold, 2) << "only a run without a record, which is the first allocation, ends without a word";
 }
 
 TEST(ShortMemory, OfADriverInstallationLeaksNothing) {
     FastFiles files;
     const InUse inUse(files);
     const int failures = failEachAllocationOfNewThread([&](ShortMemory& memory) {
-        const TestHome home;
+        const TestHome home({{".odbcinst.ini", kOlderDrivers}, {".odbc.ini", kOlderSources}});
         char path[64] = "?";
         WORD length = 0;
         memory.begin();
@@ -90,8 +139,13 @@ TEST(ShortMemory, OfADriverInstallationLeaksNothing) {
         EXPECT_EQ(result, TRUE) << "the list is in order, and failed writes are not reported";
         EXPECT_STREQ(path, "/l");
         expectNoLitter(home);
+        expectOthers(home);
+        expectALibrary(home, "/l/d.so");
         if (!failed) {
-            EXPECT_EQ(home.text(".odbcinst.ini"), "[D]\nDriver=/l/d.so\nSetup=/l/s.so\nA=1\n");
+            EXPECT_EQ(home.text(".odbcinst.ini"),
+                      "[ODBC Drivers]\nOther=Installed\n\n[Other]\nDriver=/o/other.so\n\n"
+                      "[D]\nDriver=/l/d.so\nSetup=/l/s.so\nA=1\n");
+            EXPECT_EQ(home.text(".odbc.ini"), kSources);
         }
     });
     EXPECT_GT(failures, 30);
@@ -101,15 +155,17 @@ TEST(ShortMemory, OfADriverInstallationFromAScriptLeaksNothing) {
     FastFiles files;
     const InUse inUse(files);
     failEachAllocationOfNewThread([&](ShortMemory& memory) {
-        const TestHome home({{"odbc.inf", kScript}, {".odbcinst.ini", "[D]\nDriver=/l/old.so\n"}});
+        const TestHome home({{"odbc.inf", kScript}, {".odbcinst.ini", kOlderDrivers}, {".odbc.ini", kOlderSources}});
         const std::string script = home.file("odbc.inf");
         char path[64] = "?";
         memory.begin();
         const BOOL result = SQLInstallDriver(script.c_str(), "D", path, sizeof path, nullptr);
         const bool failed = memory.end();
         expectNoLitter(home);
+        expectOthers(home);
+        expectALibrary(home, "/old/d.so");
         EXPECT_TRUE(failed || result == TRUE);
-        EXPECT_STREQ(path, result == FALSE ? "" : path);
+        EXPECT_TRUE(result == TRUE ? path == "/old"s : path == "?"s || path == ""s) << path;
     });
 }
 
@@ -160,6 +216,8 @@ TEST(ShortMemory, LeavesAComponentWithoutFilesRatherThanWithSomeOfThem) {
                      const std::uint32_t files = record->items[0].entryCount;
                      EXPECT_EQ(result, files == 2 ? 0U : 1U);
                      EXPECT_TRUE(files == 0 || files == 2);
+                     for (const InfEntry& file : entriesOf(record->items[0]))
+                         EXPECT_TRUE(file.key != nullptr && file.fileName != nullptr);
                      EXPECT_TRUE(failed || files == 2);
                  });
 }
