@@ -121,11 +121,11 @@ JX_EXPORT_BOUND BOOL SQLGetTranslator(HWND hwnd, LPSTR lpszName, WORD cbNameMax,
  * Both libraries are registered in the directory as it was returned, cut or not: give 1024 bytes.
  * TRUE when the list or script was in order; a write that failed or was refused is not told: read the entry back. FALSE
  * with nothing written anywhere when lpszDriver or lpszPath is null, cbPathMax is 0, the list or name is too long, the
- * driver's file name has more than 131 bytes before its last dot or more than 3 behind it, the library registered so far
- * cannot be read, or the second text does not name a driver (a message box tells why); the script's line of the driver
- * being absent, useless or unreadable, or another keyword than "Driver" there, leaves lpszPath empty as well. A useless
- * or unreadable setup library is passed over, and so is a data source named like one of the lists "ODBC Data Sources",
- * "ODBC Drivers" and "ODBC Translators". */
+ * driver's file name has more than 131 bytes before its last dot or more than 3 behind it, the library registered so
+ * far cannot be read, or the second text does not name a driver (a message box tells why); the script's line of the
+ * driver being absent, useless or unreadable, or another keyword than "Driver" there, leaves lpszPath empty as well. A
+ * useless or unreadable setup library is passed over, and so is a data source named like one of the lists "ODBC Data
+ * Sources", "ODBC Drivers" and "ODBC Translators". */
 JX_EXPORT_BOUND BOOL SQLInstallDriver(LPCSTR lpszInfFile, LPCSTR lpszDriver, LPSTR lpszPath, WORD cbPathMax,
                                       WORD* pcbPathOut);
 

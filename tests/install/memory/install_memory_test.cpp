@@ -3,7 +3,9 @@
 #include <jxdialog.h>
 #include <jxmemory.h>
 #include <odbcinst.h>
+#include <unistd.h>
 
+#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,10 +23,29 @@ namespace {
 using namespace jx::install;
 using namespace jx::test;
 using namespace std::string_literals;
-using FastFiles = jx::ini::test::WatchedFiles;  // does not flush, which is most of the time of a write
 using jx::ini::test::InUse;
 
 constexpr HWND kWindow = 77;
+
+// FastFiles: the seam without flushing, and homes in memory where that can be had. The disk is most of the time of a
+// write, and there are thousands of them.
+class FastFiles : public jx::ini::test::WatchedFiles {
+public:
+    FastFiles() {
+        if (std::getenv(kPlace) == nullptr && access("/dev/shm", W_OK) == 0)
+            isSet_ = setenv(kPlace, "/dev/shm", 1) == 0;
+    }
+    ~FastFiles() override {
+        if (isSet_)
+            unsetenv(kPlace);
+    }
+    FastFiles(const FastFiles&) = delete;
+    FastFiles& operator=(const FastFiles&) = delete;
+
+private:
+    static constexpr char kPlace[] = "TMPDIR";
+    bool isSet_ = false;
+};
 
 // Boxes are counted, since keeping their texts would take memory: those about a missing comma, which have no owner, and
 // those that tell the window of an abortion.
