@@ -59,6 +59,12 @@ static int exists(const char* path) {
     return file != NULL;
 }
 
+/* The name of a path's file, and where it begins. */
+static const char* file_name(const char* path) {
+    const char* slash = strrchr(path, '/');
+    return slash != NULL ? slash + 1 : path;
+}
+
 static void write_key(const char* section, const char* key, const char* value) {
     const BOOL result = SQLWritePrivateProfileString(section, key, value, ".odbcinst.ini");
     expect(result, "SQLWritePrivateProfileString(\"%s\", \"%s\", \"%s\", \".odbcinst.ini\") -> %d", section, key, value,
@@ -66,12 +72,20 @@ static void write_key(const char* section, const char* key, const char* value) {
 }
 
 static void register_driver(const char* prefix, const char* driver) {
-    char setup[kPathSize];
+    char setup[kPathSize], keywords[kPathSize + 64], path[1024];
+    WORD length = 0;
     begin_step("Register the driver, with libjxsetup.so as its setup library");
+    snprintf(keywords, sizeof keywords, "SQLite3%cDriver=%s%cDriverODBCVer=03.00%cFileUsage=0%c", '\0', driver, '\0',
+             '\0', '\0');
+    const BOOL result = SQLInstallDriver(NULL, keywords, path, sizeof path, &length);
+    expect(result && strncmp(path, driver, length) == 0,
+           "SQLInstallDriver(NULL, \"SQLite3\\0Driver=%s\\0...\", path, %d, &length) -> %d: %s", driver,
+           (int)sizeof path, result, path);
+    /* A driver's own setup library lies beside it; this one lies where jxodbc is. */
     snprintf(setup, sizeof setup, "%s/lib/libjxsetup.so", prefix);
-    write_key("ODBC Drivers", "SQLite3", "Installed");
-    write_key("SQLite3", "Driver", driver);
     write_key("SQLite3", "Setup", setup);
+    /* SQLInstallDriver makes the driver's section; entering it in the list is the installation program's part. */
+    write_key("ODBC Drivers", "SQLite3", "Installed");
     show_file(".odbcinst.ini");
 }
 
@@ -174,6 +188,36 @@ static void remove_data_source(void) {
     show_file(".odbcinst.ini");
 }
 
+/* The script of a package that brings the same library under another name. */
+static int put_script(const char* script, const char* library) {
+    FILE* file = fopen(script, "w");
+    if (file == NULL)
+        return 0;
+    fprintf(file,
+            "[ODBC Drivers]\n\"SQLite3 Packaged\"=\n[SQLite3 Packaged]\n"
+            "\"Driver\"=1,%s,,,,2024-01-15,,,OLDER,,,,,,,0,,,,00.99.98.0000,\n"
+            "[SQLite3 Packaged-Keys]\nDriverODBCVer=03.00\nFileUsage=0\nCreateDSN=Notes\n",
+            library);
+    return fclose(file) == 0;
+}
+
+static void install_from_script(const char* driver, const char* folder) {
+    char script[kPathSize + 32], source[kPathSize], value[64], drivers[] = "SQLite3 Packaged\0";
+    begin_step("Install a second driver from a script, as a package brings it");
+    snprintf(script, sizeof script, "%s/odbc.inf", folder);
+    snprintf(source, sizeof source, "%.*s", (int)(file_name(driver) - driver), driver);
+    expect(put_script(script, file_name(driver)), "%s written", script);
+    const BOOL result = SQLInstallODBC(0, script, source, drivers);
+    expect(!result, "SQLInstallODBC(0, \"%s\", \"%s\", \"SQLite3 Packaged\\0\") -> %d (always: the files tell)", script,
+           source, result);
+    SQLGetPrivateProfileString("ODBC Drivers", "SQLite3 Packaged", "", value, sizeof value, ".odbcinst.ini");
+    expect(strcmp(value, "Installed") == 0, "SQLite3 Packaged in \"ODBC Drivers\": %s", value);
+    SQLGetPrivateProfileString("ODBC Data Sources", "Notes", "", value, sizeof value, ".odbc.ini");
+    expect(strcmp(value, "SQLite3 Packaged") == 0, "Notes in \"ODBC Data Sources\": %s", value);
+    show_file(".odbcinst.ini");
+    show_file(".odbc.ini");
+}
+
 static int summarize(void) {
     int step, done = 0;
     printf("\nSummary\n");
@@ -208,5 +252,6 @@ int main(int count, char** arguments) {
     read_back(archive);
     use_other_database(prefix, archive);
     remove_data_source();
+    install_from_script(arguments[2], arguments[3]);
     return summarize() ? 0 : 1;
 }

@@ -8,9 +8,12 @@ BEGIN {
     title["readEveryKeyOnce"] = "every key once, new thread, each"
     title["memoryOfFile"] = "memory of a parsed file"
     title["writeKey"] = "durable write of a key"
+    title["readScript"] = "reading a script, drivers"
+    title["installScript"] = "installing a script, drivers"
     yardstickOf["readUnchanged"] = yardstickOf["listUnchanged"] = yardstickOf["readEveryKeyOnce"] = "S"
     yardstickOf["readAfterChange"] = "P"
-    yardstickOf["writeKey"] = "W"
+    yardstickOf["writeKey"] = yardstickOf["installScript"] = "W"
+    yardstickOf["readScript"] = "fifty"
 }
 
 $2 == "error" { print $0 > "/dev/stderr"; failed = 1; next }
@@ -20,7 +23,7 @@ $2 == "error" { print $0 > "/dev/stderr"; failed = 1; next }
 
 END {
     if (rows == 0) { print "Nothing was measured" > "/dev/stderr"; exit 1 }
-    print "| What | Data sources | Store | Yardstick | Ratio | At most | Holds | GLib | SimpleIni |"
+    print "| What | Data sources or drivers | Store | Yardstick | Ratio | At most | Holds | GLib | SimpleIni |"
     print "|---|---:|---:|---:|---:|---:|---|---:|---:|"
     for (row = 1; row <= rows; row++) printRow(order[row])
     printf "\n%d of %d bounds hold\n", held, bounds

@@ -12,3 +12,7 @@ unsigned int AddDataSourceDlgProc(HWND /*hwnd*/, int /*message*/, int /*wparam*/
 unsigned int SelectTranslatorDlgProc(HWND /*hwnd*/, int /*message*/, int /*wparam*/, uintptr_t /*lparam*/) {
     return 0;
 }
+
+unsigned int InstallDriversDlgProc(HWND /*hwnd*/, int /*message*/, int /*wparam*/, uintptr_t /*lparam*/) {
+    return 0;
+}

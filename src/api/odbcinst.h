@@ -109,6 +109,44 @@ JX_EXPORT_BOUND BOOL SQLGetAvailableDrivers(LPCSTR lpszInfFile, LPSTR lpszBuf, W
 JX_EXPORT_BOUND BOOL SQLGetTranslator(HWND hwnd, LPSTR lpszName, WORD cbNameMax, WORD* pcbNameOut, LPSTR lpszPath,
                                       WORD cbPathMax, WORD* pcbPathOut, DWORD* pvOption);
 
+/* ---- installing drivers ---- */
+
+/* Registers one driver in .odbcinst.ini and returns the directory of its files in lpszPath (cbPathMax bytes, more is
+ * cut) and that text's length in *pcbPathOut, which may be null. No file is copied, and the driver is not entered in
+ * "ODBC Drivers": write its name there with the value "Installed".
+ * Without a script (lpszInfFile null) lpszDriver is a list of at most 1024 bytes: the driver's name, "Driver=" with the
+ * path of its library, "Setup=" with that of its setup library, then further keyword=value texts, which are stored;
+ * "CreateDSN=" with names between commas creates data sources. "Setup=" counts as the third text only; without it the
+ * driver library is the setup library too. The directory is that of the "Driver=" path.
+ * With a script, lpszDriver is the driver's name (at most 1023 bytes): its section holds the lines "Driver" and "Setup"
+ * (with these double quotes), whose second field is the file's name, and the section with "-Keys" behind the name its
+ * further keys. The directory is that of the library registered so far, "NOT AVAILABLE" when there is none.
+ * Both libraries are registered in the directory as it was returned, cut or not: give 1024 bytes.
+ * TRUE when the list or script was in order; a write that failed or was refused is not told: read the entry back. FALSE
+ * with nothing written anywhere when lpszDriver or lpszPath is null, cbPathMax is 0, the list or name is too long, the
+ * driver's file name has more than 131 bytes before its last dot or more than 3 behind it, the library registered so
+ * far cannot be read, or the second text does not name a driver (a message box tells why); the script's line of the
+ * driver being absent, useless or unreadable, or another keyword than "Driver" there, leaves lpszPath empty as well. A
+ * useless or unreadable setup library is passed over, and so is a data source named like one of the lists "ODBC Data
+ * Sources", "ODBC Drivers" and "ODBC Translators". */
+JX_EXPORT_BOUND BOOL SQLInstallDriver(LPCSTR lpszInfFile, LPCSTR lpszDriver, LPSTR lpszPath, WORD cbPathMax,
+                                      WORD* pcbPathOut);
+
+/* Installs from the script lpszInfFile the drivers of the list lpszDrivers, every translator the script lists and its
+ * core components: enters them with their libraries and capabilities in .odbcinst.ini, replacing older sections, and
+ * creates the data sources that drivers ask for. No file is copied: they are registered where they lie, which is
+ * lpszSrcPath, or the script's directory when that is null or empty; a relative directory is made absolute. Components
+ * and data sources named like a list ("ODBC Drivers" and its like) are passed over.
+ * Let one installation at a time begin a new file: each clears a list that it does not find, and two that begin the
+ * same list at once can lose an entry. Once a list is there, any number may add to it.
+ * lpszDrivers is written into while it is read (its texts are cut at "="): it must be writable and end with an empty
+ * text. With a window and no list the user chooses the drivers; that dialog needs a host (see jxDllDialog), and without
+ * one, or when it is cancelled, nothing is installed and no message shown.
+ * The result is always FALSE, and with a window the message of an aborted installation comes with it, unless the script
+ * is null or the choice was cancelled: what was installed is seen in the two files. A line of the script with too few
+ * fields is told in a message box; a component with a line that cannot be read is not installed. */
+JX_EXPORT_BOUND BOOL SQLInstallODBC(HWND hwndParent, LPCSTR lpszInfFile, LPCSTR lpszSrcPath, LPSTR lpszDrivers);
+
 /* ---- dialogs ---- */
 
 /* A dialog procedure: 1 when it handled the message, else 0. lparam is the record's address in the first message. */
@@ -119,6 +157,7 @@ typedef unsigned int (*JxDialogProcedure)(HWND hwnd, int message, int wparam, ui
 JX_EXPORT unsigned int DataSourcesDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam);
 JX_EXPORT unsigned int AddDataSourceDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam);
 JX_EXPORT unsigned int SelectTranslatorDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam);
+JX_EXPORT unsigned int InstallDriversDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam);
 
 /* The library's dialog starters. They show nothing and return 0. Every dialog that the library starts goes through
  * jxDllDialog by way of the dynamic symbol table, so a program that defines and exports these two functions itself
@@ -127,7 +166,7 @@ JX_EXPORT int32_t jxDllDialog(HWND owner, unsigned short templateId, JxDialogPro
 JX_EXPORT int32_t jxDllDialogReturnId(HWND owner, unsigned short templateId, JxDialogProcedure procedure, void* record);
 
 /* The file transfer of a batch installation: does nothing and returns 1. */
-JX_EXPORT unsigned int Decompress(unsigned int hwnd, unsigned char* source, unsigned char* target);
+JX_EXPORT_BOUND unsigned int Decompress(unsigned int hwnd, unsigned char* source, unsigned char* target);
 
 /* ---- texts ---- */
 

@@ -49,6 +49,17 @@ JX_EXPORT HWND JXW_SetFocus(HWND hwnd);
 /* Queues a message for a window; 1, or 0 when hwnd is no window. */
 JX_EXPORT int JXW_PostMessage(HWND hwnd, int message, int wparam, uintptr_t lparam);
 
+/* The cursors that programs ask for. */
+enum { kJxwArrowCursor = 32512, kJxwWaitCursor = 32514 };
+
+/* The handle of cursor id, which is id itself; instance is reserved, pass 0. Any thread. */
+JX_EXPORT unsigned int JXW_LoadCursor(HWND instance, int id);
+
+/* Makes cursor the process's cursor and returns the one before, which is the arrow at first. Nothing is drawn: a screen
+ * asks JXW_GetCursor when it draws. Any thread. */
+JX_EXPORT unsigned int JXW_SetCursor(unsigned int cursor);
+JX_EXPORT unsigned int JXW_GetCursor(void);
+
 /* Shows a message and returns the button that was chosen (IDOK, IDYES, IDNO). owner 0 is no window; null texts are
  * empty; style is the sum of a button set (MB_OK, MB_YESNO) and an icon. The message-box handler answers when one is
  * set; else "title: text" and a line break go to standard error and the answer is IDOK, or IDNO for a Yes/No box. There

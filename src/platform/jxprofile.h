@@ -9,6 +9,16 @@
 
 #include "jxexport.h"
 
+JX_EXTERN_C_BEGIN
+
+/* 1 when the calling thread's last read of a profile failed (memory was short, the file could not be read), else 0. The
+ * fallback that such a read gives tells nothing about the file: a program that changes something when an entry is
+ * absent asks this first. An absent file, section or key is no failure. Ask before the next write, which puts its own
+ * outcome in the same place; jxIniLastFailure of jxini.h tells more. */
+JX_EXPORT int jxProfileReadFailed(void);
+
+JX_EXTERN_C_END
+
 #ifdef __cplusplus
 
 /* One file as named, between jxPrivateProfileInit and jxPrivateProfileTerm. */

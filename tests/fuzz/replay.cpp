@@ -34,7 +34,7 @@ public:
 private:
     void changeOnce(std::string& bytes) {
         using namespace std::string_view_literals;
-        constexpr std::string_view kBytes = "[]=;# \t\r\n!\0\x80\xEF\xBB\xBF\x41k"sv;
+        constexpr std::string_view kBytes = "[]=;#,\" \t\r\n!\0\x80\xEF\xBB\xBF\x41k"sv;
         const std::size_t at = below(bytes.size() + 1);
         const std::size_t length = std::min(below(8), bytes.size() - at);
         switch (below(4)) {

@@ -30,6 +30,7 @@ int file_holds(const char* name, const char* text);
 /* The parts; each touches the functions of one header or two. */
 void use_profiles(void);
 void use_data_sources(void);
+void use_installation(void);
 void use_exported_data(void);
 void use_dialogs(void);
 void use_memory(void);

@@ -46,7 +46,8 @@ static const struct {
 } parts[] = {
     {"profiles", use_profiles},
     {"data sources", use_data_sources},
-    {"exported data", use_exported_data},
+    {"exported data", use_exported_data}, /* before the work buffers were lent */
+    {"installation", use_installation},
     {"dialogs", use_dialogs},
     {"memory", use_memory},
     {"text", use_text},

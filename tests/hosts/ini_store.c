@@ -1,5 +1,6 @@
 /* The INI store's own interface, called from C. */
 #include <jxini.h>
+#include <jxprofile.h>
 #include <string.h>
 
 #include "host.h"
@@ -56,4 +57,7 @@ void use_ini_store(void) {
     CHECK(jxIniRead(in_folder("none.ini")) == NULL);
     CHECK(jxIniLastFailure().step != JxIniStepNone && jxIniLastFailure().error != 0);
     CHECK(jxIniFailureText(sentence, sizeof sentence) == strlen(sentence) && sentence[0] != '\0');
+    CHECK(jxProfileReadFailed() == 1);
+    jxIniRelease(jxIniRead(path));
+    CHECK(jxProfileReadFailed() == 0);
 }

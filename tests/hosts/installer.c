@@ -47,6 +47,26 @@ void use_data_sources(void) {
     CHECK(length == 15 && memcmp(list, "Offered Driver\0", 16) == 0);
 }
 
+void use_installation(void) {
+    static const char keywords[] =
+        "Sample Driver\0Driver=/opt/sample/libsample.so\0Setup=libsetup.so\0CreateDSN=Sales\0";
+    char path[64] = "", chosen[] = "Batch Driver=1\0";
+    WORD length = 0;
+    CHECK(SQLInstallDriver(NULL, keywords, path, sizeof path, &length) == TRUE);
+    CHECK(length == 11 && strcmp(path, "/opt/sample") == 0);
+    CHECK(SQLInstallDriver(NULL, keywords, NULL, 0, NULL) == FALSE);
+    put_file("odbc.inf", "[Batch Driver]\n\"Driver\"=1,libbatch.so,,,,2024-03-15,,,,,,,,,,,,,,02.50.00.0001,\n");
+    CHECK(SQLInstallODBC(0, in_folder("odbc.inf"), "/opt/batch", chosen) == FALSE);
+    CHECK(strcmp(chosen, "Batch Driver") == 0); /* cut while it was read */
+    CHECK(SQLInstallODBC(0, NULL, NULL, NULL) == FALSE);
+    CHECK(InstallDriversDlgProc(0, 0, 0, 0) == 0);
+    CHECK(file_holds(".odbcinst.ini",
+                     "[Sample Driver]\nDriver=/opt/sample/libsample.so\nSetup=/opt/sample/libsetup.so\n\n"
+                     "[ODBC Drivers]\nBatch Driver=Installed\n\n[Batch Driver]\nDriver=/opt/batch/libbatch.so\n"));
+    CHECK(file_holds(".odbc.ini",
+                     "[ODBC Data Sources]\nSales=Sample Driver\n\n[Sales]\nDriver=/opt/sample/libsample.so\n"));
+}
+
 void use_exported_data(void) {
     CHECK(strcmp(INS_ODBCINI_ODBC, "ODBC") == 0);
     CHECK(strcmp(INS_ODBCINI_DS, "ODBC Data Sources") == 0);

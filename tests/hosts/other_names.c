@@ -5,6 +5,7 @@
 #include <dlfcn.h>
 #include <odbcinst.h>
 #include <stdlib.h>
+#include <string.h>
 #include <unistd.h>
 
 #include "host.h"
@@ -25,6 +26,30 @@ JX_EXPORT BOOL SQLWriteDSNToIni(LPCSTR name, LPCSTR driver) {
     return FALSE;
 }
 
+JX_EXPORT unsigned int Decompress(unsigned int hwnd, unsigned char* source, unsigned char* target) {
+    (void)hwnd;
+    (void)source;
+    (void)target;
+    ++captured;
+    return 0;
+}
+
+/* A batch installation uses the library's own Decompress. */
+static void install_batch(const char* folder) {
+    char script[64], value[32], drivers[] = "Batch Driver\0";
+    FILE* file;
+    snprintf(script, sizeof script, "%s/odbc.inf", folder);
+    file = fopen(script, "w");
+    if (file == NULL)
+        return;
+    fputs("[Batch Driver]\n\"Driver\"=1,lib.so,,,,,,,,,,,,,,,,,,,\n", file);
+    fclose(file);
+    SQLInstallODBC(0, script, "/opt", drivers);
+    CHECK(SQLGetPrivateProfileString("Batch Driver", "Driver", "", value, sizeof value, ".odbcinst.ini") == 11);
+    CHECK(strcmp(value, "/opt/lib.so") == 0);
+    unlink(script);
+}
+
 int main(int count, char** arguments) {
     char folder[] = "/tmp/jxodbc-host-XXXXXX", path[64], value[16];
     if (count != 2 || mkdtemp(folder) == NULL)
@@ -37,6 +62,7 @@ int main(int count, char** arguments) {
     CHECK(SQLConfigDataSource(0, ODBC_ADD_DSN, "Sample Driver", "DSN=Sales\0New=2\0"));
     CHECK(SQLGetPrivateProfileString("Sales", "Old", "", value, sizeof value, ".odbc.ini") == 0);
     CHECK(SQLGetPrivateProfileString("Sales", "New", "", value, sizeof value, ".odbc.ini") == 1);
+    install_batch(folder);
     CHECK(captured == 0);
     snprintf(path, sizeof path, "%s/.odbc.ini", folder);
     unlink(path);

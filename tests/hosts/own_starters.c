@@ -58,5 +58,9 @@ int main(void) {
     SQLGetTranslator(5, name, sizeof name, NULL, NULL, 0, NULL, NULL);
     CHECK(calls == 3 && records == 3 && received_owner == 5 && received_template == 143);
     CHECK(received_procedure == SelectTranslatorDlgProc && names == 1);
+
+    CHECK(SQLInstallODBC(6, "/nonexistent/odbc.inf", NULL, NULL) == FALSE);
+    CHECK(calls == 4 && records == 4 && received_owner == 6 && received_template == 129);
+    CHECK(received_procedure == InstallDriversDlgProc);
     return host_failures == 0 ? 0 : 1;
 }

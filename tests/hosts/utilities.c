@@ -78,6 +78,8 @@ void use_boxes(void) {
     CHECK(JXW_SetMessageBoxHandler(answer_yes, &host_failures) == 1);
     CHECK(guiMessageBox(5, BYTES("Overwrite?"), BYTES("Host"), MB_YESNO | MB_ICONQUESTION) == IDYES);
     CHECK(JXW_SetMessageBoxHandler(NULL, NULL) == 1);
+    CHECK(JXW_SetCursor(JXW_LoadCursor(0, kJxwWaitCursor)) == kJxwArrowCursor);
+    CHECK(JXW_GetCursor() == kJxwWaitCursor && JXW_SetCursor(kJxwArrowCursor) == kJxwWaitCursor);
     CHECK(JXW_SetFocus(12345) == 0);
     CHECK(JXW_PostMessage(12345, 1025, 0, 0) == 0);
 }

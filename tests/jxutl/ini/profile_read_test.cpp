@@ -123,6 +123,25 @@ TEST(ProfileRead, AnEmptySectionGivesAnEmptyListAndAnAbsentOneTheDefault) {
     EXPECT_EQ(read(nullptr, nullptr, "none", 20, home.file("gone").c_str()).text(), "none");
 }
 
+TEST(ProfileRead, OfWhatIsAbsentDidNotFailAndOfWhatIsNoFileDid) {
+    const TestHome home{{"a.ini", "[A]\nk=1\n"}};
+    struct Row {
+        std::string file;
+        const char* section;
+        const char* key;
+        int failed;
+    };
+    const Row rows[] = {{home.file("a.ini"), "A", "k", 0},    {home.path(), "A", "k", 1},
+                        {home.file("a.ini"), "A", "none", 0}, {"", "A", "k", 1},
+                        {home.file("none"), "A", "k", 0},     {home.path(), nullptr, nullptr, 1},
+                        {home.file("a.ini"), "B", nullptr, 0}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.file);
+        read(row.section, row.key, "none", 20, row.file.c_str());
+        EXPECT_EQ(jxProfileReadFailed(), row.failed);
+    }
+}
+
 TEST(ProfileRead, TheDefaultIsCutLikeAValue) {
     const TestHome home;
     for (const std::size_t size : {1U, 2U, 4U, 5U, 6U}) {

@@ -1,0 +1,107 @@
+// One batch installation: the order of its steps and its outcome.
+#include "install/batch_installation.h"
+
+#include <odbcinst.h>
+
+#include "config/message_text.h"
+#include "config/text_bytes.h"
+#include "install/item_installation.h"
+#include "install/owned_text.h"
+#include "install/script_reader.h"
+#include "install/wait_cursor.h"
+
+namespace jx::install {
+
+namespace {
+
+constexpr unsigned short kInstallDriversTemplate = 129;
+
+// InstallRun: owns the record of one run, also when a host's dialog throws.
+class InstallRun {
+public:
+    InstallRun() = default;
+    InstallRun(const InstallRun&) = delete;
+    InstallRun& operator=(const InstallRun&) = delete;
+    ~InstallRun() {
+        InstallTerm(record_);
+        ramFree(record_);
+    }
+
+    // False when there is no record.
+    bool begin(unsigned int parent, const unsigned char* infFile, const unsigned char* sourcePath) {
+        return InstallInit(parent, record_, infFile, sourcePath) == 0;
+    }
+
+    // Releases what the record holds; its outcome can still be read.
+    void end() { InstallTerm(record_); }
+
+    _Install* record() { return record_; }
+
+private:
+    _Install* record_ = nullptr;
+};
+
+enum class Choice { cancelled, failed, made };
+
+// Lets the user choose drivers.
+Choice askForDrivers(unsigned int parent, _Install* install) {
+    InstallDriversRecord record{0, install};
+    jxDllDialog(parent, kInstallDriversTemplate, InstallDriversDlgProc, &record);
+    if (record.proceed == 0)
+        return Choice::cancelled;
+    setWaitCursor();
+    return GetTheDriverKeys(install) == 0 ? Choice::made : Choice::failed;
+}
+
+// Puts the drivers of this run into the record.
+Choice chooseDrivers(unsigned int parent, _Install* install, unsigned char* drivers) {
+    const bool isListEmpty = drivers == nullptr || *drivers == 0;
+    if (isListEmpty)
+        return parent != 0 ? askForDrivers(parent, install) : Choice::made;
+    const bool placed =
+        PlaceDriversToBeInstalledInInstallStruct(install, drivers) == 0 && GetTheDriverKeys(install) == 0;
+    return placed ? Choice::made : Choice::failed;
+}
+
+void selectAll(_Install& install) {
+    for (InstallItem& item : itemsOf(install))
+        item.selected = 1;
+}
+
+// Reads the rest of the script and installs; false when a step failed.
+bool installChosen(unsigned int parent, _Install* install) {
+    PlaceTranslatorsToBeInstalledInInstallStruct(install);
+    GetTheNonDriverItems(install);
+    if (GetTheOdbcInfEntriesForEachItem(install) != 0)
+        return false;
+    selectAll(*install);
+    return InstallItems(parent, install) == 0;
+}
+
+}  // namespace
+
+void reportOutcome(unsigned int parent, bool succeeded, bool anyFileInstalled) {
+    if (parent == 0 || (succeeded && !anyFileInstalled))
+        return;
+    showMessage(parent, asBytes(succeeded ? "Installation completed successfully" : "Installation was aborted"), MB_OK);
+}
+
+int installOdbc(unsigned int parent, const unsigned char* infFile, const unsigned char* sourcePath,
+                unsigned char* drivers) {
+    if (infFile == nullptr)
+        return 0;
+    InstallRun run;
+    if (!run.begin(parent, infFile, sourcePath))
+        return 0;
+    const bool hasPaths = takePaths(*run.record(), infFile, sourcePath);
+    const Choice choice = hasPaths ? chooseDrivers(parent, run.record(), drivers) : Choice::failed;
+    if (choice == Choice::cancelled)
+        return 0;
+    const bool succeeded = choice == Choice::made && installChosen(parent, run.record());
+    run.end();
+    reportOutcome(parent, succeeded, run.record()->anyFileInstalled != 0);
+    setArrowCursor();
+    return succeeded ? 1 : 0;
+}
+
+}  // namespace jx::install

@@ -1,0 +1,41 @@
+// What a caller hands to SQLInstallDriver: a description, or a list that begins with one.
+#include "install/driver_description.h"
+
+#include <jxtext.h>
+
+#include <cstring>
+
+#include "install/profile_text.h"
+
+namespace jx::install {
+
+std::size_t descriptionSize(const unsigned char* source, DescriptionForm form) {
+    for (std::size_t offset = 0; offset < kDescriptionSize;) {
+        const std::size_t room = kDescriptionSize - offset;
+        const std::size_t length = strnlen(reinterpret_cast<const char*>(source) + offset, room);
+        if (length == room)
+            return 0;
+        offset += length + 1;
+        if (length == 0 || form == DescriptionForm::name)
+            return offset;
+    }
+    return 0;
+}
+
+bool DriverDescription::take(const unsigned char* source, DescriptionForm form) {
+    const std::size_t size = descriptionSize(source, form);
+    if (size == 0)
+        return false;
+    bytes_.fill(0);
+    BUTMEMCP(bytes_.data(), source, size);
+    return true;
+}
+
+unsigned char* keywordText(unsigned char* list, unsigned position) {
+    unsigned char* text = list;
+    for (unsigned passed = 0; passed < position; ++passed)
+        text = textAfter(text);
+    return text;
+}
+
+}  // namespace jx::install

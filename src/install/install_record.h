@@ -1,0 +1,97 @@
+// The record of one batch installation: its components, their files, the paths it works with.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "config/capability_keys.h"
+
+namespace jx::install {
+
+// The place of "CreateDSN" in kCapabilityKeys: its value is no property of the driver but a list of data sources.
+inline constexpr std::size_t kCreateDsn = 1;
+
+// One file of a component, from one line of the script. Texts are owned heap blocks; null where the line gives none.
+struct InfEntry {
+    unsigned char* key;  // the file's role: "Driver", "Setup", "Translator", ...
+    long number0;        // field 0 of the line
+    unsigned char* fileName;
+    long dateYear;
+    long dateMonth;
+    long dateDay;
+    unsigned char* text8;  // field 8, "OLDER" when that is empty
+    unsigned char* text14;
+    long number15;
+    long version[4];
+};
+
+enum ItemKind : std::uint32_t { DriverItem = 0, CoreItem = 1, TranslatorItem = 2 };
+
+// One component. All texts and the entries are owned.
+struct InstallItem {
+    unsigned char* name;     // also the component's section in the script
+    std::uint32_t kind;      // an ItemKind
+    std::uint32_t selected;  // 1 when the component is to be installed
+    unsigned char*
+        driverKeys[kCapabilityKeys.size()];  // in the order of kCapabilityKeys; null where the script has none
+    std::uint32_t entryCount;
+    InfEntry* entries;
+};
+
+// One installation. All texts and arrays are owned; an array and its count change together.
+struct _Install {
+    std::uint32_t itemCount;
+    InstallItem* items;  // in the order in which they were added
+    std::uint32_t anyFileInstalled;
+    std::uint32_t reserved0;  // the option flag of the advanced options
+    std::uint32_t reserved1;  // their first choice
+    std::uint32_t reserved2;  // their second choice
+    std::uint32_t processedCount;
+    unsigned char** processedFiles;  // names of the files done so far, in that order
+    std::uint32_t reserved3;
+    unsigned char* auxString1;
+    unsigned char* infFile;  // the script
+    unsigned char* auxString2;
+    unsigned char* targetDir;  // where the files lie, ended by one slash
+    unsigned char* sourceDir;
+};
+
+static_assert(sizeof(void*) != 4 || (sizeof(_Install) == 56 && sizeof(InstallItem) == 48 && sizeof(InfEntry) == 52));
+
+// What the Install Drivers dialog works on.
+struct InstallDriversRecord {
+    std::uint32_t proceed;  // the dialog's outcome: 1 to go on, 0 when it was cancelled
+    _Install* install;
+};
+
+// What DoTheTempDirectoryThing is to do.
+enum TempDirectoryType : std::uint32_t { TempDirectoryRemove = 1 };
+
+// Makes an empty record in install, which the caller ends with InstallTerm and then releases with ramFree. The paths
+// are not taken over. 0, or 1 with install null when memory is short.
+unsigned int InstallInit(unsigned int hwnd, _Install*& install, const unsigned char* infFile,
+                         const unsigned char* srcPath);
+
+// Where a temporary directory would be made and removed; does nothing and returns 0.
+unsigned int DoTheTempDirectoryThing(unsigned int hwnd, _Install* install, unsigned char* path, TempDirectoryType kind);
+
+// Releases everything the record owns and empties it; anyFileInstalled and the record itself stay, since the outcome is
+// read afterwards. Null is allowed.
+void InstallTerm(_Install* install);
+
+// Appends a component with a copy of name and nothing else set; names are not compared, so one may stand twice.
+// 0, or 1 with the record unchanged when memory is short.
+unsigned int appendItem(_Install* install, std::string_view name, ItemKind kind);
+
+// Releases the item's entries; it has none then.
+void releaseEntries(InstallItem& item);
+
+inline std::span<InstallItem> itemsOf(const _Install& install) {
+    return {install.items, install.itemCount};
+}
+inline std::span<InfEntry> entriesOf(const InstallItem& item) {
+    return {item.entries, item.entryCount};
+}
+
+}  // namespace jx::install

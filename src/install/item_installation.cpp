@@ -1,0 +1,140 @@
+// Walking the components of a run and their files.
+#include "install/item_installation.h"
+
+#include <odbcinst.h>
+
+#include <cstring>
+#include <utility>
+
+#include "install/bounded_text.h"
+#include "install/configuration_update.h"
+#include "install/owned_text.h"
+#include "install/wait_cursor.h"
+
+namespace jx::install {
+
+namespace {
+
+constexpr std::size_t kPathSize = 1024;
+constexpr std::size_t kInputSize = 16384;
+constexpr std::size_t kOutputSize = 32768;
+constexpr std::size_t kSpareSize = 2048;
+
+// One of the exported work buffers. The memory is ours: whatever another thread's run puts into the exported pointer,
+// each run releases its own once.
+class WorkBuffer {
+public:
+    WorkBuffer(unsigned char*& exported, void* block, std::size_t size)
+        : block_(static_cast<unsigned char*>(block)), size_(size) {
+        __atomic_store_n(&exported, block_.get(), __ATOMIC_RELAXED);
+    }
+
+    bool isThere() const { return block_ != nullptr; }
+    void clear() { std::memset(block_.get(), 0, size_); }
+
+private:
+    // Deliberate: the exported pointer is not reset when the memory goes.
+    OwnedText block_;
+    std::size_t size_;
+};
+
+struct WorkBuffers {
+    WorkBuffer input{inbuf, ramAllocZ(kInputSize), kInputSize};
+    WorkBuffer output{outbuf, ramAlloc(kOutputSize), kOutputSize};
+    WorkBuffer spare{bigbuf, ramAlloc(kSpareSize), kSpareSize};
+
+    bool areThere() const { return input.isThere() && output.isThere() && spare.isThere(); }
+    void clear() {
+        input.clear();
+        output.clear();
+        spare.clear();
+    }
+};
+
+// Whether versions are checked for a file of this role.
+bool hasVersion(const InfEntry& entry) {
+    const std::string_view role = viewOf(entry.key);
+    return role == "Driver" || role == "Windows00" || role == "CPanel" || role == "Translator";
+}
+
+// Calls visit(item number, entry number) for every file of the components that accept takes, until it returns false.
+template <typename Accept, typename Visit>
+bool everyFile(const _Install& install, Accept accept, Visit visit) {
+    for (std::uint32_t item = 0; item < install.itemCount; ++item) {
+        if (!accept(install.items[item]))
+            continue;
+        for (std::uint32_t entry = 0; entry < install.items[item].entryCount; ++entry) {
+            if (!visit(item, entry))
+                return false;
+        }
+    }
+    return true;
+}
+
+void checkVersions(unsigned int hwnd, _Install* install) {
+    everyFile(
+        *install, [](const InstallItem&) { return true; },
+        [&](std::uint32_t item, std::uint32_t entry) {
+            if (hasVersion(install->items[item].entries[entry])) {
+                VersionCheck(hwnd, install, item, entry);
+                setWaitCursor();
+            }
+            return true;
+        });
+}
+
+bool copyDisks(unsigned int hwnd, _Install* install) {
+    return everyFile(
+        *install, [](const InstallItem& item) { return item.selected == 1; },
+        [&](std::uint32_t item, std::uint32_t entry) { return CopyDisk(hwnd, install, item, entry) == 0; });
+}
+
+using FilePath = BoundedText<kPathSize>;
+
+// The names of the file on its medium, where the last character is an underscore, and where it lies afterwards. False
+// when one is too long.
+bool buildPaths(const _Install& install, const InfEntry& entry, FilePath& source, FilePath& target) {
+    const std::string_view name = viewOf(entry.fileName);
+    const bool fits = source.append(viewOf(install.sourceDir)) && source.append("/") && source.append(name) &&
+                      target.append(viewOf(install.targetDir)) && target.append(name);
+    source.replaceLast('_');
+    return fits;
+}
+
+// False when memory is short: the file would be processed again under the next component.
+bool processFile(unsigned int hwnd, _Install* install, std::uint32_t item, std::uint32_t entry, WorkBuffers& buffers) {
+    const InfEntry& file = install->items[item].entries[entry];
+    FilePath source;
+    FilePath target;
+    if (file.fileName == nullptr || HasFileBeenProcessed(install, item, entry) != 0 ||
+        !buildPaths(*install, file, source, target))
+        return true;
+    buffers.clear();
+    Decompress(hwnd, source.text(), target.text());
+    install->anyFileInstalled = 1;
+    UpdateOdbcIniAndOdbcInstIni(install, item, entry, target.text());
+    return AddFileToProcessedList(install, item, entry) != 0;
+}
+
+void processFiles(unsigned int hwnd, _Install* install) {
+    WorkBuffers buffers;
+    if (!buffers.areThere())
+        return;
+    everyFile(
+        *install,
+        // Deliberate: any value but 0 counts here, while only 1 counts where disks are asked for.
+        [](const InstallItem& item) { return item.selected != 0; },
+        [&](std::uint32_t item, std::uint32_t entry) { return processFile(hwnd, install, item, entry, buffers); });
+}
+
+}  // namespace
+
+unsigned int InstallItems(unsigned int hwnd, _Install* install) {
+    checkVersions(hwnd, install);
+    if (copyDisks(hwnd, install))
+        processFiles(hwnd, install);
+    // Deliberate: 1 in every case; the caller takes the run for a failed one and the outcome is in the files.
+    return 1;
+}
+
+}  // namespace jx::install

@@ -1,0 +1,15 @@
+// The hooks of the file transfer, which this system leaves empty: files are registered where they lie.
+#include "install/item_installation.h"
+
+namespace jx::install {
+
+unsigned int VersionCheck(unsigned int /*hwnd*/, _Install* /*install*/, std::uint32_t /*item*/,
+                          std::uint32_t /*entry*/) {
+    return 0;
+}
+
+unsigned int CopyDisk(unsigned int /*hwnd*/, _Install* /*install*/, std::uint32_t /*item*/, std::uint32_t /*entry*/) {
+    return 0;
+}
+
+}  // namespace jx::install

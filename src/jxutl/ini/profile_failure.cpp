@@ -1,0 +1,7 @@
+// The profile call that tells a failed read from an absent entry.
+#include "failure.h"
+#include "jxprofile.h"
+
+int jxProfileReadFailed(void) {
+    return jx::ini::lastFailure().step != JxIniStepNone ? 1 : 0;
+}

@@ -1,0 +1,64 @@
+// Records of an installation for tests: made from texts, and written out as text.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "install/install_record.h"
+
+namespace jx::test {
+
+// TestRecord: a record of an installation that is ended and released with its scope.
+class TestRecord {
+public:
+    // infFile may be null.
+    explicit TestRecord(const char* infFile = nullptr);
+    ~TestRecord();
+    TestRecord(const TestRecord&) = delete;
+    TestRecord& operator=(const TestRecord&) = delete;
+
+    install::_Install* get() { return install_; }
+    install::_Install* operator->() { return install_; }
+
+    // Adds a component that is selected, or a file to the last one; a null file name is none.
+    TestRecord& item(install::ItemKind kind, std::string_view name);
+    TestRecord& file(const char* role, const char* fileName);
+
+    // Sets a capability of the last component.
+    TestRecord& capability(std::string_view key, const char* value);
+
+    // Sets both directories; targetDir is used as it stands.
+    TestRecord& directories(const char* sourceDir, const char* targetDir);
+
+private:
+    install::_Install* install_ = nullptr;
+};
+
+// A heap copy as records own them.
+unsigned char* ownedText(const char* text);
+
+// A writable copy of a text for calls that cut what they are given.
+class WritableText {
+public:
+    explicit WritableText(std::string_view text) : bytes_(text.begin(), text.end()) { bytes_.push_back('\0'); }
+    unsigned char* bytes() { return reinterpret_cast<unsigned char*>(bytes_.data()); }
+    std::string all() const { return {bytes_.data(), bytes_.size() - 1}; }
+
+private:
+    std::vector<char> bytes_;
+};
+
+// A text in "", or - for null.
+std::string quoted(const unsigned char* text);
+
+// One line a component, a capability, a file.
+std::string dump(const install::_Install& install);
+
+// The components' kinds and names only.
+std::string dumpNames(const install::_Install& install);
+
+// A script's line for a file, with every field that is read and exactly as many commas as needed.
+std::string scriptLine(std::string_view fileName);
+
+}  // namespace jx::test

@@ -1,0 +1,30 @@
+// The hooks of an installation as a test wants them: what was called is kept, what happens then is the test's choice.
+#pragma once
+
+#include <odbcinst.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace jx::test {
+
+// RecordedHooks: while it lives, it answers the file transfer's hooks of the archive under test and the dialog starter
+// of the whole process. One at a time.
+class RecordedHooks {
+public:
+    RecordedHooks();
+    ~RecordedHooks();
+    RecordedHooks(const RecordedHooks&) = delete;
+    RecordedHooks& operator=(const RecordedHooks&) = delete;
+
+    // One text a call: "VersionCheck 0 1", "CopyDisk 0 1", "Decompress SOURCE TARGET", "dialog 129".
+    std::vector<std::string> calls;
+
+    unsigned int copyDiskResult = 0;
+    std::function<void()> onDecompress = [] {};
+    std::function<void(HWND owner, JxDialogProcedure procedure, void* record)> onDialog = [](HWND, JxDialogProcedure,
+                                                                                             void*) {};
+};
+
+}  // namespace jx::test

@@ -1,0 +1,86 @@
+// Several installations at a time in one process.
+#include <gtest/gtest.h>
+#include <odbcinst.h>
+
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "test_home.h"
+
+namespace {
+
+using jx::test::TestHome;
+
+constexpr int kThreads = 4;
+constexpr int kRounds = 3;
+
+std::string driverOf(int thread, int round) {
+    return "Driver " + std::to_string(thread) + std::to_string(round);
+}
+
+// A script with the drivers of every thread and a core component, whose file costs no write.
+std::string script() {
+    std::string text = "[ODBC]\n\"x\"=1,core,,,,,,,,,,,,,,,,,,,\n";
+    for (int thread = 0; thread < kThreads; ++thread) {
+        for (int round = 0; round < kRounds; ++round) {
+            const std::string name = driverOf(thread, round);
+            text.append("[").append(name).append("]\n\"Driver\"=1,").append(name).append(",,,,,,,,,,,,,,,,,,,\n");
+        }
+    }
+    return text;
+}
+
+// Whether .odbcinst.ini lists the driver and holds its library.
+bool isInstalled(const std::string& text, const std::string& name) {
+    return text.find("\n" + name + "=Installed\n") != std::string::npos &&
+           text.find("[" + name + "]\nDriver=/l/" + name + "\n") != std::string::npos;
+}
+
+TEST(InstallationsAtATime, LoseNoDriverAndEachReleaseTheirOwnBuffers) {
+    // The list is there already: one that several installations begin at once is cleared by each that finds none.
+    const TestHome home({{"odbc.inf", script()}, {".odbcinst.ini", "[ODBC Drivers]\nFirst=Installed\n"}});
+    const std::string file = home.file("odbc.inf");
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < kThreads; ++thread) {
+        threads.emplace_back([&file, thread] {
+            for (int round = 0; round < kRounds; ++round) {
+                std::string list = driverOf(thread, round) + std::string(2, '\0');
+                SQLInstallODBC(0, file.c_str(), "/l", list.data());
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    const std::string text = home.text(".odbcinst.ini");
+    for (int thread = 0; thread < kThreads; ++thread) {
+        for (int round = 0; round < kRounds; ++round)
+            EXPECT_TRUE(isInstalled(text, driverOf(thread, round))) << driverOf(thread, round) << " in\n" << text;
+    }
+}
+
+TEST(InstallationsAtATime, OfSingleDriversLoseNone) {
+    const TestHome home;
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < kThreads; ++thread) {
+        threads.emplace_back([thread] {
+            for (int round = 0; round < kRounds; ++round) {
+                const std::string name = driverOf(thread, round);
+                const std::string list = name + '\0' + "Driver=/l/d.so" + std::string(2, '\0');
+                char path[64];
+                EXPECT_EQ(SQLInstallDriver(nullptr, list.c_str(), path, sizeof path, nullptr), TRUE);
+                EXPECT_STREQ(path, "/l");
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    const std::string text = home.text(".odbcinst.ini");
+    for (int thread = 0; thread < kThreads; ++thread) {
+        for (int round = 0; round < kRounds; ++round)
+            EXPECT_NE(text.find("[" + driverOf(thread, round) + "]\nDriver=/l/d.so\nSetup=/l/d.so\n"),
+                      std::string::npos);
+    }
+}
+
+}  // namespace
