@@ -8,6 +8,10 @@
 
 namespace jx {
 
+namespace dialog {
+class Desk;
+}
+
 // ThreadData: one thread's own data, made when it is first needed and released when the thread ends.
 // Why not  thread_local: where that lives in a library that is loaded late, the first use in a thread allocates behind
 //          our back and ends the program when memory is short.
@@ -15,6 +19,7 @@ struct ThreadData {
     std::unique_ptr<JxList> errors;
     std::string loadError;
     int taskDepth = 0;
+    std::shared_ptr<dialog::Desk> desk;  // shared_ptr, so that only its maker needs to know it
 };
 
 // The calling thread's data, made now if need be; null when memory is short.
