@@ -157,64 +157,61 @@ INSTANTIATE_TEST_SUITE_P(OfTheModule, EachTemplate,
                          [](const auto& named) { return "Template" + std::to_string(named.param.id); });
 
 // The kinds of the controls that the procedures use, by dialog and id.
+struct ControlKinds {
+    unsigned short dialog;
+    std::map<unsigned short, int> kinds;
+};
+
+const ControlKinds kUsedControls[] = {
+    {100, {{101, JXW_LISTBOX}, {1, JXW_BUTTON}, {2, JXW_BUTTON}}},
+    {102,
+     {{103, JXW_LISTBOX},
+      {104, JXW_BUTTON},
+      {105, JXW_BUTTON},
+      {106, JXW_BUTTON},
+      {107, JXW_BUTTON},
+      {108, JXW_BUTTON},
+      {109, JXW_BUTTON}}},
+    {110,
+     {{111, JXW_CHECKBOX}, {112, JXW_CHECKBOX}, {113, JXW_EDIT}, {114, JXW_BUTTON}, {1, JXW_BUTTON}, {2, JXW_BUTTON}}},
+    {115, {{117, JXW_LISTBOX}, {104, JXW_BUTTON}, {116, JXW_BUTTON}, {118, JXW_LABEL}, {119, JXW_BUTTON}}},
+    {120,
+     {{121, JXW_CHECKBOX},
+      {122, JXW_RADIO},
+      {123, JXW_RADIO},
+      {124, JXW_RADIO},
+      {125, JXW_RADIO},
+      {126, JXW_RADIO},
+      {127, JXW_RADIO},
+      {128, JXW_BUTTON},
+      {1, JXW_BUTTON},
+      {2, JXW_BUTTON}}},
+    {129, {{130, JXW_LISTBOX}, {131, JXW_BUTTON}, {1, JXW_BUTTON}, {2, JXW_BUTTON}}},
+    {132, {{133, JXW_EDIT}, {134, JXW_LABEL}, {1, JXW_BUTTON}, {2, JXW_BUTTON}}},
+    {136,
+     {{137, JXW_LISTBOX},
+      {138, JXW_LABEL},
+      {139, JXW_LABEL},
+      {140, JXW_LABEL},
+      {141, JXW_LABEL},
+      {142, JXW_LABEL},
+      {1, JXW_BUTTON},
+      {2, JXW_BUTTON}}},
+    {143, {{144, JXW_LISTBOX}, {1, JXW_BUTTON}, {2, JXW_BUTTON}}},
+    {145,
+     {{146, JXW_LABEL},
+      {147, JXW_LABEL},
+      {148, JXW_LABEL},
+      {149, JXW_LABEL},
+      {150, JXW_LABEL},
+      {151, JXW_LABEL},
+      {152, JXW_LABEL},
+      {153, JXW_LABEL},
+      {1, JXW_BUTTON}}},
+};
+
 TEST(Templates, HoldEveryControlThatAProcedureUses) {
-    struct Row {
-        unsigned short dialog;
-        std::map<unsigned short, int> kinds;
-    };
-    const Row rows[] = {
-        {100, {{101, JXW_LISTBOX}, {1, JXW_BUTTON}, {2, JXW_BUTTON}}},
-        {102,
-         {{103, JXW_LISTBOX},
-          {104, JXW_BUTTON},
-          {105, JXW_BUTTON},
-          {106, JXW_BUTTON},
-          {107, JXW_BUTTON},
-          {108, JXW_BUTTON},
-          {109, JXW_BUTTON}}},
-        {110,
-         {{111, JXW_CHECKBOX},
-          {112, JXW_CHECKBOX},
-          {113, JXW_EDIT},
-          {114, JXW_BUTTON},
-          {1, JXW_BUTTON},
-          {2, JXW_BUTTON}}},
-        {115, {{117, JXW_LISTBOX}, {104, JXW_BUTTON}, {116, JXW_BUTTON}, {118, JXW_LABEL}, {119, JXW_BUTTON}}},
-        {120,
-         {{121, JXW_CHECKBOX},
-          {122, JXW_RADIO},
-          {123, JXW_RADIO},
-          {124, JXW_RADIO},
-          {125, JXW_RADIO},
-          {126, JXW_RADIO},
-          {127, JXW_RADIO},
-          {128, JXW_BUTTON},
-          {1, JXW_BUTTON},
-          {2, JXW_BUTTON}}},
-        {129, {{130, JXW_LISTBOX}, {131, JXW_BUTTON}, {1, JXW_BUTTON}, {2, JXW_BUTTON}}},
-        {132, {{133, JXW_EDIT}, {134, JXW_LABEL}, {1, JXW_BUTTON}, {2, JXW_BUTTON}}},
-        {136,
-         {{137, JXW_LISTBOX},
-          {138, JXW_LABEL},
-          {139, JXW_LABEL},
-          {140, JXW_LABEL},
-          {141, JXW_LABEL},
-          {142, JXW_LABEL},
-          {1, JXW_BUTTON},
-          {2, JXW_BUTTON}}},
-        {143, {{144, JXW_LISTBOX}, {1, JXW_BUTTON}, {2, JXW_BUTTON}}},
-        {145,
-         {{146, JXW_LABEL},
-          {147, JXW_LABEL},
-          {148, JXW_LABEL},
-          {149, JXW_LABEL},
-          {150, JXW_LABEL},
-          {151, JXW_LABEL},
-          {152, JXW_LABEL},
-          {153, JXW_LABEL},
-          {1, JXW_BUTTON}}},
-    };
-    for (const Row& row : rows) {
+    for (const ControlKinds& row : kUsedControls) {
         SCOPED_TRACE(row.dialog);
         std::map<unsigned short, int> found;
         const HWND dialog = JXW_CreateDialog("odbcinst", row.dialog, 0, doNothing, nullptr);
