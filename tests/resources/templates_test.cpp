@@ -1,4 +1,4 @@
-// Every dialog template of module "odbcinst", looked at as a screen sees it.
+// Every dialog template of the modules "odbcinst" and "jxsetup", looked at as a screen sees it.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -10,6 +10,7 @@
 #include "platform/jxscreen.h"
 #include "platform/jxwindow.h"
 #include "resources/templates.h"
+#include "setup/setup_template.h"
 
 namespace {
 
@@ -17,10 +18,27 @@ unsigned int doNothing(HWND, int, int, uintptr_t) {
     return 0;
 }
 
-// One dialog of the module, made by the layer from what the library registered.
-class EachTemplate : public testing::TestWithParam<JxwTemplate> {
+struct Registered {
+    const char* module;
+    JxwTemplate shape;
+};
+
+std::vector<Registered> allTemplates() {
+    std::vector<Registered> all;
+    for (const JxwTemplate* shape = jx::kTemplates; shape->title != nullptr; ++shape)
+        all.push_back({"odbcinst", *shape});
+    for (const JxwTemplate* shape = jx::setup::kSetupTemplates; shape->title != nullptr; ++shape)
+        all.push_back({jx::setup::kModule, *shape});
+    return all;
+}
+
+// One dialog of a module, made by the layer from what was registered: by the installer library itself, and here for
+// the setup library, which does it for each call.
+class EachTemplate : public testing::TestWithParam<Registered> {
 protected:
-    EachTemplate() : dialog(JXW_CreateDialog("odbcinst", GetParam().id, 0, doNothing, nullptr)) {
+    EachTemplate() {
+        JXW_RegisterModule(jx::setup::kModule, nullptr, jx::setup::kSetupTemplates);
+        dialog = JXW_CreateDialog(GetParam().module, GetParam().shape.id, 0, doNothing, nullptr);
         JXW_GetDialogInfo(dialog, &info);
         for (int index = 0; index < info.controlCount; ++index) {
             controls.emplace_back();
@@ -29,7 +47,7 @@ protected:
     }
     ~EachTemplate() override { JXW_DestroyDialog(dialog); }
 
-    HWND dialog;
+    HWND dialog = 0;
     JxwDialogInfo info{};
     std::vector<JxwControlInfo> controls;
 };
@@ -53,7 +71,7 @@ std::string describe(const JxwControlInfo& control) {
 
 TEST_P(EachTemplate, IsRegistered) {
     ASSERT_NE(dialog, 0U);
-    EXPECT_STREQ(info.title, GetParam().title);
+    EXPECT_STREQ(info.title, GetParam().shape.title);
     EXPECT_GT(info.controlCount, 0);
 }
 
@@ -151,10 +169,8 @@ TEST_P(EachTemplate, HasATabOrderThatFollowsTheEye) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(OfTheModule, EachTemplate,
-                         testing::ValuesIn(std::vector<JxwTemplate>(std::begin(jx::kTemplates),
-                                                                    std::end(jx::kTemplates) - 1)),
-                         [](const auto& named) { return "Template" + std::to_string(named.param.id); });
+INSTANTIATE_TEST_SUITE_P(OfTheModule, EachTemplate, testing::ValuesIn(allTemplates()),
+                         [](const auto& named) { return "Template" + std::to_string(named.param.shape.id); });
 
 // The kinds of the controls that the procedures use, by dialog and id.
 struct ControlKinds {

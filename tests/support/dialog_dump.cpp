@@ -3,12 +3,14 @@
 
 #include <jxscreen.h>
 
+#include <cstring>
+
 namespace jx::test {
 
 namespace {
 
-std::string quoted(const char* text) {
-    return "\"" + std::string(text) + "\"";
+std::string quoted(const std::string& text) {
+    return "\"" + text + "\"";
 }
 
 const char* kindName(int kind) {
@@ -38,11 +40,12 @@ std::string line(HWND dialog, int index, bool hasFocus) {
     if (control.id != 0)
         text += " " + std::to_string(control.id);
     text += mark(control);
+    const bool hidden = (control.flags & JXW_PASSWORD) != 0;
     if (control.kind != JXW_LISTBOX)
-        text += " " + quoted(control.text);
+        text += " " + quoted(hidden ? std::string(std::strlen(control.text), '*') : control.text);
     if ((control.flags & JXW_DEFAULT) != 0)
         text += " default";
-    if ((control.flags & JXW_PASSWORD) != 0)
+    if (hidden)
         text += " password";
     if (control.enabled == 0)
         text += " grey";

@@ -19,7 +19,8 @@ namespace jx::test {
 //       > Second
 //     button 1 "OK" default grey
 //
-// "grey" is a disabled control (after the title: the dialog waits behind one of its own), ">" the selected row.
+// A password field shows its stars, as on a screen. "grey" is a disabled control (after the title: the dialog waits
+// behind one of its own), ">" the selected row.
 // "(no dialog)" when the handle names none on this thread.
 std::string dumpDialog(HWND dialog);
 

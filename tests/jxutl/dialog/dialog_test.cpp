@@ -19,7 +19,7 @@ TEST_F(DialogLife, ShowsItsTemplateAfterTheProcedureSetItUp) {
               "\"Sample\"\n"
               "  label 20 \"&Name:\"\n"
               "  edit 21 \"Sales & Co\" focus\n"
-              "  edit 22 \"secret\" password\n"
+              "  edit 22 \"******\" password\n"
               "  check 23 [ ] \"&Trace\"\n"
               "  group 31 \"&When\"\n"
               "  radio 24 ( ) \"A&lways\"\n"
