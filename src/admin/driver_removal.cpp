@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "admin/short_key_list.h"
 #include "config/text_bytes.h"
 #include "install/profile_text.h"
 #include "resources/strings.h"
@@ -22,7 +23,6 @@ namespace jx::admin {
 namespace {
 
 constexpr short kValueSize = 199;
-constexpr short kListSize = 999;
 
 using Value = std::array<unsigned char, kValueSize>;
 
@@ -82,10 +82,8 @@ int DeleteTheDriver(unsigned int hwnd, unsigned char* path, short quiet) {
 }
 
 void FixODBCINIFile(unsigned int /*hwnd*/, const unsigned char* driverName, OdbcIns* ins) {
-    std::array<unsigned char, kListSize + 2> list{};  // a list cut inside a name is ended by the bytes behind it
-    ins->jxSQLGetPrivateProfileString(asBytes(INS_ODBCINI_DS), nullptr, nullptr, list.data(), kListSize,
-                                      asBytes(INS_ODBCINI_FILENAME));
-    for (unsigned char* name = list.data(); *name != 0;) {
+    ShortKeyList list(*ins, INS_ODBCINI_DS, INS_ODBCINI_FILENAME);
+    for (unsigned char* name = list.text(); *name != 0;) {
         unsigned char* next = install::textAfter(name);
         install::cutAtEquals(name);
         if (*name != 0 && usesDriver(*ins, name, driverName))

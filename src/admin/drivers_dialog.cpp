@@ -3,12 +3,12 @@
 #include <odbcins.h>
 #include <odbcinst.h>
 
-#include <array>
 #include <string>
 
 #include "admin/add_driver.h"
 #include "admin/dialog_record.h"
 #include "admin/driver_removal.h"
+#include "admin/short_key_list.h"
 #include "config/list_row.h"
 #include "config/text_bytes.h"
 #include "resources/control_ids.h"
@@ -20,13 +20,10 @@ using jx::asBytes;
 namespace {
 
 void FillDriversListbox(HWND dialog, short listId, OdbcIns* ins) {
-    constexpr short kListSize = 999;
-    std::array<unsigned char, kListSize + 2> list{};  // a list cut inside a name is ended by the bytes behind it
     const auto id = static_cast<unsigned short>(listId);
+    ShortKeyList drivers(*ins, INS_ODBCINI_DRIVERS, INS_ODBCINST_FILENAME);
     JXW_SendDlgItemMessage(dialog, id, LB_RESETCONTENT, 0, 0);
-    ins->jxSQLGetPrivateProfileString(asBytes(INS_ODBCINI_DRIVERS), nullptr, nullptr, list.data(), kListSize,
-                                      asBytes(INS_ODBCINST_FILENAME));
-    jx::addKeyRows(dialog, id, list.data());
+    jx::addKeyRows(dialog, id, drivers.text());
 }
 
 void showDrivers(HWND dialog, OdbcIns& ins) {

@@ -120,6 +120,75 @@ TEST_F(DriversDialog, DeletingTheLastOneGreysTheButton) {
     EXPECT_EQ(listIn(user.dumps[0]), "  list 117\n");
 }
 
+// Names of nine bytes and their NULs, and one more of a length of its own.
+std::string namesUpTo(int bytes, const std::string& last) {
+    std::string list;
+    for (int used = 0; used + 10 <= bytes; used += 10)
+        list += "Driver" + std::to_string(100 + used / 10) + "=Installed\n";
+    return list + last + "=Installed\n";
+}
+
+TEST_F(DriversDialog, NeitherShowsNorActsOnANameThatDoesNotFitTheList) {
+    struct Row {
+        std::size_t length;
+        bool shown;
+    };
+    // 99 names take 990 bytes of the list's 999; each name needs one more for its NUL.
+    for (const Row& row : {Row{7, true}, Row{8, true}, Row{9, false}, Row{10, false}, Row{200, false}}) {
+        SCOPED_TRACE(row.length);
+        const std::string last(row.length, 'n');
+        home.put(".odbcinst.ini", "[ODBC Drivers]\n" + namesUpTo(990, last));
+        ScriptedUser user{look()};
+        run();
+        EXPECT_NE(user.dumps[0].find("      Driver198\n"), std::string::npos);
+        EXPECT_EQ(user.dumps[0].find("      nnnnnnn") != std::string::npos, row.shown) << user.dumps[0];
+    }
+}
+
+TEST_F(DriversDialog, LeavesADataSourceAloneWhoseNameDoesNotFitTheList) {
+    for (const std::size_t length : {std::size_t{8}, std::size_t{9}, std::size_t{20}}) {
+        SCOPED_TRACE(length);
+        const std::string last(length, 'n');
+        // What the list would hold of a longer name is a data source of its own here.
+        const std::string other = "[" + std::string(8, 'n') + (length == 8 ? "x" : "") + "]\nA=1\n";
+        home.put(".odbc.ini", "[ODBC Data Sources]\n" + namesUpTo(990, last) + other);
+        SQLWritePrivateProfileString("ODBC Data Sources", last.c_str(), "Bare", ".odbc.ini");
+        ScriptedUser user({selectRow(kDriversList, 2), press(kDeleteDriverButton)}, {IDYES});
+        home.put(".odbcinst.ini", "[ODBC Drivers]\nSample=1\nSample Two=1\nBare=1\n");
+        run();
+        EXPECT_EQ(home.text(".odbc.ini").find(last + "=Bare") != std::string::npos, length != 8);
+        EXPECT_NE(home.text(".odbc.ini").find("Driver198"), std::string::npos);
+        EXPECT_NE(home.text(".odbc.ini").find(other), std::string::npos);
+    }
+}
+
+TEST_F(DriversDialog, ShowsNothingWhenTheFirstNameFillsTheListAlone) {
+    home.put(".odbcinst.ini", "[ODBC Drivers]\n" + std::string(2000, 'n') + "=Installed\n");
+    ScriptedUser user{look()};
+    run();
+    EXPECT_EQ(listIn(user.dumps[0]), "  list 117 focus\n");
+    EXPECT_NE(user.dumps[0].find("button 116 \"D&elete...\" grey"), std::string::npos);
+}
+
+TEST_F(DriversDialog, ADataSourceWithoutADriverSurvivesEveryRemoval) {
+    ScriptedUser user({press(kDeleteDriverButton), press(kDeleteDriverButton), press(kDeleteDriverButton)},
+                      {IDYES, IDYES, IDOK, IDYES});
+    run();
+    EXPECT_EQ(home.text(".odbc.ini"), "[ODBC Data Sources]\nFour=\n\n[Four]\nA=4\n");
+    EXPECT_EQ(home.text(".odbcinst.ini").find("Installed"), std::string::npos);
+}
+
+TEST_F(DriversDialog, SaysBeforeItAsksThatFilesAreDeleted) {
+    EXPECT_NE(plain(170).find("library files are deleted from the disk"), std::string::npos);
+}
+
+TEST_F(DriversDialog, ADoubleClickDoesNothing) {
+    ScriptedUser user{doubleClick(kDriversList, 0), press(kCloseButton)};
+    run();
+    EXPECT_TRUE(user.boxes.empty());
+    EXPECT_EQ(user.actionsLeft(), 0U);
+}
+
 TEST_F(DriversDialog, AnswersItsCommandsAsAgreed) {
     ScriptedUser user{call([](HWND open) {
         EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, kClaimedCommand, 0), 1);

@@ -1,6 +1,7 @@
 // How a dialog finds its record again, wherever in memory it lies, and what procedures do without one.
 #include <sys/mman.h>
 
+#include <iostream>
 #include <new>
 
 #include "dialog_fixture.h"
@@ -9,10 +10,11 @@ namespace jx::test {
 
 namespace {
 
-// A page at an address of which only the top part is asked for; null when the system does not have it.
+// Pages at an address; null when they are not to be had there.
 void* pageNear(std::uintptr_t address) {
     void* wanted = reinterpret_cast<void*>(address);  // NOLINT(performance-no-int-to-ptr): an address is the point
-    void* page = mmap(wanted, 4096 * 32, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    void* page =
+        mmap(wanted, 4096 * 32, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED_NOREPLACE, -1, 0);
     return page == MAP_FAILED ? nullptr : page;
 }
 
@@ -23,8 +25,12 @@ TEST_F(DialogRecord, IsFoundWhereverItLies) {
     const std::uintptr_t places[] = {0x10000, 0x7FFF0000, 0xA0000000U, static_cast<std::uintptr_t>(0x7E0080000000ULL)};
     for (const std::uintptr_t place : places) {
         auto* page = static_cast<unsigned char*>(pageNear(place));
-        if (page == nullptr)
+        if (page == nullptr) {
+            std::cout << "not tried, the system maps nothing near 0x" << std::hex << place << std::dec << "\n";
             continue;
+        }
+        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(page) >> 31,
+                  place >> 31);  // on the side of 2 GiB that was asked for
         // One with the top bit of its low half set, one without.
         for (const std::uintptr_t low : {std::uintptr_t{0x8000}, std::uintptr_t{0x10}}) {
             const auto base = reinterpret_cast<std::uintptr_t>(page);
