@@ -37,6 +37,25 @@ TEST_F(AddDataSourceDialog, WithoutDriversOnlyCancelCloses) {
     EXPECT_EQ(user.actionsLeft(), 0U);
 }
 
+TEST_F(AddDataSourceDialog, ListsAnEntryByItsKeyAlone) {
+    home.put(".odbcinst.ini", "[ODBC Drivers]\nOne=Installed=yes\nTwo\nThree =\n");
+    ScriptedUser user{look()};
+    SQLCreateDataSource(kOwner, nullptr);
+    EXPECT_EQ(listIn(user.dumps[0]), "  list 101 focus\n      One\n      Two\n      Three\n");
+}
+
+TEST_F(AddDataSourceDialog, ShowsAListLongerThanItsBufferWithoutLosingItsPlace) {
+    std::string text = "[ODBC Drivers]\n";
+    for (int number = 100; number < 300; ++number)
+        text += "Driver" + std::to_string(number) + "=Installed\n";
+    home.put(".odbcinst.ini", text);
+    ScriptedUser user{look()};
+    SQLCreateDataSource(kOwner, nullptr);
+    EXPECT_NE(user.dumps[0].find("      Driver100\n      Driver101\n"), std::string::npos);
+    EXPECT_NE(user.dumps[0].find("      Driver201\n"), std::string::npos);
+    EXPECT_EQ(user.dumps[0].find("Driver203"), std::string::npos);
+}
+
 TEST_F(AddDataSourceDialog, KnowsWhileItIsOpen) {
     ScriptedUser user{call([](HWND dialog) { EXPECT_EQ(HWNDADDLG, dialog); })};
     EXPECT_EQ(SQLCreateDataSource(kOwner, nullptr), FALSE);

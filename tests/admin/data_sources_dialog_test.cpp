@@ -145,6 +145,29 @@ TEST_F(DataSourcesDialog, TellsWhenTheDriverRefusesToDelete) {
     SQLManageDataSources(0);
     EXPECT_EQ(user.boxes, (Texts{"KALDERO ODBC Admin|" + filled(53, "Stock") + "|36", adminBox(50, 48)}));
     EXPECT_NE(user.dumps[0].find("> Stock (Refuser)"), std::string::npos);
+    EXPECT_EQ(calls.lines().back(), "unloaded");
+}
+
+TEST_F(DataSourcesDialog, DoesNothingWithARowThatNamesNoDriver) {
+    for (const char* row : {"Sales", "Sales Writer)", ""}) {
+        SCOPED_TRACE(row);
+        ScriptedUser user{test::call([row](HWND open) {
+                              JXW_SendDlgItemMessage(open, kDataSourcesList, LB_INSERTSTRING, 0,
+                                                     reinterpret_cast<uintptr_t>(row));
+                          }),
+                          selectRow(kDataSourcesList, 0), press(kSetupButton), press(kDeleteButton)};
+        SQLManageDataSources(0);
+        EXPECT_TRUE(user.boxes.empty());
+        EXPECT_TRUE(calls.lines().empty());
+    }
+}
+
+TEST_F(DataSourcesDialog, TakesNamesWithBlanksAndParenthesesApartFromTheirEnd) {
+    putDrivers({{"Writer (new)", setupLibrary("driver_writing")}});
+    putDataSources({{"Sales of (May)", "Writer (new)"}});
+    ScriptedUser user{noteDialog(), press(kSetupButton)};
+    SQLManageDataSources(0);
+    EXPECT_EQ(calls.lines()[1], call(2, "Writer (new)", "Sales of (May)", dialog));
 }
 
 TEST_F(DataSourcesDialog, DeletingTheLastOneGreysTheButtons) {

@@ -79,6 +79,48 @@ TEST_F(DriversDialog, RemovesNothingWithoutASelection) {
     EXPECT_TRUE(user.boxes.empty());
 }
 
+TEST_F(DriversDialog, RemovesNothingForAnEmptyRow) {
+    const std::string before = home.text(".odbcinst.ini");
+    ScriptedUser user{call([](HWND open) {
+                          JXW_SendDlgItemMessage(open, kDriversList, LB_INSERTSTRING, 0,
+                                                 reinterpret_cast<uintptr_t>(""));
+                      }),
+                      selectRow(kDriversList, 0), press(kDeleteDriverButton)};
+    run();
+    EXPECT_TRUE(user.boxes.empty());
+    EXPECT_EQ(home.text(".odbcinst.ini"), before);
+}
+
+TEST_F(DriversDialog, RemovesADriverWithoutASetupLibraryWithoutAMessage) {
+    home.put(".odbcinst.ini", "[ODBC Drivers]\nD=Installed\n[D]\nDriver=" + home.file("a.so") + "\n");
+    ScriptedUser user({press(kDeleteDriverButton)}, {IDYES});
+    run();
+    EXPECT_EQ(user.boxes, Texts{question("D")});
+    EXPECT_EQ(home.text("a.so"), "(absent)");
+    EXPECT_EQ(home.text("a-setup.so"), "library");
+}
+
+TEST_F(DriversDialog, DoesNotDeleteASetupLibraryWhosePathMayHaveBeenCutAndSaysNothing) {
+    const std::string folder = home.file("");
+    const std::string name(198 - folder.size(), 'n');
+    home.put(name, "precious");
+    home.put(".odbcinst.ini", "[ODBC Drivers]\nD=Installed\n[D]\nSetup=" + folder + name + "nnn\n");
+    ScriptedUser user({press(kDeleteDriverButton)}, {IDYES});
+    run();
+    EXPECT_EQ(home.text(name), "precious");
+    EXPECT_EQ(user.boxes, Texts{question("D")});
+}
+
+TEST_F(DriversDialog, NamesADirectoryThatItCouldNotDelete) {
+    mkdir(home.file("folder").c_str(), 0700);
+    home.put(".odbcinst.ini", "[ODBC Drivers]\nD=Installed\n[D]\nDriver=" + home.file("folder") + "\n");
+    ScriptedUser user({press(kDeleteDriverButton)}, {IDYES, IDOK});
+    run();
+    ASSERT_EQ(user.boxes.size(), 2U);
+    EXPECT_NE(user.boxes[1].find(home.file("folder") + ": "), std::string::npos);
+    EXPECT_EQ(home.names(), (std::vector<std::string>{".odbc.ini", ".odbcinst.ini", "a-setup.so", "a.so", "folder"}));
+}
+
 TEST_F(DriversDialog, SaysWhichFileIsStillThereAndWhyButNotOfTheSetupLibrary) {
     ScriptedUser user({selectRow(kDriversList, 1), press(kDeleteDriverButton)}, {IDYES, IDOK});
     run();

@@ -263,6 +263,11 @@ TEST_F(VersionsDialog, ShowsFieldsOfTheSelectedDriver) {
     EXPECT_TRUE(boxes.empty());
 }
 
+TEST_F(VersionsDialog, ShowsTheTextBehindTheFirstDashOfTheDateFirst) {
+    EXPECT_EQ(shownFor("0,a,,,,95-06-14,,,,,,,,,,,,,,,"), "a|Driver||06-14-95||");
+    EXPECT_EQ(shownFor("0,a,,,,-95,,,,,,,,,,,,,,,"), "a|Driver||95-||");
+}
+
 TEST_F(VersionsDialog, ShowsADateWithoutADashAsItStands) {
     EXPECT_EQ(shownFor("0,a,,,,1995,,,,,,,,,,,,,,,"), "a|Driver||1995||");
     EXPECT_EQ(shownFor("0,a,,,,-,,,,,,,,,,,,,,,"), "a|Driver||-||");
@@ -375,6 +380,14 @@ TEST_F(AddDriverDialog, TakesADirectoryThatFillsItsBuffer) {
     const std::string longest(1023, 'd');
     EXPECT_EQ(choose(longest), longest + "/");
     EXPECT_EQ(choose(longest + "dddd"), longest + "/");
+}
+
+TEST_F(AddDriverDialog, CancelsWithoutADirectoryWhateverWasTyped) {
+    for (const auto& cancel : {press(IDCANCEL), key(JXW_KEY_ESCAPE), key(JXW_KEY_CLOSE)}) {
+        record.confirmed = 9;
+        ScriptedUser user{type(kDirectoryEdit, "/opt/odbc"), cancel};
+        EXPECT_EQ(run(), "(none)");
+    }
 }
 
 TEST_F(AddDriverDialog, StaysOpenWhileTheFieldIsEmpty) {

@@ -5,6 +5,7 @@
 #include <new>
 
 #include "dialog_fixture.h"
+#include "message_box_script.h"
 
 namespace jx::test {
 
@@ -46,6 +47,36 @@ TEST_F(DialogRecord, IsFoundWhereverItLies) {
             JXW_DestroyDialog(dialog);
         }
         munmap(page, 4096 * 32);
+    }
+}
+
+// The result says nothing: what came of a dialog stands in its record.
+TEST_F(DialogRecord, HoldsTheOutcomeSinceEveryClosingPathEndsAlike) {
+    struct Row {
+        unsigned short dialog;
+        JxDialogProcedure procedure;
+        int command;
+        std::uintptr_t notification;
+    };
+    putDrivers({{"Lost", "/nowhere/setup.so"}});
+    const Row rows[] = {{kDataSourcesDialog, DataSourcesDlgProc, kCloseButton, 0},
+                        {kAddDataSourceDialog, AddDataSourceDlgProc, IDOK, 0},
+                        {kAddDataSourceDialog, AddDataSourceDlgProc, kAddDataSourceList, LBN_DBLCLK},
+                        {kAddDataSourceDialog, AddDataSourceDlgProc, IDCANCEL, 0},
+                        {kDriversDialog, OdbcDriversDlgProc, kCloseButton, 0},
+                        {kOptionsDialog, OdbcOptionsDlgProc, IDOK, 0},
+                        {kOptionsDialog, OdbcOptionsDlgProc, IDCANCEL, 0}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(std::to_string(row.dialog) + " " + std::to_string(row.command));
+        OdbcIns ins;
+        MessageBoxScript boxes;
+        const HWND dialog = JXW_CreateDialog(BJXHINST, row.dialog, 0, row.procedure, &ins);
+        JXW_SendDlgItemMessage(dialog, kAddDataSourceList, LB_SETCURSEL, 0, 0);
+        EXPECT_EQ(JXW_SendMessage(dialog, WM_COMMAND, row.command, row.notification << 16), 0);
+        int result = 0;
+        EXPECT_EQ(JXW_IsDialogEnded(dialog, &result), 1);
+        EXPECT_EQ(result, 1);
+        JXW_DestroyDialog(dialog);
     }
 }
 
