@@ -74,6 +74,7 @@ bool readsBack(const Change& change, const std::string& name, const std::vector<
 // What an add and a change make of their attributes: only a change removes a key with an empty value.
 std::vector<KeyChange> asChanges(const std::vector<Attribute>& attributes, bool emptyRemoves) {
     std::vector<KeyChange> changes;
+    changes.reserve(attributes.size());
     for (const auto& [keyword, value] : attributes)
         changes.push_back({keyword, emptyRemoves && value.empty() ? std::nullopt : std::optional(value)});
     return changes;
