@@ -22,7 +22,8 @@ const unsigned char* bytes(const char* text) {
 std::string line(int commas) {
     std::string text = "0";
     for (int field = 1; field <= commas; ++field)
-        text += field == 5 ? ", 95-06-14" : "," + std::string(field % 3, ' ') + "f" + std::to_string(field);
+        text += field == 5 ? ", 95-06-14"
+                           : "," + std::string(static_cast<std::size_t>(field % 3), ' ') + "f" + std::to_string(field);
     return text;
 }
 
