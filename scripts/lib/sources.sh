@@ -43,7 +43,7 @@ check_includes() {
             may["jxutl"] = "jxutl platform"
             may["config"] = "config platform"
             may["install"] = "install config platform"
-            may["admin"] = "admin config platform"
+            may["admin"] = "admin install config resources platform"
             may["resources"] = "resources platform"
             may["api"] = "api admin install config resources platform"
             may["setup"] = "setup api platform"

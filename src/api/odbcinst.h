@@ -152,12 +152,29 @@ JX_EXPORT_BOUND BOOL SQLInstallODBC(HWND hwndParent, LPCSTR lpszInfFile, LPCSTR 
 /* A dialog procedure: 1 when it handled the message, else 0. lparam is the record's address in the first message. */
 typedef unsigned int (*JxDialogProcedure)(HWND hwnd, int message, int wparam, uintptr_t lparam);
 
-/* The procedures of the administrator's dialogs, for a host that shows the dialogs. The record of the first two is the
- * caller's OdbcIns. */
-JX_EXPORT unsigned int DataSourcesDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam);
-JX_EXPORT unsigned int AddDataSourceDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam);
+/* The procedures of the library's dialogs, for a host that shows them: each runs on its template (jxwindow.h) of module
+ * "odbcinst" and gets the address of its record with the first message. On a window that is none, or without a record,
+ * they do nothing. */
+JX_EXPORT unsigned int DataSourcesDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam);   /* 102: OdbcIns */
+JX_EXPORT unsigned int AddDataSourceDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam); /* 100: OdbcIns */
+JX_EXPORT unsigned int OdbcDriversDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam);   /* 115: OdbcIns */
+JX_EXPORT unsigned int OdbcOptionsDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam);   /* 110: OdbcIns */
+
+/* Select Translator (template 143). The record: a buffer of 256 bytes with the first choice, which receives the name
+ * chosen, or "<No Translator>", also when the dialog is cancelled; an OdbcIns; an unsigned int, 1 when it was
+ * confirmed. */
 JX_EXPORT unsigned int SelectTranslatorDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam);
+
+/* About (template 145, or one of the caller's with text controls 146 to 153 and a button IDOK). The record: eight texts
+ * made by ramAllocStr, null for "Not Available". Pressing IDOK releases the texts, so do not use them afterwards; a
+ * dialog that is closed in any other way leaves them to the caller. */
+JX_EXPORT unsigned int AboutDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam);
+
+/* The dialogs of a batch installation, on records of its own (templates 132, 129, 120, 136). */
+JX_EXPORT unsigned int AddDriverDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam);
 JX_EXPORT unsigned int InstallDriversDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam);
+JX_EXPORT unsigned int AdvancedInstallationOptionsDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam);
+JX_EXPORT unsigned int VersionsDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam);
 
 /* The library's dialog starters. They show nothing and return 0. Every dialog that the library starts goes through
  * jxDllDialog by way of the dynamic symbol table, so a program that defines and exports these two functions itself

@@ -100,6 +100,25 @@ public:
     int jxSQLGetTranslator(unsigned int hwnd, unsigned char* lpszName, unsigned short cbNameMax,
                            unsigned short* pcbNameOut, unsigned char* lpszPath, unsigned short cbPathMax,
                            unsigned short* pcbPathOut, DWORD* pvOption);
+
+    /* ---- list boxes and messages of the dialogs; hwnd is a dialog ---- */
+
+    /* Fills list box listId anew. Mode 1: with the data sources, read from the files; the first is selected and the
+     * dialog's buttons 105 and 106 are enabled, or greyed when there is none. Mode 2: with the keys of section of
+     * .odbcinst.ini. Always 0; another mode only empties the list. */
+    int PopulateLB(unsigned int hwnd, short listId, unsigned long mode, const unsigned char* section);
+
+    /* Adds rows. Mode 1: the display texts of the list as it is. Mode 2: the keys of section, and "<No Translator>"
+     * before those of "ODBC Translators". Always 0; another mode adds nothing. */
+    int FillLB(unsigned int hwnd, short listId, unsigned long mode, const unsigned char* section);
+
+    /* Takes the selected row. Mode 0: the whole row as driverName. Mode 1: a display text as dataSourceName and
+     * driverName. 0, or 1 with both names empty when nothing is selected, the row is no display text or a name does
+     * not fit its field: a cut one would be another's. */
+    unsigned int SaveSelectedLBItem(unsigned int hwnd, short listId, unsigned long mode);
+
+    /* Shows message 50 to 54 (53 asks about dataSourceName) and returns the button chosen; 0 for another number. */
+    int DisplayMB(unsigned int hwnd, unsigned long messageId);
 };
 
 #endif

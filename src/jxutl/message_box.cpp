@@ -1,6 +1,8 @@
 // Message boxes: who answers them, and what happens when nobody does.
 #include <mutex>
 
+#include "jxutl/dialog/message_answer.h"
+#include "jxutl/dialog/owner_turn.h"
 #include "platform/jxdialog.h"
 #include "terminal_text.h"
 
@@ -34,8 +36,12 @@ bool asksYesOrNo(unsigned int style) {
 unsigned int guiMessageBox(HWND owner, const unsigned char* text, const unsigned char* title, unsigned int style) {
     // Copied out, so that the lock is free while the handler runs: it may ask again or set another handler.
     const Answerer asked = current();
+    const jx::dialog::OwnerTurn ownerWaits(owner);
     if (asked.handler != nullptr)
         return asked.handler(asked.context, owner, orEmpty(text), orEmpty(title), style);
+    unsigned int answer = 0;
+    if (jx::dialog::askScreen(owner, orEmpty(text), orEmpty(title), style, answer))
+        return answer;
     jx::writeMessage(orEmpty(title), orEmpty(text));
     return asksYesOrNo(style) ? IDNO : IDOK;
 }

@@ -1,7 +1,8 @@
-// The text resources of the modules in this process.
+// The texts and dialog templates of the modules in this process.
 #include <algorithm>
 #include <cstring>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <new>
 #include <string>
@@ -9,8 +10,9 @@
 #include <utility>
 #include <vector>
 
+#include "jxutl/dialog/dialog_template.h"
 #include "lasting.h"
-#include "platform/jxdialog.h"
+#include "platform/jxtemplate.h"
 
 namespace {
 
@@ -19,8 +21,15 @@ struct Text {
     std::string bytes;
 };
 
-using Texts = std::vector<Text>;                            // by id; of equal ids the first counts
-using Modules = std::map<std::string, Texts, std::less<>>;  // looked up by the caller's bytes, without a copy
+using Texts = std::vector<Text>;  // by id; of equal ids the first counts
+using Templates = std::shared_ptr<const jx::dialog::DialogTemplates>;
+
+struct Module {
+    Texts texts;
+    Templates templates;
+};
+
+using Modules = std::map<std::string, Module, std::less<>>;  // looked up by the caller's bytes, without a copy
 
 // One mutex for loads too: they hold it for a look-up and a short copy, and unlike with a lock that loads could share,
 // no stream of them keeps a registration waiting.
@@ -49,9 +58,10 @@ Texts copyOf(const JxwString* strings) {
 
 // Everything that needs memory happens before the lock is taken and what is replaced is released after it is given
 // back: loads wait for the exchange of a few pointers only.
-void put(const char* name, const JxwString* strings) {
+void put(const char* name, const JxwString* strings, const JxwTemplate* templates) {
     Modules made;
-    made.emplace(name, copyOf(strings));
+    made.emplace(name, Module{copyOf(strings),
+                              std::make_shared<const jx::dialog::DialogTemplates>(jx::dialog::copyOf(templates))});
     auto node = made.extract(made.begin());
     Registry& known = registry();
     const std::lock_guard turn(known.lock);
@@ -59,24 +69,43 @@ void put(const char* name, const JxwString* strings) {
     if (place == known.modules.end())
         known.modules.insert(std::move(node));
     else
-        place->second.swap(node.mapped());
+        std::swap(place->second, node.mapped());
 }
 
 const std::string* find(const Modules& modules, const char* module, unsigned short id) {
-    const auto texts = modules.find(std::string_view(module));
-    if (texts == modules.end())
+    const auto found = modules.find(std::string_view(module));
+    if (found == modules.end())
         return nullptr;
-    const auto text = std::lower_bound(texts->second.begin(), texts->second.end(), Text{id, {}}, hasLowerId);
-    return text != texts->second.end() && text->id == id ? &text->bytes : nullptr;
+    const Texts& texts = found->second.texts;
+    const auto text = std::lower_bound(texts.begin(), texts.end(), Text{id, {}}, hasLowerId);
+    return text != texts.end() && text->id == id ? &text->bytes : nullptr;
+}
+
+// A module's templates; null for an unknown module.
+Templates templatesOf(const char* module) {
+    Registry& known = registry();
+    const std::lock_guard turn(known.lock);
+    const auto found = known.modules.find(std::string_view(module));
+    return found != known.modules.end() ? found->second.templates : nullptr;
 }
 
 }  // namespace
 
-int JXW_RegisterModule(const char* name, const JxwString* strings, const JxwTemplate* /*templates*/) {
+std::shared_ptr<const jx::dialog::DialogTemplate> jx::dialog::findTemplate(const char* module, unsigned short id) {
+    const Templates templates = templatesOf(module);
+    if (templates == nullptr)
+        return nullptr;
+    const auto found = std::find_if(templates->begin(), templates->end(),
+                                    [id](const DialogTemplate& candidate) { return candidate.id == id; });
+    // Points at the one, keeps them all.
+    return found != templates->end() ? std::shared_ptr<const DialogTemplate>(templates, &*found) : nullptr;
+}
+
+int JXW_RegisterModule(const char* name, const JxwString* strings, const JxwTemplate* templates) {
     if (name == nullptr || *name == 0)
         return 0;
     try {
-        put(name, strings);
+        put(name, strings, templates);
         return 1;
     } catch (const std::bad_alloc&) {
         return 0;

@@ -12,6 +12,9 @@ namespace jx {
 namespace ini {
 class ProfileCache;
 }
+namespace dialog {
+class Desk;
+}
 
 // ThreadData: one thread's own data, made when it is first needed and released when the thread ends.
 // Why not  thread_local: where that lives in a library that is loaded late, the first use in a thread allocates behind
@@ -22,6 +25,7 @@ struct ThreadData {
     int taskDepth = 0;
     ini::Failure storeFailure;
     std::shared_ptr<ini::ProfileCache> profiles;  // shared_ptr, so that only its maker needs to know it
+    std::shared_ptr<dialog::Desk> desk;           // likewise
 };
 
 // The calling thread's data, made now if need be; null when memory is short.

@@ -1,5 +1,7 @@
-// Registers the texts of module "odbcinst" while the library is loaded.
+// Registers the texts and dialog templates of module "odbcinst" while the library is loaded.
 #include "strings.h"
+
+#include "templates.h"
 
 namespace jx {
 
@@ -8,7 +10,7 @@ namespace {
 // Registrar: what it registers is copied, so there is nothing to take back when the library goes. Without memory the
 // texts stay empty and every call still works.
 struct Registrar {
-    Registrar() { (void)JXW_RegisterModule(kTextModule, kTexts, nullptr); }
+    Registrar() { (void)JXW_RegisterModule(kTextModule, kTexts, kTemplates); }
 };
 
 const Registrar registrar;

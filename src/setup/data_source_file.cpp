@@ -1,7 +1,9 @@
 // One data source in the configuration files: composed in memory, looked at once more, then committed at once.
 #include "setup/data_source_file.h"
 
+#include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "jxutl/ini/jxini.h"
 #include "setup/ini_names.h"
@@ -61,16 +63,30 @@ std::optional<std::string> driverLibrary(const char* driver) {
     return library && !library->empty() ? library : std::nullopt;
 }
 
-bool readsBack(const Change& change, const DataSourceRequest& request, bool emptyMeansAbsent) {
+bool readsBack(const Change& change, const std::string& name, const std::vector<KeyChange>& changes) {
     const Text after = parse(change, jxIniAfter);
-    if (!hasSection(after, request.name))
-        return false;
-    for (const Attribute& attribute : request.attributes) {
-        const std::optional<std::string> stored = valueOf(after, request.name, attribute.keyword);
-        if (emptyMeansAbsent && attribute.value.empty() ? stored.has_value() : stored != attribute.value)
-            return false;
-    }
-    return true;
+    return hasSection(after, name) && std::all_of(changes.begin(), changes.end(), [&](const KeyChange& item) {
+               return valueOf(after, name, item.keyword) == item.value;
+           });
+}
+
+// What an add and a change make of their attributes: only a change removes a key with an empty value.
+std::vector<KeyChange> asChanges(const std::vector<Attribute>& attributes, bool emptyRemoves) {
+    std::vector<KeyChange> changes;
+    changes.reserve(attributes.size());
+    for (const auto& [keyword, value] : attributes)
+        changes.push_back({keyword, emptyRemoves && value.empty() ? std::nullopt : std::optional(value)});
+    return changes;
+}
+
+// A visit of jxIniEach: adds a key to the attributes, unless it is the driver's.
+int keepAttribute(void* attributes, const JxIniPiece* piece) {
+    Attribute found{std::string(piece->name, piece->nameLength), {}};
+    if (piece->value != nullptr)
+        found.value.assign(piece->value, piece->valueLength);
+    if (!isDriverKeyword(found.keyword))
+        static_cast<std::vector<Attribute>*>(attributes)->push_back(std::move(found));
+    return 1;
 }
 
 bool enterInList(const Change& change, const std::string& name, const char* driver) {
@@ -84,7 +100,7 @@ bool composeSection(const Change& change, const std::string& library, const Data
     for (const Attribute& attribute : request.attributes)
         if (!set(change, request.name, attribute.keyword.c_str(), attribute.value.c_str()))
             return false;
-    return readsBack(change, request, /*emptyMeansAbsent=*/false);
+    return readsBack(change, request.name, asChanges(request.attributes, /*emptyRemoves=*/false));
 }
 
 // key null: the whole section.
@@ -142,17 +158,21 @@ bool addDataSource(const char* driver, const DataSourceRequest& request) {
 }
 
 bool changeDataSource(const char* driver, const DataSourceRequest& request) {
-    if (!driverLibrary(driver) || isReservedName(request.name))
+    return changeKeys(driver, request.name, asChanges(request.attributes, /*emptyRemoves=*/true));
+}
+
+bool changeKeys(const char* driver, const std::string& name, const std::vector<KeyChange>& changes) {
+    if (!isInstalled(driver) || isReservedName(name))
         return false;
     Change change(jxIniBegin(kDataSourceFile));
     const Text before = parse(change, jxIniBefore);
-    if (!hasSection(before, request.name))
+    if (!hasSection(before, name))
         return false;
-    for (const auto& [keyword, value] : request.attributes)
-        if (meansAnotherKey(before, request.name, keyword) ||
-            !set(change, request.name, keyword.c_str(), value.empty() ? nullptr : value.c_str()))
+    for (const auto& [keyword, value] : changes)
+        if (meansAnotherKey(before, name, keyword) ||
+            !set(change, name, keyword.c_str(), value ? value->c_str() : nullptr))
             return false;
-    return readsBack(change, request, /*emptyMeansAbsent=*/true) && commit(std::move(change));
+    return readsBack(change, name, changes) && commit(std::move(change));
 }
 
 bool removeDataSource(const DataSourceRequest& request) {
@@ -166,6 +186,25 @@ bool removeDataSource(const DataSourceRequest& request) {
     const bool hasOwnSection = hasSection(before, request.name);
     return (listed || hasOwnSection) && (!listed || set(change, kDataSourceList, request.name.c_str(), nullptr)) &&
            set(change, request.name, nullptr, nullptr) && commit(std::move(change));
+}
+
+bool isInstalled(const char* driver) {
+    return driverLibrary(driver).has_value();
+}
+
+bool dataSourceExists(const std::string& name) {
+    const Text sources(jxIniRead(kDataSourceFile));
+    return hasSection(sources, name) || valueOf(sources, kDataSourceList, name).has_value() ||
+           (isDefaultName(name) && hasSection(Text(jxIniRead(kDriverFile)), name));
+}
+
+std::optional<DataSourceRequest> readDataSource(const std::string& name) {
+    const Text sources(jxIniRead(kDataSourceFile));
+    if (isReservedName(name) || !hasSection(sources, name))
+        return std::nullopt;
+    DataSourceRequest found{name, {}};
+    jxIniEach(sources.get(), name.c_str(), keepAttribute, &found.attributes);
+    return found;
 }
 
 }  // namespace jx::setup

@@ -21,7 +21,19 @@ bool addDataSource(const char* driver, const DataSourceRequest& request);
 // section of that name, or the driver has no "Driver" key.
 bool changeDataSource(const char* driver, const DataSourceRequest& request);
 
+// Makes the changes of a data source's keys; fails as above.
+bool changeKeys(const char* driver, const std::string& name, const std::vector<KeyChange>& changes);
+
 // Removes the data source, also one that could not be added today. Fails when there is none of that name.
 bool removeDataSource(const DataSourceRequest& request);
+
+// Whether the driver can be used by a data source: it has a "Driver" key.
+bool isInstalled(const char* driver);
+
+// Whether adding name would replace something.
+bool dataSourceExists(const std::string& name);
+
+// What the section of a data source holds, but for its "Driver" key; nothing when there is no such section.
+std::optional<DataSourceRequest> readDataSource(const std::string& name);
 
 }  // namespace jx::setup

@@ -50,7 +50,7 @@ std::optional<std::vector<Attribute>> splitList(const char* list) {
 
 }  // namespace
 
-std::optional<DataSourceRequest> parseRequest(const char* list) {
+std::optional<DataSourceRequest> parseNamelessRequest(const char* list) {
     const std::optional<std::vector<Attribute>> items = splitList(list);
     if (!items || hasTwins(*items))
         return std::nullopt;
@@ -58,10 +58,15 @@ std::optional<DataSourceRequest> parseRequest(const char* list) {
     for (const Attribute& item : *items) {
         if (equalsIgnoringCase(item.keyword, "DSN"))
             request.name = item.value;
-        else if (!equalsIgnoringCase(item.keyword, kDriver))
+        else if (!isDriverKeyword(item.keyword))
             request.attributes.push_back(item);
     }
-    if (request.name.empty())
+    return request;
+}
+
+std::optional<DataSourceRequest> parseRequest(const char* list) {
+    std::optional<DataSourceRequest> request = parseNamelessRequest(list);
+    if (request && request->name.empty())
         return std::nullopt;
     return request;
 }
@@ -71,6 +76,10 @@ bool isReservedName(std::string_view name) {
     const std::string asText(name);
     return std::any_of(reserved.begin(), reserved.end(),
                        [&](const char* section) { return equalsIgnoringCase(asText, section); });
+}
+
+bool isDriverKeyword(const std::string& keyword) {
+    return equalsIgnoringCase(keyword, kDriver);
 }
 
 bool isDefaultName(std::string_view name) {

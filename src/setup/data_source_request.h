@@ -13,6 +13,12 @@ struct Attribute {
     std::string value;
 };
 
+// KeyChange: a key's new value, or nothing to remove the key.
+struct KeyChange {
+    std::string keyword;
+    std::optional<std::string> value;
+};
+
 // DataSourceRequest: the data source a list names, and the attributes to store for it in the list's order. The items
 // DSN and DRIVER are not among them: the first is the name, and a data source always uses its driver's registered
 // library.
@@ -26,8 +32,14 @@ struct DataSourceRequest {
 // a keyword that stands twice. Whether the file can hold names and values shows when they are stored.
 std::optional<DataSourceRequest> parseRequest(const char* list);
 
+// The same for a list that need not have a name: somebody can still be asked for it.
+std::optional<DataSourceRequest> parseNamelessRequest(const char* list);
+
 // Whether name is, in any case, a section that holds settings or a list: never a data source's.
 bool isReservedName(std::string_view name);
+
+// Whether keyword is, in any case, the one that names a driver's library.
+bool isDriverKeyword(const std::string& keyword);
 
 // Whether name is, in any case, the default data source's.
 bool isDefaultName(std::string_view name);

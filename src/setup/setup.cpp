@@ -3,33 +3,64 @@
 
 #include "api/odbcinst.h"
 #include "setup/data_source_file.h"
+#include "setup/setup_dialog.h"
 
 namespace {
 
-bool carryOut(WORD request, const char* driver, const char* attributes) {
-    const std::optional<jx::setup::DataSourceRequest> parsed = jx::setup::parseRequest(attributes);
-    if (!parsed)
-        return false;
+using jx::setup::DataSourceRequest;
+
+// Lets the user add or change a data source, beginning with what the list says. Nothing when there is no one to ask or
+// nothing to ask about.
+std::optional<bool> carryOutInDialog(HWND owner, bool adds, const char* driver, DataSourceRequest begin) {
+    if (!jx::setup::isInstalled(driver))
+        return std::nullopt;
+    jx::setup::SetupForm form{adds, driver, {}, std::move(begin)};
+    if (!adds) {
+        std::optional<DataSourceRequest> stored = jx::setup::readDataSource(form.now.name);
+        if (!stored)
+            return std::nullopt;
+        form.before = stored->attributes;
+        jx::setup::overlay(stored->attributes, form.now.attributes);
+        form.now = std::move(*stored);
+    }
+    jx::setup::runSetupDialog(owner, form);
+    return form.opened ? std::optional(form.stored) : std::nullopt;
+}
+
+bool carryOut(WORD request, const char* driver, const DataSourceRequest& parsed) {
     switch (request) {
         case ODBC_ADD_DSN:
-            return jx::setup::addDataSource(driver, *parsed);
+            return jx::setup::addDataSource(driver, parsed);
         case ODBC_CONFIG_DSN:
-            return jx::setup::changeDataSource(driver, *parsed);
+            return jx::setup::changeDataSource(driver, parsed);
         case ODBC_REMOVE_DSN:
-            return jx::setup::removeDataSource(*parsed);
+            return jx::setup::removeDataSource(parsed);
         default:
             return false;
     }
 }
 
+bool configure(HWND owner, WORD request, const char* driver, const char* attributes) {
+    const bool adds = request == ODBC_ADD_DSN;
+    if (owner != 0 && (adds || request == ODBC_CONFIG_DSN)) {
+        const std::optional<DataSourceRequest> begin = jx::setup::parseNamelessRequest(attributes);
+        const std::optional<bool> asked = begin ? carryOutInDialog(owner, adds, driver, *begin) : std::nullopt;
+        if (asked)
+            return *asked;
+    }
+    const std::optional<DataSourceRequest> parsed = jx::setup::parseRequest(attributes);
+    return parsed && carryOut(request, driver, *parsed);
+}
+
 }  // namespace
 
 // Adds, changes or removes the data source that lpszAttributes names, for the installed driver lpszDriver. FALSE, with
-// nothing changed, on a list or a value that cannot be stored as it was given. A window shows nothing more.
+// nothing changed, on a list or a value that cannot be stored as it was given. With a window and a screen on this
+// thread the user adds and changes in a dialog, which begins with the attributes given; FALSE then when the user gave
+// up.
 extern "C" JX_EXPORT BOOL ConfigDSN(HWND hwnd, WORD fRequest, LPCSTR lpszDriver, LPCSTR lpszAttributes) {
-    static_cast<void>(hwnd);
     try {
-        return carryOut(fRequest, lpszDriver, lpszAttributes) ? TRUE : FALSE;
+        return configure(hwnd, fRequest, lpszDriver, lpszAttributes) ? TRUE : FALSE;
     } catch (const std::bad_alloc&) {
         return FALSE;
     }

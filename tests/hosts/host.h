@@ -39,5 +39,6 @@ void use_files(void);
 void use_tasks(void);
 void use_boxes(void);
 void use_ini_store(void);
+void use_windows(void);
 
 #endif

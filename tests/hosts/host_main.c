@@ -55,6 +55,7 @@ static const struct {
     {"tasks", use_tasks},
     {"boxes", use_boxes},
     {"ini store", use_ini_store},
+    {"windows", use_windows},
 };
 
 static void run_in_own_folder(void (*run)(void)) {

@@ -11,7 +11,7 @@ for package in jxodbc-jxutl08 jxodbc-odbcinst; do
         exit 1
     }
 done
-cc -std=c99 -o "$work/host" host_main.c installer.c utilities.c ini_store.c \
+cc -std=c99 -o "$work/host" host_main.c installer.c utilities.c ini_store.c windows.c \
     $(pkg-config --cflags --libs jxodbc-odbcinst)
 LD_LIBRARY_PATH=$prefix/lib "$work/host" "$prefix/lib/libjxsetup.so"
 

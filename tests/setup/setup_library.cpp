@@ -18,8 +18,8 @@ SetupLibrary::~SetupLibrary() {
         dlclose(library_);
 }
 
-BOOL SetupLibrary::configure(WORD request, const std::string& attributes, const char* driver) const {
-    return routine<BOOL(HWND, WORD, LPCSTR, LPCSTR)>("ConfigDSN")(0, request, driver, attributes.c_str());
+BOOL SetupLibrary::configure(WORD request, const std::string& attributes, const char* driver, HWND window) const {
+    return routine<BOOL(HWND, WORD, LPCSTR, LPCSTR)>("ConfigDSN")(window, request, driver, attributes.c_str());
 }
 
 }  // namespace jx::test

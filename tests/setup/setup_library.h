@@ -28,8 +28,8 @@ protected:
         return reinterpret_cast<Routine*>(dlsym(library_, name));
     }
 
-    // Calls the library's ConfigDSN itself, without a window.
-    BOOL configure(WORD request, const std::string& attributes, const char* driver = kDriver) const;
+    // Calls the library's ConfigDSN itself, without a window unless one is given.
+    BOOL configure(WORD request, const std::string& attributes, const char* driver = kDriver, HWND window = 0) const;
 
     std::string dataSources() const { return home.text(".odbc.ini"); }
     std::string drivers() const { return home.text(".odbcinst.ini"); }

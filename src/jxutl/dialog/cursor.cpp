@@ -1,7 +1,7 @@
-// The cursor a screen is to show.
+// The cursor that programs ask for.
 #include <atomic>
 
-#include "platform/jxdialog.h"
+#include "jxutl/dialog/desk.h"
 
 namespace {
 
@@ -9,14 +9,18 @@ std::atomic<unsigned int> shownCursor{kJxwArrowCursor};
 
 }  // namespace
 
-extern "C" unsigned int JXW_LoadCursor(HWND /*instance*/, int id) {
+unsigned int JXW_LoadCursor(HWND /*instance*/, int id) {
     return static_cast<unsigned int>(id);
 }
 
-extern "C" unsigned int JXW_SetCursor(unsigned int cursor) {
-    return shownCursor.exchange(cursor);
+unsigned int JXW_SetCursor(unsigned int cursor) {
+    const unsigned int before = shownCursor.exchange(cursor);
+    const jx::dialog::Desk* own = jx::dialog::existingDesk();
+    if (own != nullptr && own->screen.cursor != nullptr)
+        own->screen.cursor(own->screen.context, cursor);
+    return before;
 }
 
-extern "C" unsigned int JXW_GetCursor(void) {
+unsigned int JXW_GetCursor(void) {
     return shownCursor.load();
 }

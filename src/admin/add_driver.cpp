@@ -1,0 +1,63 @@
+// Asks for an installation script and runs it.
+#include "admin/add_driver.h"
+
+#include <jxdialog.h>
+#include <jxfiles.h>
+#include <odbcinst.h>
+
+#include <utility>
+
+#include "admin/add_driver_record.h"
+#include "config/text_bytes.h"
+#include "install/owned_text.h"
+#include "resources/control_ids.h"
+#include "resources/strings.h"
+
+namespace jx::admin {
+
+namespace {
+
+using install::OwnedText;
+
+// The directory that the user chose; null when there is none.
+OwnedText askForDirectory(HWND owner) {
+    AddDriverRecord record{0, nullptr, asBytes("A:\\"), nullptr};
+    jxDllDialog(owner, kAddDriverDialog, AddDriverDlgProc, &record);
+    OwnedText chosen(record.chosen);
+    return record.confirmed != 0 ? std::move(chosen) : nullptr;
+}
+
+int countFiles(const unsigned char* pattern) {
+    void* cursor = nullptr;
+    int files = 0;
+    while (bosFindFiles(&cursor, pattern) != nullptr)
+        ++files;
+    return files;
+}
+
+bool wantsAnotherDirectory(HWND owner) {
+    unsigned char text[256] = {};
+    unsigned char title[256] = {};
+    winGetString(text, kTextNoScript);
+    winGetString(title, kTextDriversTitle);
+    return guiMessageBox(owner, text, title, MB_YESNO | MB_ICONQUESTION) != IDNO;
+}
+
+}  // namespace
+
+int AddDriver(unsigned int hwnd) {
+    for (;;) {
+        const OwnedText directory = askForDirectory(hwnd);
+        if (directory == nullptr)
+            return 0;
+        const OwnedText script = install::joined(install::viewOf(directory.get()), "odbc.inf");
+        if (script == nullptr)
+            return 0;
+        if (countFiles(script.get()) > 0)
+            return SQLInstallODBC(hwnd, asChars(script.get()), asChars(directory.get()), nullptr);
+        if (!wantsAnotherDirectory(hwnd))
+            return 0;
+    }
+}
+
+}  // namespace jx::admin

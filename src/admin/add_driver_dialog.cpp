@@ -1,0 +1,84 @@
+// The Add Driver dialog: asks for the directory of an installation script.
+#include <jxmemory.h>
+#include <jxtext.h>
+#include <odbcinst.h>
+
+#include "admin/add_driver_record.h"
+#include "admin/dialog_record.h"
+#include "config/message_text.h"
+#include "config/text_bytes.h"
+#include "install/owned_text.h"
+#include "resources/control_ids.h"
+
+using namespace jx::admin;
+using jx::asBytes;
+using jx::asChars;
+
+namespace {
+
+constexpr int kReadSize = 1024;
+
+void show(HWND dialog, unsigned short id, const unsigned char* text) {
+    if (text != nullptr)
+        JXW_SetDlgItemText(dialog, id, asChars(text));
+}
+
+unsigned int open(HWND dialog, uintptr_t lparam) {
+    auto* record = takeRecord<AddDriverRecord>(dialog, lparam);
+    if (record == nullptr)
+        return 0;
+    record->confirmed = 0;
+    show(dialog, jx::kDirectoryEdit, record->proposed);
+    show(dialog, jx::kDirectoryText, record->text);
+    winCenterBox(dialog);
+    return 1;
+}
+
+// Deliberate: what is looked for is a backslash, what is appended a slash. A directory that was typed with a slash at
+// its end gets a second one, and the proposed "A:\" is taken as it is.
+void endWithSeparator(unsigned char* directory) {
+    if (directory[BUTSTLEN(directory) - 1] != '\\')
+        BUTSTCAT(directory, asBytes("/"));
+}
+
+unsigned int confirm(HWND dialog) {
+    auto* record = recordOf<AddDriverRecord>(dialog);
+    jx::install::OwnedText directory(static_cast<unsigned char*>(ramAllocZ(kDirectorySize)));
+    if (record == nullptr || directory == nullptr)
+        return 0;
+    JXW_GetDlgItemText(dialog, jx::kDirectoryEdit, reinterpret_cast<char*>(directory.get()), kReadSize);
+    if (directory[0] == 0) {
+        jx::showMessage(dialog, asBytes("The entry field needs to be filled to proceed"), MB_OK);
+        return 0;
+    }
+    endWithSeparator(directory.get());
+    record->chosen = directory.release();
+    record->confirmed = 1;
+    return endDialog(dialog);
+}
+
+unsigned int command(HWND dialog, int id) {
+    switch (id) {
+        case jx::kClaimedCommand:
+            return 1;
+        case IDOK:
+            return confirm(dialog);
+        case IDCANCEL:
+            return endDialog(dialog);
+        default:
+            return 0;
+    }
+}
+
+}  // namespace
+
+unsigned int AddDriverDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam) {
+    switch (message) {
+        case WM_INITDIALOG:
+            return open(hwnd, lparam);
+        case WM_COMMAND:
+            return command(hwnd, wparam);
+        default:
+            return 0;
+    }
+}

@@ -1,0 +1,136 @@
+// The Data Sources dialog: the administrator's main window.
+#include <odbcins.h>
+#include <odbcinst.h>
+
+#include "admin/dialog_record.h"
+#include "config/list_row.h"
+#include "config/setup_library.h"
+#include "resources/control_ids.h"
+
+using namespace jx::admin;
+
+namespace {
+
+constexpr unsigned long kDataSources = 1;  // the mode of the list's rows
+
+enum Message : unsigned long { kRemoveFailed = 50, kChangeFailed = 51, kConfirmRemove = 53, kSetupNotLoaded = 54 };
+
+void fillList(HWND dialog, OdbcIns& ins) {
+    ins.PopulateLB(dialog, jx::kDataSourcesList, kDataSources, nullptr);
+}
+
+unsigned int open(HWND dialog, uintptr_t lparam) {
+    auto* ins = takeRecord<OdbcIns>(dialog, lparam);
+    if (ins == nullptr)
+        return 0;
+    HWNDDSDLG = dialog;
+    fillList(dialog, *ins);
+    selectFirstRow(dialog, jx::kDataSourcesList, jx::kSetupButton);
+    selectFirstRow(dialog, jx::kDataSourcesList, jx::kDeleteButton);
+    winCenterBox(dialog);
+    return 1;
+}
+
+void enableButtons(HWND dialog) {
+    const bool selected = jx::selectedRow(dialog, jx::kDataSourcesList) != -1;
+    enableControl(dialog, jx::kSetupButton, selected);
+    enableControl(dialog, jx::kDeleteButton, selected);
+}
+
+// Lets the selected data source's driver carry out request; failure is the message when it refuses. The dialog itself
+// changes no file: the entries are the setup library's business.
+void configure(HWND dialog, OdbcIns& ins, unsigned long request, Message failure) {
+    if (ins.LoadDriver() != 0) {
+        ins.DisplayMB(dialog, kSetupNotLoaded);
+        return;
+    }
+    const jx::SetupLibrary library(ins.hSetupLib);
+    if (ins.ConfigDSN(dialog, request, nullptr) != 0)
+        ins.DisplayMB(dialog, failure);
+    else
+        fillList(dialog, ins);
+}
+
+bool takeSelection(HWND dialog, OdbcIns& ins) {
+    return ins.SaveSelectedLBItem(dialog, jx::kDataSourcesList, kDataSources) == 0;
+}
+
+unsigned int setUp(HWND dialog, OdbcIns& ins) {
+    if (takeSelection(dialog, ins))
+        configure(dialog, ins, ODBC_CONFIG_DSN, kChangeFailed);
+    return 0;
+}
+
+unsigned int remove(HWND dialog, OdbcIns& ins) {
+    if (takeSelection(dialog, ins) && ins.DisplayMB(dialog, kConfirmRemove) == IDYES)
+        configure(dialog, ins, ODBC_REMOVE_DSN, kRemoveFailed);
+    return 0;
+}
+
+unsigned int add(HWND dialog, OdbcIns& ins) {
+    if (SQLCreateDataSource(dialog, nullptr) != FALSE)
+        fillList(dialog, ins);
+    return 0;
+}
+
+// Removing a driver may have removed data sources, so the list is always read again.
+unsigned int showDrivers(HWND dialog, OdbcIns& ins) {
+    jxDllDialog(dialog, jx::kDriversDialog, OdbcDriversDlgProc, &ins);
+    fillList(dialog, ins);
+    return 0;
+}
+
+unsigned int showOptions(HWND dialog, OdbcIns& ins) {
+    jxDllDialog(dialog, jx::kOptionsDialog, OdbcOptionsDlgProc, &ins);
+    return 0;
+}
+
+unsigned int close(HWND dialog) {
+    HWNDDSDLG = 0;
+    return endDialog(dialog);
+}
+
+unsigned int hearList(HWND dialog, OdbcIns& ins, int notification) {
+    if (notification == LBN_SELCHANGE)
+        enableButtons(dialog);
+    return notification == LBN_DBLCLK ? setUp(dialog, ins) : 0;
+}
+
+unsigned int command(HWND dialog, int id, int notification) {
+    auto* ins = recordOf<OdbcIns>(dialog);
+    if (ins == nullptr)
+        return 0;
+    switch (id) {
+        case jx::kClaimedCommand:
+            return 1;
+        case jx::kDataSourcesList:
+            return hearList(dialog, *ins, notification);
+        case jx::kCloseButton:
+            return close(dialog);
+        case jx::kSetupButton:
+            return setUp(dialog, *ins);
+        case jx::kDeleteButton:
+            return remove(dialog, *ins);
+        case jx::kAddButton:
+            return add(dialog, *ins);
+        case jx::kDriversButton:
+            return showDrivers(dialog, *ins);
+        case jx::kOptionsButton:
+            return showOptions(dialog, *ins);
+        default:
+            return 0;
+    }
+}
+
+}  // namespace
+
+unsigned int DataSourcesDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam) {
+    switch (message) {
+        case WM_INITDIALOG:
+            return open(hwnd, lparam);
+        case WM_COMMAND:
+            return command(hwnd, wparam, notificationOf(lparam));
+        default:
+            return 0;
+    }
+}

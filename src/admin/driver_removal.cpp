@@ -1,0 +1,104 @@
+// Removes an installed driver from the disk and from both configuration files.
+#include "admin/driver_removal.h"
+
+#include <jxdialog.h>
+#include <jxerrors.h>
+#include <jxfiles.h>
+#include <jxtext.h>
+#include <odbcins.h>
+#include <odbcinst.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+#include "admin/short_key_list.h"
+#include "config/text_bytes.h"
+#include "install/profile_text.h"
+#include "resources/strings.h"
+
+namespace jx::admin {
+
+namespace {
+
+constexpr short kValueSize = 199;
+
+using Value = std::array<unsigned char, kValueSize>;
+
+void readValue(OdbcIns& ins, const char* section, const char* key, const char* file, Value& value) {
+    ins.jxSQLGetPrivateProfileString(asBytes(section), asBytes(key), nullptr, value.data(), kValueSize, asBytes(file));
+}
+
+// Tells that the file at path is still there, and why.
+void reportKept(HWND dialog, const unsigned char* path, int reason) {
+    unsigned char pattern[256] = {};
+    unsigned char title[256] = {};
+    std::array<char, 512> file{};
+    winGetString(pattern, kTextFileNotDeleted);
+    winGetString(title, kTextFileNotDeletedTitle);
+    std::snprintf(file.data(), file.size(), "%s: %s", asChars(path), std::strerror(reason));
+    JxParamString text;
+    text.initialize(pattern);
+    text.setParam(asBytes(file.data()));
+    guiMessageBox(dialog, text.text(), title, MB_OK);
+}
+
+// 0, or why the file was not deleted.
+int deleteFile(const unsigned char* path) {
+    if (BUTSTLEN(path) >= kValueSize - 1)
+        return ENAMETOOLONG;
+    return bosFileDelete(path) == 0 ? 0 : errno;
+}
+
+void deleteNamedFile(HWND dialog, OdbcIns& ins, const unsigned char* driverName, const char* key, short quiet) {
+    Value path{};
+    readValue(ins, asChars(driverName), key, INS_ODBCINST_FILENAME, path);
+    DeleteTheDriver(dialog, path.data(), quiet);
+}
+
+void removeDataSource(OdbcIns& ins, const unsigned char* name) {
+    const unsigned char* file = asBytes(INS_ODBCINI_FILENAME);
+    ins.jxSQLWritePrivateProfileString(asBytes(INS_ODBCINI_DS), name, nullptr, file);
+    ins.jxSQLWritePrivateProfileString(name, nullptr, nullptr, file);
+}
+
+// Deliberate: a part of the name is enough, so the data sources of every driver whose name holds this one's go too.
+bool usesDriver(OdbcIns& ins, const unsigned char* dataSource, const unsigned char* driverName) {
+    Value driver{};
+    readValue(ins, INS_ODBCINI_DS, asChars(dataSource), INS_ODBCINI_FILENAME, driver);
+    return driver[0] != 0 && strFind(driver.data(), driverName) != nullptr;
+}
+
+}  // namespace
+
+int DeleteTheDriver(unsigned int hwnd, unsigned char* path, short quiet) {
+    if (path == nullptr || *path == 0)
+        return 0;
+    const int reason = deleteFile(path);
+    if (reason != 0 && quiet == 0)
+        reportKept(hwnd, path, reason);
+    return 0;
+}
+
+void FixODBCINIFile(unsigned int /*hwnd*/, const unsigned char* driverName, OdbcIns* ins) {
+    ShortKeyList list(*ins, INS_ODBCINI_DS, INS_ODBCINI_FILENAME);
+    for (unsigned char* name = list.text(); *name != 0;) {
+        unsigned char* next = install::textAfter(name);
+        install::cutAtEquals(name);
+        if (*name != 0 && usesDriver(*ins, name, driverName))
+            removeDataSource(*ins, name);
+        name = next;
+    }
+}
+
+void removeDriver(unsigned int hwnd, const unsigned char* driverName, OdbcIns& ins) {
+    deleteNamedFile(hwnd, ins, driverName, "Driver", 0);
+    deleteNamedFile(hwnd, ins, driverName, "Setup", 1);
+    const unsigned char* file = asBytes(INS_ODBCINST_FILENAME);
+    ins.jxSQLWritePrivateProfileString(asBytes(INS_ODBCINI_DRIVERS), driverName, nullptr, file);
+    ins.jxSQLWritePrivateProfileString(driverName, nullptr, nullptr, file);
+    FixODBCINIFile(hwnd, driverName, &ins);
+}
+
+}  // namespace jx::admin

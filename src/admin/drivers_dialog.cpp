@@ -1,0 +1,101 @@
+// The ODBC Drivers dialog: lists the installed drivers, removes and adds them.
+#include <jxerrors.h>
+#include <odbcins.h>
+#include <odbcinst.h>
+
+#include <string>
+
+#include "admin/add_driver.h"
+#include "admin/dialog_record.h"
+#include "admin/driver_removal.h"
+#include "admin/short_key_list.h"
+#include "config/list_row.h"
+#include "config/text_bytes.h"
+#include "resources/control_ids.h"
+#include "resources/strings.h"
+
+using namespace jx::admin;
+using jx::asBytes;
+
+namespace {
+
+void FillDriversListbox(HWND dialog, short listId, OdbcIns* ins) {
+    const auto id = static_cast<unsigned short>(listId);
+    ShortKeyList drivers(*ins, INS_ODBCINI_DRIVERS, INS_ODBCINST_FILENAME);
+    JXW_SendDlgItemMessage(dialog, id, LB_RESETCONTENT, 0, 0);
+    jx::addKeyRows(dialog, id, drivers.text());
+}
+
+void showDrivers(HWND dialog, OdbcIns& ins) {
+    FillDriversListbox(dialog, jx::kDriversList, &ins);
+    selectFirstRow(dialog, jx::kDriversList, jx::kDeleteDriverButton);
+}
+
+unsigned int open(HWND dialog, uintptr_t lparam) {
+    auto* ins = takeRecord<OdbcIns>(dialog, lparam);
+    if (ins == nullptr)
+        return 0;
+    showDrivers(dialog, *ins);
+    winCenterBox(dialog);
+    return 1;
+}
+
+bool isRemovalConfirmed(HWND dialog, const unsigned char* driverName) {
+    unsigned char title[256] = {};
+    unsigned char pattern[256] = {};
+    winGetString(title, jx::kTextDriversTitle);
+    winGetString(pattern, jx::kTextConfirmDriverRemove);
+    JxParamString question;
+    question.initialize(pattern);
+    question.setParam(driverName);
+    return guiMessageBox(dialog, question.text(), title, MB_YESNO | MB_ICONEXCLAMATION) == IDYES;
+}
+
+unsigned int removeSelected(HWND dialog, OdbcIns& ins) {
+    const short row = jx::selectedRow(dialog, jx::kDriversList);
+    std::string name;
+    if (row == -1 || !jx::readRow(dialog, jx::kDriversList, row, name) || name.empty())
+        return 0;
+    if (!isRemovalConfirmed(dialog, asBytes(name.c_str())))
+        return 0;
+    removeDriver(dialog, asBytes(name.c_str()), ins);
+    showDrivers(dialog, ins);
+    return 0;
+}
+
+unsigned int add(HWND dialog, OdbcIns& ins) {
+    if (AddDriver(dialog) == 1)
+        showDrivers(dialog, ins);
+    return 0;
+}
+
+unsigned int command(HWND dialog, int id) {
+    auto* ins = recordOf<OdbcIns>(dialog);
+    if (ins == nullptr)
+        return 0;
+    switch (id) {
+        case jx::kClaimedCommand:
+            return 1;
+        case jx::kCloseButton:
+            return endDialog(dialog);
+        case jx::kDeleteDriverButton:
+            return removeSelected(dialog, *ins);
+        case jx::kAddDriverButton:
+            return add(dialog, *ins);
+        default:
+            return 0;
+    }
+}
+
+}  // namespace
+
+unsigned int OdbcDriversDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam) {
+    switch (message) {
+        case WM_INITDIALOG:
+            return open(hwnd, lparam);
+        case WM_COMMAND:
+            return command(hwnd, wparam);
+        default:
+            return 0;
+    }
+}

@@ -1,0 +1,66 @@
+// The Install Drivers dialog: which drivers of a script are to be installed.
+#include <odbcinst.h>
+
+#include "admin/dialog_record.h"
+#include "admin/script_drivers.h"
+#include "resources/control_ids.h"
+
+using namespace jx::admin;
+using jx::install::InstallDriversRecord;
+
+namespace {
+
+unsigned int open(HWND dialog, uintptr_t lparam) {
+    auto* record = takeRecord<InstallDriversRecord>(dialog, lparam);
+    if (record == nullptr)
+        return 0;
+    record->proceed = 0;
+    // A script without drivers: the dialog cancels itself as soon as it runs.
+    if (FillLB(dialog, jx::kInstallDriversList, record->install) == 1)
+        JXW_PostMessage(dialog, WM_COMMAND, IDCANCEL, 0);
+    selectFirstRow(dialog, jx::kInstallDriversList, IDOK);
+    winCenterBox(dialog);
+    return 1;
+}
+
+unsigned int confirm(HWND dialog, InstallDriversRecord& record) {
+    SaveSelectedLBItems(dialog, jx::kInstallDriversList, record.install);
+    record.proceed = 1;
+    return endDialog(dialog);
+}
+
+unsigned int showAdvancedOptions(HWND dialog, InstallDriversRecord& record) {
+    jxDllDialog(dialog, jx::kAdvancedOptionsDialog, AdvancedInstallationOptionsDlgProc, record.install);
+    return 0;
+}
+
+unsigned int command(HWND dialog, int id) {
+    auto* record = recordOf<InstallDriversRecord>(dialog);
+    if (record == nullptr)
+        return 0;
+    switch (id) {
+        case jx::kClaimedCommand:
+            return 1;
+        case IDOK:
+            return confirm(dialog, *record);
+        case IDCANCEL:
+            return endDialog(dialog);
+        case jx::kAdvancedButton:
+            return showAdvancedOptions(dialog, *record);
+        default:
+            return 0;
+    }
+}
+
+}  // namespace
+
+unsigned int InstallDriversDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam) {
+    switch (message) {
+        case WM_INITDIALOG:
+            return open(hwnd, lparam);
+        case WM_COMMAND:
+            return command(hwnd, wparam);
+        default:
+            return 0;
+    }
+}

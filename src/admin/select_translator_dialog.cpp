@@ -1,0 +1,110 @@
+// The Select Translator dialog: one of the installed translators, or none.
+#include <jxtext.h>
+#include <odbcins.h>
+#include <odbcinst.h>
+
+#include <cstddef>
+#include <string>
+
+#include "admin/dialog_record.h"
+#include "config/list_row.h"
+#include "config/text_bytes.h"
+#include "config/translator_choice.h"
+#include "resources/control_ids.h"
+
+using namespace jx::admin;
+using jx::TranslatorChoice;
+
+namespace {
+
+constexpr unsigned long kSectionKeys = 2;  // the mode of a list of keys
+
+// The first row with this text; 0, which is no translator, when there is none.
+int rowOf(HWND dialog, const unsigned char* name) {
+    const short count = jx::rowCount(dialog, jx::kTranslatorsList);
+    std::string row;
+    for (short at = 0; at < count && *name != 0; ++at) {
+        if (jx::readRow(dialog, jx::kTranslatorsList, at, row) && row == jx::asChars(name))
+            return at;
+    }
+    return 0;
+}
+
+unsigned int open(HWND dialog, uintptr_t lparam) {
+    auto* choice = takeRecord<TranslatorChoice>(dialog, lparam);
+    if (choice == nullptr)
+        return 0;
+    choice->chosen = 0;
+    choice->installer->PopulateLB(dialog, jx::kTranslatorsList, kSectionKeys, jx::asBytes(INS_ODBCINST_TRANSLATORS));
+    JXW_SendDlgItemMessage(dialog, jx::kTranslatorsList, LB_SETCURSEL, rowOf(dialog, choice->name), 0);
+    winCenterBox(dialog);
+    return 1;
+}
+
+void chooseNone(TranslatorChoice& choice) {
+    BUTSTCPY(choice.name, jx::asBytes(jx::kNoTranslator));
+}
+
+// Makes the selected row the choice; false when its name does not fit: a cut one would be another translator's.
+bool chooseRow(HWND dialog, TranslatorChoice& choice) {
+    const short row = jx::selectedRow(dialog, jx::kTranslatorsList);
+    std::string name;
+    if (row <= 0) {
+        chooseNone(choice);
+        return true;
+    }
+    if (!jx::readRow(dialog, jx::kTranslatorsList, row, name) || name.size() >= jx::kTranslatorNameSize)
+        return false;
+    BUTSTCPY(choice.name, jx::asBytes(name.c_str()));
+    return true;
+}
+
+unsigned int confirm(HWND dialog, TranslatorChoice& choice) {
+    if (!chooseRow(dialog, choice))
+        return 0;
+    choice.chosen = 1;
+    return endDialog(dialog);
+}
+
+// Deliberate: cancelling does not keep the translator that was current, it answers with none.
+unsigned int cancel(HWND dialog, TranslatorChoice& choice) {
+    chooseNone(choice);
+    return endDialog(dialog);
+}
+
+unsigned int hearList(HWND dialog, TranslatorChoice& choice, int notification) {
+    if (notification == LBN_SELCHANGE)
+        enableControl(dialog, IDOK, jx::selectedRow(dialog, jx::kTranslatorsList) != -1);
+    return notification == LBN_DBLCLK ? confirm(dialog, choice) : 0;
+}
+
+unsigned int command(HWND dialog, int id, int notification) {
+    auto* choice = recordOf<TranslatorChoice>(dialog);
+    if (choice == nullptr)
+        return 0;
+    switch (id) {
+        case jx::kClaimedCommand:
+            return 1;
+        case jx::kTranslatorsList:
+            return hearList(dialog, *choice, notification);
+        case IDOK:
+            return confirm(dialog, *choice);
+        case IDCANCEL:
+            return cancel(dialog, *choice);
+        default:
+            return 0;
+    }
+}
+
+}  // namespace
+
+unsigned int SelectTranslatorDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam) {
+    switch (message) {
+        case WM_INITDIALOG:
+            return open(hwnd, lparam);
+        case WM_COMMAND:
+            return command(hwnd, wparam, notificationOf(lparam));
+        default:
+            return 0;
+    }
+}

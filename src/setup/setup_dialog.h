@@ -1,0 +1,23 @@
+// The dialog in which a user edits one data source.
+#pragma once
+
+#include "platform/jxtypes.h"
+#include "setup/data_source_form.h"
+
+namespace jx::setup {
+
+// SetupForm: the dialog's record.
+struct SetupForm {
+    bool adds;                      // a new data source, whose name can be edited
+    const char* driver;             // its driver's description
+    std::vector<Attribute> before;  // what the file holds
+    DataSourceRequest now;          // what the dialog shows
+    bool opened = false;            // set by the dialog: there is someone to ask
+    bool stored = false;            // set by the dialog: the files hold what it showed
+};
+
+// Runs the dialog until the user has stored the data source or given up. Without a screen on this thread the form comes
+// back unopened and nothing has happened. What the screen throws passes through, and so does std::bad_alloc.
+void runSetupDialog(HWND owner, SetupForm& form);
+
+}  // namespace jx::setup

@@ -1,0 +1,87 @@
+// What the tests of the dialogs begin with: a home directory, drivers, a record of what their setup libraries did.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <jxscreen.h>
+#include <jxwindow.h>
+#include <odbcins.h>
+#include <odbcinst.h>
+
+#include <string>
+#include <vector>
+
+#include "resources/control_ids.h"
+#include "scripted_user.h"
+#include "setup_calls.h"
+#include "test_home.h"
+
+namespace jx::test {
+
+using Texts = std::vector<std::string>;
+
+// A message box of the administrator, as a ScriptedUser notes it.
+inline std::string adminBox(unsigned short text, unsigned int style) {
+    unsigned char buffer[256] = {};
+    winGetString(buffer, text);
+    return "KALDERO ODBC Admin|" + std::string(reinterpret_cast<char*>(buffer)) + "|" + std::to_string(style);
+}
+
+// A text of the library with name in the place of "%s" or "%1".
+inline std::string filled(unsigned short text, const std::string& name) {
+    unsigned char buffer[256] = {};
+    winGetString(buffer, text);
+    std::string whole = reinterpret_cast<char*>(buffer);
+    for (const char* place : {"%s", "%1"}) {
+        if (const std::size_t at = whole.find(place); at != std::string::npos)
+            whole.replace(at, 2, name);
+    }
+    return whole;
+}
+
+inline std::string plain(unsigned short text) {
+    return filled(text, "");
+}
+
+class DialogTest : public testing::Test {
+protected:
+    ~DialogTest() override {
+        EXPECT_EQ(JXW_NextDialog(0), 0U) << "a dialog was left";
+        EXPECT_EQ(HWNDDSDLG, 0U);
+        EXPECT_EQ(HWNDADDLG, 0U);
+    }
+
+    // Drivers by name and setup library, a data source for each pair of name and driver.
+    void putDrivers(std::initializer_list<std::pair<const char*, std::string>> drivers) const {
+        std::string list = "[ODBC Drivers]\n";
+        std::string sections;
+        for (const auto& [name, setup] : drivers) {
+            list += std::string(name) + "=Installed\n";
+            sections += "\n[" + std::string(name) + "]\nDriver=/lib/" + name + ".so\nSetup=" + setup + "\n";
+        }
+        home.put(".odbcinst.ini", list + sections);
+    }
+
+    void putDataSources(std::initializer_list<std::pair<const char*, const char*>> sources) const {
+        std::string list = "[ODBC Data Sources]\n";
+        std::string sections;
+        for (const auto& [name, driver] : sources) {
+            list += std::string(name) + "=" + driver + "\n";
+            sections += "\n[" + std::string(name) + "]\nDriver=/lib/x.so\n";
+        }
+        home.put(".odbc.ini", list + sections);
+    }
+
+    // The part of a dump that belongs to one list box.
+    static std::string listIn(const std::string& dump) {
+        const std::size_t begin = dump.find("  list ");
+        std::size_t end = dump.find('\n', begin) + 1;
+        while (dump.compare(end, 4, "    ") == 0)
+            end = dump.find('\n', end) + 1;
+        return dump.substr(begin, end - begin);
+    }
+
+    const TestHome home;
+    const SetupCalls calls;
+};
+
+}  // namespace jx::test

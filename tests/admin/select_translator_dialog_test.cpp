@@ -1,0 +1,185 @@
+// The Select Translator and the About dialog, driven by every path.
+#include <jxmemory.h>
+
+#include <cstring>
+
+#include "admin/about_record.h"
+#include "config/translator_choice.h"
+#include "dialog_dump.h"
+#include "dialog_fixture.h"
+
+namespace jx::test {
+
+namespace {
+
+class SelectTranslatorDialog : public DialogTest {
+protected:
+    SelectTranslatorDialog() { home.put(".odbcinst.ini", "[ODBC Translators]\nLatin=Installed\nGreek\nlatin2=x\n"); }
+
+    // The name the dialog leaves when it opens with current.
+    std::string choose(const std::string& current) {
+        unsigned char name[kTranslatorNameSize] = {};
+        current.copy(reinterpret_cast<char*>(name), sizeof name - 1);
+        TranslatorChoice choice{name, &ins, 9};
+        EXPECT_EQ(jxDllDialog(0, kSelectTranslatorDialog, SelectTranslatorDlgProc, &choice), 1);
+        chosen = choice.chosen;
+        return reinterpret_cast<char*>(name);
+    }
+
+    OdbcIns ins;
+    unsigned int chosen = 9;
+};
+
+TEST_F(SelectTranslatorDialog, ListsTheTranslatorsBehindNone) {
+    ScriptedUser user{look(), press(IDCANCEL)};
+    choose("");
+    EXPECT_EQ(user.dumps[0],
+              "\"Select Translator\" centered\n  label \"&Translators:\"\n  list 144 focus\n"
+              "    > <No Translator>\n      Latin\n      Greek\n      latin2\n"
+              "  button 1 \"OK\" default\n  button 2 \"Cancel\"\n  label \"Cancel chooses no translator.\"\n");
+}
+
+TEST_F(SelectTranslatorDialog, BeginsWithTheCurrentOne) {
+    struct Row {
+        const char *current, *selected;
+    };
+    for (const Row& row : {Row{"", "> <No Translator>"}, Row{"Greek", "> Greek"}, Row{"greek", "> <No Translator>"},
+                           Row{"Cyrillic", "> <No Translator>"}, Row{"<No Translator>", "> <No Translator>"},
+                           Row{"latin2", "> latin2"}}) {
+        SCOPED_TRACE(row.current);
+        ScriptedUser user{look()};
+        choose(row.current);
+        EXPECT_NE(user.dumps[0].find(row.selected), std::string::npos) << user.dumps[0];
+    }
+}
+
+TEST_F(SelectTranslatorDialog, GivesTheSelectedOneBack) {
+    for (const auto& confirm : {press(IDOK), key(JXW_KEY_ENTER), doubleClick(kTranslatorsList, 2)}) {
+        ScriptedUser user{selectRow(kTranslatorsList, 2), confirm};
+        EXPECT_EQ(choose("Latin"), "Greek");
+        EXPECT_EQ(chosen, 1U);
+        EXPECT_EQ(user.actionsLeft(), 0U);
+    }
+}
+
+TEST_F(SelectTranslatorDialog, KeepsTheCurrentOneWhenItIsConfirmed) {
+    ScriptedUser user{press(IDOK)};
+    EXPECT_EQ(choose("Greek"), "Greek");
+}
+
+TEST_F(SelectTranslatorDialog, GivesNoneForTheFirstRow) {
+    ScriptedUser user{selectRow(kTranslatorsList, 0), press(IDOK)};
+    EXPECT_EQ(choose("Latin"), "<No Translator>");
+    EXPECT_EQ(chosen, 1U);
+}
+
+TEST_F(SelectTranslatorDialog, CancelAnswersWithNoTranslatorWhateverWasCurrent) {
+    for (const int escape : {JXW_KEY_ESCAPE, JXW_KEY_CLOSE}) {
+        ScriptedUser user{selectRow(kTranslatorsList, 2), key(escape)};
+        EXPECT_EQ(choose("Latin"), "<No Translator>");
+        EXPECT_EQ(chosen, 0U);
+    }
+    ScriptedUser user{press(IDCANCEL)};
+    EXPECT_EQ(choose("Latin"), "<No Translator>");
+}
+
+TEST_F(SelectTranslatorDialog, GreysOkWhileNothingIsSelected) {
+    ScriptedUser user{selectRow(kTranslatorsList, -1), refused(press(IDOK)), refused(key(JXW_KEY_ENTER)),
+                      selectRow(kTranslatorsList, 1), press(IDOK)};
+    EXPECT_EQ(choose(""), "Latin");
+}
+
+TEST_F(SelectTranslatorDialog, ConfirmingWithoutASelectionGivesNone) {
+    ScriptedUser user{selectRow(kTranslatorsList, -1),
+                      call([](HWND dialog) { JXW_SendMessage(dialog, WM_COMMAND, IDOK, 0); })};
+    EXPECT_EQ(choose("Latin"), "<No Translator>");
+    EXPECT_EQ(chosen, 1U);
+}
+
+TEST_F(SelectTranslatorDialog, WithoutTranslatorsOffersNone) {
+    home.put(".odbcinst.ini", "");
+    ScriptedUser user{look(), press(IDOK)};
+    EXPECT_EQ(choose("Latin"), "<No Translator>");
+    EXPECT_EQ(listIn(user.dumps[0]), "  list 144 focus\n    > <No Translator>\n");
+}
+
+TEST_F(SelectTranslatorDialog, DoesNotTakeANameThatDoesNotFit) {
+    home.put(".odbcinst.ini", "[ODBC Translators]\n" + std::string(255, 'a') + "=x\n" + std::string(256, 'b') + "=x\n");
+    ScriptedUser user{doubleClick(kTranslatorsList, 2), selectRow(kTranslatorsList, 1), press(IDOK)};
+    EXPECT_EQ(choose(""), std::string(255, 'a'));
+    EXPECT_EQ(user.actionsLeft(), 0U);
+}
+
+TEST_F(SelectTranslatorDialog, IsWhatSqlGetTranslatorShows) {
+    ScriptedUser user{doubleClick(kTranslatorsList, 0)};
+    char name[20] = "Latin";
+    char path[20] = "?";
+    WORD nameLength = 7;
+    WORD pathLength = 7;
+    DWORD option = 5;
+    EXPECT_EQ(SQLGetTranslator(77, name, sizeof name, &nameLength, path, sizeof path, &pathLength, &option), TRUE);
+    EXPECT_EQ(nameLength + pathLength, 0);
+    EXPECT_STREQ(name, "Latin");
+    EXPECT_EQ(user.appearances.size(), 2U);
+}
+
+TEST_F(SelectTranslatorDialog, AnswersItsCommandsAsAgreed) {
+    ScriptedUser user{call([](HWND open) {
+        EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, kClaimedCommand, 0), 1);
+        for (const int id : {0, 3, 143, 999})
+            EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, id, 0), 0) << id;
+        EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, kTranslatorsList, 3 << 16), 0);
+        EXPECT_EQ(JXW_IsDialogEnded(open, nullptr), 0);
+    })};
+    choose("");
+}
+
+class AboutDialog : public DialogTest {
+protected:
+    static unsigned char* heap(const char* text) { return ramAllocStr(reinterpret_cast<const unsigned char*>(text)); }
+};
+
+TEST_F(AboutDialog, ShowsItsTextsAndReleasesThemOnItsButton) {
+    admin::AboutRecord record{{heap("One"), nullptr, heap("Three"), nullptr, nullptr, nullptr, nullptr, heap("Eight")}};
+    unsigned char* const first = record.texts[0];
+    ScriptedUser user{look(), press(IDOK)};
+    EXPECT_EQ(jxDllDialog(0, kAboutDialog, AboutDlgProc, &record), 1);
+    EXPECT_EQ(user.dumps[0],
+              "\"About\" centered\n  group \"About\"\n  label 146 \"One\"\n  label 147 \"Not Available\"\n"
+              "  label 148 \"Three\"\n  label 149 \"Not Available\"\n  label 150 \"Not Available\"\n"
+              "  label 151 \"Not Available\"\n  label 152 \"Not Available\"\n  label 153 \"Eight\"\n"
+              "  button 1 \"OK\" default focus\n");
+    EXPECT_EQ(record.texts[0], first);  // released, and the address is left as it was
+}
+
+TEST_F(AboutDialog, ShowsEightTimesThatThereIsNothing) {
+    admin::AboutRecord record{};
+    ScriptedUser user{look(), key(JXW_KEY_ESCAPE)};
+    EXPECT_EQ(jxDllDialog(0, kAboutDialog, AboutDlgProc, &record), 1);
+    std::size_t count = 0;
+    for (std::size_t at = 0; (at = user.dumps[0].find("Not Available", at)) != std::string::npos; ++at)
+        ++count;
+    EXPECT_EQ(count, 8U);
+}
+
+TEST_F(AboutDialog, OnlyItsButtonCloses) {
+    admin::AboutRecord record{};
+    ScriptedUser user{call([](HWND open) {
+        for (const int id : {0, 2, 10, 146, 999})
+            EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, id, 0), 0) << id;
+        EXPECT_EQ(JXW_IsDialogEnded(open, nullptr), 0);
+    })};
+    jxDllDialog(0, kAboutDialog, AboutDlgProc, &record);
+}
+
+TEST_F(AboutDialog, LeavesTheTextsToItsCallerWhenItIsClosedOtherwise) {
+    admin::AboutRecord record{{heap("One"), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr}};
+    ScriptedUser user{call([](HWND open) { JXW_EndDialog(open, 1); })};
+    jxDllDialog(0, kAboutDialog, AboutDlgProc, &record);
+    EXPECT_STREQ(reinterpret_cast<char*>(record.texts[0]), "One");
+    ramFree(record.texts[0]);
+}
+
+}  // namespace
+
+}  // namespace jx::test
