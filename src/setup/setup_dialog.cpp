@@ -147,7 +147,7 @@ bool writeToFiles(const SetupForm& form) {
 std::string reasonOfTheStore() {
     char reason[1024];
     jxIniFailureText(reason, sizeof reason);
-    return reason[0] != '\0' ? "\n" + std::string(reason) : std::string();
+    return reason[0] != '\0' ? std::string("\n") + reason : std::string();
 }
 
 unsigned int save(HWND dialog, SetupForm& form) {
