@@ -156,6 +156,10 @@ CLI::Option* addValueOption(CLI::App& verb, const std::string& names, const std:
     return verb.add_option(names, description)->type_name(wordFor(complete))->expected(1)->allow_extra_args(false);
 }
 
+CLI::Option* addSwitch(CLI::App& verb, const std::string& names, const std::string& description) {
+    return verb.add_flag(names)->description(description);
+}
+
 std::vector<std::string> operands(const CLI::Option* option) {
     std::vector<std::string> texts = option->results();
     for (std::string& text : texts)
@@ -177,6 +181,16 @@ void buildCommandLine(CLI::App& app, Session& session) {
     app.require_subcommand(1);
     app.footer(withExamples(kExamples) + "\n" + kExitCodes);
     addGlobalOptions(app, session);
+    addDsnReadCommands(app, session);
+    addDsnChangeCommands(app, session);
+    addDsnMoveCommands(app, session);
+    addDriverReadCommands(app, session);
+    addDriverChangeCommands(app, session);
+    addTranslatorCommands(app, session);
+    addTraceCommands(app, session);
+    addConfigCommands(app, session);
+    addApplyCommand(app, session);
+    addExportCommand(app, session);
     addDoctorCommands(app, session);
 }
 

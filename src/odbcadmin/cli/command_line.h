@@ -46,6 +46,9 @@ CLI::Option* addOperands(CLI::App& verb, const std::string& name, const std::str
 CLI::Option* addValueOption(CLI::App& verb, const std::string& names, const std::string& description,
                             Complete complete = Complete::nothing);
 
+// An option without a value; its count() tells whether it was given.
+CLI::Option* addSwitch(CLI::App& verb, const std::string& names, const std::string& description);
+
 // What was given for them, in order.
 std::vector<std::string> operands(const CLI::Option* option);
 
