@@ -2,9 +2,11 @@
 #include <odbcinst.h>
 
 #include <algorithm>
-#include <fstream>
-#include <iostream>
-#include <iterator>
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
 
 #include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/commands.h"
@@ -17,15 +19,21 @@ namespace jx::admin {
 
 namespace {
 
-ExitCode readInput(const Session& session, const std::string& file, std::string& text) {
-    std::ifstream stream;
-    if (file != "-")
-        stream.open(file, std::ios::binary);
-    if (file != "-" && !stream)
-        return session.fail(ExitCode::fileTrouble, "Cannot open " + file, "Give a file, or - for standard input.");
-    std::istream& input = file == "-" ? std::cin : stream;
-    text.assign(std::istreambuf_iterator<char>(input), std::istreambuf_iterator<char>());
-    return ExitCode::done;
+struct CloseFile {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+ExitCode readInput(const Session& session, const std::string& name, std::string& text) {
+    const std::unique_ptr<std::FILE, CloseFile> own(name == "-" ? nullptr : std::fopen(name.c_str(), "rbe"));
+    std::FILE* file = name == "-" ? stdin : own.get();
+    std::array<char, 65536> part{};
+    while (file != nullptr && std::feof(file) == 0 && std::ferror(file) == 0)
+        text.append(part.data(), std::fread(part.data(), 1, part.size(), file));
+    const int error = errno;
+    if (file != nullptr && std::ferror(file) == 0)
+        return ExitCode::done;
+    return session.fail(ExitCode::fileTrouble, "Cannot read " + name + ": " + std::strerror(error),
+                        "Give a file, or - for standard input.");
 }
 
 // Keys without a value are left as they are.

@@ -11,19 +11,32 @@
 #include <map>
 
 #include "odbcadmin/cli/commands.h"
+#include "odbcadmin/cli/near_matches.h"
 #include "odbcadmin/cli/text.h"
 
 namespace jx::admin {
 
 namespace {
 
-// CLI11 takes operands such as "[a,b]" and "{}" apart. They, and what begins with the mark itself, get a mark in front
-// while CLI11 holds them.
+// CLI11 takes operands such as "[a,b]" and "{}" apart, and gives what follows "--" to the whole command once a verb has
+// all the operands it needs. So such words, and what begins with the mark itself, get a mark in front while CLI11 holds
+// them, and "--" never reaches it.
 constexpr char kMark = '\x01';
 
-std::string marked(std::string argument) {
-    const bool needsMark = !argument.empty() && (argument[0] == '[' || argument[0] == '{' || argument[0] == kMark);
-    return needsMark ? kMark + argument : argument;
+bool needsMark(const std::string& word, bool onlyOperands) {
+    return !word.empty() && (word[0] == '[' || word[0] == '{' || word[0] == kMark || (onlyOperands && word[0] == '-'));
+}
+
+std::vector<std::string> marked(const std::vector<std::string>& words) {
+    std::vector<std::string> all;
+    bool onlyOperands = false;
+    for (const std::string& word : words) {
+        if (!onlyOperands && word == "--")
+            onlyOperands = true;
+        else
+            all.push_back(needsMark(word, onlyOperands) ? kMark + word : word);
+    }
+    return all;
 }
 
 std::string unmarked(const std::string& text) {
@@ -43,9 +56,9 @@ std::string nounDescription(const std::string& name) {
 }
 
 std::string withExamples(const std::string& examples) {
-    std::string text = "Examples:\n";
+    std::string text = "Examples:";
     for (const std::string& line : CLI::detail::split(examples, '\n'))
-        text.append("  ").append(line).append("\n");
+        text.append("\n  ").append(line);
     return text;
 }
 
@@ -107,16 +120,40 @@ ExitCode enterHome(const Session& session) {
     return ExitCode::done;
 }
 
+std::vector<std::string> verbsOf(const CLI::App& place) {
+    std::vector<std::string> names;
+    for (const CLI::App* verb : place.get_subcommands([](const CLI::App* each) { return !each->get_group().empty(); }))
+        names.push_back(verb->get_name());
+    return names;
+}
+
+// "odbcadmin dsn add"
+std::string pathTo(const CLI::App& place) {
+    const std::string& name = place.get_name();
+    return place.get_parent() == nullptr ? name : pathTo(*place.get_parent()) + " " + name;
+}
+
+// What CLI11 tells as a missing subcommand may be one that is misspelled.
+ExitCode noCommand(const CLI::App& app, const CLI::App& place, const Session& session) {
+    const std::vector<std::string> verbs = verbsOf(place);
+    const std::vector<std::string> others = app.remaining(/*recurse=*/true);
+    if (others.empty())
+        return session.fail(ExitCode::wrongUse, pathTo(place) + " needs one of " + joined(verbs),
+                            "See " + pathTo(place) + " --help");
+    const std::string given = unmarked(others.front());
+    return session.fail(ExitCode::wrongUse, pathTo(place) + " has no command " + given,
+                        adviceFor(given, verbs, "See " + pathTo(place) + " --help"));
+}
+
 ExitCode wrongUse(const CLI::App& app, const CLI::ParseError& error, const Session& session) {
     const CLI::App* place = &app;
     while (!place->get_subcommands().empty())
         place = place->get_subcommands().front();
-    std::string path;
-    for (const CLI::App* step = place; step != nullptr; step = step->get_parent())
-        path.insert(0, " " + step->get_name());
+    if (dynamic_cast<const CLI::RequiredError*>(&error) != nullptr && !verbsOf(*place).empty())
+        return noCommand(app, *place, session);
     std::string fact = error.what();
     std::erase(fact, kMark);
-    return session.fail(ExitCode::wrongUse, fact, "See" + path + " --help");
+    return session.fail(ExitCode::wrongUse, fact, "See " + pathTo(*place) + " --help");
 }
 
 ExitCode runAction(Session& session) {
@@ -141,12 +178,14 @@ CLI::App& noun(CLI::App& app, const std::string& name) {
 CLI::App& addVerb(CLI::App& parent, const std::string& name, const std::string& description,
                   const std::string& examples) {
     CLI::App& verb = *parent.add_subcommand(name, description);
-    verb.footer(withExamples(examples));
+    verb.footer(withExamples(examples) + "\n\nodbcadmin --help shows the options that every command takes.");
     return verb;
 }
 
 CLI::Option* addOperands(CLI::App& verb, const std::string& name, const std::string& description, OperandRule rule) {
     CLI::Option* option = verb.add_option(name, description)->expected(rule.least, rule.most);
+    // CLI11 hands an operand more texts than the least number only when extra ones are allowed.
+    option->allow_extra_args(rule.most != rule.least);
     option->type_name("")->required(rule.least > 0)->group(wordFor(rule.complete));
     return option;
 }
@@ -179,7 +218,7 @@ void buildCommandLine(CLI::App& app, Session& session) {
     app.name("odbcadmin");
     app.fallthrough();
     app.require_subcommand(1);
-    app.footer(withExamples(kExamples) + "\n" + kExitCodes);
+    app.footer(withExamples(kExamples) + "\n\n" + kExitCodes);
     addGlobalOptions(app, session);
     addDsnReadCommands(app, session);
     addDsnChangeCommands(app, session);
@@ -192,13 +231,14 @@ void buildCommandLine(CLI::App& app, Session& session) {
     addApplyCommand(app, session);
     addExportCommand(app, session);
     addDoctorCommands(app, session);
+    addCompleteCommand(app, session);
 }
 
 ExitCode runCommandLine(std::vector<std::string> arguments) {
     CLI::App app("Manages ODBC data sources and drivers of this user.");
     Session session;
     buildCommandLine(app, session);
-    std::transform(arguments.begin(), arguments.end(), arguments.begin(), marked);
+    arguments = marked(arguments);
     std::reverse(arguments.begin(), arguments.end());
     try {
         app.parse(arguments);

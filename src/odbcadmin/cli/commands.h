@@ -18,6 +18,7 @@ void addInstallCommand(CLI::App& app, Session& session);
 void addConfigCommands(CLI::App& app, Session& session);
 void addApplyCommand(CLI::App& app, Session& session);
 void addExportCommand(CLI::App& app, Session& session);
+void addCompleteCommand(CLI::App& app, Session& session);
 void addDoctorCommands(CLI::App& app,
                        Session& session);  // dsn test, driver check, driver scan, paths, explain, lint, doctor
 

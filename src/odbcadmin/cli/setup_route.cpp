@@ -64,7 +64,7 @@ SetupRoute findRoute(const Session& session, const Registered& driver, bool dire
     if (direct)
         return {false, "as --direct asks"};
     if (session.writesNothing())
-        return {false, driver.setup.empty() ? "" : "the setup library of " + driver.name + " might write more"};
+        return {false, driver.setup.empty() ? "" : "the setup library of " + driver.name + " might do otherwise"};
     if (driver.setup.empty())
         return {false, driver.name + " has no setup library"};
     const std::string trouble = loadTrouble(driver.setup);
