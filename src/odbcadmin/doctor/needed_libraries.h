@@ -19,8 +19,8 @@ struct NeededProblem {
     };
     Kind kind = Kind::missing;
     std::string name;
-    std::string requester;             // path of the library that asks
-    std::string chain;                 // "libdriver.so -> libclient.so -> libssl.so.1.1"
+    std::string requester;  // path of the library that asks
+    std::string chain;      // "libdriver.so -> libclient.so -> libssl.so.1.1"
     std::string at;
     std::string version;
     std::vector<std::string> similar;  // missing: other versions that are there; versionMissing: versions offered

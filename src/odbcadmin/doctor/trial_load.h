@@ -11,9 +11,9 @@ namespace jx::doctor {
 struct TrialLoad {
     enum class End {
         loaded,
-        refused,     // the loader said no: sentence
-        crashed,     // code is the signal
-        exited,      // the library ended the process; code is the exit code
+        refused,  // the loader said no: sentence
+        crashed,  // code is the signal
+        exited,   // the library ended the process; code is the exit code
         timedOut,
         notStarted,  // no child could be started; code is errno
     };
