@@ -20,33 +20,67 @@ namespace {
 
 using Bytes = std::array<unsigned char, sizeof(Elf64_Ehdr)>;
 
-// An unsigned number of size bytes at offset, in the file's byte order.
-std::uint64_t numberAt(const Bytes& bytes, std::size_t offset, std::size_t size) {
-    const bool bigFirst = bytes[EI_DATA] == ELFDATA2MSB;
-    std::uint64_t number = 0;
-    for (std::size_t i = 0; i < size; ++i)
-        number = (number << 8U) | bytes[offset + (bigFirst ? i : size - 1 - i)];
-    return number;
+// A structure of a file: its first bytes, and the word size and byte order that the header tells.
+struct Reading {
+    Bytes bytes{};
+    std::size_t length = 0;
+    bool is64 = false;
+    bool bigFirst = false;
+
+    // An unsigned number of size bytes.
+    std::uint64_t number(std::size_t offset, std::size_t size) const {
+        std::uint64_t number = 0;
+        for (std::size_t i = 0; i < size; ++i)
+            number = (number << 8U) | bytes[offset + (bigFirst ? i : size - 1 - i)];
+        return number;
+    }
+
+    // One whose place and width depend on the word size.
+    std::uint64_t word(std::size_t offset32, std::size_t offset64) const {
+        return is64 ? number(offset64, 8) : number(offset32, 4);
+    }
+    unsigned half(std::size_t offset32, std::size_t offset64) const {
+        return static_cast<unsigned>(number(is64 ? offset64 : offset32, 2));
+    }
+};
+
+bool readAt(int file, std::uint64_t offset, Reading& reading) {
+    reading.bytes.fill(0);
+    const ssize_t length = ::pread(file, reading.bytes.data(), reading.bytes.size(), static_cast<off_t>(offset));
+    reading.length = length > 0 ? static_cast<std::size_t>(length) : 0;
+    return length >= 0;
 }
 
-// The end of the program headers, which the loader cannot do without. The multiplication cannot overflow: both factors
-// have 16 bits.
-std::uint64_t endOfProgramHeaders(const Bytes& bytes) {
-    const bool is64 = bytes[EI_CLASS] == ELFCLASS64;
-    const std::uint64_t offset =
-        is64 ? numberAt(bytes, offsetof(Elf64_Ehdr, e_phoff), 8) : numberAt(bytes, offsetof(Elf32_Ehdr, e_phoff), 4);
-    const std::size_t sizeAt = is64 ? offsetof(Elf64_Ehdr, e_phentsize) : offsetof(Elf32_Ehdr, e_phentsize);
-    const std::uint64_t end = offset + numberAt(bytes, sizeAt, 2) * numberAt(bytes, sizeAt + 2, 2);
-    return end < offset ? UINT64_MAX : end;
+bool fits(std::uint64_t offset, std::uint64_t size, std::uint64_t fileSize) {
+    return offset <= fileSize && size <= fileSize - offset;
 }
 
-HeaderState stateOf(const Bytes& bytes, std::size_t length, std::uint64_t fileSize) {
-    if (length < SELFMAG || std::memcmp(bytes.data(), ELFMAG, SELFMAG) != 0)
+// Whether every part that the loader maps is there; where one is not, the first touch of it ends the program.
+bool hasItsSegments(int file, const Reading& header, std::uint64_t fileSize) {
+    const std::uint64_t first = header.word(offsetof(Elf32_Ehdr, e_phoff), offsetof(Elf64_Ehdr, e_phoff));
+    const unsigned size = header.half(offsetof(Elf32_Ehdr, e_phentsize), offsetof(Elf64_Ehdr, e_phentsize));
+    const unsigned count = header.half(offsetof(Elf32_Ehdr, e_phnum), offsetof(Elf64_Ehdr, e_phnum));
+    if (!fits(first, std::uint64_t{size} * count, fileSize))
+        return false;
+    Reading segment = header;
+    for (unsigned i = 0; i < count; ++i) {
+        if (!readAt(file, first + std::uint64_t{size} * i, segment))
+            return false;
+        const std::uint64_t begin = segment.word(offsetof(Elf32_Phdr, p_offset), offsetof(Elf64_Phdr, p_offset));
+        const std::uint64_t bytes = segment.word(offsetof(Elf32_Phdr, p_filesz), offsetof(Elf64_Phdr, p_filesz));
+        if (segment.number(offsetof(Elf64_Phdr, p_type), 4) == PT_LOAD && !fits(begin, bytes, fileSize))
+            return false;
+    }
+    return true;
+}
+
+HeaderState stateOf(int file, const Reading& header, std::uint64_t fileSize) {
+    if (header.length < SELFMAG || std::memcmp(header.bytes.data(), ELFMAG, SELFMAG) != 0)
         return HeaderState::notElf;
-    const std::size_t headerSize = bytes[EI_CLASS] == ELFCLASS64 ? sizeof(Elf64_Ehdr) : sizeof(Elf32_Ehdr);
-    if (length < headerSize || endOfProgramHeaders(bytes) > fileSize)
+    if (header.length < (header.is64 ? sizeof(Elf64_Ehdr) : sizeof(Elf32_Ehdr)) ||
+        !hasItsSegments(file, header, fileSize))
         return HeaderState::cutShort;
-    return numberAt(bytes, EI_NIDENT, 2) == ET_DYN ? HeaderState::readable : HeaderState::notShared;
+    return header.number(EI_NIDENT, 2) == ET_DYN ? HeaderState::readable : HeaderState::notShared;
 }
 
 ElfHeader failed(HeaderState state, int error) {
@@ -60,11 +94,14 @@ bool isAbsence(int error) {
     return error == ENOENT || error == ENOTDIR || error == ELOOP || error == ENAMETOOLONG;
 }
 
-ElfHeader parse(const Bytes& bytes, std::size_t length, std::uint64_t fileSize) {
+ElfHeader parse(int file, Reading& reading, std::uint64_t fileSize) {
+    reading.is64 = reading.bytes[EI_CLASS] == ELFCLASS64;
+    reading.bigFirst = reading.bytes[EI_DATA] == ELFDATA2MSB;
     ElfHeader header;
-    header.state = stateOf(bytes, length, fileSize);
-    if (header.state != HeaderState::notElf && length >= EI_NIDENT + 4)
-        header.system = {bytes[EI_CLASS], bytes[EI_DATA], static_cast<int>(numberAt(bytes, EI_NIDENT + 2, 2))};
+    header.state = stateOf(file, reading, fileSize);
+    if (header.state != HeaderState::notElf && reading.length >= EI_NIDENT + 4)
+        header.system = {reading.bytes[EI_CLASS], reading.bytes[EI_DATA],
+                         static_cast<int>(reading.number(EI_NIDENT + 2, 2))};
     return header;
 }
 
@@ -79,11 +116,10 @@ ElfHeader readElfHeader(const std::string& path) {
         return failed(HeaderState::unreadable, errno);
     if (!S_ISREG(status.st_mode))
         return failed(HeaderState::unreadable, S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
-    Bytes bytes{};
-    const ssize_t length = ::pread(file.get(), bytes.data(), bytes.size(), 0);
-    if (length < 0)
+    Reading reading;
+    if (!readAt(file.get(), 0, reading))
         return failed(HeaderState::unreadable, errno);
-    return parse(bytes, static_cast<std::size_t>(length), static_cast<std::uint64_t>(status.st_size));
+    return parse(file.get(), reading, static_cast<std::uint64_t>(status.st_size));
 }
 
 const ElfSystem& thisSystem() {
