@@ -36,7 +36,7 @@ inline constexpr Check kByteOrderMark{"syntax.byte-order-mark", warning};
 inline constexpr Check kCarriageReturn{"syntax.carriage-return", warning};
 inline constexpr Check kNul{"syntax.nul", error};
 inline constexpr Check kNotUtf8{"syntax.not-utf8", warning};
-inline constexpr Check kInvisible{"syntax.invisible-character", error};
+inline constexpr Check kInvisible{"syntax.invisible-character", warning};
 inline constexpr Check kTrailingBlanks{"syntax.trailing-blanks", note};
 inline constexpr Check kDuplicateSection{"syntax.duplicate-section", warning};
 inline constexpr Check kDuplicateKey{"syntax.duplicate-key", warning};

@@ -47,6 +47,17 @@ std::string rightsText(const std::string& path) {
     return modeText(status.st_mode) + " " + userName(status.st_uid) + ":" + groupName(status.st_gid);
 }
 
+std::string readersText(const std::string& path) {
+    struct stat status {};
+    if (::stat(path.c_str(), &status) != 0)
+        return {};
+    if ((status.st_mode & S_IROTH) != 0)
+        return "everybody";
+    if ((status.st_mode & S_IRGRP) != 0)
+        return userName(status.st_uid) + " and group " + groupName(status.st_gid);
+    return (status.st_mode & S_IRUSR) != 0 ? userName(status.st_uid) + " only" : "nobody";
+}
+
 std::string thisUserText() {
     const uid_t user = ::geteuid();
     return "user " + userName(user) + " (" + std::to_string(user) + ")";
