@@ -100,11 +100,13 @@ public:
         : child_(child), output_(output), result_(result), outcome_(outcome) {}
 
     // False when the time ran out.
-    bool untilEnd(Clock::time_point deadline) {
+    bool untilEnd(Clock::time_point deadline, const Waiting& waiting) {
         while (!hasEnded(child_)) {
             if (Clock::now() >= deadline)
                 return false;
             listen(kSlice);
+            if (waiting)
+                waiting();
         }
         while (listen(0)) {
         }
@@ -157,7 +159,7 @@ void tell(ChildOutcome& outcome, bool inTime, int status) {
 
 }  // namespace
 
-ChildOutcome runInChild(const ChildBody& body, std::chrono::milliseconds limit) {
+ChildOutcome runInChild(const ChildBody& body, std::chrono::milliseconds limit, const Waiting& waiting) {
     ChildOutcome outcome;
     Pipe output;
     Pipe result;
@@ -176,7 +178,7 @@ ChildOutcome runInChild(const ChildBody& body, std::chrono::milliseconds limit) 
     output.writer.reset();
     result.writer.reset();
     Listener listener(child, output, result, outcome);
-    const bool inTime = listener.untilEnd(deadline);
+    const bool inTime = listener.untilEnd(deadline, waiting);
     const int status = endOf(child);
     while (!inTime && listener.listen(0)) {
     }

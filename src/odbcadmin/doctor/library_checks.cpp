@@ -170,7 +170,7 @@ private:
              {LibraryRole::driver, LibraryRole::setup, LibraryRole::translator, LibraryRole::translatorSetup})
             for (const Group& group : groupsOf(role))
                 names.insert(names.end(), group.begin(), group.end());
-        const TrialLoad trial = tryLoading(path_, names, options_.limit);
+        const TrialLoad trial = tryLoading(path_, names, options_.limit, options_.waiting);
         if (trial.end != TrialLoad::End::loaded)
             return tellLoad(trial);
         tellFunctions(trial);

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <string>
 
+#include "odbcadmin/doctor/child.h"
 #include "odbcadmin/doctor/finding.h"
 #include "odbcadmin/doctor/loader_places.h"
 
@@ -15,6 +16,7 @@ enum class LibraryRole { driver, setup, translator, translatorSetup };
 struct LibraryOptions {
     LoaderPlaces places;
     std::chrono::milliseconds limit{10000};  // of the trial load
+    Waiting waiting;                         // called while it lasts
 };
 
 // Checks a library from the outside in: its path, what kind of file it is, the system it is for, what it needs, then

@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 
+#include "odbcadmin/cli/secrets.h"
 #include "odbcadmin/cli/text.h"
 #include "odbcadmin/doctor/checks.h"
 #include "odbcadmin/doctor/invisible.h"
@@ -33,6 +34,13 @@ std::string quoted(std::string_view text) {
     constexpr std::size_t kLongest = 40;
     const std::string shown = admin::printable(text.substr(0, kLongest));
     return "\"" + shown + (text.size() > kLongest ? "..." : "") + "\"";
+}
+
+// A key that lost its "=" may have a secret in what is read as its name.
+std::string_view withoutSecret(const JxIniPiece& piece) {
+    const std::string_view name = nameOf(piece);
+    const std::string_view word = name.substr(0, name.find_first_of(" \t:"));
+    return piece.value == nullptr && admin::isSecretKey(word) ? word : name;
 }
 
 class Reader {
@@ -121,7 +129,7 @@ private:
     }
 
     void lookAtEntry(const JxIniPiece& piece) {
-        const std::string key = quoted(nameOf(piece));
+        const std::string key = quoted(withoutSecret(piece));
         if (!section_)
             return tell(check::kKeyOutside, piece.line,
                         "The key " + key + " stands before any section, so it belongs to none.",

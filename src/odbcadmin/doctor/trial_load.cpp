@@ -4,25 +4,18 @@
 #include <dlfcn.h>
 
 #include <cstdlib>
-#include <string_view>
 
-#include "odbcadmin/doctor/child.h"
+#include "odbcadmin/doctor/child_report.h"
 
 namespace jx::doctor {
 
 namespace {
 
-// The child's report is a row of texts, each ended with NUL, whose first letter tells what it is.
+// The kinds of the child's reports.
 constexpr char kLoaded = 'L';
 constexpr char kRefused = 'R';
 constexpr char kOffered = 'O';
 constexpr char kUnloaded = 'U';
-
-void report(int descriptor, char kind, const char* text = "") {
-    std::string record(1, kind);
-    record.append(text).push_back('\0');
-    writeWhole(descriptor, record);
-}
 
 int load(const std::string& path, const std::vector<std::string>& names, int result) {
     void* library = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
@@ -40,9 +33,8 @@ int load(const std::string& path, const std::vector<std::string>& names, int res
     return EXIT_SUCCESS;
 }
 
-void take(std::string_view record, TrialLoad& load) {
-    const std::string text(record.substr(1));
-    switch (record.front()) {
+void take(char kind, const std::string& text, TrialLoad& load) {
+    switch (kind) {
         case kLoaded:
             load.end = TrialLoad::End::loaded;
             break;
@@ -88,20 +80,14 @@ std::string endText(const ChildOutcome& outcome) {
 
 }  // namespace
 
-TrialLoad tryLoading(const std::string& path, const std::vector<std::string>& names, std::chrono::milliseconds limit) {
-    const ChildOutcome outcome = runInChild([&](int result) { return load(path, names, result); }, limit);
+TrialLoad tryLoading(const std::string& path, const std::vector<std::string>& names, std::chrono::milliseconds limit,
+                     const Waiting& waiting) {
+    const ChildOutcome outcome = runInChild([&](int result) { return load(path, names, result); }, limit, waiting);
     TrialLoad found;
     found.end = earlyEnd(outcome.end);
     found.code = outcome.code;
     found.output = outcome.output;
-    std::string_view rest = outcome.result;
-    while (!rest.empty()) {
-        const std::size_t end = rest.find('\0');
-        if (end == std::string_view::npos || end == 0)
-            break;
-        take(rest.substr(0, end), found);
-        rest.remove_prefix(end + 1);
-    }
+    eachReport(outcome.result, [&](char kind, const std::string& text) { take(kind, text, found); });
     if (found.end == TrialLoad::End::loaded && !found.unloaded)
         found.unloadEnd = endText(outcome);
     return found;

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "odbcadmin/doctor/child.h"
+
 namespace jx::doctor {
 
 struct TrialLoad {
@@ -27,6 +29,7 @@ struct TrialLoad {
 };
 
 // Loads a library in a child process, with all its symbols resolved, asks for the names, and unloads it.
-TrialLoad tryLoading(const std::string& path, const std::vector<std::string>& names, std::chrono::milliseconds limit);
+TrialLoad tryLoading(const std::string& path, const std::vector<std::string>& names, std::chrono::milliseconds limit,
+                     const Waiting& waiting = {});
 
 }  // namespace jx::doctor
