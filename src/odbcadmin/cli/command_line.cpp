@@ -75,8 +75,16 @@ const char* wordFor(Complete complete) {
             return "DRIVER";
         case Complete::translator:
             return "TRANSLATOR";
+        case Complete::dsnOrDriver:
+            return "NAME";
         case Complete::keysOfDsn:
             return "KEY";
+        case Complete::sections:
+            return "SECTION";
+        case Complete::keysOfSection:
+            return "KEY OF SECTION";
+        case Complete::scriptsDrivers:
+            return "DRIVER OF SCRIPT";
         case Complete::nothing:
             break;
     }
@@ -227,6 +235,7 @@ void buildCommandLine(CLI::App& app, Session& session) {
     addDriverChangeCommands(app, session);
     addTranslatorCommands(app, session);
     addTraceCommands(app, session);
+    addInstallCommand(app, session);
     addConfigCommands(app, session);
     addApplyCommand(app, session);
     addExportCommand(app, session);

@@ -23,7 +23,19 @@
 namespace jx::admin {
 
 // What the shell offers for an operand.
-enum class Complete { nothing, files, directories, dsn, driver, translator, keysOfDsn };
+enum class Complete {
+    nothing,
+    files,
+    directories,
+    dsn,
+    driver,
+    dsnOrDriver,
+    translator,
+    keysOfDsn,       // of the data source that the first operand names
+    sections,        // of the file that the first operand names
+    keysOfSection,   // of that file, in the section of the second operand
+    scriptsDrivers,  // what the installation script of the first operand offers
+};
 
 struct OperandRule {
     int least = 0;

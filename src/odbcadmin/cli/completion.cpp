@@ -92,22 +92,36 @@ void addOptions(const CLI::App* app, const std::string& beginning, std::vector<s
                     addCandidate(found, beginning, "--" + name, option->get_description());
 }
 
-// The word that a shell must complete by itself is told by a line of its own.
-void addNames(const std::string& kind, const Position& at, const std::string& beginning,
-              std::vector<std::string>& found) {
-    if (kind == "FILE" || kind == "DIR") {
-        found.push_back(":" + kind);
+// What stands in a file that the line names.
+void addFromFile(const std::string& kind, const Position& at, const std::string& beginning,
+                 std::vector<std::string>& found) {
+    const std::optional<IniView> file = at.operands.empty() ? std::nullopt : IniView::read(at.operands.front().c_str());
+    if (!file)
         return;
-    }
+    if (kind == "SECTION")
+        for (const IniSection& section : file->sections())
+            addCandidate(found, beginning, std::string(section.name), "");
+    const bool isScript = kind == "DRIVER OF SCRIPT";
+    const IniSection* section = isScript                 ? file->section(INS_ODBCINI_DRIVERS)
+                                : at.operands.size() > 1 ? file->section(at.operands[1])
+                                                         : nullptr;
+    if (section == nullptr || kind == "SECTION")
+        return;
+    for (const IniEntry& entry : section->entries)
+        addCandidate(found, beginning, isScript ? withoutQuotes(entry.key) : std::string(entry.key), "");
+}
+
+void addFromConfiguration(const std::string& kind, const Position& at, const std::string& beginning,
+                          std::vector<std::string>& found) {
     std::optional<IniView> sources = IniView::read(INS_ODBCINI_FILENAME);
     std::optional<IniView> drivers = IniView::read(INS_ODBCINST_FILENAME);
     if (!sources || !drivers)
         return;
     const Configuration configuration(std::move(*sources), std::move(*drivers));
-    if (kind == "DSN")
+    if (kind == "DSN" || kind == "NAME")
         for (const DataSource& source : configuration.dataSources())
             addCandidate(found, beginning, source.name, source.driver);
-    if (kind == "DRIVER")
+    if (kind == "DRIVER" || kind == "NAME")
         for (const Registered& driver : configuration.drivers())
             addCandidate(found, beginning, driver.name, driver.library);
     if (kind == "TRANSLATOR")
@@ -117,6 +131,17 @@ void addNames(const std::string& kind, const Position& at, const std::string& be
         if (const IniSection* section = configuration.sourcesFile().section(at.operands.front()))
             for (const IniEntry& entry : section->entries)
                 addCandidate(found, beginning, std::string(entry.key), "");
+}
+
+// The word that a shell must complete by itself is told by a line of its own.
+void addNames(const std::string& kind, const Position& at, const std::string& beginning,
+              std::vector<std::string>& found) {
+    if (kind == "FILE" || kind == "DIR")
+        found.push_back(":" + kind);
+    else if (kind == "SECTION" || kind == "KEY OF SECTION" || kind == "DRIVER OF SCRIPT")
+        addFromFile(kind, at, beginning, found);
+    else
+        addFromConfiguration(kind, at, beginning, found);
 }
 
 void useHome(const std::string& home) {

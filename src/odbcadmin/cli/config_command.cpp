@@ -132,7 +132,8 @@ struct Place {
 Place addPlace(CLI::App& verb, int leastKeys) {
     return {
         addOperands(verb, "FILE", "A path, or .odbc.ini or .odbcinst.ini for the user's own", {1, 1, Complete::files}),
-        addOperands(verb, "SECTION", "Section", {1, 1}), addOperands(verb, "KEY", "Key", {leastKeys, 1})};
+        addOperands(verb, "SECTION", "Section", {1, 1, Complete::sections}),
+        addOperands(verb, "KEY", "Key", {leastKeys, 1, Complete::keysOfSection})};
 }
 
 }  // namespace

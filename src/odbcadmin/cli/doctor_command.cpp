@@ -71,13 +71,12 @@ ExitCode runDoctor(const Session& session, const std::vector<std::string>& names
 void addDoctor(CLI::App& app, Session& session) {
     CLI::App& verb = addVerb(app, "doctor", "Look for everything that can be wrong with files, names and libraries",
                              "odbcadmin doctor\nodbcadmin doctor Sales\nodbcadmin doctor --report > report.txt");
-    const auto names = addOperands(verb, "NAME", "data sources and drivers; all of them without any",
-                                   {.least = 0, .most = -1, .complete = Complete::dsn});
-    const auto timeout = addValueOption(verb, "--timeout", "Seconds that a library may take to load (10)");
-    auto report = std::make_shared<bool>(false);
-    verb.add_flag("--report", *report, "Print a text for a bug report, without secrets");
+    const auto names = addOperands(verb, "NAME", "Data sources and drivers; all of them without any",
+                                   {.least = 0, .most = -1, .complete = Complete::dsnOrDriver});
+    const auto timeout = addTimeout(verb, "Seconds that a library may take to load (10)");
+    const auto report = addSwitch(verb, "--report", "Print a text for a bug report, without secrets");
     onRun(verb, session, [names, timeout, report](Session& run) {
-        return runDoctor(run, operands(names), operand(timeout, 0), *report);
+        return runDoctor(run, operands(names), operand(timeout, 0), report->count() > 0);
     });
 }
 

@@ -93,9 +93,9 @@ void addDriverCheck(CLI::App& app, Session& session) {
         addVerb(noun(app, "driver"), "check", "Check that the libraries of drivers load and are what they should be",
                 "odbcadmin driver check\nodbcadmin driver check SQLite3\n"
                 "odbcadmin driver check /opt/acme/lib/libacmeodbc.so");
-    const auto names = addOperands(verb, "DRIVER|PATH", "drivers, or libraries by their paths; all drivers without any",
+    const auto names = addOperands(verb, "DRIVER|PATH", "Drivers, or libraries by their paths; all drivers without any",
                                    {.least = 0, .most = -1, .complete = Complete::driver});
-    const auto timeout = addValueOption(verb, "--timeout", "Seconds that a library may take to load (10)");
+    const auto timeout = addTimeout(verb, "Seconds that a library may take to load (10)");
     onRun(verb, session,
           [names, timeout](Session& run) { return runCheck(run, operands(names), operand(timeout, 0)); });
 }

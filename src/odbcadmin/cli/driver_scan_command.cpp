@@ -94,7 +94,7 @@ void addDriverScan(CLI::App& app, Session& session) {
     CLI::App& verb =
         addVerb(noun(app, "driver"), "scan", "Find ODBC drivers on the disk and print the lines that would add them",
                 "odbcadmin driver scan\nodbcadmin driver scan /opt/acme/lib\nodbcadmin driver scan | sh");
-    const auto directories = addOperands(verb, "DIR", "directories to look into; the usual ones without any",
+    const auto directories = addOperands(verb, "DIR", "Directories to look into; the usual ones without any",
                                          {.least = 0, .most = -1, .complete = Complete::directories});
     onRun(verb, session, [directories](Session& run) { return runScan(run, operands(directories)); });
 }

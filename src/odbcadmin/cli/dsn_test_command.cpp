@@ -127,8 +127,8 @@ ExitCode runTest(const Session& session, const std::string& name, const std::str
 void addDsnTest(CLI::App& app, Session& session) {
     CLI::App& verb = addVerb(noun(app, "dsn"), "test", "Connect to a data source and tell what happens",
                              "odbcadmin dsn test Sales\nodbcadmin dsn test Sales --timeout 5");
-    const auto name = addOperands(verb, "NAME", "data source", {.least = 1, .most = 1, .complete = Complete::dsn});
-    const auto timeout = addValueOption(verb, "--timeout", "Seconds until the driver is given up (20)");
+    const auto name = addOperands(verb, "NAME", "Data source", {.least = 1, .most = 1, .complete = Complete::dsn});
+    const auto timeout = addTimeout(verb, "Seconds until the driver is given up (20)");
     onRun(verb, session, [name, timeout](Session& run) { return runTest(run, operand(name, 0), operand(timeout, 0)); });
 }
 

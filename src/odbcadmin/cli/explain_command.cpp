@@ -73,7 +73,7 @@ void addExplain(CLI::App& app, Session& session) {
     CLI::App& verb = addVerb(app, "explain", "Show the way from a data source to its driver and its library",
                              "odbcadmin explain Sales\nodbcadmin explain SQLite3");
     const auto name =
-        addOperands(verb, "NAME", "data source or driver", {.least = 1, .most = 1, .complete = Complete::dsn});
+        addOperands(verb, "NAME", "Data source or driver", {.least = 1, .most = 1, .complete = Complete::dsnOrDriver});
     onRun(verb, session, [name](Session& run) { return runExplain(run, operand(name, 0)); });
 }
 

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/text.h"
 
 namespace jx::admin {
@@ -71,6 +72,12 @@ ExitCode showFindings(const Session& session, const doctor::Findings& findings, 
         session.say(counted(errors, "error") + ", " + counted(countOf(findings, Severity::warning), "warning") + ", " +
                     counted(countOf(findings, Severity::note), "note") + ".");
     return code;
+}
+
+CLI::Option* addTimeout(CLI::App& verb, const std::string& description) {
+    CLI::Option* option = addValueOption(verb, "--timeout", description);
+    option->type_name("SECONDS");
+    return option;
 }
 
 std::optional<std::chrono::milliseconds> timeLimit(const std::string& text, std::chrono::milliseconds otherwise) {

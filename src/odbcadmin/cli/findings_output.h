@@ -1,6 +1,7 @@
 // Showing findings, and what they mean for the exit code.
 #pragma once
 
+#include <CLI/CLI.hpp>
 #include <chrono>
 #include <optional>
 #include <string>
@@ -16,6 +17,9 @@ ExitCode showFindings(const Session& session, const doctor::Findings& findings, 
 
 // {"id", "severity", "subject", "fact", "advice"}
 Json findingJson(const doctor::Finding& finding);
+
+// The option --timeout, to be read with timeLimit.
+CLI::Option* addTimeout(CLI::App& verb, const std::string& description);
 
 // The option --timeout in milliseconds: a number of seconds, also with a fraction. Nothing when it is none or above a
 // day.

@@ -28,9 +28,8 @@ ExitCode runLint(const Session& session, const std::vector<std::string>& files) 
 void addLint(CLI::App& app, Session& session) {
     CLI::App& verb = addVerb(app, "lint", "Look for mistakes in the files: rights, lines and names",
                              "odbcadmin lint\nodbcadmin lint servers.ini");
-    const auto files =
-        addOperands(verb, "FILE", "files whose lines to look at; the two configuration files without any",
-                    {.least = 0, .most = -1, .complete = Complete::files});
+    const auto files = addOperands(verb, "FILE", "Files to look at; the two configuration files without any",
+                                   {.least = 0, .most = -1, .complete = Complete::files});
     onRun(verb, session, [files](Session& run) { return runLint(run, operands(files)); });
 }
 

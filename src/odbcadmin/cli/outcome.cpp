@@ -22,7 +22,7 @@ void Outcome::noteChange(const std::string& file) {
         files_.push_back(path);
 }
 
-void Outcome::tellJson(const Session& session, const std::string& sentence) const {
+void Outcome::tellJson(const Session& session, const std::string& sentence, const Json& more) const {
     Json json;
     json["result"] = !changed() ? "unchanged" : session.writesNothing() ? "would change" : "changed";
     json["message"] = sentence;
@@ -31,6 +31,7 @@ void Outcome::tellJson(const Session& session, const std::string& sentence) cons
         json["remarks"] = remarks_;
     if (session.dryRun)
         json["difference"] = differences_;
+    json.update(more);
     session.printJson(json);
 }
 
@@ -47,9 +48,9 @@ void Outcome::tellText(const Session& session, const std::string& sentence) cons
         session.say(sentence);
 }
 
-ExitCode Outcome::tell(const Session& session, const std::string& sentence) const {
+ExitCode Outcome::tell(const Session& session, const std::string& sentence, const Json& more) const {
     if (session.json)
-        tellJson(session, sentence);
+        tellJson(session, sentence, more);
     else
         tellText(session, sentence);
     if (!session.json)

@@ -18,17 +18,20 @@ public:
     // Takes note of a change that was made in another way.
     void noteChange(const std::string& file);
 
+    // A unified diff that --dry-run is to show.
+    void noteDifference(const std::string& difference) { differences_ += difference; }
+
     // Another line for the end, such as how it was written.
     void noteRemark(const std::string& remark) { remarks_.push_back(remark); }
 
     bool changed() const { return !files_.empty(); }
 
     // sentence says what was done, such as "Added data source Sales". Gives 9 when --check asked and something would
-    // change, else done.
-    ExitCode tell(const Session& session, const std::string& sentence) const;
+    // change, else done. more: further members of the JSON object.
+    ExitCode tell(const Session& session, const std::string& sentence, const Json& more = Json::object()) const;
 
 private:
-    void tellJson(const Session& session, const std::string& sentence) const;
+    void tellJson(const Session& session, const std::string& sentence, const Json& more) const;
     void tellText(const Session& session, const std::string& sentence) const;
 
     std::vector<std::string> files_;

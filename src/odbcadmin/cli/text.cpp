@@ -73,6 +73,12 @@ std::optional<std::pair<std::string, std::string>> splitPair(std::string_view te
     return std::pair(std::string(text.substr(0, equals)), std::string(text.substr(equals + 1)));
 }
 
+std::string withoutQuotes(std::string_view key) {
+    if (key.starts_with('"'))
+        key.remove_prefix(1);
+    return std::string(key.substr(0, key.find('"')));
+}
+
 std::string printable(std::string_view text) {
     std::string shown(text);
     for (char& byte : shown)

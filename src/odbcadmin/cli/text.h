@@ -22,6 +22,9 @@ std::string_view trimmed(std::string_view text);
 // "KEY=VALUE" at its first "="; nothing without one or with an empty key.
 std::optional<std::pair<std::string, std::string>> splitPair(std::string_view text);
 
+// The name in a key of an installation script, where keys stand between double quotes.
+std::string withoutQuotes(std::string_view key);
+
 // The text with every control character shown as "?": a file's bytes must not steer a terminal.
 std::string printable(std::string_view text);
 
