@@ -157,7 +157,7 @@ void addApplyCommand(CLI::App& app, Session& session) {
         addVerb(app, "apply", "See that the drivers and data sources of a JSON document are there",
                 "odbcadmin apply -f odbc.json --dry-run\nodbcadmin export | odbcadmin apply -f - --home /srv/app");
     CLI::Option* file = addValueOption(verb, "-f,--file", "The document; - is standard input", Complete::files);
-    file->required();
+    require(file);
     onRun(verb, session, [file](Session& run) { return applyFile(run, operand(file, 0)); });
 }
 

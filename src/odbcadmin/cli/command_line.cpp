@@ -3,6 +3,8 @@
 
 #include <sys/stat.h>
 
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
@@ -203,8 +205,26 @@ CLI::Option* addValueOption(CLI::App& verb, const std::string& names, const std:
     return verb.add_option(names, description)->type_name(wordFor(complete))->expected(1)->allow_extra_args(false);
 }
 
+CLI::Option* addTimeout(CLI::App& verb, const std::string& description) {
+    CLI::Option* option = addValueOption(verb, "--timeout", description);
+    option->type_name("SECONDS");
+    return option;
+}
+
 CLI::Option* addSwitch(CLI::App& verb, const std::string& names, const std::string& description) {
     return verb.add_flag(names)->description(description);
+}
+
+void require(CLI::Option* option) {
+    option->required();
+}
+
+void excludeEachOther(CLI::Option* one, CLI::Option* other) {
+    one->excludes(other);
+}
+
+bool isGiven(const CLI::Option* option) {
+    return option != nullptr && option->count() > 0;
 }
 
 std::vector<std::string> operands(const CLI::Option* option) {

@@ -12,13 +12,18 @@
 // The action runs after the whole line was read and --home is in force, so it finds the global options in its Session.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "odbcadmin/cli/session.h"
+
+// The parser's header is large: only the files that build and read the line include it.
+namespace CLI {
+class App;
+class Option;
+}  // namespace CLI
 
 namespace jx::admin {
 
@@ -58,8 +63,20 @@ CLI::Option* addOperands(CLI::App& verb, const std::string& name, const std::str
 CLI::Option* addValueOption(CLI::App& verb, const std::string& names, const std::string& description,
                             Complete complete = Complete::nothing);
 
-// An option without a value; its count() tells whether it was given.
+// The option --timeout; see timeLimit in findings_output.h.
+CLI::Option* addTimeout(CLI::App& verb, const std::string& description);
+
+// An option without a value; isGiven tells about it.
 CLI::Option* addSwitch(CLI::App& verb, const std::string& names, const std::string& description);
+
+// The option must be given.
+void require(CLI::Option* option);
+
+// Only one of the two may be given.
+void excludeEachOther(CLI::Option* one, CLI::Option* other);
+
+// Whether it was given; false for null.
+bool isGiven(const CLI::Option* option);
 
 // What was given for them, in order.
 std::vector<std::string> operands(const CLI::Option* option);

@@ -1,6 +1,7 @@
 // Candidates for a word of the command line: the shells' completion scripts ask "odbcadmin __complete -- WORD...".
 #include <odbcinst.h>
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdlib>
 #include <string>

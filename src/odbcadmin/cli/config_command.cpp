@@ -1,6 +1,8 @@
 // config get, set, unset and list: any section and key of any INI file.
 #include <odbcinst.h>
 
+#include <nlohmann/json.hpp>
+
 #include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/near_matches.h"
@@ -116,7 +118,7 @@ ExitCode unsetValue(const Session& session, const std::string& file, const std::
     FileChange change(session, file.c_str());
     if (!change.isOpen())
         return change.trouble();
-    if (!(key->count() > 0 ? change.erase(section, operand(key, 0)) : change.eraseSection(section)))
+    if (!(isGiven(key) ? change.erase(section, operand(key, 0)) : change.eraseSection(section)))
         return change.trouble();
     Outcome outcome;
     const ExitCode code = outcome.finish(change);

@@ -1,4 +1,6 @@
 // odbcadmin doctor: everything that can be wrong, in order.
+#include <nlohmann/json.hpp>
+
 #include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/doctor_commands.h"
 #include "odbcadmin/cli/findings_output.h"
@@ -76,7 +78,7 @@ void addDoctor(CLI::App& app, Session& session) {
     const auto timeout = addTimeout(verb, "Seconds that a library may take to load (10)");
     const auto report = addSwitch(verb, "--report", "Print a text for a bug report, without secrets");
     onRun(verb, session, [names, timeout, report](Session& run) {
-        return runDoctor(run, operands(names), operand(timeout, 0), report->count() > 0);
+        return runDoctor(run, operands(names), operand(timeout, 0), isGiven(report));
     });
 }
 

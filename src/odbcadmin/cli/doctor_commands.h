@@ -1,9 +1,11 @@
 // The verbs that look for faults, each in the file of its name.
 #pragma once
 
-#include <CLI/CLI.hpp>
-
 #include "odbcadmin/cli/session.h"
+
+namespace CLI {
+class App;
+}
 
 namespace jx::admin {
 

@@ -2,6 +2,7 @@
 #include "odbcadmin/cli/document.h"
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 #include <unordered_set>
 
 #include "odbcadmin/cli/text.h"

@@ -105,7 +105,8 @@ void addRegistration(CLI::App& driver, Session& session, bool adds) {
     const CLI::Option* pairs = addOperands(verb, "KEY=VALUE", "Further keys of its section", {0, -1});
     CLI::Option* library = addValueOption(verb, "--lib", "The driver's library", Complete::files);
     const CLI::Option* setup = addValueOption(verb, "--setup", "Its setup library", Complete::files);
-    library->required(adds);
+    if (adds)
+        require(library);
     onRun(verb, session, [=](Session& run) {
         RegistrationWish wish{
             operand(name, 0), absoluteLibrary(operand(library, 0)), absoluteLibrary(operand(setup, 0)), {}};
@@ -124,8 +125,7 @@ void addDriverChangeCommands(CLI::App& app, Session& session) {
                              "odbcadmin driver remove SQLite3\nodbcadmin driver remove SQLite3 --with-dsns --dry-run");
     const CLI::Option* name = addOperands(verb, "NAME", "Driver", {1, 1, Complete::driver});
     const CLI::Option* withDataSources = addSwitch(verb, "--with-dsns", "Remove the data sources that use it, too");
-    onRun(verb, session,
-          [=](Session& run) { return removeDriver(run, operand(name, 0), withDataSources->count() > 0); });
+    onRun(verb, session, [=](Session& run) { return removeDriver(run, operand(name, 0), isGiven(withDataSources)); });
 }
 
 }  // namespace jx::admin

@@ -1,6 +1,8 @@
 // odbcadmin driver check: whether the libraries of drivers work.
+#include <nlohmann/json.hpp>
 #include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/doctor_commands.h"
+
 #include "odbcadmin/cli/findings_output.h"
 #include "odbcadmin/cli/near_matches.h"
 #include "odbcadmin/cli/progress.h"

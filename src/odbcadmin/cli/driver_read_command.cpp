@@ -1,6 +1,8 @@
 // driver list and show.
 #include <odbcinst.h>
 
+#include <nlohmann/json.hpp>
+
 #include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/configuration.h"

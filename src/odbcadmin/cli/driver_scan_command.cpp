@@ -1,6 +1,7 @@
 // odbcadmin driver scan: drivers that lie on the disk.
 #include <algorithm>
 #include <filesystem>
+#include <nlohmann/json.hpp>
 
 #include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/doctor_commands.h"

@@ -252,11 +252,10 @@ void addAddAndEnsure(CLI::App& dsn, Session& session, bool ensures) {
         exact = addSwitch(verb, "--exact", "Remove all other keys of its section");
     else
         direct = addSwitch(verb, "--direct", "Write the file without the driver's setup library");
-    driver->required(!ensures);
+    if (!ensures)
+        require(driver);
     onRun(verb, session, [=](Session& run) {
-        Request request{{operand(name, 0), operand(driver, 0), {}},
-                        direct != nullptr && direct->count() > 0,
-                        exact != nullptr && exact->count() > 0};
+        Request request{{operand(name, 0), operand(driver, 0), {}}, isGiven(direct), isGiven(exact)};
         const ExitCode code = takePairs(run, operands(pairs), request.wish.attributes, kGivenOtherwise);
         if (code != ExitCode::done)
             return code;
@@ -273,8 +272,8 @@ void addSet(CLI::App& dsn, Session& session) {
     const CLI::Option* input = addSwitch(verb, "--stdin", "Read the value of the one KEY from standard input");
     const CLI::Option* direct = addSwitch(verb, "--direct", "Write the file without the driver's setup library");
     onRun(verb, session, [=](Session& run) {
-        Request request{{operand(name, 0), {}, {}}, direct->count() > 0, /*exact=*/false};
-        if (input->count() > 0)
+        Request request{{operand(name, 0), {}, {}}, isGiven(direct), /*exact=*/false};
+        if (isGiven(input))
             return setFromInput(run, request, operands(pairs));
         const ExitCode code = takePairs(run, operands(pairs), request.wish.attributes, kGivenOtherwise);
         return code != ExitCode::done ? code : setKeys(run, request);
@@ -295,7 +294,7 @@ void addRemove(CLI::App& dsn, Session& session) {
     const CLI::Option* ifExists = addSwitch(verb, "--if-exists", "Pass over those that are not there");
     const CLI::Option* direct = addSwitch(verb, "--direct", "Write the file without the driver's setup library");
     onRun(verb, session, [=](Session& run) {
-        return removeThem(run, {operands(names), ifExists->count() > 0, direct->count() > 0});
+        return removeThem(run, {operands(names), isGiven(ifExists), isGiven(direct)});
     });
 }
 

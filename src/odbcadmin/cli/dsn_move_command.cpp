@@ -2,6 +2,7 @@
 #include <odbcinst.h>
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 
 #include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/commands.h"
@@ -143,13 +144,13 @@ void addDsnMoveCommands(CLI::App& app, Session& session) {
     addTwoNames(dsn, session, Old::keep);
     CLI::App& verb = addVerb(dsn, "default", "Show the default data source, or make it a copy of another one",
                              "odbcadmin dsn default\nodbcadmin dsn default Sales\nodbcadmin dsn default --unset");
-    const CLI::Option* name = addOperands(verb, "NAME", "Data source", {0, 1, Complete::dsn});
+    CLI::Option* name = addOperands(verb, "NAME", "Data source", {0, 1, Complete::dsn});
     CLI::Option* unset = addSwitch(verb, "--unset", "Remove the default data source");
-    unset->excludes(const_cast<CLI::Option*>(name));
+    excludeEachOther(unset, name);
     onRun(verb, session, [=](Session& run) {
-        if (unset->count() > 0)
+        if (isGiven(unset))
             return removeDefault(run);
-        return name->count() > 0 ? makeDefault(run, operand(name, 0)) : showDefault(run);
+        return isGiven(name) ? makeDefault(run, operand(name, 0)) : showDefault(run);
     });
 }
 

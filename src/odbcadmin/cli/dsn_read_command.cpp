@@ -1,6 +1,8 @@
 // dsn list, show and get.
 #include <odbcinst.h>
 
+#include <nlohmann/json.hpp>
+
 #include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/configuration.h"

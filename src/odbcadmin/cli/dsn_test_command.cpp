@@ -1,5 +1,6 @@
 // odbcadmin dsn test: connecting, and telling what happens.
 #include <cstring>
+#include <nlohmann/json.hpp>
 
 #include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/doctor_commands.h"

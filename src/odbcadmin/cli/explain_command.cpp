@@ -1,6 +1,8 @@
 // odbcadmin explain: from a name to its library, step by step.
+#include <nlohmann/json.hpp>
 #include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/doctor_commands.h"
+
 #include "odbcadmin/cli/near_matches.h"
 #include "odbcadmin/cli/text.h"
 #include "odbcadmin/doctor/explanation.h"

@@ -1,6 +1,8 @@
 // export: everything the two files say, as apply takes it.
 #include <odbcinst.h>
 
+#include <nlohmann/json.hpp>
+
 #include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/configuration.h"

@@ -5,8 +5,8 @@
 #include <cerrno>
 #include <cmath>
 #include <cstdlib>
+#include <nlohmann/json.hpp>
 
-#include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/text.h"
 
 namespace jx::admin {
@@ -53,6 +53,10 @@ Json findingJson(const Finding& finding) {
     return object;
 }
 
+ExitCode showFindings(const Session& session, const doctor::Findings& findings) {
+    return showFindings(session, findings, Json::object());
+}
+
 ExitCode showFindings(const Session& session, const doctor::Findings& findings, const Json& more) {
     const std::size_t errors = countOf(findings, Severity::error);
     const ExitCode code = errors > 0 ? ExitCode::foundErrors : ExitCode::done;
@@ -72,12 +76,6 @@ ExitCode showFindings(const Session& session, const doctor::Findings& findings, 
         session.say(counted(errors, "error") + ", " + counted(countOf(findings, Severity::warning), "warning") + ", " +
                     counted(countOf(findings, Severity::note), "note") + ".");
     return code;
-}
-
-CLI::Option* addTimeout(CLI::App& verb, const std::string& description) {
-    CLI::Option* option = addValueOption(verb, "--timeout", description);
-    option->type_name("SECONDS");
-    return option;
 }
 
 std::optional<std::chrono::milliseconds> timeLimit(const std::string& text, std::chrono::milliseconds otherwise) {

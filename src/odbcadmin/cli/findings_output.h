@@ -1,7 +1,6 @@
 // Showing findings, and what they mean for the exit code.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <chrono>
 #include <optional>
 #include <string>
@@ -13,13 +12,11 @@ namespace jx::admin {
 
 // Prints findings as paragraphs, as JSON, or with -q as one line each; then how many there are of each severity. more
 // is merged into the JSON object. foundErrors when there is an error, else done.
-ExitCode showFindings(const Session& session, const doctor::Findings& findings, const Json& more = Json::object());
+ExitCode showFindings(const Session& session, const doctor::Findings& findings);
+ExitCode showFindings(const Session& session, const doctor::Findings& findings, const Json& more);
 
 // {"id", "severity", "subject", "fact", "advice"}
 Json findingJson(const doctor::Finding& finding);
-
-// The option --timeout, to be read with timeLimit.
-CLI::Option* addTimeout(CLI::App& verb, const std::string& description);
 
 // The option --timeout in milliseconds: a number of seconds, also with a fraction. Nothing when it is none or above a
 // day.

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <functional>
+#include <nlohmann/json.hpp>
 
 #include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/commands.h"

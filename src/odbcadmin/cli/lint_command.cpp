@@ -1,4 +1,6 @@
 // odbcadmin lint: the files themselves, without looking at any library.
+#include <filesystem>
+
 #include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/doctor_commands.h"
 #include "odbcadmin/cli/findings_output.h"
@@ -17,6 +19,9 @@ ExitCode runLint(const Session& session, const std::vector<std::string>& files) 
     doctor::Findings findings;
     for (const std::string& file : files) {
         const std::string path = absolutePath(file);
+        std::error_code error;
+        if (std::filesystem::symlink_status(path, error).type() == std::filesystem::file_type::not_found)
+            return session.fail(ExitCode::fileTrouble, "There is no file " + path, "Give files that exist.");
         for (const doctor::Findings& each : {doctor::checkFile(path), doctor::checkSyntax(path)})
             findings.insert(findings.end(), each.begin(), each.end());
     }

@@ -65,11 +65,12 @@ std::size_t editDistance(std::string_view leftName, std::string_view rightName, 
 }
 
 std::vector<std::string> nearMatches(std::string_view name, const std::vector<std::string>& candidates) {
-    const std::size_t limit = std::max<std::size_t>(1, name.size() / 3);
+    // Of a single letter every other letter would be a neighbour.
+    const std::size_t limit = name.size() < 2 ? 0 : std::max<std::size_t>(1, name.size() / 3);
     std::vector<std::pair<std::size_t, std::string>> near;
     for (const std::string& candidate : candidates) {
         const std::size_t distance = editDistance(name, candidate, limit);
-        if (distance <= limit || begins(candidate, name))
+        if (!candidate.empty() && (distance <= limit || begins(candidate, name)))
             near.emplace_back(distance, candidate);
     }
     std::stable_sort(near.begin(), near.end(), [](const auto& a, const auto& b) { return a.first < b.first; });

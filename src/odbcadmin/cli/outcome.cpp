@@ -2,6 +2,7 @@
 #include "odbcadmin/cli/outcome.h"
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 
 #include "odbcadmin/cli/text.h"
 
@@ -46,6 +47,10 @@ void Outcome::tellText(const Session& session, const std::string& sentence) cons
         session.say("would change: " + joined(files_));
     else
         session.say(sentence);
+}
+
+ExitCode Outcome::tell(const Session& session, const std::string& sentence) const {
+    return tell(session, sentence, Json::object());
 }
 
 ExitCode Outcome::tell(const Session& session, const std::string& sentence, const Json& more) const {

@@ -28,7 +28,8 @@ public:
 
     // sentence says what was done, such as "Added data source Sales". Gives 9 when --check asked and something would
     // change, else done. more: further members of the JSON object.
-    ExitCode tell(const Session& session, const std::string& sentence, const Json& more = Json::object()) const;
+    ExitCode tell(const Session& session, const std::string& sentence) const;
+    ExitCode tell(const Session& session, const std::string& sentence, const Json& more) const;
 
 private:
     void tellJson(const Session& session, const std::string& sentence, const Json& more) const;

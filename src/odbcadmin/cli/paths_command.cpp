@@ -1,6 +1,8 @@
 // odbcadmin paths: every file that is considered, and which one counts.
+#include <nlohmann/json.hpp>
 #include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/doctor_commands.h"
+
 #include "odbcadmin/doctor/config_places.h"
 
 namespace jx::admin {

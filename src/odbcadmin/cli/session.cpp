@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <iostream>
+#include <nlohmann/json.hpp>
 
 #include "odbcadmin/cli/text.h"
 

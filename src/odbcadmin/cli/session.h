@@ -3,7 +3,7 @@
 
 #include <functional>
 #include <initializer_list>
-#include <nlohmann/json.hpp>
+#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,7 +12,7 @@
 
 namespace jx::admin {
 
-// Keys stay in the order in which they were put in.
+// Keys stay in the order in which they were put in. Whoever builds one includes <nlohmann/json.hpp>.
 using Json = nlohmann::ordered_json;
 
 // Session: made once in main, filled by the command line, handed to the verb that runs. A verb writes its result with

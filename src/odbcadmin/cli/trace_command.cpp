@@ -2,6 +2,7 @@
 #include <odbcinst.h>
 
 #include <filesystem>
+#include <nlohmann/json.hpp>
 
 #include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/commands.h"

@@ -1,6 +1,8 @@
 // translator list, add and remove.
 #include <odbcinst.h>
 
+#include <nlohmann/json.hpp>
+
 #include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/near_matches.h"
@@ -86,7 +88,7 @@ void addTranslatorCommands(CLI::App& app, Session& session) {
     const CLI::Option* name = addOperands(add, "NAME", "Translator", {1, 1});
     CLI::Option* library = addValueOption(add, "--lib", "Its library", Complete::files);
     const CLI::Option* setup = addValueOption(add, "--setup", "Its setup library", Complete::files);
-    library->required();
+    require(library);
     onRun(add, session, [=](Session& run) {
         return addTranslator(
             run, {operand(name, 0), absoluteLibrary(operand(library, 0)), absoluteLibrary(operand(setup, 0)), {}});

@@ -58,6 +58,19 @@ TEST_F(Completion, OffersNamesFromTheFiles) {
     EXPECT_EQ(offered({"dsn", "show", "--", ""}), "Sales|Accounts");
 }
 
+TEST_F(Completion, OffersWhatStandsInTheFileNamed) {
+    const std::string file = home_.file("some.ini");
+    home_.put("some.ini", "[ODBC Drivers]\n\"Small driver\"=\n[Other]\nServer=x\n");
+    EXPECT_EQ(offered({"config", "get", file, ""}), "ODBC Drivers|Other");
+    EXPECT_EQ(offered({"config", "get", file, "Other", ""}), "Server");
+    EXPECT_EQ(offered({"config", "get", ".odbcinst.ini", "Pl"}), "Plain");
+    EXPECT_EQ(offered({"install", file, "Sm"}), "Small driver");
+    EXPECT_EQ(offered({"config", "get", home_.file("none"), ""}), "");
+    EXPECT_EQ(offered({"config", "set", file, "Other", "Server", ""}), "");
+    EXPECT_EQ(offered({"doctor", ""}), "Sales|Accounts|Plain");
+    EXPECT_EQ(offered({"explain", "P"}), "Plain");
+}
+
 TEST_F(Completion, ValuesNeverShow) {
     EXPECT_EQ(out({"__complete", "--", "dsn", "get", "Sales", "P"}), "PWD\t\n");
 }
