@@ -82,9 +82,11 @@ ExitCode runCheck(const Session& session, const std::vector<std::string>& names,
         checked.push_back(each.name);
     for (const std::string& path : wanted.paths)
         checked.push_back(path);
-    if (findings.empty())
+    if (findings.empty() && !session.json && !checked.empty()) {
         for (const Json& each : checked)
             session.say(each.get<std::string>() + ": ok");
+        return ExitCode::done;
+    }
     return showFindings(session, findings, {{"checked", checked}});
 }
 

@@ -10,6 +10,11 @@
 #include "run_program.h"
 #include "test_home.h"
 
+// The build says where the command lies.
+#ifndef JX_ODBCADMIN
+#define JX_ODBCADMIN "odbcadmin"
+#endif
+
 namespace jx::test {
 
 inline constexpr const char* kSources = R"(; our data sources

@@ -38,7 +38,7 @@ TEST_F(DsnChange, AddRefusesASectionThatIsNotOnTheListToo) {
 }
 
 TEST_F(DsnChange, AddNeedsARegisteredDriver) {
-    const ProgramResult result = run({"dsn", "add", "Stock", "--driver", "Plian"});
+    const ProgramResult result = run({"dsn", "add", "Stock", "--driver", "Plani"});
     EXPECT_EQ(result.code, 3);
     EXPECT_NE(result.err.find("Did you mean Plain?"), std::string::npos);
     EXPECT_EQ(sources(), kSources);

@@ -81,9 +81,9 @@ TEST_F(Install, ADriverThatDoesNotGetInIsAFailure) {
 }
 
 TEST_F(Install, RefusesWhatTheScriptDoesNotOffer) {
-    const ProgramResult unknown = run({"install", script_, "Smal"});
+    const ProgramResult unknown = run({"install", script_, "Smlal"});
     EXPECT_EQ(unknown.code, 3);
-    EXPECT_EQ(unknown.err, "odbcadmin: There is no driver Smal in " + script_ + "\n  Did you mean Small?\n");
+    EXPECT_EQ(unknown.err, "odbcadmin: There is no driver Smlal in " + script_ + "\n  Did you mean Small?\n");
     EXPECT_EQ(run({"install", home_.file("none.inf")}).code, 7);
     EXPECT_EQ(run({"install", home_.path()}).code, 7);
     home_.put("odbc.inf", "[Small]\n");

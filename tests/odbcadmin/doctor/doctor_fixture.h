@@ -12,6 +12,11 @@
 #include "odbcadmin/doctor/library_checks.h"
 #include "test_home.h"
 
+// The build says where the built faults lie.
+#ifndef JX_DOCTOR_FIXTURES
+#define JX_DOCTOR_FIXTURES "fixtures"
+#endif
+
 namespace jx::doctor::test {
 
 // The text with every occurrence of word replaced.
