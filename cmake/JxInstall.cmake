@@ -32,6 +32,13 @@ endforeach()
 
 file(GLOB jx_man_pages CONFIGURE_DEPENDS docs/man/*.5)
 install(FILES ${jx_man_pages} DESTINATION ${CMAKE_INSTALL_MANDIR}/man5)
+if(TARGET odbcadmin)
+  install(FILES docs/man/odbcadmin.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  install(FILES completions/odbcadmin.bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
+    RENAME odbcadmin)
+  install(FILES completions/_odbcadmin DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
+  install(FILES completions/odbcadmin.fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
+endif()
 install(FILES LICENSE README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 file(GLOB jx_documents CONFIGURE_DEPENDS docs/*.md)
 install(FILES ${jx_documents} DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs)

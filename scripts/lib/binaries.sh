@@ -63,7 +63,10 @@ check_needed() {
 
 # Every test source is compiled into a test program.
 check_tests() {
-    find tests -name '*_test.cpp' | sort | while read -r source; do
+    # A build that was told to leave the command out has none of its tests; one that lacks its packages should have.
+    local left=none
+    grep -q '^JX_BUILD_ADMIN:[A-Z]*=OFF' "$build/CMakeCache.txt" && left='tests/odbcadmin/*'
+    find tests -name '*_test.cpp' ! -path "$left" | sort | while read -r source; do
         grep -q "\"file\": \"$root/$source\"" "$build/compile_commands.json" || echo "No program holds $source"
     done | nothing
 }

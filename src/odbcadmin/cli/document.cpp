@@ -1,0 +1,153 @@
+// Reading the JSON document, strictly: what is not understood is refused.
+#include "odbcadmin/cli/document.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+#include <unordered_set>
+
+#include "odbcadmin/cli/text.h"
+
+namespace jx::admin {
+
+namespace {
+
+// Reader: takes one document apart; the first fault ends it.
+class Reader {
+public:
+    explicit Reader(std::string& fault) : fault_(fault) {}
+
+    std::optional<Document> document(const Json& json) {
+        Document document;
+        const bool good = isObject(json, "the document") &&
+                          hasOnly(json, {"schema", "drivers", "translators", "dataSources"}, "the document") &&
+                          schema(json) && registered(json, "drivers", "Driver", document.drivers) &&
+                          registered(json, "translators", "Translator", document.translators) &&
+                          dataSources(json, document.dataSources);
+        return good ? std::optional(document) : std::nullopt;
+    }
+
+private:
+    bool fail(const std::string& what) {
+        fault_ = what;
+        return false;
+    }
+
+    bool isObject(const Json& json, const std::string& what) {
+        return json.is_object() || fail(what + " is not an object");
+    }
+
+    bool hasOnly(const Json& json, const std::vector<std::string>& known, const std::string& what) {
+        for (const auto& [name, value] : json.items())
+            if (std::find(known.begin(), known.end(), name) == known.end())
+                return fail(what + " has a member \"" + name + "\", which is not known");
+        return true;
+    }
+
+    bool schema(const Json& json) {
+        const auto member = json.find("schema");
+        return (member != json.end() && *member == "odbcadmin/1") || fail("\"schema\" is not \"odbcadmin/1\"");
+    }
+
+    bool text(const Json& object, const char* member, const std::string& what, std::string& value) {
+        const auto found = object.find(member);
+        if (found == object.end() || !found->is_string() || found->get_ref<const std::string&>().empty())
+            return fail(what + " has no text \"" + member + "\"");
+        value = found->get<std::string>();
+        return true;
+    }
+
+    bool keys(const Json& object, const std::string& what, std::vector<DocumentKey>& keys) {
+        const auto found = object.find("keys");
+        if (found == object.end())
+            return true;
+        if (!isObject(*found, "\"keys\" of " + what))
+            return false;
+        std::unordered_set<std::string> names;
+        for (const auto& [name, value] : found->items()) {
+            if (!value.is_string() && !value.is_null())
+                return fail("key \"" + name + "\" of " + what + " is neither text nor null");
+            if (!names.insert(foldedName(name)).second)
+                return fail("key \"" + name + "\" of " + what + " is there twice");
+            keys.push_back({name, value.is_null() ? std::nullopt : std::optional(value.get<std::string>())});
+        }
+        return true;
+    }
+
+    // Calls take(object, what) for each object of a list and sees that no name comes twice.
+    template <class Take>
+    bool each(const Json& json, const char* list, Take take) {
+        const auto found = json.find(list);
+        if (found == json.end())
+            return true;
+        if (!found->is_array())
+            return fail("\"" + std::string(list) + "\" is not a list");
+        std::unordered_set<std::string> names;
+        for (std::size_t i = 0; i < found->size(); ++i) {
+            const std::string what = std::string(list) + "[" + std::to_string(i) + "]";
+            std::string name;
+            if (!isObject((*found)[i], what) || !text((*found)[i], "name", what, name) || !take((*found)[i], what))
+                return false;
+            if (!names.insert(foldedName(name)).second)
+                return fail(what + ": \"" + name + "\" is there twice");
+        }
+        return true;
+    }
+
+    bool registered(const Json& json, const char* list, const char* library, std::vector<DocumentDriver>& all) {
+        return each(json, list, [&](const Json& object, const std::string& what) {
+            DocumentDriver driver;
+            if (!hasOnly(object, {"name", "keys"}, what) || !text(object, "name", what, driver.name) ||
+                !keys(object, what, driver.keys))
+                return false;
+            const bool hasLibrary = std::any_of(driver.keys.begin(), driver.keys.end(), [&](const DocumentKey& key) {
+                return sameName(key.name, library) && key.value && !key.value->empty();
+            });
+            all.push_back(driver);
+            return hasLibrary || fail(what + " has no key \"" + library + "\"");
+        });
+    }
+
+    bool dataSources(const Json& json, std::vector<DocumentSource>& all) {
+        return each(json, "dataSources", [&](const Json& object, const std::string& what) {
+            DocumentSource source;
+            if (!hasOnly(object, {"name", "driver", "keys"}, what) || !text(object, "name", what, source.name) ||
+                !text(object, "driver", what, source.driver) || !keys(object, what, source.keys))
+                return false;
+            all.push_back(source);
+            return true;
+        });
+    }
+
+    std::string& fault_;
+};
+
+// The parser itself lets the last of two equal members count: here that is a fault.
+std::optional<Json> parseWithoutTwins(const std::string& text, std::string& fault) {
+    std::vector<std::unordered_set<std::string>> open;
+    const auto look = [&](int, Json::parse_event_t event, Json& value) {
+        if (event == Json::parse_event_t::object_start)
+            open.emplace_back();
+        else if (event == Json::parse_event_t::object_end)
+            open.pop_back();
+        else if (event == Json::parse_event_t::key && !open.back().insert(value.get<std::string>()).second)
+            fault = "member \"" + value.get<std::string>() + "\" is there twice in one object";
+        return true;
+    };
+    try {
+        Json json = Json::parse(text, look);
+        return fault.empty() ? std::optional(std::move(json)) : std::nullopt;
+    } catch (const Json::parse_error& error) {
+        fault = error.what();
+        return std::nullopt;
+    }
+}
+
+}  // namespace
+
+std::optional<Document> parseDocument(const std::string& text, std::string& fault) {
+    fault.clear();
+    const std::optional<Json> json = parseWithoutTwins(text, fault);
+    return json ? Reader(fault).document(*json) : std::nullopt;
+}
+
+}  // namespace jx::admin

@@ -1,0 +1,103 @@
+// odbcadmin driver scan: drivers that lie on the disk.
+#include <algorithm>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+#include "odbcadmin/cli/command_line.h"
+#include "odbcadmin/cli/doctor_commands.h"
+#include "odbcadmin/cli/progress.h"
+#include "odbcadmin/cli/text.h"
+#include "odbcadmin/doctor/driver_scan.h"
+#include "odbcadmin/doctor/records.h"
+
+namespace jx::admin {
+
+namespace {
+
+using doctor::FoundDriver;
+
+// A word as shells read it.
+std::string quoted(const std::string& word) {
+    constexpr std::string_view kPlain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-./+:,@%";
+    if (!word.empty() && word.find_first_not_of(kPlain) == std::string::npos)
+        return word;
+    std::string text = "'";
+    for (const char letter : word)
+        text.append(letter == '\'' ? "'\\''" : std::string(1, letter));
+    return text + "'";
+}
+
+bool isRegistered(const FoundDriver& found, const doctor::Records& records) {
+    return std::any_of(records.drivers.begin(), records.drivers.end(), [&](const doctor::DriverRecord& each) {
+        std::error_code ignored;
+        return each.library && std::filesystem::equivalent(each.library->text, found.path, ignored);
+    });
+}
+
+std::string addLine(const FoundDriver& found) {
+    return "odbcadmin driver add " + quoted(found.name) + " --lib " + quoted(found.path) +
+           (found.setup.empty() ? "" : " --setup " + quoted(found.setup));
+}
+
+Json foundJson(const FoundDriver& found, bool registered) {
+    Json object;
+    object["name"] = found.name;
+    object["lib"] = found.path;
+    object["setup"] = found.setup;
+    object["registered"] = registered;
+    return object;
+}
+
+ExitCode show(const Session& session, const std::vector<std::string>& directories,
+              const std::vector<FoundDriver>& drivers) {
+    const doctor::Records records = doctor::readRecords();
+    Json object;
+    object["directories"] = directories;
+    object["drivers"] = Json::array();
+    std::size_t registered = 0;
+    for (const FoundDriver& each : drivers) {
+        const bool known = isRegistered(each, records);
+        registered += known ? 1 : 0;
+        object["drivers"].push_back(foundJson(each, known));
+        if (!session.json && !known)
+            session.print(session.quiet ? each.path : addLine(each));
+    }
+    if (session.json)
+        session.printJson(object);
+    else if (registered == drivers.size())
+        session.warn((drivers.empty() ? "No driver was found in " : "No driver but registered ones was found in ") +
+                     joined(directories));
+    return ExitCode::done;
+}
+
+ExitCode runScan(const Session& session, const std::vector<std::string>& given) {
+    std::vector<std::string> directories;
+    for (const std::string& each : given) {
+        std::error_code error;
+        if (!std::filesystem::is_directory(each, error))
+            return session.fail(ExitCode::fileTrouble, "There is no directory " + each, "Give directories that exist.");
+        directories.push_back(absolutePath(each));
+    }
+    if (directories.empty())
+        directories = doctor::usualDriverDirectories(doctor::loaderPlaces());
+    std::vector<FoundDriver> drivers;
+    {
+        Progress progress(session.quiet);
+        drivers = doctor::scanForDrivers(
+            directories, [&](const std::string& what) { progress.begin(what); }, [&] { progress.tick(); });
+    }
+    return show(session, directories, drivers);
+}
+
+}  // namespace
+
+void addDriverScan(CLI::App& app, Session& session) {
+    CLI::App& verb =
+        addVerb(noun(app, "driver"), "scan", "Find ODBC drivers on the disk and print the lines that would add them",
+                "odbcadmin driver scan\nodbcadmin driver scan /opt/acme/lib\nodbcadmin driver scan | sh");
+    const auto directories = addOperands(verb, "DIR", "Directories to look into; the usual ones without any",
+                                         {.least = 0, .most = -1, .complete = Complete::directories});
+    onRun(verb, session, [directories](Session& run) { return runScan(run, operands(directories)); });
+}
+
+}  // namespace jx::admin

@@ -1,0 +1,47 @@
+// Drawing the line and taking it away.
+#include "odbcadmin/cli/progress.h"
+
+#include <unistd.h>
+
+#include <iostream>
+
+#include "odbcadmin/cli/text.h"
+
+namespace jx::admin {
+
+namespace {
+
+constexpr std::chrono::seconds kPatience{1};
+constexpr std::chrono::milliseconds kBetween{200};
+constexpr std::size_t kWidth = 70;
+
+}  // namespace
+
+Progress::Progress(bool quiet) : shows_(!quiet && ::isatty(STDERR_FILENO) == 1) {}
+
+Progress::~Progress() {
+    erase();
+}
+
+void Progress::begin(const std::string& what) {
+    what_ = what.size() > kWidth ? "..." + what.substr(what.size() - kWidth) : what;
+    tick();
+}
+
+void Progress::tick() {
+    const Clock::time_point now = Clock::now();
+    if (!shows_ || now - began_ < kPatience || now - drawn_ < kBetween)
+        return;
+    drawn_ = now;
+    isShown_ = true;
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(now - began_);
+    std::cerr << "\r\x1b[K" << printable(what_) << " ... " << seconds.count() << " s" << std::flush;
+}
+
+void Progress::erase() {
+    if (isShown_)
+        std::cerr << "\r\x1b[K" << std::flush;
+    isShown_ = false;
+}
+
+}  // namespace jx::admin

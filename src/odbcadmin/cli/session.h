@@ -1,0 +1,60 @@
+// One run of the command: the options that hold for every verb, and how a verb talks to its user.
+#pragma once
+
+#include <functional>
+#include <initializer_list>
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "odbcadmin/cli/exit_code.h"
+
+namespace jx::admin {
+
+// Keys stay in the order in which they were put in. Whoever builds one includes <nlohmann/json.hpp>.
+using Json = nlohmann::ordered_json;
+
+// Session: made once in main, filled by the command line, handed to the verb that runs. A verb writes its result with
+// print, printTable or printJson, tells what it did with say, and what went wrong with fail; it returns its exit code
+// and never ends the process itself. Not for more than one thread.
+struct Session {
+    // ---- global options ----
+    bool json = false;         // --json
+    bool dryRun = false;       // -n, --dry-run: print what would change as a unified diff
+    bool check = false;        // --check: change nothing, exit 9 when something would change
+    bool quiet = false;        // -q: no sentences about what was done, lists as bare names
+    bool showSecrets = false;  // --show-secrets
+    bool noColor = false;      // --no-color
+    std::string home;          // --home DIR; already in force when a verb runs
+
+    // What the chosen verb does; set while the command line is read.
+    std::function<ExitCode(Session&)> action;
+
+    // Whether nothing may be written.
+    bool writesNothing() const { return dryRun || check; }
+
+    // Whether to colour what is written to standard output.
+    bool colors() const;
+
+    // A line of the result, on standard output.
+    void print(std::string_view line) const;
+
+    // A line about what was done, on standard output; nothing with -q or --json.
+    void say(std::string_view line) const;
+
+    // Columns of equal width, two blanks apart; a row may have fewer cells. Line breaks and other control characters in
+    // a cell are shown as "?".
+    void printTable(const std::vector<std::vector<std::string>>& rows) const;
+
+    // An object with "schema": "odbcadmin/1" before everything else, indented. Bytes that are not UTF-8 become U+FFFD.
+    void printJson(const Json& object) const;
+
+    // One line of fact and one of advice (none when empty), on standard error. Returns code.
+    ExitCode fail(ExitCode code, std::string_view fact, std::string_view advice = {}) const;
+
+    // A line on standard error that does not stop anything; not with -q.
+    void warn(std::string_view line) const;
+};
+
+}  // namespace jx::admin

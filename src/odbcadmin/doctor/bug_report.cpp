@@ -1,0 +1,90 @@
+// Writing the block.
+#include "odbcadmin/doctor/bug_report.h"
+
+#include <gnu/libc-version.h>
+#include <jxini.h>
+#include <sys/utsname.h>
+
+#include <cstdlib>
+#include <memory>
+#include <string_view>
+
+#include "odbcadmin/cli/secrets.h"
+#include "odbcadmin/cli/text.h"
+#include "odbcadmin/doctor/elf_header.h"
+#include "odbcadmin/doctor/file_rights.h"
+
+namespace jx::doctor {
+
+namespace {
+
+constexpr std::size_t kMostLines = 200;
+
+std::string systemLines(const std::string& version) {
+    utsname system{};
+    ::uname(&system);
+    return "odbcadmin " + version + ", " + systemText(thisSystem()) + "\n" + system.sysname + " " + system.release +
+           " " + system.machine + ", C library " + gnu_get_libc_version() + "\n" + thisUserText() + "\n";
+}
+
+std::string variableLines() {
+    std::string text;
+    for (const char* name : {"HOME", "ODBCINI", "ODBCINSTINI", "LD_LIBRARY_PATH", "LD_PRELOAD"}) {
+        const char* value = std::getenv(name);
+        text.append(name).append(value == nullptr ? " is not set" : "=" + admin::printable(value)).append("\n");
+    }
+    return text;
+}
+
+std::string withoutLineEnd(std::string_view line) {
+    while (line.ends_with('\n') || line.ends_with('\r'))
+        line.remove_suffix(1);
+    return std::string(line);
+}
+
+// A key that lost its "=" may have a secret in what is read as its name.
+std::string shownLine(const std::string& line) {
+    const std::size_t word = line.find_first_of(" \t:", line.find_first_not_of(" \t;#"));
+    const bool hides =
+        line.find('=') == std::string::npos && word != std::string::npos && admin::isSecretKey(line.substr(0, word));
+    return admin::printable(hides ? line.substr(0, word + 1) + std::string(admin::kMask) : admin::maskedLine(line));
+}
+
+std::string fileLines(const std::string& path) {
+    const std::unique_ptr<JxIniText, void (*)(JxIniText*)> text(jxIniRead(path.c_str()), jxIniRelease);
+    if (text == nullptr)
+        return "(not read)\n";
+    std::size_t length = 0;
+    const char* bytes = jxIniBytes(text.get(), &length);
+    const std::size_t count = jxIniPieceCount(text.get());
+    std::string lines;
+    JxIniPiece piece;
+    for (std::size_t i = 0; i < count && i < kMostLines && jxIniPieceAt(text.get(), i, &piece) != 0; ++i)
+        lines.append(shownLine(withoutLineEnd({bytes + piece.begin, piece.end - piece.begin}))).append("\n");
+    if (count > kMostLines)
+        lines.append("(and " + std::to_string(count - kMostLines) + " more)\n");
+    return lines;
+}
+
+std::string placeLines(const ConfigPlace& place) {
+    std::string text;
+    for (const Candidate& each : place.candidates)
+        text.append((each.wins ? "* " : "  ") + admin::printable(each.path) + "  " +
+                    (each.exists ? each.rights : "not there") + "  " + each.why + "\n");
+    return text;
+}
+
+}  // namespace
+
+std::string bugReport(const std::string& version, const std::vector<ConfigPlace>& places, const Findings& findings) {
+    std::string text = "---- odbcadmin doctor --report ----\n" + systemLines(version) + variableLines();
+    for (const ConfigPlace& place : places)
+        text.append("\n" + place.file + "\n" + placeLines(place) + "---- text\n" + fileLines(place.path) + "----\n");
+    text.append("\nfindings: " + std::to_string(findings.size()) + "\n");
+    for (const Finding& each : findings)
+        text.append(std::string(severityWord(each.severity)) + " " + each.id + " " + admin::printable(each.subject) +
+                    "\n  " + admin::printable(each.fact) + "\n");
+    return text + "---- end ----\n";
+}
+
+}  // namespace jx::doctor

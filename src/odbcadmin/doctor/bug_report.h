@@ -1,0 +1,15 @@
+// A text for a bug report: the system, the files and the findings, without secrets.
+#pragma once
+
+#include <string>
+
+#include "odbcadmin/doctor/config_places.h"
+#include "odbcadmin/doctor/finding.h"
+
+namespace jx::doctor {
+
+// The block, lines ended with line feeds. Passwords and the like are masked, whatever the options of the command are,
+// and control characters shown as "?".
+std::string bugReport(const std::string& version, const std::vector<ConfigPlace>& places, const Findings& findings);
+
+}  // namespace jx::doctor

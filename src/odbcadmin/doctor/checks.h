@@ -1,0 +1,163 @@
+// The stable identifiers of everything that the doctor can find, each with its severity. docs/doctor.md explains them.
+#pragma once
+
+#include <string>
+#include <utility>
+
+#include "odbcadmin/doctor/finding.h"
+
+namespace jx::doctor {
+
+struct Check {
+    const char* id;
+    Severity severity;
+};
+
+namespace check {
+
+using enum Severity;
+
+// Where the files are and who may read them.
+inline constexpr Check kNoPlace{"files.no-place", error};
+inline constexpr Check kVariableEmpty{"files.variable-empty", warning};
+inline constexpr Check kVariableRelative{"files.variable-relative", warning};
+inline constexpr Check kFileMissing{"files.missing", note};
+inline constexpr Check kNamedFileMissing{"files.named-missing", warning};
+inline constexpr Check kFileUnreadable{"files.unreadable", error};
+inline constexpr Check kFileDanglingLink{"files.dangling-link", error};
+inline constexpr Check kFileNotRegular{"files.not-regular", error};
+inline constexpr Check kFileShadowed{"files.shadowed", note};
+inline constexpr Check kSystemFileIgnored{"files.system-wide-ignored", note};
+inline constexpr Check kPasswordOpen{"files.password-open", warning};
+inline constexpr Check kFileReadOnly{"files.read-only", warning};
+
+// How the lines are written.
+inline constexpr Check kByteOrderMark{"syntax.byte-order-mark", warning};
+inline constexpr Check kCarriageReturn{"syntax.carriage-return", warning};
+inline constexpr Check kNul{"syntax.nul", error};
+inline constexpr Check kNotUtf8{"syntax.not-utf8", warning};
+inline constexpr Check kInvisible{"syntax.invisible-character", warning};
+inline constexpr Check kTrailingBlanks{"syntax.trailing-blanks", note};
+inline constexpr Check kDuplicateSection{"syntax.duplicate-section", warning};
+inline constexpr Check kDuplicateKey{"syntax.duplicate-key", warning};
+inline constexpr Check kKeyOutside{"syntax.key-before-section", error};
+inline constexpr Check kNoEquals{"syntax.no-equals", warning};
+inline constexpr Check kNoKey{"syntax.no-key", error};
+inline constexpr Check kUnclosed{"syntax.unclosed-bracket", error};
+
+// What names lead to.
+inline constexpr Check kNoSection{"names.no-section", error};
+inline constexpr Check kNotListed{"names.not-listed", warning};
+inline constexpr Check kDriverUnknown{"names.driver-unknown", error};
+inline constexpr Check kNoLibraryKey{"names.no-library-key", error};
+inline constexpr Check kNoSetupKey{"names.no-setup-key", note};
+inline constexpr Check kRelativePath{"names.relative-path", warning};
+inline constexpr Check kStalePath{"names.stale-path", warning};
+inline constexpr Check kForbiddenCharacter{"names.forbidden-character", warning};
+inline constexpr Check kTooLong{"names.too-long", warning};
+inline constexpr Check kReserved{"names.reserved", error};
+
+// Libraries.
+inline constexpr Check kLibraryMissing{"library.missing", error};
+inline constexpr Check kDirectoryMissing{"library.directory-missing", error};
+inline constexpr Check kDirectoryClosed{"library.directory-closed", error};
+inline constexpr Check kLibraryDanglingLink{"library.dangling-link", error};
+inline constexpr Check kLibraryUnreadable{"library.unreadable", error};
+inline constexpr Check kLibraryNotRegular{"library.not-regular", error};
+inline constexpr Check kLibraryEmpty{"library.empty", error};
+inline constexpr Check kLibraryArchive{"library.archive", error};
+inline constexpr Check kLibraryLinkerScript{"library.linker-script", error};
+inline constexpr Check kLibraryText{"library.text", error};
+inline constexpr Check kLibraryNotElf{"library.not-elf", error};
+inline constexpr Check kLibraryCutShort{"library.cut-short", error};
+inline constexpr Check kLibraryNotShared{"library.not-shared", error};
+inline constexpr Check kWrongClass{"library.wrong-class", error};
+inline constexpr Check kWrongMachine{"library.wrong-machine", error};
+inline constexpr Check kNeededMissing{"library.needed-missing", error};
+inline constexpr Check kNeededOtherSystem{"library.needed-wrong-architecture", error};
+inline constexpr Check kNeededDamaged{"library.needed-damaged", error};
+inline constexpr Check kNeededFromProgram{"library.needed-from-program", warning};
+inline constexpr Check kVersionMissing{"library.version-missing", error};
+inline constexpr Check kLoadRefused{"library.load-refused", error};
+inline constexpr Check kLoadCrashed{"library.load-crashed", error};
+inline constexpr Check kLoadExited{"library.load-exited", error};
+inline constexpr Check kLoadTimedOut{"library.load-timed-out", error};
+inline constexpr Check kLoadNotTried{"library.load-not-tried", warning};
+inline constexpr Check kUnloadFailed{"library.unload-failed", warning};
+inline constexpr Check kNoEntryPoint{"library.no-entry-point", error};
+
+// Around the libraries.
+inline constexpr Check kTracingOn{"environment.tracing-on", warning};
+
+inline constexpr Check kAll[] = {
+    kNoPlace,
+    kVariableEmpty,
+    kVariableRelative,
+    kFileMissing,
+    kNamedFileMissing,
+    kFileUnreadable,
+    kFileDanglingLink,
+    kFileNotRegular,
+    kFileShadowed,
+    kSystemFileIgnored,
+    kPasswordOpen,
+    kFileReadOnly,
+    kByteOrderMark,
+    kCarriageReturn,
+    kNul,
+    kNotUtf8,
+    kInvisible,
+    kTrailingBlanks,
+    kDuplicateSection,
+    kDuplicateKey,
+    kKeyOutside,
+    kNoEquals,
+    kNoKey,
+    kUnclosed,
+    kNoSection,
+    kNotListed,
+    kDriverUnknown,
+    kNoLibraryKey,
+    kNoSetupKey,
+    kRelativePath,
+    kStalePath,
+    kForbiddenCharacter,
+    kTooLong,
+    kReserved,
+    kLibraryMissing,
+    kDirectoryMissing,
+    kDirectoryClosed,
+    kLibraryDanglingLink,
+    kLibraryUnreadable,
+    kLibraryNotRegular,
+    kLibraryEmpty,
+    kLibraryArchive,
+    kLibraryLinkerScript,
+    kLibraryText,
+    kLibraryNotElf,
+    kLibraryCutShort,
+    kLibraryNotShared,
+    kWrongClass,
+    kWrongMachine,
+    kNeededMissing,
+    kNeededOtherSystem,
+    kNeededDamaged,
+    kNeededFromProgram,
+    kVersionMissing,
+    kLoadRefused,
+    kLoadCrashed,
+    kLoadExited,
+    kLoadTimedOut,
+    kLoadNotTried,
+    kUnloadFailed,
+    kNoEntryPoint,
+    kTracingOn,
+};
+
+}  // namespace check
+
+inline Finding found(const Check& what, std::string subject, std::string fact, std::string advice) {
+    return {what.id, what.severity, std::move(subject), std::move(fact), std::move(advice)};
+}
+
+}  // namespace jx::doctor

@@ -1,0 +1,29 @@
+// The places where the two configuration files may be, and which of them counts.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace jx::doctor {
+
+struct Candidate {
+    std::string path;
+    std::string why;  // "ODBCINI names it"
+    bool wins = false;
+    bool exists = false;  // a file, whatever its kind; a link that leads nowhere does not exist
+    std::string rights;   // "-rw------- anna:staff"; empty when it does not exist
+    std::string readers;  // "anna only", "everybody"; empty when it does not exist
+};
+
+struct ConfigPlace {
+    std::string file;      // ".odbc.ini"
+    std::string variable;  // "ODBCINI"
+    std::string path;      // the winner's; empty when there is no home directory
+    std::vector<Candidate> candidates;
+};
+
+// Both files, as the environment of this process has it. systemFolder is where other systems keep files for all users;
+// they are candidates that never win.
+std::vector<ConfigPlace> configPlaces(const std::string& systemFolder = "/etc");
+
+}  // namespace jx::doctor

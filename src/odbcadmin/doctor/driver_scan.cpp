@@ -1,0 +1,136 @@
+// Looking through directories.
+#include "odbcadmin/doctor/driver_scan.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+#include <set>
+
+#include "odbcadmin/doctor/elf_header.h"
+#include "odbcadmin/doctor/library_checks.h"
+
+namespace jx::doctor {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::vector<fs::path> entriesOf(const fs::path& directory) {
+    std::vector<fs::path> entries;
+    std::error_code error;
+    for (fs::directory_iterator each(directory, error), end; !error && each != end; each.increment(error))
+        entries.push_back(each->path());
+    std::sort(entries.begin(), entries.end());
+    return entries;
+}
+
+bool isSharedLibraryName(const std::string& name) {
+    const std::size_t at = name.find(".so");
+    return at != std::string::npos && (at + 3 == name.size() || name[at + 3] == '.');
+}
+
+// The driver manager offers the functions of drivers, and has this name wherever it comes from.
+bool isManagerName(const std::string& name) {
+    return name.starts_with("libodbc.so");
+}
+
+bool offers(const ElfFile& file, LibraryRole role) {
+    return missingFunctions(role, [&](const char* name) { return file.defined.contains(name); }).empty();
+}
+
+bool isSetupLibrary(const fs::path& path) {
+    if (readElfHeader(path.string()).state != HeaderState::readable)
+        return false;
+    const std::optional<ElfFile> file = readElfFile(path.string());
+    return file && offers(*file, LibraryRole::setup);
+}
+
+// "libsqlite3odbc.so.0.1" is called "sqlite3odbc".
+std::string plainName(const fs::path& path) {
+    std::string name = path.filename().string();
+    name.erase(name.find(".so"));
+    return name.starts_with("lib") ? name.substr(3) : name;
+}
+
+// Setup libraries are called as their driver with an S or the word setup behind.
+std::string setupBeside(const fs::path& driver) {
+    const std::string name = driver.filename().string();
+    const std::string base = name.substr(0, name.find(".so"));
+    for (const char* ending : {"S.so", "_setup.so", "setup.so", "-setup.so"}) {
+        const fs::path candidate = driver.parent_path() / (base + ending);
+        if (isSetupLibrary(candidate))
+            return candidate.string();
+    }
+    return {};
+}
+
+// A file that lies there under several names is known by the shortest.
+using ByRealPath = std::map<std::string, fs::path>;
+
+void collect(const std::string& directory, ByRealPath& found, const std::function<void()>& waiting) {
+    for (const fs::path& path : entriesOf(directory)) {
+        waiting();
+        const std::string name = path.filename().string();
+        std::error_code error;
+        if (!isSharedLibraryName(name) || isManagerName(name) || !fs::is_regular_file(path, error))
+            continue;
+        const std::string real = fs::canonical(path, error).string();
+        const auto [place, isNew] = found.try_emplace(real, path);
+        if (!isNew && path.string().size() < place->second.string().size())
+            place->second = path;
+    }
+}
+
+void addPresent(const fs::path& directory, std::vector<std::string>& directories, std::set<std::string>& known) {
+    std::error_code error;
+    const fs::path real = fs::canonical(directory, error);
+    if (!error && fs::is_directory(real, error) && known.insert(real.string()).second)
+        directories.push_back(directory.string());
+}
+
+}  // namespace
+
+std::vector<std::string> usualDriverDirectories(const LoaderPlaces& places) {
+    std::vector<std::string> directories;
+    std::set<std::string> known;
+    std::vector<std::string> roots = places.environment;
+    roots.insert(roots.end(), places.defaults.begin(), places.defaults.end());
+    roots.insert(roots.end(), {"/usr/local/lib", "/usr/local/lib64"});
+    for (const fs::path& product : entriesOf("/opt")) {
+        roots.insert(roots.end(), {product / "lib", product / "lib64"});
+        for (const fs::path& version : entriesOf(product))
+            roots.insert(roots.end(), {version / "lib", version / "lib64"});
+    }
+    for (const std::string& root : roots) {
+        addPresent(root.empty() ? "." : root, directories, known);
+        addPresent(fs::path(root) / "odbc", directories, known);
+    }
+    return directories;
+}
+
+std::vector<FoundDriver> scanForDrivers(const std::vector<std::string>& directories,
+                                        const std::function<void(const std::string&)>& progress,
+                                        const std::function<void()>& waiting) {
+    ByRealPath libraries;
+    for (const std::string& directory : directories) {
+        progress("Reading " + directory);
+        collect(directory, libraries, waiting);
+    }
+    std::vector<FoundDriver> drivers;
+    for (const auto& [real, path] : libraries) {
+        waiting();
+        const ElfHeader header = readElfHeader(real);
+        if (header.state != HeaderState::readable || !(header.system == thisSystem()))
+            continue;
+        const std::optional<ElfFile> file = readElfFile(real);
+        if (!file || !offers(*file, LibraryRole::driver))
+            continue;
+        const std::string setup = offers(*file, LibraryRole::setup) ? path.string() : setupBeside(path);
+        drivers.push_back({plainName(path), path.string(), setup});
+    }
+    std::sort(drivers.begin(), drivers.end(),
+              [](const FoundDriver& left, const FoundDriver& right) { return left.path < right.path; });
+    return drivers;
+}
+
+}  // namespace jx::doctor

@@ -1,0 +1,32 @@
+// Finding ODBC drivers on the disk.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "odbcadmin/doctor/loader_places.h"
+
+namespace jx::doctor {
+
+struct FoundDriver {
+    std::string name;  // made of the file's name
+    std::string path;
+    std::string setup;  // its own path, or a setup library beside it; empty when there is none
+
+    bool operator==(const FoundDriver&) const = default;
+};
+
+// Where drivers usually lie: the loader's directories, those called "odbc" in them, local ones and those of products
+// below /opt. Only directories that are there.
+std::vector<std::string> usualDriverDirectories(const LoaderPlaces& places);
+
+// The drivers among the shared libraries of the directories, not of those below them, for this system; sorted by path.
+// A library with several names is found once. Nothing is loaded. progress is told before each directory is read, and
+// waiting called before each file.
+std::vector<FoundDriver> scanForDrivers(
+    const std::vector<std::string>& directories,
+    const std::function<void(const std::string&)>& progress = [](const std::string&) {},
+    const std::function<void()>& waiting = [] {});
+
+}  // namespace jx::doctor

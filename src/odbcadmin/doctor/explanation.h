@@ -1,0 +1,26 @@
+// The way from a data source to its library, step by step.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "odbcadmin/doctor/records.h"
+
+namespace jx::doctor {
+
+struct Step {
+    bool ok = true;
+    std::string what;     // "listed", "section", "Driver", "library"
+    std::string subject;  // "data source Sales"
+    std::string where;    // "PATH:LINE"; empty for what stands in no file
+    std::string value;    // what stands there, or what is missing
+    std::string advice;   // only of a broken step; names near matches
+
+    bool operator==(const Step&) const = default;
+};
+
+// The steps of a data source and its driver, or of a driver, up to the state of each library. Empty when there is
+// neither of that name. Libraries are looked at, not loaded.
+std::vector<Step> explain(const Records& records, const std::string& name);
+
+}  // namespace jx::doctor

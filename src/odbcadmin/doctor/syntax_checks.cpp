@@ -1,0 +1,202 @@
+// Looking at the pieces of a text.
+#include "odbcadmin/doctor/syntax_checks.h"
+
+#include <jxini.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <map>
+#include <memory>
+#include <optional>
+
+#include "odbcadmin/cli/secrets.h"
+#include "odbcadmin/cli/text.h"
+#include "odbcadmin/doctor/checks.h"
+#include "odbcadmin/doctor/invisible.h"
+
+namespace jx::doctor {
+
+namespace {
+
+struct Release {
+    void operator()(JxIniText* text) const { jxIniRelease(text); }
+};
+using Text = std::unique_ptr<JxIniText, Release>;
+
+constexpr std::string_view kByteOrderMarkBytes = "\xEF\xBB\xBF";
+constexpr std::size_t kShownOfEach = 5;
+
+std::string_view nameOf(const JxIniPiece& piece) {
+    return piece.name == nullptr ? std::string_view() : std::string_view(piece.name, piece.nameLength);
+}
+
+std::string quoted(std::string_view text) {
+    constexpr std::size_t kLongest = 40;
+    const std::string shown = admin::printable(text.substr(0, kLongest));
+    return "\"" + shown + (text.size() > kLongest ? "..." : "") + "\"";
+}
+
+// A key that lost its "=" may have a secret in what is read as its name.
+std::string_view withoutSecret(const JxIniPiece& piece) {
+    const std::string_view name = nameOf(piece);
+    const std::string_view word = name.substr(0, name.find_first_of(" \t:"));
+    return piece.value == nullptr && admin::isSecretKey(word) ? word : name;
+}
+
+class Reader {
+public:
+    Reader(const std::string& path, const JxIniText* text) : path_(path), text_(text) {
+        std::size_t length = 0;
+        const char* bytes = jxIniBytes(text, &length);
+        bytes_ = {bytes, length};
+    }
+
+    Findings run() {
+        JxIniPiece piece;
+        for (std::size_t i = 0; jxIniPieceAt(text_, i, &piece) != 0; ++i)
+            look(piece);
+        tellLineEnds();
+        for (const auto& [check, more] : hidden_)
+            findings_[check].fact += " So " + (more == 1 ? std::string("is one more line.")
+                                                         : "are " + std::to_string(more) + " more lines.");
+        return findings_;
+    }
+
+private:
+    void tell(const Check& what, std::size_t line, std::string fact, std::string advice) {
+        std::size_t& count = counts_[what.id];
+        if (++count > kShownOfEach) {
+            ++hidden_[last_[what.id]];
+            return;
+        }
+        last_[what.id] = findings_.size();
+        findings_.push_back(found(what, path_ + ":" + std::to_string(line), std::move(fact), std::move(advice)));
+    }
+
+    void look(const JxIniPiece& piece) {
+        std::string_view line = bytes_.substr(piece.begin, piece.end - piece.begin);
+        if (line.ends_with('\n')) {
+            line.remove_suffix(1);
+            ++lines_;
+        }
+        if (line.ends_with('\r')) {
+            line.remove_suffix(1);
+            ++carriageReturns_;
+        }
+        if (piece.kind == JxIniBlank || piece.kind == JxIniComment)
+            return;
+        lookAtBytes(piece, line);
+        if (piece.kind == JxIniSection)
+            lookAtSection(piece);
+        else if (piece.kind == JxIniEntry)
+            lookAtEntry(piece);
+        else
+            lookAtOther(piece, line);
+    }
+
+    void lookAtBytes(const JxIniPiece& piece, std::string_view line) {
+        if (line.find('\r') != std::string_view::npos)
+            tell(check::kCarriageReturn, piece.line, "There is a carriage return inside the line.",
+                 "Delete it, or make it a line end.");
+        if (line.find('\0') != std::string_view::npos)
+            tell(check::kNul, piece.line,
+                 "There is a NUL byte in the line: a name that holds one is never found, and a value ends there.",
+                 "Delete it; if there is one behind each letter, save the file as UTF-8.");
+        if (!admin::isUtf8(line))
+            tell(check::kNotUtf8, piece.line, "The line is not UTF-8: programs differ in how they read it.",
+                 "Save the file as UTF-8.");
+        const std::string invisible = firstInvisible(line == kByteOrderMarkBytes ? std::string_view() : line);
+        if (!invisible.empty())
+            tell(check::kInvisible, piece.line,
+                 "The line holds " + invisible + ", which looks like nothing or a blank and is neither.",
+                 "Delete it, or type an ordinary blank.");
+        if (piece.kind != JxIniOther && (line.ends_with(' ') || line.ends_with('\t')))
+            tell(check::kTrailingBlanks, piece.line, "Blanks at the end of the line are no part of its value.",
+                 "Delete them: other programs may take them in.");
+    }
+
+    void lookAtSection(const JxIniPiece& piece) {
+        section_ = admin::foldedName(nameOf(piece));
+        if (section_->empty())
+            return tell(check::kNoKey, piece.line, "The section has no name, so nobody can ask for its keys.",
+                        "Name it, or delete it with its keys.");
+        const auto [place, isNew] = sections_.emplace(*section_, piece.line);
+        if (!isNew)
+            tell(check::kDuplicateSection, piece.line,
+                 "The section " + quoted(nameOf(piece)) + " begins in line " + std::to_string(place->second) +
+                     " already; here the two count as one, elsewhere one may hide the other.",
+                 "Put the keys together under one header.");
+    }
+
+    void lookAtEntry(const JxIniPiece& piece) {
+        const std::string key = quoted(withoutSecret(piece));
+        if (!section_)
+            return tell(check::kKeyOutside, piece.line,
+                        "The key " + key + " stands before any section, so it belongs to none.",
+                        "Move it below the header of its section.");
+        if (piece.value == nullptr)
+            tell(check::kNoEquals, piece.line, "The line " + key + " has no \"=\": it is a key with an empty value.",
+                 "Add the \"=\" and the value, or begin the line with \";\" if it is a comment.");
+        const auto [place, isNew] = keys_.emplace(*section_ + '\n' + admin::foldedName(nameOf(piece)), piece.line);
+        if (!isNew)
+            tell(check::kDuplicateKey, piece.line,
+                 "The key " + key + " stands in line " + std::to_string(place->second) +
+                     " already, and that one counts.",
+                 "Delete the one that is not meant.");
+    }
+
+    void lookAtOther(const JxIniPiece& piece, std::string_view line) {
+        if (line == kByteOrderMarkBytes)
+            return tell(check::kByteOrderMark, piece.line,
+                        "The file begins with a byte order mark; here it is passed over, elsewhere it hides the first "
+                        "section.",
+                        "Save the file as UTF-8 without it.");
+        const std::size_t first = line.find_first_not_of(" \t");
+        if (first != std::string_view::npos && line[first] == '[')
+            return tell(check::kUnclosed, piece.line,
+                        "The header " + quoted(line.substr(first)) +
+                            " is never closed: the keys below it belong to the section above it.",
+                        "Add the \"]\".");
+        tell(check::kNoKey, piece.line, "There is no key before the \"=\": the line means nothing.",
+             "Name the key, or delete the line.");
+    }
+
+    void tellLineEnds() {
+        if (carriageReturns_ == 0)
+            return;
+        findings_.push_back(found(check::kCarriageReturn, path_,
+                                  std::to_string(carriageReturns_) + " of " +
+                                      std::to_string(std::max(lines_, carriageReturns_)) +
+                                      " lines end with a carriage return; here it counts as part of the line end, "
+                                      "elsewhere as part of the value.",
+                                  "Save the file with Unix line ends."));
+    }
+
+    const std::string& path_;
+    const JxIniText* text_;
+    std::string_view bytes_;
+    Findings findings_;
+    std::size_t lines_ = 0;
+    std::size_t carriageReturns_ = 0;
+    std::optional<std::string> section_;           // folded; none before the first header
+    std::map<std::string, std::size_t> sections_;  // first line of each
+    std::map<std::string, std::size_t> keys_;
+    std::map<std::string_view, std::size_t> counts_, last_;  // by identifier: how many, and where the last one stands
+    std::map<std::size_t, std::size_t> hidden_;              // by finding: how many more there are
+};
+
+Findings checkText(const std::string& path, const Text& text) {
+    return text ? Reader(path, text.get()).run() : Findings();
+}
+
+}  // namespace
+
+Findings checkSyntax(const std::string& path) {
+    return checkText(path, Text(jxIniRead(path.c_str())));
+}
+
+Findings checkSyntaxOf(const std::string& path, std::string_view text) {
+    return checkText(path, Text(jxIniParse(text.data(), text.size())));
+}
+
+}  // namespace jx::doctor

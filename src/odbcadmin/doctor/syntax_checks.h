@@ -1,0 +1,18 @@
+// How the lines of a configuration file are written.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "odbcadmin/doctor/finding.h"
+
+namespace jx::doctor {
+
+// Looks at every line of a file that can be read; subjects are "PATH:LINE". A fault that many lines have is told for
+// the first five of them. Nothing about a file that cannot be read: see checkFiles.
+Findings checkSyntax(const std::string& path);
+
+// The same for a text; path only names it.
+Findings checkSyntaxOf(const std::string& path, std::string_view text);
+
+}  // namespace jx::doctor

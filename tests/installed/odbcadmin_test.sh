@@ -1,0 +1,38 @@
+#!/bin/bash
+# The installed command finds the libraries of its own installation, and its manual and completions lie where they should.
+# Usage: odbcadmin_test.sh CMAKE BUILD
+. "$(dirname "$0")/install.sh"
+cd "$prefix"
+failed=0
+fail() {
+    echo "$1"
+    failed=1
+}
+
+for file in share/man/man1/odbcadmin.1 share/bash-completion/completions/odbcadmin share/zsh/site-functions/_odbcadmin \
+    share/fish/vendor_completions.d/odbcadmin.fish share/doc/jxodbc/docs/odbcadmin.md; do
+    [ -e "$file" ] || fail "$file was not installed"
+done
+readelf -dW bin/odbcadmin | grep -q 'RUNPATH.*\[$ORIGIN/../lib\]' || fail "bin/odbcadmin does not look in ../lib"
+ldd bin/odbcadmin | grep -q "libodbcinst.so.1 => $prefix/" || fail "bin/odbcadmin found another libodbcinst.so.1"
+
+export HOME=$work/home
+mkdir "$HOME"
+bin/odbcadmin driver add Plain --lib /opt/libplain.so --setup "$prefix/lib/libjxsetup.so" 2>"$work/warning"
+bin/odbcadmin dsn add Sales --driver Plain Server=db1
+[ "$(bin/odbcadmin dsn list)" = "Sales  Plain" ] || fail "dsn list printed something else"
+[ "$(bin/odbcadmin dsn get Sales Server)" = db1 ] || fail "dsn get printed something else"
+
+# The manual names every command that the help does, and man takes it as it stands.
+verbs() { bin/odbcadmin "$@" --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z]*\) .*/\1/p'; }
+for noun in $(verbs); do
+    inner=$(verbs "$noun")
+    for command in ${inner:-$noun}; do
+        [ -z "$inner" ] || command="$noun $command"
+        grep -qE "^\\.B $command( |\$)" share/man/man1/odbcadmin.1 || fail "odbcadmin.1 does not tell of \"$command\""
+    done
+done
+if command -v man >/dev/null && man --warnings -E UTF-8 -l -Tutf8 share/man/man1/odbcadmin.1 2>&1 >/dev/null | grep .; then
+    fail "man complains about odbcadmin.1"
+fi
+exit $failed

@@ -1,0 +1,98 @@
+// install: what a script enters, what a preview shows, what is refused.
+#include "admin_test.h"
+
+namespace jx::test {
+namespace {
+
+constexpr const char* kScript = R"([ODBC Drivers]
+"Small"=
+"Other"=
+"Empty"=
+[ODBC Translators]
+"Latin"=
+[Small]
+"Driver"=1,libsmall.so,,,,2024-01-15,,,,,,,,,,0,,,,,
+[Small-Keys]
+FileUsage=0
+CreateDSN=Notes
+[Other]
+"Driver"=1,libother.so,,,,2024-01-15,,,,,,,,,,0,,,,,
+[Latin]
+"Translator"=1,liblatin.so,,,,2024-01-15,,,,,,,,,,0,,,,,
+[Empty]
+)";
+
+class Install : public AdminTest {
+protected:
+    Install() {
+        home_.put("odbc.inf", kScript);
+        home_.put("libsmall.so", "no library");
+    }
+
+    const std::string script_ = home_.file("odbc.inf");
+};
+
+TEST_F(Install, EntersADriverAndTellsWhatWasEntered) {
+    const std::string shown = out({"install", script_, "small"});
+    EXPECT_EQ(shown, "driver       Small  added  " + home_.file("libsmall.so") +
+                         "  broken\n"
+                         "translator   Latin  added  " +
+                         home_.file("liblatin.so") +
+                         "  missing\n"
+                         "data source  Notes  added  Small\n"
+                         "Installed from " +
+                         script_ + "\n");
+    EXPECT_EQ(out({"driver", "list", "-q"}), "Plain\nSmall\n");
+    EXPECT_EQ(out({"dsn", "get", "Notes", "Driver"}), home_.file("libsmall.so") + "\n");
+    EXPECT_NE(sources().find("; the shop\n[Sales]\n"), std::string::npos);
+    out({"install", script_, "Small", "-q"});
+    EXPECT_EQ(out({"install", script_, "Small", "-q"}), "");
+    const auto object = json({"install", script_, "Small"});
+    EXPECT_EQ(object["result"], "unchanged");
+    EXPECT_EQ(object["drivers"][0]["status"], "unchanged");
+    EXPECT_EQ(object["dataSources"].size(), 0U);
+}
+
+TEST_F(Install, FromSaysWhereTheLibrariesLie) {
+    out({"install", script_, "Other", "--from", home_.path() + "/", "-q"});
+    EXPECT_EQ(out({"driver", "show", "Other", "-q"}), "[Other]\nDriver=" + home_.file("libother.so") + "\n");
+    const ProgramResult none = run({"install", script_, "--from", home_.file("none")});
+    EXPECT_EQ(none.code, 7);
+    EXPECT_EQ(none.err, "odbcadmin: There is no directory " + home_.file("none") +
+                            "\n  Give --from the directory where the libraries lie.\n");
+}
+
+TEST_F(Install, APreviewWritesNothingAndShowsBothFiles) {
+    const std::string shown = out({"install", script_, "Small", "-n"});
+    EXPECT_EQ(shown.find("--- " + home_.file(".odbcinst.ini") + "\n+++ " + home_.file(".odbcinst.ini") + "\n"), 0U);
+    EXPECT_NE(shown.find("\n+Small=Installed\n"), std::string::npos) << shown;
+    EXPECT_NE(shown.find("\n--- " + home_.file(".odbc.ini") + "\n"), std::string::npos) << shown;
+    EXPECT_NE(shown.find("\n+Notes=Small\n"), std::string::npos) << shown;
+    EXPECT_EQ(run({"install", script_, "Small", "--check"}).code, 9);
+    EXPECT_EQ(sources(), kSources);
+    EXPECT_EQ(drivers(), kDrivers);
+}
+
+TEST_F(Install, ADriverThatDoesNotGetInIsAFailure) {
+    const ProgramResult result = run({"install", script_});
+    EXPECT_EQ(result.code, 1);
+    EXPECT_NE(result.out.find("driver       Other  added"), std::string::npos) << result.out;
+    EXPECT_NE(result.err.find("odbcadmin: Not installed: Empty\n  Its section in "), std::string::npos) << result.err;
+}
+
+TEST_F(Install, RefusesWhatTheScriptDoesNotOffer) {
+    const ProgramResult unknown = run({"install", script_, "Smlal"});
+    EXPECT_EQ(unknown.code, 3);
+    EXPECT_EQ(unknown.err, "odbcadmin: There is no driver Smlal in " + script_ + "\n  Did you mean Small?\n");
+    EXPECT_EQ(run({"install", home_.file("none.inf")}).code, 7);
+    EXPECT_EQ(run({"install", home_.path()}).code, 7);
+    home_.put("odbc.inf", "[Small]\n");
+    EXPECT_EQ(run({"install", script_}).code, 3);
+    EXPECT_EQ(run({"install"}).code, 2);
+    home_.put("odbc.inf", "[ODBC Drivers]\n\"\"=\n\"A\n[A]\n");
+    EXPECT_EQ(run({"install", script_}).code, 1);
+    EXPECT_EQ(drivers().find("[A]\nDriver"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace jx::test

@@ -1,0 +1,207 @@
+// The command line itself: global options, wrong use, help; and files that cannot be had.
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdlib>
+
+#include "admin_test.h"
+
+namespace jx::test {
+namespace {
+
+class Line : public AdminTest {};
+
+TEST_F(Line, GlobalOptionsStandAnywhere) {
+    const std::string expected = out({"--json", "dsn", "show", "Sales"});
+    EXPECT_EQ(out({"dsn", "--json", "show", "Sales"}), expected);
+    EXPECT_EQ(out({"dsn", "show", "--json", "Sales"}), expected);
+    EXPECT_EQ(out({"dsn", "show", "Sales", "--json"}), expected);
+}
+
+TEST_F(Line, WhatFollowsTwoDashesIsNeverAnOption) {
+    out({"-q", "dsn", "add", "X", "--driver", "Plain", "--", "-a=1", "--b=2", "--=3"});
+    EXPECT_EQ(out({"dsn", "show", "X", "-q"}), "[X]\nDriver=/opt/libplain.so\n-a=1\n--b=2\n--=3\n");
+    out({"dsn", "unset", "X", "--", "-a", "--"});
+    EXPECT_EQ(out({"dsn", "show", "X", "-q"}), "[X]\nDriver=/opt/libplain.so\n--b=2\n");
+}
+
+TEST_F(Line, DryRunPrintsAUnifiedDiffAndWritesNothing) {
+    const std::string path = home_.file(".odbc.ini");
+    EXPECT_EQ(out({"dsn", "set", "Sales", "Server=db2", "-n"}), "--- " + path + "\n+++ " + path + R"(
+@@ -6,7 +6,7 @@
+ ; the shop
+ [Sales]
+ Driver=/opt/libplain.so
+-Server = db1
++Server = db2
+ PWD=********
+ 
+ [Accounts]
+)");
+    EXPECT_EQ(sources(), kSources);
+}
+
+TEST_F(Line, DryRunHidesSecretsUnlessAsked) {
+    EXPECT_EQ(out({"dsn", "set", "Sales", "PWD=neu", "-n"}).find("neu"), std::string::npos);
+    EXPECT_NE(out({"dsn", "set", "Sales", "PWD=neu", "-n", "--show-secrets"}).find("+PWD=neu\n"), std::string::npos);
+    const auto shown = json({"dsn", "set", "Sales", "Server=x", "-n"});
+    EXPECT_EQ(shown["result"], "would change");
+    EXPECT_NE(shown["difference"].get<std::string>().find("+Server = x"), std::string::npos);
+}
+
+TEST_F(Line, TheDiffCanBeAppliedWithPatch) {
+    home_.put("diff", out({"dsn", "copy", "Sales", "New", "-n", "--show-secrets"}));
+    const ProgramResult patched = runProgram("/usr/bin/patch", {"-s", home_.file(".odbc.ini"), home_.file("diff")});
+    if (patched.code == 127)
+        return;  // no patch on this system
+    EXPECT_EQ(patched.code, 0) << patched.out;
+    const std::string byPatch = sources();
+    home_.put(".odbc.ini", kSources);
+    out({"dsn", "copy", "Sales", "New"});
+    EXPECT_EQ(byPatch, sources());
+}
+
+// Every verb that can change a file: nothing is written with --dry-run and --check, and --check gives 9.
+TEST_F(Line, EveryChangingVerbLeavesTheFilesAloneWhenAsked) {
+    const std::vector<std::vector<std::string>> lines{{"dsn", "add", "X", "--driver", "Plain"},
+                                                      {"dsn", "ensure", "X", "--driver", "Plain"},
+                                                      {"dsn", "set", "Sales", "a=b"},
+                                                      {"dsn", "unset", "Sales", "PWD"},
+                                                      {"dsn", "rename", "Sales", "X"},
+                                                      {"dsn", "copy", "Sales", "X"},
+                                                      {"dsn", "remove", "Sales"},
+                                                      {"dsn", "default", "Sales"},
+                                                      {"driver", "add", "X", "--lib", "/x.so"},
+                                                      {"driver", "ensure", "Plain", "--lib", "/x.so"},
+                                                      {"driver", "remove", "Plain", "--with-dsns"},
+                                                      {"translator", "add", "X", "--lib", "/x.so"},
+                                                      {"trace", "on", "/tmp/x"},
+                                                      {"config", "set", ".odbc.ini", "a", "b", "c"},
+                                                      {"config", "unset", ".odbc.ini", "Sales"}};
+    for (std::vector<std::string> line : lines) {
+        SCOPED_TRACE(line[0] + " " + line[1]);
+        line.emplace_back("--check");
+        EXPECT_EQ(run(line).code, 9);
+        line.back() = "--dry-run";
+        EXPECT_NE(out(line).find("@@ "), std::string::npos);
+        EXPECT_EQ(sources(), kSources);
+        EXPECT_EQ(drivers(), kDrivers);
+        line.pop_back();
+        out(line);
+        EXPECT_TRUE(sources() != kSources || drivers() != kDrivers);
+        home_.put(".odbc.ini", kSources);
+        home_.put(".odbcinst.ini", kDrivers);
+    }
+    EXPECT_EQ(run({"dsn", "ensure", "Sales", "Server=db1", "--check"}).code, 0);
+}
+
+TEST_F(Line, HomeWinsOverTheEnvironment) {
+    mkdir(home_.file("other").c_str(), 0700);
+    setenv("ODBCINI", home_.file(".odbc.ini").c_str(), 1);
+    EXPECT_EQ(out({"dsn", "list", "-q", "--home", home_.file("other")}), "");
+    out({"--home", home_.file("other"), "driver", "add", "D", "--lib", "/d.so", "-q"});
+    EXPECT_EQ(home_.text("other/.odbcinst.ini"), "[ODBC Drivers]\nD=Installed\n\n[D]\nDriver=/d.so\n");
+    EXPECT_EQ(drivers(), kDrivers);
+    EXPECT_EQ(run({"dsn", "list", "--home", home_.file("absent")}).code, 7);
+    EXPECT_EQ(run({"dsn", "list", "--home", home_.file(".odbc.ini")}).code, 7);
+}
+
+TEST_F(Line, TheEnvironmentNamesTheFiles) {
+    home_.put("mine.ini", "[ODBC Data Sources]\nMine=Plain\n");
+    setenv("ODBCINI", home_.file("mine.ini").c_str(), 1);
+    EXPECT_EQ(out({"dsn", "list", "-q"}), "Mine\n");
+}
+
+TEST_F(Line, WrongUseIsToldInTwoLines) {
+    for (const std::vector<std::string>& line : std::vector<std::vector<std::string>>{{},
+                                                                                      {"nosuch"},
+                                                                                      {"dsn"},
+                                                                                      {"dsn", "nosuch"},
+                                                                                      {"dsn", "show"},
+                                                                                      {"dsn", "show", "a", "b"},
+                                                                                      {"dsn", "list", "--nosuch"},
+                                                                                      {"dsn", "add", "X"},
+                                                                                      {"driver", "add", "X"},
+                                                                                      {"--home"}}) {
+        SCOPED_TRACE(testing::PrintToString(line));
+        const ProgramResult result = run(line);
+        EXPECT_EQ(result.code, 2);
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 2) << result.err;
+    }
+    EXPECT_NE(run({"dsn", "lst"}).err.find("Did you mean list?"), std::string::npos);
+    EXPECT_NE(run({"dsm", "list"}).err.find("Did you mean dsn?"), std::string::npos);
+}
+
+TEST_F(Line, HelpStandsAtEveryLevelWithExamples) {
+    EXPECT_NE(out({"--help"}).find("Exit codes: 0 done"), std::string::npos);
+    EXPECT_NE(out({"--help"}).find("Examples:\n  odbcadmin "), std::string::npos);
+    EXPECT_NE(out({"dsn", "--help"}).find("ensure"), std::string::npos);
+    EXPECT_NE(out({"dsn", "add", "--help"}).find("Examples:\n  odbcadmin dsn add "), std::string::npos);
+    EXPECT_EQ(out({"--version"}).rfind("odbcadmin ", 0), 0U);
+}
+
+TEST_F(Line, QuietSaysNothing) {
+    EXPECT_EQ(out({"-q", "dsn", "set", "Sales", "a=b"}), "");
+    EXPECT_EQ(run({"-q", "dsn", "add", "X", "--driver", "Plain"}).err, "");
+}
+
+TEST_F(Line, AnUnreadableFileIsFileTrouble) {
+    chmod(home_.path().c_str(), 0777);
+    chmod(home_.file(".odbc.ini").c_str(), 0);
+    chmod(home_.file(".odbcinst.ini").c_str(), 0644);
+    const ProgramResult result = runProgram(JX_ODBCADMIN, {"dsn", "list"}, {}, As::nobody);
+    if (result.code == 127)
+        GTEST_FAIL() << "the command lies where not everyone may run it";
+    EXPECT_EQ(result.code, 7);
+    EXPECT_EQ(result.err, "odbcadmin: Cannot open " + home_.file(".odbc.ini") +
+                              ": Permission denied\n  Look at the rights of the file and of its directory: ls -ld.\n");
+    EXPECT_EQ(runProgram(JX_ODBCADMIN, {"dsn", "set", "Sales", "a=b"}, {}, As::nobody).code, 7);
+}
+
+TEST_F(Line, ADirectoryThatCannotBeWrittenToIsFileTrouble) {
+    chmod(home_.path().c_str(), 0755);
+    chmod(home_.file(".odbc.ini").c_str(), 0644);
+    chmod(home_.file(".odbcinst.ini").c_str(), 0644);
+    const ProgramResult result = runProgram(JX_ODBCADMIN, {"dsn", "ensure", "Sales", "a=b"}, {}, As::nobody);
+    EXPECT_EQ(result.code, 7);
+    EXPECT_EQ(sources(), kSources);
+}
+
+TEST_F(Line, ADirectoryInPlaceOfTheFileIsFileTrouble) {
+    unlink(home_.file(".odbc.ini").c_str());
+    mkdir(home_.file(".odbc.ini").c_str(), 0700);
+    EXPECT_EQ(run({"dsn", "list"}).code, 7);
+    EXPECT_EQ(run({"dsn", "add", "X", "--driver", "Plain"}).code, 7);
+    EXPECT_EQ(run({"dsn", "default", "--unset"}).code, 7);
+    EXPECT_EQ(run({"export"}).code, 7);
+}
+
+TEST_F(Line, AFifoInPlaceOfTheFileIsFileTroubleAndNoWait) {
+    unlink(home_.file(".odbc.ini").c_str());
+    ASSERT_EQ(mkfifo(home_.file(".odbc.ini").c_str(), 0600), 0);
+    EXPECT_EQ(run({"dsn", "list"}).code, 7);
+    EXPECT_EQ(run({"trace", "on", "/tmp/x"}).code, 7);
+}
+
+// This one takes the ten seconds a change waits for its turn.
+TEST_F(Line, ATurnThatIsNotObtainedHasItsOwnCode) {
+    const int lock = open(home_.file(".odbc.ini.lock").c_str(), O_CREAT | O_RDWR | O_CLOEXEC, 0600);
+    ASSERT_GE(lock, 0);
+    ASSERT_EQ(flock(lock, LOCK_EX), 0);
+    const ProgramResult result = run({"dsn", "ensure", "Sales", "a=b"});
+    EXPECT_EQ(result.code, 8) << result.err;
+    EXPECT_NE(result.err.find("Another program is changing the file"), std::string::npos);
+    EXPECT_EQ(run({"dsn", "ensure", "Sales", "a=b", "--check"}).code, 9);
+    EXPECT_EQ(sources(), kSources);
+    close(lock);
+}
+
+TEST_F(Line, AResultThatCannotBeWrittenIsAFailure) {
+    EXPECT_EQ(runProgram("/bin/sh", {"-c", std::string(JX_ODBCADMIN) + " dsn list >/dev/full"}).code, 1);
+}
+
+}  // namespace
+}  // namespace jx::test

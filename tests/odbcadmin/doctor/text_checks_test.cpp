@@ -1,0 +1,312 @@
+// The checks of the two files: where they are, how their lines are written, where their names lead, tracing.
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <sstream>
+
+#include "doctor_fixture.h"
+#include "odbcadmin/doctor/bug_report.h"
+#include "odbcadmin/doctor/checks.h"
+#include "odbcadmin/doctor/config_places.h"
+#include "odbcadmin/doctor/examination.h"
+#include "odbcadmin/doctor/explanation.h"
+#include "odbcadmin/doctor/file_checks.h"
+#include "odbcadmin/doctor/sql_state.h"
+#include "odbcadmin/doctor/syntax_checks.h"
+
+namespace jx::doctor::test {
+namespace {
+
+using namespace std::string_literals;
+
+// "identifier subject: fact" a line.
+std::string brief(const Findings& findings) {
+    std::string text;
+    for (const Finding& each : findings)
+        text.append(each.id + " " + each.subject + ": " + each.fact + "\n");
+    return text;
+}
+
+struct SyntaxRow {
+    std::string text;
+    std::string told;
+};
+
+TEST(SyntaxChecks, TellEachFaultWithItsLine) {
+    const SyntaxRow rows[] = {
+        {"", ""},
+        {"; nothing\n\n[A]\nx=1\n", ""},
+        {"[A]\nx=1", ""},
+        {"\xEF\xBB\xBF[A]\nx=1\n",
+         "syntax.byte-order-mark f:1: The file begins with a byte order mark; here it is passed over, elsewhere it "
+         "hides the first section.\n"},
+        {"[A]\r\nx=1\r\n",
+         "syntax.carriage-return f: 2 of 2 lines end with a carriage return; here it counts as part of the line end, "
+         "elsewhere as part of the value.\n"},
+        {"[A]\nx=1\ry\n", "syntax.carriage-return f:2: There is a carriage return inside the line.\n"},
+        {"[A]\nx=1\0y\n"s,
+         "syntax.nul f:2: There is a NUL byte in the line: a name that holds one is never found, and a value ends "
+         "there.\n"},
+        {"[A]\nx=gr\xFC\xDF\n", "syntax.not-utf8 f:2: The line is not UTF-8: programs differ in how they read it.\n"},
+        {"[A]\nx\xC2\xA0=1\n",
+         "syntax.invisible-character f:2: The line holds U+00A0 (no-break space), which looks like nothing or a blank "
+         "and is neither.\n"},
+        {"[A]\nx=a\xE2\x80\x8B\n",
+         "syntax.invisible-character f:2: The line holds U+200B (zero-width space), which looks like nothing or a "
+         "blank and is neither.\n"},
+        {"[A]\nx=1 \n", "syntax.trailing-blanks f:2: Blanks at the end of the line are no part of its value.\n"},
+        {"[A]\nx=1\n[B]\n[a]\ny=2\n",
+         "syntax.duplicate-section f:4: The section \"a\" begins in line 1 already; here the two count as one, "
+         "elsewhere one may hide the other.\n"},
+        {"[A]\nx=1\nX=2\n", "syntax.duplicate-key f:3: The key \"X\" stands in line 2 already, and that one counts.\n"},
+        {"x=1\n[A]\n",
+         "syntax.key-before-section f:1: The key \"x\" stands before any section, so it belongs to none.\n"},
+        {"[A]\nx\n", "syntax.no-equals f:2: The line \"x\" has no \"=\": it is a key with an empty value.\n"},
+        {"[A]\nPWD geheim\n",
+         "syntax.no-equals f:2: The line \"PWD\" has no \"=\": it is a key with an empty value.\n"},
+        {"[A]\n=1\n", "syntax.no-key f:2: There is no key before the \"=\": the line means nothing.\n"},
+        {"[]\nx=1\n", "syntax.no-key f:1: The section has no name, so nobody can ask for its keys.\n"},
+        {"[A\nx=1\n",
+         "syntax.unclosed-bracket f:1: The header \"[A\" is never closed: the keys below it belong to the section "
+         "above it.\nsyntax.key-before-section f:2: The key \"x\" stands before any section, so it belongs to none.\n"},
+    };
+    for (const SyntaxRow& row : rows) {
+        SCOPED_TRACE(row.text);
+        EXPECT_EQ(brief(checkSyntaxOf("f", row.text)), row.told);
+    }
+}
+
+TEST(SyntaxChecks, AFaultOfManyLinesIsToldFiveTimesAndCounted) {
+    std::string text = "[A]\n";
+    for (int i = 0; i < 9; ++i)
+        text.append("k" + std::to_string(i) + "\n");
+    const Findings findings = checkSyntaxOf("f", text);
+    ASSERT_EQ(findings.size(), 5U);
+    EXPECT_EQ(findings[4].fact, "The line \"k4\" has no \"=\": it is a key with an empty value. So are 4 more lines.");
+}
+
+// Whatever the bytes are, a finding or none comes of them.
+TEST(SyntaxChecks, TakeAnyBytes) {
+    for (const std::size_t size : {0U, 1U, 2U, 255U, 32767U, 32768U, 65535U, 70000U}) {
+        for (const char byte : {'\0', '[', '=', '\n', '\r', '\xEF', 'x'})
+            checkSyntaxOf("f", std::string(size, byte));
+    }
+    SUCCEED();
+}
+
+class FileChecks : public testing::Test {
+protected:
+    std::string told() const { return replaced(brief(checkFiles(configPlaces(home_.file("etc")))), home_.path(), "~"); }
+
+    DoctorHome home_;
+};
+
+TEST_F(FileChecks, AbsentFilesAreANote) {
+    EXPECT_EQ(told(),
+              "files.missing ~/.odbc.ini: ~/.odbc.ini is not there: it is as if it were empty.\n"
+              "files.missing ~/.odbcinst.ini: ~/.odbcinst.ini is not there: it is as if it were empty.\n");
+}
+
+TEST_F(FileChecks, VariablesAreLookedAt) {
+    home_.put(".odbc.ini", "");
+    home_.put(".odbcinst.ini", "");
+    ::setenv("ODBCINI", "", 1);
+    EXPECT_EQ(
+        told(),
+        "files.variable-empty ODBCINI: ODBCINI is set to nothing, which counts as not set: ~/.odbc.ini is the file.\n");
+    ::setenv("ODBCINI", home_.file("other.ini").c_str(), 1);
+    EXPECT_EQ(told(),
+              "files.named-missing ~/other.ini: ODBCINI names ~/other.ini, which is not there.\n"
+              "files.shadowed ~/.odbc.ini: ~/.odbc.ini is there and is not read: ~/other.ini counts instead.\n");
+    ::setenv("ODBCINI", "some.ini", 1);
+    EXPECT_TRUE(
+        told().starts_with("files.variable-relative ODBCINI: ODBCINI is \"some.ini\", a path that means another "
+                           "file in every directory a program is started in.\n"))
+        << told();
+}
+
+TEST_F(FileChecks, AFileForAllUsersIsToldAsIgnored) {
+    std::filesystem::create_directory(home_.file("etc"));
+    home_.put(".odbc.ini", "");
+    home_.put(".odbcinst.ini", "");
+    home_.put("etc/odbcinst.ini", "[X]\n");
+    EXPECT_EQ(told(),
+              "files.system-wide-ignored ~/etc/odbcinst.ini: ~/etc/odbcinst.ini is there; this library reads no file "
+              "for all users.\n");
+}
+
+TEST_F(FileChecks, ADirectoryAPipeAndLinksThatLeadNowhereAreTold) {
+    std::filesystem::create_directory(home_.file(".odbc.ini"));
+    ::mkfifo(home_.file(".odbcinst.ini").c_str(), 0600);
+    EXPECT_EQ(told().find("files.not-regular ~/.odbc.ini: "), 0U) << told();
+    EXPECT_NE(told().find("files.not-regular ~/.odbcinst.ini: "), std::string::npos) << told();
+    std::filesystem::remove(home_.file(".odbc.ini"));
+    std::filesystem::remove(home_.file(".odbcinst.ini"));
+    std::filesystem::create_symlink("gone.ini", home_.file(".odbc.ini"));
+    std::filesystem::create_symlink(".odbcinst.ini", home_.file(".odbcinst.ini"));
+    EXPECT_EQ(
+        told(),
+        "files.dangling-link ~/.odbc.ini: ~/.odbc.ini is a symbolic link to gone.ini, which is not there.\n"
+        "files.dangling-link ~/.odbcinst.ini: ~/.odbcinst.ini is a symbolic link to .odbcinst.ini, which leads back to "
+        "itself.\n");
+}
+
+TEST_F(FileChecks, APasswordInAFileThatOthersMayReadIsTold) {
+    home_.put(".odbc.ini", "[A]\nPWD=geheim\n");
+    home_.put(".odbcinst.ini", "[A]\nDriver=/x\n");
+    ::chmod(home_.file(".odbcinst.ini").c_str(), 0644);
+    EXPECT_EQ(told(), "");
+    ::chmod(home_.file(".odbc.ini").c_str(), 0644);
+    const std::string text = told();
+    EXPECT_EQ(text.find("files.password-open ~/.odbc.ini: ~/.odbc.ini (-rw-r--r-- "), 0U) << text;
+    EXPECT_NE(text.find(") holds a password and can be read by everybody.\n"), std::string::npos) << text;
+    EXPECT_EQ(text.find("geheim"), std::string::npos);
+}
+
+class NameChecks : public testing::Test {
+protected:
+    std::string told(const std::string& sources, const std::string& drivers) {
+        home_.put(".odbc.ini", sources);
+        home_.put(".odbcinst.ini", drivers);
+        Findings findings = lint(readRecords(), home_.file("etc"));
+        std::erase_if(findings, [](const Finding& each) { return !each.id.starts_with("names."); });
+        return home_.dump(findings);
+    }
+
+    DoctorHome home_;
+    const std::string good_ = "[ODBC Drivers]\nD=Installed\n[D]\nDriver=/l/d.so\nSetup=/l/s.so\n";
+};
+
+TEST_F(NameChecks, NothingIsToldOfWhatIsInOrder) {
+    EXPECT_EQ(told("[ODBC Data Sources]\nA=D\n[A]\nDriver=/l/d.so\n[ODBC]\nTrace=0\n", good_), "");
+    EXPECT_EQ(told("", ""), "");
+}
+
+TEST_F(NameChecks, AnUnknownDriverIsToldWithNearMatches) {
+    EXPECT_EQ(told("[ODBC Data Sources]\nA=SQLit3\n[A]\nDriver=/l/d.so\n",
+                   "[ODBC Drivers]\nSQLite3=Installed\n[SQLite3]\nDriver=/l/d.so\nSetup=/l/s.so\n"),
+              "error names.driver-unknown data source A\n"
+              "  ~/.odbc.ini:2: its driver is \"SQLit3\", and ~/.odbcinst.ini has no such section.\n"
+              "  Did you mean SQLite3?\n");
+}
+
+TEST_F(NameChecks, ListsAndSectionsThatDoNotMatchAreTold) {
+    EXPECT_EQ(
+        told("[ODBC Data Sources]\nSales=D\n[Salse]\nDriver=/l/d.so\n", good_),
+        "error names.no-section data source Sales\n"
+        "  ~/.odbc.ini:2 lists it, and ~/.odbc.ini has no section [Sales].\n"
+        "  Did you mean Salse?\n"
+        "warning names.not-listed data source Salse\n"
+        "  ~/.odbc.ini:3 has its section, and [ODBC Data Sources] does not list it: programs that offer a choice leave "
+        "it out.\n"
+        "  List it with the name of its driver.\n");
+    EXPECT_EQ(
+        told("", "[ODBC Drivers]\nE=Installed\n[D]\nDriver=/l/d.so\n"),
+        "error names.no-section driver E\n"
+        "  ~/.odbcinst.ini:2 lists it, and there is no section [E].\n"
+        "  Add it anew with odbcadmin driver add, or remove it.\n"
+        "warning names.not-listed driver D\n"
+        "  ~/.odbcinst.ini:3 has its section, and [ODBC Drivers] does not list it: programs that offer a choice leave "
+        "it "
+        "out.\n"
+        "  List it: D=Installed\n"
+        "note names.no-setup-key driver D\n"
+        "  ~/.odbcinst.ini:3: the section has no value for Setup, so programs cannot add or change its data sources.\n"
+        "  Name its setup library there; libjxsetup.so does for drivers that bring none.\n");
+}
+
+TEST_F(NameChecks, RelativeStaleAndMissingPathsAreTold) {
+    EXPECT_EQ(told("[ODBC Data Sources]\nA=D\nB=D\nC=D\n[A]\nDriver=d.so\n[B]\nDriver=lib/d.so\n[C]\nx=1\n", good_),
+              "warning names.relative-path data source A\n"
+              "  ~/.odbc.ini:6: Driver is \"d.so\", which the loader looks for where it looks for libraries.\n"
+              "  Give the full path of the library.\n"
+              "warning names.stale-path data source A\n"
+              "  ~/.odbc.ini:6: Driver is d.so; the driver D has /l/d.so (~/.odbcinst.ini:4).\n"
+              "  Enter the driver's path, unless the other is meant.\n"
+              "warning names.relative-path data source B\n"
+              "  ~/.odbc.ini:8: Driver is \"lib/d.so\", which means another file in every directory a program is "
+              "started in.\n"
+              "  Give the full path of the library.\n"
+              "warning names.stale-path data source B\n"
+              "  ~/.odbc.ini:8: Driver is lib/d.so; the driver D has /l/d.so (~/.odbcinst.ini:4).\n"
+              "  Enter the driver's path, unless the other is meant.\n"
+              "error names.no-library-key data source C\n"
+              "  ~/.odbc.ini:9: the section has no value for Driver.\n"
+              "  Enter the full path of the driver's library there.\n");
+}
+
+TEST_F(NameChecks, ForbiddenLongAndReservedNamesAreTold) {
+    const std::string longest(32, 'n');
+    EXPECT_EQ(told("[ODBC Data Sources]\n" + longest + "=D\n[" + longest + "]\nDriver=/l/d.so\n", good_), "");
+    const std::string text = told("[ODBC Data Sources]\na;b=D\n" + longest + "n=D\nODBC=D\n[a;b]\nDriver=/l/d.so\n[" +
+                                      longest + "n]\nDriver=/l/d.so\n",
+                                  good_);
+    EXPECT_NE(
+        text.find("warning names.forbidden-character data source a;b\n  ~/.odbc.ini:2: the name holds \";\", which the "
+                  "standard forbids in names of data sources.\n"),
+        std::string::npos)
+        << text;
+    EXPECT_NE(text.find("~/.odbc.ini:3: the name has 33 bytes; the standard allows 32.\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("error names.reserved data source ODBC\n"), std::string::npos) << text;
+}
+
+TEST(EnvironmentChecks, TracingIsToldWithTheSizeOfItsFile) {
+    const DoctorHome home;
+    const auto told = [&](const std::string& settings) {
+        home.put(".odbc.ini", "[ODBC]\n" + settings);
+        return home.dump(checkEnvironment(readRecords()));
+    };
+    home.put("trace.log", std::string(1234, 'x'));
+    EXPECT_EQ(told("Trace=0\nTraceFile=" + home.file("trace.log") + "\n"), "");
+    EXPECT_EQ(told("Trace=1\nTraceFile=" + home.file("trace.log") + "\n"),
+              "warning environment.tracing-on tracing\n"
+              "  ~/.odbc.ini:2: tracing is on; its file ~/trace.log has 1234 bytes.\n"
+              "  It slows every call down and records values: turn it off with odbcadmin trace off.\n");
+    EXPECT_NE(told("Trace=1\nTraceFile=" + home.file("new.log") + "\n").find("~/new.log is not there yet."),
+              std::string::npos);
+}
+
+TEST(BugReport, HidesSecretsWhereverTheyStand) {
+    const DoctorHome home;
+    home.put(".odbc.ini",
+             "[A]\nPWD=geheim\n;Password=geheim\nPWD geheim\nConnection=Server=x;Pwd=geheim;Port=1\nDriver=/l/d.so\n");
+    const std::string report = bugReport("1.2", configPlaces(), lint(readRecords()));
+    EXPECT_EQ(report.find("geheim"), std::string::npos) << report;
+    EXPECT_NE(report.find("PWD=********\n"), std::string::npos) << report;
+    EXPECT_NE(report.find("Connection=Server=x;Pwd=********;Port=1\n"), std::string::npos) << report;
+    EXPECT_NE(report.find("odbcadmin 1.2, "), std::string::npos) << report;
+    EXPECT_TRUE(report.ends_with("---- end ----\n"));
+}
+
+TEST(StateMeanings, AreThoseOfTheStateOrOfItsClass) {
+    EXPECT_STREQ(meaningOf("08999").meaning, "trouble with the connection");
+    EXPECT_STREQ(meaningOf("XX999").meaning, "a state of the driver's own");
+    for (const char* malformed : {"", "0", "080011", "IM0021"})
+        EXPECT_STREQ(meaningOf(malformed).meaning, "no state of the standard") << malformed;
+}
+
+// docs/doctor.md tells of every identifier, with its severity, and of no other.
+TEST(Documentation, ListsEveryIdentifier) {
+    std::ostringstream text;
+    text << std::ifstream(JX_SOURCE_FOLDER "/docs/doctor.md").rdbuf();
+    std::set<std::string> ids;
+    for (const Check& each : check::kAll) {
+        EXPECT_TRUE(ids.insert(each.id).second) << each.id;
+        const std::string row = std::string("| ") + each.id + " | " + severityWord(each.severity) + " | ";
+        EXPECT_NE(text.str().find(row), std::string::npos) << row;
+    }
+    std::istringstream lines(text.str());
+    std::size_t rows = 0;
+    for (std::string line; std::getline(lines, line);)
+        rows += line.starts_with("| ") && line.find('.') < line.find(" | ") ? 1 : 0;
+    EXPECT_EQ(rows, ids.size());
+}
+
+}  // namespace
+}  // namespace jx::doctor::test
