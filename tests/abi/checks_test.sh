@@ -60,7 +60,7 @@ fi
 rm src/api/fault.cpp
 
 # The check of the headers takes its time, so it gets a smaller tree.
-rm -r tests/* src/jxutl/* src/config/a src/config/b
+rm -r tests/* src/jxutl/* src/admin src/install src/setup src/odbcadmin src/config/a src/config/b
 mkdir src/jxutl/ini && cp "$root/src/jxutl/ini/jxini.h" src/jxutl/ini
 finds headers 'does not compile alone' src/config/fault.h <<<'inline std::string f() { return {}; }'
 finds headers 'does not compile alone' src/config/fault.h <<<'struct NoGuard {};'
