@@ -1,0 +1,103 @@
+// The additions to boxes and lists.
+#include "odbcadmin/assist/assistant.h"
+
+#include <dlfcn.h>
+#include <jxfiles.h>
+#include <odbcinst.h>
+
+#include <algorithm>
+#include <string_view>
+
+#include "odbcadmin/assist/dialogs.h"
+#include "odbcadmin/assist/driver_form.h"
+
+namespace jx::assist {
+
+namespace {
+
+// How the library's boxes about the end of a script installation begin.
+constexpr std::string_view kInstallation = "Installation ";
+
+bool isLibraryDialog(HWND dialog, unsigned short templateId) {
+    JxwDialogInfo info{};
+    return JXW_GetDialogInfo(dialog, &info) != 0 && info.templateId == templateId &&
+           std::string_view(info.module) == BJXHINST;
+}
+
+std::string loaderSentence() {
+    return reinterpret_cast<const char*>(bosLastLoadError());
+}
+
+// A load that succeeds makes the library forget the last failure; the C library is always there.
+void forgetLoaderSentence() {
+    if (loaderSentence().empty())
+        return;
+    void* library = bosLoadLibrary(reinterpret_cast<const unsigned char*>("libc.so.6"), 0);
+    if (library != nullptr)
+        dlclose(library);
+}
+
+std::string rowAt(HWND dialog, unsigned short list, int row) {
+    const int length = JXW_SendDlgItemMessage(dialog, list, LB_GETTEXTLEN, row, 0);
+    std::string text(static_cast<std::size_t>(std::max(length, 0)), '\0');
+    JXW_SendDlgItemMessage(dialog, list, LB_GETTEXT, row, reinterpret_cast<uintptr_t>(text.data()));
+    return text;
+}
+
+void refresh(HWND dialog, unsigned short list, unsigned short button) {
+    std::vector<std::string> missing = namesIn(INS_ODBCINST_FILENAME, INS_ODBCINI_DRIVERS);
+    for (int row = JXW_SendDlgItemMessage(dialog, list, LB_GETCOUNT, 0, 0) - 1; row >= 0; --row) {
+        if (std::erase(missing, rowAt(dialog, list, row)) == 0)
+            JXW_SendDlgItemMessage(dialog, list, LB_DELETESTRING, row, 0);
+    }
+    for (const std::string& name : missing)
+        JXW_SendDlgItemMessage(dialog, list, LB_ADDSTRING, 0, reinterpret_cast<uintptr_t>(name.c_str()));
+    const bool isEmpty = JXW_SendDlgItemMessage(dialog, list, LB_GETCOUNT, 0, 0) == 0;
+    if (!isEmpty && JXW_SendDlgItemMessage(dialog, list, LB_GETCURSEL, 0, 0) < 0)
+        JXW_SendDlgItemMessage(dialog, list, LB_SETCURSEL, 0, 0);
+    JXW_EnableWindow(JXW_GetDlgItem(dialog, button), isEmpty ? 0 : 1);
+}
+
+}  // namespace
+
+void refreshDriverLists() {
+    for (HWND dialog = JXW_NextDialog(0); dialog != 0; dialog = JXW_NextDialog(dialog)) {
+        if (isLibraryDialog(dialog, kDriversDialog))
+            refresh(dialog, kDriversList, kDriversDelete);
+        else if (isLibraryDialog(dialog, kAddDataSourceDialog))
+            refresh(dialog, kAddDataSourceList, IDOK);
+    }
+}
+
+void Assistant::opened(HWND dialog) {
+    if (isLibraryDialog(dialog, kAddDriverDialog))
+        beforeScript_ = Inventory::take();
+}
+
+void Assistant::beforeAction() {
+    forgetLoaderSentence();
+}
+
+std::string Assistant::boxText(const std::string& text) {
+    if (beforeScript_ && text.starts_with(kInstallation))
+        return text + "\n\n" + tellEntered(*beforeScript_, Inventory::take());
+    const std::string sentence = loaderSentence();
+    forgetLoaderSentence();
+    if (sentence.empty() || text.find(sentence) != std::string::npos)
+        return text;
+    return text + "\n\nThe loader says:\n" + sentence;
+}
+
+void Assistant::boxClosed() {
+    refreshDriverLists();
+}
+
+void Assistant::registerDriver(HWND owner) {
+    JxwDialogInfo info{};
+    if (JXW_GetDialogInfo(owner, &info) != 0 && std::string_view(info.module) == kFormModule)
+        return;
+    if (assist::registerDriver(owner))
+        refreshDriverLists();
+}
+
+}  // namespace jx::assist

@@ -1,0 +1,42 @@
+// What both screens add to the library's dialogs.
+#pragma once
+
+#include <jxscreen.h>
+
+#include <optional>
+#include <string>
+
+#include "odbcadmin/assist/entries.h"
+
+namespace jx::assist {
+
+// Assistant: hears what happens on one thread's screen.
+//
+// A box about a library that could not be loaded also shows the loader's own sentence. The box at the end of a script
+// installation, which the library always calls aborted, also says what the files show to have been entered. Lists of
+// drivers are brought up to date after that and after a driver was registered by hand.
+class Assistant {
+public:
+    // A dialog was opened.
+    void opened(HWND dialog);
+
+    // The user is about to do something: what earlier actions left behind is forgotten.
+    void beforeAction();
+
+    // The text to show for a message box.
+    std::string boxText(const std::string& text);
+
+    // After a message box was answered.
+    void boxClosed();
+
+    // Shows the dialog that registers a driver; owner is the dialog in front. Nothing when that dialog is in front.
+    void registerDriver(HWND owner);
+
+private:
+    std::optional<Inventory> beforeScript_;
+};
+
+// Brings the rows of open lists of drivers up to date with the file.
+void refreshDriverLists();
+
+}  // namespace jx::assist

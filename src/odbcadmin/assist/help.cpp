@@ -1,0 +1,199 @@
+// The sentences of the help line and of the help page.
+#include "odbcadmin/assist/help.h"
+
+#include <odbcinst.h>
+
+#include <string_view>
+
+#include "odbcadmin/assist/dialogs.h"
+#include "odbcadmin/assist/driver_form.h"
+#include "odbcadmin/assist/file_names.h"
+
+namespace jx::assist {
+
+namespace {
+
+struct Sentence {
+    std::string_view module;
+    unsigned short dialog;
+    unsigned short control;
+    const char* does;
+    const char* whyGrey;
+};
+
+constexpr std::string_view kLibrary = "odbcinst";
+constexpr std::string_view kOwn = kFormModule;
+
+constexpr const char* kChooseSource = "Choose a data source in the list first. None there? Add... makes one.";
+constexpr const char* kNoDriver = "No driver is registered yet. Press F2 to register one.";
+
+constexpr Sentence kSentences[] = {
+    {kLibrary, kDataSourcesDialog, kDataSourcesList, "Your data sources. Enter or a double click sets one up.", ""},
+    {kLibrary, kDataSourcesDialog, 105, "Changes the settings of the chosen data source.", kChooseSource},
+    {kLibrary, kDataSourcesDialog, 106, "Removes the chosen data source; asks first.", kChooseSource},
+    {kLibrary, kDataSourcesDialog, 107, "Makes a new data source for one of your drivers.", ""},
+    {kLibrary, kDataSourcesDialog, 108, "Shows, installs and removes drivers. F2 registers one by hand.", ""},
+    {kLibrary, kDataSourcesDialog, 109, "Turns the tracing of calls on and off.", ""},
+    {kLibrary, kDataSourcesDialog, 104, "Ends the program.", ""},
+    {kLibrary, kAddDataSourceDialog, kAddDataSourceList, "Choose the driver that reaches your database.", ""},
+    {kLibrary, kAddDataSourceDialog, IDOK, "Lets the chosen driver ask for the settings.", kNoDriver},
+    {kLibrary, kAddDataSourceDialog, IDCANCEL, "Makes no data source.", ""},
+    {kLibrary, kDriversDialog, kDriversList, "The drivers registered for you.", ""},
+    {kLibrary, kDriversDialog, 119, "Installs from a vendor's script (odbc.inf). F2 registers a driver without one.",
+     ""},
+    {kLibrary, kDriversDialog, kDriversDelete,
+     "Removes the chosen driver, deletes its files and its data sources; asks first.",
+     "Choose a driver in the list first. None there? F2 registers one."},
+    {kLibrary, kDriversDialog, 104, "Back to the data sources.", ""},
+    {kLibrary, kOptionsDialog, 111, "A driver manager that reads this setting writes its calls into the file.", ""},
+    {kLibrary, kOptionsDialog, 112, "Asks the driver manager to end the tracing with the program it traces.", ""},
+    {kLibrary, kOptionsDialog, 113, "The file that the calls are written to.", ""},
+    {kLibrary, kOptionsDialog, 114, "Not available: type the file's name above.", "Type the file's name above."},
+    {kLibrary, kOptionsDialog, IDOK, "Stores the three settings.", ""},
+    {kLibrary, kOptionsDialog, IDCANCEL, "Leaves the settings as they were.", ""},
+    {kLibrary, kAddDriverDialog, 133, "The directory with the vendor's odbc.inf. No such file? Escape, then F2.", ""},
+    {kLibrary, kAddDriverDialog, IDOK, "Reads the script in that directory.", "Type a directory first."},
+    {kLibrary, kAddDriverDialog, IDCANCEL, "Installs nothing.", ""},
+    {kLibrary, kInstallDialog, 130, "The drivers that the script can install.", ""},
+    {kLibrary, kInstallDialog, IDOK, "Installs the chosen driver.", "The script has no driver."},
+    {kLibrary, kInstallDialog, IDCANCEL, "Installs nothing.", ""},
+    {kLibrary, kInstallDialog, 131, "Options of the installation, and what the script says of versions.", ""},
+    {kLibrary, kAdvancedDialog, 121, "Kept for a later release; nothing reads it yet.", ""},
+    {kLibrary, kAdvancedDialog, 128, "Shows what the script says about its drivers' files.", ""},
+    {kLibrary, kVersionsDialog, 137, "Choose a driver to see its file below.", ""},
+    {kLibrary, kVersionsDialog, IDOK, "Does nothing here; Close leaves the dialog.", "Close leaves the dialog."},
+    {kLibrary, kVersionsDialog, IDCANCEL, "Back to the options.", ""},
+    {kLibrary, kTranslatorDialog, 144, "The translators registered for you.", ""},
+    {kLibrary, kTranslatorDialog, IDOK, "Takes the chosen translator.", "Choose a translator first."},
+    {kOwn, kFormDialog, kFormName, "Any name you like: data sources refer to the driver by it.", ""},
+    {kOwn, kFormDialog, kFormLibrary, "The driver's file, with its whole path. Its package lists it (dpkg -L NAME).",
+     ""},
+    {kOwn, kFormDialog, kFormSetup, "Asks for the settings of data sources. The proposed one works for any driver.",
+     ""},
+    {kOwn, kFormDialog, IDOK, "Tries the libraries in a process of their own, then enters the driver.", ""},
+    {kOwn, kFormDialog, IDCANCEL, "Registers nothing.", ""},
+};
+
+const Sentence* find(const JxwDialogInfo& dialog, unsigned short control) {
+    for (const Sentence& sentence : kSentences) {
+        if (control != 0 && sentence.dialog == dialog.templateId && sentence.control == control &&
+            sentence.module == dialog.module)
+            return &sentence;
+    }
+    return nullptr;
+}
+
+// For the dialogs of drivers, which nobody knows here.
+std::string byKind(const JxwControlInfo& control) {
+    switch (control.kind) {
+        case JXW_LISTBOX:
+            return "Choose a row with the arrows or its first letters.";
+        case JXW_EDIT:
+            return "Type the value.";
+        case JXW_CHECKBOX:
+            return "Space turns it on and off.";
+        case JXW_RADIO:
+            return "The arrows choose one of the group.";
+        case JXW_BUTTON:
+            return control.id == IDCANCEL ? "Leaves without a change." : "Enter or space presses it.";
+        default:
+            return {};
+    }
+}
+
+std::string emptyListHelp(const JxwDialogInfo& dialog, const JxwControlInfo& control) {
+    if (dialog.module != kLibrary || control.kind != JXW_LISTBOX || control.rowCount > 0)
+        return {};
+    switch (dialog.templateId) {
+        case kDataSourcesDialog:
+            return "No data source yet: Add... makes one, after a driver is registered (F2).";
+        case kAddDataSourceDialog:
+            return kNoDriver;
+        case kDriversDialog:
+            return "No driver yet: F2 registers one, Add... runs a vendor's script.";
+        default:
+            return "There is nothing in this list.";
+    }
+}
+
+std::string labelOf(const JxwControlInfo& control) {
+    std::string text = withoutAccessKey(control.text);
+    if (text.ends_with(":"))
+        text.pop_back();
+    return text;
+}
+
+}  // namespace
+
+std::string withoutAccessKey(const std::string& text) {
+    std::string shown;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text[at] == '&' && at + 1 < text.size())
+            ++at;
+        shown.push_back(text[at]);
+    }
+    return shown;
+}
+
+std::string headingOf(HWND dialog) {
+    JxwDialogInfo info{};
+    if (JXW_GetDialogInfo(dialog, &info) == 0)
+        return {};
+    if (info.module == kOwn)
+        return "Registers a driver in " + shownPath(INS_ODBCINST_FILENAME);
+    if (info.module != kLibrary)
+        return info.title;
+    switch (info.templateId) {
+        case kDataSourcesDialog:
+            return "Data sources in " + shownPath(INS_ODBCINI_FILENAME);
+        case kAddDataSourceDialog:
+        case kDriversDialog:
+            return "Drivers in " + shownPath(INS_ODBCINST_FILENAME);
+        case kTranslatorDialog:
+            return "Translators in " + shownPath(INS_ODBCINST_FILENAME);
+        case kOptionsDialog:
+            return "Settings in " + shownPath(INS_ODBCINI_FILENAME);
+        default:
+            return info.title;
+    }
+}
+
+std::string helpOn(HWND dialog, int index) {
+    JxwDialogInfo info{};
+    JxwControlInfo control{};
+    if (JXW_GetDialogInfo(dialog, &info) == 0 || JXW_GetControlInfo(dialog, index, &control) == 0)
+        return {};
+    const Sentence* sentence = find(info, control.id);
+    if (control.enabled == 0) {
+        const std::string name = withoutAccessKey(control.text);
+        const bool isKnown = sentence != nullptr && *sentence->whyGrey != '\0';
+        return (name.empty() ? "This" : name) +
+               " is grey: " + (isKnown ? sentence->whyGrey : "the dialog cannot use it at the moment.");
+    }
+    const std::string empty = emptyListHelp(info, control);
+    if (!empty.empty())
+        return empty;
+    return sentence != nullptr ? sentence->does : byKind(control);
+}
+
+std::string helpOnAll(HWND dialog) {
+    JxwDialogInfo info{};
+    if (JXW_GetDialogInfo(dialog, &info) == 0)
+        return {};
+    std::string text = headingOf(dialog) + "\n";
+    std::string label;
+    for (int index = 0; index < info.controlCount; ++index) {
+        JxwControlInfo control{};
+        JXW_GetControlInfo(dialog, index, &control);
+        const std::string help = helpOn(dialog, index);
+        const bool isNamed = control.kind != JXW_LISTBOX && control.kind != JXW_EDIT;
+        if (!help.empty() && control.enabled == 0 && isNamed)
+            text += "\n" + help;
+        else if (!help.empty() && control.kind != JXW_LABEL && control.kind != JXW_GROUPBOX)
+            text += "\n" + (isNamed ? labelOf(control) : label) + ": " + help;
+        label = labelOf(control);
+    }
+    return text;
+}
+
+}  // namespace jx::assist

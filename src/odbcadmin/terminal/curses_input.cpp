@@ -1,0 +1,219 @@
+// Keys, mouse and signals from a terminal, by way of ncurses.
+#include <poll.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+#include <cwchar>
+#include <vector>
+
+#include "odbcadmin/terminal/curses_terminal.h"
+
+// ncurses defines short names for everything; it comes last.
+#include "odbcadmin/terminal/curses.h"
+
+namespace jx::terminal {
+
+namespace {
+
+constexpr unsigned int kEscape = 27;
+constexpr unsigned int kDelete = 127;
+constexpr unsigned int kRedraw = 12;  // Ctrl-L
+constexpr long kDoublePress = 500;    // milliseconds
+
+long now() {
+    using namespace std::chrono;
+    return static_cast<long>(duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
+}
+
+Key keyOfCode(unsigned int code) {
+    switch (code) {
+        case KEY_UP:
+            return Key::up;
+        case KEY_DOWN:
+            return Key::down;
+        case KEY_LEFT:
+            return Key::left;
+        case KEY_RIGHT:
+            return Key::right;
+        case KEY_HOME:
+            return Key::home;
+        case KEY_END:
+            return Key::end;
+        case KEY_PPAGE:
+            return Key::pageUp;
+        case KEY_NPAGE:
+            return Key::pageDown;
+        case KEY_BACKSPACE:
+            return Key::backspace;
+        case KEY_DC:
+            return Key::erase;
+        case KEY_ENTER:
+            return Key::enter;
+        case KEY_BTAB:
+            return Key::backTab;
+        case KEY_F(1):
+            return Key::f1;
+        case KEY_F(2):
+            return Key::f2;
+        case KEY_RESIZE:
+            return Key::repaint;
+        default:
+            return Key::none;
+    }
+}
+
+Key keyOfControl(unsigned int code) {
+    switch (code) {
+        case '\r':
+        case '\n':
+            return Key::enter;
+        case '\t':
+            return Key::tab;
+        case '\b':
+        case kDelete:
+            return Key::backspace;
+        default:
+            return Key::none;
+    }
+}
+
+bool readKey(bool& isCode, unsigned int& code) {
+    wint_t read = 0;
+    const int result = get_wch(&read);
+    isCode = result == KEY_CODE_YES;
+    code = read;
+    return result != ERR;
+}
+
+}  // namespace
+
+void CursesTerminal::add(Key key) {
+    Input input;
+    input.key = key;
+    input.time = now();
+    ready_.push_back(input);
+}
+
+void CursesTerminal::addCharacter(unsigned int code, bool alt) {
+    Input input;
+    char bytes[MB_LEN_MAX] = {};
+    std::mbstate_t shift{};
+    const std::size_t length = std::wcrtomb(bytes, static_cast<wchar_t>(code), &shift);
+    if (length == static_cast<std::size_t>(-1))
+        return;
+    input.key = Key::character;
+    input.alt = alt;
+    input.text.assign(bytes, length);
+    input.time = now();
+    ready_.push_back(input);
+}
+
+// Alt arrives as an escape and the character.
+void CursesTerminal::takeEscape() {
+    bool isCode = false;
+    unsigned int code = 0;
+    if (!readKey(isCode, code) || code == kEscape) {
+        add(Key::escape);
+    } else if (!isCode && code >= ' ' && code != kDelete) {
+        addCharacter(code, /*alt=*/true);
+    } else {
+        add(Key::escape);
+        takeKey(isCode, code);
+    }
+}
+
+void CursesTerminal::addPress(Point place) {
+    Input input;
+    input.time = now();
+    input.place = place;
+    const bool isSecond =
+        lastPress_.key == Key::press && lastPress_.place == place && input.time - lastPress_.time <= kDoublePress;
+    input.key = isSecond ? Key::doublePress : Key::press;
+    lastPress_ = input;
+    ready_.push_back(input);
+}
+
+// What the mouse did since the last key arrives as one key, the newest event first.
+void CursesTerminal::takeMouse() {
+    std::vector<MEVENT> events;
+    MEVENT event{};
+    while (getmouse(&event) == OK)
+        events.push_back(event);
+    for (auto each = events.rbegin(); each != events.rend(); ++each) {
+        const Point place{each->x, each->y};
+        if ((each->bstate & BUTTON1_PRESSED) != 0) {
+            addPress(place);
+        } else if ((each->bstate & (BUTTON4_PRESSED | BUTTON5_PRESSED)) != 0) {
+            add((each->bstate & BUTTON4_PRESSED) != 0 ? Key::wheelUp : Key::wheelDown);
+            ready_.back().place = place;
+        }
+    }
+}
+
+void CursesTerminal::takeKey(bool isCode, unsigned int code) {
+    if (isCode && code == KEY_MOUSE) {
+        takeMouse();
+    } else if (isCode) {
+        add(keyOfCode(code));
+    } else if (code == kEscape) {
+        takeEscape();
+    } else if (code == kRedraw) {
+        clearok(curscr, TRUE);
+        add(Key::repaint);
+    } else if (code < ' ' || code == kDelete) {
+        add(keyOfControl(code));
+    } else {
+        addCharacter(code, /*alt=*/false);
+    }
+}
+
+// Takes what has come; false when there is nothing.
+bool CursesTerminal::takeKeys() {
+    bool isCode = false;
+    unsigned int code = 0;
+    if (!readKey(isCode, code))
+        return false;
+    takeKey(isCode, code);
+    return true;
+}
+
+void CursesTerminal::takeSignals() {
+    if (!guard_->takeWake())
+        return;
+    if (guard_->takeStopped()) {
+        endwin();
+        clearok(curscr, TRUE);
+    }
+    winsize size{};
+    if (::ioctl(::fileno(output_.get()), TIOCGWINSZ, &size) == 0 && size.ws_row > 0 && size.ws_col > 0 &&
+        (size.ws_row != getmaxy(stdscr) || size.ws_col != getmaxx(stdscr)))
+        resizeterm(size.ws_row, size.ws_col);
+    add(Key::repaint);
+}
+
+// Waits for the terminal or a signal; false when the terminal is gone.
+bool CursesTerminal::waitForMore() {
+    pollfd sources[] = {{::fileno(input_.get()), POLLIN, 0}, {guard_->wakeDescriptor(), POLLIN, 0}};
+    if (::poll(sources, 2, -1) < 0)
+        return errno == EINTR;
+    if (sources[1].revents != 0)
+        takeSignals();
+    if ((sources[0].revents & POLLIN) == 0)
+        return sources[0].revents == 0;
+    int waiting = 0;
+    return ::ioctl(sources[0].fd, FIONREAD, &waiting) != 0 || waiting > 0;
+}
+
+Input CursesTerminal::next() {
+    while (ready_.empty()) {
+        if (!takeKeys() && !waitForMore() && ready_.empty())
+            add(Key::gone);
+    }
+    const Input input = ready_.front();
+    ready_.pop_front();
+    return input;
+}
+
+}  // namespace jx::terminal

@@ -1,0 +1,114 @@
+// Dialogs one above the other, and the bars.
+#include "odbcadmin/terminal/desk_painter.h"
+
+#include "odbcadmin/terminal/control_painter.h"
+#include "odbcadmin/terminal/frame.h"
+
+namespace jx::terminal {
+
+namespace {
+
+// Scrolls a dialog to the control that has the focus when that is another than before.
+void followFocus(const JxwDialogInfo& dialog, DialogPlace& place, const Rect& area, DialogView& view) {
+    JxwControlInfo control{};
+    if (dialog.focus != view.shownFocus && dialog.focus >= 0 &&
+        JXW_GetControlInfo(dialog.dialog, dialog.focus, &control) != 0) {
+        view.scrolled = scrolledTo(place, placeOf(control));
+        place = placeDialog(dialog, area, view.scrolled);
+    }
+    view.shownFocus = dialog.focus;
+    view.scrolled = place.scrolled;
+}
+
+void paintScrollMarks(Canvas& canvas, const DialogPlace& place) {
+    const Lines& lines = linesOf(canvas.charset());
+    const Rect& frame = place.frame;
+    const int right = frame.right() - 1;
+    const int bottom = frame.bottom() - 1;
+    if (place.scrolled.line > 0)
+        canvas.put({right, frame.line + 1}, lines.up, Look::title);
+    if (place.scrolled.line + place.inside.lines < place.lines)
+        canvas.put({right, bottom - 1}, lines.down, Look::title);
+    if (place.scrolled.column > 0)
+        canvas.put({frame.column + 1, bottom}, lines.left, Look::title);
+    if (place.scrolled.column + place.inside.columns < place.columns)
+        canvas.put({right - 1, bottom}, lines.right, Look::title);
+}
+
+void paintFrame(Canvas& canvas, const JxwDialogInfo& dialog, const DialogPlace& place, const Rect& area) {
+    canvas.clip(area);
+    canvas.fill(place.frame);
+    drawFrame(canvas, place.frame, Look::plain);
+    if (*dialog.title != '\0')
+        canvas.put({place.frame.column + 2, place.frame.line},
+                   " " + cutTo(dialog.title, place.frame.columns - 6, canvas.charset()) + " ", Look::title);
+    paintScrollMarks(canvas, place);
+}
+
+std::optional<Point> paintDialog(Canvas& canvas, const Abilities& abilities, const Rect& area,
+                                 const JxwDialogInfo& dialog, DialogView& view) {
+    DialogPlace place = placeDialog(dialog, area, view.scrolled);
+    followFocus(dialog, place, area, view);
+    paintFrame(canvas, dialog, place, area);
+    canvas.clip(common(place.inside, area));
+    std::optional<Point> cursor;
+    ControlPainter painter(canvas, abilities, dialog.dialog, view);
+    for (int index = 0; index < dialog.controlCount; ++index) {
+        JxwControlInfo control{};
+        if (JXW_GetControlInfo(dialog.dialog, index, &control) == 0)
+            continue;
+        const bool hasFocus = index == dialog.focus && dialog.active != 0 && dialog.enabled != 0;
+        const auto found = painter.paint(index, control, place.onScreen(placeOf(control)), hasFocus);
+        if (found && place.inside.contains(*found))
+            cursor = found;
+    }
+    canvas.clip(canvas.whole());
+    return cursor;
+}
+
+}  // namespace
+
+std::optional<Point> paintDialogs(Canvas& canvas, const Abilities& abilities, const Rect& area, Views& views) {
+    std::optional<Point> cursor;
+    for (HWND dialog = JXW_NextDialog(0); dialog != 0; dialog = JXW_NextDialog(dialog)) {
+        JxwDialogInfo info{};
+        const auto view = views.find(dialog);
+        if (view != views.end() && JXW_GetDialogInfo(dialog, &info) != 0)
+            cursor = paintDialog(canvas, abilities, area, info, view->second);
+    }
+    return cursor;
+}
+
+void paintHeading(Canvas& canvas, const Rect& part, const std::string& text) {
+    canvas.fill(part, Look::bar);
+    if (part.lines > 0)
+        canvas.put({part.column + 1, part.line}, cutTo(text, part.columns - 2, canvas.charset()), Look::bar);
+}
+
+void paintHelp(Canvas& canvas, const Rect& part, const std::string& told, const std::string& keys) {
+    canvas.fill(part);
+    const int keyLines = part.lines > 1 ? 1 : 0;
+    const std::vector<std::string> lines = wrapped(told, part.columns - 2, canvas.charset());
+    const int room = part.lines - keyLines;
+    for (int line = 0; line < room && line < static_cast<int>(lines.size()); ++line) {
+        const bool isCut = line == room - 1 && line + 1 < static_cast<int>(lines.size());
+        const std::string& text = lines[static_cast<std::size_t>(line)];
+        const int end = canvas.put({part.column + 1, part.line + line}, text);
+        if (isCut)
+            canvas.put({std::min(end, part.right() - 1), part.line + line}, linesOf(canvas.charset()).cut);
+    }
+    if (keyLines > 0) {
+        const Rect bar{part.column, part.bottom() - 1, part.columns, 1};
+        canvas.fill(bar, Look::bar);
+        canvas.put({bar.column + 1, bar.line}, cutTo(keys, bar.columns - 2, canvas.charset()), Look::bar);
+    }
+}
+
+std::optional<DialogPlace> placeOnScreen(HWND dialog, const Rect& area, const DialogView& view) {
+    JxwDialogInfo info{};
+    if (JXW_GetDialogInfo(dialog, &info) == 0)
+        return std::nullopt;
+    return placeDialog(info, area, view.scrolled);
+}
+
+}  // namespace jx::terminal

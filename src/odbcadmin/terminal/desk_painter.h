@@ -1,0 +1,28 @@
+// Painting everything that is open: dialogs, the heading, the help lines.
+#pragma once
+
+#include <jxscreen.h>
+
+#include <optional>
+#include <string>
+
+#include "odbcadmin/terminal/layout.h"
+#include "odbcadmin/terminal/terminal.h"
+#include "odbcadmin/terminal/view.h"
+
+namespace jx::terminal {
+
+// Paints the thread's dialogs in the order in which they were opened, scrolled so that a focus that moved is seen.
+// Gives the text cursor's place.
+std::optional<Point> paintDialogs(Canvas& canvas, const Abilities& abilities, const Rect& area, Views& views);
+
+// Paints the line at the top.
+void paintHeading(Canvas& canvas, const Rect& part, const std::string& text);
+
+// Paints the lines at the bottom: what is told, and the keys below it where there is room.
+void paintHelp(Canvas& canvas, const Rect& part, const std::string& told, const std::string& keys);
+
+// Where a dialog stands on the screen with its view.
+std::optional<DialogPlace> placeOnScreen(HWND dialog, const Rect& area, const DialogView& view);
+
+}  // namespace jx::terminal

@@ -1,0 +1,42 @@
+// Taking texts apart into what a terminal shows in its cells.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace jx::terminal {
+
+// One character with the marks that are combined with it, as bytes of the text it was taken from.
+struct Glyph {
+    std::size_t begin = 0;
+    std::size_t end = 0;
+    std::string shown;  // what is sent to the terminal: the bytes, or "?" for what it must not get
+    int columns = 0;    // 1 or 2
+};
+
+// Which characters the terminal can show.
+enum class Charset { ascii, utf8 };
+
+// The glyphs of a text in order. Control characters, bytes that are not UTF-8 and, with Charset::ascii, everything
+// beyond ASCII are shown as "?", so that no text steers the terminal. Widths come from the C library, for the locale
+// of the process.
+std::vector<Glyph> glyphsOf(std::string_view text, Charset charset);
+
+// How many columns a text takes.
+int columnsOf(std::string_view text, Charset charset);
+
+// The length in bytes of the UTF-8 character that begins with byte; 1 for a byte that begins none.
+std::size_t utf8Length(unsigned char byte);
+
+// The code point at the begin of text; -1 when it is not UTF-8. length is what it takes.
+long decodeUtf8(std::string_view text, std::size_t& length);
+
+// The words of a text in lines of at most columns; line breaks of the text are kept, longer words are cut.
+std::vector<std::string> wrapped(std::string_view text, int columns, Charset charset);
+
+// The begin of a text that fits in columns.
+std::string cutTo(std::string_view text, int columns, Charset charset);
+
+}  // namespace jx::terminal

@@ -1,0 +1,45 @@
+// What comes from the user of a terminal, one thing at a time.
+#pragma once
+
+#include <string>
+
+#include "odbcadmin/terminal/geometry.h"
+
+namespace jx::terminal {
+
+enum class Key {
+    none,       // something that means nothing here
+    character,  // text
+    enter,
+    escape,
+    tab,
+    backTab,
+    up,
+    down,
+    left,
+    right,
+    home,
+    end,
+    pageUp,
+    pageDown,
+    backspace,
+    erase,  // the key Delete
+    f1,
+    f2,
+    press,        // the left mouse button, at place
+    doublePress,  // the same a second time at one place within a short time
+    wheelUp,
+    wheelDown,
+    repaint,  // the size changed or the program was stopped
+    gone,     // there is no user any more
+};
+
+struct Input {
+    Key key = Key::none;
+    bool alt = false;
+    std::string text;  // of a character, in UTF-8
+    Point place;       // of the mouse
+    long time = 0;     // when it came, in milliseconds from any begin
+};
+
+}  // namespace jx::terminal

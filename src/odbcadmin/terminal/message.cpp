@@ -1,0 +1,166 @@
+// Message boxes in cells.
+#include "odbcadmin/terminal/message.h"
+
+#include <jxdialog.h>
+
+#include "odbcadmin/terminal/frame.h"
+
+namespace jx::terminal {
+
+namespace {
+
+constexpr unsigned int kButtonSet = 15;
+constexpr unsigned int kIcon = 0xF0;
+constexpr int kWidest = 64;
+constexpr int kButtonWidth = 10;
+constexpr int kButtonLines = 2;  // the buttons and a free line above
+
+const char* signOf(unsigned int style) {
+    switch (style & kIcon) {
+        case MB_ICONSTOP:
+            return "(X)";
+        case MB_ICONQUESTION:
+            return "(?)";
+        case MB_ICONEXCLAMATION:
+            return "(!)";
+        default:
+            return "";
+    }
+}
+
+}  // namespace
+
+Message::Message(std::string text, std::string title, unsigned int style)
+    : text_(std::move(text)), title_(std::move(title)), sign_(signOf(style)) {
+    if ((style & kButtonSet) != MB_YESNO) {
+        buttons_ = {{IDOK, "&OK", {}}};
+        return;
+    }
+    buttons_ = {{IDYES, "&Yes", {}}, {IDNO, "&No", {}}};
+    focus_ = (style & kIcon) == MB_ICONEXCLAMATION ? 1 : 0;
+}
+
+void Message::layOut(const Rect& area, Charset charset) {
+    const int signColumns = *sign_ != '\0' ? 4 : 0;
+    const int widest = std::max(8, std::min(kWidest, area.columns - 4));
+    lines_ = wrapped(text_, widest - signColumns, charset);
+    int columns = std::max(columnsOf(title_, charset) + 2, static_cast<int>(buttons_.size()) * (kButtonWidth + 2));
+    for (const std::string& line : lines_)
+        columns = std::max(columns, columnsOf(line, charset) + signColumns);
+    frame_.columns = std::min(std::min(columns, widest) + 4, area.columns);
+    frame_.lines = std::min(static_cast<int>(lines_.size()) + kButtonLines + 2, area.lines);
+    frame_.column = area.column + (area.columns - frame_.columns) / 2;
+    frame_.line = area.line + (area.lines - frame_.lines) / 2;
+    inside_ = {frame_.column + 2 + signColumns, frame_.line + 1, std::max(0, frame_.columns - 4 - signColumns),
+               std::max(0, frame_.lines - 2 - kButtonLines)};
+    scroll(0);
+}
+
+void Message::scroll(int lines) {
+    firstLine_ = std::clamp(firstLine_ + lines, 0, std::max(0, static_cast<int>(lines_.size()) - inside_.lines));
+}
+
+void Message::paintButtons(Canvas& canvas) {
+    const int width = static_cast<int>(buttons_.size()) * (kButtonWidth + 2) - 2;
+    int column = frame_.column + std::max(1, (frame_.columns - width) / 2);
+    for (std::size_t i = 0; i < buttons_.size(); ++i) {
+        Button& button = buttons_[i];
+        button.place = {column, frame_.bottom() - 2, kButtonWidth, 1};
+        const Look look = i == focus_ ? Look::focus : Look::plain;
+        canvas.fill(button.place, look);
+        canvas.put({column, button.place.line}, i == focus_ ? "<" : "[", look);
+        canvas.put({button.place.right() - 1, button.place.line}, i == focus_ ? ">" : "]", look);
+        const std::string_view text = button.text + 1;
+        const int begin = column + (kButtonWidth - static_cast<int>(text.size())) / 2;
+        canvas.put({begin, button.place.line}, text.substr(0, 1), i == focus_ ? look : Look::key);
+        canvas.put({begin + 1, button.place.line}, text.substr(1), look);
+        column += kButtonWidth + 2;
+    }
+}
+
+void Message::paint(Canvas& canvas, const Rect& area) {
+    layOut(area, canvas.charset());
+    canvas.clip(area);
+    canvas.fill(frame_);
+    drawFrame(canvas, frame_, Look::plain);
+    if (!title_.empty())
+        canvas.put({frame_.column + 2, frame_.line}, " " + cutTo(title_, frame_.columns - 6, canvas.charset()) + " ",
+                   Look::title);
+    canvas.put({frame_.column + 2, frame_.line + 1}, sign_, Look::alarm);
+    const Lines& marks = linesOf(canvas.charset());
+    if (firstLine_ > 0)
+        canvas.put({frame_.right() - 1, inside_.line}, marks.up);
+    if (firstLine_ + inside_.lines < static_cast<int>(lines_.size()))
+        canvas.put({frame_.right() - 1, inside_.bottom() - 1}, marks.down);
+    canvas.clip(common(area, {frame_.column, frame_.line, frame_.columns - 1, frame_.lines}));
+    for (int line = 0; line < inside_.lines && firstLine_ + line < static_cast<int>(lines_.size()); ++line)
+        canvas.put({inside_.column, inside_.line + line}, lines_[static_cast<std::size_t>(firstLine_ + line)]);
+    paintButtons(canvas);
+    canvas.clip(canvas.whole());
+}
+
+std::optional<unsigned int> Message::press(Point place) const {
+    for (const Button& button : buttons_)
+        if (button.place.contains(place))
+            return button.answer;
+    return std::nullopt;
+}
+
+std::optional<unsigned int> Message::typed(const Input& input) const {
+    if (input.text == " ")
+        return buttons_[focus_].answer;
+    for (const Button& button : buttons_) {
+        const int letter = button.text[1] | 0x20;
+        if (input.text.size() == 1 && (input.text[0] | 0x20) == letter)
+            return button.answer;
+    }
+    return std::nullopt;
+}
+
+std::optional<unsigned int> Message::take(const Input& input) {
+    const std::size_t count = buttons_.size();
+    switch (input.key) {
+        case Key::enter:
+            return buttons_[focus_].answer;
+        case Key::escape:
+            return leastAnswer();
+        case Key::character:
+            return typed(input);
+        case Key::press:
+        case Key::doublePress:
+            return press(input.place);
+        case Key::tab:
+        case Key::right:
+            focus_ = (focus_ + 1) % count;
+            break;
+        case Key::backTab:
+        case Key::left:
+            focus_ = (focus_ + count - 1) % count;
+            break;
+        case Key::up:
+        case Key::wheelUp:
+            scroll(-1);
+            break;
+        case Key::down:
+        case Key::wheelDown:
+            scroll(1);
+            break;
+        case Key::pageUp:
+            scroll(-std::max(1, inside_.lines - 1));
+            break;
+        case Key::pageDown:
+            scroll(std::max(1, inside_.lines - 1));
+            break;
+        case Key::home:
+            scroll(-firstLine_);
+            break;
+        case Key::end:
+            scroll(static_cast<int>(lines_.size()));
+            break;
+        default:
+            break;
+    }
+    return std::nullopt;
+}
+
+}  // namespace jx::terminal

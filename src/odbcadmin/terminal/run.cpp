@@ -1,0 +1,53 @@
+// From the terminal to the first dialog.
+#include "odbcadmin/terminal/run.h"
+
+#include <odbcinst.h>
+#include <unistd.h>
+
+#include <clocale>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "odbcadmin/terminal/curses_terminal.h"
+#include "odbcadmin/terminal/screen.h"
+
+namespace jx::terminal {
+
+namespace {
+
+constexpr int kWrongUse = 2;
+
+int refuse(const std::string& why) {
+    std::fprintf(stderr,
+                 "odbcadmin: %s\n"
+                 "Without arguments it shows its dialogs, which need one. Commands work everywhere, such as\n"
+                 "  odbcadmin dsn list\n"
+                 "  odbcadmin --help\n",
+                 why.c_str());
+    return kWrongUse;
+}
+
+std::string kindOfTerminal() {
+    const char* kind = std::getenv("TERM");
+    return kind != nullptr ? kind : "";
+}
+
+}  // namespace
+
+int runScreen() {
+    if (::isatty(STDIN_FILENO) == 0 || ::isatty(STDOUT_FILENO) == 0)
+        return refuse("standard input or output is no terminal");
+    const std::string kind = kindOfTerminal();
+    if (kind.empty() || kind == "dumb")
+        return refuse("this terminal cannot show dialogs (TERM is \"" + kind + "\")");
+    std::setlocale(LC_CTYPE, "");
+    CursesTerminal terminal(STDIN_FILENO, STDOUT_FILENO);
+    if (!terminal.isOpen())
+        return refuse("this kind of terminal is not known here (TERM is \"" + kind + "\")");
+    const Screen screen(terminal);
+    SQLManageDataSources(0);
+    return 0;
+}
+
+}  // namespace jx::terminal

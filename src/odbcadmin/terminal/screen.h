@@ -1,0 +1,45 @@
+// The screen: shows the dialogs and message boxes of the thread in a terminal.
+#pragma once
+
+#include <jxscreen.h>
+
+#include <string>
+#include <vector>
+
+#include "odbcadmin/assist/assistant.h"
+#include "odbcadmin/terminal/message.h"
+#include "odbcadmin/terminal/terminal.h"
+#include "odbcadmin/terminal/user.h"
+
+namespace jx::terminal {
+
+// Screen: the calling thread's screen while it lives. What the terminal throws passes through the library.
+class Screen {
+public:
+    explicit Screen(Terminal& terminal);
+    ~Screen();
+    Screen(const Screen&) = delete;
+    Screen& operator=(const Screen&) = delete;
+
+private:
+    static Screen& self(void* context) { return *static_cast<Screen*>(context); }
+
+    void opened(HWND dialog);
+    int wait(HWND dialog);
+    unsigned int ask(const char* text, const char* title, unsigned int style);
+    void setCursor(unsigned int cursor);
+    void carryOut(HWND dialog, const Input& input);
+    void paint();
+    void paintWorking(const std::string& what);
+    std::string helpLine(HWND dialog) const;
+
+    Terminal& terminal_;
+    Abilities abilities_;
+    User user_;
+    assist::Assistant assistant_;
+    Views views_;
+    std::vector<Message*> messages_;
+    std::string told_;  // instead of the help on the focused control, until the next input
+};
+
+}  // namespace jx::terminal

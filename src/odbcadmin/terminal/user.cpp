@@ -1,0 +1,237 @@
+// Keys: what each means to the control that has the focus.
+#include "odbcadmin/terminal/user.h"
+
+#include <strings.h>
+
+#include "odbcadmin/assist/help.h"
+#include "odbcadmin/terminal/edit_text.h"
+#include "odbcadmin/terminal/user_focus.h"
+
+namespace jx::terminal {
+
+namespace {
+
+// What is typed this long after the letter before begins anew.
+constexpr long kTypingPause = 1000;
+
+// The row that a key leads to; -1 for a key that leads to none.
+int rowFor(Key key, const JxwControlInfo& list, int page) {
+    const int last = list.rowCount - 1;
+    switch (key) {
+        case Key::up:
+            return std::max(list.selection - 1, 0);
+        case Key::down:
+            return std::min(list.selection + 1, last);
+        case Key::pageUp:
+            return std::max(list.selection - page, 0);
+        case Key::pageDown:
+            return std::min(std::max(list.selection, 0) + page, last);
+        case Key::home:
+            return 0;
+        case Key::end:
+            return last;
+        default:
+            return -1;
+    }
+}
+
+bool startsRadioGroup(const JxwControlInfo& control, int index, HWND dialog) {
+    JxwControlInfo before{};
+    return (control.flags & JXW_GROUP) != 0 || JXW_GetControlInfo(dialog, index - 1, &before) == 0 ||
+           before.kind != JXW_RADIO;
+}
+
+// The next enabled radio button of the group at index in a direction; 0 when there is none.
+unsigned short neighbour(HWND dialog, int index, int step) {
+    JxwControlInfo control{};
+    while (JXW_GetControlInfo(dialog, index, &control) != 0) {
+        if (step < 0 && startsRadioGroup(control, index, dialog))
+            return 0;
+        index += step;
+        if (JXW_GetControlInfo(dialog, index, &control) == 0 || control.kind != JXW_RADIO ||
+            (step > 0 && (control.flags & JXW_GROUP) != 0))
+            return 0;
+        if (control.enabled != 0)
+            return control.id;
+    }
+    return 0;
+}
+
+}  // namespace
+
+bool User::listKey(const Focus& focus, Key key) {
+    if (focus.control.kind != JXW_LISTBOX || focus.control.rowCount == 0)
+        return false;
+    const int page = std::max(1, rowsSeen(placeOf(focus.control)) - 1);
+    const int row = rowFor(key, focus.control, page);
+    if (row < 0)
+        return false;
+    typed_.clear();
+    JXW_UserSelect(focus.dialog, focus.control.id, row);
+    return true;
+}
+
+bool User::groupKey(const Focus& focus, Key key) {
+    const bool isBack = key == Key::up || key == Key::left;
+    if (focus.control.kind != JXW_RADIO || !(isBack || key == Key::down || key == Key::right))
+        return false;
+    const unsigned short id = neighbour(focus.dialog, focus.index, isBack ? -1 : 1);
+    return id == 0 || JXW_UserCheck(focus.dialog, id) != 0;
+}
+
+bool User::fieldKey(const Focus& focus, const Input& input) {
+    if (focus.control.kind != JXW_EDIT || focus.control.enabled == 0)
+        return false;
+    EditView& edit = focus.view.edits[focus.index];
+    edit.follow(focus.control.text, placeOf(focus.control).columns, abilities_.charset);
+    std::string text = focus.control.text;
+    if (!editText(text, edit.caret, input, abilities_.charset))
+        return false;
+    if (text == edit.shownText)
+        return true;
+    edit.shownText = text;
+    JXW_UserEdit(focus.dialog, focus.control.id, text.c_str());
+    return true;
+}
+
+// Letters in a list look for a row. A first letter that no row begins with is left to the access keys.
+bool User::typeAhead(const Focus& focus, const Input& input) {
+    if (focus.control.kind != JXW_LISTBOX || input.alt)
+        return false;
+    if (typedInto_ != focus.control.control || input.time - typedAt_ > kTypingPause)
+        typed_.clear();
+    typedInto_ = focus.control.control;
+    typedAt_ = input.time;
+    const std::string wanted = typed_ + input.text;
+    // The same letter again goes on to the next row that begins with it.
+    const bool isRepeated = typed_ == input.text;
+    const int begin = isRepeated || typed_.empty() ? focus.control.selection + 1 : std::max(focus.control.selection, 0);
+    const std::string& sought = isRepeated ? typed_ : wanted;
+    for (int i = 0; i < focus.control.rowCount; ++i) {
+        const int row = (begin + i) % focus.control.rowCount;
+        const char* text = JXW_GetRow(focus.dialog, focus.index, row);
+        if (text != nullptr && strncasecmp(text, sought.c_str(), sought.size()) == 0) {
+            typed_ = sought;
+            JXW_UserSelect(focus.dialog, focus.control.id, row);
+            return true;
+        }
+    }
+    return !typed_.empty();
+}
+
+// The control that a letter means, also when it is grey; with the reason then.
+std::string User::accessKey(HWND dialog, int letter) {
+    const int small = letter >= 'A' && letter <= 'Z' ? letter - 'A' + 'a' : letter;
+    JxwControlInfo control{};
+    std::string grey;
+    for (int index = 0; JXW_GetControlInfo(dialog, index, &control) != 0; ++index) {
+        if (control.accessKey != small || control.kind == JXW_EDIT || control.kind == JXW_LISTBOX)
+            continue;
+        if (control.enabled != 0) {
+            if (control.kind == JXW_BUTTON)
+                command(dialog, control);
+            else
+                JXW_UserAccessKey(dialog, letter);
+            return {};
+        }
+        grey = assist::helpOn(dialog, index);
+    }
+    return grey;
+}
+
+std::string User::space(const Focus& focus) {
+    if (focus.control.kind == JXW_BUTTON)
+        command(focus.dialog, focus.control);
+    else if (focus.control.kind == JXW_CHECKBOX || focus.control.kind == JXW_RADIO)
+        JXW_UserCheck(focus.dialog, focus.control.id);
+    else if (focus.control.kind == JXW_LISTBOX && focus.control.selection < 0)
+        JXW_UserSelect(focus.dialog, focus.control.id, 0);
+    return {};
+}
+
+std::string User::character(const Focus& focus, const Input& input) {
+    if (fieldKey(focus, input))
+        return {};
+    if (input.text == " " && !input.alt && (focus.control.kind != JXW_LISTBOX || typed_.empty()))
+        return space(focus);
+    if (typeAhead(focus, input))
+        return {};
+    return input.text.size() == 1 ? accessKey(focus.dialog, input.text[0]) : std::string();
+}
+
+void User::command(HWND dialog, const JxwControlInfo& button) {
+    if (button.id != IDCANCEL && (button.flags & JXW_CLOSE) == 0)
+        working_(assist::withoutAccessKey(button.text));
+    JXW_UserCommand(dialog, button.id);
+}
+
+void User::enter(const Focus& focus) {
+    if (focus.control.kind == JXW_BUTTON) {
+        command(focus.dialog, focus.control);
+        return;
+    }
+    JxwControlInfo control{};
+    for (int index = 0; JXW_GetControlInfo(focus.dialog, index, &control) != 0; ++index)
+        if (control.kind == JXW_BUTTON && (control.flags & JXW_DEFAULT) != 0 && control.enabled != 0 &&
+            (control.flags & JXW_CLOSE) == 0)
+            working_(assist::withoutAccessKey(control.text));
+    JXW_UserKey(focus.dialog, JXW_KEY_ENTER);
+}
+
+// Moves a dialog that is larger than the screen, or a list sideways with it.
+void User::scrollKey(const Focus& focus, Key key) {
+    const int page = std::max(1, focus.place.inside.lines - 1);
+    Point& scrolled = focus.view.scrolled;
+    if (key == Key::pageUp || key == Key::pageDown)
+        scrolled.line += key == Key::pageUp ? -page : page;
+    else if (focus.control.kind == JXW_LISTBOX && (key == Key::left || key == Key::right))
+        scrolled.column += key == Key::left ? -8 : 8;
+    else if (key == Key::up || key == Key::left)
+        JXW_UserKey(focus.dialog, JXW_KEY_PREVIOUS);
+    else if (key == Key::down || key == Key::right)
+        JXW_UserKey(focus.dialog, JXW_KEY_NEXT);
+}
+
+std::string User::key(const Focus& focus, const Input& input) {
+    switch (input.key) {
+        case Key::character:
+            return character(focus, input);
+        case Key::enter:
+            enter(focus);
+            break;
+        case Key::escape:
+            JXW_UserKey(focus.dialog, JXW_KEY_ESCAPE);
+            break;
+        case Key::tab:
+            JXW_UserKey(focus.dialog, JXW_KEY_NEXT);
+            break;
+        case Key::backTab:
+            JXW_UserKey(focus.dialog, JXW_KEY_PREVIOUS);
+            break;
+        default:
+            if (!fieldKey(focus, input) && !listKey(focus, input.key) && !groupKey(focus, input.key))
+                scrollKey(focus, input.key);
+            break;
+    }
+    return {};
+}
+
+std::string User::take(HWND dialog, const Input& input, const Rect& area, DialogView& view) {
+    JxwDialogInfo info{};
+    if (JXW_GetDialogInfo(dialog, &info) == 0)
+        return {};
+    switch (input.key) {
+        case Key::press:
+        case Key::doublePress:
+        case Key::wheelUp:
+        case Key::wheelDown:
+            return mouse(dialog, input, area, view);
+        default:
+            break;
+    }
+    Focus focus{dialog, info.focus, {}, view, placeDialog(info, area, view.scrolled)};
+    JXW_GetControlInfo(dialog, info.focus, &focus.control);
+    return key(focus, input);
+}
+
+}  // namespace jx::terminal

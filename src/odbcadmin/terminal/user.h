@@ -1,0 +1,53 @@
+// What the user does, turned into actions on the dialog in front.
+#pragma once
+
+#include <jxscreen.h>
+
+#include <functional>
+#include <string>
+
+#include "odbcadmin/terminal/layout.h"
+#include "odbcadmin/terminal/terminal.h"
+#include "odbcadmin/terminal/view.h"
+
+namespace jx::terminal {
+
+// User: takes one input after another. Nothing of a dialog is kept here from one to the next but what is typed ahead.
+class User {
+public:
+    // working is called before something that may take its time, with the caption of the button.
+    User(const Abilities& abilities, std::function<void(const std::string&)> working)
+        : abilities_(abilities), working_(std::move(working)) {}
+
+    // Carries out an input in a dialog that is shown in area. Gives a line to tell the user, mostly an empty one.
+    std::string take(HWND dialog, const Input& input, const Rect& area, DialogView& view);
+
+private:
+    struct Focus;
+
+    std::string key(const Focus& focus, const Input& input);
+    std::string character(const Focus& focus, const Input& input);
+    std::string accessKey(HWND dialog, int letter);
+    std::string space(const Focus& focus);
+    bool listKey(const Focus& focus, Key key);
+    bool groupKey(const Focus& focus, Key key);
+    bool fieldKey(const Focus& focus, const Input& input);
+    bool typeAhead(const Focus& focus, const Input& input);
+    void scrollKey(const Focus& focus, Key key);
+    std::string mouse(HWND dialog, const Input& input, const Rect& area, DialogView& view);
+    std::string pressAt(HWND dialog, int index, Point inside, const Input& input, DialogView& view);
+    void pressInList(HWND dialog, int index, Point inside, bool isDouble, DialogView& view);
+    void pressInField(HWND dialog, int index, Point inside, DialogView& view);
+    void wheel(HWND dialog, int index, int rows, DialogView& view);
+    void command(HWND dialog, const JxwControlInfo& button);
+    void enter(const Focus& focus);
+
+    const Abilities& abilities_;
+    std::function<void(const std::string&)> working_;
+
+    HWND typedInto_ = 0;  // the list that is typed into
+    std::string typed_;
+    long typedAt_ = 0;
+};
+
+}  // namespace jx::terminal

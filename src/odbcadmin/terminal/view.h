@@ -1,0 +1,52 @@
+// What a screen remembers about each dialog besides what the dialog layer keeps: how far things are scrolled.
+#pragma once
+
+#include <jxscreen.h>
+
+#include <map>
+#include <string>
+#include <string_view>
+
+#include "odbcadmin/terminal/geometry.h"
+#include "odbcadmin/terminal/glyphs.h"
+
+namespace jx::terminal {
+
+// ListView: which rows of a list box are seen.
+struct ListView {
+    int firstRow = 0;
+    int shownSelection = -2;  // the selection that was last brought into view
+
+    // Brings a selection that changed into view and keeps within the list.
+    void follow(const JxwControlInfo& list, int rowsSeen);
+    void scroll(const JxwControlInfo& list, int rowsSeen, int rows);
+};
+
+// EditView: where the caret of an edit field stands, in bytes of its text.
+struct EditView {
+    std::size_t caret = 0;
+    std::size_t firstByte = 0;  // where the visible part begins
+    std::string shownText;      // what the caret belongs to: another text puts it to the end
+
+    void follow(std::string_view text, int columns, Charset charset);
+};
+
+struct DialogView {
+    Point scrolled;
+    int shownFocus = -2;            // the focus that was last brought into view
+    std::map<int, ListView> lists;  // by index of the control
+    std::map<int, EditView> edits;
+};
+
+using Views = std::map<HWND, DialogView>;
+
+// The rows that a list box of this place shows: all but its frame, which lists of less than three lines go without.
+inline int rowsSeen(const Rect& place) {
+    return place.lines >= 3 ? place.lines - 2 : place.lines;
+}
+inline Rect rowsOf(const Rect& place) {
+    return place.lines >= 3 ? Rect{place.column + 1, place.line + 1, std::max(0, place.columns - 2), place.lines - 2}
+                            : place;
+}
+
+}  // namespace jx::terminal
