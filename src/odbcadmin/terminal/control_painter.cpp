@@ -137,8 +137,10 @@ std::optional<Point> ControlPainter::field(int index, const JxwControlInfo& cont
         left = starsLeft;
     }
     const Look look = control.enabled == 0 ? Look::grey : Look::field;
+    const bool isFresh = hasFocus && view_.freshField == index;
     canvas_.fill(place, look);
-    const int end = canvas_.put({place.column, place.line}, cutTo(text, place.columns, abilities_.charset), look);
+    const int end = canvas_.put({place.column, place.line}, cutTo(text, place.columns, abilities_.charset),
+                                isFresh ? Look::focus : look);
     for (int column = end; column < place.right() && !abilities_.underline; ++column)
         canvas_.put({column, place.line}, "_", look);
     if (!hasFocus)

@@ -3,9 +3,11 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cwchar>
+#include <utility>
 #include <vector>
 
 #include "odbcadmin/terminal/curses_terminal.h"
@@ -79,6 +81,26 @@ Key keyOfControl(unsigned int code) {
     }
 }
 
+// The keys that terminals send as "CSI parameter final" or "SS3 final" although their description does not have them.
+Key keyOfSequence(char final, unsigned int parameter) {
+    constexpr std::pair<char, Key> kFinals[] = {
+        {'A', Key::up},  {'B', Key::down},    {'C', Key::right}, {'D', Key::left}, {'H', Key::home},
+        {'F', Key::end}, {'Z', Key::backTab}, {'P', Key::f1},    {'Q', Key::f2},   {'M', Key::enter}};
+    constexpr std::pair<unsigned int, Key> kNumbers[] = {{1, Key::home},   {3, Key::erase},    {4, Key::end},
+                                                         {5, Key::pageUp}, {6, Key::pageDown}, {7, Key::home},
+                                                         {8, Key::end},    {11, Key::f1},      {12, Key::f2}};
+    if (final == '~') {
+        for (const auto& [number, key] : kNumbers)
+            if (number == parameter)
+                return key;
+        return Key::none;
+    }
+    for (const auto& [letter, key] : kFinals)
+        if (letter == final)
+            return key;
+    return Key::none;
+}
+
 bool readKey(bool& isCode, unsigned int& code) {
     wint_t read = 0;
     const int result = get_wch(&read);
@@ -110,12 +132,37 @@ void CursesTerminal::addCharacter(unsigned int code, bool alt) {
     ready_.push_back(input);
 }
 
+// A sequence that the terminal's description does not have, behind its first two bytes: it is read to its end, so that
+// none of it is taken for what the user typed. Without more behind it, it was Alt and that character.
+void CursesTerminal::takeSequence(unsigned int second) {
+    bool isCode = false;
+    unsigned int code = 0;
+    unsigned int parameter = 0;
+    if (!readKey(isCode, code)) {
+        addCharacter(second, /*alt=*/true);
+        return;
+    }
+    constexpr unsigned int kMost = 10000;
+    while (!isCode && code >= ' ' && code < '@') {
+        if (code >= '0' && code <= '9')
+            parameter = std::min(parameter * 10 + (code - '0'), kMost);
+        if (!readKey(isCode, code))
+            return;
+    }
+    if (isCode)
+        takeKey(isCode, code);
+    else
+        add(keyOfSequence(static_cast<char>(code), parameter));
+}
+
 // Alt arrives as an escape and the character.
 void CursesTerminal::takeEscape() {
     bool isCode = false;
     unsigned int code = 0;
-    if (!readKey(isCode, code) || code == kEscape) {
+    if (!readKey(isCode, code) || (!isCode && code == kEscape)) {
         add(Key::escape);
+    } else if (!isCode && (code == '[' || code == 'O')) {
+        takeSequence(code);
     } else if (!isCode && code >= ' ' && code != kDelete) {
         addCharacter(code, /*alt=*/true);
     } else {

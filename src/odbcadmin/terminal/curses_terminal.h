@@ -42,6 +42,7 @@ private:
     bool takeKeys();
     void takeKey(bool isCode, unsigned int code);
     void takeEscape();
+    void takeSequence(unsigned int second);
     void takeMouse();
     void addPress(Point place);
     void add(Key key);

@@ -8,15 +8,34 @@ namespace jx::terminal {
 
 namespace {
 
+// What of a control is to be seen when the user is there: all of it with what stands beside and above it, or the chosen
+// row of a list that is larger than the window.
+Rect partToShow(const JxwControlInfo& control, const Rect& seen) {
+    Rect part = placeOf(control);
+    if (control.kind == JXW_LISTBOX && part.lines + 1 > seen.lines && control.selection > 0)
+        part = {part.column, part.line + 1, part.columns, 1};
+    else
+        part = {part.column, part.line - 1, part.columns, part.lines + 1};
+    return {std::max(0, part.column - 2), std::max(0, part.line), part.columns + 3, part.lines};
+}
+
 // Scrolls a dialog to the control that has the focus when that is another than before.
 void followFocus(const JxwDialogInfo& dialog, DialogPlace& place, const Rect& area, DialogView& view) {
     JxwControlInfo control{};
-    if (dialog.focus != view.shownFocus && dialog.focus >= 0 &&
-        JXW_GetControlInfo(dialog.dialog, dialog.focus, &control) != 0) {
-        view.scrolled = scrolledTo(place, placeOf(control));
+    const bool isThere = JXW_GetControlInfo(dialog.dialog, dialog.focus, &control) != 0;
+    const int row = isThere && control.kind == JXW_LISTBOX ? control.selection : -1;
+    if (isThere && (dialog.focus != view.shownFocus || row != view.shownRow)) {
+        Rect part = partToShow(control, place.inside);
+        const ListView& list = view.lists[dialog.focus];
+        if (part.lines == 1 && row > 0)
+            part.line += std::clamp(row - list.firstRow, 0, rowsSeen(placeOf(control)) - 1);
+        view.scrolled = scrolledTo(place, part);
         place = placeDialog(dialog, area, view.scrolled);
     }
+    if (dialog.focus != view.shownFocus)
+        view.freshField = isThere && control.kind == JXW_EDIT && *control.text != '\0' ? dialog.focus : -1;
     view.shownFocus = dialog.focus;
+    view.shownRow = row;
     view.scrolled = place.scrolled;
 }
 

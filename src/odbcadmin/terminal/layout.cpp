@@ -27,7 +27,7 @@ int bounded(int scrolled, int size, int seen) {
 }
 
 int scrolledTo(int scrolled, int seen, int begin, int size) {
-    return std::min(begin, std::max(scrolled, begin + size - seen));
+    return std::max(0, std::min(begin, std::max(scrolled, begin + size - seen)));
 }
 
 }  // namespace

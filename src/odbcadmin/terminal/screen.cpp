@@ -138,7 +138,10 @@ void Screen::paint() {
         message->paint(canvas, parts.area);
         cursor.reset();
     }
-    paintHeading(canvas, parts.heading, "odbcadmin - " + assist::headingOf(front));
+    const std::string heading = assist::headingOf(front);
+    const std::string named = "odbcadmin - " + heading;
+    const bool hasRoom = columnsOf(named, abilities_.charset) <= canvas.columns() - 2;
+    paintHeading(canvas, parts.heading, hasRoom ? named : heading);
     const bool isBox = !messages_.empty();
     const std::string help = !told_.empty() ? told_ : isBox ? "" : helpLine(front);
     paintHelp(canvas, parts.help, help, keysFor(isBox, canvas.columns()));

@@ -85,8 +85,12 @@ bool User::fieldKey(const Focus& focus, const Input& input) {
     EditView& edit = focus.view.edits[focus.index];
     edit.follow(focus.control.text, placeOf(focus.control).columns, abilities_.charset);
     std::string text = focus.control.text;
+    const bool isFresh = focus.view.freshField == focus.index && !input.alt;
+    if (isFresh && (input.key == Key::character || input.key == Key::backspace || input.key == Key::erase))
+        text.clear();
     if (!editText(text, edit.caret, input, abilities_.charset))
         return false;
+    focus.view.freshField = -1;
     if (text == edit.shownText)
         return true;
     edit.shownText = text;

@@ -68,6 +68,8 @@ void User::pressInField(HWND dialog, int index, Point inside, DialogView& view) 
     edit.caret = edit.firstByte + caretAt(std::string(field.text).substr(edit.firstByte),
                                           inside.column - placeOf(field).column, abilities_.charset);
     JXW_UserFocus(dialog, field.id);
+    view.shownFocus = index;
+    view.freshField = -1;
 }
 
 std::string User::pressAt(HWND dialog, int index, Point inside, const Input& input, DialogView& view) {

@@ -33,7 +33,9 @@ struct EditView {
 
 struct DialogView {
     Point scrolled;
-    int shownFocus = -2;            // the focus that was last brought into view
+    int shownFocus = -2;  // the focus that was last brought into view
+    int shownRow = -2;    // and the row
+    int freshField = -1;  // the edit field the user came to and did not touch yet: what is typed replaces its text
     std::map<int, ListView> lists;  // by index of the control
     std::map<int, EditView> edits;
 };
