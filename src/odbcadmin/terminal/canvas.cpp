@@ -57,9 +57,15 @@ int Canvas::put(Point place, std::string_view text, Look look) {
 
 void Canvas::fill(const Rect& part, Look look) {
     const Rect painted = common(part, clip_);
+    if (painted.columns == 0)
+        return;
     for (int line = painted.line; line < painted.bottom(); ++line) {
-        for (int column = painted.column; column < painted.right(); ++column)
-            putGlyph({column, line}, {0, 1, " ", 1}, look);
+        // The edges may cut glyphs of two columns; what lies between goes as it is.
+        putGlyph({painted.column, line}, {0, 1, " ", 1}, look);
+        putGlyph({painted.right() - 1, line}, {0, 1, " ", 1}, look);
+        const Cell blank{" ", look};
+        Cell* first = cell({painted.column, line});
+        std::fill(first, first + painted.columns, blank);
     }
 }
 

@@ -42,6 +42,7 @@ public:
 
     // Painting goes on inside this part only, until the next clip.
     void clip(const Rect& part) { clip_ = common(part, whole()); }
+    const Rect& clipped() const { return clip_; }
 
     // Paints text from a place on; returns the column behind it.
     int put(Point place, std::string_view text, Look look = Look::plain);

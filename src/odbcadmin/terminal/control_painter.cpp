@@ -123,7 +123,11 @@ void ControlPainter::group(const JxwControlInfo& control, const Rect& place) {
     canvas_.put(point, " ", look);
 }
 
-std::optional<Point> ControlPainter::field(int index, const JxwControlInfo& control, const Rect& place, bool hasFocus) {
+std::optional<Point> ControlPainter::field(int index, const JxwControlInfo& control, const Rect& whole, bool hasFocus) {
+    // What the window cuts off is of no use to whoever types.
+    constexpr int kLeastColumns = 8;
+    Rect place = whole;
+    place.columns = std::max(std::min(kLeastColumns, whole.columns), common(whole, canvas_.clipped()).columns);
     EditView& edit = view_.edits[index];
     edit.follow(control.text, place.columns, abilities_.charset);
     std::string_view text = std::string_view(control.text).substr(edit.firstByte);

@@ -26,7 +26,7 @@ private:
     void button(const JxwControlInfo& control, const Rect& place, bool hasFocus);
     void box(const JxwControlInfo& control, const Rect& place, bool hasFocus);
     void group(const JxwControlInfo& control, const Rect& place);
-    std::optional<Point> field(int index, const JxwControlInfo& control, const Rect& place, bool hasFocus);
+    std::optional<Point> field(int index, const JxwControlInfo& control, const Rect& whole, bool hasFocus);
     void list(int index, const JxwControlInfo& control, const Rect& place, bool hasFocus);
     void row(const std::string& text, const Rect& place, Look look);
     bool bracketsGrey(const JxwControlInfo& control) const { return control.enabled == 0 && !abilities_.dim; }

@@ -159,7 +159,7 @@ void CursesTerminal::takeSequence(unsigned int second) {
 void CursesTerminal::takeEscape() {
     bool isCode = false;
     unsigned int code = 0;
-    if (!readKey(isCode, code) || (!isCode && code == kEscape)) {
+    if (!readKey(isCode, code)) {
         add(Key::escape);
     } else if (!isCode && (code == '[' || code == 'O')) {
         takeSequence(code);
@@ -250,7 +250,9 @@ bool CursesTerminal::waitForMore() {
     if ((sources[0].revents & POLLIN) == 0)
         return sources[0].revents == 0;
     int waiting = 0;
-    return ::ioctl(sources[0].fd, FIONREAD, &waiting) != 0 || waiting > 0;
+    if (::ioctl(sources[0].fd, FIONREAD, &waiting) != 0)
+        return (sources[0].revents & (POLLHUP | POLLERR)) == 0;
+    return waiting > 0;
 }
 
 Input CursesTerminal::next() {

@@ -8,10 +8,23 @@ namespace jx::terminal {
 
 namespace {
 
+// The label of an edit field comes before the field's end where there is no room for both.
+Rect fieldToShow(HWND dialog, int index, const Rect& field) {
+    constexpr int kLeastColumns = 12;
+    JxwControlInfo label{};
+    if (JXW_GetControlInfo(dialog, index - 1, &label) == 0 || label.kind != JXW_LABEL)
+        return field;
+    const int begin = std::min(placeOf(label).column, field.column);
+    const int end = field.column + std::min(kLeastColumns, field.columns);
+    return {begin, field.line, end - begin, field.lines};
+}
+
 // What of a control is to be seen when the user is there: all of it with what stands beside and above it, or the chosen
 // row of a list that is larger than the window.
-Rect partToShow(const JxwControlInfo& control, const Rect& seen) {
+Rect partToShow(const JxwDialogInfo& dialog, const JxwControlInfo& control, const Rect& seen) {
     Rect part = placeOf(control);
+    if (control.kind == JXW_EDIT && dialog.width / 4 > seen.columns)
+        part = fieldToShow(dialog.dialog, dialog.focus, part);
     if (control.kind == JXW_LISTBOX && part.lines + 1 > seen.lines && control.selection > 0)
         part = {part.column, part.line + 1, part.columns, 1};
     else
@@ -25,7 +38,7 @@ void followFocus(const JxwDialogInfo& dialog, DialogPlace& place, const Rect& ar
     const bool isThere = JXW_GetControlInfo(dialog.dialog, dialog.focus, &control) != 0;
     const int row = isThere && control.kind == JXW_LISTBOX ? control.selection : -1;
     if (isThere && (dialog.focus != view.shownFocus || row != view.shownRow)) {
-        Rect part = partToShow(control, place.inside);
+        Rect part = partToShow(dialog, control, place.inside);
         const ListView& list = view.lists[dialog.focus];
         if (part.lines == 1 && row > 0)
             part.line += std::clamp(row - list.firstRow, 0, rowsSeen(placeOf(control)) - 1);

@@ -112,7 +112,7 @@ void Screen::setCursor(unsigned int cursor) {
 }
 
 void Screen::paintWorking(const std::string& what) {
-    told_ = what.empty() ? "Working. Please wait." : "Working on " + what + ". Please wait.";
+    told_ = "Working" + (what.empty() ? "" : " on " + what.substr(0, what.find("..."))) + ". Please wait.";
     paint();
     told_.clear();
 }

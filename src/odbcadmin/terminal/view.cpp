@@ -22,10 +22,8 @@ void EditView::follow(std::string_view text, int columns, Charset charset) {
     }
     firstByte = std::min(firstByte, caret);
     // One column is left for the caret behind the text.
-    for (const Glyph& glyph : glyphsOf(text, charset)) {
-        if (glyph.begin >= firstByte && columnsOf(text.substr(firstByte, caret - firstByte), charset) >= columns)
-            firstByte = glyph.end;
-    }
+    while (columnsOf(text.substr(firstByte, caret - firstByte), charset) >= std::max(columns, 1))
+        firstByte = glyphsOf(text.substr(firstByte, caret - firstByte), charset).front().end + firstByte;
 }
 
 }  // namespace jx::terminal

@@ -1,0 +1,192 @@
+// Registering a driver by hand and running a vendor's script, as a person does it on the screen.
+#include <gtest/gtest.h>
+#include <odbcinst.h>
+
+#include <clocale>
+
+#include "odbcadmin/assist/driver_entry.h"
+#include "odbcadmin/assist/driver_form.h"
+#include "odbcadmin/terminal/screen.h"
+#include "scripted_terminal.h"
+#include "test_home.h"
+
+namespace jx::test {
+namespace {
+
+class DriverFormTest : public testing::Test {
+protected:
+    DriverFormTest() { std::setlocale(LC_CTYPE, "C.UTF-8"); }
+
+    void fill(const std::string& name, const std::string& library, const std::string& setup) {
+        user_.then(press(Key::f2));
+        user_.then(type(name));
+        user_.then(press(Key::tab));
+        user_.then(type(library));
+        user_.then(press(Key::tab));
+        user_.then(setup.empty() ? press(Key::erase) : type(setup));
+        user_.then(press(Key::enter));
+        user_.look();
+    }
+
+    void run() {
+        const terminal::Screen screen(user_);
+        SQLManageDataSources(0);
+    }
+
+    static bool has(const std::string& picture, const std::string& text) {
+        return picture.find(text) != std::string::npos;
+    }
+
+    TestHome home_;
+    ScriptedTerminal user_{80, 24};
+};
+
+TEST_F(DriverFormTest, FromNothingToADataSource) {
+    fill("Mine", JX_DRIVER, JX_DRIVER);
+    user_.then({press(Key::enter), alt("a")});
+    user_.look();
+    user_.then({press(Key::down), press(Key::enter)});
+    user_.look();
+    run();
+    ASSERT_EQ(user_.seen().size(), 3U);
+    EXPECT_TRUE(has(user_.seen()[0], "Mine is registered.")) << user_.seen()[0];
+    EXPECT_TRUE(has(user_.seen()[1], "│Mine ")) << user_.seen()[1];
+    EXPECT_TRUE(has(user_.seen()[2], "│Made (Mine)")) << user_.seen()[2];
+    EXPECT_EQ(home_.text(".odbcinst.ini"),
+              "[ODBC Drivers]\nMine=Installed\n\n[Mine]\nDriver=" JX_DRIVER "\nSetup=" JX_DRIVER "\n");
+}
+
+TEST_F(DriverFormTest, ProposesTheSetupLibraryOfThisProduct) {
+    EXPECT_EQ(assist::proposedSetup(), JX_SETUP_LIBRARY);
+    user_.then({press(Key::f2)});
+    user_.look();
+    run();
+    EXPECT_TRUE(has(user_.seen()[0], "Register a Driver")) << user_.seen()[0];
+    EXPECT_TRUE(has(user_.seen()[0], std::string(JX_SETUP_LIBRARY).substr(0, 40))) << user_.seen()[0];
+}
+
+TEST_F(DriverFormTest, ALibraryThatIsNotThereIsToldInTheLoadersWordsAndNotEntered) {
+    fill("Mine", "/none/driver.so", "");
+    user_.then(type("n"));
+    run();
+    EXPECT_TRUE(has(user_.seen()[0], "/none/driver.so: cannot open shared object file")) << user_.seen()[0];
+    EXPECT_EQ(home_.text(".odbcinst.ini"), "(absent)");
+}
+
+TEST_F(DriverFormTest, WhoInsistsGetsItEnteredAllTheSame) {
+    fill("Mine", "/none/driver.so", "");
+    user_.then({type("y"), press(Key::enter)});
+    run();
+    EXPECT_EQ(home_.text(".odbcinst.ini"), "[ODBC Drivers]\nMine=Installed\n\n[Mine]\nDriver=/none/driver.so\n");
+}
+
+TEST_F(DriverFormTest, ALibraryThatCrashesDoesNotTakeTheProgramAlong) {
+    fill("Mine", JX_CRASHER, "");
+    run();
+    EXPECT_TRUE(has(user_.seen()[0], "crashes when it is loaded: signal 11")) << user_.seen()[0];
+}
+
+TEST_F(DriverFormTest, ALibraryThatIsNoDriverIsTold) {
+    fill("Mine", JX_SETUP_LIBRARY, "");
+    run();
+    EXPECT_TRUE(has(user_.seen()[0], "but has no function")) << user_.seen()[0];
+}
+
+TEST_F(DriverFormTest, AKnownNameIsReplacedOnlyWhenWanted) {
+    home_.put(".odbcinst.ini", "[ODBC Drivers]\nMINE=Installed\n[MINE]\nDriver=/old\n");
+    fill("Mine", JX_DRIVER, "");
+    user_.then(type("n"));
+    run();
+    EXPECT_TRUE(has(user_.seen()[0], "A driver called Mine is registered already.")) << user_.seen()[0];
+    EXPECT_EQ(home_.text(".odbcinst.ini"), "[ODBC Drivers]\nMINE=Installed\n[MINE]\nDriver=/old\n");
+}
+
+TEST_F(DriverFormTest, TheListOfDriversShowsTheNewOne) {
+    user_.then(alt("r"));
+    fill("Mine", JX_DRIVER, "");
+    user_.then(press(Key::enter));
+    user_.look();
+    run();
+    EXPECT_TRUE(has(user_.seen()[1], "│Mine ")) << user_.seen()[1];
+}
+
+TEST(DriverEntry, RefusesWhatTheFileOrTheDialogsCouldNotHold) {
+    const std::string longest(49, 'n');
+    const struct {
+        std::string name, library, setup, why;
+    } rows[] = {
+        {"Mine", "/a.so", "", ""},
+        {longest, "/a.so", "/b.so", ""},
+        {"Mine", "a.so", "b.so", ""},
+        {"", "/a.so", "", "Give the driver a name."},
+        {longest + "n", "/a.so", "", "The name is too long: at most 49 bytes are possible."},
+        {"a=b", "/a.so", "", "A name may hold none of []{}(),;?*=!@\\#\"."},
+        {"odbc drivers", "/a.so", "", "This name has another use in the file; choose another one."},
+        {"DEFAULT", "/a.so", "", "This name has another use in the file; choose another one."},
+        {"Mine", "", "", "Name the driver's library, such as /usr/lib/odbc/libsqlite3odbc.so."},
+        {"Mine", "./a.so", "", "Give the whole path of the driver's library, beginning with /."},
+        {"Mine", "/a.so", "x/b.so", "Give the whole path of the setup library, beginning with /."},
+        {"Mine", "/" + std::string(1023, 'x'), "", "The path of the driver's library is too long."},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name + "|" + row.library.substr(0, 20));
+        EXPECT_EQ(assist::whyNot({row.name, row.library, row.setup}), row.why);
+    }
+}
+
+TEST(DriverEntry, AFileThatCannotBeWrittenIsTold) {
+    const TestHome home;
+    setenv("ODBCINSTINI", "/none/odbcinst.ini", 1);
+    EXPECT_TRUE(assist::enter({"Mine", "/a.so", ""}).starts_with("The driver was not entered. Cannot "))
+        << assist::enter({"Mine", "/a.so", ""});
+    unsetenv("ODBCINSTINI");
+}
+
+class ScriptTest : public DriverFormTest {
+protected:
+    void install() {
+        home_.put("odbc.inf", script_);
+        user_.then({alt("r"), alt("a")});
+        user_.then(type(home_.path()));
+        user_.then(press(Key::enter));
+        user_.look();
+        user_.then(press(Key::enter));
+        user_.look();
+        user_.then(press(Key::enter));
+        user_.look();
+    }
+
+    std::string script_ =
+        "[ODBC Drivers]\n\"Pack\"=\n[Pack]\n\"Driver\"=1,libpack.so,,,,2024-01-31,,,,,,,,,,1067,,,,1.0,\n"
+        "[Pack-Keys]\nCreateDSN=PackData\n";
+};
+
+TEST_F(ScriptTest, TheAbortedRunTellsWhatWasReallyEnteredAndTheListsShowIt) {
+    install();
+    run();
+    ASSERT_EQ(user_.seen().size(), 3U);
+    EXPECT_TRUE(has(user_.seen()[1], "Installation was aborted")) << user_.seen()[0] << user_.seen()[1];
+    EXPECT_TRUE(has(user_.seen()[1], "Drivers: Pack")) << user_.seen()[1] << home_.text(".odbcinst.ini");
+    EXPECT_TRUE(has(user_.seen()[2], "│Pack ")) << user_.seen()[2];
+}
+
+TEST_F(ScriptTest, ARunThatEntersNothingSaysSo) {
+    home_.put(".odbcinst.ini", "");
+    install();
+    run();
+    const std::string before = home_.text(".odbcinst.ini");
+    ScriptedTerminal again(80, 24);
+    user_.resize(80, 24);
+    EXPECT_TRUE(has(user_.seen()[1], "really entered")) << user_.seen()[1];
+    again.then({alt("r"), alt("a")});
+    again.then(type(home_.path()));
+    again.then({press(Key::enter), press(Key::enter)});
+    again.look();
+    const terminal::Screen screen(again);
+    SQLManageDataSources(0);
+    EXPECT_TRUE(has(again.seen()[0], "nothing new is in your files")) << again.seen()[0];
+    EXPECT_EQ(home_.text(".odbcinst.ini"), before);
+}
+
+}  // namespace
+}  // namespace jx::test

@@ -1,0 +1,160 @@
+// The real program under tmux: every dialog at several sizes, on several kinds of terminals, compared as text.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+#include "tmux.h"
+
+namespace jx::test {
+namespace {
+
+constexpr const char* kSources =
+    "[ODBC Data Sources]\nSales=SQLite3\nStock of the warehouse=SQLite3\n[Sales]\nDriver=/none\n"
+    "[Stock of the warehouse]\nDriver=/none\n";
+constexpr const char* kDrivers =
+    "[ODBC Drivers]\nSQLite3=Installed\n[SQLite3]\nDriver=/none/driver.so\nSetup=/none/setup.so\n";
+constexpr const char* kScript =
+    "[ODBC Drivers]\n\"Pack\"=\n\"Other\"=\n[Pack]\n\"Driver\"=1,libpack.so,,,,2024-01-31,,,,,,,,,,1067,,,,1.0,\n"
+    "[Other]\n\"Driver\"=1,libother.so,,,,2023-02-28,,,,,,,,,,2134,,,,2.0,\n";
+
+struct Kind {
+    const char* name;
+    int columns, lines;
+    const char* environment;
+};
+
+constexpr Kind kWide{"80x24-xterm-utf8", 80, 24, "TERM=xterm-256color LC_ALL=C.UTF-8"};
+constexpr Kind kSmall{"40x12-vt100-c", 40, 12, "TERM=vt100 LC_ALL=C"};
+constexpr Kind kLarge{"132x43-screen-utf8", 132, 43, "TERM=screen LC_ALL=C.UTF-8 NO_COLOR=1"};
+constexpr Kind kPlain{"80x24-vt100-c", 80, 24, "TERM=vt100 LC_ALL=C"};
+
+std::string readFile(const std::string& path) {
+    std::ifstream file(path);
+    std::ostringstream text;
+    text << file.rdbuf();
+    return text.str();
+}
+
+// Walk: one run of the program on one kind of terminal; every screen it comes by is compared with the file of that
+// name.
+class Walk {
+public:
+    explicit Walk(const Kind& kind)
+        : kind_(kind),
+          home_{{".odbc.ini", kSources}, {".odbcinst.ini", kDrivers}, {"odbc.inf", kScript}},
+          tmux_(home_, kind.columns, kind.lines, kind.environment, JX_ODBCADMIN) {}
+
+    // Sends keys and compares the screen. part: what is there when it is complete, for writing captures.
+    void step(const std::string& keys, const std::string& name, const std::string& part) {
+        SCOPED_TRACE(name);
+        if (!keys.empty())
+            tmux_.keys(keys);
+        const std::string file = "/" + name + "-" + kind_.name + ".txt";
+        const char* target = std::getenv("JX_WRITE_CAPTURES");
+        if (target != nullptr) {
+            std::ofstream(target + file) << tmux_.waitForPart(part);
+            return;
+        }
+        const std::string expected = readFile(JX_CAPTURES + file);
+        EXPECT_EQ(tmux_.waitForScreen(expected), expected);
+        ++compared_;
+    }
+
+    const TestHome& home() const { return home_; }
+    const Tmux& tmux() const { return tmux_; }
+
+private:
+    Kind kind_;
+    TestHome home_;
+    Tmux tmux_;
+    int compared_ = 0;
+};
+
+// Through every dialog that can be reached and back.
+void walkThroughEverything(const Kind& kind) {
+    Walk walk(kind);
+    walk.step("", "data-sources", "F2 new driver");
+    walk.step("F1", "help", " Help ");
+    walk.step("Enter M-o", "options", "Call tracing");
+    walk.step("Escape M-a", "add-data-source", "Driver for");
+    walk.step("Escape M-s", "setup-not-loaded", "(!)");
+    walk.step("Enter M-e", "remove-data-source", "Remove the data");
+    walk.step("n M-r", "drivers", "Installed drivers");
+    walk.step("M-e", "remove-driver", "Remove the driver");
+    walk.step("n F2 M-s BSpace", "register-driver", "Asks for the");
+    walk.step("Enter", "register-driver-no-name", "Give the");
+    walk.step("Enter Escape M-a", "add-driver", "Add Driver");
+    walk.step("'/none' Enter", "no-script", "(?)");
+    walk.step("Enter '" + walk.home().path() + "' Enter", "install-drivers", "Install Drivers");
+    walk.step("M-a", "advanced", "value 0");
+    walk.step("M-v", "versions", "installation script:");
+    walk.step("Down", "versions-chosen", "Other");
+    walk.step("Escape Escape Escape", "drivers-again", "Installs from");
+    walk.tmux().keys("Escape Escape");
+    walk.tmux().waitForPart("Pane is dead");
+    EXPECT_EQ(walk.home().text(".odbc.ini"), kSources);
+    EXPECT_EQ(walk.home().text(".odbcinst.ini"), kDrivers);
+}
+
+TEST(Program, ShowsEveryDialogAt80x24) {
+    walkThroughEverything(kWide);
+}
+
+TEST(Program, ShowsEveryDialogAt40x12InAsciiWithoutColours) {
+    walkThroughEverything(kSmall);
+}
+
+TEST(Program, ShowsTheFirstDialogsAt132x43) {
+    Walk walk(kLarge);
+    walk.step("", "data-sources", "F2 new driver");
+    walk.step("M-r", "drivers", "ODBC Drivers");
+}
+
+TEST(Program, ShowsTheFirstDialogsOnAPlainTerminal) {
+    Walk walk(kPlain);
+    walk.step("", "data-sources", "F2 new driver");
+    walk.step("M-o", "options", "Trace");
+}
+
+TEST(Program, ANewSizeAtDepthShowsTheSameDialogs) {
+    Walk walk(kWide);
+    walk.step("", "data-sources", "F2 new driver");
+    walk.step("M-r M-e", "remove-driver", "(!)");
+    walk.tmux().resize(50, 14);
+    EXPECT_NE(walk.tmux().waitForPart("Arrows scroll").find("Remove the driver"), std::string::npos);
+    walk.tmux().resize(80, 24);
+    walk.step("", "remove-driver", "(!)");
+}
+
+TEST(Program, KeysThatTheTerminalsDescriptionDoesNotHaveAreNotTyped) {
+    Walk walk(kPlain);
+    walk.step("", "data-sources", "F2 new driver");
+    // Insert, F12 with a modifier, End and Home as other terminals send them: no dialog opens.
+    walk.step("-H 1b 5b 32 7e 1b 5b 32 34 3b 35 7e 1b 5b 34 7e 1b 5b 31 7e", "data-sources", "F2 new driver");
+}
+
+TEST(Program, WithoutATerminalItTellsItsUseAndEndsWithTwo) {
+    const TestHome home;
+    const std::string redirected = std::string(JX_ODBCADMIN) + " </dev/null >" + home.file("out") + " 2>" +
+                                   home.file("err") + "; echo $? >" + home.file("code");
+    EXPECT_EQ(std::system(redirected.c_str()), 0);
+    EXPECT_EQ(home.text("code"), "2\n");
+    EXPECT_EQ(home.text("out"), "");
+    EXPECT_EQ(home.text("err"),
+              "odbcadmin: standard input or output is no terminal\n"
+              "Without arguments it shows its dialogs, which need one. Commands work everywhere, such as\n"
+              "  odbcadmin dsn list\n  odbcadmin --help\n");
+    for (const char* kind : {"dumb", "no-such-terminal", "''"}) {
+        SCOPED_TRACE(kind);
+        const Tmux tmux(home, 80, 24, std::string("TERM=") + kind,
+                        std::string(JX_ODBCADMIN) + " 2>" + home.file("err"));
+        const std::string screen = tmux.waitForPart("Pane is dead");
+        EXPECT_NE(screen.find("Pane is dead (status 2"), std::string::npos) << screen;
+        EXPECT_NE(home.text("err").find("(TERM is \""), std::string::npos) << home.text("err");
+    }
+}
+
+}  // namespace
+}  // namespace jx::test

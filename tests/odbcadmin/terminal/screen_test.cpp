@@ -1,0 +1,267 @@
+// The screen without a terminal: keys from a list, cells read back.
+#include "odbcadmin/terminal/screen.h"
+
+#include <gtest/gtest.h>
+#include <odbcinst.h>
+
+#include <clocale>
+
+#include "scripted_terminal.h"
+#include "test_home.h"
+
+namespace jx::test {
+namespace {
+
+using terminal::Abilities;
+using terminal::Charset;
+using terminal::Look;
+
+constexpr const char* kSources =
+    "[ODBC Data Sources]\nSales=Sample\nStock=Sample\nZoo=Sample\n[Sales]\nDriver=/none\n[Stock]\nDriver=/none\n"
+    "[Zoo]\nDriver=/none\n";
+constexpr const char* kDrivers = "[ODBC Drivers]\nSample=Installed\n[Sample]\nDriver=/none/d.so\nSetup=/none/s.so\n";
+
+class ScreenTest : public testing::Test {
+protected:
+    ScreenTest() { std::setlocale(LC_CTYPE, "C.UTF-8"); }
+
+    void run(ScriptedTerminal& user) {
+        const terminal::Screen screen(user);
+        SQLManageDataSources(0);
+    }
+
+    // What was seen at the first look after the steps, with the dialog closed afterwards.
+    std::string after(std::vector<Step> steps) {
+        user_.then(std::move(steps));
+        user_.look();
+        run(user_);
+        return user_.seen().empty() ? "(nothing)" : user_.seen().back();
+    }
+
+    bool has(const std::string& picture, const std::string& text) { return picture.find(text) != std::string::npos; }
+
+    TestHome home_{{".odbc.ini", kSources}, {".odbcinst.ini", kDrivers}};
+    ScriptedTerminal user_{80, 24};
+};
+
+TEST_F(ScreenTest, ShowsWhatItListsAndFromWhichFile) {
+    EXPECT_EQ(after({}),
+              R"( odbcadmin - Data sources in ~/.odbc.ini
+
+    ┌─ Data Sources ───────────────────────────────────────────────────────┐
+    │                                                                      │
+    │  Data sources (driver):                                              │
+    │  ┌────────────────────────────────────────────┐   <   Setup...    >  │
+    │  │Sales (Sample)                              │                      │
+    │  │Stock (Sample)                              │   [    Delete     ]  │
+    │  │Zoo (Sample)                                │                      │
+    │  │                                            │   [    Add...     ]  │
+    │  │                                            │                      │
+    │  │                                            │   [  Drivers...   ]  │
+    │  │                                            │                      │
+    │  │                                            │   [  Options...   ]  │
+    │  │                                            │                      │
+    │  │                                            │                      │
+    │  │                                            │   [     Close     ]  │
+    │  └────────────────────────────────────────────┘                      │
+    │                                                                      │
+    └──────────────────────────────────────────────────────────────────────┘
+
+ Your data sources. Enter or a double click sets one up.
+
+ Tab next  Arrows choose  Enter <button>  Esc leave  F1 help  F2 new driver
+)");
+}
+
+TEST_F(ScreenTest, ADialogLargerThanTheWindowFollowsTheFocus) {
+    ScriptedTerminal small(40, 12, {Charset::ascii, false, false});
+    small.look();
+    small.then(press(Key::tab));
+    small.look();
+    run(small);
+    ASSERT_EQ(small.seen().size(), 2U);
+    EXPECT_EQ(small.seen()[0],
+              R"( Data sources in ~/.odbc.ini
++- Data Sources -----------------------+
+|  Data sources (driver):              ^
+|  +-----------------------------------|
+|  |Sales (Sample)                     |
+|  |Stock (Sample)                     |
+|  |Zoo (Sample)                       |
+|  |                                   |
+|  |                                   v
++------------------------------------->+
+ Your data sources. Enter or a double>
+ Tab Enter Esc  F1 help  F2 new driver
+)");
+    EXPECT_TRUE(has(small.seen()[1], "<   Setup...    >")) << small.seen()[1];
+}
+
+TEST_F(ScreenTest, GreyButtonsAreBracketedWhereNothingIsDim) {
+    home_.put(".odbc.ini", "");
+    ScriptedTerminal plain(80, 24, {Charset::utf8, false, true});
+    plain.look();
+    run(plain);
+    EXPECT_TRUE(has(plain.seen()[0], "(   Setup...    )")) << plain.seen()[0];
+    EXPECT_TRUE(has(plain.seen()[0], "(    Delete     )"));
+    EXPECT_TRUE(has(plain.seen()[0], "[    Add...     ]"));
+}
+
+TEST_F(ScreenTest, AGreyButtonTellsWhyWhenItIsClickedOrItsLetterPressed) {
+    home_.put(".odbc.ini", "");
+    const std::string reason = " Delete is grey: Choose a data source in the list first.";
+    EXPECT_TRUE(has(after({click(60, 7)}), reason)) << user_.shown();
+    EXPECT_EQ(user_.canvas().at({60, 7}).look, Look::grey);
+    ScriptedTerminal other(80, 24);
+    other.then(alt("e"));
+    other.look();
+    run(other);
+    EXPECT_TRUE(has(other.seen()[0], reason)) << other.seen()[0];
+}
+
+TEST_F(ScreenTest, ArrowsAndLettersChooseRows) {
+    const auto selected = [&] {
+        std::string row;
+        for (int line = 6; line < 9; ++line)
+            if (user_.canvas().at({8, line}).look == Look::focus)
+                row = user_.canvas().line(line);
+        return row;
+    };
+    std::vector<std::string> rows;
+    const auto note = [&] { rows.push_back(selected().substr(9, 8)); };
+    user_.then({perform(note), press(Key::down), perform(note), press(Key::end), perform(note), press(Key::home),
+                perform(note), type("s"), perform(note), type("t"), perform(note), press(Key::up), type("z"),
+                perform(note), press(Key::pageUp), perform(note)});
+    run(user_);
+    // The frame's line takes three bytes; so does the corner before the row.
+    EXPECT_EQ(rows.size(), 8U);
+    std::string all;
+    for (const std::string& row : rows)
+        all += row.substr(row.find_first_of("SZ"), 3) + " ";
+    EXPECT_EQ(all, "Sal Sto Zoo Sal Sto Sto Zoo Sal ");
+}
+
+TEST_F(ScreenTest, ALetterThatNoRowBeginsWithIsAnAccessKey) {
+    EXPECT_TRUE(has(after({type("o")}), "Call tracing"));
+}
+
+TEST_F(ScreenTest, AltMakesAnyLetterAnAccessKey) {
+    EXPECT_TRUE(has(after({alt("r")}), "Installed drivers:"));
+}
+
+TEST_F(ScreenTest, SpaceTurnsBoxesAndTypingReplacesTheFieldsText) {
+    std::vector<Step> steps{alt("o"), type(" "), press(Key::tab), press(Key::down)};
+    for (const Step& step : typed("/tmp/löge"))
+        steps.push_back(step);
+    // Back over two bytes at once, and a letter before the last one.
+    for (const Step& step : {press(Key::left), press(Key::left), press(Key::backspace), type("o"), press(Key::enter)})
+        steps.push_back(step);
+    after(steps);
+    const std::string text = home_.text(".odbc.ini");
+    EXPECT_TRUE(has(text, "[ODBC]\nTrace=1\nTraceAutoStop=0\nTraceFile=/tmp/loge\n")) << text;
+}
+
+TEST_F(ScreenTest, TheCaretStandsBehindWhatWasTyped) {
+    std::vector<Step> steps{alt("o"), alt("f"), press(Key::end), type("ä")};
+    after(steps);
+    const int line = 10;
+    ASSERT_TRUE(user_.pictures().size() > 3);
+    ScriptedTerminal again(80, 24);
+    again.then(steps);
+    std::optional<Point> cursor;
+    again.then(perform([&] { cursor = again.cursor(); }));
+    run(again);
+    ASSERT_TRUE(cursor.has_value());
+    EXPECT_EQ(*cursor, (Point{5 + 19 + 8, line}));
+}
+
+TEST_F(ScreenTest, ADoubleClickShowsTheLoadersOwnSentenceToo) {
+    const std::string box = after({doubleClick(10, 7)});
+    EXPECT_TRUE(has(box, "The driver's setup library could not be loaded")) << box;
+    EXPECT_TRUE(has(box, "The loader says:")) << box;
+    EXPECT_TRUE(has(box, "/none/s.so: cannot open shared object file")) << box;
+}
+
+TEST_F(ScreenTest, TheLoadersSentenceIsNotShownAgainInAnotherBox) {
+    const std::string box = after({press(Key::enter), press(Key::enter), press(Key::f1)});
+    EXPECT_TRUE(has(box, "┌─ Help")) << box;
+    EXPECT_FALSE(has(box, "loader")) << box;
+}
+
+TEST_F(ScreenTest, ABoxThatWarnsBeginsAtNoAndEscapeMeansNo) {
+    const std::string box = after({alt("r"), press(Key::tab), press(Key::tab), type(" ")});
+    EXPECT_TRUE(has(box, "[  Yes   ]  <   No   >")) << box;
+    ScriptedTerminal other(80, 24);
+    other.then({alt("r"), alt("e"), press(Key::escape)});
+    other.look();
+    run(other);
+    EXPECT_TRUE(has(other.seen()[0], "Sample"));
+    EXPECT_EQ(home_.text(".odbcinst.ini"), kDrivers);
+}
+
+TEST_F(ScreenTest, AYesRemoves) {
+    after({alt("r"), alt("e"), type("y")});
+    EXPECT_FALSE(has(home_.text(".odbcinst.ini"), "[Sample]"));
+}
+
+TEST_F(ScreenTest, TheWheelMovesTheRowsAndNotTheChoice) {
+    std::string sources = "[ODBC Data Sources]\n";
+    for (int i = 10; i < 40; ++i)
+        sources += "S" + std::to_string(i) + "=Sample\n";
+    home_.put(".odbc.ini", sources);
+    const std::string below = after({wheel(Key::wheelDown, 10, 8)});
+    EXPECT_FALSE(has(below, "S12 ")) << below;
+    EXPECT_TRUE(has(below, "S13 "));
+    EXPECT_TRUE(has(below, "▲") && has(below, "▼"));
+    ScriptedTerminal other(80, 24);
+    other.then({wheel(Key::wheelDown, 10, 8), wheel(Key::wheelUp, 10, 8), wheel(Key::wheelUp, 10, 8)});
+    other.look();
+    run(other);
+    EXPECT_TRUE(has(other.seen()[0], "S10 "));
+}
+
+TEST_F(ScreenTest, TheHelpPageNamesEveryControlAndWhyItIsGrey) {
+    home_.put(".odbc.ini", "");
+    const std::string help = after({press(Key::f1)});
+    for (const char* part : {"Data sources in ~/.odbc.ini", "Setup... is grey: Choose a data source", "Add...: Makes",
+                             "Drivers...: Shows", "Close: Ends the program."})
+        EXPECT_TRUE(has(help, part)) << part << "\n" << help;
+}
+
+TEST_F(ScreenTest, TellsThatADriverIsAtWork) {
+    after({press(Key::tab), press(Key::enter)});
+    bool told = false;
+    for (const std::string& picture : user_.pictures())
+        told = told || has(picture, "Working on Setup. Please wait.");
+    EXPECT_TRUE(told);
+}
+
+TEST_F(ScreenTest, ANewSizePaintsEverythingAnewAtAnyDepth) {
+    user_.then({alt("r"), alt("e"), perform([&] { user_.resize(40, 12); }), press(Key::repaint)});
+    user_.look();
+    user_.then({perform([&] { user_.resize(20, 4); }), press(Key::repaint)});
+    user_.then({perform([&] { user_.resize(1, 1); }), press(Key::repaint)});
+    user_.then({perform([&] { user_.resize(80, 24); }), press(Key::repaint)});
+    user_.look();
+    run(user_);
+    EXPECT_TRUE(has(user_.seen()[0], "<   No   >")) << user_.seen()[0];
+    EXPECT_TRUE(has(user_.seen()[1], "<   No   >")) << user_.seen()[1];
+}
+
+TEST_F(ScreenTest, WithoutAUserEveryDialogCloses) {
+    ScriptedTerminal none(80, 24);
+    run(none);
+    ScriptedTerminal inBox(80, 24);
+    inBox.then({alt("r"), alt("e")});
+    run(inBox);
+    EXPECT_EQ(JXW_NextDialog(0), 0U);
+    EXPECT_EQ(home_.text(".odbcinst.ini"), kDrivers);
+}
+
+TEST_F(ScreenTest, ASmallListIsReachedByArrowsFromButtons) {
+    const std::string picture = after({press(Key::tab), press(Key::up)});
+    EXPECT_TRUE(has(picture, "Your data sources.")) << picture;
+}
+
+}  // namespace
+}  // namespace jx::test

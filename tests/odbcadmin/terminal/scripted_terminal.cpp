@@ -1,0 +1,85 @@
+// Steps and pictures.
+#include "scripted_terminal.h"
+
+namespace jx::test {
+
+Step press(Key key) {
+    Step step;
+    step.input.key = key;
+    return step;
+}
+
+Step type(const std::string& character) {
+    Step step = press(Key::character);
+    step.input.text = character;
+    return step;
+}
+
+Step alt(const std::string& character) {
+    Step step = type(character);
+    step.input.alt = true;
+    return step;
+}
+
+Step click(int column, int line) {
+    Step step = press(Key::press);
+    step.input.place = {column, line};
+    return step;
+}
+
+Step doubleClick(int column, int line) {
+    Step step = click(column, line);
+    step.input.key = Key::doublePress;
+    return step;
+}
+
+Step wheel(Key direction, int column, int line) {
+    Step step = click(column, line);
+    step.input.key = direction;
+    return step;
+}
+
+Step perform(std::function<void()> work) {
+    Step step;
+    step.work = std::move(work);
+    return step;
+}
+
+std::vector<Step> typed(const std::string& text) {
+    std::vector<Step> steps;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t length = terminal::utf8Length(static_cast<unsigned char>(text[at]));
+        steps.push_back(type(text.substr(at, length)));
+        at += length;
+    }
+    return steps;
+}
+
+void ScriptedTerminal::look() {
+    then(perform([this] { seen_.push_back(shown_); }));
+}
+
+void ScriptedTerminal::show(const terminal::Canvas& canvas, std::optional<Point> cursor) {
+    canvas_ = canvas;
+    cursor_ = cursor;
+    shown_ = canvas.text();
+    pictures_.push_back(shown_);
+}
+
+Input ScriptedTerminal::next() {
+    while (!steps_.empty()) {
+        const Step step = steps_.front();
+        steps_.pop_front();
+        if (!step.work) {
+            Input input = step.input;
+            input.time = time_ += 10;
+            return input;
+        }
+        step.work();
+    }
+    Input gone;
+    gone.key = Key::gone;
+    return gone;
+}
+
+}  // namespace jx::test
