@@ -1,0 +1,49 @@
+// The desktop as a screen of the dialog layer.
+#pragma once
+
+#include <jxscreen.h>
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "odbcadmin/assist/assistant.h"
+#include "odbcadmin/desktop/dialog_window.h"
+#include "odbcadmin/desktop/message_window.h"
+
+namespace jx::desktop {
+
+// DesktopScreen: the calling thread's screen while it lives. One at a time in a process. What the user does is noted
+// while the toolkit calls and carried out after that, so no window goes while a widget of it is at work.
+class DesktopScreen {
+public:
+    DesktopScreen();
+    ~DesktopScreen();
+    DesktopScreen(const DesktopScreen&) = delete;
+    DesktopScreen& operator=(const DesktopScreen&) = delete;
+
+private:
+    static DesktopScreen& self(void* context) { return *static_cast<DesktopScreen*>(context); }
+    static int dispatch(int event, Fl_Window* window);
+
+    void opened(HWND dialog);
+    int wait(HWND dialog);
+    unsigned int ask(const char* text, const char* title, unsigned int style);
+    void setCursor(unsigned int cursor);
+    void work(const std::string& what);
+    void carryOut(const std::function<void()>& action);
+    bool takeKey(Fl_Window* window);
+    DialogWindow* front();
+
+    std::map<HWND, std::unique_ptr<DialogWindow>> windows_;
+    std::unique_ptr<MessageWindow> message_;
+    std::deque<std::function<void()>> actions_;
+    assist::Assistant assistant_;
+    HWND inFront_ = 0;
+
+    static DesktopScreen* current_;
+};
+
+}  // namespace jx::desktop
