@@ -61,8 +61,10 @@ void DesktopScreen::carryOut(const std::function<void()>& action) {
 int DesktopScreen::wait(HWND dialog) {
     inFront_ = dialog;
     while (actions_.empty()) {
+        // A button that is held down shows what it would become; it is left alone until it is let go.
         for (const auto& [handle, window] : windows_)
-            window->sync();
+            if (Fl::pushed() == nullptr)
+                window->sync();
         if (Fl::wait() < 0 || Fl::first_window() == nullptr)
             return 0;
         const auto window = windows_.find(dialog);

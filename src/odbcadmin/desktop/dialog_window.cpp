@@ -20,7 +20,7 @@ namespace jx::desktop {
 namespace {
 
 constexpr int kDots = 2;  // to a dialog unit
-constexpr int kHelpHeight = 44;
+constexpr int kHelpHeight = 58;
 constexpr int kLeastHeight = 18;
 
 bool isClick(const JxwControlInfo& control) {

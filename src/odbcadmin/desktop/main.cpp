@@ -13,10 +13,11 @@ namespace {
 
 constexpr int kWrongUse = 2;
 
-bool hasDisplay() {
+// The toolkit would end the program itself where there is no display.
+bool openDisplay() {
     Display* display = XOpenDisplay(nullptr);
     if (display != nullptr)
-        XCloseDisplay(display);
+        fl_open_display(display);
     return display != nullptr;
 }
 
@@ -37,7 +38,7 @@ int main(int count, char** arguments) {
     }
     if (count != 1)
         return refuse("wrong use");
-    if (!hasDisplay())
+    if (!openDisplay())
         return refuse("there is no display (is DISPLAY set?)");
     try {
         Fl::scheme("gtk+");
