@@ -22,7 +22,7 @@ struct Sentence {
 };
 
 constexpr std::string_view kLibrary = "odbcinst";
-constexpr std::string_view kOwn = kFormModule;
+constexpr std::string_view kForm = kFormModule;
 
 constexpr const char* kChooseSource = "Choose a data source in the list first. None there? Add... makes one.";
 constexpr const char* kNoDriver = "No driver is registered yet. Press F2 to register one.";
@@ -65,13 +65,13 @@ constexpr Sentence kSentences[] = {
     {kLibrary, kVersionsDialog, IDCANCEL, "Back to the options.", ""},
     {kLibrary, kTranslatorDialog, 144, "The translators registered for you.", ""},
     {kLibrary, kTranslatorDialog, IDOK, "Takes the chosen translator.", "Choose a translator first."},
-    {kOwn, kFormDialog, kFormName, "Any name you like: data sources refer to the driver by it.", ""},
-    {kOwn, kFormDialog, kFormLibrary, "The driver's file, with its whole path. Its package lists it (dpkg -L NAME).",
+    {kForm, kFormDialog, kFormName, "Any name you like: data sources refer to the driver by it.", ""},
+    {kForm, kFormDialog, kFormLibrary, "The driver's file, with its whole path. Its package lists it (dpkg -L NAME).",
      ""},
-    {kOwn, kFormDialog, kFormSetup, "Asks for the settings of data sources. The proposed one works for any driver.",
+    {kForm, kFormDialog, kFormSetup, "Asks for the settings of data sources. The proposed one works for any driver.",
      ""},
-    {kOwn, kFormDialog, IDOK, "Tries the libraries in a process of their own, then enters the driver.", ""},
-    {kOwn, kFormDialog, IDCANCEL, "Registers nothing.", ""},
+    {kForm, kFormDialog, IDOK, "Tries the libraries in a process of their own, then enters the driver.", ""},
+    {kForm, kFormDialog, IDCANCEL, "Registers nothing.", ""},
 };
 
 const Sentence* find(const JxwDialogInfo& dialog, unsigned short control) {
@@ -139,7 +139,7 @@ std::string headingOf(HWND dialog) {
     JxwDialogInfo info{};
     if (JXW_GetDialogInfo(dialog, &info) == 0)
         return {};
-    if (info.module == kOwn)
+    if (info.module == kForm)
         return "Registers a driver in " + shownPath(INS_ODBCINST_FILENAME);
     if (info.module != kLibrary)
         return info.title;

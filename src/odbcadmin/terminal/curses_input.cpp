@@ -171,7 +171,7 @@ void CursesTerminal::takeEscape() {
     }
 }
 
-void CursesTerminal::addPress(Point place) {
+void CursesTerminal::pressedAt(Point place) {
     Input input;
     input.time = now();
     input.place = place;
@@ -191,7 +191,7 @@ void CursesTerminal::takeMouse() {
     for (auto each = events.rbegin(); each != events.rend(); ++each) {
         const Point place{each->x, each->y};
         if ((each->bstate & BUTTON1_PRESSED) != 0) {
-            addPress(place);
+            pressedAt(place);
         } else if ((each->bstate & (BUTTON4_PRESSED | BUTTON5_PRESSED)) != 0) {
             add((each->bstate & BUTTON4_PRESSED) != 0 ? Key::wheelUp : Key::wheelDown);
             ready_.back().place = place;

@@ -44,7 +44,7 @@ private:
     void takeEscape();
     void takeSequence(unsigned int second);
     void takeMouse();
-    void addPress(Point place);
+    void pressedAt(Point place);
     void add(Key key);
     void addCharacter(unsigned int code, bool alt);
     void takeSignals();
