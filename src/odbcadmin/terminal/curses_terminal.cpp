@@ -54,6 +54,15 @@ void addCapability(std::string& bytes, const char* capability) {
     bytes += collected;
 }
 
+// newterm does not clean up behind itself for a terminal that it does not know.
+bool isKnown(const char* kind, int descriptor) {
+    int error = 0;
+    if (setupterm(const_cast<char*>(kind), descriptor, &error) != OK)
+        return false;
+    del_curterm(cur_term);
+    return true;
+}
+
 bool wantsColors() {
     const char* refused = std::getenv("NO_COLOR");
     return refused == nullptr || *refused == '\0';
@@ -64,6 +73,8 @@ bool wantsColors() {
 CursesTerminal::CursesTerminal(int input, int output, const char* kind)
     : input_(openCopy(input, "r")), output_(openCopy(output, "w")) {
     if (input_ == nullptr || output_ == nullptr)
+        return;
+    if (!isKnown(kind, output))
         return;
     ::tcgetattr(output, &before_);
     if (std::getenv("ESCDELAY") == nullptr)

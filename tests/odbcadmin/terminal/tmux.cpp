@@ -14,7 +14,7 @@ namespace jx::test {
 
 Tmux::Tmux(const TestHome& home, int columns, int lines, const std::string& environment, const std::string& command)
     : socket_(home.file("tmux")) {
-    home.put("tmux.conf", "set -g status off\nset -g escape-time 0\nset -g remain-on-exit on\nset -g mouse off\n");
+    home.put("tmux.conf", "set -g status off\nset -g escape-time 0\nset -g mouse off\n");
     run("-f " + home.file("tmux.conf") + " new-session -d -x " + std::to_string(columns) + " -y " +
         std::to_string(lines) + " 'exec env HOME=" + home.path() + " " + environment + " " + command + "'");
 }
