@@ -5,6 +5,7 @@
 #include <langinfo.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 
@@ -62,6 +63,27 @@ bool isKnown(const char* kind, int descriptor) {
     del_curterm(cur_term);
     return true;
 }
+
+unsigned long attributeOf(short pair) {
+    return static_cast<unsigned long>(COLOR_PAIR(pair));
+}
+
+// Ncurses ignores the stop signal while it paints; held back it comes afterwards instead of never.
+class StopLater {
+public:
+    StopLater() {
+        sigset_t stop;
+        sigemptyset(&stop);
+        sigaddset(&stop, SIGTSTP);
+        ::sigprocmask(SIG_BLOCK, &stop, &before_);
+    }
+    ~StopLater() { ::sigprocmask(SIG_SETMASK, &before_, nullptr); }
+    StopLater(const StopLater&) = delete;
+    StopLater& operator=(const StopLater&) = delete;
+
+private:
+    sigset_t before_{};
+};
 
 bool wantsColors() {
     const char* refused = std::getenv("NO_COLOR");
@@ -125,7 +147,7 @@ void CursesTerminal::chooseColors() {
 unsigned long CursesTerminal::attributesOf(Look look) const {
     switch (look) {
         case Look::bar:
-            return hasColors_ ? COLOR_PAIR(kBarPair) : A_REVERSE;
+            return hasColors_ ? attributeOf(kBarPair) : A_REVERSE;
         case Look::title:
             return A_BOLD;
         case Look::key:
@@ -133,13 +155,13 @@ unsigned long CursesTerminal::attributesOf(Look look) const {
         case Look::field:
             return abilities_.underline ? A_UNDERLINE : A_NORMAL;
         case Look::selected:
-            return hasColors_ ? COLOR_PAIR(kSelectedPair) : A_BOLD | A_UNDERLINE;
+            return hasColors_ ? attributeOf(kSelectedPair) : A_BOLD | A_UNDERLINE;
         case Look::focus:
             return A_REVERSE;
         case Look::grey:
             return A_DIM;
         case Look::alarm:
-            return A_BOLD | (hasColors_ ? COLOR_PAIR(kAlarmPair) : A_NORMAL);
+            return A_BOLD | (hasColors_ ? attributeOf(kAlarmPair) : A_NORMAL);
         case Look::plain:
             break;
     }
@@ -191,6 +213,7 @@ void CursesTerminal::show(const Canvas& canvas, std::optional<Point> cursor) {
     curs_set(cursor ? 1 : 0);
     const Point place = cursor.value_or(Point{0, 0});
     move(place.line, place.column);
+    const StopLater whilePainting;
     refresh();
 }
 
