@@ -81,6 +81,7 @@ int answerBox(const Window& box, int message, int wparam) {
 
 }  // namespace
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): kept alive while its procedure runs
 int callProcedure(DialogPointer dialog, int message, int wparam, std::uintptr_t lparam) {
     return static_cast<int>(dialog->procedure(dialog->handle, message, wparam, lparam));
 }

@@ -78,7 +78,7 @@ int JXW_GetDialogInfo(HWND dialog, JxwDialogInfo* info) {
 
 int JXW_GetControlInfo(HWND dialog, int index, JxwControlInfo* info) {
     const Window control = controlAt(dialog, index);
-    if (!control || info == nullptr)
+    if (!control.isControl() || info == nullptr)
         return 0;
     *info = infoOf(control);
     return 1;
@@ -86,6 +86,6 @@ int JXW_GetControlInfo(HWND dialog, int index, JxwControlInfo* info) {
 
 const char* JXW_GetRow(HWND dialog, int index, int row) {
     const Window control = controlAt(dialog, index);
-    const std::string* text = control ? control.control->list.row(row) : nullptr;
+    const std::string* text = control.isControl() ? control.control->list.row(row) : nullptr;
     return text != nullptr ? text->c_str() : nullptr;
 }

@@ -110,12 +110,12 @@ int JXW_UserCommand(HWND dialog, unsigned short id) {
 
 int JXW_UserSelect(HWND dialog, unsigned short id, int row) {
     const Window list = usable(dialog, id, JXW_LISTBOX);
-    return list ? selectRow(list, row) : 0;
+    return list.isControl() ? selectRow(list, row) : 0;
 }
 
 int JXW_UserDoubleClick(HWND dialog, unsigned short id, int row) {
     const Window list = usable(dialog, id, JXW_LISTBOX);
-    if (!list || list.control->list.row(row) == nullptr)
+    if (!list.isControl() || list.control->list.row(row) == nullptr)
         return 0;
     if (list.control->list.selection() != row)
         selectRow(list, row);

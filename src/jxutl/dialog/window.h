@@ -67,7 +67,8 @@ struct Window {
     DialogPointer dialog;
     Control* control = nullptr;
 
-    explicit operator bool() const { return dialog != nullptr; }
+    explicit operator bool() const { return dialog.get() != nullptr; }
+    bool isControl() const { return dialog.get() != nullptr && control != nullptr; }
     bool isDialog() const { return dialog != nullptr && control == nullptr; }
     std::size_t index() const { return static_cast<std::size_t>(control - dialog->controls.data()); }
 };

@@ -41,6 +41,7 @@ Verdict judge(const Request& request) {
 // Where no turn could be taken because nobody may write there, or there is no such directory, whoever asks for what is
 // there already still has it. The failure of the turn stays noted unless that is so.
 bool needsNoTurn(const Request& request, const ini::IniLocation& where) {
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the look below may note another
     const ini::Failure noTurn = ini::lastFailure();
     const bool cannotBeWritten =
         noTurn.step == JxIniStepTurn && (noTurn.error == ENOENT || noTurn.error == EACCES || noTurn.error == EROFS);
