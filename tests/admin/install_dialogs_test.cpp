@@ -407,9 +407,21 @@ TEST_F(AddDriverDialog, CancelsWithoutADirectoryWhateverWasTyped) {
 
 TEST_F(AddDriverDialog, StaysOpenWhileTheFieldIsEmpty) {
     ScriptedUser user({type(kDirectoryEdit, ""), press(IDOK), press(IDCANCEL)}, {IDOK});
+    unsigned char stale[] = "stale";
+    record.chosen = stale;
     EXPECT_EQ(run(), "(none)");
     EXPECT_EQ(user.boxes, Texts{"KALDERO ODBC Admin|The entry field needs to be filled to proceed|0"});
     EXPECT_EQ(user.actionsLeft(), 0U);
+}
+
+TEST_F(AddDriverDialog, TakesADirectoryOnce) {
+    ScriptedUser user{type(kDirectoryEdit, "/first"), call([](HWND open) {
+                          JXW_SendMessage(open, WM_COMMAND, IDOK, 0);
+                          JXW_SetDlgItemText(open, kDirectoryEdit, "");
+                          JXW_SendMessage(open, WM_COMMAND, IDOK, 0);
+                      })};
+    EXPECT_EQ(run(), "/first/");
+    EXPECT_TRUE(user.boxes.empty());
 }
 
 TEST_F(AddDriverDialog, AnswersItsCommandsAsAgreed) {
