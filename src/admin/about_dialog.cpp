@@ -1,5 +1,6 @@
 // The About dialog: eight texts of whoever shows it.
 #include <jxmemory.h>
+#include <jxwindow.h>
 #include <odbcinst.h>
 
 #include "admin/about_record.h"
@@ -22,13 +23,15 @@ unsigned int open(HWND dialog, uintptr_t lparam) {
     return 1;
 }
 
-// Deliberate: only this button releases the texts, and the record keeps their addresses.
+// Deliberate: only this button releases the texts, and the record keeps their addresses: pressed again while the dialog
+// is going, it has none to release.
 unsigned int close(HWND dialog) {
-    const auto* record = recordOf<AboutRecord>(dialog);
-    if (record == nullptr)
+    if (JXW_IsDialogEnded(dialog, nullptr) != 0)
         return 0;
-    for (unsigned char* text : record->texts)
-        ramFree(text);
+    if (const auto* record = recordOf<AboutRecord>(dialog)) {
+        for (unsigned char* text : record->texts)
+            ramFree(text);
+    }
     return endDialog(dialog);
 }
 

@@ -51,19 +51,12 @@ unsigned int hearList(HWND dialog, OdbcIns& ins, int notification) {
     return notification == LBN_DBLCLK ? add(dialog, ins) : 0;
 }
 
-unsigned int command(HWND dialog, int id, int notification) {
-    auto* ins = recordOf<OdbcIns>(dialog);
-    if (ins == nullptr)
-        return 0;
+unsigned int act(HWND dialog, OdbcIns& ins, int id, int notification) {
     switch (id) {
-        case jx::kClaimedCommand:
-            return 1;
         case jx::kAddDataSourceList:
-            return hearList(dialog, *ins, notification);
+            return hearList(dialog, ins, notification);
         case IDOK:
-            return add(dialog, *ins);
-        case IDCANCEL:
-            return close(dialog);
+            return add(dialog, ins);
         default:
             return 0;
     }
@@ -74,6 +67,16 @@ unsigned int clickItself(HWND dialog) {
     constexpr int kPair = 0x00040004;
     JXW_PostMessage(dialog, WM_LBUTTONDOWN, kPair, 0);
     return 0;
+}
+
+// What needs no record comes first, so that a dialog without one can be closed.
+unsigned int command(HWND dialog, int id, int notification) {
+    if (id == jx::kClaimedCommand)
+        return 1;
+    if (id == IDCANCEL)
+        return close(dialog);
+    auto* ins = recordOf<OdbcIns>(dialog);
+    return ins != nullptr ? act(dialog, *ins, id, notification) : 0;
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // The Add Driver dialog: asks for the directory of an installation script.
 #include <jxmemory.h>
 #include <jxtext.h>
+#include <jxwindow.h>
 #include <odbcinst.h>
 
 #include "admin/add_driver_record.h"
@@ -44,10 +45,12 @@ void endWithSeparator(unsigned char* directory) {
 unsigned int confirm(HWND dialog) {
     auto* record = recordOf<AddDriverRecord>(dialog);
     jx::install::OwnedText directory(static_cast<unsigned char*>(ramAllocZ(kDirectorySize)));
-    if (record == nullptr || directory == nullptr)
+    // What an ended dialog took is its caller's.
+    if (record == nullptr || directory == nullptr || JXW_IsDialogEnded(dialog, nullptr) != 0)
         return 0;
     JXW_GetDlgItemText(dialog, jx::kDirectoryEdit, reinterpret_cast<char*>(directory.get()), kReadSize);
     if (directory[0] == 0) {
+        record->chosen = nullptr;
         jx::showMessage(dialog, asBytes("The entry field needs to be filled to proceed"), MB_OK);
         return 0;
     }

@@ -49,22 +49,25 @@ unsigned int showVersions(HWND dialog, _Install& install) {
     return 0;
 }
 
-unsigned int command(HWND dialog, int id) {
-    auto* install = recordOf<_Install>(dialog);
-    if (install == nullptr)
-        return 0;
+unsigned int act(HWND dialog, _Install& install, int id) {
     switch (id) {
-        case jx::kClaimedCommand:
-            return 1;
         case IDOK:
-            return confirm(dialog, *install);
-        case IDCANCEL:
-            return endDialog(dialog);
+            return confirm(dialog, install);
         case jx::kVersionsButton:
-            return showVersions(dialog, *install);
+            return showVersions(dialog, install);
         default:
             return 0;
     }
+}
+
+// What needs no record comes first, so that a dialog without one can be closed.
+unsigned int command(HWND dialog, int id) {
+    if (id == jx::kClaimedCommand)
+        return 1;
+    if (id == IDCANCEL)
+        return endDialog(dialog);
+    auto* install = recordOf<_Install>(dialog);
+    return install != nullptr ? act(dialog, *install, id) : 0;
 }
 
 }  // namespace

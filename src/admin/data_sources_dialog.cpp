@@ -96,30 +96,33 @@ unsigned int hearList(HWND dialog, OdbcIns& ins, int notification) {
     return notification == LBN_DBLCLK ? setUp(dialog, ins) : 0;
 }
 
-unsigned int command(HWND dialog, int id, int notification) {
-    auto* ins = recordOf<OdbcIns>(dialog);
-    if (ins == nullptr)
-        return 0;
+unsigned int act(HWND dialog, OdbcIns& ins, int id, int notification) {
     switch (id) {
-        case jx::kClaimedCommand:
-            return 1;
         case jx::kDataSourcesList:
-            return hearList(dialog, *ins, notification);
-        case jx::kCloseButton:
-            return close(dialog);
+            return hearList(dialog, ins, notification);
         case jx::kSetupButton:
-            return setUp(dialog, *ins);
+            return setUp(dialog, ins);
         case jx::kDeleteButton:
-            return remove(dialog, *ins);
+            return remove(dialog, ins);
         case jx::kAddButton:
-            return add(dialog, *ins);
+            return add(dialog, ins);
         case jx::kDriversButton:
-            return showDrivers(dialog, *ins);
+            return showDrivers(dialog, ins);
         case jx::kOptionsButton:
-            return showOptions(dialog, *ins);
+            return showOptions(dialog, ins);
         default:
             return 0;
     }
+}
+
+// What needs no record comes first, so that a dialog without one can be closed.
+unsigned int command(HWND dialog, int id, int notification) {
+    if (id == jx::kClaimedCommand)
+        return 1;
+    if (id == jx::kCloseButton)
+        return close(dialog);
+    auto* ins = recordOf<OdbcIns>(dialog);
+    return ins != nullptr ? act(dialog, *ins, id, notification) : 0;
 }
 
 }  // namespace

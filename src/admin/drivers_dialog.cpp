@@ -69,22 +69,25 @@ unsigned int add(HWND dialog, OdbcIns& ins) {
     return 0;
 }
 
-unsigned int command(HWND dialog, int id) {
-    auto* ins = recordOf<OdbcIns>(dialog);
-    if (ins == nullptr)
-        return 0;
+unsigned int act(HWND dialog, OdbcIns& ins, int id) {
     switch (id) {
-        case jx::kClaimedCommand:
-            return 1;
-        case jx::kCloseButton:
-            return endDialog(dialog);
         case jx::kDeleteDriverButton:
-            return removeSelected(dialog, *ins);
+            return removeSelected(dialog, ins);
         case jx::kAddDriverButton:
-            return add(dialog, *ins);
+            return add(dialog, ins);
         default:
             return 0;
     }
+}
+
+// What needs no record comes first, so that a dialog without one can be closed.
+unsigned int command(HWND dialog, int id) {
+    if (id == jx::kClaimedCommand)
+        return 1;
+    if (id == jx::kCloseButton)
+        return endDialog(dialog);
+    auto* ins = recordOf<OdbcIns>(dialog);
+    return ins != nullptr ? act(dialog, *ins, id) : 0;
 }
 
 }  // namespace

@@ -34,22 +34,25 @@ unsigned int showAdvancedOptions(HWND dialog, InstallDriversRecord& record) {
     return 0;
 }
 
-unsigned int command(HWND dialog, int id) {
-    auto* record = recordOf<InstallDriversRecord>(dialog);
-    if (record == nullptr)
-        return 0;
+unsigned int act(HWND dialog, InstallDriversRecord& record, int id) {
     switch (id) {
-        case jx::kClaimedCommand:
-            return 1;
         case IDOK:
-            return confirm(dialog, *record);
-        case IDCANCEL:
-            return endDialog(dialog);
+            return confirm(dialog, record);
         case jx::kAdvancedButton:
-            return showAdvancedOptions(dialog, *record);
+            return showAdvancedOptions(dialog, record);
         default:
             return 0;
     }
+}
+
+// What needs no record comes first, so that a dialog without one can be closed.
+unsigned int command(HWND dialog, int id) {
+    if (id == jx::kClaimedCommand)
+        return 1;
+    if (id == IDCANCEL)
+        return endDialog(dialog);
+    auto* record = recordOf<InstallDriversRecord>(dialog);
+    return record != nullptr ? act(dialog, *record, id) : 0;
 }
 
 }  // namespace

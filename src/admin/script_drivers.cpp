@@ -31,7 +31,7 @@ void addQuotedRow(HWND dialog, unsigned short listId, unsigned char* key) {
 
 int FillLB(unsigned int hwnd, short listId, _Install* install) {
     install::ProfileText keys;
-    if (install == nullptr || !keys.read(asBytes(INS_ODBCINI_DRIVERS), nullptr, install->infFile))
+    if (install == nullptr || !keys.readWholeKeys(asBytes(INS_ODBCINI_DRIVERS), install->infFile))
         return 1;
     unsigned char* key = keys.text();
     if (*key == 0)

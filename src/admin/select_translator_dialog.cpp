@@ -1,4 +1,5 @@
 // The Select Translator dialog: one of the installed translators, or none.
+#include <jxerrors.h>
 #include <jxtext.h>
 #include <odbcins.h>
 #include <odbcinst.h>
@@ -8,9 +9,11 @@
 
 #include "admin/dialog_record.h"
 #include "config/list_row.h"
+#include "config/message_text.h"
 #include "config/text_bytes.h"
 #include "config/translator_choice.h"
 #include "resources/control_ids.h"
+#include "resources/strings.h"
 
 using namespace jx::admin;
 using jx::TranslatorChoice;
@@ -45,6 +48,12 @@ void chooseNone(TranslatorChoice& choice) {
     BUTSTCPY(choice.name, jx::asBytes(jx::kNoTranslator));
 }
 
+void refuseName(HWND dialog) {
+    unsigned char reason[256] = {};
+    winGetString(reason, jx::kTextTranslatorNameTooLong);
+    jx::showMessage(dialog, reason, MB_OK | MB_ICONEXCLAMATION);
+}
+
 // Makes the selected row the choice; false when its name does not fit: a cut one would be another translator's.
 bool chooseRow(HWND dialog, TranslatorChoice& choice) {
     const short row = jx::selectedRow(dialog, jx::kTranslatorsList);
@@ -53,8 +62,12 @@ bool chooseRow(HWND dialog, TranslatorChoice& choice) {
         chooseNone(choice);
         return true;
     }
-    if (!jx::readRow(dialog, jx::kTranslatorsList, row, name) || name.size() >= jx::kTranslatorNameSize)
+    if (!jx::readRow(dialog, jx::kTranslatorsList, row, name))
         return false;
+    if (name.size() >= jx::kTranslatorNameSize) {
+        refuseName(dialog);
+        return false;
+    }
     BUTSTCPY(choice.name, jx::asBytes(name.c_str()));
     return true;
 }
@@ -67,8 +80,9 @@ unsigned int confirm(HWND dialog, TranslatorChoice& choice) {
 }
 
 // Deliberate: cancelling does not keep the translator that was current, it answers with none.
-unsigned int cancel(HWND dialog, TranslatorChoice& choice) {
-    chooseNone(choice);
+unsigned int cancel(HWND dialog) {
+    if (auto* choice = recordOf<TranslatorChoice>(dialog))
+        chooseNone(*choice);
     return endDialog(dialog);
 }
 
@@ -78,22 +92,25 @@ unsigned int hearList(HWND dialog, TranslatorChoice& choice, int notification) {
     return notification == LBN_DBLCLK ? confirm(dialog, choice) : 0;
 }
 
-unsigned int command(HWND dialog, int id, int notification) {
-    auto* choice = recordOf<TranslatorChoice>(dialog);
-    if (choice == nullptr)
-        return 0;
+unsigned int act(HWND dialog, TranslatorChoice& choice, int id, int notification) {
     switch (id) {
-        case jx::kClaimedCommand:
-            return 1;
         case jx::kTranslatorsList:
-            return hearList(dialog, *choice, notification);
+            return hearList(dialog, choice, notification);
         case IDOK:
-            return confirm(dialog, *choice);
-        case IDCANCEL:
-            return cancel(dialog, *choice);
+            return confirm(dialog, choice);
         default:
             return 0;
     }
+}
+
+// What needs no record comes first, so that a dialog without one can be closed.
+unsigned int command(HWND dialog, int id, int notification) {
+    if (id == jx::kClaimedCommand)
+        return 1;
+    if (id == IDCANCEL)
+        return cancel(dialog);
+    auto* choice = recordOf<TranslatorChoice>(dialog);
+    return choice != nullptr ? act(dialog, *choice, id, notification) : 0;
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 
 #include "config/list_row.h"
 #include "config/message_text.h"
+#include "config/name_list.h"
 #include "config/text_bytes.h"
 #include "config/translator_choice.h"
 
@@ -32,13 +33,15 @@ void enableDataSourceButtons(HWND dialog, bool enable) {
         JXW_EnableWindow(JXW_GetDlgItem(dialog, button), enable ? 1 : 0);
 }
 
+// Adds the keys of a section, as many as 1024 bytes hold whole.
 void fillWithSection(HWND dialog, unsigned short listId, const unsigned char* section) {
-    constexpr int kReadSize = 1024;
-    unsigned char keys[kReadSize + 2] = {};  // a list that is cut inside a name is ended by the bytes behind it
+    constexpr int kListSize = 1024;
+    unsigned char keys[kListSize + 2] = {};  // the last byte ends a list that is cut
     // A null section would read the names of all sections.
     if (section == nullptr)
         return;
-    jxGetPrivateProfileString(section, nullptr, asBytes(""), keys, kReadSize, asBytes(INS_ODBCINST_FILENAME));
+    jxGetPrivateProfileString(section, nullptr, asBytes(""), keys, kListSize + 1, asBytes(INS_ODBCINST_FILENAME));
+    jx::dropCutName(keys, kListSize);
     jx::addKeyRows(dialog, listId, keys);
     if (BUTSTCMP(section, asBytes(INS_ODBCINST_TRANSLATORS)) == 0)
         JXW_SendDlgItemMessage(dialog, listId, LB_INSERTSTRING, 0, reinterpret_cast<uintptr_t>(jx::kNoTranslator));

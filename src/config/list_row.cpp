@@ -18,7 +18,9 @@ short selectedRow(HWND dialog, unsigned short listId) {
 }
 
 bool readRow(HWND dialog, unsigned short listId, int row, std::string& text) {
-    const int length = JXW_SendDlgItemMessage(dialog, listId, LB_GETTEXTLEN, row, 0);
+    // No list answers as an empty row does.
+    const int length =
+        JXW_GetDlgItem(dialog, listId) != 0 ? JXW_SendDlgItemMessage(dialog, listId, LB_GETTEXTLEN, row, 0) : LB_ERR;
     if (length < 0)
         return false;
     try {

@@ -11,7 +11,8 @@ namespace jx {
 short rowCount(HWND dialog, unsigned short listId);
 short selectedRow(HWND dialog, unsigned short listId);
 
-// Makes text the text of a row, however long it is; false when there is no such row or memory is short.
+// Makes text the text of a row, however long it is; false when there is no such list or row, or
+// memory is short.
 bool readRow(HWND dialog, unsigned short listId, int row, std::string& text);
 
 void addRow(HWND dialog, unsigned short listId, const unsigned char* text);

@@ -4,19 +4,19 @@
 #include <jxtext.h>
 
 #include "config/key_list.h"
+#include "config/name_list.h"
 #include "config/text_bytes.h"
 #include "install/owned_text.h"
 
 namespace jx::install {
 
 template <typename File>
-bool ProfileText::readFrom(const unsigned char* section, const unsigned char* key, File file) {
+bool ProfileText::readFrom(const unsigned char* section, const unsigned char* key, File file, std::size_t size) {
     bytes_.fill(0);
     readFailed_ = false;
     if (file == nullptr)
         return false;
-    jxGetPrivateProfileString(section, key, asBytes(kNotAvailable), bytes_.data(), static_cast<int>(kProfileTextSize),
-                              file);
+    jxGetPrivateProfileString(section, key, asBytes(kNotAvailable), bytes_.data(), static_cast<int>(size), file);
     readFailed_ = jxProfileReadFailed() != 0;
     return !readFailed_ && BUTSTCMP(bytes_.data(), asBytes(kNotAvailable)) != 0;
 }
@@ -27,6 +27,12 @@ bool ProfileText::read(const unsigned char* section, const unsigned char* key, c
 
 bool ProfileText::read(const unsigned char* section, const unsigned char* key, JxIniFileCache* cache) {
     return readFrom(section, key, cache);
+}
+
+bool ProfileText::readWholeKeys(const unsigned char* section, const unsigned char* file) {
+    const bool found = readFrom(section, nullptr, file, kProfileTextSize + 1);
+    dropCutName(bytes_.data(), kProfileTextSize);
+    return found;
 }
 
 unsigned char* textAfter(unsigned char* text) {

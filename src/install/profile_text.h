@@ -22,6 +22,9 @@ public:
     bool read(const unsigned char* section, const unsigned char* key, const unsigned char* file);
     bool read(const unsigned char* section, const unsigned char* key, JxIniFileCache* cache);
 
+    // The same for a section's keys, without the one that does not fit whole: cut, it could be another key.
+    bool readWholeKeys(const unsigned char* section, const unsigned char* file);
+
     // Whether the last read failed: memory was short or the file could not be read. What a program would do for an
     // absent entry must not be done then.
     bool readFailed() const { return readFailed_; }
@@ -30,9 +33,10 @@ public:
 
 private:
     template <typename File>
-    bool readFrom(const unsigned char* section, const unsigned char* key, File file);
+    bool readFrom(const unsigned char* section, const unsigned char* key, File file,
+                  std::size_t size = kProfileTextSize);
 
-    std::array<unsigned char, kProfileTextSize + 1> bytes_{};  // the last one is never handed to a read: it ends a list
+    std::array<unsigned char, kProfileTextSize + 2> bytes_{};  // the last one is never handed to a read: it ends a list
     bool readFailed_ = false;
 };
 

@@ -125,7 +125,8 @@ JX_EXPORT int JXW_IsDlgButtonChecked(HWND dialog, unsigned short id);
 JX_EXPORT int JXW_CheckRadioButton(HWND dialog, unsigned short first, unsigned short last, unsigned short id);
 
 /* Gives a dialog (its control that had it last) or a control the focus. Returns the window that had it, or hwnd when
- * none had; 0 when hwnd is no window, is greyed or takes no focus. */
+ * none had; 0, and nothing changes, when hwnd is no window, is greyed or takes no focus, and when its dialog is greyed,
+ * has ended or has another dialog or message box of its own in front. */
 JX_EXPORT HWND JXW_SetFocus(HWND hwnd);
 
 /* The control that has the focus, or its dialog when no control can take it; 0 when there is no dialog. */

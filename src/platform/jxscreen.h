@@ -101,7 +101,7 @@ typedef struct JxwControlInfo {
     int kind;
     unsigned short id;
     short x, y, width, height;
-    const char* text; /* with its "&"; the user's text in an edit field */
+    const char* text; /* with its "&"; to be shown as it stands in an edit field and where flags hold JXW_PLAIN */
     unsigned int flags;
     int accessKey; /* lower-case ASCII, 0: none */
     int enabled;

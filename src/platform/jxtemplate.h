@@ -42,7 +42,8 @@ enum {
     JXW_CLOSE = 2,    /* a button: Escape presses it in a dialog that has no IDCANCEL control */
     JXW_PASSWORD = 4, /* an edit field: screens hide its characters; the layer does not */
     JXW_GREY = 8,     /* disabled from the start */
-    JXW_GROUP = 16    /* a radio button: begins another group although a radio button stands before it */
+    JXW_GROUP = 16,   /* a radio button: begins another group although a radio button stands before it */
+    JXW_PLAIN = 32    /* a label: its text is data, such as a name; an "&" in it is an "&" and makes no access key */
 };
 
 /* One control of a template. Positions and sizes are in dialog units: a quarter of a character's width, an eighth of
@@ -51,7 +52,7 @@ typedef struct JxwControl {
     int kind;
     unsigned short id; /* unique in its dialog; 0 for a control that nobody refers to */
     short x, y, width, height;
-    const char* text; /* "&" stands before the access key, "&&" is one "&"; null is empty */
+    const char* text; /* "&" stands before the access key, "&&" is one "&", but not with JXW_PLAIN; null is empty */
     unsigned int flags;
 } JxwControl;
 

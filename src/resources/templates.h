@@ -75,7 +75,7 @@ inline constexpr JxwControl kInstallDriversControls[] = {
     kEndOfControls};
 
 inline constexpr JxwControl kAddDriverControls[] = {
-    {JXW_LABEL, kDirectoryText, 8, 8, 264, 8, "The directory must hold the installation script odbc.inf.", 0},
+    {JXW_LABEL, kDirectoryText, 8, 8, 264, 8, "The directory must hold the installation script odbc.inf.", JXW_PLAIN},
     {JXW_LABEL, 0, 8, 24, 48, 8, "&Directory:", 0},
     {JXW_EDIT, kDirectoryEdit, 56, 24, 216, 12, nullptr, 0},
     {JXW_BUTTON, IDOK, 128, 48, 68, 14, "OK", JXW_DEFAULT},
@@ -89,15 +89,15 @@ inline constexpr JxwControl kVersionsControls[] = {
     {JXW_BUTTON, IDCANCEL, 204, 16, 88, 14, "Close", JXW_DEFAULT},
     {JXW_BUTTON, IDOK, 204, 32, 88, 14, "OK (no effect)", 0},
     {JXW_LABEL, 0, 8, 72, 48, 8, "File name:", 0},
-    {JXW_LABEL, kVersionFileName, 60, 72, 232, 8, nullptr, 0},
+    {JXW_LABEL, kVersionFileName, 60, 72, 232, 8, nullptr, JXW_PLAIN},
     {JXW_LABEL, 0, 8, 80, 48, 8, "Kind:", 0},
-    {JXW_LABEL, kVersionRole, 60, 80, 232, 8, nullptr, 0},
+    {JXW_LABEL, kVersionRole, 60, 80, 232, 8, nullptr, JXW_PLAIN},
     {JXW_LABEL, 0, 8, 88, 48, 8, "Version:", 0},
-    {JXW_LABEL, kVersionNumber, 60, 88, 232, 8, nullptr, 0},
+    {JXW_LABEL, kVersionNumber, 60, 88, 232, 8, nullptr, JXW_PLAIN},
     {JXW_LABEL, 0, 8, 96, 48, 8, "Date:", 0},
-    {JXW_LABEL, kVersionDate, 60, 96, 232, 8, nullptr, 0},
+    {JXW_LABEL, kVersionDate, 60, 96, 232, 8, nullptr, JXW_PLAIN},
     {JXW_LABEL, 0, 8, 104, 48, 8, "Size:", 0},
-    {JXW_LABEL, kVersionSize, 60, 104, 232, 8, nullptr, 0},
+    {JXW_LABEL, kVersionSize, 60, 104, 232, 8, nullptr, JXW_PLAIN},
     kEndOfControls};
 
 inline constexpr JxwControl kSelectTranslatorControls[] = {
@@ -110,14 +110,14 @@ inline constexpr JxwControl kSelectTranslatorControls[] = {
 
 // What the eight texts mean is the affair of whoever shows the dialog.
 inline constexpr JxwControl kAboutControls[] = {{JXW_GROUPBOX, 0, 8, 8, 264, 88, "About", 0},
-                                                {JXW_LABEL, 146, 16, 24, 248, 8, nullptr, 0},
-                                                {JXW_LABEL, 147, 16, 32, 248, 8, nullptr, 0},
-                                                {JXW_LABEL, 148, 16, 40, 248, 8, nullptr, 0},
-                                                {JXW_LABEL, 149, 16, 48, 248, 8, nullptr, 0},
-                                                {JXW_LABEL, 150, 16, 56, 248, 8, nullptr, 0},
-                                                {JXW_LABEL, 151, 16, 64, 248, 8, nullptr, 0},
-                                                {JXW_LABEL, 152, 16, 72, 248, 8, nullptr, 0},
-                                                {JXW_LABEL, 153, 16, 80, 248, 8, nullptr, 0},
+                                                {JXW_LABEL, 146, 16, 24, 248, 8, nullptr, JXW_PLAIN},
+                                                {JXW_LABEL, 147, 16, 32, 248, 8, nullptr, JXW_PLAIN},
+                                                {JXW_LABEL, 148, 16, 40, 248, 8, nullptr, JXW_PLAIN},
+                                                {JXW_LABEL, 149, 16, 48, 248, 8, nullptr, JXW_PLAIN},
+                                                {JXW_LABEL, 150, 16, 56, 248, 8, nullptr, JXW_PLAIN},
+                                                {JXW_LABEL, 151, 16, 64, 248, 8, nullptr, JXW_PLAIN},
+                                                {JXW_LABEL, 152, 16, 72, 248, 8, nullptr, JXW_PLAIN},
+                                                {JXW_LABEL, 153, 16, 80, 248, 8, nullptr, JXW_PLAIN},
                                                 {JXW_BUTTON, IDOK, 204, 104, 68, 14, "OK", JXW_DEFAULT | JXW_CLOSE},
                                                 kEndOfControls};
 

@@ -36,8 +36,8 @@ bool commit(Change change) {
     return jxIniCommit(change.release()) != 0;
 }
 
-// The store trims what it is asked for: a name with outer blanks would find, and change, another data source. Equal
-// length tells that the name found is the name asked for.
+// The store trims what it is asked for: a name with outer blanks, such as one that was cut behind a word, would find,
+// and change, another data source or driver. Equal length tells that the name found is the name asked for.
 bool hasSection(const Text& text, const std::string& name) {
     JxIniPiece header;
     return text && jxIniFind(text.get(), name.c_str(), nullptr, &header) != 0 && header.nameLength == name.size();
@@ -45,7 +45,8 @@ bool hasSection(const Text& text, const std::string& name) {
 
 std::optional<std::string> valueOf(const Text& text, const std::string& section, const std::string& key) {
     JxIniPiece entry;
-    if (!text || jxIniFind(text.get(), section.c_str(), key.c_str(), &entry) == 0 || entry.nameLength != key.size())
+    if (!hasSection(text, section) || jxIniFind(text.get(), section.c_str(), key.c_str(), &entry) == 0 ||
+        entry.nameLength != key.size())
         return std::nullopt;
     return entry.value == nullptr ? std::string() : std::string(entry.value, entry.valueLength);
 }

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 
 namespace jx::setup {
 
@@ -17,6 +18,19 @@ std::string lowerCase(std::string text) {
             character = static_cast<char>(character - 'A' + 'a');
     }
     return text;
+}
+
+// text in lower case and without what parts its words: "API_Key" and "api key" are one name.
+std::string joinedWords(const std::string& text) {
+    std::string joined = lowerCase(text);
+    std::erase_if(joined,
+                  [](char character) { return std::string_view(" \t_-.").find(character) != std::string_view::npos; });
+    return joined;
+}
+
+bool holdsOneOf(std::string_view text, std::span<const std::string_view> words) {
+    return std::any_of(words.begin(), words.end(),
+                       [&](std::string_view word) { return text.find(word) != std::string_view::npos; });
 }
 
 bool holdsLineBreak(std::string_view text) {
@@ -60,14 +74,16 @@ std::vector<KeyChange> changesBetween(const std::vector<Attribute>& before, cons
 }
 
 bool isSecret(const std::string& keyword) {
-    constexpr std::array<std::string_view, 6> kWords{"pwd", "passw", "passphrase", "secret", "token", "credential"};
-    const std::string name = lowerCase(keyword);
-    return std::any_of(kWords.begin(), kWords.end(),
-                       [&](std::string_view word) { return name.find(word) != std::string::npos; });
+    constexpr std::array<std::string_view, 9> kWords{"pwd",   "passw",      "passphrase", "passcode",  "secret",
+                                                     "token", "credential", "apikey",     "privatekey"};
+    const std::string name = joinedWords(keyword);
+    return name.ends_with("pass") || holdsOneOf(name, kWords);
 }
 
 std::string rowText(const Attribute& attribute) {
-    const bool hidden = isSecret(attribute.keyword) && !attribute.value.empty();
+    constexpr std::array<std::string_view, 2> kInConnectStrings{"pwd=", "password="};
+    const bool hidden = (isSecret(attribute.keyword) && !attribute.value.empty()) ||
+                        holdsOneOf(joinedWords(attribute.value), kInConnectStrings);
     return attribute.keyword + " = " + (hidden ? "********" : attribute.value);
 }
 

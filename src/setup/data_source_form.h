@@ -19,10 +19,12 @@ void overlay(std::vector<Attribute>& attributes, const std::vector<Attribute>& c
 // What leads from one set of attributes to another: removals first, then what is new or has another value.
 std::vector<KeyChange> changesBetween(const std::vector<Attribute>& before, const std::vector<Attribute>& now);
 
-// Whether a key's values are not to be read over a shoulder: passwords, tokens and their like.
+// Whether a key's values are not to be read over a shoulder: passwords, tokens, private keys and their like. In doubt
+// they are not.
 bool isSecret(const std::string& keyword);
 
-// "Key = value" as a list shows it; a secret's value becomes stars, as many for a long one as for a short one.
+// "Key = value" as a list shows it; a secret's value becomes stars, as many for a long one as for a short one, and so
+// does a connect string with a password in it, under whatever key.
 std::string rowText(const Attribute& attribute);
 
 // text without outer blanks, which the file does not keep.

@@ -110,17 +110,30 @@ void removePair(HWND dialog, SetupForm& form) {
     selectRow(dialog, form, -1);
 }
 
+// Whether the fields hold nothing, or what the selected row shows: that may be a key that could not be typed here.
+bool hasNothingToTake(const Attribute& typed, const SetupForm& form, std::size_t selected) {
+    if (typed.keyword.empty() && typed.value.empty())
+        return true;
+    if (selected == form.now.attributes.size())
+        return false;
+    const Attribute& shown = form.now.attributes[selected];
+    return typed.keyword == trimmed(shown.keyword) && typed.value == shown.value;
+}
+
 // A key and value that were typed but not yet put into the list are meant to be stored too: the key of that name gets
-// the value, or is added. No other key goes for it.
+// the value, or is added. No other key goes for it, and while a row is selected no other row's value.
 bool takeRest(HWND dialog, SetupForm& form) {
+    const std::size_t selected = selection(dialog, form);
     Attribute pair = typedPair(dialog);
-    if (pair.keyword.empty() && pair.value.empty())
+    if (hasNothingToTake(pair, form, selected))
         return true;
     if (!takePair(dialog, pair))
         return false;
     const std::size_t at = placeOf(form.now.attributes, pair.keyword);
     if (at == form.now.attributes.size())
         return addPair(dialog, form);
+    if (selected != form.now.attributes.size() && at != selected)
+        return refuseTwin(dialog, pair.keyword);
     form.now.attributes[at].value = pair.value;
     fillList(dialog, form);
     selectRow(dialog, form, static_cast<int>(at));

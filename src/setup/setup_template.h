@@ -27,7 +27,7 @@ inline constexpr JxwControl kSetupControls[] = {
     {JXW_LABEL, 0, 8, 8, 72, 8, "Data source &name:", 0},
     {JXW_EDIT, kNameEdit, 84, 8, 188, 12, nullptr, 0},
     {JXW_LABEL, 0, 8, 24, 72, 8, "Driver:", 0},
-    {JXW_LABEL, kDriverText, 84, 24, 188, 8, nullptr, 0},
+    {JXW_LABEL, kDriverText, 84, 24, 188, 8, nullptr, JXW_PLAIN},
     {JXW_LABEL, 0, 8, 40, 184, 8, "Key&s and values:", 0},
     {JXW_LISTBOX, kKeyList, 8, 48, 184, 64, nullptr, 0},
     {JXW_BUTTON, kAddButton, 204, 48, 68, 14, "&Add", 0},

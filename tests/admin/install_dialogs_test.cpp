@@ -138,7 +138,7 @@ TEST_F(InstallDriversDialog, AnswersItsCommandsAsAgreed) {
     run();
 }
 
-TEST_F(InstallDriversDialog, ShowsAListThatIsCutInsideAName) {
+TEST_F(InstallDriversDialog, LeavesOutTheDriverWhoseNameDoesNotFitWhole) {
     std::string text = "[ODBC Drivers]\n";
     for (int number = 100; number < 300; ++number)
         text += "\"Driver" + std::to_string(number) + "\"=x\n";
@@ -146,7 +146,21 @@ TEST_F(InstallDriversDialog, ShowsAListThatIsCutInsideAName) {
     ScriptedUser user{look()};
     run();
     EXPECT_NE(user.dumps[0].find("    > Driver100\n      Driver101\n"), std::string::npos);
-    EXPECT_EQ(user.dumps[0].find("Driver299"), std::string::npos);
+    EXPECT_NE(user.dumps[0].find("      Driver184\n  button"), std::string::npos) << user.dumps[0];
+}
+
+// 1024 bytes hold the first key, its NUL, a key of 22 bytes and its NUL.
+TEST_F(InstallDriversDialog, ShowsTheDriverWhoseNameJustFits) {
+    const std::string first(998, 'a');
+    for (const std::size_t size : {19U, 20U, 21U, 22U, 70000U}) {
+        SCOPED_TRACE(size);
+        const std::string second(size, 'b');
+        putScript("[ODBC Drivers]\n\"" + first + "\"=x\n\"" + second + "\"=x\n");
+        ScriptedUser user{look()};
+        run();
+        EXPECT_EQ(listIn(user.dumps[0]),
+                  "  list 130 focus\n    > " + first + "\n" + (size <= 20 ? "      " + second + "\n" : ""));
+    }
 }
 
 // ---- Advanced Installation Options ----
@@ -393,9 +407,21 @@ TEST_F(AddDriverDialog, CancelsWithoutADirectoryWhateverWasTyped) {
 
 TEST_F(AddDriverDialog, StaysOpenWhileTheFieldIsEmpty) {
     ScriptedUser user({type(kDirectoryEdit, ""), press(IDOK), press(IDCANCEL)}, {IDOK});
+    unsigned char stale[] = "stale";
+    record.chosen = stale;
     EXPECT_EQ(run(), "(none)");
     EXPECT_EQ(user.boxes, Texts{"KALDERO ODBC Admin|The entry field needs to be filled to proceed|0"});
     EXPECT_EQ(user.actionsLeft(), 0U);
+}
+
+TEST_F(AddDriverDialog, TakesADirectoryOnce) {
+    ScriptedUser user{type(kDirectoryEdit, "/first"), call([](HWND open) {
+                          JXW_SendMessage(open, WM_COMMAND, IDOK, 0);
+                          JXW_SetDlgItemText(open, kDirectoryEdit, "");
+                          JXW_SendMessage(open, WM_COMMAND, IDOK, 0);
+                      })};
+    EXPECT_EQ(run(), "/first/");
+    EXPECT_TRUE(user.boxes.empty());
 }
 
 TEST_F(AddDriverDialog, AnswersItsCommandsAsAgreed) {

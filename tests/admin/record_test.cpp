@@ -103,6 +103,44 @@ TEST_F(DialogRecord, ThatIsMissingLeavesEveryProcedureWithNothingToDo) {
     EXPECT_TRUE(user.boxes.empty());
 }
 
+TEST_F(DialogRecord, ThatIsMissingLeavesADialogThatCanBeClosed) {
+    struct Row {
+        unsigned short dialog;
+        JxDialogProcedure procedure;
+        int closing;           // what Escape presses
+        unsigned int claimed;  // the answer to kClaimedCommand
+    };
+    const Row rows[] = {{kAddDataSourceDialog, AddDataSourceDlgProc, IDCANCEL, 1},
+                        {kDataSourcesDialog, DataSourcesDlgProc, kCloseButton, 1},
+                        {kOptionsDialog, OdbcOptionsDlgProc, IDCANCEL, 1},
+                        {kDriversDialog, OdbcDriversDlgProc, kCloseButton, 1},
+                        {kAdvancedOptionsDialog, AdvancedInstallationOptionsDlgProc, IDCANCEL, 1},
+                        {kInstallDriversDialog, InstallDriversDlgProc, IDCANCEL, 1},
+                        {kAddDriverDialog, AddDriverDlgProc, IDCANCEL, 1},
+                        {kVersionsDialog, VersionsDlgProc, IDCANCEL, 0},
+                        {kSelectTranslatorDialog, SelectTranslatorDlgProc, IDCANCEL, 1},
+                        {kAboutDialog, AboutDlgProc, IDOK, 0}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.dialog);
+        MessageBoxScript boxes;
+        const HWND dialog = JXW_CreateDialog(BJXHINST, row.dialog, 0, row.procedure, nullptr);
+        ASSERT_NE(dialog, 0U);
+        EXPECT_EQ(JXW_SendMessage(dialog, WM_COMMAND, kClaimedCommand, 0), static_cast<int>(row.claimed));
+        for (int id = 0; id < 160; ++id) {
+            if (id != kClaimedCommand && id != row.closing) {
+                EXPECT_EQ(JXW_SendMessage(dialog, WM_COMMAND, id, LBN_SELCHANGE << 16), 0) << id;
+            }
+        }
+        EXPECT_EQ(JXW_IsDialogEnded(dialog, nullptr), 0);
+        EXPECT_EQ(JXW_UserKey(dialog, JXW_KEY_ESCAPE), 1);
+        int result = 0;
+        EXPECT_EQ(JXW_IsDialogEnded(dialog, &result), 1);
+        EXPECT_EQ(result, 1);
+        EXPECT_EQ(boxes.boxes(), Boxes{});
+        JXW_DestroyDialog(dialog);
+    }
+}
+
 }  // namespace
 
 }  // namespace jx::test

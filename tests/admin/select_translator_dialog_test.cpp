@@ -7,6 +7,7 @@
 #include "config/translator_choice.h"
 #include "dialog_dump.h"
 #include "dialog_fixture.h"
+#include "resources/strings.h"
 
 namespace jx::test {
 
@@ -105,9 +106,14 @@ TEST_F(SelectTranslatorDialog, WithoutTranslatorsOffersNone) {
 
 TEST_F(SelectTranslatorDialog, DoesNotTakeANameThatDoesNotFit) {
     home.put(".odbcinst.ini", "[ODBC Translators]\n" + std::string(255, 'a') + "=x\n" + std::string(256, 'b') + "=x\n");
-    ScriptedUser user{doubleClick(kTranslatorsList, 2), selectRow(kTranslatorsList, 1), press(IDOK)};
-    EXPECT_EQ(choose(""), std::string(255, 'a'));
-    EXPECT_EQ(user.actionsLeft(), 0U);
+    const std::string reason = adminBox(kTextTranslatorNameTooLong, MB_OK | MB_ICONEXCLAMATION);
+    for (const auto& confirm : {press(IDOK), doubleClick(kTranslatorsList, 2)}) {
+        ScriptedUser user({selectRow(kTranslatorsList, 2), confirm, selectRow(kTranslatorsList, 1), press(IDOK)},
+                          {IDOK});
+        EXPECT_EQ(choose(""), std::string(255, 'a'));
+        EXPECT_EQ(user.actionsLeft(), 0U);
+        EXPECT_EQ(user.boxes, Texts{reason});
+    }
 }
 
 TEST_F(SelectTranslatorDialog, IsWhatSqlGetTranslatorShows) {
@@ -168,6 +174,19 @@ TEST_F(AboutDialog, OnlyItsButtonCloses) {
         for (const int id : {0, 2, 10, 146, 999})
             EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, id, 0), 0) << id;
         EXPECT_EQ(JXW_IsDialogEnded(open, nullptr), 0);
+    })};
+    jxDllDialog(0, kAboutDialog, AboutDlgProc, &record);
+}
+
+// A memory checker tells when it does.
+TEST_F(AboutDialog, ReleasesItsTextsOnceHoweverOftenItsButtonIsPressed) {
+    admin::AboutRecord record{{heap("One"), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, heap("Eight")}};
+    ScriptedUser user{call([&](HWND open) {
+        JXW_SendMessage(open, WM_COMMAND, IDOK, 0);
+        record.texts[0] = heap("kept");
+        JXW_SendMessage(open, WM_COMMAND, IDOK, 0);
+        EXPECT_STREQ(reinterpret_cast<char*>(record.texts[0]), "kept");
+        ramFree(record.texts[0]);
     })};
     jxDllDialog(0, kAboutDialog, AboutDlgProc, &record);
 }

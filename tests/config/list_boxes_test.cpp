@@ -112,6 +112,24 @@ TEST_F(ListBoxMembers, FillAListWithTheKeysOfASection) {
     EXPECT_EQ(buttons(), "11");
 }
 
+// 1024 bytes hold the first name, its NUL, a name of 22 bytes and its NUL.
+TEST_F(ListBoxMembers, LeaveOutTheNameThatDoesNotFitWhole) {
+    const std::string first(1000, 'a');
+    for (const char* section : {"ODBC Drivers", "ODBC Translators"}) {
+        const std::string none = section[5] == 'T' ? "<No Translator>;" : "";
+        for (const std::size_t size : {21U, 22U, 23U, 24U, 70000U}) {
+            SCOPED_TRACE(size);
+            const std::string second(size, 'b');
+            home.put(".odbcinst.ini", "[" + std::string(section) + "]\n" + first + "=x\n" + second + "=x\nThird=x\n");
+            EXPECT_EQ(ins.PopulateLB(dialog, kList, 2, bytes(section)), 0);
+            EXPECT_EQ(rows(), none + first + ";" + (size <= 22 ? second + ";" : ""));
+        }
+        home.put(".odbcinst.ini", "[" + std::string(section) + "]\n" + std::string(1024, 'a') + "=x\n");
+        EXPECT_EQ(ins.PopulateLB(dialog, kList, 2, bytes(section)), 0);
+        EXPECT_EQ(rows(), none);
+    }
+}
+
 TEST_F(ListBoxMembers, OfferNoTranslatorWhereThereIsNone) {
     EXPECT_EQ(ins.PopulateLB(dialog, kList, 2, bytes("ODBC Translators")), 0);
     EXPECT_EQ(rows(), "<No Translator>;");
@@ -163,7 +181,11 @@ TEST_F(ListBoxMembers, TakeNothingWhenNothingIsSelected) {
     EXPECT_EQ(ins.SaveSelectedLBItem(dialog, kList, 1), 1U);
     EXPECT_EQ(ins.selectedIndex, -1);
     EXPECT_STREQ(ins.dataSourceName, "");
-    EXPECT_EQ(ins.SaveSelectedLBItem(0, kList, 1), 1U);
+    for (const unsigned long mode : {0UL, 1UL}) {
+        EXPECT_EQ(ins.SaveSelectedLBItem(0, kList, mode), 1U) << mode;
+        EXPECT_EQ(ins.SaveSelectedLBItem(dialog + 999, kList, mode), 1U) << mode;
+        EXPECT_EQ(ins.SaveSelectedLBItem(dialog, 999, mode), 1U) << mode;
+    }
 }
 
 TEST_F(ListBoxMembers, ShowTheStandardMessages) {

@@ -241,6 +241,21 @@ TEST(Templates, HoldEveryControlThatAProcedureUses) {
     }
 }
 
+// What stands there is somebody's data, in which "&" has no meaning.
+TEST(Templates, MarkTheLabelsThatReceiveData) {
+    std::set<unsigned short> marked;
+    for (const Registered& each : allTemplates()) {
+        for (const JxwControl* control = each.shape.controls; control->kind != JXW_NO_CONTROL; ++control) {
+            if ((control->flags & JXW_PLAIN) != 0) {
+                EXPECT_EQ(control->kind, JXW_LABEL);
+                marked.insert(control->id);
+            }
+        }
+    }
+    EXPECT_EQ(marked, (std::set<unsigned short>{134, 138, 139, 140, 141, 142, 146, 147, 148, 149, 150, 151, 152, 153,
+                                                jx::setup::kDriverText}));
+}
+
 TEST(Templates, SayThatTheAdvancedOptionsDoNothing) {
     for (const JxwControl& control : jx::kAdvancedOptionsControls) {
         if (control.kind == JXW_CHECKBOX || control.kind == JXW_GROUPBOX) {

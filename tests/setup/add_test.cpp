@@ -118,6 +118,7 @@ TEST_F(SetupAdd, ChangesNothingWhenTheListOrTheDriverIsBad) {
         {list({"DSN=Sales", "=a"}), kDriver},
         {list({"DSN=Sales", "Server=a", "server=b"}), kDriver},
         {list({"DSN=Sales"}), "Unknown Driver"},
+        {list({"DSN=Sales"}), "Sample Driver "},
         {list({"DSN=Sales"}), "ODBC Drivers"},
         {list({"DSN=Sales"}), ""},
         {list({"DSN=Sales"}), nullptr},

@@ -96,6 +96,7 @@ TEST_F(SetupChange, ChangesNothingOnBadRequests) {
         {list({"DSN=Sales", "Port=2", "port=3"}), kDriver},
         {list({"Port=2"}), kDriver},
         {list({"DSN=Sales", "Port=2"}), "Unknown Driver"},
+        {list({"DSN=Sales", "Port=2"}), "Sample Driver "},
         {list({"DSN=Sales", "Port=2"}), nullptr},
     };
     for (const auto& row : rows) {

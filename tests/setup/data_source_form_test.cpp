@@ -48,16 +48,26 @@ TEST(DataSourceForm, TellsWhatChanged) {
 }
 
 TEST(DataSourceForm, HidesTheValuesOfSecrets) {
-    for (const char* secret : {"PWD", "pwd", "Password", "UserPassword", "PASSWD", "Passphrase", "ClientSecret",
-                               "access_token", "Credentials"}) {
+    for (const char* secret : {"PWD",          "pwd",          "Password",    "UserPassword", "PASSWD", "Passphrase",
+                               "ClientSecret", "access_token", "Credentials", "Pass",         "pass",   "DBPass",
+                               "user_pass",    "Passcode",     "PASS_CODE",   "Pass Word",    "ApiKey", "api_key",
+                               "X-API-Key",    "Private Key",  "private_key", "SSLPrivateKey"}) {
         EXPECT_TRUE(isSecret(secret)) << secret;
         EXPECT_EQ(rowText({secret, "x"}), std::string(secret) + " = ********");
         EXPECT_EQ(rowText({secret, "a long one"}), std::string(secret) + " = ********");
         EXPECT_EQ(rowText({secret, ""}), std::string(secret) + " = ");
     }
-    for (const char* open : {"Server", "UID", "PW", "Database", "Compass", ""})
+    for (const char* open : {"Server", "UID", "PW", "Database", "PassThrough", "Passive", "Key", "KeyFile", "PublicKey",
+                             "Api", "Private", ""})
         EXPECT_FALSE(isSecret(open)) << open;
     EXPECT_EQ(rowText({"Server", "a=b"}), "Server = a=b");
+}
+
+TEST(DataSourceForm, HidesConnectStringsWithAPassword) {
+    for (const char* secret : {"Server=a;PWD=x", "pwd=", "UID=u; Password = x", "PASSWORD=x"})
+        EXPECT_EQ(rowText({"Connect", secret}), "Connect = ********") << secret;
+    for (const char* open : {"Server=a;UID=u", "pwd", "password", "see pwd in file", "passwort=x"})
+        EXPECT_EQ(rowText({"Connect", open}), std::string("Connect = ") + open);
 }
 
 TEST(DataSourceForm, TrimsOuterBlanks) {

@@ -311,6 +311,44 @@ TEST_F(SetupDialog, OkTakesWhatWasTypedLast) {
     EXPECT_EQ(dataSources(), written("Sales", "Server=b\nPort=1\n"));
 }
 
+TEST_F(SetupDialog, OkRefusesToGiveTheSelectedRowAnotherRowsKey) {
+    home.put(".odbc.ini", kSales);
+    ScriptedUser user({selectRow(kKeyList, 0), type(kKeyEdit, "EMPTY"), press(IDOK), look(), press(IDCANCEL)}, {IDOK});
+    EXPECT_EQ(change(), FALSE);
+    EXPECT_EQ(user.boxes, Texts{box("The key EMPTY is in the list already.")});
+    ASSERT_EQ(user.dumps.size(), 1U);
+    EXPECT_NE(user.dumps[0].find("    > Server = a\n      PWD = ********\n      Empty = \n"), std::string::npos);
+    EXPECT_EQ(dataSources(), kSales);
+}
+
+TEST_F(SetupDialog, OkTakesTheSelectedRowsNewValue) {
+    home.put(".odbc.ini", kSales);
+    ScriptedUser user{selectRow(kKeyList, 0), type(kKeyEdit, "server"), type(kValueEdit, "b"), press(IDOK)};
+    EXPECT_EQ(change(), TRUE);
+    EXPECT_NE(dataSources().find("Server=b\nPWD=hush\nEmpty=\n"), std::string::npos);
+}
+
+TEST_F(SetupDialog, OkTakesNothingFromEmptiedFields) {
+    home.put(".odbc.ini", kSales);
+    ScriptedUser user{selectRow(kKeyList, 0), type(kKeyEdit, ""), type(kValueEdit, ""), press(IDOK)};
+    EXPECT_EQ(change(), TRUE);
+    EXPECT_EQ(dataSources(), kSales);
+}
+
+// A key that the dialog does not let anyone type, as a file edited by hand may hold it.
+TEST_F(SetupDialog, OkLeavesASelectedRowThatCouldNotBeTyped) {
+    const std::string odd = written("Sales", "DSN=Other\nServer=a\n");
+    home.put(".odbc.ini", odd);
+    ScriptedUser user{selectRow(kKeyList, 0), press(IDOK)};
+    EXPECT_EQ(change(), TRUE);
+    EXPECT_TRUE(user.boxes.empty());
+    EXPECT_EQ(dataSources(), odd);
+    ScriptedUser other({selectRow(kKeyList, 0), type(kValueEdit, "Sales"), press(IDOK), press(IDCANCEL)}, {IDOK});
+    EXPECT_EQ(change(), FALSE);
+    EXPECT_EQ(other.boxes.size(), 1U);
+    EXPECT_EQ(dataSources(), odd);
+}
+
 TEST_F(SetupDialog, NeverBringsAHiddenValueIntoSight) {
     ScriptedUser user{enter("PWD", "hush", kAddButton), selectRow(kKeyList, 0), type(kKeyEdit, "PW"), look(),
                       press(IDCANCEL)};

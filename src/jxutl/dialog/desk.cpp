@@ -62,9 +62,9 @@ DialogPointer Desk::ownedBy(HWND owner) const {
 void Desk::remove(const DialogPointer& dialog) {
     while (const DialogPointer owned = ownedBy(dialog->handle))
         remove(owned);
-    if (dialog->shown && screen.closed != nullptr)
+    // Told once, even if the screen destroys the dialog again meanwhile.
+    if (std::exchange(dialog->shown, false) && screen.closed != nullptr)
         screen.closed(screen.context, dialog->handle);
-    dialog->shown = false;
     dialogs_.erase(dialog->handle);
     std::erase_if(queue_, [&](const PostedMessage& posted) { return belongsTo(posted.window, *dialog); });
     passFocusFrom(*dialog);

@@ -35,7 +35,7 @@ HWND focusHandle(const Dialog& dialog) {
 }
 
 bool canHaveFocus(const Window& window) {
-    return window.control == nullptr || window.control->takesFocus();
+    return window.dialog->isUsable() && (window.control == nullptr || window.control->takesFocus());
 }
 
 }  // namespace

@@ -27,7 +27,7 @@ JxwControlInfo infoOf(const Window& window) {
     info.height = control.height;
     info.text = control.text.c_str();
     info.flags = control.flags;
-    info.accessKey = control.kind == JXW_EDIT ? 0 : accessKeyOf(control.text);
+    info.accessKey = accessKeyOf(control);
     info.enabled = control.enabled ? 1 : 0;
     info.checked = control.checked ? 1 : 0;
     info.rowCount = control.list.rowCount();

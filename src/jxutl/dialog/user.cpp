@@ -10,14 +10,10 @@ using namespace jx::dialog;
 
 namespace {
 
-bool canAct(const Dialog& dialog) {
-    return dialog.isEnabled() && !dialog.ended;
-}
-
 // Control id of a dialog, when it is of this kind and the user can act on it now; else nothing.
 Window usable(HWND dialog, unsigned short id, int kind) {
     Window item = itemOf(dialog, id);
-    if (!item || item.control->kind != kind || !item.control->enabled || !canAct(*item.dialog))
+    if (!item || item.control->kind != kind || !item.control->enabled || !item.dialog->isUsable())
         return {};
     return item;
 }
@@ -151,7 +147,7 @@ int JXW_UserCheck(HWND dialog, unsigned short id) {
 
 int JXW_UserFocus(HWND dialog, unsigned short id) {
     const Window item = itemOf(dialog, id);
-    if (!item || !item.control->takesFocus() || !canAct(*item.dialog))
+    if (!item || !item.control->takesFocus() || !item.dialog->isUsable())
         return 0;
     takeFocus(item);
     return 1;
@@ -159,7 +155,7 @@ int JXW_UserFocus(HWND dialog, unsigned short id) {
 
 int JXW_UserKey(HWND dialog, int key) {
     const DialogPointer hit = dialogOf(dialog);
-    if (hit == nullptr || !canAct(*hit))
+    if (hit == nullptr || !hit->isUsable())
         return 0;
     switch (key) {
         case JXW_KEY_ENTER:
@@ -179,10 +175,9 @@ int JXW_UserKey(HWND dialog, int key) {
 int JXW_UserAccessKey(HWND dialog, int character) {
     const DialogPointer hit = dialogOf(dialog);
     const int key = character >= 'A' && character <= 'Z' ? character - 'A' + 'a' : character;
-    if (hit == nullptr || !canAct(*hit) || key == 0)
+    if (hit == nullptr || !hit->isUsable() || key == 0)
         return 0;
-    const Control* control = findControl(*hit, [key](const Control& c) {
-        return c.enabled && c.kind != JXW_EDIT && c.kind != JXW_LISTBOX && accessKeyOf(c.text) == key;
-    });
+    const Control* control = findControl(
+        *hit, [key](const Control& c) { return c.enabled && c.kind != JXW_LISTBOX && accessKeyOf(c) == key; });
     return control != nullptr ? act(hit, *control) : 0;
 }

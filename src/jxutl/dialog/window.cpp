@@ -1,6 +1,8 @@
 // Makes dialogs from templates and answers what follows from the order of their controls and their texts.
 #include "jxutl/dialog/window.h"
 
+#include <string_view>
+
 namespace jx::dialog {
 
 namespace {
@@ -54,7 +56,10 @@ Range radioGroup(const Dialog& dialog, std::size_t index) {
     return group;
 }
 
-int accessKeyOf(std::string_view text) {
+int accessKeyOf(const Control& control) {
+    if (control.kind == JXW_EDIT || (control.flags & JXW_PLAIN) != 0)
+        return 0;
+    const std::string_view text = control.text;
     for (std::size_t at = text.find('&'); at != std::string_view::npos && at + 1 < text.size();
          at = text.find('&', at + 2)) {
         if (text[at + 1] != '&')

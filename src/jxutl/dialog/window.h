@@ -6,7 +6,6 @@
 #include <map>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "jxutl/dialog/dialog_template.h"
@@ -57,6 +56,9 @@ struct Dialog {
 
     HWND handleAt(std::size_t index) const { return handle + 1 + static_cast<HWND>(index); }
     bool isEnabled() const { return enabled && blockers == 0; }
+
+    // Whether the user can do something here now.
+    bool isUsable() const { return isEnabled() && !ended; }
 };
 
 using DialogPointer = std::shared_ptr<Dialog>;
@@ -85,7 +87,7 @@ struct Range {
 // The group of the radio button at index.
 Range radioGroup(const Dialog& dialog, std::size_t index);
 
-// The lower-case letter or digit behind a text's "&"; 0 when it has none.
-int accessKeyOf(std::string_view text);
+// The lower-case letter or digit behind the "&" of a control's caption; 0 when it has none. What is data has none.
+int accessKeyOf(const Control& control);
 
 }  // namespace jx::dialog

@@ -116,6 +116,25 @@ TEST_F(Controls, GiveTheFocusBackToTheOneThatHadIt) {
     EXPECT_EQ(JXW_GetFocus(), item(kGo));
 }
 
+TEST_F(Controls, OfADialogThatCannotBeUsedTakeNoFocus) {
+    const HWND plain = create(kPlain);
+    const HWND before = JXW_GetFocus();
+    const std::string picture = dumpDialog(dialog);
+    const auto nothingHappens = [&] {
+        for (const HWND hwnd : {dialog, item(kGo)})
+            EXPECT_EQ(JXW_SetFocus(hwnd), 0U);
+        EXPECT_EQ(JXW_GetFocus(), before);
+    };
+    JXW_EnableWindow(dialog, 0);
+    nothingHappens();
+    JXW_EnableWindow(dialog, 1);
+    EXPECT_EQ(dumpDialog(dialog), picture);
+    JXW_EndDialog(dialog, 1);
+    nothingHappens();
+    EXPECT_EQ(dumpDialog(dialog), picture);
+    EXPECT_NE(JXW_SetFocus(plain), 0U);
+}
+
 TEST_F(Controls, CheckOneBoxAndNoOther) {
     EXPECT_EQ(JXW_CheckDlgButton(dialog, kTrace, 7), 1);
     EXPECT_EQ(JXW_CheckDlgButton(dialog, kFirst, 1), 1);
@@ -194,6 +213,27 @@ TEST_F(Controls, AnEditFieldsTextHasNoAccessKey) {
     JxwControlInfo control{};
     JXW_GetControlInfo(dialog, 1, &control);
     EXPECT_EQ(control.accessKey, 0);
+}
+
+// A label with data in it.
+constexpr JxwControl kDataControls[] = {
+    {JXW_LABEL, kLabel, 0, 0, 40, 8, "R&D", JXW_PLAIN}, {JXW_EDIT, kName, 0, 8, 40, 8, nullptr, 0},
+    {JXW_EDIT, kSecret, 0, 16, 40, 8, nullptr, 0},      {JXW_LABEL, 0, 0, 24, 40, 8, "&Door:", 0},
+    {JXW_BUTTON, kGo, 0, 32, 40, 8, "Go", 0},           {JXW_NO_CONTROL, 0, 0, 0, 0, 0, nullptr, 0}};
+constexpr JxwTemplate kDataTemplates[] = {{1, "Data", 40, 40, kDataControls}, {0, nullptr, 0, 0, nullptr}};
+
+TEST_F(Controls, APlainLabelsTextHasNoAccessKey) {
+    ASSERT_EQ(JXW_RegisterModule("data", nullptr, kDataTemplates), 1);
+    const HWND data = JXW_CreateDialog("data", 1, 0, hear, &hearing);
+    JxwControlInfo control{};
+    ASSERT_EQ(JXW_GetControlInfo(data, 0, &control), 1);
+    EXPECT_EQ(control.accessKey, 0);
+    EXPECT_EQ(control.flags, unsigned{JXW_PLAIN});
+    EXPECT_STREQ(control.text, "R&D");
+    EXPECT_EQ(JXW_UserAccessKey(data, 'd'), 1);
+    EXPECT_EQ(JXW_GetFocus(), JXW_GetDlgItem(data, kGo));
+    JXW_SetDlgItemText(data, kLabel, "Any &Ace");
+    EXPECT_EQ(JXW_UserAccessKey(data, 'a'), 0);
 }
 
 }  // namespace

@@ -106,6 +106,9 @@ TEST_F(ModalDialogs, DisableTheirOwnerAndEnableItAgain) {
                           EXPECT_EQ(JXW_IsWindowEnabled(owner), 0);
                           EXPECT_EQ(JXW_UserCommand(owner, IDOK), 0);
                           EXPECT_EQ(JXW_UserKey(owner, JXW_KEY_ESCAPE), 0);
+                          EXPECT_EQ(JXW_SetFocus(owner), 0U);
+                          EXPECT_EQ(JXW_SetFocus(JXW_GetDlgItem(owner, kName)), 0U);
+                          EXPECT_EQ(JXW_GetFocus(), JXW_GetDlgItem(front, kGo));
                       }),
                       press(104), press(IDOK)};
     EXPECT_EQ(run(), IDOK);
@@ -256,6 +259,22 @@ TEST_F(ModalDialogs, AScreenFindsTheDialogsThatAreOpenAlready) {
     EXPECT_EQ(JXW_NextDialog(0), first);
     EXPECT_EQ(JXW_NextDialog(first), second);
     EXPECT_EQ(JXW_NextDialog(second), 0U);
+}
+
+// A screen that destroys the dialog once more while it hears that it goes.
+TEST_F(ModalDialogs, TellTheScreenOnceThatTheyGo) {
+    static int told;
+    told = 0;
+    JxwScreen screen{};
+    screen.closed = [](void*, HWND gone) {
+        if (++told < 5)
+            JXW_DestroyDialog(gone);
+    };
+    JXW_SetScreen(&screen);
+    const HWND dialog = create();
+    EXPECT_EQ(JXW_DestroyDialog(dialog), 1);
+    EXPECT_EQ(told, 1);
+    EXPECT_EQ(JXW_NextDialog(0), 0U);
 }
 
 }  // namespace
