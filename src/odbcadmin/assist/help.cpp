@@ -23,8 +23,10 @@ struct Sentence {
 
 constexpr std::string_view kLibrary = "odbcinst";
 constexpr std::string_view kForm = kFormModule;
+constexpr std::string_view kSetup = kSetupModule;
 
 constexpr const char* kChooseSource = "Choose a data source in the list first. None there? Add... makes one.";
+constexpr const char* kChooseKey = "Choose a key in the list first.";
 constexpr const char* kNoDriver = "No driver is registered yet. Press F2 to register one.";
 
 constexpr Sentence kSentences[] = {
@@ -72,6 +74,19 @@ constexpr Sentence kSentences[] = {
      ""},
     {kForm, kFormDialog, IDOK, "Tries the libraries in a process of their own, then enters the driver.", ""},
     {kForm, kFormDialog, IDCANCEL, "Registers nothing.", ""},
+    {kSetup, kSetupDialog, 201, "Any name you like: programs open the data source by it.",
+     "The name stays as it is; a new data source gets another one."},
+    {kSetup, kSetupDialog, 203, "What the driver will be told. Choose a row to change or remove it.", ""},
+    {kSetup, kSetupDialog, 204, "Puts the key and value below into the list.", ""},
+    {kSetup, kSetupDialog, 205, "Gives the chosen row the key and value below.", kChooseKey},
+    {kSetup, kSetupDialog, 206, "Takes the chosen row out of the list.", kChooseKey},
+    {kSetup, kSetupDialog, 207, "A key your driver knows, such as Database or Server; its manual lists them.", ""},
+    {kSetup, kSetupDialog, 208, "The key's value, such as a path or a host. OK stores it, too.",
+     "This key is a secret: type its value in the field below."},
+    {kSetup, kSetupDialog, 209, "The secret is shown as stars. OK stores it, too.",
+     "It is for passwords: type PWD or Password as the key."},
+    {kSetup, kSetupDialog, IDOK, "Stores the name, the keys and their values.", ""},
+    {kSetup, kSetupDialog, IDCANCEL, "Stores nothing.", ""},
 };
 
 const Sentence* find(const JxwDialogInfo& dialog, unsigned short control) {
@@ -102,6 +117,8 @@ std::string byKind(const JxwControlInfo& control) {
 }
 
 std::string emptyListHelp(const JxwDialogInfo& dialog, const JxwControlInfo& control) {
+    if (dialog.module == kSetup && control.kind == JXW_LISTBOX && control.rowCount == 0)
+        return "No key yet: type one and its value below, then Add.";
     if (dialog.module != kLibrary || control.kind != JXW_LISTBOX || control.rowCount > 0)
         return {};
     switch (dialog.templateId) {
@@ -141,6 +158,8 @@ std::string headingOf(HWND dialog) {
         return {};
     if (info.module == kForm)
         return "Registers a driver in " + shownPath(INS_ODBCINST_FILENAME);
+    if (info.module == kSetup)
+        return "A data source in " + shownPath(INS_ODBCINI_FILENAME);
     if (info.module != kLibrary)
         return info.title;
     switch (info.templateId) {
