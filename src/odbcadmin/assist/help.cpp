@@ -7,6 +7,7 @@
 
 #include "odbcadmin/assist/dialogs.h"
 #include "odbcadmin/assist/driver_form.h"
+#include "odbcadmin/assist/entries.h"
 #include "odbcadmin/assist/file_names.h"
 
 namespace jx::assist {
@@ -123,7 +124,9 @@ std::string emptyListHelp(const JxwDialogInfo& dialog, const JxwControlInfo& con
         return {};
     switch (dialog.templateId) {
         case kDataSourcesDialog:
-            return "No data source yet: Add... makes one, after a driver is registered (F2).";
+            return namesIn(INS_ODBCINST_FILENAME, INS_ODBCINI_DRIVERS).empty()
+                       ? "No data source yet: Add... makes one, after a driver is registered (F2)."
+                       : "No data source yet: Add... makes one.";
         case kAddDataSourceDialog:
             return kNoDriver;
         case kDriversDialog:
@@ -192,6 +195,9 @@ std::string helpOn(HWND dialog, int index) {
     const std::string empty = emptyListHelp(info, control);
     if (!empty.empty())
         return empty;
+    if (info.module == kLibrary && info.templateId == kAddDataSourceDialog && control.kind == JXW_LISTBOX &&
+        control.selection < 0)
+        return "Choose the driver that reaches your database with the arrows; then Enter.";
     return sentence != nullptr ? sentence->does : byKind(control);
 }
 
