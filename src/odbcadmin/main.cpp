@@ -11,13 +11,13 @@
 
 namespace {
 
-jx::admin::ExitCode run(int count, char** arguments) {
 #ifdef JX_HAS_TERMINAL
-    if (count == 1)
-        return static_cast<jx::admin::ExitCode>(jx::terminal::runScreen());
+constexpr jx::admin::ShowDialogs kShowDialogs = [] {
+    return static_cast<jx::admin::ExitCode>(jx::terminal::runScreen());
+};
+#else
+constexpr jx::admin::ShowDialogs kShowDialogs = nullptr;
 #endif
-    return jx::admin::runCommandLine({arguments + 1, arguments + count});
-}
 
 }  // namespace
 
@@ -26,11 +26,14 @@ int main(int count, char** arguments) {
     ExitCode code = ExitCode::failed;
     try {
         std::ios::sync_with_stdio(/*sync=*/false);
-        code = run(count, arguments);
+        code = jx::admin::runCommandLine({arguments + 1, arguments + count}, kShowDialogs);
     } catch (const std::bad_alloc&) {
         std::fputs("odbcadmin: Out of memory\n", stderr);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "odbcadmin: %s\n", error.what());
+    } catch (...) {
+        // Drivers throw what they like.
+        std::fputs("odbcadmin: A driver ended its work with an exception that says nothing\n", stderr);
     }
     // A reader that went away or a full disk: the result did not arrive.
     if (!std::cout.flush() && code == ExitCode::done)

@@ -32,7 +32,18 @@ for noun in $(verbs); do
         grep -qE "^\\.B $command( |\$)" share/man/man1/odbcadmin.1 || fail "odbcadmin.1 does not tell of \"$command\""
     done
 done
-if command -v man >/dev/null && man --warnings -E UTF-8 -l -Tutf8 share/man/man1/odbcadmin.1 2>&1 >/dev/null | grep .; then
-    fail "man complains about odbcadmin.1"
+for page in odbcadmin xodbcadmin; do
+    [ -e "bin/$page" ] || continue
+    [ -e "share/man/man1/$page.1" ] || fail "$page.1 was not installed"
+    if command -v man >/dev/null && man --warnings -E UTF-8 -l -Tutf8 "share/man/man1/$page.1" 2>&1 >/dev/null | grep .; then
+        fail "man complains about $page.1"
+    fi
+done
+
+# The window's program finds the same libraries and tells of every option in its manual.
+if [ -e bin/xodbcadmin ]; then
+    ldd bin/xodbcadmin | grep -q "libodbcinst.so.1 => $prefix/" || fail "bin/xodbcadmin found another libodbcinst.so.1"
+    [ "$(bin/xodbcadmin --version)" = "x$(bin/odbcadmin --version)" ] || fail "the two programs differ in their version"
+    grep -q '^\.B \\-\\-version' share/man/man1/xodbcadmin.1 || fail "xodbcadmin.1 does not tell of --version"
 fi
 exit $failed

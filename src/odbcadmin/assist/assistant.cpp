@@ -58,6 +58,12 @@ void refresh(HWND dialog, unsigned short list, unsigned short button) {
     JXW_EnableWindow(JXW_GetDlgItem(dialog, button), isEmpty ? 0 : 1);
 }
 
+// The only driver there is needs no choosing.
+void chooseOnly(HWND dialog, unsigned short list) {
+    if (JXW_SendDlgItemMessage(dialog, list, LB_GETCOUNT, 0, 0) == 1)
+        JXW_SendDlgItemMessage(dialog, list, LB_SETCURSEL, 0, 0);
+}
+
 }  // namespace
 
 void refreshDriverLists() {
@@ -72,6 +78,8 @@ void refreshDriverLists() {
 void Assistant::opened(HWND dialog) {
     if (isLibraryDialog(dialog, kAddDriverDialog))
         beforeScript_ = Inventory::take();
+    else if (isLibraryDialog(dialog, kAddDataSourceDialog))
+        chooseOnly(dialog, kAddDataSourceList);
 }
 
 void Assistant::beforeAction() {

@@ -18,4 +18,8 @@ inline constexpr unsigned short kVersionsDialog = 136;
 inline constexpr unsigned short kTranslatorDialog = 143;
 inline constexpr unsigned short kAboutDialog = 145;
 
+// The dialog of libjxsetup.so.
+inline constexpr char kSetupModule[] = "jxsetup";
+inline constexpr unsigned short kSetupDialog = 200;
+
 }  // namespace jx::assist

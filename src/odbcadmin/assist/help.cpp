@@ -7,6 +7,7 @@
 
 #include "odbcadmin/assist/dialogs.h"
 #include "odbcadmin/assist/driver_form.h"
+#include "odbcadmin/assist/entries.h"
 #include "odbcadmin/assist/file_names.h"
 
 namespace jx::assist {
@@ -23,8 +24,10 @@ struct Sentence {
 
 constexpr std::string_view kLibrary = "odbcinst";
 constexpr std::string_view kForm = kFormModule;
+constexpr std::string_view kSetup = kSetupModule;
 
 constexpr const char* kChooseSource = "Choose a data source in the list first. None there? Add... makes one.";
+constexpr const char* kChooseKey = "Choose a key in the list first.";
 constexpr const char* kNoDriver = "No driver is registered yet. Press F2 to register one.";
 
 constexpr Sentence kSentences[] = {
@@ -72,6 +75,19 @@ constexpr Sentence kSentences[] = {
      ""},
     {kForm, kFormDialog, IDOK, "Tries the libraries in a process of their own, then enters the driver.", ""},
     {kForm, kFormDialog, IDCANCEL, "Registers nothing.", ""},
+    {kSetup, kSetupDialog, 201, "Any name you like: programs open the data source by it.",
+     "The name stays as it is; a new data source gets another one."},
+    {kSetup, kSetupDialog, 203, "What the driver will be told. Choose a row to change or remove it.", ""},
+    {kSetup, kSetupDialog, 204, "Puts the key and value below into the list.", ""},
+    {kSetup, kSetupDialog, 205, "Gives the chosen row the key and value below.", kChooseKey},
+    {kSetup, kSetupDialog, 206, "Takes the chosen row out of the list.", kChooseKey},
+    {kSetup, kSetupDialog, 207, "A key your driver knows, such as Database or Server; its manual lists them.", ""},
+    {kSetup, kSetupDialog, 208, "The key's value, such as a path or a host. OK stores it, too.",
+     "This key is a secret: type its value in the field below."},
+    {kSetup, kSetupDialog, 209, "The secret is shown as stars. OK stores it, too.",
+     "It is for passwords: type PWD or Password as the key."},
+    {kSetup, kSetupDialog, IDOK, "Stores the name, the keys and their values.", ""},
+    {kSetup, kSetupDialog, IDCANCEL, "Stores nothing.", ""},
 };
 
 const Sentence* find(const JxwDialogInfo& dialog, unsigned short control) {
@@ -102,11 +118,15 @@ std::string byKind(const JxwControlInfo& control) {
 }
 
 std::string emptyListHelp(const JxwDialogInfo& dialog, const JxwControlInfo& control) {
+    if (dialog.module == kSetup && control.kind == JXW_LISTBOX && control.rowCount == 0)
+        return "No key yet: type one and its value below, then Add.";
     if (dialog.module != kLibrary || control.kind != JXW_LISTBOX || control.rowCount > 0)
         return {};
     switch (dialog.templateId) {
         case kDataSourcesDialog:
-            return "No data source yet: Add... makes one, after a driver is registered (F2).";
+            return namesIn(INS_ODBCINST_FILENAME, INS_ODBCINI_DRIVERS).empty()
+                       ? "No data source yet: Add... makes one, after a driver is registered (F2)."
+                       : "No data source yet: Add... makes one.";
         case kAddDataSourceDialog:
             return kNoDriver;
         case kDriversDialog:
@@ -141,6 +161,8 @@ std::string headingOf(HWND dialog) {
         return {};
     if (info.module == kForm)
         return "Registers a driver in " + shownPath(INS_ODBCINST_FILENAME);
+    if (info.module == kSetup)
+        return "A data source in " + shownPath(INS_ODBCINI_FILENAME);
     if (info.module != kLibrary)
         return info.title;
     switch (info.templateId) {
@@ -173,6 +195,9 @@ std::string helpOn(HWND dialog, int index) {
     const std::string empty = emptyListHelp(info, control);
     if (!empty.empty())
         return empty;
+    if (info.module == kLibrary && info.templateId == kAddDataSourceDialog && control.kind == JXW_LISTBOX &&
+        control.selection < 0)
+        return "Choose the driver that reaches your database with the arrows; then Enter.";
     return sentence != nullptr ? sentence->does : byKind(control);
 }
 

@@ -166,6 +166,21 @@ ExitCode wrongUse(const CLI::App& app, const CLI::ParseError& error, const Sessi
     return session.fail(ExitCode::wrongUse, fact, "See " + pathTo(*place) + " --help");
 }
 
+// Whether nothing was given but where the dialogs' files lie and how the dialogs look.
+bool asksForDialogs(const CLI::App& app, const Session& session) {
+    return app.get_subcommands().empty() && app.remaining(/*recurse=*/true).empty() && !session.json &&
+           !session.writesNothing() && !session.quiet && !session.showSecrets;
+}
+
+ExitCode runDialogs(const Session& session, ShowDialogs showDialogs) {
+    const ExitCode home = enterHome(session);
+    if (home != ExitCode::done)
+        return home;
+    if (session.noColor)
+        setenv("NO_COLOR", "1", 1);
+    return showDialogs();
+}
+
 ExitCode runAction(Session& session) {
     const ExitCode home = enterHome(session);
     if (home != ExitCode::done || !session.action)
@@ -246,7 +261,8 @@ void buildCommandLine(CLI::App& app, Session& session) {
     app.name("odbcadmin");
     app.fallthrough();
     app.require_subcommand(1);
-    app.footer(withExamples(kExamples) + "\n\n" + kExitCodes);
+    app.footer("Without a command it shows its dialogs in the terminal, with --home those of another home.\n\n" +
+               withExamples(kExamples) + "\n\n" + kExitCodes);
     addGlobalOptions(app, session);
     addDsnReadCommands(app, session);
     addDsnChangeCommands(app, session);
@@ -263,7 +279,7 @@ void buildCommandLine(CLI::App& app, Session& session) {
     addCompleteCommand(app, session);
 }
 
-ExitCode runCommandLine(std::vector<std::string> arguments) {
+ExitCode runCommandLine(std::vector<std::string> arguments, ShowDialogs showDialogs) {
     CLI::App app("Manages ODBC data sources and drivers of this user.");
     Session session;
     buildCommandLine(app, session);
@@ -274,6 +290,10 @@ ExitCode runCommandLine(std::vector<std::string> arguments) {
     } catch (const CLI::Success& help) {
         app.exit(help);
         return ExitCode::done;
+    } catch (const CLI::RequiredError& error) {
+        if (showDialogs != nullptr && asksForDialogs(app, session))
+            return runDialogs(session, showDialogs);
+        return wrongUse(app, error, session);
     } catch (const CLI::ParseError& error) {
         return wrongUse(app, error, session);
     }

@@ -90,8 +90,12 @@ void onRun(CLI::App& verb, Session& session, std::function<ExitCode(Session&)> a
 // Adds the global options and all commands.
 void buildCommandLine(CLI::App& app, Session& session);
 
-// Reads the line and runs what it asks for.
-ExitCode runCommandLine(std::vector<std::string> arguments);
+// Shows the dialogs until the user leaves and gives the program's exit code.
+using ShowDialogs = ExitCode (*)();
+
+// Reads the line and runs what it asks for. A line without a command asks for the dialogs, at most with --home and
+// --no-color; null: there are none, and it is wrong use.
+ExitCode runCommandLine(std::vector<std::string> arguments, ShowDialogs showDialogs = nullptr);
 
 // Candidates for the last of words, which is what stands left of the cursor, a tab and a description behind each one:
 // what the completion scripts of the shells call.

@@ -48,6 +48,10 @@ int main(int count, char** arguments) {
     } catch (const std::exception& error) {
         std::fprintf(stderr, "xodbcadmin: %s\n", error.what());
         return 1;
+    } catch (...) {
+        // Drivers throw what they like.
+        std::fputs("xodbcadmin: A driver ended its work with an exception that says nothing\n", stderr);
+        return 1;
     }
     return 0;
 }

@@ -115,8 +115,7 @@ TEST_F(Line, TheEnvironmentNamesTheFiles) {
 }
 
 TEST_F(Line, WrongUseIsToldInTwoLines) {
-    for (const std::vector<std::string>& line : std::vector<std::vector<std::string>>{{},
-                                                                                      {"nosuch"},
+    for (const std::vector<std::string>& line : std::vector<std::vector<std::string>>{{"nosuch"},
                                                                                       {"dsn"},
                                                                                       {"dsn", "nosuch"},
                                                                                       {"dsn", "show"},

@@ -156,6 +156,34 @@ TEST(Signals, WhatADriverPrintsComesAfterThePicture) {
     EXPECT_NE(last.find("the driver's own words"), std::string::npos);
 }
 
+// Through the library and the screen to the program, which tells it on a terminal that is its own again.
+TEST(Signals, AnExceptionOfADriverGivesTheTerminalBack) {
+    const struct {
+        std::vector<std::string> more;
+        const char* told;
+    } rows[] = {{{}, "odbcadmin: the driver's own words"}, {{"JX_SCREEN_DEED=odd"}, "an exception that says nothing"}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.told);
+        const TestHome home{
+            {".odbcinst.ini", "[ODBC Drivers]\nMine=Installed\n[Mine]\nDriver=/d.so\nSetup=" JX_THROWER "\n"}};
+        Pty pty(JX_ODBCADMIN, environment(home, row.more));
+        const std::string& before = pty.modesBefore();
+        ASSERT_TRUE(pty.waitFor("F2 new driver"));
+        const std::string during = pty.modes();
+        pty.send("a");
+        ASSERT_TRUE(pty.waitFor("new data source:"));
+        pty.take();
+        pty.send("\r");
+        const std::string end = pty.waitForEnd();
+        EXPECT_EQ(end, "exited 1");
+        note("driver: throw", before, during, pty.modes(), end);
+        EXPECT_EQ(pty.modes(), before);
+        const std::string last = pty.take();
+        ASSERT_NE(last.find(row.told), std::string::npos) << last;
+        EXPECT_GT(last.find(row.told), last.find(kPictureBack));
+    }
+}
+
 TEST(Signals, AConnectionThatBreaksEndsTheProgram) {
     const TestHome home;
     Pty pty(JX_ODBCADMIN, environment(home));
