@@ -39,9 +39,8 @@ if(JX_32BIT)
   add_compile_definitions(_TIME_BITS=64)
 endif()
 
-# Test programs may share one precompiled header, which halves the time of the further builds of scripts/test. The debug
-# build goes without, so that it sees missing includes and refused functions.
-option(JX_PRECOMPILE "Compile what all tests include once" OFF)
+# Test programs share one precompiled header, which halves the time their compilation takes.
+option(JX_PRECOMPILE "Compile what all tests include once" ON)
 
 # Warnings for our own code, as errors.
 add_library(jx_warnings INTERFACE)

@@ -14,4 +14,6 @@
 #include <thread>
 #include <vector>
 
+#include "../../scripts/banned.h"
+
 #endif
