@@ -14,23 +14,22 @@ constexpr const char* kHere = "[ODBC Data Sources]\nHere=Mine\n";
 constexpr const char* kThere = "[ODBC Data Sources]\nThere=Mine\n";
 
 TEST(WaysIn, HomeAloneOpensTheDialogsOnThatHome) {
-    const TestHome home{{".odbc.ini", kHere}, {"named.ini", kHere}};
-    ASSERT_EQ(::mkdir(home.file("other").c_str(), 0700), 0);
-    home.put("other/.odbc.ini", kThere);
-    for (const std::string& line : {"--home " + home.file("other"), "--no-color --home=" + home.file("other")}) {
+    for (const char* line : {"--home ", "--no-color --home="}) {
         SCOPED_TRACE(line);
+        const TestHome home{{".odbc.ini", kHere}, {"named.ini", kHere}};
+        ASSERT_EQ(::mkdir(home.file("other").c_str(), 0700), 0);
+        home.put("other/.odbc.ini", kThere);
         const Tmux tmux(home, 80, 24, "TERM=screen LC_ALL=C.UTF-8 ODBCINI=" + home.file("named.ini"),
-                        std::string(JX_ODBCADMIN) + " " + line);
+                        std::string(JX_ODBCADMIN) + " " + line + home.file("other"));
         const std::string shown = tmux.waitForPart("There (Mine)");
         EXPECT_NE(shown.find("There (Mine)"), std::string::npos) << shown;
         EXPECT_EQ(shown.find("Here"), std::string::npos);
         EXPECT_NE(shown.find("Data sources in ~/.odbc.ini"), std::string::npos) << shown;
         tmux.keys("M-o Space Enter");
         EXPECT_TRUE(waitUntil([&] { return home.text("other/.odbc.ini").find("Trace=1") != std::string::npos; }));
-        home.put("other/.odbc.ini", kThere);
+        EXPECT_EQ(home.text(".odbc.ini"), kHere);
+        EXPECT_EQ(home.text("named.ini"), kHere);
     }
-    EXPECT_EQ(home.text(".odbc.ini"), kHere);
-    EXPECT_EQ(home.text("named.ini"), kHere);
 }
 
 TEST(WaysIn, NoColorAloneOpensThemToo) {
