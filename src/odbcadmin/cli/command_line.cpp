@@ -151,6 +151,9 @@ ExitCode noCommand(const CLI::App& app, const CLI::App& place, const Session& se
         return session.fail(ExitCode::wrongUse, pathTo(place) + " needs one of " + joined(verbs),
                             "See " + pathTo(place) + " --help");
     const std::string given = unmarked(others.front());
+    if (given.starts_with('-'))
+        return session.fail(ExitCode::wrongUse, pathTo(place) + " has no option " + given,
+                            "See " + pathTo(place) + " --help");
     return session.fail(ExitCode::wrongUse, pathTo(place) + " has no command " + given,
                         adviceFor(given, verbs, "See " + pathTo(place) + " --help"));
 }
@@ -196,7 +199,7 @@ CLI::App& noun(CLI::App& app, const std::string& name) {
         return *present.front();
     CLI::App& made = *app.add_subcommand(name, nounDescription(name));
     made.require_subcommand(1);
-    made.footer("odbcadmin " + name + " VERB --help shows examples.");
+    made.footer("Examples, and more with odbcadmin " + name + " VERB --help:");
     return made;
 }
 
@@ -204,6 +207,8 @@ CLI::App& addVerb(CLI::App& parent, const std::string& name, const std::string& 
                   const std::string& examples) {
     CLI::App& verb = *parent.add_subcommand(name, description);
     verb.footer(withExamples(examples) + "\n\nodbcadmin --help shows the options that every command takes.");
+    if (parent.get_parent() != nullptr)
+        parent.footer(parent.get_footer() + "\n  " + examples.substr(0, examples.find('\n')));
     return verb;
 }
 

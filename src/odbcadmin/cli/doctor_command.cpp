@@ -27,8 +27,10 @@ ExitCode failUnknown(const Session& session, const std::string& name, const doct
     std::vector<std::string> candidates = namesOf(records.dataSources);
     const std::vector<std::string> drivers = namesOf(records.drivers);
     candidates.insert(candidates.end(), drivers.begin(), drivers.end());
-    return session.fail(ExitCode::notFound, "There is no data source or driver " + name,
-                        adviceFor(name, candidates, "See odbcadmin dsn list and odbcadmin driver list."));
+    return session.fail(
+        ExitCode::notFound,
+        "There is no data source or driver " + name + " in " + records.odbcPath + " and " + records.odbcinstPath,
+        adviceFor(name, candidates, "See odbcadmin dsn list and odbcadmin driver list."));
 }
 
 bool hasErrors(const doctor::Findings& findings) {

@@ -138,6 +138,7 @@ std::optional<Json> parseWithoutTwins(const std::string& text, std::string& faul
         return fault.empty() ? std::optional(std::move(json)) : std::nullopt;
     } catch (const Json::parse_error& error) {
         fault = error.what();
+        fault.erase(0, fault.find("] ") + 2);  // the parser's own number for the kind of fault
         return std::nullopt;
     }
 }

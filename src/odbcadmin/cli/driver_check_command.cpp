@@ -43,7 +43,7 @@ ExitCode sort(const Session& session, const std::vector<std::string>& names, Wan
         else if (name.find('/') != std::string::npos)
             wanted.paths.push_back(name);
         else
-            return session.fail(ExitCode::notFound, "There is no driver " + name,
+            return session.fail(ExitCode::notFound, "There is no driver " + name + " in " + records.odbcinstPath,
                                 adviceFor(name, namesOf(records.drivers), "See odbcadmin driver list."));
     }
     return ExitCode::done;

@@ -7,6 +7,7 @@
 #include "odbcadmin/cli/findings_output.h"
 #include "odbcadmin/cli/near_matches.h"
 #include "odbcadmin/cli/progress.h"
+#include "odbcadmin/cli/secrets.h"
 #include "odbcadmin/cli/text.h"
 #include "odbcadmin/doctor/connection.h"
 #include "odbcadmin/doctor/records.h"
@@ -55,8 +56,13 @@ std::string endText(const ConnectionTrial& trial, const std::string& limit) {
     return std::string("no process could be started: ") + std::strerror(trial.code);
 }
 
-Json trialJson(const std::string& name, const std::string& library, const ConnectionTrial& trial,
-               const std::string& end) {
+// A driver may repeat in its message what it was to connect with.
+std::string shownMessage(const Session& session, const Diagnostic& diagnostic) {
+    return session.showSecrets ? diagnostic.message : masked({}, diagnostic.message);
+}
+
+Json trialJson(const Session& session, const std::string& name, const std::string& library,
+               const ConnectionTrial& trial, const std::string& end) {
     Json object;
     object["name"] = name;
     object["lib"] = library;
@@ -69,7 +75,7 @@ Json trialJson(const std::string& name, const std::string& library, const Connec
         const doctor::StateMeaning meaning = doctor::meaningOf(each.state);
         object["diagnostics"].push_back({{"state", each.state},
                                          {"native", each.native},
-                                         {"message", each.message},
+                                         {"message", shownMessage(session, each)},
                                          {"meaning", meaning.meaning},
                                          {"advice", meaning.advice}});
     }
@@ -79,7 +85,7 @@ Json trialJson(const std::string& name, const std::string& library, const Connec
 void print(const Session& session, const Diagnostic& diagnostic) {
     const doctor::StateMeaning meaning = doctor::meaningOf(diagnostic.state);
     session.print(printable(diagnostic.state) + " (native " + std::to_string(diagnostic.native) + ") " +
-                  printable(diagnostic.message));
+                  printable(shownMessage(session, diagnostic)));
     session.print(std::string("  means: ") + meaning.meaning + ". " + meaning.advice);
 }
 
@@ -89,7 +95,7 @@ ExitCode show(const Session& session, const std::string& name, const std::string
     const ExitCode code = connected ? ExitCode::done : ExitCode::cannotConnect;
     const std::string end = endText(trial, limit);
     if (session.json) {
-        session.printJson(trialJson(name, library, trial, end));
+        session.printJson(trialJson(session, name, library, trial, end));
         return code;
     }
     for (const Diagnostic& each : trial.diagnostics)
@@ -108,7 +114,7 @@ ExitCode runTest(const Session& session, const std::string& name, const std::str
     const Records records = doctor::readRecords();
     const doctor::DataSourceRecord* source = records.dataSource(name);
     if (source == nullptr)
-        return session.fail(ExitCode::notFound, "There is no data source " + name,
+        return session.fail(ExitCode::notFound, "There is no data source " + name + " in " + records.odbcPath,
                             adviceFor(name, namesOf(records.dataSources), "See odbcadmin dsn list."));
     const std::string library = libraryOf(*source, records);
     if (library.empty())

@@ -53,8 +53,10 @@ ExitCode runExplain(const Session& session, const std::string& name) {
         std::vector<std::string> candidates = namesOf(records.dataSources);
         for (const std::string& driver : namesOf(records.drivers))
             candidates.push_back(driver);
-        return session.fail(ExitCode::notFound, "There is no data source or driver " + name,
-                            adviceFor(name, candidates, "See odbcadmin dsn list and odbcadmin driver list."));
+        return session.fail(
+            ExitCode::notFound,
+            "There is no data source or driver " + name + " in " + records.odbcPath + " and " + records.odbcinstPath,
+            adviceFor(name, candidates, "See odbcadmin dsn list and odbcadmin driver list."));
     }
     if (!session.json) {
         printSteps(session, steps);

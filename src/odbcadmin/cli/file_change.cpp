@@ -7,6 +7,7 @@
 #include <unordered_map>
 
 #include "odbcadmin/cli/diff.h"
+#include "odbcadmin/cli/progress.h"
 #include "odbcadmin/cli/secrets.h"
 #include "odbcadmin/cli/text.h"
 
@@ -51,6 +52,11 @@ std::string adviceOn(const JxIniFailure& failure) {
 
 bool holdsControl(std::string_view text) {
     return text.find_first_of(std::string_view("\r\n\0", 3)) != std::string_view::npos;
+}
+
+JxIniChange* begin(const Session& session, const char* file) {
+    const Waiting waiting(session.quiet, "Waiting for the turn of " + pathOf(file));
+    return jxIniBegin(file);
 }
 
 bool hasOuterBlanks(std::string_view text) {
@@ -115,7 +121,7 @@ std::string whyNoValue(std::string_view value) {
 }
 
 FileChange::FileChange(const Session& session, const char* file)
-    : session_(session), file_(file), change_(session.writesNothing() ? jxIniPreview(file) : jxIniBegin(file)) {
+    : session_(session), file_(file), change_(session.writesNothing() ? jxIniPreview(file) : begin(session, file)) {
     if (change_)
         before_ = IniView::parse(textOf(change_.get(), jxIniBefore));
     if (!before_)
@@ -123,7 +129,7 @@ FileChange::FileChange(const Session& session, const char* file)
 }
 
 bool FileChange::refuse(const std::string& what, const std::string& text, const std::string& why) {
-    const std::string shown = what == "value" ? "This value" : "The " + what + " \"" + text + "\"";
+    const std::string shown = what == "value" ? "This value of " + text : "The " + what + " \"" + text + "\"";
     trouble_ = session_.fail(ExitCode::invalid, shown + " cannot be stored: " + why,
                              pathOf(file_.c_str()) + " could not give it back as it is; use another " + what + ".");
     return false;
@@ -142,7 +148,7 @@ bool FileChange::set(const std::string& section, const std::string& key, const s
     if (const std::string why = whyNoKey(key); !why.empty())
         return refuse("key", key, why);
     if (const std::string why = whyNoValue(value); !why.empty())
-        return refuse("value", {}, "of " + key + ": " + why);
+        return refuse("value", key, why);
     wanted_.push_back({section, key, value});
     return apply(section, key.c_str(), value.c_str());
 }

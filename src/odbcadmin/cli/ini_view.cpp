@@ -30,19 +30,18 @@ bool canBeAskedFor(std::string_view name) {
 // In a few keys it is quicker to look than to make a table.
 constexpr std::size_t kFewKeys = 12;
 
+// In place: most sections have nothing to drop.
 void keepFirstOfEach(std::vector<IniEntry>& entries) {
-    std::vector<IniEntry> kept;
-    kept.reserve(entries.size());
     std::unordered_set<std::string> seen;
     const bool few = entries.size() <= kFewKeys;
+    auto end = entries.begin();
     for (const IniEntry& entry : entries) {
         const auto isSame = [&](const IniEntry& other) { return sameName(other.key, entry.key); };
-        const bool isNew =
-            few ? std::none_of(kept.begin(), kept.end(), isSame) : seen.insert(foldedName(entry.key)).second;
+        const bool isNew = few ? std::none_of(entries.begin(), end, isSame) : seen.insert(foldedName(entry.key)).second;
         if (isNew)
-            kept.push_back(entry);
+            *end++ = entry;
     }
-    entries = std::move(kept);
+    entries.erase(end, entries.end());
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include "odbcadmin/cli/configuration.h"
 #include "odbcadmin/cli/near_matches.h"
 #include "odbcadmin/cli/outcome.h"
+#include "odbcadmin/cli/progress.h"
 #include "odbcadmin/cli/scratch_files.h"
 #include "odbcadmin/cli/text.h"
 #include "odbcadmin/doctor/library_state.h"
@@ -54,7 +55,8 @@ ExitCode chooseDrivers(const Session& session, const std::vector<std::string>& a
 }
 
 // The library's own word on success is always no: the files tell.
-void installInto(const Request& request) {
+void installInto(const Session& session, const Request& request) {
+    const Waiting waiting(session.quiet, "Installing from " + request.script);
     std::string list;
     for (const std::string& name : request.drivers)
         list.append(name).push_back('\0');
@@ -151,7 +153,7 @@ ExitCode install(const Session& session, const Request& request, const std::vect
         ScratchFiles files(session);
         if (files.trouble() != ExitCode::done)
             return files.trouble();
-        installInto(request);
+        installInto(session, request);
         after = Configuration::read(session, code);
         if (!after)
             return code;

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <iostream>
+#include <system_error>
 
 #include "odbcadmin/cli/text.h"
 
@@ -42,6 +43,34 @@ void Progress::erase() {
     if (isShown_)
         std::cerr << "\r\x1b[K" << std::flush;
     isShown_ = false;
+}
+
+Waiting::Waiting(bool quiet, const std::string& what) : progress_(quiet) {
+    progress_.begin(what);
+    if (!progress_.shows_)
+        return;
+    try {
+        thread_ = std::thread([this] { drawUntilOver(); });
+    } catch (const std::system_error&) {
+        // Without a thread there is no line; the call goes on all the same.
+    }
+}
+
+Waiting::~Waiting() {
+    if (!thread_.joinable())
+        return;
+    {
+        const std::lock_guard lock(mutex_);
+        isOver_ = true;
+    }
+    ended_.notify_one();
+    thread_.join();
+}
+
+void Waiting::drawUntilOver() {
+    std::unique_lock lock(mutex_);
+    while (!ended_.wait_for(lock, kBetween, [this] { return isOver_; }))
+        progress_.tick();
 }
 
 }  // namespace jx::admin

@@ -2,7 +2,10 @@
 #pragma once
 
 #include <chrono>
+#include <condition_variable>
+#include <mutex>
 #include <string>
+#include <thread>
 
 namespace jx::admin {
 
@@ -26,11 +29,31 @@ private:
 
     void erase();
 
+    friend class Waiting;
+
     bool shows_;
     bool isShown_ = false;
     std::string what_;
     Clock::time_point began_ = Clock::now();
     Clock::time_point drawn_ = began_;
+};
+
+// Waiting: the same for one call that cannot tick. A thread of its own draws the line, on a terminal only.
+class Waiting {
+public:
+    Waiting(bool quiet, const std::string& what);
+    ~Waiting();
+    Waiting(const Waiting&) = delete;
+    Waiting& operator=(const Waiting&) = delete;
+
+private:
+    void drawUntilOver();
+
+    Progress progress_;
+    std::mutex mutex_;
+    std::condition_variable ended_;
+    bool isOver_ = false;
+    std::thread thread_;
 };
 
 }  // namespace jx::admin

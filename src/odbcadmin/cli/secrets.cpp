@@ -20,27 +20,81 @@ std::string lettersOf(std::string_view key) {
     return letters;
 }
 
-constexpr std::array<std::string_view, 13> kSecretParts{"password",   "passwd", "passphrase", "passcode",   "secret",
-                                                        "token",      "apikey", "authkey",    "privatekey", "accesskey",
-                                                        "credential", "sslpwd", "proxypwd"};
+constexpr std::array<std::string_view, 18> kSecretParts{
+    "password",   "passwd",    "passphrase",    "passcode",   "passkey",    "pswd",
+    "secret",     "token",     "apikey",        "authkey",    "privatekey", "accesskey",
+    "accountkey", "sharedkey", "encryptionkey", "credential", "sslpwd",     "proxypwd"};
 constexpr std::array<std::string_view, 4> kSecretNames{"pwd", "pass", "pw", "pin"};
+constexpr std::array<std::string_view, 2> kSecretEnds{"pwd", "pass"};
 
 // Keys that name a file of secrets, or say how long or where to ask, show nothing that is one.
-constexpr std::array<std::string_view, 4> kHarmlessEnds{"file", "path", "timeout", "prompt"};
+constexpr std::array<std::string_view, 6> kHarmlessEnds{"file", "path", "timeout", "prompt", "bypass", "compass"};
+
+constexpr std::string_view kClosing = "}\"'";
+constexpr std::string_view kGaps = " \t={(\"'?&,";
+
+// Where the secret in an item's value begins; nothing when there is none. The key may stand behind another word, as in
+// "host=db1 password=x", "{PWD=x" and "?password=x", or be two words, as "Private Key".
+std::size_t secretIn(std::string_view item) {
+    const auto isGap = [](char letter) { return kGaps.find(letter) != std::string_view::npos; };
+    for (std::size_t equals = item.find('='); equals < item.size(); equals = item.find('=', equals + 1)) {
+        const std::string_view key = trimmed(item.substr(0, equals));
+        const std::string_view word = key.substr(key.find_last_of(kGaps) + 1);
+        const bool isTwoWords = std::count_if(key.begin(), key.end(), isGap) == 1;
+        if (equals + 1 < item.size() && (isSecretKey(word) || (isTwoWords && isSecretKey(key))))
+            return equals + 1;
+    }
+    return std::string_view::npos;
+}
+
+// Where a secret ends: at a semicolon, but in braces or quotes it may hold some.
+std::size_t secretEnd(std::string_view text, std::size_t begin) {
+    const std::size_t first = std::min(text.find_first_not_of(" \t", begin), text.size());
+    const std::size_t opening =
+        first < text.size() ? std::string_view("{\"'").find(text[first]) : std::string_view::npos;
+    if (opening == std::string_view::npos)
+        return std::min(text.find(';', first), text.size());
+    std::size_t close = text.find(kClosing[opening], first + 1);
+    while (close < text.size() && close + 1 < text.size() && text[close + 1] == kClosing[opening])
+        close = text.find(kClosing[opening], close + 2);
+    return std::min(text.find(';', close), text.size());
+}
+
+// "db://user:x@host": the x.
+std::string withoutUrlPassword(std::string_view text) {
+    std::string shown(text);
+    for (std::size_t at = shown.find("://"); at != std::string::npos; at = shown.find("://", at + 1)) {
+        const std::size_t begin = at + 3;
+        const std::size_t end = std::min(shown.find_first_of("/?#; ", begin), shown.size());
+        const std::size_t host = shown.substr(0, end).rfind('@');
+        const std::size_t colon = shown.find(':', begin);
+        if (host != std::string::npos && host > colon + 1 && colon < host)
+            shown.replace(colon + 1, host - colon - 1, kMask);
+    }
+    return shown;
+}
 
 std::string maskedConnectionString(std::string_view value) {
     std::string shown;
     while (!value.empty()) {
-        const std::size_t end = std::min(value.find(';'), value.size());
-        const std::string_view item = value.substr(0, end);
-        const std::size_t equals = item.find('=');
-        const bool hides = equals != std::string_view::npos && equals + 1 < item.size() &&
-                           isSecretKey(trimmed(item.substr(0, equals)));
-        shown.append(hides ? item.substr(0, equals + 1) : item).append(hides ? kMask : "");
+        std::size_t end = std::min(value.find(';'), value.size());
+        const std::size_t secret = secretIn(value.substr(0, end));
+        if (secret != std::string_view::npos)
+            end = secretEnd(value, secret);
+        shown.append(value.substr(0, std::min(secret, end))).append(secret < end ? kMask : "");
         shown.append(end < value.size() ? ";" : "");
         value.remove_prefix(std::min(end + 1, value.size()));
     }
-    return shown;
+    return withoutUrlPassword(shown);
+}
+
+std::string maskedWord(std::string_view line) {
+    const std::size_t begin = std::min(line.find_first_not_of(" \t;#"), line.size());
+    const std::string_view word = secretWord(line.substr(begin));
+    if (word.empty())
+        return std::string(line);
+    const std::size_t end = std::min(line.find_first_of("\r\n"), line.size());
+    return std::string(line.substr(0, begin + word.size())).append(" ").append(kMask).append(line.substr(end));
 }
 
 }  // namespace
@@ -53,7 +107,18 @@ bool isSecretKey(std::string_view key) {
     if (std::any_of(kHarmlessEnds.begin(), kHarmlessEnds.end(), isEnd))
         return false;
     return std::any_of(kSecretNames.begin(), kSecretNames.end(), isName) ||
-           std::any_of(kSecretParts.begin(), kSecretParts.end(), isInside) || letters.ends_with("pwd");
+           std::any_of(kSecretParts.begin(), kSecretParts.end(), isInside) ||
+           std::any_of(kSecretEnds.begin(), kSecretEnds.end(), isEnd);
+}
+
+std::string_view secretWord(std::string_view line) {
+    const auto isPart = [](char letter) {
+        return std::isalnum(static_cast<unsigned char>(letter)) != 0 || letter == '_' || letter == '-' || letter == '.';
+    };
+    const auto end = std::find_if_not(line.begin(), line.end(), isPart);
+    const std::string_view word = line.substr(0, static_cast<std::size_t>(end - line.begin()));
+    const bool hasMore = line.find_first_not_of(" \t\r\n", word.size()) != std::string_view::npos;
+    return hasMore && isSecretKey(word) ? word : std::string_view();
 }
 
 std::string masked(std::string_view key, std::string_view value) {
@@ -65,7 +130,7 @@ std::string masked(std::string_view key, std::string_view value) {
 std::string maskedLine(std::string_view line) {
     const std::size_t equals = line.find('=');
     if (equals == std::string_view::npos)
-        return std::string(line);
+        return maskedWord(line);
     std::size_t value = equals + 1;
     while (value < line.size() && (line[value] == ' ' || line[value] == '\t'))
         ++value;

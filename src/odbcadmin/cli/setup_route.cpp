@@ -5,6 +5,7 @@
 #include <jxerrors.h>
 #include <jxfiles.h>
 
+#include "odbcadmin/cli/progress.h"
 #include "odbcadmin/cli/text.h"
 
 namespace jx::admin {
@@ -58,6 +59,11 @@ std::string attributeList(const std::string& name, const Pairs& attributes) {
     return list;
 }
 
+bool callSetup(const Session& session, const Registered& driver, WORD request, const std::string& list) {
+    const Waiting waiting(session.quiet, "The setup library " + driver.setup + " is at work");
+    return SQLConfigDataSource(0, request, driver.name.c_str(), list.c_str()) != FALSE;
+}
+
 }  // namespace
 
 SetupRoute findRoute(const Session& session, const Registered& driver, bool direct) {
@@ -81,7 +87,7 @@ ExitCode configureThroughSetup(const Session& session, const Registered& driver,
                             "Use --direct to write without it.");
     const std::string before = bytesOfBothFiles();
     JxErrorKeeper::clear();
-    if (SQLConfigDataSource(0, request, driver.name.c_str(), list.c_str()) == FALSE)
+    if (!callSetup(session, driver, request, list))
         return session.fail(
             ExitCode::failed, "The setup library " + driver.setup + " refused to " + doing + recordedErrors(),
             "A name has at most 32 bytes, none of []{}(),;?*=!@\\; --direct writes without the library.");

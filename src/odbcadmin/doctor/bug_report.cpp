@@ -42,14 +42,6 @@ std::string withoutLineEnd(std::string_view line) {
     return std::string(line);
 }
 
-// A key that lost its "=" may have a secret in what is read as its name.
-std::string shownLine(const std::string& line) {
-    const std::size_t word = line.find_first_of(" \t:", line.find_first_not_of(" \t;#"));
-    const bool hides =
-        line.find('=') == std::string::npos && word != std::string::npos && admin::isSecretKey(line.substr(0, word));
-    return admin::printable(hides ? line.substr(0, word + 1) + std::string(admin::kMask) : admin::maskedLine(line));
-}
-
 std::string fileLines(const std::string& path) {
     const std::unique_ptr<JxIniText, void (*)(JxIniText*)> text(jxIniRead(path.c_str()), jxIniRelease);
     if (text == nullptr)
@@ -60,7 +52,9 @@ std::string fileLines(const std::string& path) {
     std::string lines;
     JxIniPiece piece;
     for (std::size_t i = 0; i < count && i < kMostLines && jxIniPieceAt(text.get(), i, &piece) != 0; ++i)
-        lines.append(shownLine(withoutLineEnd({bytes + piece.begin, piece.end - piece.begin}))).append("\n");
+        lines
+            .append(admin::printable(admin::maskedLine(withoutLineEnd({bytes + piece.begin, piece.end - piece.begin}))))
+            .append("\n");
     if (count > kMostLines)
         lines.append("(and " + std::to_string(count - kMostLines) + " more)\n");
     return lines;

@@ -39,8 +39,8 @@ std::string quoted(std::string_view text) {
 // A key that lost its "=" may have a secret in what is read as its name.
 std::string_view withoutSecret(const JxIniPiece& piece) {
     const std::string_view name = nameOf(piece);
-    const std::string_view word = name.substr(0, name.find_first_of(" \t:"));
-    return piece.value == nullptr && admin::isSecretKey(word) ? word : name;
+    const std::string_view word = admin::secretWord(name);
+    return piece.value == nullptr && !word.empty() ? word : name;
 }
 
 class Reader {

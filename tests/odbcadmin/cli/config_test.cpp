@@ -48,6 +48,8 @@ TEST_F(Config, RefusesWhatTheFileCouldNotGiveBack) {
     EXPECT_EQ(run({"config", "set", file_, "One", "k=l", "v"}).code, 5);
     EXPECT_EQ(run({"config", "set", file_, "One", "k", " v"}).code, 5);
     EXPECT_EQ(run({"config", "set", file_, "One", "k", "a\nb"}).code, 5);
+    EXPECT_NE(run({"config", "set", file_, "One", "k", " v"}).err.find("This value of k cannot be stored: it begins"),
+              std::string::npos);
     EXPECT_EQ(run({"config", "unset", file_, ""}).code, 5);
     EXPECT_EQ(run({"config", "get", file_, "One"}).code, 2);
 }

@@ -83,6 +83,7 @@ TEST_F(Exchange, ApplyRefusesEveryInvalidInputAndChangesNothing) {
         const ProgramResult result = run({"apply", "-f", "-"}, input);
         EXPECT_EQ(result.code, 6) << result.err;
         EXPECT_EQ(result.out, "");
+        EXPECT_EQ(result.err.find("exception"), std::string::npos) << result.err;
     }
     EXPECT_EQ(sources(), kSources);
     EXPECT_EQ(drivers(), kDrivers);

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cstdio>
 #include <cstdlib>
 
 #include "admin_test.h"
@@ -130,6 +131,7 @@ TEST_F(Line, WrongUseIsToldInTwoLines) {
         EXPECT_EQ(result.out, "");
         EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 2) << result.err;
     }
+    EXPECT_NE(run({"--nosuch"}).err.find("odbcadmin has no option --nosuch\n"), std::string::npos);
     EXPECT_NE(run({"dsn", "lst"}).err.find("Did you mean list?"), std::string::npos);
     EXPECT_NE(run({"dsm", "list"}).err.find("Did you mean dsn?"), std::string::npos);
 }
@@ -137,7 +139,8 @@ TEST_F(Line, WrongUseIsToldInTwoLines) {
 TEST_F(Line, HelpStandsAtEveryLevelWithExamples) {
     EXPECT_NE(out({"--help"}).find("Exit codes: 0 done"), std::string::npos);
     EXPECT_NE(out({"--help"}).find("Examples:\n  odbcadmin "), std::string::npos);
-    EXPECT_NE(out({"dsn", "--help"}).find("ensure"), std::string::npos);
+    for (const char* noun : {"dsn", "driver", "translator", "trace", "config"})
+        EXPECT_NE(out({noun, "--help"}).find("--help:\n  odbcadmin " + std::string(noun) + " "), std::string::npos);
     EXPECT_NE(out({"dsn", "add", "--help"}).find("Examples:\n  odbcadmin dsn add "), std::string::npos);
     EXPECT_EQ(out({"--version"}).rfind("odbcadmin ", 0), 0U);
 }
@@ -186,6 +189,7 @@ TEST_F(Line, AFifoInPlaceOfTheFileIsFileTroubleAndNoWait) {
 }
 
 // This one takes the ten seconds a change waits for its turn.
+#ifdef JX_TEST_LONG_WAITS
 TEST_F(Line, ATurnThatIsNotObtainedHasItsOwnCode) {
     const int lock = open(home_.file(".odbc.ini.lock").c_str(), O_CREAT | O_RDWR | O_CLOEXEC, 0600);
     ASSERT_GE(lock, 0);
@@ -196,6 +200,26 @@ TEST_F(Line, ATurnThatIsNotObtainedHasItsOwnCode) {
     EXPECT_EQ(run({"dsn", "ensure", "Sales", "a=b", "--check"}).code, 9);
     EXPECT_EQ(sources(), kSources);
     close(lock);
+}
+#endif
+
+TEST_F(Line, AWaitShowsOnATerminalAndGoesOn) {
+    const int lock = open(home_.file(".odbc.ini.lock").c_str(), O_CREAT | O_RDWR | O_CLOEXEC, 0600);
+    ASSERT_EQ(flock(lock, LOCK_EX), 0);
+    const std::string line = "script -qec '" JX_ODBCADMIN " dsn set Sales a=b' /dev/null </dev/null";
+    std::FILE* const terminal = popen(line.c_str(), "re");
+    ASSERT_NE(terminal, nullptr);
+    std::string shown;
+    for (int letter = std::fgetc(terminal); letter != EOF; letter = std::fgetc(terminal)) {
+        shown.push_back(static_cast<char>(letter));
+        if (shown.ends_with(".odbc.ini ... 1 s"))
+            flock(lock, LOCK_UN);
+    }
+    EXPECT_EQ(pclose(terminal), 0);
+    close(lock);
+    EXPECT_NE(shown.find("Waiting for the turn of "), std::string::npos) << shown;
+    EXPECT_NE(shown.find("Changed data source Sales"), std::string::npos) << shown;
+    EXPECT_NE(sources().find("a=b"), std::string::npos);
 }
 
 TEST_F(Line, AResultThatCannotBeWrittenIsAFailure) {

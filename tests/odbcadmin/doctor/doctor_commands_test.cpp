@@ -83,7 +83,7 @@ TEST_F(DoctorCommands, TestConnects) {
 TEST_F(DoctorCommands, TestTellsStateNativeCodeMessageAndMeaning) {
     EXPECT_EQ(run({"dsn", "test", "Refuse"}),
               "11\n"
-              "28000 (native 1001) Wrong password for anna\n"
+              "28000 (native 1001) Wrong password for anna, UID=anna;PWD=********;\n"
               "  means: user or password was refused. Check user and password of the data source, and the server's "
               "rights.\n"
               "08S01 (native 1002) The server?closed the connection\n"
@@ -95,6 +95,8 @@ TEST_F(DoctorCommands, TestTellsStateNativeCodeMessageAndMeaning) {
     EXPECT_EQ(object["connected"], false);
     EXPECT_EQ(object["diagnostics"][1]["state"], "08S01");
     EXPECT_EQ(object["diagnostics"][1]["native"], 1002);
+    EXPECT_EQ(object["diagnostics"][0]["message"], "Wrong password for anna, UID=anna;PWD=********;");
+    EXPECT_NE(run({"dsn", "test", "Refuse", "--show-secrets"}).find("PWD=geheim"), std::string::npos);
     EXPECT_EQ(object["diagnostics"][1]["message"], "The server\nclosed the connection");
 }
 
@@ -136,7 +138,7 @@ TEST_F(DoctorCommands, TestKnowsTheFunctionsOfTheSecondVersionAndTheWideOnes) {
 
 TEST_F(DoctorCommands, TestNamesWhatIsMissing) {
     EXPECT_EQ(run({"dsn", "test", "Salse"}),
-              "3\n--\nodbcadmin: There is no data source Salse\n  Did you mean Sales?\n");
+              "3\n--\nodbcadmin: There is no data source Salse in ~/.odbc.ini\n  Did you mean Sales?\n");
     EXPECT_EQ(run({"dsn", "test", "Sales", "--timeout", "soon"}),
               "2\n--\nodbcadmin: --timeout is no number of seconds: soon\n  Try --timeout 5\n");
     for (const char* limit : {"0", "-1", "nan", "86401", "1x"})
@@ -149,7 +151,8 @@ TEST_F(DoctorCommands, TestNamesWhatIsMissing) {
 TEST_F(DoctorCommands, CheckTellsOfDriversByNameAndOfLibrariesByPath) {
     EXPECT_EQ(run({"driver", "check"}), "0\nSmall: ok\n");
     EXPECT_EQ(run({"driver", "check", "small", home_.file("libsetup.so")}), "0\nSmall: ok\n~/libsetup.so: ok\n");
-    EXPECT_EQ(run({"driver", "check", "Smlal"}), "3\n--\nodbcadmin: There is no driver Smlal\n  Did you mean Small?\n");
+    EXPECT_EQ(run({"driver", "check", "Smlal"}),
+              "3\n--\nodbcadmin: There is no driver Smlal in ~/.odbcinst.ini\n  Did you mean Small?\n");
     home_.put("text.so", "hello\n");
     const Json object = json({"driver", "check", home_.file("text.so")});
     EXPECT_EQ(object["findings"][0]["id"], "library.text");
@@ -211,7 +214,8 @@ TEST_F(DoctorCommands, ExplainShowsEveryStepWithFileAndLine) {
               "  broken  section  no driver of that name  ~/.odbcinst.ini\n"
               "          Did you mean Small?\n");
     EXPECT_EQ(run({"explain", "Bales"}),
-              "3\n--\nodbcadmin: There is no data source or driver Bales\n  Did you mean Sales?\n");
+              "3\n--\nodbcadmin: There is no data source or driver Bales in ~/.odbc.ini and ~/.odbcinst.ini\n  Did you "
+              "mean Sales?\n");
     EXPECT_EQ(json({"explain", "Sales"})["steps"][1]["ok"], false);
 }
 
@@ -245,7 +249,8 @@ TEST_F(DoctorCommands, DoctorLooksAtWhatIsNamedAndWhatBelongsToIt) {
               "  Install the library there, or correct the path.\n"
               "1 error, 0 warnings, 0 notes.\n");
     EXPECT_EQ(run({"doctor", "Salse"}),
-              "3\n--\nodbcadmin: There is no data source or driver Salse\n  Did you mean Sales?\n");
+              "3\n--\nodbcadmin: There is no data source or driver Salse in ~/.odbc.ini and ~/.odbcinst.ini\n  Did you "
+              "mean Sales?\n");
 }
 
 TEST_F(DoctorCommands, DoctorKeepsTheOrderOfTheChecks) {

@@ -70,6 +70,8 @@ TEST(SyntaxChecks, TellEachFaultWithItsLine) {
         {"[A]\nx\n", "syntax.no-equals f:2: The line \"x\" has no \"=\": it is a key with an empty value.\n"},
         {"[A]\nPWD geheim\n",
          "syntax.no-equals f:2: The line \"PWD\" has no \"=\": it is a key with an empty value.\n"},
+        {"[A]\nPassword: geheim\n",
+         "syntax.no-equals f:2: The line \"Password\" has no \"=\": it is a key with an empty value.\n"},
         {"[A]\n=1\n", "syntax.no-key f:2: There is no key before the \"=\": the line means nothing.\n"},
         {"[]\nx=1\n", "syntax.no-key f:1: The section has no name, so nobody can ask for its keys.\n"},
         {"[A\nx=1\n",
