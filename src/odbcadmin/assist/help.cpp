@@ -1,6 +1,7 @@
 // The sentences of the help line and of the help page.
 #include "odbcadmin/assist/help.h"
 
+#include <jxtemplate.h>
 #include <odbcinst.h>
 
 #include <string_view>
@@ -137,7 +138,7 @@ std::string emptyListHelp(const JxwDialogInfo& dialog, const JxwControlInfo& con
 }
 
 std::string labelOf(const JxwControlInfo& control) {
-    std::string text = withoutAccessKey(control.text);
+    std::string text = shownText(control);
     if (text.ends_with(":"))
         text.pop_back();
     return text;
@@ -153,6 +154,10 @@ std::string withoutAccessKey(const std::string& text) {
         shown.push_back(text[at]);
     }
     return shown;
+}
+
+std::string shownText(const JxwControlInfo& control) {
+    return (control.flags & JXW_PLAIN) != 0 ? control.text : withoutAccessKey(control.text);
 }
 
 std::string headingOf(HWND dialog) {

@@ -20,4 +20,7 @@ std::string helpOnAll(HWND dialog);
 // A text without its access key's "&".
 std::string withoutAccessKey(const std::string& text);
 
+// A control's text as it is read: without the mark of the access key, but data (JXW_PLAIN) as it stands.
+std::string shownText(const JxwControlInfo& control);
+
 }  // namespace jx::assist

@@ -195,7 +195,7 @@ void DialogWindow::syncWidget(int index, const JxwControlInfo& control) {
     label = control.text;
     // Fixed texts show no access key here: it is drawn by those that take one.
     const bool isText = control.kind == JXW_LABEL || control.kind == JXW_GROUPBOX;
-    widget.copy_label(asLabel(isText ? assist::withoutAccessKey(label) : label).c_str());
+    widget.copy_label(asLabel(isText ? assist::shownText(control) : label).c_str());
     redraw();
 }
 

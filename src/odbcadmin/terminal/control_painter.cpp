@@ -77,12 +77,12 @@ int ControlPainter::putLabel(Point place, const char* text, Look look) {
 
 void ControlPainter::label(const JxwControlInfo& control, const Rect& place) {
     const Look look = lookOf(control, /*hasFocus=*/false);
-    if (place.lines == 1) {
+    if (place.lines == 1 && (control.flags & JXW_PLAIN) == 0) {
         putLabel({place.column, place.line}, control.text, look);
         return;
     }
     int line = place.line;
-    for (const std::string& text : wrapped(assist::withoutAccessKey(control.text), place.columns, abilities_.charset)) {
+    for (const std::string& text : wrapped(assist::shownText(control), place.columns, abilities_.charset)) {
         if (line < place.bottom())
             canvas_.put({place.column, line++}, text, look);
     }

@@ -24,6 +24,18 @@ constexpr JxwControl kSecretControls[] = {{JXW_LABEL, 0, 8, 8, 60, 8, "&Password
                                           {JXW_NO_CONTROL, 0, 0, 0, 0, 0, nullptr, 0}};
 constexpr JxwTemplate kSecretTemplates[] = {{1, "Secret", 200, 40, kSecretControls}, {0, nullptr, 0, 0, nullptr}};
 
+constexpr JxwControl kNamedControls[] = {{JXW_LABEL, 0, 8, 8, 120, 8, "R&D && Sons", JXW_PLAIN},
+                                         {JXW_LABEL, 0, 8, 16, 120, 8, "R&D && Sons", 0},
+                                         {JXW_BUTTON, IDOK, 8, 24, 68, 14, "OK", JXW_DEFAULT},
+                                         {JXW_NO_CONTROL, 0, 0, 0, 0, 0, nullptr, 0}};
+constexpr JxwTemplate kNamedTemplates[] = {{1, "Named", 200, 40, kNamedControls}, {0, nullptr, 0, 0, nullptr}};
+
+unsigned int endWithOk(HWND dialog, int message, int wparam, uintptr_t) {
+    if (message == WM_COMMAND && wparam == IDOK)
+        JXW_EndDialog(dialog, 1);
+    return 1;
+}
+
 unsigned int takeSecret(HWND dialog, int message, int wparam, uintptr_t lparam) {
     if (message == WM_INITDIALOG) {
         JXW_SetProp(dialog, "Text", lparam);
@@ -78,6 +90,17 @@ TEST_F(LooksTest, APasswordIsStarsAndNeverItsText) {
     EXPECT_TRUE(has(user_.seen()[0], "Password:       ********  ")) << user_.seen()[0];
     for (const char* part : {"geh", "eim", "ß"})
         EXPECT_FALSE(wasShown(part)) << part;
+}
+
+TEST_F(LooksTest, DataInALabelIsShownAsItStands) {
+    user_.look();
+    user_.then(press(Key::enter));
+    const terminal::Screen screen(user_);
+    JXW_RegisterModule("named", nullptr, kNamedTemplates);
+    JXW_DialogBox("named", 1, 0, endWithOk, nullptr);
+    ASSERT_EQ(user_.seen().size(), 1U);
+    EXPECT_TRUE(has(user_.seen()[0], " R&D && Sons ")) << user_.seen()[0];
+    EXPECT_TRUE(has(user_.seen()[0], " RD & Sons ")) << user_.seen()[0];
 }
 
 class SetupDialogTest : public LooksTest {
