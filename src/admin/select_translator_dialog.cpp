@@ -49,9 +49,10 @@ void chooseNone(TranslatorChoice& choice) {
 }
 
 void refuseName(HWND dialog) {
-    unsigned char reason[256] = {};
-    winGetString(reason, jx::kTextTranslatorNameTooLong);
-    jx::showMessage(dialog, reason, MB_OK | MB_ICONEXCLAMATION);
+    jx::showMessage(dialog,
+                    jx::asBytes("The translator was not taken: its name has more than 255 characters. Choose another "
+                                "one, or shorten the name in section ODBC Translators of .odbcinst.ini."),
+                    MB_OK | MB_ICONEXCLAMATION);
 }
 
 // Makes the selected row the choice; false when its name does not fit: a cut one would be another translator's.

@@ -19,7 +19,6 @@ enum TextId : unsigned short {
     kTextTranslatorNotLoaded = 56,  // %1: the library's path
     kTextTranslatorNoRoutine = 57,  // %1: the library's path
     kTextTranslatorTitle = 58,      // the title over 56 and 57
-    kTextTranslatorNameTooLong = 59,
     kTextFileNotDeleted = 167,       // %1: the file's path
     kTextFileNotDeletedTitle = 168,  // the title over 167
     kTextDriversTitle = 169,         // the title over 170 and 171
@@ -52,9 +51,6 @@ inline constexpr JxwString kTexts[] = {
      "The translator's setup library has no ConfigTranslator routine:\n%1\nCheck that the translator's Setup key in "
      ".odbcinst.ini names the right file."},
     {kTextTranslatorTitle, "Translator Setup"},
-    {kTextTranslatorNameTooLong,
-     "The translator was not taken: its name has more than 255 characters. Choose another one, or shorten the name in "
-     "section ODBC Translators of .odbcinst.ini."},
     {kTextFileNotDeleted,
      "This file could not be deleted:\n%1\nThe driver is removed from the configuration all the same. Delete the file "
      "yourself if no other driver needs it."},

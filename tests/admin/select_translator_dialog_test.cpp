@@ -106,7 +106,10 @@ TEST_F(SelectTranslatorDialog, WithoutTranslatorsOffersNone) {
 
 TEST_F(SelectTranslatorDialog, DoesNotTakeANameThatDoesNotFit) {
     home.put(".odbcinst.ini", "[ODBC Translators]\n" + std::string(255, 'a') + "=x\n" + std::string(256, 'b') + "=x\n");
-    const std::string reason = adminBox(kTextTranslatorNameTooLong, MB_OK | MB_ICONEXCLAMATION);
+    const std::string reason =
+        "KALDERO ODBC Admin|The translator was not taken: its name has more than 255 characters. Choose another one, "
+        "or shorten the name in section ODBC Translators of .odbcinst.ini.|" +
+        std::to_string(MB_OK | MB_ICONEXCLAMATION);
     for (const auto& confirm : {press(IDOK), doubleClick(kTranslatorsList, 2)}) {
         ScriptedUser user({selectRow(kTranslatorsList, 2), confirm, selectRow(kTranslatorsList, 1), press(IDOK)},
                           {IDOK});
