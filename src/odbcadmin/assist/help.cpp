@@ -197,7 +197,7 @@ std::string helpOn(HWND dialog, int index) {
         return (name.empty() ? "This" : name) +
                " is grey: " + (isKnown ? sentence->whyGrey : "the dialog cannot use it at the moment.");
     }
-    const std::string empty = emptyListHelp(info, control);
+    std::string empty = emptyListHelp(info, control);
     if (!empty.empty())
         return empty;
     if (info.module == kLibrary && info.templateId == kAddDataSourceDialog && control.kind == JXW_LISTBOX &&
