@@ -16,9 +16,9 @@ enum TextId : unsigned short {
     kTextConfirmRemove = 53,  // a printf pattern: one %s, the data source's name
     kTextSetupNotLoaded = 54,
     kTextUnknownDataSource = 55,
-    kTextTranslatorNotLoaded = 56,  // %1: the library's path
-    kTextTranslatorNoRoutine = 57,  // %1: the library's path
-    kTextTranslatorTitle = 58,      // the title over 56 and 57
+    kTextTranslatorNotLoaded = 56,   // %1: the library's path
+    kTextTranslatorNoRoutine = 57,   // %1: the library's path
+    kTextTranslatorTitle = 58,       // the title over 56 and 57
     kTextFileNotDeleted = 167,       // %1: the file's path
     kTextFileNotDeletedTitle = 168,  // the title over 167
     kTextDriversTitle = 169,         // the title over 170 and 171
