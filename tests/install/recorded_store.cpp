@@ -13,7 +13,7 @@ namespace jx::test {
 
 namespace {
 
-RecordedStore* recorder = nullptr;
+RecordedStore* storeRecorder = nullptr;
 
 std::string textOf(const unsigned char* text) {
     return text == nullptr ? "(null)" : "'" + std::string(asChars(text)) + "'";
@@ -28,9 +28,9 @@ std::string nameOf(JxIniFileCache* /*cache*/) {
     return "cache";
 }
 
-void note(const std::string& call) {
-    if (recorder != nullptr)
-        recorder->calls.push_back(call);
+void noteCall(const std::string& call) {
+    if (storeRecorder != nullptr)
+        storeRecorder->calls.push_back(call);
 }
 
 // The library's own function of that name, which this program's stands before.
@@ -42,9 +42,9 @@ Function* original(const char* mangledName) {
 template <typename File>
 int get(const char* mangledName, const unsigned char* section, const unsigned char* key, const unsigned char* fallback,
         unsigned char* buffer, int size, File file) {
-    if (recorder != nullptr) {
-        note("get " + nameOf(file) + " " + textOf(section) + " " + textOf(key) + " " + textOf(fallback) + " " +
-             std::to_string(size));
+    if (storeRecorder != nullptr) {
+        noteCall("get " + nameOf(file) + " " + textOf(section) + " " + textOf(key) + " " + textOf(fallback) + " " +
+                 std::to_string(size));
         EXPECT_TRUE(std::all_of(buffer, buffer + size, [](unsigned char byte) { return byte == 0; }))
             << "a buffer that was not cleared";
     }
@@ -55,7 +55,7 @@ int get(const char* mangledName, const unsigned char* section, const unsigned ch
 template <typename File>
 int put(const char* mangledName, const unsigned char* section, const unsigned char* key, const unsigned char* value,
         File file) {
-    note("put " + nameOf(file) + " " + textOf(section) + " " + textOf(key) + " " + textOf(value));
+    noteCall("put " + nameOf(file) + " " + textOf(section) + " " + textOf(key) + " " + textOf(value));
     return original<int(const unsigned char*, const unsigned char*, const unsigned char*, File)>(mangledName)(
         section, key, value, file);
 }
@@ -63,11 +63,11 @@ int put(const char* mangledName, const unsigned char* section, const unsigned ch
 }  // namespace
 
 RecordedStore::RecordedStore() {
-    recorder = this;
+    storeRecorder = this;
 }
 
 RecordedStore::~RecordedStore() {
-    recorder = nullptr;
+    storeRecorder = nullptr;
 }
 
 }  // namespace jx::test
@@ -94,11 +94,11 @@ int jxWritePrivateProfileString(const unsigned char* section, const unsigned cha
 }
 
 JxIniFileCache* jxPrivateProfileInit(const unsigned char* file) {
-    jx::test::note("open " + jx::test::nameOf(file));
+    jx::test::noteCall("open " + jx::test::nameOf(file));
     return jx::test::original<JxIniFileCache*(const unsigned char*)>("_Z20jxPrivateProfileInitPKh")(file);
 }
 
 void jxPrivateProfileTerm(JxIniFileCache* cache) {
-    jx::test::note("close");
+    jx::test::noteCall("close");
     jx::test::original<void(JxIniFileCache*)>("_Z20jxPrivateProfileTermP14JxIniFileCache")(cache);
 }

@@ -118,6 +118,14 @@ std::vector<std::string> Configuration::dataSourceNames() const {
     return namesOf(dataSources());
 }
 
+std::vector<std::string> Configuration::dataSourcesOf(std::string_view driver) const {
+    std::vector<std::string> names;
+    for (const DataSource& source : dataSources())
+        if (sameName(source.driver, driver))
+            names.push_back(source.name);
+    return names;
+}
+
 std::vector<Registered> Configuration::drivers() const {
     return allRegistered(drivers_, INS_ODBCINI_DRIVERS, INS_ODBCINI_DRIVER);
 }

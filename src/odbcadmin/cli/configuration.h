@@ -54,6 +54,7 @@ public:
     std::vector<DataSource> dataSources() const;
     std::optional<DataSource> dataSource(std::string_view name) const;
     std::vector<std::string> dataSourceNames() const;
+    std::vector<std::string> dataSourcesOf(std::string_view driver) const;
 
     std::vector<Registered> drivers() const;
     std::optional<Registered> driver(std::string_view name) const;

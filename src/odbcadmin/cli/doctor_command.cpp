@@ -13,7 +13,7 @@ namespace jx::admin {
 
 namespace {
 
-constexpr std::chrono::seconds kLimit{10};
+constexpr std::chrono::seconds kDoctorLimit{10};
 
 // The first of names that is neither a data source nor a driver.
 const std::string* unknownOf(const std::vector<std::string>& names, const doctor::Records& records) {
@@ -50,7 +50,7 @@ ExitCode showReport(const Session& session, const doctor::Findings& findings) {
 
 ExitCode runDoctor(const Session& session, const std::vector<std::string>& names, const std::string& timeout,
                    bool report) {
-    const auto limit = timeLimit(timeout, kLimit);
+    const auto limit = timeLimit(timeout, kDoctorLimit);
     if (!limit)
         return session.fail(ExitCode::wrongUse, "--timeout is no number of seconds: " + timeout, "Try --timeout 5");
     const doctor::Records records = doctor::readRecords();

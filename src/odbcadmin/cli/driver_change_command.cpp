@@ -13,7 +13,7 @@ namespace jx::admin {
 namespace {
 
 // What is given by options and thus not as KEY=VALUE.
-const std::vector<std::string_view> kGivenOtherwise{"Driver", "Setup"};
+const std::vector<std::string_view> kDriverKeysGivenOtherwise{"Driver", "Setup"};
 
 void warnOfLibrary(const Session& session, const std::string& what, const std::string& path) {
     if (path.empty() || path.find('/') == std::string::npos || session.quiet)
@@ -60,14 +60,6 @@ ExitCode register_(const Session& session, const RegistrationWish& wish, bool ad
     return outcome.tell(session, (present ? "Changed driver " : "Added driver ") + wish.name);
 }
 
-std::vector<std::string> usersOf(const Configuration& configuration, const std::string& driver) {
-    std::vector<std::string> names;
-    for (const DataSource& source : configuration.dataSources())
-        if (sameName(source.driver, driver))
-            names.push_back(source.name);
-    return names;
-}
-
 // The data sources go first: one without its driver is of no use, a driver without data sources is.
 ExitCode removeDriver(const Session& session, const std::string& name, bool withDataSources) {
     ExitCode code = checkRegisteredName(session, driverKind(), name);
@@ -78,7 +70,7 @@ ExitCode removeDriver(const Session& session, const std::string& name, bool with
         return code;
     if (!configuration->driver(name))
         return noDriver(session, *configuration, name);
-    const std::vector<std::string> users = usersOf(*configuration, name);
+    const std::vector<std::string> users = configuration->dataSourcesOf(name);
     Outcome outcome;
     if (withDataSources && !users.empty())
         if (code = removeDataSources(session, users, outcome); code != ExitCode::done)
@@ -110,7 +102,7 @@ void addRegistration(CLI::App& driver, Session& session, bool adds) {
     onRun(verb, session, [=](Session& run) {
         RegistrationWish wish{
             operand(name, 0), absoluteLibrary(operand(library, 0)), absoluteLibrary(operand(setup, 0)), {}};
-        const ExitCode code = takePairs(run, operands(pairs), wish.keys, kGivenOtherwise);
+        const ExitCode code = takePairs(run, operands(pairs), wish.keys, kDriverKeysGivenOtherwise);
         return code != ExitCode::done ? code : register_(run, wish, adds);
     });
 }

@@ -12,7 +12,7 @@ namespace jx::admin {
 
 namespace {
 
-constexpr std::chrono::seconds kLimit{10};
+constexpr std::chrono::seconds kLoadLimit{10};
 
 // A library given by its path is taken for what its functions say; for a driver, when they say nothing.
 doctor::LibraryRole roleOf(const std::string& path) {
@@ -60,7 +60,7 @@ doctor::Findings check(const Wanted& wanted, const doctor::ExaminationOptions& o
 }
 
 ExitCode runCheck(const Session& session, const std::vector<std::string>& names, const std::string& timeout) {
-    const auto limit = timeLimit(timeout, kLimit);
+    const auto limit = timeLimit(timeout, kLoadLimit);
     if (!limit)
         return session.fail(ExitCode::wrongUse, "--timeout is no number of seconds: " + timeout, "Try --timeout 5");
     Wanted wanted;

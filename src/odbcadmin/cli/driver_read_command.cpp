@@ -48,14 +48,6 @@ ExitCode listDrivers(const Session& session) {
     return ExitCode::done;
 }
 
-std::vector<std::string> usersOf(const Configuration& configuration, const std::string& driver) {
-    std::vector<std::string> names;
-    for (const DataSource& source : configuration.dataSources())
-        if (sameName(source.driver, driver))
-            names.push_back(source.name);
-    return names;
-}
-
 Json shownAsJson(const Session& session, const Configuration& configuration, const Registered& driver) {
     Json json = asJson(driver);
     Json keys = Json::object();
@@ -67,7 +59,7 @@ Json shownAsJson(const Session& session, const Configuration& configuration, con
     }
     json["file"] = pathOf(INS_ODBCINST_FILENAME);
     json["keys"] = keys;
-    json["dataSources"] = usersOf(configuration, driver.name);
+    json["dataSources"] = configuration.dataSourcesOf(driver.name);
     return json;
 }
 
@@ -87,7 +79,7 @@ ExitCode showDriver(const Session& session, const std::string& name) {
     session.print("[" + printable(driver->name) + "]");
     for (const auto& [key, value] : json["keys"].items())
         session.print(printable(key) + "=" + printable(value.get<std::string>()));
-    const std::vector<std::string> users = usersOf(*configuration, driver->name);
+    const std::vector<std::string> users = configuration->dataSourcesOf(driver->name);
     session.say("; library " + json["state"].get<std::string>() + ", used by " +
                 (users.empty() ? "no data source" : joined(users)) + ", " + pathOf(INS_ODBCINST_FILENAME));
     return ExitCode::done;

@@ -17,7 +17,7 @@ namespace jx::admin {
 namespace {
 
 // What is given by name and options and thus not as KEY=VALUE.
-const std::vector<std::string_view> kGivenOtherwise{"DSN", "Driver"};
+const std::vector<std::string_view> kAttributesGivenOtherwise{"DSN", "Driver"};
 
 struct Request {
     DataSourceWish wish;
@@ -256,7 +256,7 @@ void addAddAndEnsure(CLI::App& dsn, Session& session, bool ensures) {
         require(driver);
     onRun(verb, session, [=](Session& run) {
         Request request{{operand(name, 0), operand(driver, 0), {}}, isGiven(direct), isGiven(exact)};
-        const ExitCode code = takePairs(run, operands(pairs), request.wish.attributes, kGivenOtherwise);
+        const ExitCode code = takePairs(run, operands(pairs), request.wish.attributes, kAttributesGivenOtherwise);
         if (code != ExitCode::done)
             return code;
         return ensures ? ensureDataSource(run, request) : addDataSource(run, request);
@@ -275,7 +275,7 @@ void addSet(CLI::App& dsn, Session& session) {
         Request request{{operand(name, 0), {}, {}}, isGiven(direct), /*exact=*/false};
         if (isGiven(input))
             return setFromInput(run, request, operands(pairs));
-        const ExitCode code = takePairs(run, operands(pairs), request.wish.attributes, kGivenOtherwise);
+        const ExitCode code = takePairs(run, operands(pairs), request.wish.attributes, kAttributesGivenOtherwise);
         return code != ExitCode::done ? code : setKeys(run, request);
     });
 }

@@ -21,7 +21,7 @@ using doctor::ConnectionTrial;
 using doctor::Diagnostic;
 using doctor::Records;
 
-constexpr std::chrono::seconds kLimit{20};
+constexpr std::chrono::seconds kConnectLimit{20};
 
 // What the data source's section says, or else its driver's.
 std::string libraryOf(const doctor::DataSourceRecord& source, const Records& records) {
@@ -108,7 +108,7 @@ ExitCode show(const Session& session, const std::string& name, const std::string
 }
 
 ExitCode runTest(const Session& session, const std::string& name, const std::string& timeout) {
-    const auto limit = timeLimit(timeout, kLimit);
+    const auto limit = timeLimit(timeout, kConnectLimit);
     if (!limit)
         return session.fail(ExitCode::wrongUse, "--timeout is no number of seconds: " + timeout, "Try --timeout 5");
     const Records records = doctor::readRecords();

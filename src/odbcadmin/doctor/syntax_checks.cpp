@@ -31,9 +31,9 @@ std::string_view nameOf(const JxIniPiece& piece) {
 }
 
 std::string quoted(std::string_view text) {
-    constexpr std::size_t kLongest = 40;
-    const std::string shown = admin::printable(text.substr(0, kLongest));
-    return "\"" + shown + (text.size() > kLongest ? "..." : "") + "\"";
+    constexpr std::size_t kExcerpt = 40;
+    const std::string shown = admin::printable(text.substr(0, kExcerpt));
+    return "\"" + shown + (text.size() > kExcerpt ? "..." : "") + "\"";
 }
 
 // A key that lost its "=" may have a secret in what is read as its name.

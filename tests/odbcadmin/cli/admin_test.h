@@ -4,11 +4,17 @@
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
+#include <ostream>
 #include <string>
 #include <vector>
 
 #include "run_program.h"
 #include "test_home.h"
+
+namespace nlohmann {
+// googletest prints with this; its own way through all that a JSON value can be costs seconds in every test file.
+void PrintTo(const ordered_json& value, std::ostream* out);
+}  // namespace nlohmann
 
 // The build says where the command lies.
 #ifndef JX_ODBCADMIN
@@ -57,10 +63,8 @@ protected:
         return result.out;
     }
 
-    nlohmann::ordered_json json(std::vector<std::string> arguments) {
-        arguments.emplace_back("--json");
-        return nlohmann::ordered_json::parse(out(arguments));
-    }
+    // out with --json, read.
+    nlohmann::ordered_json json(std::vector<std::string> arguments);
 
     std::string sources() const { return home_.text(".odbc.ini"); }
     std::string drivers() const { return home_.text(".odbcinst.ini"); }
