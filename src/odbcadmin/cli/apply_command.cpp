@@ -144,10 +144,9 @@ ExitCode applyFile(const Session& session, const std::string& file) {
     Outcome outcome;
     if (code = writeBoth(session, *document, *configuration, outcome); code != ExitCode::done)
         return code;
-    const auto count = [](std::size_t number, const char* what) { return std::to_string(number) + " " + what; };
-    return outcome.tell(session, "Applied " + count(document->drivers.size(), "drivers, ") +
-                                     count(document->translators.size(), "translators, ") +
-                                     count(document->dataSources.size(), "data sources"));
+    return outcome.tell(session, "Applied " + counted(document->drivers.size(), "driver") + ", " +
+                                     counted(document->translators.size(), "translator") + ", " +
+                                     counted(document->dataSources.size(), "data source"));
 }
 
 }  // namespace

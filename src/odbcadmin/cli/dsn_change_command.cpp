@@ -72,6 +72,16 @@ ExitCode addDataSource(const Session& session, const Request& request) {
     return outcome.tell(session, "Added data source " + name);
 }
 
+// Of a data source that is in no list only the library is known: the driver is the registered one that has it.
+std::string driverNow(const Configuration& configuration, const DataSource& source) {
+    if (source.isListed || source.isDefault)
+        return source.driver;
+    for (const Registered& driver : configuration.drivers())
+        if (driver.library == source.driver)
+            return driver.name;
+    return {};
+}
+
 ExitCode ensureDataSource(const Session& session, Request request) {
     ExitCode code = checkWish(session, request.wish);
     if (code != ExitCode::done)
@@ -81,9 +91,12 @@ ExitCode ensureDataSource(const Session& session, Request request) {
         return code;
     const std::optional<DataSource> present = configuration->dataSource(request.wish.name);
     if (request.wish.driver.empty() && present)
-        request.wish.driver = present->driver;
+        request.wish.driver = driverNow(*configuration, *present);
     if (request.wish.driver.empty())
-        return session.fail(ExitCode::wrongUse, "There is no data source " + request.wish.name + " yet",
+        return session.fail(ExitCode::wrongUse,
+                            present
+                                ? "The driver of data source " + request.wish.name + " is not known: it is in no list"
+                                : "There is no data source " + request.wish.name + " yet",
                             "Say with --driver what it is to use.");
     Outcome outcome;
     code = writeDataSource(session, *configuration, request.wish, request.exact ? OtherKeys::remove : OtherKeys::keep,

@@ -21,10 +21,6 @@ std::size_t countOf(const doctor::Findings& findings, Severity severity) {
                                                   [=](const Finding& each) { return each.severity == severity; }));
 }
 
-std::string counted(std::size_t count, const std::string& word) {
-    return std::to_string(count) + " " + word + (count == 1 ? "" : "s");
-}
-
 std::string colored(const Session& session, Severity severity) {
     const std::string word = doctor::severityWord(severity);
     if (!session.colors() || severity == Severity::note)

@@ -119,6 +119,10 @@ std::string absolutePath(const std::string& path) {
     return error ? path : absolute.lexically_normal().string();
 }
 
+std::string counted(std::size_t count, const std::string& word) {
+    return std::to_string(count) + " " + word + (count == 1 ? "" : "s");
+}
+
 std::string absoluteLibrary(const std::string& path) {
     return path.find('/') == std::string::npos ? path : absolutePath(path);
 }

@@ -36,6 +36,9 @@ bool isUtf8(std::string_view text);
 // "a, b, c"
 std::string joined(const std::vector<std::string>& texts, std::string_view between = ", ");
 
+// "1 driver", "2 drivers"
+std::string counted(std::size_t count, const std::string& word);
+
 // The path made absolute against the current directory, without looking at the disk; a name without a slash stays,
 // since the loader looks such libraries up by itself.
 std::string absoluteLibrary(const std::string& path);

@@ -79,6 +79,7 @@ inline constexpr Check kNeededDamaged{"library.needed-damaged", error};
 inline constexpr Check kNeededFromProgram{"library.needed-from-program", warning};
 inline constexpr Check kVersionMissing{"library.version-missing", error};
 inline constexpr Check kLoadRefused{"library.load-refused", error};
+inline constexpr Check kLoaderSays{"library.loader-says", note};  // when the cause has been told
 inline constexpr Check kLoadCrashed{"library.load-crashed", error};
 inline constexpr Check kLoadExited{"library.load-exited", error};
 inline constexpr Check kLoadTimedOut{"library.load-timed-out", error};
@@ -145,6 +146,7 @@ inline constexpr Check kAll[] = {
     kNeededFromProgram,
     kVersionMissing,
     kLoadRefused,
+    kLoaderSays,
     kLoadCrashed,
     kLoadExited,
     kLoadTimedOut,

@@ -183,8 +183,7 @@ private:
         const std::string printed = trial.output.empty() ? "" : " It printed: " + firstLine(trial.output);
         switch (trial.end) {
             case TrialLoad::End::refused:
-                return tell(check::kLoadRefused, "The loader says: " + trial.sentence,
-                            adviceForRefusal(trial.sentence));
+                return tellRefusal(trial.sentence);
             case TrialLoad::End::crashed:
                 return tell(
                     check::kLoadCrashed,
@@ -207,9 +206,17 @@ private:
         }
     }
 
-    std::string adviceForRefusal(const std::string& sentence) const {
-        if (!findings_.empty())
-            return "See what was found above.";
+    // One cause is one error: what explains the refusal already stands above it.
+    void tellRefusal(const std::string& sentence) {
+        const auto isError = [](const Finding& finding) { return finding.severity == Severity::error; };
+        if (std::any_of(findings_.begin(), findings_.end(), isError))
+            tell(check::kLoaderSays, "The loader says: " + sentence,
+                 "Programs show this sentence; the cause is above.");
+        else
+            tell(check::kLoadRefused, "The loader says: " + sentence, adviceForRefusal(sentence));
+    }
+
+    static std::string adviceForRefusal(const std::string& sentence) {
         if (sentence.find("undefined symbol") != std::string::npos)
             return "A library that it needs is of another version or was not linked: ask the library's maker which.";
         if (sentence.find("failed to map") != std::string::npos)

@@ -121,6 +121,18 @@ TEST_F(DsnChange, EnsureOfANewOneNeedsADriver) {
     EXPECT_EQ(run({"dsn", "ensure", "Stock"}).code, 2);
 }
 
+TEST_F(DsnChange, EnsureFindsTheDriverOfAnUnlistedDataSourceByItsLibrary) {
+    home_.put(".odbc.ini", "[Lone]\nDriver=/opt/libplain.so\n[Stray]\nDriver=/opt/libother.so\n");
+    EXPECT_EQ(out({"dsn", "ensure", "Lone", "Server=db9"}), "Changed data source Lone\n");
+    EXPECT_EQ(out({"dsn", "list", "-q"}), "Lone\nStray\n");
+    EXPECT_TRUE(sources().find("Lone=Plain\n") != std::string::npos) << sources();
+    const ProgramResult unknown = run({"dsn", "ensure", "Stray", "Server=db9"});
+    EXPECT_EQ(unknown.code, 2);
+    EXPECT_EQ(unknown.err,
+              "odbcadmin: The driver of data source Stray is not known: it is in no list\n"
+              "  Say with --driver what it is to use.\n");
+}
+
 TEST_F(DsnChange, SetChangesInPlaceAndAddsAtTheSectionsEnd) {
     EXPECT_EQ(out({"dsn", "set", "Sales", "server=db5", "Timeout=30"}), "Changed data source Sales\n");
     EXPECT_EQ(sources(),

@@ -48,7 +48,7 @@ TEST_F(Exchange, ApplyReadsAFileAndKeepsWhatItDoesNotName) {
     home_.put("in.json", document(R"("drivers": [{"name": "New", "keys": {"Driver": "/opt/new.so"}}],
         "dataSources": [{"name": "Stock", "driver": "New", "keys": {"Server": "db2"}},
                         {"name": "Sales", "driver": "Plain", "keys": {"Server": "db9"}}])"));
-    EXPECT_EQ(out({"apply", "--file", home_.file("in.json")}), "Applied 1 drivers, 0 translators, 2 data sources\n");
+    EXPECT_EQ(out({"apply", "--file", home_.file("in.json")}), "Applied 1 driver, 0 translators, 2 data sources\n");
     EXPECT_EQ(sources(), with(with(kSources, "Accounts=Plain\n", "Accounts=Plain\nStock=New\n"), "db1", "db9") +
                              "\n[Stock]\nDriver=/opt/new.so\nServer=db2\n");
 }

@@ -159,7 +159,7 @@ TEST_F(DoctorCommands, CheckTellsOfDriversByNameAndOfLibrariesByPath) {
     EXPECT_EQ(object["findings"][0]["severity"], "error");
     EXPECT_EQ(object["checked"][0], home_.file("text.so"));
     EXPECT_EQ(run({"driver", "check", home_.file("text.so"), "-q"}),
-              "10\nerror library.text ~/text.so\nerror library.load-refused ~/text.so\n");
+              "10\nerror library.text ~/text.so\nnote library.loader-says ~/text.so\n");
 }
 
 TEST_F(DoctorCommands, CheckGivesUpAfterTheLimit) {

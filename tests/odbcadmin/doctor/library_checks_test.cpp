@@ -93,9 +93,9 @@ TEST(LibraryChecks, AnArchiveIsTold) {
               "error library.archive X\n"
               "  ~/libarchive.a is a static archive; only linkers can use it.\n"
               "  Give the path of the shared library (.so) of the same product.\n"
-              "error library.load-refused X\n"
+              "note library.loader-says X\n"
               "  The loader says: ~/libarchive.a: invalid ELF header\n"
-              "  See what was found above.\n");
+              "  Programs show this sentence; the cause is above.\n");
 }
 
 TEST(LibraryChecks, ALinkerScriptIsToldWithTheLibraryItStandsFor) {
@@ -105,9 +105,9 @@ TEST(LibraryChecks, ALinkerScriptIsToldWithTheLibraryItStandsFor) {
               "error library.linker-script X\n"
               "  ~/libc.so is a linker script, which stands in for a library while programs are built.\n"
               "  Give the path of the library it stands for: /lib/libc.so.6.\n"
-              "error library.load-refused X\n"
+              "note library.loader-says X\n"
               "  The loader says: ~/libc.so: invalid ELF header\n"
-              "  See what was found above.\n");
+              "  Programs show this sentence; the cause is above.\n");
 }
 
 TEST(LibraryChecks, OtherFilesAreToldByTheirContent) {
@@ -115,16 +115,17 @@ TEST(LibraryChecks, OtherFilesAreToldByTheirContent) {
     home.put("text", "Driver=/opt/libx.so\n");
     home.put("empty", "");
     home.put("bytes", std::string("\0\1\2\3", 4));
-    const std::string refused = "error library.load-refused X\n  The loader says: ~/";
+    const std::string refused = "note library.loader-says X\n  The loader says: ~/";
     EXPECT_EQ(home.check(home.file("text")),
               "error library.text X\n  ~/text is a text file.\n  Give the path of the library itself.\n" + refused +
-                  "text: file too short\n  See what was found above.\n");
-    EXPECT_EQ(home.check(home.file("empty")), "error library.empty X\n  ~/empty is empty.\n  Install it again.\n" +
-                                                  refused + "empty: file too short\n  See what was found above.\n");
+                  "text: file too short\n  Programs show this sentence; the cause is above.\n");
+    EXPECT_EQ(home.check(home.file("empty")),
+              "error library.empty X\n  ~/empty is empty.\n  Install it again.\n" + refused +
+                  "empty: file too short\n  Programs show this sentence; the cause is above.\n");
     EXPECT_EQ(home.check(home.file("bytes")),
               "error library.not-elf X\n  ~/bytes is no ELF file, so no library of this system.\n"
               "  Install the product's files for Linux and give the path of its shared library.\n" +
-                  refused + "bytes: file too short\n  See what was found above.\n");
+                  refused + "bytes: file too short\n  Programs show this sentence; the cause is above.\n");
 }
 
 TEST(LibraryChecks, AFileThatWasCutIsTold) {
@@ -135,9 +136,9 @@ TEST(LibraryChecks, AFileThatWasCutIsTold) {
               "error library.cut-short X\n"
               "  ~/libsetup.so ends before what its header announces.\n"
               "  It was copied or downloaded in part: install it again.\n"
-              "error library.load-refused X\n"
+              "note library.loader-says X\n"
               "  The loader says: ~/libsetup.so: cannot read file data\n"
-              "  See what was found above.\n");
+              "  Programs show this sentence; the cause is above.\n");
 }
 
 TEST(LibraryChecks, AFileThatWasCutInItsCodeIsTold) {
@@ -160,9 +161,9 @@ TEST(LibraryChecks, AnObjectFileIsTold) {
               "error library.not-shared X\n"
               "  ~/x.o is an object file or a program, no shared library.\n"
               "  Give the path of the shared library (.so).\n"
-              "error library.load-refused X\n"
+              "note library.loader-says X\n"
               "  The loader says: ~/x.o: only ET_DYN and ET_EXEC can be loaded\n"
-              "  See what was found above.\n");
+              "  Programs show this sentence; the cause is above.\n");
 }
 
 TEST(LibraryChecks, TheOtherWordSizeIsTold) {
@@ -171,9 +172,9 @@ TEST(LibraryChecks, TheOtherWordSizeIsTold) {
               "error library.wrong-class X\n"
               "  ~/libforeign.so is for 32-bit i386; this program is 64-bit x86-64.\n"
               "  Install the product's library for 64-bit x86-64.\n"
-              "error library.load-refused X\n"
+              "note library.loader-says X\n"
               "  The loader says: ~/libforeign.so: wrong ELF class: ELFCLASS32\n"
-              "  See what was found above.\n");
+              "  Programs show this sentence; the cause is above.\n");
 }
 
 TEST(LibraryChecks, AnotherProcessorIsTold) {
@@ -186,9 +187,9 @@ TEST(LibraryChecks, AnotherProcessorIsTold) {
               "error library.wrong-machine X\n"
               "  ~/libsetup.so is for 64-bit AArch64; this program is 64-bit x86-64.\n"
               "  Install the product's library for 64-bit x86-64.\n"
-              "error library.load-refused X\n"
+              "note library.loader-says X\n"
               "  The loader says: ~/libsetup.so: cannot open shared object file: No such file or directory\n"
-              "  See what was found above.\n");
+              "  Programs show this sentence; the cause is above.\n");
 }
 
 TEST(LibraryChecks, AMissingDependencyIsToldWithItsRequesterAndTheVersionThatIsThere) {
@@ -202,9 +203,9 @@ TEST(LibraryChecks, AMissingDependencyIsToldWithItsRequesterAndTheVersionThatIsT
               "(libtop.so -> libjxdoctormiddle.so.1 -> libjxdoctorbottom.so.1), which is nowhere where the loader "
               "looks: ~, ~/default. Of another version there is ~/libjxdoctorbottom.so.2.\n"
               "  Install libjxdoctorbottom.so.1 as well, or a build for the version that is there.\n"
-              "error library.load-refused X\n"
+              "note library.loader-says X\n"
               "  The loader says: libjxdoctorbottom.so.1: cannot open shared object file: No such file or directory\n"
-              "  See what was found above.\n");
+              "  Programs show this sentence; the cause is above.\n");
 }
 
 TEST(LibraryChecks, ADirectlyMissingDependencyWithoutAnyOtherVersionIsTold) {
@@ -214,9 +215,9 @@ TEST(LibraryChecks, ADirectlyMissingDependencyWithoutAnyOtherVersionIsTold) {
               "  ~/libtop.so needs libjxdoctormiddle.so.1, which is nowhere where the loader looks: ~, ~/default.\n"
               "  Install the package that holds libjxdoctormiddle.so.1, or name its directory in LD_LIBRARY_PATH or "
               "the loader's configuration.\n"
-              "error library.load-refused X\n"
+              "note library.loader-says X\n"
               "  The loader says: libjxdoctormiddle.so.1: cannot open shared object file: No such file or directory\n"
-              "  See what was found above.\n");
+              "  Programs show this sentence; the cause is above.\n");
 }
 
 TEST(LibraryChecks, ADependencyThatIsThereForAnotherSystemOnlyIsTold) {
@@ -229,7 +230,7 @@ TEST(LibraryChecks, ADependencyThatIsThereForAnotherSystemOnlyIsTold) {
                           "  ~/libtop.so needs libjxdoctormiddle.so.1, which is there for 32-bit i386 only: "
                           "~/libjxdoctormiddle.so.1.\n"
                           "  Install libjxdoctormiddle.so.1 for 64-bit x86-64.\n"
-                          "error library.load-refused X\n"))
+                          "note library.loader-says X\n"))
         << found;
 }
 
@@ -242,9 +243,9 @@ TEST(LibraryChecks, ADamagedDependencyIsTold) {
               "  ~/libtop.so needs libjxdoctormiddle.so.1, and the loader finds ~/libjxdoctormiddle.so.1, which is no "
               "shared library.\n"
               "  Install the package that holds libjxdoctormiddle.so.1 again.\n"
-              "error library.load-refused X\n"
+              "note library.loader-says X\n"
               "  The loader says: ~/libjxdoctormiddle.so.1: invalid ELF header\n"
-              "  See what was found above.\n");
+              "  Programs show this sentence; the cause is above.\n");
 }
 
 TEST(LibraryChecks, ASymbolVersionThatIsNotOfferedIsTold) {
@@ -255,10 +256,10 @@ TEST(LibraryChecks, ASymbolVersionThatIsNotOfferedIsTold) {
               "error library.version-missing X\n"
               "  ~/libwants_second.so needs version JX_2 of libjxversioned.so.1; ~/libjxversioned.so.1 offers JX_1.\n"
               "  Install a newer libjxversioned.so.1, or a build of the library for this system.\n"
-              "error library.load-refused X\n"
+              "note library.loader-says X\n"
               "  The loader says: ~/libjxversioned.so.1: version `JX_2' not found (required by "
               "~/libwants_second.so)\n"
-              "  See what was found above.\n");
+              "  Programs show this sentence; the cause is above.\n");
     home.take("version2/libjxversioned.so.1");
     EXPECT_EQ(home.check(path), "");
 }

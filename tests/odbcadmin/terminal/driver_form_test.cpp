@@ -163,11 +163,14 @@ protected:
 
 TEST_F(ScriptTest, TheAbortedRunTellsWhatWasReallyEnteredAndTheListsShowIt) {
     install();
+    user_.then(press(Key::escape));
+    user_.look();
     run();
-    ASSERT_EQ(user_.seen().size(), 3U);
+    ASSERT_EQ(user_.seen().size(), 4U);
     EXPECT_TRUE(has(user_.seen()[1], "Installation was aborted")) << user_.seen()[0] << user_.seen()[1];
     EXPECT_TRUE(has(user_.seen()[1], "Drivers: Pack")) << user_.seen()[1] << home_.text(".odbcinst.ini");
     EXPECT_TRUE(has(user_.seen()[2], "│Pack ")) << user_.seen()[2];
+    EXPECT_TRUE(has(user_.seen()[3], "│PackData (Pack) ")) << user_.seen()[3];
 }
 
 TEST_F(ScriptTest, ARunThatEntersNothingSaysSo) {
