@@ -52,9 +52,8 @@ std::optional<Registered> oneRegistered(const IniView& file, const char* list, c
 
 template <class Rows>
 std::vector<std::string> namesOf(const Rows& rows) {
-    std::vector<std::string> names;
-    for (const auto& row : rows)
-        names.push_back(row.name);
+    std::vector<std::string> names(rows.size());
+    std::transform(rows.begin(), rows.end(), names.begin(), [](const auto& row) { return row.name; });
     return names;
 }
 

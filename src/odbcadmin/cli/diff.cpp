@@ -67,7 +67,9 @@ public:
     }
 
 private:
-    std::size_t place(int diagonal) const { return static_cast<std::size_t>(diagonal + limit_ + 1); }
+    std::size_t place(int diagonal) const {
+        return static_cast<std::size_t>(diagonal) + static_cast<std::size_t>(limit_) + 1;
+    }
 
     bool comesDown(const Reach& reach, int edits, int diagonal) const {
         return diagonal == -edits || (diagonal != edits && reach[place(diagonal - 1)] < reach[place(diagonal + 1)]);

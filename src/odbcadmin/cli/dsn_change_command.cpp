@@ -241,9 +241,8 @@ ExitCode removeThem(const Session& session, const Removal& removal) {
     if (!left.empty())
         if (code = removeDataSources(session, left, outcome); code != ExitCode::done)
             return code;
-    std::vector<std::string> names;
-    for (const DataSource& source : sources)
-        names.push_back(source.name);
+    std::vector<std::string> names(sources.size());
+    std::transform(sources.begin(), sources.end(), names.begin(), [](const DataSource& source) { return source.name; });
     return outcome.tell(session, "Removed data source " + joined(names));
 }
 

@@ -22,7 +22,7 @@ std::size_t countOf(const doctor::Findings& findings, Severity severity) {
 }
 
 std::string colored(const Session& session, Severity severity) {
-    const std::string word = doctor::severityWord(severity);
+    std::string word = doctor::severityWord(severity);
     if (!session.colors() || severity == Severity::note)
         return word;
     return (severity == Severity::error ? "\x1b[31m" : "\x1b[33m") + word + "\x1b[0m";

@@ -108,6 +108,7 @@ Fl_Widget* DialogWindow::makeWidget(int index, const JxwControlInfo& control) {
     Fl_Widget* widget = newWidget(control, control.x * kDots, control.y * kDots, control.width * kDots, height);
     dress(*widget, control);
     if (isClick(control) || control.kind == JXW_BUTTON || control.kind == JXW_EDIT || control.kind == JXW_LISTBOX)
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): callbacks carry numbers so
         widget->callback(heard, reinterpret_cast<void*>(static_cast<intptr_t>(index)));
     return widget;
 }

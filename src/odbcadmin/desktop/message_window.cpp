@@ -53,6 +53,7 @@ MessageWindow::MessageWindow(const std::string& text, const std::string& title, 
     auto* sign = new Fl_Box(FL_UP_BOX, kMargin, kMargin, kSignWidth, kSignWidth, signOf(style));
     sign->labelsize(24);
     sign->labelfont(FL_HELVETICA_BOLD);
+    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): widgets belong to the window that is being filled
     auto* box = new Fl_Box(kSignWidth + 2 * kMargin, kMargin, kTextWidth, height);
     box->align(FL_ALIGN_LEFT | FL_ALIGN_TOP | FL_ALIGN_INSIDE | FL_ALIGN_WRAP);
     box->copy_label(shown.c_str());
@@ -83,8 +84,9 @@ void MessageWindow::addButton(int place, unsigned int answer, const char* text) 
             static_cast<MessageWindow*>(widget->window())->answer_ =
                 static_cast<unsigned int>(reinterpret_cast<std::uintptr_t>(data));
         },
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): callbacks carry numbers so
         reinterpret_cast<void*>(static_cast<std::uintptr_t>(answer)));
-}
+}  // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): the window's
 
 bool MessageWindow::takeKey(int key) {
     if (key == FL_Escape)

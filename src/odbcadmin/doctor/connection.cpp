@@ -111,6 +111,7 @@ private:
         if (function<SetEnvAttr>("SQLSetEnvAttr") == nullptr)
             return true;
         const auto set = required<SetEnvAttr>("SQLSetEnvAttr");
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): the call takes numbers so
         void* version = reinterpret_cast<void*>(kOdbcVersion3);
         return isMade(set(environment_, kOdbcVersionAttribute, version, 0));
     }

@@ -26,7 +26,7 @@ int load(const std::string& path, const std::vector<std::string>& names, int res
     report(result, kLoaded);
     for (const std::string& name : names) {
         if (::dlsym(library, name.c_str()) != nullptr)
-            report(result, kOffered, name.c_str());
+            report(result, kOffered, name);
     }
     ::dlclose(library);
     report(result, kUnloaded);

@@ -260,7 +260,7 @@ Input CursesTerminal::next() {
         if (!takeKeys() && !waitForMore() && ready_.empty())
             add(Key::gone);
     }
-    const Input input = ready_.front();
+    Input input = ready_.front();
     ready_.pop_front();
     return input;
 }

@@ -94,7 +94,8 @@ void Message::paint(Canvas& canvas, const Rect& area) {
         canvas.put({frame_.right() - 1, inside_.bottom() - 1}, marks.down);
     canvas.clip(common(area, {frame_.column, frame_.line, frame_.columns - 1, frame_.lines}));
     for (int line = 0; line < inside_.lines && firstLine_ + line < static_cast<int>(lines_.size()); ++line)
-        canvas.put({inside_.column, inside_.line + line}, lines_[static_cast<std::size_t>(firstLine_ + line)]);
+        canvas.put({inside_.column, inside_.line + line},
+                   lines_[static_cast<std::size_t>(firstLine_) + static_cast<std::size_t>(line)]);
     paintButtons(canvas);
     canvas.clip(canvas.whole());
 }

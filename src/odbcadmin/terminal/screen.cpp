@@ -21,7 +21,7 @@ HWND frontDialog() {
 }
 
 std::string keysFor(bool isBox, int columns) {
-    const std::string whole = isBox ? kBoxKeys : kKeys;
+    std::string whole = isBox ? kBoxKeys : kKeys;
     if (static_cast<int>(whole.size()) <= columns - 2)
         return whole;
     return isBox ? kFewBoxKeys : kFewKeys;
