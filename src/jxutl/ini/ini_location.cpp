@@ -28,19 +28,10 @@ constexpr UsersFile kDrivers{kDriverFile, "ODBCINSTINI", true, 1};
 // Home directories of accounts are short; an entry of the account list that is longer than this is damaged.
 constexpr std::size_t kLongestAccount = std::size_t{1} << 20;
 
-// strcmp, put in place by the compiler: every read of a key asks.
-template <std::size_t Size>
-bool isName(const char* file, const char (&name)[Size]) {
-    for (std::size_t at = 0; at < Size; ++at)
-        if (file[at] != name[at])
-            return false;
-    return true;
-}
-
 const UsersFile* usersFile(const char* file) {
-    if (isName(file, kDataSourceFile))
+    if (std::strcmp(file, kDataSources.name) == 0)
         return &kDataSources;
-    return isName(file, kDriverFile) ? &kDrivers : nullptr;
+    return std::strcmp(file, kDrivers.name) == 0 ? &kDrivers : nullptr;
 }
 
 // A variable that is set and not empty. In a program with raised rights whoever started it must not choose its files.
