@@ -40,9 +40,9 @@ if(JX_32BIT)
 endif()
 
 # Most of the time a source takes is its headers'. Where the sources of a folder can be compiled several at a time, that
-# takes a third; other test programs share one precompiled header. (Not the libraries': each read of a key takes a
-# hundredth longer then.) The presets debug and clang take each source for
-# itself, so that none leans on what another includes.
+# takes a third; other test programs share one precompiled header. Not so the libraries': each read of a key takes a few
+# hundredths longer then. The presets debug and clang take each source for itself, so that none leans on what another
+# includes.
 option(JX_UNITY "Compile several sources at a time" ON)
 option(JX_PRECOMPILE "Compile what all tests include once" ON)
 set(CMAKE_UNITY_BUILD_BATCH_SIZE 10)

@@ -94,9 +94,9 @@ ExitCode ensureDataSource(const Session& session, Request request) {
         request.wish.driver = driverNow(*configuration, *present);
     if (request.wish.driver.empty())
         return session.fail(ExitCode::wrongUse,
-                            present
-                                ? "The driver of data source " + request.wish.name + " is not known: it is in no list"
-                                : "There is no data source " + request.wish.name + " yet",
+                            present ? "The driver of data source " + request.wish.name +
+                                          " is not known: no driver is registered with its library"
+                                    : "There is no data source " + request.wish.name + " yet",
                             "Say with --driver what it is to use.");
     Outcome outcome;
     code = writeDataSource(session, *configuration, request.wish, request.exact ? OtherKeys::remove : OtherKeys::keep,

@@ -1,3 +1,4 @@
+// Reading and showing JSON, compiled once for all tests of the command.
 #include "admin_test.h"
 
 namespace nlohmann {

@@ -129,7 +129,7 @@ TEST_F(DsnChange, EnsureFindsTheDriverOfAnUnlistedDataSourceByItsLibrary) {
     const ProgramResult unknown = run({"dsn", "ensure", "Stray", "Server=db9"});
     EXPECT_EQ(unknown.code, 2);
     EXPECT_EQ(unknown.err,
-              "odbcadmin: The driver of data source Stray is not known: it is in no list\n"
+              "odbcadmin: The driver of data source Stray is not known: no driver is registered with its library\n"
               "  Say with --driver what it is to use.\n");
 }
 
