@@ -1,8 +1,6 @@
 // Makes and releases each thread's data.
 #include "thread_data.h"
 
-#include <pthread.h>
-
 #include <new>
 
 namespace jx {
@@ -10,29 +8,26 @@ namespace jx {
 namespace {
 
 pthread_once_t keyOnce = PTHREAD_ONCE_INIT;
-pthread_key_t key;
-bool keyMade = false;
 
 void release(void* data) {
     delete static_cast<ThreadData*>(data);
 }
 
 void makeKey() {
-    keyMade = pthread_key_create(&key, release) == 0;
+    thread_key::isMade.store(pthread_key_create(&thread_key::key, release) == 0, std::memory_order_release);
 }
 
 }  // namespace
 
-ThreadData* existingThreadData() {
-    (void)pthread_once(&keyOnce, makeKey);  // cannot fail for a valid control word
-    return keyMade ? static_cast<ThreadData*>(pthread_getspecific(key)) : nullptr;
-}
+pthread_key_t thread_key::key;
+std::atomic<bool> thread_key::isMade = false;
 
-ThreadData* threadData() {
-    if (ThreadData* known = existingThreadData(); known != nullptr || !keyMade)
-        return known;
+ThreadData* newThreadData() {
+    (void)pthread_once(&keyOnce, makeKey);  // cannot fail for a valid control word
+    if (!thread_key::isMade.load(std::memory_order_relaxed))
+        return nullptr;
     std::unique_ptr<ThreadData> made(new (std::nothrow) ThreadData);
-    if (made == nullptr || pthread_setspecific(key, made.get()) != 0)
+    if (made == nullptr || pthread_setspecific(thread_key::key, made.get()) != 0)
         return nullptr;
     return made.release();
 }

@@ -1,6 +1,9 @@
 // What the utility library keeps for each thread.
 #pragma once
 
+#include <pthread.h>
+
+#include <atomic>
 #include <memory>
 #include <string>
 
@@ -28,11 +31,27 @@ struct ThreadData {
     std::shared_ptr<dialog::Desk> desk;           // likewise
 };
 
-// The calling thread's data, made now if need be; null when memory is short.
-ThreadData* threadData();
+// Where a thread finds its data; the key is there from the first data on.
+namespace thread_key {
+extern pthread_key_t key;
+extern std::atomic<bool> isMade;
+}  // namespace thread_key
 
-// The same, but null when the thread has none yet.
-ThreadData* existingThreadData();
+// The calling thread's data, null when it has none yet. Inline: nearly every call begins with it.
+inline ThreadData* existingThreadData() {
+    if (!thread_key::isMade.load(std::memory_order_acquire))
+        return nullptr;
+    return static_cast<ThreadData*>(pthread_getspecific(thread_key::key));
+}
+
+// Data for a thread that has none; null when memory is short.
+ThreadData* newThreadData();
+
+// The calling thread's data, made now if need be; null when memory is short.
+inline ThreadData* threadData() {
+    ThreadData* known = existingThreadData();
+    return known != nullptr ? known : newThreadData();
+}
 
 // The calling thread's list of errors, made now if need be; null when memory is short.
 JxList* threadErrors();

@@ -28,10 +28,6 @@ constexpr std::int64_t kFineStep = kSecond / 50;
 constexpr std::int64_t kCoarseStep = 2 * kSecond + kFineStep;
 constexpr time_t kLongAgoInSeconds = 10;  // and no product below overflows
 
-bool sameTime(const timespec& left, const timespec& right) {
-    return left.tv_sec == right.tv_sec && left.tv_nsec == right.tv_nsec;
-}
-
 bool liesBack(const timespec& time, const timespec& now) {
     if (time.tv_sec > now.tv_sec || time.tv_sec < now.tv_sec - kLongAgoInSeconds)
         return time.tv_sec < now.tv_sec;
@@ -49,15 +45,6 @@ bool isTooLarge(off_t size) {
 }
 
 }  // namespace
-
-bool FileStamp::operator==(const FileStamp& other) const {
-    return inode == other.inode && device == other.device && size == other.size && sameTime(written, other.written) &&
-           sameTime(changed, other.changed);
-}
-
-FileStamp stampOf(const struct stat& state) {
-    return {state.st_dev, state.st_ino, state.st_size, state.st_mtim, state.st_ctim};
-}
 
 bool isSettled(const FileStamp& stamp, const timespec& now) {
     return liesBack(stamp.written, now) && liesBack(stamp.changed, now);

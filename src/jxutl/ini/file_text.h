@@ -15,6 +15,10 @@
 
 namespace jx::ini {
 
+inline bool isSameTime(const timespec& left, const timespec& right) {
+    return left.tv_sec == right.tv_sec && left.tv_nsec == right.tv_nsec;
+}
+
 // FileStamp: what tells one state of a file from another.
 struct FileStamp {
     dev_t device = 0;
@@ -23,9 +27,15 @@ struct FileStamp {
     timespec written{};  // mtime
     timespec changed{};  // ctime
 
-    bool operator==(const FileStamp& other) const;
+    bool operator==(const FileStamp& other) const {
+        return inode == other.inode && device == other.device && size == other.size &&
+               isSameTime(written, other.written) && isSameTime(changed, other.changed);
+    }
 };
-FileStamp stampOf(const struct stat& state);
+
+inline FileStamp stampOf(const struct stat& state) {
+    return {state.st_dev, state.st_ino, state.st_size, state.st_mtim, state.st_ctim};
+}
 
 // Whether a change made at now or later must show in the stamp: both its times lie further back than the steps in which
 // the file system counts. A time without sub-second part may come from one that counts in steps of up to two seconds;

@@ -29,13 +29,17 @@ void appendName(std::vector<char>& list, std::string_view name) {
     list.push_back('\0');
 }
 
+std::string_view beforeNul(std::string_view value) {
+    return value.substr(0, value.find('\0'));
+}
+
 std::optional<std::string_view> valueByWalking(std::string_view text, std::string_view section, std::string_view key) {
     if (!canBeAskedFor(section) || !canBeAskedFor(key))
         return std::nullopt;
     SectionWalk walk(text);
     while (walk.nextNamed(section))
         if (const EntryLine line = findEntry(text, walk.body(), walk.bodyEnd(), key))
-            return line.entry.value;
+            return beforeNul(line.entry.value);
     return std::nullopt;
 }
 
@@ -117,18 +121,24 @@ std::uint32_t IniIndex::findKey(std::string_view section, std::string_view key, 
 }
 
 std::optional<std::string_view> IniIndex::value(std::string_view section, std::string_view key) {
+    const std::uint32_t found = findKey(section, key, hashKey(hashName(section), key));
+    if (found == NameTable::kNone)
+        return unpreparedValue(section, key);
+    return valueOf(keys_[found]);
+}
+
+std::optional<std::string_view> IniIndex::unpreparedValue(std::string_view section, std::string_view key) {
     if (!walked_ && !prepared_) {
         walked_ = true;
         return valueByWalking(text_, section, key);
     }
     const std::uint32_t sectionHash = hashName(section);
-    const std::uint32_t hash = hashKey(sectionHash, key);
-    std::uint32_t found = findKey(section, key, hash);
-    if (found == NameTable::kNone && prepareSection(section, sectionHash).isNew)
-        found = findKey(section, key, hash);
+    if (!prepareSection(section, sectionHash).isNew)
+        return std::nullopt;
+    const std::uint32_t found = findKey(section, key, hashKey(sectionHash, key));
     if (found == NameTable::kNone)
         return std::nullopt;
-    return view(keys_[found].value, keys_[found].valueLength);
+    return valueOf(keys_[found]);
 }
 
 std::optional<std::string_view> IniIndex::keys(std::string_view section) {
@@ -211,7 +221,7 @@ void IniIndex::prepareKeysOf(Section& section, std::uint32_t sectionHash, const 
         const std::uint32_t hash = hashKey(sectionHash, key);
         if (!canBeAskedFor(key) || findKey(name, key, hash) != NameTable::kNone)
             continue;
-        const std::string_view held = value.data() == nullptr ? key.substr(key.size()) : value;
+        const std::string_view held = value.data() == nullptr ? key.substr(key.size()) : beforeNul(value);
         makeRoom(keys_);
         keyTable_.insert(hash, static_cast<std::uint32_t>(keys_.size()));
         keys_.push_back({offset(key), static_cast<std::uint32_t>(key.size()), offset(held),

@@ -57,8 +57,8 @@ class IniIndex {
 public:
     void reset(std::string_view text) noexcept;
 
-    // The value of the first line of key in the first section of that name that holds it; none when there is no such
-    // line. A key without = has an empty value.
+    // The value of the first line of key in the first section of that name that holds it, up to its first NUL; none
+    // when there is no such line. A key without = has an empty value.
     std::optional<std::string_view> value(std::string_view section, std::string_view key);
 
     // The keys of all sections of that name, each once and ended with NUL, in the file's order and spelling; none when
@@ -107,6 +107,8 @@ private:
 
     std::uint32_t findSection(std::string_view name, std::uint32_t hash) const;
     std::uint32_t findKey(std::string_view section, std::string_view key, std::uint32_t hash) const;
+    std::optional<std::string_view> unpreparedValue(std::string_view section, std::string_view key);
+    std::string_view valueOf(const Key& key) const { return view(key.value, key.valueLength); }
     Prepared prepareSection(std::string_view name, std::uint32_t hash);
 
     void prepareSections();

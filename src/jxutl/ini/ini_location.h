@@ -1,6 +1,7 @@
 // Which path a file name stands for.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace jx::ini {
@@ -27,17 +28,24 @@ IniLocation locateAsSpelled(const char* file);
 // Threads  one at a time.
 class IniLocator {
 public:
-    // The path that file stands for, valid until the next call; null, with errno set, when there is none.
-    const std::string* find(const char* file);
+    struct Found {
+        const std::string* path = nullptr;  // valid until the next call; null, with errno set, when there is none
+        std::uint64_t number = 0;           // one that this locator gives to no other path, or 0
+    };
+
+    // The path that file stands for.
+    Found find(const char* file);
 
 private:
     struct Place {
         std::string home;
         std::string path;  // home and the file's name
+        std::uint64_t number = 0;
     };
 
     Place places_[2];  // of the user's two files
     std::string other_;
+    std::uint64_t numbersGiven_ = 0;
 };
 
 }  // namespace jx::ini

@@ -20,11 +20,13 @@ constexpr bool beginsComment(char character) {
 
 // The text without the blanks around it.
 constexpr std::string_view trimmed(std::string_view text) {
-    while (!text.empty() && isBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isBlank(text.back()))
-        text.remove_suffix(1);
-    return text;
+    const char* begin = text.data();
+    const char* end = begin + text.size();
+    while (begin != end && isBlank(*begin))
+        ++begin;
+    while (begin != end && isBlank(end[-1]))
+        --end;
+    return {begin, static_cast<std::size_t>(end - begin)};
 }
 
 // An argument as the store sees it: trimmed. Null gives a view whose data() is null, an empty text one whose is not.

@@ -27,16 +27,19 @@ SectionWalk::SectionWalk(std::string_view text)
     findHeader(start_);
 }
 
-// The next [ with nothing but blanks before it in its line.
+// Whether there is nothing but blanks before the byte in its line.
+bool SectionWalk::beginsLine(std::size_t at) const {
+    while (at > start_ && isBlank(text_[at - 1]))
+        --at;
+    return at == start_ || text_[at - 1] == '\n';
+}
+
+// The next [ that begins a line.
 std::size_t SectionWalk::findOpening(std::size_t from) const {
-    for (std::size_t open = text_.find('[', from); open != std::string_view::npos; open = text_.find('[', open + 1)) {
-        std::size_t begin = open;
-        while (begin > start_ && isBlank(text_[begin - 1]))
-            --begin;
-        if (begin == start_ || text_[begin - 1] == '\n')
-            return open;
-    }
-    return std::string_view::npos;
+    std::size_t open = text_.find('[', from);
+    while (open != std::string_view::npos && !beginsLine(open))
+        open = text_.find('[', open + 1);
+    return open;
 }
 
 // Reads the header at an opening; false when it is never closed.
@@ -72,10 +75,12 @@ bool SectionWalk::nextNamed(std::string_view name) {
         return false;
     if (sameName(following_.name, name))
         return next();
-    // Only headers that begin with the name are read, and the one after it.
-    for (std::size_t open = findOpening(following_.end); open != std::string_view::npos; open = findOpening(open + 1)) {
+    // Only headers that begin with the name are read, and the one after it. The name is compared first: nearly always
+    // it differs, and then it does not matter where the [ stands.
+    for (std::size_t open = text_.find('[', following_.end); open != std::string_view::npos;
+         open = text_.find('[', open + 1)) {
         const std::string_view rest = text_.substr(afterBlanks(text_, open + 1));
-        if (beginsWithName(rest, name) && readHeader(open) && sameName(following_.name, name))
+        if (beginsWithName(rest, name) && beginsLine(open) && readHeader(open) && sameName(following_.name, name))
             return next();
     }
     following_ = {{}, text_.size(), text_.size()};

@@ -32,6 +32,7 @@ private:
         std::size_t end = 0;
     };
 
+    bool beginsLine(std::size_t at) const;
     std::size_t findOpening(std::size_t from) const;
     bool readHeader(std::size_t open);
     void findHeader(std::size_t from);

@@ -7,7 +7,6 @@
 
 #include "failure.h"
 #include "file_ops.h"
-#include "jxutl/thread_data.h"
 #include "uninterrupted.h"
 
 namespace jx::ini {
@@ -31,11 +30,11 @@ bool look(const std::string& path, struct stat& state) {
 
 }  // namespace
 
-IniIndex* ProfileCache::read(const std::string& path) {
+IniIndex* ProfileCache::read(const std::string& path, std::uint64_t number) {
     struct stat state;
     if (!look(path, state))
         return nullptr;
-    File& file = fileFor(path);
+    File& file = fileFor(path, number);
     if (!file.text.isCurrent(state)) {
         const FileText::Outcome outcome = file.text.read(path, state);
         if (outcome == FileText::Outcome::none)
@@ -43,19 +42,34 @@ IniIndex* ProfileCache::read(const std::string& path) {
         if (outcome == FileText::Outcome::other)
             file.index.reset(file.text.view());
     }
-    noteSuccess();
+    if (kept_ == nullptr || kept_->step != JxIniStepNone)
+        noteSuccess();
     return &file.index;
 }
 
-ProfileCache::File& ProfileCache::fileFor(const std::string& path) {
-    const auto known = std::find_if(files_.begin(), files_.end(), [&](const auto& file) { return file->path == path; });
-    if (known != files_.end()) {
-        (*known)->lastUse = ++uses_;
-        return **known;
+ProfileCache::File& ProfileCache::fileFor(const std::string& path, std::uint64_t number) {
+    File* file = number == 0 ? nullptr : fileNumbered(number);
+    if (file == nullptr) {
+        file = &fileAt(path);
+        file->number = number;
     }
+    file->lastUse = ++uses_;
+    return *file;
+}
+
+ProfileCache::File* ProfileCache::fileNumbered(std::uint64_t number) {
+    for (const auto& file : files_)
+        if (file->number == number)
+            return file.get();
+    return nullptr;
+}
+
+ProfileCache::File& ProfileCache::fileAt(const std::string& path) {
+    for (const auto& file : files_)
+        if (file->path == path)
+            return *file;
     File& file = placeForAnother();
     file.path = path;
-    file.lastUse = ++uses_;
     return file;
 }
 
@@ -79,12 +93,12 @@ std::size_t ProfileCache::memory() const {
     return total;
 }
 
-ProfileCache* threadCache() {
+ProfileCache* newThreadCache() {
     ThreadData* data = threadData();
     if (data == nullptr)
         return nullptr;
     if (data->profiles == nullptr)
-        data->profiles = std::make_shared<ProfileCache>();
+        data->profiles = std::make_shared<ProfileCache>(&data->storeFailure);
     return data->profiles.get();
 }
 

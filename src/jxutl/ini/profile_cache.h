@@ -7,9 +7,11 @@
 #include <string>
 #include <vector>
 
+#include "failure.h"
 #include "file_text.h"
 #include "ini_index.h"
 #include "ini_location.h"
+#include "jxutl/thread_data.h"
 
 namespace jx::ini {
 
@@ -26,8 +28,12 @@ class ProfileCache {
 public:
     static constexpr std::size_t kMostFiles = 12;
 
-    // The index of the file at path; null when there is no regular file to read. Valid until the next read.
-    IniIndex* read(const std::string& path);
+    // With the place where the thread's failure is kept, success is noted only where that is something new.
+    explicit ProfileCache(const Failure* kept = nullptr) : kept_(kept) {}
+
+    // The index of the file at path; null when there is no regular file to read. Valid until the next read. A number
+    // that is not 0 stands for that path at every read, and spares comparing it.
+    IniIndex* read(const std::string& path, std::uint64_t number = 0);
 
     // Finds the paths of the files that programs name.
     IniLocator& locator() { return locator_; }
@@ -38,21 +44,31 @@ public:
 private:
     struct File {
         std::string path;
+        std::uint64_t number = 0;  // under which it was read last
         std::uint64_t lastUse = 0;
         FileText text;
         IniIndex index;
     };
 
-    File& fileFor(const std::string& path);
+    File& fileFor(const std::string& path, std::uint64_t number);
+    File* fileNumbered(std::uint64_t number);
+    File& fileAt(const std::string& path);
     File& placeForAnother();
 
     std::vector<std::unique_ptr<File>> files_;
     std::uint64_t uses_ = 0;
     IniLocator locator_;
+    const Failure* kept_;
 };
+
+// A cache for a thread that has none; as for threadCache.
+ProfileCache* newThreadCache();
 
 // The calling thread's cache; null when memory is too short for what is kept for a thread. std::bad_alloc may be
 // thrown.
-ProfileCache* threadCache();
+inline ProfileCache* threadCache() {
+    const ThreadData* data = existingThreadData();
+    return data != nullptr && data->profiles != nullptr ? data->profiles.get() : newThreadCache();
+}
 
 }  // namespace jx::ini

@@ -37,12 +37,6 @@ int place(const Target& target, std::string_view text) {
     return static_cast<int>(length);
 }
 
-// A text argument or a value ends at its first NUL.
-int placeText(const Target& target, std::string_view text) {
-    text = text.substr(0, target.size - 1);
-    return place(target, text.substr(0, text.find('\0')));
-}
-
 // One question: null section or key asks for the list.
 struct Question {
     const unsigned char* section;
@@ -65,19 +59,26 @@ int answer(const Target& target, const Question& question, IniIndex& index) {
         return keys ? place(target, *keys) : placeFallback(target, question);
     }
     const std::optional<std::string_view> value = index.value(section, argument(asText(question.key)));
-    return value ? placeText(target, *value) : placeFallback(target, question);
+    return value ? place(target, *value) : placeFallback(target, question);
 }
 
-// find gives the file's path; null, with errno set, when there is none.
+// find gives the file's path as IniLocator does.
 template <class Find>
 int answerFrom(ProfileCache& cache, const Target& target, const Question& question, Find find) {
-    const std::string* path = find(cache);
-    if (path == nullptr) {
+    const IniLocator::Found found = find(cache);
+    if (found.path == nullptr) {
         noteFailure(JxIniStepLocate, {}, errno);
         return placeFallback(target, question);
     }
-    IniIndex* index = cache.read(*path);
+    IniIndex* index = cache.read(*found.path, found.number);
     return index != nullptr ? answer(target, question, *index) : placeFallback(target, question);
+}
+
+// For a thread for which nothing can be kept.
+template <class Find>
+[[gnu::noinline]] int answerOnce(const Target& target, const Question& question, Find find) {
+    ProfileCache once;
+    return answerFrom(once, target, question, find);
 }
 
 template <class Find>
@@ -85,8 +86,7 @@ int read(const Target& target, const Question& question, Find find) {
     try {
         if (ProfileCache* cache = threadCache(); cache != nullptr)
             return answerFrom(*cache, target, question, find);
-        ProfileCache once;
-        return answerFrom(once, target, question, find);
+        return answerOnce(target, question, find);
     } catch (const std::bad_alloc&) {
         noteFailure(JxIniStepMemory, {}, ENOMEM);
         return placeFallback(target, question);
@@ -113,7 +113,7 @@ int jxGetPrivateProfileString(const unsigned char* section, const unsigned char*
     const jx::ini::Target target{buffer, static_cast<std::size_t>(size)};
     return jx::ini::read(target, {section, key, fallback}, [cache](jx::ini::ProfileCache&) {
         errno = EINVAL;
-        return cache->file.empty() ? nullptr : &cache->file;
+        return jx::ini::IniLocator::Found{cache->file.empty() ? nullptr : &cache->file};
     });
 }
 

@@ -40,6 +40,18 @@ FileStamp stampAt(timespec written, timespec changed) {
     return stamp;
 }
 
+TEST(FileStamp, DiffersWhateverDiffers) {
+    const FileStamp stamp{1, 2, 3, at(4, 5), at(6, 7)};
+    EXPECT_TRUE(stamp == (FileStamp{1, 2, 3, at(4, 5), at(6, 7)}));
+    const FileStamp others[] = {
+        {0, 2, 3, at(4, 5), at(6, 7)}, {1, 0, 3, at(4, 5), at(6, 7)}, {1, 2, 0, at(4, 5), at(6, 7)},
+        {1, 2, 3, at(0, 5), at(6, 7)}, {1, 2, 3, at(4, 0), at(6, 7)}, {1, 2, 3, at(4, 5), at(0, 7)},
+        {1, 2, 3, at(4, 5), at(6, 0)},
+    };
+    for (const FileStamp& other : others)
+        EXPECT_FALSE(stamp == other);
+}
+
 struct stat stateOf(const std::string& path) {
     struct stat state {};
     EXPECT_EQ(files().lookAt(path.c_str(), &state), 0) << path;

@@ -50,6 +50,13 @@ std::string sectionsOf(std::string_view text) {
     return shown(index.sections());
 }
 
+TEST(IniIndex, AValueEndsAtItsFirstNul) {
+    const std::string_view text = "[A]\nk=one\0two\0\nl=\0\nm=three\n"sv;
+    EXPECT_EQ(valueOf(text, "A", "k"), "one");
+    EXPECT_EQ(valueOf(text, "A", "l"), "");
+    EXPECT_EQ(valueOf(text, "A", "m"), "three");
+}
+
 TEST(IniIndex, FindsAValueByNamesWithoutRegardToCase) {
     const std::string_view text = "[Sales]\nDriver = /x\n[Other]\ndriver=/y\n";
     EXPECT_EQ(valueOf(text, "SALES", "driver"), "/x");

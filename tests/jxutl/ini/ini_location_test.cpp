@@ -8,6 +8,8 @@
 #include <cerrno>
 #include <cstdlib>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "child_process.h"
 #include "test_home.h"
@@ -65,8 +67,8 @@ TEST(IniLocation, TheTwoFilesAreInTheHomeDirectoryUnlessTheirVariablesSayOtherwi
         setVariable("ODBCINSTINI", row.drivers);
         EXPECT_EQ(locate(kDataSourceFile).path, row.dataSourcePath);
         EXPECT_EQ(locate(kDriverFile).path, row.driverPath);
-        EXPECT_EQ(*locator.find(kDataSourceFile), row.dataSourcePath);
-        EXPECT_EQ(*locator.find(kDriverFile), row.driverPath);
+        EXPECT_EQ(*locator.find(kDataSourceFile).path, row.dataSourcePath);
+        EXPECT_EQ(*locator.find(kDriverFile).path, row.driverPath);
     }
     ::unsetenv("ODBCINIX");
     ::unsetenv("HOMEX");
@@ -92,7 +94,7 @@ TEST(IniLocation, EveryOtherNameIsItsOwnPath) {
     IniLocator locator;
     for (const char* name : {"odbc.ini", ".ODBC.INI", "./.odbc.ini", ".odbc.ini ", "/etc/odbcinst.ini", "x", " "}) {
         EXPECT_EQ(locate(name).path, name);
-        EXPECT_EQ(*locator.find(name), name);
+        EXPECT_EQ(*locator.find(name).path, name);
     }
 }
 
@@ -113,7 +115,7 @@ TEST(IniLocation, NoNameIsNoPath) {
     }
     IniLocator locator;
     errno = 0;
-    EXPECT_EQ(locator.find(""), nullptr);
+    EXPECT_EQ(locator.find("").path, nullptr);
     EXPECT_EQ(errno, EINVAL);
 }
 
@@ -122,17 +124,95 @@ TEST(IniLocation, TheEnvironmentIsReadAtEachCall) {
     IniLocator locator;
     for (int round = 0; round < 3; ++round) {
         setVariable("HOME", "/one");
-        EXPECT_EQ(*locator.find(kDriverFile), "/one/.odbcinst.ini");
-        EXPECT_EQ(*locator.find(kDataSourceFile), "/one/.odbc.ini");
+        EXPECT_EQ(*locator.find(kDriverFile).path, "/one/.odbcinst.ini");
+        EXPECT_EQ(*locator.find(kDataSourceFile).path, "/one/.odbc.ini");
         setVariable("HOME", "/two");
-        EXPECT_EQ(*locator.find(kDataSourceFile), "/two/.odbc.ini");
+        EXPECT_EQ(*locator.find(kDataSourceFile).path, "/two/.odbc.ini");
         setVariable("ODBCINI", "/own.ini");
-        EXPECT_EQ(*locator.find(kDataSourceFile), "/own.ini");
+        EXPECT_EQ(*locator.find(kDataSourceFile).path, "/own.ini");
         setVariable("ODBCINI", "/other.ini");
-        EXPECT_EQ(*locator.find(kDataSourceFile), "/other.ini");
+        EXPECT_EQ(*locator.find(kDataSourceFile).path, "/other.ini");
         setVariable("ODBCINI", nullptr);
-        EXPECT_EQ(*locator.find(kDataSourceFile), "/two/.odbc.ini");
+        EXPECT_EQ(*locator.find(kDataSourceFile).path, "/two/.odbc.ini");
     }
+}
+
+// Environment: the process's environment for as long as it lives: these strings, or none at all.
+class Environment {
+public:
+    explicit Environment(std::vector<const char*> variables) : variables_(std::move(variables)) {
+        variables_.push_back(nullptr);
+        environ = const_cast<char**>(variables_.data());
+    }
+    Environment() { environ = nullptr; }
+    ~Environment() { environ = before_; }
+    Environment(const Environment&) = delete;
+    Environment& operator=(const Environment&) = delete;
+
+private:
+    char** before_ = environ;
+    std::vector<const char*> variables_;
+};
+
+void expectDataSources(const std::string& path) {
+    IniLocator locator;
+    EXPECT_EQ(locate(kDataSourceFile).path, path);
+    EXPECT_EQ(*locator.find(kDataSourceFile).path, path);
+}
+
+TEST(IniLocation, OfVariablesThatAreThereTwiceTheFirstCounts) {
+    const TestHome home;
+    {
+        const Environment environment({"HOME=/first", "HOME=/second"});
+        expectDataSources("/first/.odbc.ini");
+    }
+    {
+        const Environment environment({"HOME=", "HOME=/second"});
+        expectDataSources(accountFile(".odbc.ini"));
+    }
+    {
+        const Environment environment({"ODBCINI=/first.ini", "HOME=/h", "ODBCINI=/second.ini"});
+        expectDataSources("/first.ini");
+    }
+    {
+        const Environment environment({"HOME=/h", "ODBCINI=", "ODBCINI=/second.ini"});
+        expectDataSources("/h/.odbc.ini");
+    }
+}
+
+TEST(IniLocation, AnEnvironmentNeedNotBeWellFormed) {
+    const TestHome home;
+    {
+        const Environment environment({"", "=", "H", "HOME", "HOMER=/x", "HOM=/x", "O", "ODBCINI", "HOME=/h", "ODBC"});
+        expectDataSources("/h/.odbc.ini");
+    }
+    {
+        const Environment environment({"HOME", "O"});
+        expectDataSources(accountFile(".odbc.ini"));
+    }
+    const Environment none;
+    expectDataSources(accountFile(".odbc.ini"));
+}
+
+// Whoever keeps files by number must never take one for another.
+TEST(IniLocation, ANumberStandsForOnePath) {
+    const TestHome home;
+    IniLocator locator;
+    setVariable("HOME", "/one");
+    const auto dataSources = locator.find(kDataSourceFile).number;
+    const auto drivers = locator.find(kDriverFile).number;
+    EXPECT_NE(dataSources, 0U);
+    EXPECT_NE(drivers, 0U);
+    EXPECT_NE(drivers, dataSources);
+    EXPECT_EQ(locator.find(kDataSourceFile).number, dataSources);
+    setVariable("HOME", "/two");
+    const auto others = locator.find(kDataSourceFile).number;
+    EXPECT_NE(others, 0U);
+    EXPECT_NE(others, dataSources);
+    EXPECT_NE(others, drivers);
+    EXPECT_EQ(locator.find("other.ini").number, 0U);
+    setVariable("ODBCINI", "/own.ini");
+    EXPECT_EQ(locator.find(kDataSourceFile).number, 0U);
 }
 
 // The string belongs to the environment and may change where it lies.
@@ -141,9 +221,9 @@ TEST(IniLocation, AVariableThatChangesInPlaceIsReadAsItIs) {
     static char variable[] = "ODBCINI=/first.ini";  // the environment holds it, not a copy
     ::putenv(variable);
     IniLocator locator;
-    EXPECT_EQ(*locator.find(kDataSourceFile), "/first.ini");
+    EXPECT_EQ(*locator.find(kDataSourceFile).path, "/first.ini");
     variable[sizeof "ODBCINI="] = 'F';
-    EXPECT_EQ(*locator.find(kDataSourceFile), "/First.ini");
+    EXPECT_EQ(*locator.find(kDataSourceFile).path, "/First.ini");
     ::unsetenv("ODBCINI");
 }
 
@@ -159,7 +239,7 @@ TEST(IniLocation, AnAccountThatDoesNotExistHasNoFiles) {
         EXPECT_EQ(locate(kDataSourceFile).path, "");
         EXPECT_EQ(errno, ENOENT);
         IniLocator locator;
-        EXPECT_EQ(locator.find(kDriverFile), nullptr);
+        EXPECT_EQ(locator.find(kDriverFile).path, nullptr);
     }));
 }
 

@@ -58,6 +58,26 @@ TEST(ProfileCache, TwoFilesReadInTurnCostOneLookEach) {
     EXPECT_EQ(disk.calls(), "look 20");
 }
 
+// As in a program that changes HOME and back: its paths come with other numbers then.
+TEST(ProfileCache, AFileIsKeptUnderWhateverNumberItsPathHas) {
+    StampedFiles disk;
+    const InUse inUse(disk);
+    const TestHome home{{"f", "[A]\nk=1\n"}, {"g", "[A]\nk=2\n"}};
+    ProfileCache cache;
+    const auto numbered = [&](const char* name, std::uint64_t number) {
+        return std::string(cache.read(home.file(name), number)->value("A", "k").value_or("(none)"));
+    };
+    EXPECT_EQ(numbered("f", 1), "1");
+    EXPECT_EQ(numbered("g", 2), "2");
+    disk.forget();
+    EXPECT_EQ(numbered("f", 3), "1");
+    EXPECT_EQ(numbered("f", 0), "1");
+    EXPECT_EQ(numbered("g", 4), "2");
+    EXPECT_EQ(numbered("f", 5), "1");
+    EXPECT_EQ(numbered("g", 4), "2");
+    EXPECT_EQ(disk.calls(), "look 5");
+}
+
 TEST(ProfileCache, ADozenFilesAreKeptAndTheOneReadLongestAgoMakesPlace) {
     static_assert(ProfileCache::kMostFiles >= 8);
     StampedFiles disk;

@@ -1,5 +1,6 @@
 // The profile calls that read: what they place, where it is cut, what is left alone.
 #include <gtest/gtest.h>
+#include <pthread.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -290,6 +291,22 @@ TEST(ProfileRead, AnUnchangedFileCostsOneLook) {
         EXPECT_EQ(value("A", "none"), "(none)");
     }
     EXPECT_EQ(disk.calls(), "look 50");
+}
+
+// A program may have used up the keys under which a thread keeps data, before the library could take one.
+TEST(ProfileRead, WithoutRoomForTheThreadsDataEachReadIsOnItsOwn) {
+    const TestHome home{{".odbc.ini", "[A]\nk=1\n"}};
+    EXPECT_TRUE(passesInChild([] {
+        pthread_key_t key = 0;
+        while (::pthread_key_create(&key, nullptr) == 0) {
+        }
+        EXPECT_EQ(value("A", "k"), "1");
+        EXPECT_EQ(value("A", "none"), "(none)");
+        EXPECT_EQ(value("A", "k", "none.ini"), "(none)");
+        EXPECT_TRUE(jxWritePrivateProfileString(bytes("A"), bytes("k"), bytes("2"), bytes(".odbc.ini")));
+        EXPECT_EQ(value("A", "k"), "2");
+        EXPECT_EQ(::pthread_getspecific(0), nullptr) << "another's key was taken";
+    }));
 }
 
 TEST(ProfileRead, TheDefaultMayLieInTheBuffer) {

@@ -31,7 +31,10 @@ public:
 
     std::optional<std::string> value(std::string_view section, std::string_view key) const {
         const auto found = find(section, key);
-        return found ? std::optional<std::string>(valueOf(pieces_[*found])) : std::nullopt;
+        if (!found)
+            return std::nullopt;
+        const std::string_view whole = valueOf(pieces_[*found]);
+        return std::string(whole.substr(0, whole.find('\0')));
     }
 
     std::optional<std::string> keys(std::string_view section) const {
