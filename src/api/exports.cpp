@@ -1,11 +1,9 @@
-// The exported installer functions: each makes an OdbcIns, calls one member and returns its result; only the reading of
-// keys, which drivers do for every key they know, spares itself the object.
+// The exported installer functions: each makes an OdbcIns, calls one member and returns its result.
 #include <jxdialog.h>
 #include <jxtasks.h>
 #include <odbcins.h>
 #include <odbcinst.h>
 
-#include "config/profile_access.h"
 #include "config/text_bytes.h"
 
 using jx::asBytes;
@@ -50,9 +48,11 @@ private:
 
 int SQLGetPrivateProfileString(LPCSTR lpszSection, LPCSTR lpszEntry, LPCSTR lpszDefault, LPSTR lpszRetBuffer,
                                int cbRetBuffer, LPCSTR lpszFilename) {
+    OdbcIns ins;
     // Deliberate: the size counts as its low 16 bits, signed, so one above 32767 places nothing.
-    return jx::profileString(asBytes(lpszSection), asBytes(lpszEntry), asBytes(lpszDefault), asBytes(lpszRetBuffer),
-                             static_cast<short>(cbRetBuffer), asBytes(lpszFilename));
+    return ins.jxSQLGetPrivateProfileString(asBytes(lpszSection), asBytes(lpszEntry), asBytes(lpszDefault),
+                                            asBytes(lpszRetBuffer), static_cast<short>(cbRetBuffer),
+                                            asBytes(lpszFilename));
 }
 
 BOOL SQLWritePrivateProfileString(LPCSTR lpszSection, LPCSTR lpszEntry, LPCSTR lpszString, LPCSTR lpszFilename) {

@@ -1,6 +1,6 @@
 /* The working state of one installer call or one running administrator dialog.
  *
- * Exported functions make an OdbcIns, call one member and destroy it; dialogs receive its address. Its layout
+ * Every exported function makes an OdbcIns, calls one member and destroys it; dialogs receive its address. Its layout
  * is part of the binary interface: hosts make objects of it. One object is used by one thread only. Members return 0
  * for success and 1 for failure where they have a status of their own, and the installer interface's result (TRUE 1,
  * FALSE 0, a count) where their name begins with jx or SQL. Allocation failures show as failures; of a

@@ -1,6 +1,4 @@
 // Reading and writing single profile strings on behalf of callers.
-#include "config/profile_access.h"
-
 #include <jxprofile.h>
 #include <jxtext.h>
 #include <odbcins.h>
@@ -31,8 +29,9 @@ const unsigned char* userFile(const unsigned char* file) {
 
 }  // namespace
 
-int jx::profileString(const unsigned char* section, const unsigned char* entry, const unsigned char* fallback,
-                      unsigned char* buffer, short size, const unsigned char* file) {
+int OdbcIns::jxSQLGetPrivateProfileString(const unsigned char* section, const unsigned char* entry,
+                                          const unsigned char* fallback, unsigned char* buffer, short size,
+                                          const unsigned char* file) {
     if (buffer == nullptr || size <= 0 || file == nullptr)
         return 0;
     std::memset(buffer, 0, static_cast<std::size_t>(size));
@@ -40,12 +39,6 @@ int jx::profileString(const unsigned char* section, const unsigned char* entry, 
         return jxGetPrivateProfileString(section, entry, fallback, buffer, size, known);
     const jx::ProfileCache cache(file);
     return jxGetPrivateProfileString(section, entry, fallback, buffer, size, cache.get());
-}
-
-int OdbcIns::jxSQLGetPrivateProfileString(const unsigned char* section, const unsigned char* entry,
-                                          const unsigned char* fallback, unsigned char* buffer, short size,
-                                          const unsigned char* file) {
-    return jx::profileString(section, entry, fallback, buffer, size, file);
 }
 
 int OdbcIns::jxSQLWritePrivateProfileString(const unsigned char* section, const unsigned char* entry,

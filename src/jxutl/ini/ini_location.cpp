@@ -2,9 +2,9 @@
 #include "ini_location.h"
 
 #include <pwd.h>
-#include <sys/auxv.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -29,7 +29,7 @@ constexpr UsersFile kDrivers{kDriverFile, "ODBCINSTINI", true, 1};
 // Home directories of accounts are short; an entry of the account list that is longer than this is damaged.
 constexpr std::size_t kLongestAccount = std::size_t{1} << 20;
 
-// Unrolled, which takes half the time of a call of strcmp.
+// Release builds unroll it; it takes half the time of a call of strcmp then.
 template <std::size_t sizeWithNul>
 bool isText(const char* text, const char (&name)[sizeWithNul]) {
     for (std::size_t at = 0; at < sizeWithNul; ++at)
@@ -58,15 +58,18 @@ const char* valueOf(const char* variable, std::string_view name) {
     return *variable == '=' ? variable + 1 : nullptr;
 }
 
+// Once the C library has told this program a variable, it is one whose environment counts.
+std::atomic<bool> isEnvironmentTrusted = false;
+
 // HOME as trustedVariable tells it, in an environment that does not hold other; null when it does, or when there is no
 // such HOME. A read of an unchanged file spends most of its time outside the kernel here: one pass over the environment
-// takes two thirds of what two calls of getenv take.
+// takes two thirds of what two calls of getenv take. It is the C library's own, since a program may have an environ
+// that setenv does not know.
 const char* homeWithout(std::string_view other) {
-    static const bool hasRaisedRights = getauxval(AT_SECURE) != 0;
-    if (hasRaisedRights || environ == nullptr)
+    if (__environ == nullptr)
         return nullptr;
     const char* home = nullptr;
-    for (char** at = environ; const char* variable = *at; ++at) {
+    for (char** at = __environ; const char* variable = *at; ++at) {
         if (*variable == 'H') {
             if (home == nullptr)  // of several, the first counts
                 home = valueOf(variable, "HOME");
@@ -74,7 +77,14 @@ const char* homeWithout(std::string_view other) {
             return nullptr;
         }
     }
-    return home != nullptr && *home != '\0' ? home : nullptr;
+    if (home == nullptr || *home == '\0')
+        return nullptr;
+    if (!isEnvironmentTrusted.load(std::memory_order_relaxed)) {
+        if (trustedVariable("HOME") == nullptr)
+            return nullptr;
+        isEnvironmentTrusted.store(true, std::memory_order_relaxed);
+    }
+    return home;
 }
 
 // The home directory of the account whose rights the program has: with raised rights, the files of the user who started

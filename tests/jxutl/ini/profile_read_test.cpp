@@ -297,6 +297,7 @@ TEST(ProfileRead, AnUnchangedFileCostsOneLook) {
 TEST(ProfileRead, WithoutRoomForTheThreadsDataEachReadIsOnItsOwn) {
     const TestHome home{{".odbc.ini", "[A]\nk=1\n"}};
     EXPECT_TRUE(passesInChild([] {
+        void* const before = ::pthread_getspecific(0);  // a sanitizer's, perhaps
         pthread_key_t key = 0;
         while (::pthread_key_create(&key, nullptr) == 0) {
         }
@@ -305,7 +306,7 @@ TEST(ProfileRead, WithoutRoomForTheThreadsDataEachReadIsOnItsOwn) {
         EXPECT_EQ(value("A", "k", "none.ini"), "(none)");
         EXPECT_TRUE(jxWritePrivateProfileString(bytes("A"), bytes("k"), bytes("2"), bytes(".odbc.ini")));
         EXPECT_EQ(value("A", "k"), "2");
-        EXPECT_EQ(::pthread_getspecific(0), nullptr) << "another's key was taken";
+        EXPECT_EQ(::pthread_getspecific(0), before) << "another's key was taken";
     }));
 }
 
