@@ -79,9 +79,7 @@ unsigned int command(HWND dialog, int id, int notification) {
     return ins != nullptr ? act(dialog, *ins, id, notification) : 0;
 }
 
-}  // namespace
-
-unsigned int AddDataSourceDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam) {
+unsigned int hear(HWND hwnd, int message, int wparam, uintptr_t lparam) {
     switch (message) {
         case WM_INITDIALOG:
             return open(hwnd, lparam);
@@ -92,4 +90,11 @@ unsigned int AddDataSourceDlgProc(HWND hwnd, int message, int wparam, uintptr_t 
         default:
             return 0;
     }
+}
+
+}  // namespace
+
+unsigned int AddDataSourceDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam) {
+    OpenWord word(HWNDADDLG, hwnd);
+    return word.answer(hear(hwnd, message, wparam, lparam));
 }

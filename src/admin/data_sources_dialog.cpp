@@ -125,9 +125,7 @@ unsigned int command(HWND dialog, int id, int notification) {
     return ins != nullptr ? act(dialog, *ins, id, notification) : 0;
 }
 
-}  // namespace
-
-unsigned int DataSourcesDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam) {
+unsigned int hear(HWND hwnd, int message, int wparam, uintptr_t lparam) {
     switch (message) {
         case WM_INITDIALOG:
             return open(hwnd, lparam);
@@ -136,4 +134,11 @@ unsigned int DataSourcesDlgProc(HWND hwnd, int message, int wparam, uintptr_t lp
         default:
             return 0;
     }
+}
+
+}  // namespace
+
+unsigned int DataSourcesDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam) {
+    OpenWord word(HWNDDSDLG, hwnd);
+    return word.answer(hear(hwnd, message, wparam, lparam));
 }

@@ -23,6 +23,29 @@ Record* takeRecord(HWND dialog, std::uintptr_t lparam) {
     return recordOf<Record>(dialog);
 }
 
+// OpenWord: the word that names an open dialog, while the dialog's procedure hears a message. When an exception of a
+// driver leaves the procedure instead of an answer, the dialog goes with it, and the word must not name it any longer.
+class OpenWord {
+public:
+    OpenWord(std::uintptr_t& word, HWND dialog) : word_(word), dialog_(dialog) {}
+    ~OpenWord() {
+        if (!answered_ && word_ == dialog_)
+            word_ = 0;
+    }
+    OpenWord(const OpenWord&) = delete;
+    OpenWord& operator=(const OpenWord&) = delete;
+
+    unsigned int answer(unsigned int result) {
+        answered_ = true;
+        return result;
+    }
+
+private:
+    std::uintptr_t& word_;
+    HWND dialog_;
+    bool answered_ = false;
+};
+
 // What happened to the control of a WM_COMMAND.
 inline int notificationOf(std::uintptr_t lparam) {
     return static_cast<int>((lparam >> 16) & 0xFFFF);

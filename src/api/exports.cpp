@@ -15,20 +15,6 @@ constexpr unsigned short kAddDataSourceTemplate = 100;
 constexpr unsigned short kDataSourcesTemplate = 102;
 constexpr int kFirstUserMessage = 1025;
 
-// OpenDialog: the word that names the dialog which a starter runs. However the starter is left, by an exception of a
-// setup library too, the dialog is gone then and the word as it was.
-class OpenDialog {
-public:
-    explicit OpenDialog(uintptr_t& word) : word_(word), before_(word) {}
-    ~OpenDialog() { word_ = before_; }
-    OpenDialog(const OpenDialog&) = delete;
-    OpenDialog& operator=(const OpenDialog&) = delete;
-
-private:
-    uintptr_t& word_;
-    uintptr_t before_;
-};
-
 // DialogTask: a task of the utility library around a dialog on an OdbcIns; its end clears the object's list first.
 class DialogTask {
 public:
@@ -99,7 +85,6 @@ BOOL SQLManageDataSources(HWND hwnd) {
         return 0;
     }
     const DialogTask task(ins);
-    const OpenDialog open(HWNDDSDLG);
     return jxDllDialog(hwnd, kDataSourcesTemplate, DataSourcesDlgProc, &ins);
 }
 
@@ -108,7 +93,6 @@ BOOL SQLCreateDataSource(HWND hwnd, LPCSTR /*lpszDS*/) {
     OdbcIns ins;
     if (hwnd == 0)
         return FALSE;
-    const OpenDialog open(HWNDADDLG);
     jxDllDialog(hwnd, kAddDataSourceTemplate, AddDataSourceDlgProc, &ins);
     return ins.dataSourceAdded != 0 ? TRUE : FALSE;
 }

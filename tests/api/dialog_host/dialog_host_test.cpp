@@ -46,6 +46,7 @@ protected:
     ~DialogHost() override {
         host = Host{};
         HWNDDSDLG = 0;
+        HWNDADDLG = 0;
     }
 };
 
@@ -165,6 +166,19 @@ TEST_F(DialogHost, GivesAnOpenDataSourcesDialogTheFocusAndAMessageAndOpensNoSeco
     EXPECT_EQ(SQLManageDataSources(77), 0);
     EXPECT_EQ(host.calls, (Lines{"JXW_SetFocus 4711", "JXW_PostMessage 4711 1025 0 0"}));
     EXPECT_EQ(HWNDDSDLG, 4711U);
+}
+
+// The words belong to the dialogs, which may be those of other threads.
+TEST_F(DialogHost, LeavesTheWordsOfOpenDialogsToTheDialogs) {
+    host.show = [](void*) {
+        HWNDDSDLG = 4711;
+        HWNDADDLG = 4712;
+        return 1;
+    };
+    SQLManageDataSources(77);
+    SQLCreateDataSource(77, nullptr);
+    EXPECT_EQ(HWNDDSDLG, 4711U);
+    EXPECT_EQ(HWNDADDLG, 4712U);
 }
 
 TEST_F(DialogHost, RunsTheAddDataSourceDialogWithoutATask) {
