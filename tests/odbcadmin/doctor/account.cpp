@@ -1,5 +1,5 @@
-// The account of whoever runs the tests, with a home directory where nothing is: what the doctor says here must not
-// depend on the .odbc.ini that a developer has.
+// The account of whoever runs the tests, with a home directory where nothing is: what the checks find must not depend
+// on the .odbc.ini that a developer has. (Programs that tests start know the true account.)
 #include <pwd.h>
 
 extern "C" passwd* getpwuid(uid_t user) {

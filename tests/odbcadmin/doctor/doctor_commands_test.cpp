@@ -71,10 +71,10 @@ protected:
 
     // Apart from the note on files in the account's own home directory or in /etc, which a developer may well have.
     bool findsNothingHere(const char* command) const {
-        const Json object = json({command});
-        const Json& findings = object["findings"];
-        return std::all_of(findings.begin(), findings.end(),
-                           [](const Json& finding) { return finding["id"] == "files.shadowed"; });
+        const Json findings = json({command}).at("findings");
+        return run({command}).starts_with("0\n") &&
+               std::all_of(findings.begin(), findings.end(),
+                           [](const Json& finding) { return finding.at("id") == "files.shadowed"; });
     }
 
     DoctorHome home_;
