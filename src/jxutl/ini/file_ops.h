@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <sys/types.h>
 
+#include <cerrno>
 #include <cstddef>
 #include <cstdint>
 #include <ctime>
@@ -42,6 +43,11 @@ public:
     virtual std::int64_t waitingClockInMilliseconds() = 0;
     virtual void pause(std::int64_t milliseconds) = 0;
 };
+
+// Whether a call failed because the file is not there, or could not be.
+inline bool isAbsence(int error) {
+    return error == ENOENT || error == ENOTDIR;
+}
 
 // The object in use: the system's own unless a test put in another. Null puts the system's own back. Not to be changed
 // while another thread is inside the store.

@@ -43,11 +43,6 @@ inline FileStamp stampOf(const struct stat& state) {
 // nothing.
 bool isSettled(const FileStamp& stamp, const timespec& now);
 
-// Whether a call failed because the file is not there, or could not be.
-inline bool isAbsence(int error) {
-    return error == ENOENT || error == ENOTDIR;
-}
-
 // FileText: the bytes of one file in memory that is used again for its next state.
 // Use      while isCurrent says no, read again; then view.
 // Failure  read says none, noted as the thread's failure; that the file is absent is none, and noted as success. After

@@ -41,7 +41,7 @@ bool findTarget(const std::string& path, std::string& target) {
     for (int links = 0; links <= kMostLinks; ++links) {
         struct stat state;
         if (files().lookAtLink(target.c_str(), &state) != 0)
-            return errno == ENOENT || fail(JxIniStepLook, target, errno);
+            return isAbsence(errno) || fail(JxIniStepLook, target, errno);
         if (S_ISREG(state.st_mode))
             return true;
         if (!S_ISLNK(state.st_mode))

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "failure.h"
+#include "file_ops.h"
 #include "ini_change.h"
 #include "ini_line.h"
 #include "ini_location.h"
@@ -38,14 +39,21 @@ Verdict judge(const Request& request) {
     return emptyKey ? Verdict::storesNothing : Verdict::dependsOnFile;
 }
 
-// Where no turn could be taken because nobody may write there, or there is no such directory, whoever asks for what is
-// there already still has it. The failure of the turn stays noted unless that is so.
+bool isForbidden(int error) {
+    return error == EACCES || error == EPERM || error == EROFS;
+}
+
+bool isFull(int error) {
+    return error == ENOSPC || error == EDQUOT;
+}
+
+// Where no turn could be taken because nobody may write there, the disk is full or there is no such directory, whoever
+// asks for what is there already still has it. The failure of the turn stays noted unless that is so.
 bool needsNoTurn(const Request& request, const ini::IniLocation& where) {
     // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the look below may note another
     const ini::Failure noTurn = ini::lastFailure();
-    const bool cannotBeWritten =
-        noTurn.step == JxIniStepTurn && (noTurn.error == ENOENT || noTurn.error == EACCES || noTurn.error == EROFS);
-    if (!cannotBeWritten)
+    const int error = noTurn.error;
+    if (noTurn.step != JxIniStepTurn || !(isForbidden(error) || isFull(error) || ini::isAbsence(error)))
         return false;
     ini::IniChange look;
     if (look.preview(where) && look.apply(request.section, request.key, request.value) == ini::Edit::unchanged)

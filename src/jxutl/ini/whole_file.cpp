@@ -51,7 +51,7 @@ Whole readWhole(const std::string& path, std::string& bytes, struct stat& state)
     constexpr int kFlags = O_RDONLY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
     const Descriptor file(uninterrupted([&] { return files().openFile(path.c_str(), kFlags, 0); }));
     if (!file)
-        return errno == ENOENT ? Whole::absent : fail(JxIniStepOpen, path, errno);
+        return isAbsence(errno) ? Whole::absent : fail(JxIniStepOpen, path, errno);
     if (files().lookAtOpen(file.get(), &state) != 0)
         return fail(JxIniStepLook, path, errno);
     if (!S_ISREG(state.st_mode))

@@ -67,7 +67,7 @@ TEST_F(IniChangeTest, RefusesADevice) {
 TEST_F(IniChangeTest, TellsWhatCannotBeFound) {
     home_.put("plain", "");
     EXPECT_FALSE(write(home_.file("plain/x.ini"), "A", "k", "1"));
-    expectFailure(JxIniStepLook, ENOTDIR, home_.file("plain/x.ini"));
+    expectFailure(JxIniStepTurn, ENOTDIR, home_.file("plain/x.ini.lock"));
     EXPECT_FALSE(write(home_.file("no/x.ini"), "A", "k", "1"));
     expectFailure(JxIniStepTurn, ENOENT, home_.file("no/x.ini.lock"));
     EXPECT_FALSE(write(home_.file(std::string(300, 'n')), "A", "k", "1"));

@@ -14,69 +14,14 @@
 #include "disk_check.h"
 #include "failure.h"
 #include "faulty_files.h"
-#include "test_home.h"
+#include "ini_turn_fixture.h"
 
 namespace jx::ini::test {
 namespace {
 
-using jx::test::TestHome;
-
-// Another writer's hold on a lock file.
-class Holder {
-public:
-    explicit Holder(const std::string& path, int flags = O_RDWR | O_CREAT)
-        : fd_(::open(path.c_str(), flags | O_CLOEXEC, 0600)) {
-        EXPECT_GE(fd_, 0);
-        EXPECT_EQ(::flock(fd_, LOCK_EX | LOCK_NB), 0);
-    }
-    Holder(const Holder&) = delete;
-    Holder& operator=(const Holder&) = delete;
-    ~Holder() { letGo(); }
-
-    void letGo() {
-        if (fd_ >= 0)
-            ::close(fd_);
-        fd_ = -1;
-    }
-
-private:
-    int fd_;
-};
-
-// Does something at a certain pause, and counts what was waited.
-class ActingFiles : public WatchedFiles {
-public:
-    ActingFiles(int pauseNumber, std::function<void()> act) : pauseNumber_(pauseNumber), act_(std::move(act)) {}
-
-    void pause(std::int64_t milliseconds) override {
-        waited_ += milliseconds;
-        if (++pauses_ == pauseNumber_)
-            act_();
-        WatchedFiles::pause(milliseconds);
-    }
-
-    std::int64_t waited() const { return waited_; }
-
-private:
-    const int pauseNumber_;
-    const std::function<void()> act_;
-    int pauses_ = 0;
-    std::int64_t waited_ = 0;
-};
-
 std::string describeLast() {
     return describe(lastFailure());
 }
-
-class IniTurnTest : public ::testing::Test {
-protected:
-    void TearDown() override { EXPECT_EQ(openDescriptors(), descriptors_); }
-
-    const std::size_t descriptors_ = openDescriptors();
-    TestHome home_;
-    const std::string target_ = home_.file("x.ini");
-    const std::string lock_ = home_.file("x.ini.lock");
-};
 
 TEST_F(IniTurnTest, MakesAnEmptyLockFileForTheOwnerOnly) {
     const Umask open(0);
@@ -191,50 +136,6 @@ TEST_F(IniTurnTest, RootInASharedDirectoryReplacesAPlantedFile) {
     ASSERT_TRUE(turn.take(target_));
     EXPECT_EQ(stateOf(lock_).st_uid, 0U);
     EXPECT_EQ(modeOf(lock_), 0600U);
-}
-
-TEST_F(IniTurnTest, AUserWaitsForAFileOfAnotherAndGivesUp) {
-    if (::geteuid() != 0)
-        GTEST_SKIP() << "only root can make a file of another user";
-    putText(lock_, "of root");
-    ASSERT_EQ(::chmod(home_.path().c_str(), 0777), 0);
-    EXPECT_TRUE(passesAsNobody([this] {
-        ActingFiles waiting(0, [] {});
-        const InUse inUse(waiting);
-        IniTurn turn;
-        EXPECT_FALSE(turn.take(target_));
-        EXPECT_EQ(lastFailure().step, JxIniStepTurn);
-        EXPECT_EQ(lastFailure().error, EACCES);
-        EXPECT_GT(waiting.waited(), 4000);
-    }));
-    EXPECT_EQ(home_.text("x.ini.lock"), "of root");
-}
-
-TEST_F(IniTurnTest, AUserGetsTheTurnWhenTheOtherUsersFileGoes) {
-    if (::geteuid() != 0)
-        GTEST_SKIP() << "only root can make a file of another user";
-    putText(lock_, "of root");
-    ASSERT_EQ(::chmod(home_.path().c_str(), 0777), 0);
-    EXPECT_TRUE(passesAsNobody([this] {
-        ActingFiles waiting(3, [this] { ::unlink(lock_.c_str()); });
-        const InUse inUse(waiting);
-        IniTurn turn;
-        EXPECT_TRUE(turn.take(target_));
-    }));
-}
-
-TEST_F(IniTurnTest, AUserCannotRemoveAPlantedFileFromASharedDirectory) {
-    if (::geteuid() != 0)
-        GTEST_SKIP() << "only root can make a file of another user";
-    putText(lock_, "planted", 0666);
-    ASSERT_EQ(::chmod(home_.path().c_str(), 01777), 0);
-    EXPECT_TRUE(passesAsNobody([this] {
-        IniTurn turn;
-        EXPECT_FALSE(turn.take(target_));
-        EXPECT_EQ(lastFailure().step, JxIniStepTurn);
-        EXPECT_EQ(lastFailure().error, EPERM);
-    }));
-    EXPECT_EQ(home_.text("x.ini.lock"), "planted");
 }
 
 TEST_F(IniTurnTest, RefusesWhatIsNoRegularFileAndLeavesItAlone) {

@@ -183,6 +183,7 @@ TEST(ProfileWrite, AFileThatCannotBeWrittenGivesZero) {
 TEST(ProfileWrite, WhatIsSoAlreadyNeedsNoRightToWrite) {
     const TestHome home{{".odbc.ini", "[A]\nk=0\n"}};
     EXPECT_EQ(write("A", "k", nullptr, home.file("no/x.ini").c_str()), 1);
+    EXPECT_EQ(write("A", "k", nullptr, home.file(".odbc.ini/x.ini").c_str()), 1);
     EXPECT_EQ(lastFailure().step, JxIniStepNone);
     ASSERT_EQ(::chmod(home.path().c_str(), 0755), 0);
     ASSERT_EQ(::chmod(home.file(".odbc.ini").c_str(), 0644), 0);
@@ -197,6 +198,41 @@ TEST(ProfileWrite, WhatIsSoAlreadyNeedsNoRightToWrite) {
         EXPECT_EQ(lastFailure().step, JxIniStepTurn);
         EXPECT_EQ(lastFailure().error, EACCES);
     }));
+    EXPECT_EQ(home.text(".odbc.ini"), "[A]\nk=0\n");
+    EXPECT_EQ(home.names(), Names{".odbc.ini"});
+}
+
+// NoLockFiles: opening a lock file fails with that error.
+class NoLockFiles : public WatchedFiles {
+public:
+    explicit NoLockFiles(int error) : error_(error) {}
+
+protected:
+    int before(Call call, std::string_view path) override {
+        return call == Call::open && path.ends_with(".lock") ? error_ : 0;
+    }
+
+private:
+    int error_;
+};
+
+TEST(ProfileWrite, WhatIsSoAlreadyNeedsNoTurnThatTheDiskRefuses) {
+    const TestHome home{{".odbc.ini", "[A]\nk=0\n"}};
+    struct Row {
+        int error;
+        int result;
+    };
+    for (const auto& [error, result] : {Row{ENOSPC, 1}, Row{EDQUOT, 1}, Row{EPERM, 1}, Row{EROFS, 1}, Row{EIO, 0}}) {
+        SCOPED_TRACE(error);
+        NoLockFiles files(error);
+        const InUse inUse(files);
+        EXPECT_EQ(write("A", "k", "0"), result);
+        EXPECT_EQ(write("A", "l", nullptr), result);
+        EXPECT_EQ(lastFailure().error, result == 1 ? 0 : error);
+        EXPECT_EQ(write("A", "k", "1"), 0);
+        EXPECT_EQ(lastFailure().step, JxIniStepTurn);
+        EXPECT_EQ(lastFailure().error, error);
+    }
     EXPECT_EQ(home.text(".odbc.ini"), "[A]\nk=0\n");
     EXPECT_EQ(home.names(), Names{".odbc.ini"});
 }
