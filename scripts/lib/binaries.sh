@@ -25,7 +25,7 @@ check_exports() {
 check_seam() {
     local users
     users=$(find "$build/src/CMakeFiles/jxutl_objects.dir" -name '*.o' -exec nm -A -u {} + |
-        grep -E ' (rename|renameat2?|fsync|fdatasync|open(at)?(64)?|unlink(at)?|ftruncate(64)?|creat(64)?|fopen(64)?|mkstemp(64)?|.*basic_filebuf.*)$' |
+        grep -E ' (rename|renameat2?|fsync|fdatasync|open(at)?(64)?|unlink(at)?|remove|f?truncate(64)?|creat(64)?|fopen(64)?|mkstemp(64)?|.*basic_filebuf.*|f?ch(mod|own)(at)?|lchown|flock|fcntl(64)?|(sym)?link(at)?|mkdir(at)?|rmdir|read|p(read|write)(64)?|readlink(at)?|mmap(64)?|(__)?[fl]?stat(at|x)?(64)?(_time64)?)$' |
         sed 's|^.*jxutl_objects.dir/||; s|\.o:.*||' | sort -u)
     [ "$users" = jxutl/ini/file_ops.cpp ] && return
     printf 'These files call the disk, and only jxutl/ini/file_ops.cpp may:\n%s\n' "$users"
