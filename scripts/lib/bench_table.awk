@@ -30,7 +30,7 @@ END {
     for (row = 2; row <= rows; row++)
         for (i = row; i > 1 && rank(order[i]) < rank(order[i - 1]); i--) { name = order[i]; order[i] = order[i - 1]; order[i - 1] = name }
     for (row = 1; row <= rows; row++) printRow(order[row])
-    printf "\n%d of %d bounds hold\n", held, bounds
+    printf "\n%d of %d bounds hold.\n", held, bounds
     exit failed || (check && held < bounds)
 }
 
