@@ -62,8 +62,8 @@ const char* valueOf(const char* variable, std::string_view name) {
 std::atomic<bool> isEnvironmentTrusted = false;
 
 // HOME as trustedVariable tells it, in an environment that does not hold other; null when it does, or when there is no
-// such HOME. A read of an unchanged file spends most of its time outside the kernel here: one pass over the environment
-// takes two thirds of what two calls of getenv take. It is the C library's own, since a program may have an environ
+// such HOME. A read of an unchanged file spends most of its time outside the kernel here, and one pass takes two thirds
+// of what two calls of getenv take. It goes over the C library's environment: a program may have an environ of its own
 // that setenv does not know.
 const char* homeWithout(std::string_view other) {
     if (__environ == nullptr)

@@ -74,7 +74,7 @@ int answerFrom(ProfileCache& cache, const Target& target, const Question& questi
     return index != nullptr ? answer(target, question, *index) : placeFallback(target, question);
 }
 
-// For a thread for which nothing can be kept.
+// For a thread for which nothing can be kept. Out of line: other reads need not make room for a cache on their stack.
 template <class Find>
 [[gnu::noinline]] int answerOnce(const Target& target, const Question& question, Find find) {
     ProfileCache once;
