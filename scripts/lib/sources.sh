@@ -92,7 +92,10 @@ check_includes() {
         }'
 }
 
-include_folders="-Isrc -Isrc/api -Isrc/config -Isrc/platform -Isrc/jxutl/ini -Itests/support"
+# GoogleTest's headers are those of the sources that every build compiles.
+googletest=$(sed -n 's/^JX_GOOGLETEST_SOURCE:[A-Z]*=//p' "${build:-}/CMakeCache.txt" 2>/dev/null)
+include_folders="-Isrc -Isrc/api -Isrc/config -Isrc/platform -Isrc/jxutl/ini -Itests/support
+    -isystem ${googletest:-/usr/src/googletest}/googletest/include"
 
 # Compiles a header twice, and nothing else, with the given compiler, language and options.
 compile_header() { # header compiler...

@@ -9,12 +9,14 @@
 #include <vector>
 
 #include "doctor_fixture.h"
+#include "installed_copy.h"
 #include "run_program.h"
 
 namespace jx::doctor::test {
 namespace {
 
 using jx::test::As;
+using jx::test::InstalledCopy;
 using jx::test::ProgramResult;
 using Json = nlohmann::ordered_json;
 
@@ -53,8 +55,9 @@ protected:
     }
 
     // Exit code, standard output and standard error; the home is called "~".
-    std::string run(const std::vector<std::string>& arguments, As who = As::oneself) const {
-        const ProgramResult result = jx::test::runProgram(JX_ODBCADMIN, arguments, {}, who);
+    std::string run(const std::vector<std::string>& arguments, As who = As::oneself,
+                    const std::string& program = JX_ODBCADMIN) const {
+        const ProgramResult result = jx::test::runProgram(program, arguments, {}, who);
         return replaced(
             std::to_string(result.code) + "\n" + result.out + (result.err.empty() ? "" : "--\n" + result.err),
             home_.path(), "~");
@@ -292,7 +295,8 @@ TEST_F(DoctorCommands, ReportHoldsNoSecretWhateverTheOptions) {
 TEST_F(DoctorCommands, WhatOneMayNotReadIsTold) {
     home_.openToAll();
     ::chmod(home_.file(".odbc.ini").c_str(), 0600);
-    const std::string told = run({"doctor", "--json"}, As::nobody);
+    const InstalledCopy copy;
+    const std::string told = run({"doctor", "--json"}, As::nobody, copy.file("bin/odbcadmin"));
     EXPECT_EQ(told.substr(0, 3), "10\n") << told;
     EXPECT_NE(told.find("\"files.unreadable\""), std::string::npos) << told;
 }
