@@ -8,9 +8,7 @@ set(jx_pkgconfig_folder ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 install(TARGETS jxutl08 odbcinst EXPORT jxodbcTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(TARGETS jxsetup LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 
-file(GLOB jx_platform_headers CONFIGURE_DEPENDS src/platform/*.h)
-install(FILES ${jx_platform_headers} src/api/odbcinst.h src/config/odbcins.h src/jxutl/ini/jxini.h
-  DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/jxodbc)
+install(DIRECTORY include/jxodbc DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
 install(EXPORT jxodbcTargets NAMESPACE jxodbc:: DESTINATION ${jx_package_folder})
 configure_package_config_file(cmake/jxodbcConfig.cmake.in jxodbcConfig.cmake INSTALL_DESTINATION ${jx_package_folder}

@@ -16,7 +16,7 @@ files_named() { # directory... -- pattern...
         find "${directories[@]}" -type f \( "${patterns[@]:1}" \) -not -path './build/*' -not -path './.git/*' | sort
 }
 
-code_files() { files_named src tests examples bench -- '*.cpp' '*.c' '*.h'; }
+code_files() { files_named include src tests examples bench -- '*.cpp' '*.c' '*.h'; }
 text_files() { files_named . -- '*.cpp' '*.c' '*.h' '*.md' '*.txt' '*.sh' '*.cmake' '*.in' '*.json' '*.5' 'run' &&
     find scripts -type f; }
 
@@ -33,68 +33,12 @@ check_scripts() {
     return $bad
 }
 
-# Folders may include only what stands left of them in this chain, besides themselves:
-# platform, config, admin and install, api; jxutl stands beside config. Every folder may include odbcinst.h, which only
-# declares what is exported, and the folders of programs that use the library may include jxini.h, which is installed.
-check_includes() {
-    files_named src -- '*.h' '*.cpp' '*.c' | awk '
-        BEGIN {
-            may["platform"] = "platform"
-            may["jxutl"] = "jxutl platform"
-            may["config"] = "config platform"
-            may["install"] = "install config platform"
-            may["admin"] = "admin install config resources platform"
-            may["resources"] = "resources platform"
-            may["api"] = "api admin install config resources platform"
-            may["setup"] = "setup api platform"
-            may["odbcadmin"] = "odbcadmin api admin install config resources platform"
-        }
-        { files[++count] = $0 }
-        function folderOf(path) { split(path, part, "/"); return part[2] }
-        function baseOf(path) { sub(/.*\//, "", path); return path }
-        END {
-            for (i = 1; i <= count; i++) if (files[i] ~ /\.h$/) {
-                exists[files[i]] = 1
-                homes[baseOf(files[i])]++
-                home[baseOf(files[i])] = files[i]
-            }
-            for (i = 1; i <= count; i++) bad += check(files[i])
-            exit bad > 0
-        }
-        # The header that an include means: "" for one that is not of this tree, "?" where nobody can tell.
-        function meant(file, target, quoted,   base, beside) {
-            base = baseOf(target)
-            beside = file; sub(/[^\/]*$/, "", beside)
-            if ("src/" target in exists) return "src/" target
-            if (quoted && beside target in exists) return beside target
-            if (!(base in home)) return ""
-            if (!quoted && home[base] !~ /^src\/(api|config|platform|jxutl\/ini)\//) return ""
-            return homes[base] > 1 ? "?" : home[base]
-        }
-        function check(file,   line, folder, bad, target, number, header, quoted) {
-            folder = folderOf(file)
-            while ((getline line < file) > 0) {
-                number++
-                if (!match(line, /^ *# *include *["<][^">]*[">]/)) continue
-                sub(/^ *# *include */, "", line)
-                quoted = line ~ /^"/
-                target = line; sub(/^["<]/, "", target); sub(/[">].*/, "", target)
-                header = meant(file, target, quoted)
-                if (header == "?") { print file ":" number ": several headers of that name: " target; bad++ }
-                else if (header == "" && quoted) { print file ":" number ": no header of this tree: " target; bad++ }
-                if (header == "?" || header == "" || header == "src/api/odbcinst.h") continue
-                if (header == "src/jxutl/ini/jxini.h" && folder ~ /^(setup|odbcadmin)$/) continue
-                if (index(" " may[folder] " ", " " folderOf(header) " ")) continue
-                print file ":" number ": " folder " may not include " header; bad++
-            }
-            close(file)
-            return bad
-        }'
-}
+# What a folder may include stands in docs/architecture.md, for readers and for this check.
+check_includes() { files_named include src -- '*.h' '*.cpp' '*.c' | awk -f scripts/lib/includes.awk; }
 
 # GoogleTest's headers are those of the sources that every build compiles.
 googletest=$(sed -n 's/^JX_GOOGLETEST_SOURCE:[A-Z]*=//p' "${build:-}/CMakeCache.txt" 2>/dev/null)
-include_folders="-Isrc -Isrc/api -Isrc/config -Isrc/platform -Isrc/jxutl/ini -Itests/support
+include_folders="-Isrc -Iinclude/jxodbc -Itests/support
     -isystem ${googletest:-/usr/src/googletest}/googletest/include"
 
 # Compiles a header twice, and nothing else, with the given compiler, language and options.
@@ -114,13 +58,13 @@ typedef char* LPSTR; typedef const char* LPCSTR;'
 # Installed headers are included by C programs, by older C++ and beside other ODBC headers.
 installed_header_findings() {
     local header compiler
-    for header in src/platform/*.h src/api/odbcinst.h src/config/odbcins.h src/jxutl/ini/jxini.h; do
+    for header in include/jxodbc/*.h; do
         for compiler in gcc clang; do
             compile_header "$header" $compiler -x c -std=c99 -pedantic
         done
         compile_header "$header" g++ -x c++ -std=c++11 -pedantic
     done
-    for header in src/api/odbcinst.h src/config/odbcins.h src/platform/jxdialog.h; do
+    for header in include/jxodbc/{odbcinst,odbcins,jxdialog}.h; do
         printf '%s\n#define JX_NO_ODBC_TYPES\n#include "%s"\n' "$own_types" "$root/$header" |
             gcc -x c -std=c99 -pedantic -Wall -Wextra -Werror -fsyntax-only $include_folders - 2>&1 ||
             echo "$header does not take types that are defined already"
@@ -129,7 +73,7 @@ installed_header_findings() {
 
 check_headers() {
     {
-        files_named src tests -- '*.h' |
+        files_named include src tests -- '*.h' |
             xargs -P 2 -I '{}' bash -c 'compile_header "$1" g++ -x c++ -std=c++20' - '{}'
         installed_header_findings
     } | nothing

@@ -3,10 +3,10 @@
 #include <jxwindow.h>
 #include <odbcinst.h>
 
+#include <control_ids.h>
 #include "admin/about_record.h"
 #include "admin/dialog_record.h"
 #include "config/text_bytes.h"
-#include "resources/control_ids.h"
 
 using namespace jx::admin;
 
@@ -16,7 +16,7 @@ unsigned int open(HWND dialog, uintptr_t lparam) {
     const auto* record = takeRecord<AboutRecord>(dialog, lparam);
     if (record == nullptr)
         return 0;
-    unsigned short id = jx::kAboutFirstText;
+    unsigned short id = JxAboutFirstText;
     for (const unsigned char* text : record->texts)
         JXW_SetDlgItemText(dialog, id++, text != nullptr ? jx::asChars(text) : "Not Available");
     winCenterBox(dialog);

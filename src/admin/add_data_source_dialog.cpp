@@ -3,10 +3,10 @@
 #include <odbcins.h>
 #include <odbcinst.h>
 
+#include <control_ids.h>
 #include "admin/dialog_record.h"
 #include "config/list_row.h"
 #include "config/text_bytes.h"
-#include "resources/control_ids.h"
 
 using namespace jx::admin;
 
@@ -22,9 +22,9 @@ unsigned int open(HWND dialog, uintptr_t lparam) {
     if (ins == nullptr)
         return 0;
     HWNDADDLG = dialog;
-    ins->PopulateLB(dialog, jx::kAddDataSourceList, kSectionKeys, jx::asBytes(INS_ODBCINI_DRIVERS));
+    ins->PopulateLB(dialog, JxAddDataSourceList, kSectionKeys, jx::asBytes(INS_ODBCINI_DRIVERS));
     // Nothing is selected yet: the first press of OK without a selection leaves the dialog as it is.
-    enableControl(dialog, IDOK, jx::rowCount(dialog, jx::kAddDataSourceList) > 0);
+    enableControl(dialog, IDOK, jx::rowCount(dialog, JxAddDataSourceList) > 0);
     winCenterBox(dialog);
     return 1;
 }
@@ -36,7 +36,7 @@ unsigned int close(HWND dialog) {
 
 // The dialog closes whether the driver accepted or not.
 unsigned int add(HWND dialog, OdbcIns& ins) {
-    if (ins.SaveSelectedLBItem(dialog, jx::kAddDataSourceList, kDriverRow) != 0)
+    if (ins.SaveSelectedLBItem(dialog, JxAddDataSourceList, kDriverRow) != 0)
         return 0;
     unsigned char driver[sizeof ins.driverName];  // a copy: adding clears the record's own
     BUTSTCPY(driver, jx::asBytes(ins.driverName));
@@ -47,13 +47,13 @@ unsigned int add(HWND dialog, OdbcIns& ins) {
 
 unsigned int hearList(HWND dialog, OdbcIns& ins, int notification) {
     if (notification == LBN_SELCHANGE)
-        enableControl(dialog, IDOK, jx::selectedRow(dialog, jx::kAddDataSourceList) != -1);
+        enableControl(dialog, IDOK, jx::selectedRow(dialog, JxAddDataSourceList) != -1);
     return notification == LBN_DBLCLK ? add(dialog, ins) : 0;
 }
 
 unsigned int act(HWND dialog, OdbcIns& ins, int id, int notification) {
     switch (id) {
-        case jx::kAddDataSourceList:
+        case JxAddDataSourceList:
             return hearList(dialog, ins, notification);
         case IDOK:
             return add(dialog, ins);
@@ -71,7 +71,7 @@ unsigned int clickItself(HWND dialog) {
 
 // What needs no record comes first, so that a dialog without one can be closed.
 unsigned int command(HWND dialog, int id, int notification) {
-    if (id == jx::kClaimedCommand)
+    if (id == JxClaimedCommand)
         return 1;
     if (id == IDCANCEL)
         return close(dialog);

@@ -7,11 +7,11 @@
 
 #include <utility>
 
+#include <control_ids.h>
+#include <text_ids.h>
 #include "admin/add_driver_record.h"
 #include "config/text_bytes.h"
 #include "install/owned_text.h"
-#include "resources/control_ids.h"
-#include "resources/strings.h"
 
 namespace jx::admin {
 
@@ -22,7 +22,7 @@ using install::OwnedText;
 // The directory that the user chose; null when there is none.
 OwnedText askForDirectory(HWND owner) {
     AddDriverRecord record{0, nullptr, asBytes("A:\\"), nullptr};
-    jxDllDialog(owner, kAddDriverDialog, AddDriverDlgProc, &record);
+    jxDllDialog(owner, JxAddDriverDialog, AddDriverDlgProc, &record);
     OwnedText chosen(record.chosen);
     return record.confirmed != 0 ? std::move(chosen) : nullptr;
 }
@@ -38,8 +38,8 @@ int countFiles(const unsigned char* pattern) {
 bool wantsAnotherDirectory(HWND owner) {
     unsigned char text[256] = {};
     unsigned char title[256] = {};
-    winGetString(text, kTextNoScript);
-    winGetString(title, kTextDriversTitle);
+    winGetString(text, JxTextNoScript);
+    winGetString(title, JxTextDriversTitle);
     return guiMessageBox(owner, text, title, MB_YESNO | MB_ICONQUESTION) != IDNO;
 }
 

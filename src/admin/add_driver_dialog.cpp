@@ -4,12 +4,12 @@
 #include <jxwindow.h>
 #include <odbcinst.h>
 
+#include <control_ids.h>
 #include "admin/add_driver_record.h"
 #include "admin/dialog_record.h"
 #include "config/message_text.h"
 #include "config/text_bytes.h"
 #include "install/owned_text.h"
-#include "resources/control_ids.h"
 
 using namespace jx::admin;
 using jx::asBytes;
@@ -29,8 +29,8 @@ unsigned int open(HWND dialog, uintptr_t lparam) {
     if (record == nullptr)
         return 0;
     record->confirmed = 0;
-    show(dialog, jx::kDirectoryEdit, record->proposed);
-    show(dialog, jx::kDirectoryText, record->text);
+    show(dialog, JxDirectoryEdit, record->proposed);
+    show(dialog, JxDirectoryText, record->text);
     winCenterBox(dialog);
     return 1;
 }
@@ -48,7 +48,7 @@ unsigned int confirm(HWND dialog) {
     // What an ended dialog took is its caller's.
     if (record == nullptr || directory == nullptr || JXW_IsDialogEnded(dialog, nullptr) != 0)
         return 0;
-    JXW_GetDlgItemText(dialog, jx::kDirectoryEdit, reinterpret_cast<char*>(directory.get()), kReadSize);
+    JXW_GetDlgItemText(dialog, JxDirectoryEdit, reinterpret_cast<char*>(directory.get()), kReadSize);
     if (directory[0] == 0) {
         record->chosen = nullptr;
         jx::showMessage(dialog, asBytes("The entry field needs to be filled to proceed"), MB_OK);
@@ -62,7 +62,7 @@ unsigned int confirm(HWND dialog) {
 
 unsigned int command(HWND dialog, int id) {
     switch (id) {
-        case jx::kClaimedCommand:
+        case JxClaimedCommand:
             return 1;
         case IDOK:
             return confirm(dialog);

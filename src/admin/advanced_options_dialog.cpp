@@ -1,9 +1,9 @@
 // The Advanced Installation Options dialog: three values that are kept with an installation and read by nothing yet.
 #include <odbcinst.h>
 
+#include <control_ids.h>
 #include "admin/dialog_record.h"
 #include "install/install_record.h"
-#include "resources/control_ids.h"
 
 using namespace jx::admin;
 using jx::install::_Install;
@@ -30,22 +30,22 @@ unsigned int open(HWND dialog, uintptr_t lparam) {
     if (install == nullptr)
         return 0;
     if (install->reserved0 != 0)
-        JXW_CheckDlgButton(dialog, jx::kOptionFlagBox, 1);
-    JXW_CheckRadioButton(dialog, 0, 0, buttonFor(install->reserved1, jx::kFirstChoice0));
-    JXW_CheckRadioButton(dialog, 0, 0, buttonFor(install->reserved2, jx::kSecondChoice0));
+        JXW_CheckDlgButton(dialog, JxOptionFlagBox, 1);
+    JXW_CheckRadioButton(dialog, 0, 0, buttonFor(install->reserved1, JxFirstChoice0));
+    JXW_CheckRadioButton(dialog, 0, 0, buttonFor(install->reserved2, JxSecondChoice0));
     winCenterBox(dialog);
     return 1;
 }
 
 unsigned int confirm(HWND dialog, _Install& install) {
-    install.reserved0 = isChecked(dialog, jx::kOptionFlagBox) ? 1 : 0;
-    install.reserved1 = choiceOf(dialog, jx::kFirstChoice0);
-    install.reserved2 = choiceOf(dialog, jx::kSecondChoice0);
+    install.reserved0 = isChecked(dialog, JxOptionFlagBox) ? 1 : 0;
+    install.reserved1 = choiceOf(dialog, JxFirstChoice0);
+    install.reserved2 = choiceOf(dialog, JxSecondChoice0);
     return endDialog(dialog);
 }
 
 unsigned int showVersions(HWND dialog, _Install& install) {
-    jxDllDialog(dialog, jx::kVersionsDialog, VersionsDlgProc, &install);
+    jxDllDialog(dialog, JxVersionsDialog, VersionsDlgProc, &install);
     return 0;
 }
 
@@ -53,7 +53,7 @@ unsigned int act(HWND dialog, _Install& install, int id) {
     switch (id) {
         case IDOK:
             return confirm(dialog, install);
-        case jx::kVersionsButton:
+        case JxVersionsButton:
             return showVersions(dialog, install);
         default:
             return 0;
@@ -62,7 +62,7 @@ unsigned int act(HWND dialog, _Install& install, int id) {
 
 // What needs no record comes first, so that a dialog without one can be closed.
 unsigned int command(HWND dialog, int id) {
-    if (id == jx::kClaimedCommand)
+    if (id == JxClaimedCommand)
         return 1;
     if (id == IDCANCEL)
         return endDialog(dialog);

@@ -2,10 +2,10 @@
 #include <odbcins.h>
 #include <odbcinst.h>
 
+#include <control_ids.h>
 #include "admin/dialog_record.h"
 #include "config/list_row.h"
 #include "config/setup_library.h"
-#include "resources/control_ids.h"
 
 using namespace jx::admin;
 
@@ -16,7 +16,7 @@ constexpr unsigned long kDataSources = 1;  // the mode of the list's rows
 enum Message : unsigned long { kRemoveFailed = 50, kChangeFailed = 51, kConfirmRemove = 53, kSetupNotLoaded = 54 };
 
 void fillList(HWND dialog, OdbcIns& ins) {
-    ins.PopulateLB(dialog, jx::kDataSourcesList, kDataSources, nullptr);
+    ins.PopulateLB(dialog, JxDataSourcesList, kDataSources, nullptr);
 }
 
 unsigned int open(HWND dialog, uintptr_t lparam) {
@@ -25,16 +25,16 @@ unsigned int open(HWND dialog, uintptr_t lparam) {
         return 0;
     HWNDDSDLG = dialog;
     fillList(dialog, *ins);
-    selectFirstRow(dialog, jx::kDataSourcesList, jx::kSetupButton);
-    selectFirstRow(dialog, jx::kDataSourcesList, jx::kDeleteButton);
+    selectFirstRow(dialog, JxDataSourcesList, JxSetupButton);
+    selectFirstRow(dialog, JxDataSourcesList, JxDeleteButton);
     winCenterBox(dialog);
     return 1;
 }
 
 void enableButtons(HWND dialog) {
-    const bool selected = jx::selectedRow(dialog, jx::kDataSourcesList) != -1;
-    enableControl(dialog, jx::kSetupButton, selected);
-    enableControl(dialog, jx::kDeleteButton, selected);
+    const bool selected = jx::selectedRow(dialog, JxDataSourcesList) != -1;
+    enableControl(dialog, JxSetupButton, selected);
+    enableControl(dialog, JxDeleteButton, selected);
 }
 
 // Lets the selected data source's driver carry out request; failure is the message when it refuses. The dialog itself
@@ -52,7 +52,7 @@ void configure(HWND dialog, OdbcIns& ins, unsigned long request, Message failure
 }
 
 bool takeSelection(HWND dialog, OdbcIns& ins) {
-    return ins.SaveSelectedLBItem(dialog, jx::kDataSourcesList, kDataSources) == 0;
+    return ins.SaveSelectedLBItem(dialog, JxDataSourcesList, kDataSources) == 0;
 }
 
 unsigned int setUp(HWND dialog, OdbcIns& ins) {
@@ -75,13 +75,13 @@ unsigned int add(HWND dialog, OdbcIns& ins) {
 
 // Removing a driver may have removed data sources, so the list is always read again.
 unsigned int showDrivers(HWND dialog, OdbcIns& ins) {
-    jxDllDialog(dialog, jx::kDriversDialog, OdbcDriversDlgProc, &ins);
+    jxDllDialog(dialog, JxDriversDialog, OdbcDriversDlgProc, &ins);
     fillList(dialog, ins);
     return 0;
 }
 
 unsigned int showOptions(HWND dialog, OdbcIns& ins) {
-    jxDllDialog(dialog, jx::kOptionsDialog, OdbcOptionsDlgProc, &ins);
+    jxDllDialog(dialog, JxOptionsDialog, OdbcOptionsDlgProc, &ins);
     return 0;
 }
 
@@ -98,17 +98,17 @@ unsigned int hearList(HWND dialog, OdbcIns& ins, int notification) {
 
 unsigned int act(HWND dialog, OdbcIns& ins, int id, int notification) {
     switch (id) {
-        case jx::kDataSourcesList:
+        case JxDataSourcesList:
             return hearList(dialog, ins, notification);
-        case jx::kSetupButton:
+        case JxSetupButton:
             return setUp(dialog, ins);
-        case jx::kDeleteButton:
+        case JxDeleteButton:
             return remove(dialog, ins);
-        case jx::kAddButton:
+        case JxAddButton:
             return add(dialog, ins);
-        case jx::kDriversButton:
+        case JxDriversButton:
             return showDrivers(dialog, ins);
-        case jx::kOptionsButton:
+        case JxOptionsButton:
             return showOptions(dialog, ins);
         default:
             return 0;
@@ -117,9 +117,9 @@ unsigned int act(HWND dialog, OdbcIns& ins, int id, int notification) {
 
 // What needs no record comes first, so that a dialog without one can be closed.
 unsigned int command(HWND dialog, int id, int notification) {
-    if (id == jx::kClaimedCommand)
+    if (id == JxClaimedCommand)
         return 1;
-    if (id == jx::kCloseButton)
+    if (id == JxCloseButton)
         return close(dialog);
     auto* ins = recordOf<OdbcIns>(dialog);
     return ins != nullptr ? act(dialog, *ins, id, notification) : 0;

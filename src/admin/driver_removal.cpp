@@ -13,10 +13,10 @@
 #include <cstdio>
 #include <cstring>
 
+#include <text_ids.h>
 #include "admin/short_key_list.h"
 #include "config/text_bytes.h"
 #include "install/profile_text.h"
-#include "resources/strings.h"
 
 namespace jx::admin {
 
@@ -35,8 +35,8 @@ void reportKept(HWND dialog, const unsigned char* path, int reason) {
     unsigned char pattern[256] = {};
     unsigned char title[256] = {};
     std::array<char, 512> file{};
-    winGetString(pattern, kTextFileNotDeleted);
-    winGetString(title, kTextFileNotDeletedTitle);
+    winGetString(pattern, JxTextFileNotDeleted);
+    winGetString(title, JxTextFileNotDeletedTitle);
     std::snprintf(file.data(), file.size(), "%s: %s", asChars(path), std::strerror(reason));
     JxParamString text;
     text.initialize(pattern);

@@ -9,13 +9,13 @@
 #include <string>
 #include <string_view>
 
+#include <control_ids.h>
 #include "admin/dialog_record.h"
 #include "admin/script_drivers.h"
 #include "config/list_row.h"
 #include "config/message_text.h"
 #include "config/text_bytes.h"
 #include "install/profile_text.h"
-#include "resources/control_ids.h"
 
 namespace jx::admin {
 
@@ -51,15 +51,15 @@ std::string rearranged(std::string_view date) {
 }
 
 void showFields(HWND dialog, std::string_view line) {
-    JXW_SetDlgItemText(dialog, kVersionFileName, std::string(field(line, 1)).c_str());
-    JXW_SetDlgItemText(dialog, kVersionRole, "Driver");
-    JXW_SetDlgItemText(dialog, kVersionNumber, std::string(field(line, 19)).c_str());
-    JXW_SetDlgItemText(dialog, kVersionDate, rearranged(field(line, 5)).c_str());
-    JXW_SetDlgItemText(dialog, kVersionSize, std::string(field(line, 15)).c_str());
+    JXW_SetDlgItemText(dialog, JxVersionFileName, std::string(field(line, 1)).c_str());
+    JXW_SetDlgItemText(dialog, JxVersionRole, "Driver");
+    JXW_SetDlgItemText(dialog, JxVersionNumber, std::string(field(line, 19)).c_str());
+    JXW_SetDlgItemText(dialog, JxVersionDate, rearranged(field(line, 5)).c_str());
+    JXW_SetDlgItemText(dialog, JxVersionSize, std::string(field(line, 15)).c_str());
 }
 
 void clearFields(HWND dialog) {
-    for (unsigned short id = kVersionFileName; id <= kVersionSize; ++id)
+    for (unsigned short id = JxVersionFileName; id <= JxVersionSize; ++id)
         JXW_SetDlgItemText(dialog, id, nullptr);
 }
 
@@ -85,7 +85,7 @@ bool showLine(HWND dialog, std::string_view line) {
 
 int DisplayDriverVersion(unsigned int hwnd, _Install* /*install*/, unsigned long listId) {
     const auto* own = recordOf<_Install>(hwnd);
-    const short row = selectedRow(hwnd, kVersionsList);
+    const short row = selectedRow(hwnd, JxVersionsList);
     std::string driver;
     install::ProfileText value;
     if (own == nullptr || row == -1 || !readRow(hwnd, static_cast<unsigned short>(listId), row, driver))

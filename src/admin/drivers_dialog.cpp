@@ -5,14 +5,14 @@
 
 #include <string>
 
+#include <control_ids.h>
+#include <text_ids.h>
 #include "admin/add_driver.h"
 #include "admin/dialog_record.h"
 #include "admin/driver_removal.h"
 #include "admin/short_key_list.h"
 #include "config/list_row.h"
 #include "config/text_bytes.h"
-#include "resources/control_ids.h"
-#include "resources/strings.h"
 
 using namespace jx::admin;
 using jx::asBytes;
@@ -27,8 +27,8 @@ void FillDriversListbox(HWND dialog, short listId, OdbcIns* ins) {
 }
 
 void showDrivers(HWND dialog, OdbcIns& ins) {
-    FillDriversListbox(dialog, jx::kDriversList, &ins);
-    selectFirstRow(dialog, jx::kDriversList, jx::kDeleteDriverButton);
+    FillDriversListbox(dialog, JxDriversList, &ins);
+    selectFirstRow(dialog, JxDriversList, JxDeleteDriverButton);
 }
 
 unsigned int open(HWND dialog, uintptr_t lparam) {
@@ -43,8 +43,8 @@ unsigned int open(HWND dialog, uintptr_t lparam) {
 bool isRemovalConfirmed(HWND dialog, const unsigned char* driverName) {
     unsigned char title[256] = {};
     unsigned char pattern[256] = {};
-    winGetString(title, jx::kTextDriversTitle);
-    winGetString(pattern, jx::kTextConfirmDriverRemove);
+    winGetString(title, JxTextDriversTitle);
+    winGetString(pattern, JxTextConfirmDriverRemove);
     JxParamString question;
     question.initialize(pattern);
     question.setParam(driverName);
@@ -52,9 +52,9 @@ bool isRemovalConfirmed(HWND dialog, const unsigned char* driverName) {
 }
 
 unsigned int removeSelected(HWND dialog, OdbcIns& ins) {
-    const short row = jx::selectedRow(dialog, jx::kDriversList);
+    const short row = jx::selectedRow(dialog, JxDriversList);
     std::string name;
-    if (row == -1 || !jx::readRow(dialog, jx::kDriversList, row, name) || name.empty())
+    if (row == -1 || !jx::readRow(dialog, JxDriversList, row, name) || name.empty())
         return 0;
     if (!isRemovalConfirmed(dialog, asBytes(name.c_str())))
         return 0;
@@ -71,9 +71,9 @@ unsigned int add(HWND dialog, OdbcIns& ins) {
 
 unsigned int act(HWND dialog, OdbcIns& ins, int id) {
     switch (id) {
-        case jx::kDeleteDriverButton:
+        case JxDeleteDriverButton:
             return removeSelected(dialog, ins);
-        case jx::kAddDriverButton:
+        case JxAddDriverButton:
             return add(dialog, ins);
         default:
             return 0;
@@ -82,9 +82,9 @@ unsigned int act(HWND dialog, OdbcIns& ins, int id) {
 
 // What needs no record comes first, so that a dialog without one can be closed.
 unsigned int command(HWND dialog, int id) {
-    if (id == jx::kClaimedCommand)
+    if (id == JxClaimedCommand)
         return 1;
-    if (id == jx::kCloseButton)
+    if (id == JxCloseButton)
         return endDialog(dialog);
     auto* ins = recordOf<OdbcIns>(dialog);
     return ins != nullptr ? act(dialog, *ins, id) : 0;

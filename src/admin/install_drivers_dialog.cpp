@@ -1,9 +1,9 @@
 // The Install Drivers dialog: which drivers of a script are to be installed.
 #include <odbcinst.h>
 
+#include <control_ids.h>
 #include "admin/dialog_record.h"
 #include "admin/script_drivers.h"
-#include "resources/control_ids.h"
 
 using namespace jx::admin;
 using jx::install::InstallDriversRecord;
@@ -16,21 +16,21 @@ unsigned int open(HWND dialog, uintptr_t lparam) {
         return 0;
     record->proceed = 0;
     // A script without drivers: the dialog cancels itself as soon as it runs.
-    if (FillLB(dialog, jx::kInstallDriversList, record->install) == 1)
+    if (FillLB(dialog, JxInstallDriversList, record->install) == 1)
         JXW_PostMessage(dialog, WM_COMMAND, IDCANCEL, 0);
-    selectFirstRow(dialog, jx::kInstallDriversList, IDOK);
+    selectFirstRow(dialog, JxInstallDriversList, IDOK);
     winCenterBox(dialog);
     return 1;
 }
 
 unsigned int confirm(HWND dialog, InstallDriversRecord& record) {
-    SaveSelectedLBItems(dialog, jx::kInstallDriversList, record.install);
+    SaveSelectedLBItems(dialog, JxInstallDriversList, record.install);
     record.proceed = 1;
     return endDialog(dialog);
 }
 
 unsigned int showAdvancedOptions(HWND dialog, InstallDriversRecord& record) {
-    jxDllDialog(dialog, jx::kAdvancedOptionsDialog, AdvancedInstallationOptionsDlgProc, record.install);
+    jxDllDialog(dialog, JxAdvancedOptionsDialog, AdvancedInstallationOptionsDlgProc, record.install);
     return 0;
 }
 
@@ -38,7 +38,7 @@ unsigned int act(HWND dialog, InstallDriversRecord& record, int id) {
     switch (id) {
         case IDOK:
             return confirm(dialog, record);
-        case jx::kAdvancedButton:
+        case JxAdvancedButton:
             return showAdvancedOptions(dialog, record);
         default:
             return 0;
@@ -47,7 +47,7 @@ unsigned int act(HWND dialog, InstallDriversRecord& record, int id) {
 
 // What needs no record comes first, so that a dialog without one can be closed.
 unsigned int command(HWND dialog, int id) {
-    if (id == jx::kClaimedCommand)
+    if (id == JxClaimedCommand)
         return 1;
     if (id == IDCANCEL)
         return endDialog(dialog);

@@ -3,9 +3,9 @@
 #include <odbcins.h>
 #include <odbcinst.h>
 
+#include <control_ids.h>
 #include "admin/dialog_record.h"
 #include "config/text_bytes.h"
-#include "resources/control_ids.h"
 
 using namespace jx::admin;
 using jx::asBytes;
@@ -45,10 +45,10 @@ unsigned int open(HWND dialog, uintptr_t lparam) {
     if (ins == nullptr)
         return 0;
     unsigned char traceFile[kTextSize];
-    showBox(dialog, jx::kTraceBox, *ins, "Trace");
-    showBox(dialog, jx::kTraceAutoStopBox, *ins, "TraceAutoStop");
+    showBox(dialog, JxTraceBox, *ins, "Trace");
+    showBox(dialog, JxTraceAutoStopBox, *ins, "TraceAutoStop");
     readSetting(*ins, "TraceFile", "sql.log", traceFile);
-    JXW_SetDlgItemText(dialog, jx::kTraceFileEdit, jx::asChars(traceFile));
+    JXW_SetDlgItemText(dialog, JxTraceFileEdit, jx::asChars(traceFile));
     return 1;
 }
 
@@ -57,10 +57,10 @@ unsigned int save(HWND dialog) {
     auto* ins = recordOf<OdbcIns>(dialog);
     if (ins == nullptr)
         return 0;
-    storeBox(dialog, jx::kTraceBox, *ins, "Trace");
-    storeBox(dialog, jx::kTraceAutoStopBox, *ins, "TraceAutoStop");
+    storeBox(dialog, JxTraceBox, *ins, "Trace");
+    storeBox(dialog, JxTraceAutoStopBox, *ins, "TraceAutoStop");
     char traceFile[kTextSize];
-    JXW_GetDlgItemText(dialog, jx::kTraceFileEdit, traceFile, kTextSize);
+    JXW_GetDlgItemText(dialog, JxTraceFileEdit, traceFile, kTextSize);
     writeSetting(*ins, "TraceFile", asBytes(traceFile));
     return endDialog(dialog);
 }
@@ -75,9 +75,9 @@ unsigned int chooseTraceFile(HWND dialog) {
 
 unsigned int command(HWND dialog, int id) {
     switch (id) {
-        case jx::kClaimedCommand:
+        case JxClaimedCommand:
             return 1;
-        case jx::kTraceFileButton:
+        case JxTraceFileButton:
             return chooseTraceFile(dialog);
         case IDOK:
             return save(dialog);

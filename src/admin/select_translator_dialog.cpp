@@ -7,13 +7,13 @@
 #include <cstddef>
 #include <string>
 
+#include <control_ids.h>
+#include <text_ids.h>
 #include "admin/dialog_record.h"
 #include "config/list_row.h"
 #include "config/message_text.h"
 #include "config/text_bytes.h"
 #include "config/translator_choice.h"
-#include "resources/control_ids.h"
-#include "resources/strings.h"
 
 using namespace jx::admin;
 using jx::TranslatorChoice;
@@ -24,10 +24,10 @@ constexpr unsigned long kSectionKeys = 2;  // the mode of a list of keys
 
 // The first row with this text; 0, which is no translator, when there is none.
 int rowOf(HWND dialog, const unsigned char* name) {
-    const short count = jx::rowCount(dialog, jx::kTranslatorsList);
+    const short count = jx::rowCount(dialog, JxTranslatorsList);
     std::string row;
     for (short at = 0; at < count && *name != 0; ++at) {
-        if (jx::readRow(dialog, jx::kTranslatorsList, at, row) && row == jx::asChars(name))
+        if (jx::readRow(dialog, JxTranslatorsList, at, row) && row == jx::asChars(name))
             return at;
     }
     return 0;
@@ -38,8 +38,8 @@ unsigned int open(HWND dialog, uintptr_t lparam) {
     if (choice == nullptr)
         return 0;
     choice->chosen = 0;
-    choice->installer->PopulateLB(dialog, jx::kTranslatorsList, kSectionKeys, jx::asBytes(INS_ODBCINST_TRANSLATORS));
-    JXW_SendDlgItemMessage(dialog, jx::kTranslatorsList, LB_SETCURSEL, rowOf(dialog, choice->name), 0);
+    choice->installer->PopulateLB(dialog, JxTranslatorsList, kSectionKeys, jx::asBytes(INS_ODBCINST_TRANSLATORS));
+    JXW_SendDlgItemMessage(dialog, JxTranslatorsList, LB_SETCURSEL, rowOf(dialog, choice->name), 0);
     winCenterBox(dialog);
     return 1;
 }
@@ -57,13 +57,13 @@ void refuseName(HWND dialog) {
 
 // Makes the selected row the choice; false when its name does not fit: a cut one would be another translator's.
 bool chooseRow(HWND dialog, TranslatorChoice& choice) {
-    const short row = jx::selectedRow(dialog, jx::kTranslatorsList);
+    const short row = jx::selectedRow(dialog, JxTranslatorsList);
     std::string name;
     if (row <= 0) {
         chooseNone(choice);
         return true;
     }
-    if (!jx::readRow(dialog, jx::kTranslatorsList, row, name))
+    if (!jx::readRow(dialog, JxTranslatorsList, row, name))
         return false;
     if (name.size() >= jx::kTranslatorNameSize) {
         refuseName(dialog);
@@ -89,13 +89,13 @@ unsigned int cancel(HWND dialog) {
 
 unsigned int hearList(HWND dialog, TranslatorChoice& choice, int notification) {
     if (notification == LBN_SELCHANGE)
-        enableControl(dialog, IDOK, jx::selectedRow(dialog, jx::kTranslatorsList) != -1);
+        enableControl(dialog, IDOK, jx::selectedRow(dialog, JxTranslatorsList) != -1);
     return notification == LBN_DBLCLK ? confirm(dialog, choice) : 0;
 }
 
 unsigned int act(HWND dialog, TranslatorChoice& choice, int id, int notification) {
     switch (id) {
-        case jx::kTranslatorsList:
+        case JxTranslatorsList:
             return hearList(dialog, choice, notification);
         case IDOK:
             return confirm(dialog, choice);
@@ -106,7 +106,7 @@ unsigned int act(HWND dialog, TranslatorChoice& choice, int id, int notification
 
 // What needs no record comes first, so that a dialog without one can be closed.
 unsigned int command(HWND dialog, int id, int notification) {
-    if (id == jx::kClaimedCommand)
+    if (id == JxClaimedCommand)
         return 1;
     if (id == IDCANCEL)
         return cancel(dialog);

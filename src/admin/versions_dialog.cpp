@@ -1,9 +1,9 @@
 // The Versions dialog: what the script says about its drivers' libraries.
 #include <odbcinst.h>
 
+#include <control_ids.h>
 #include "admin/dialog_record.h"
 #include "admin/script_drivers.h"
-#include "resources/control_ids.h"
 
 using namespace jx::admin;
 using jx::install::_Install;
@@ -14,8 +14,8 @@ unsigned int open(HWND dialog, uintptr_t lparam) {
     auto* install = takeRecord<_Install>(dialog, lparam);
     if (install == nullptr)
         return 0;
-    FillLB(dialog, jx::kVersionsList, install);
-    selectFirstRow(dialog, jx::kVersionsList, IDOK);
+    FillLB(dialog, JxVersionsList, install);
+    selectFirstRow(dialog, JxVersionsList, IDOK);
     winCenterBox(dialog);
     return 1;
 }
@@ -23,7 +23,7 @@ unsigned int open(HWND dialog, uintptr_t lparam) {
 unsigned int hearList(HWND dialog, int notification) {
     if (notification != LBN_SELCHANGE)
         return endDialog(dialog);
-    DisplayDriverVersion(dialog, nullptr, jx::kVersionsList);
+    DisplayDriverVersion(dialog, nullptr, JxVersionsList);
     return 0;
 }
 
@@ -31,7 +31,7 @@ unsigned int hearList(HWND dialog, int notification) {
 // double click.
 unsigned int command(HWND dialog, int id, int notification) {
     switch (id) {
-        case jx::kVersionsList:
+        case JxVersionsList:
             return hearList(dialog, notification);
         case IDCANCEL:
             return endDialog(dialog);

@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <cstring>
 
-#include "config/profile_cache.h"
+#include "config/named_profile.h"
 #include "config/text_bytes.h"
 
 namespace {
@@ -37,7 +37,7 @@ int OdbcIns::jxSQLGetPrivateProfileString(const unsigned char* section, const un
     std::memset(buffer, 0, static_cast<std::size_t>(size));
     if (const unsigned char* known = userFile(file); known != nullptr)
         return jxGetPrivateProfileString(section, entry, fallback, buffer, size, known);
-    const jx::ProfileCache cache(file);
+    const jx::NamedProfile cache(file);
     return jxGetPrivateProfileString(section, entry, fallback, buffer, size, cache.get());
 }
 
@@ -47,6 +47,6 @@ int OdbcIns::jxSQLWritePrivateProfileString(const unsigned char* section, const 
         return 0;
     if (const unsigned char* known = userFile(file); known != nullptr)
         return jxWritePrivateProfileString(section, entry, text, known);
-    const jx::ProfileCache cache(file);
+    const jx::NamedProfile cache(file);
     return jxWritePrivateProfileString(section, entry, text, cache.get());
 }

@@ -2,7 +2,7 @@
 #include <cstdio>
 
 #include "config/message_text.h"
-#include "config/profile_cache.h"
+#include "config/named_profile.h"
 #include "install/owned_text.h"
 #include "install/profile_text.h"
 #include "install/script_line.h"
@@ -14,7 +14,7 @@ namespace {
 
 // Reads the keys of the component's section; an absent or unreadable one leaves an empty list.
 void readKeys(const unsigned char* script, const unsigned char* section, ProfileText& keys) {
-    const ProfileCache cache(script);
+    const NamedProfile cache(script);
     if (!keys.read(section, nullptr, cache.get()))
         *keys.text() = 0;
 }

@@ -1,5 +1,5 @@
 // The objects that record errors, the list that owns them, and the calling thread's list.
-#include "platform/jxerrors.h"
+#include <jxerrors.h>
 
 #include <cstring>
 #include <functional>
@@ -8,9 +8,9 @@
 #include <utility>
 #include <vector>
 
-#include "platform/jxmemory.h"
-#include "platform/jxtext.h"
-#include "thread_data.h"
+#include <jxmemory.h>
+#include <jxtext.h>
+#include "jxutl/thread/thread_data.h"
 
 JxObject::JxObject() = default;
 JxObject::~JxObject() = default;

@@ -10,8 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include <jxfiles.h>
 #include "ini/file_ops.h"
-#include "platform/jxfiles.h"
 
 namespace {
 

@@ -3,9 +3,9 @@
 
 #include <cerrno>
 
+#include <jxfiles.h>
 #include "ini/file_ops.h"
-#include "platform/jxfiles.h"
-#include "product_libraries.h"
+#include "jxutl/product_libraries.h"
 
 namespace {
 

@@ -3,8 +3,8 @@
 
 #include <new>
 
-#include "platform/jxfiles.h"
-#include "thread_data.h"
+#include <jxfiles.h>
+#include "jxutl/thread/thread_data.h"
 
 namespace {
 

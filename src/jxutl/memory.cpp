@@ -1,5 +1,5 @@
 // Heap blocks, by way of malloc and its kin so that either side of the library's edge can release them.
-#include "platform/jxmemory.h"
+#include <jxmemory.h>
 
 #include <cerrno>
 #include <cstdlib>

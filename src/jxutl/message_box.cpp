@@ -1,10 +1,10 @@
 // Message boxes: who answers them, and what happens when nobody does.
 #include <mutex>
 
+#include <jxdialog.h>
 #include "jxutl/dialog/message_answer.h"
 #include "jxutl/dialog/owner_turn.h"
-#include "platform/jxdialog.h"
-#include "terminal_text.h"
+#include "jxutl/terminal_text.h"
 
 namespace {
 

@@ -10,9 +10,9 @@
 #include <utility>
 #include <vector>
 
+#include <jxtemplate.h>
 #include "jxutl/dialog/dialog_template.h"
-#include "lasting.h"
-#include "platform/jxtemplate.h"
+#include "jxutl/thread/lasting.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/jxerrors.h"
+#include <jxerrors.h>
 
 struct JxParamString::State {
     std::string pattern;

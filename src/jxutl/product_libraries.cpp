@@ -1,5 +1,5 @@
 // Finds the libraries that lie beside this one.
-#include "product_libraries.h"
+#include "jxutl/product_libraries.h"
 
 #include <dlfcn.h>
 

@@ -1,9 +1,9 @@
 // The depth of tasks on a thread, and the slots of per-thread data.
-#include "platform/jxtasks.h"
+#include <jxtasks.h>
 
 #include <limits>
 
-#include "thread_data.h"
+#include "jxutl/thread/thread_data.h"
 
 int mdsPerTaskInit() {
     jx::ThreadData* data = jx::threadData();

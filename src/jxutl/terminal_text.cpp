@@ -1,5 +1,5 @@
 // Takes texts apart into characters and writes the harmless ones.
-#include "terminal_text.h"
+#include "jxutl/terminal_text.h"
 
 #include <pthread.h>
 #include <unistd.h>

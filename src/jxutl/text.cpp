@@ -1,5 +1,5 @@
 // Single-byte text: length, copies, comparisons, searches and decimal numbers.
-#include "platform/jxtext.h"
+#include <jxtext.h>
 
 #include <charconv>
 #include <cstdint>

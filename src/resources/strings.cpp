@@ -1,7 +1,7 @@
 // Registers the texts and dialog templates of module "odbcinst" while the library is loaded.
-#include "strings.h"
+#include "resources/strings.h"
 
-#include "templates.h"
+#include "resources/templates.h"
 
 namespace jx {
 

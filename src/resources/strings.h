@@ -1,65 +1,48 @@
 // The texts of module "odbcinst".
 #pragma once
 
-#include "platform/jxdialog.h"
+#include <jxdialog.h>
+#include <text_ids.h>
 
 namespace jx {
 
 // The name that programs find in BJXHINST.
 inline constexpr char kTextModule[] = "odbcinst";
 
-// TextId: what each text says. Ids are part of the interface: programs load texts by number.
-enum TextId : unsigned short {
-    kTextRemoveFailed = 50,
-    kTextChangeFailed = 51,
-    kTextAddFailed = 52,
-    kTextConfirmRemove = 53,  // a printf pattern: one %s, the data source's name
-    kTextSetupNotLoaded = 54,
-    kTextUnknownDataSource = 55,
-    kTextTranslatorNotLoaded = 56,   // %1: the library's path
-    kTextTranslatorNoRoutine = 57,   // %1: the library's path
-    kTextTranslatorTitle = 58,       // the title over 56 and 57
-    kTextFileNotDeleted = 167,       // %1: the file's path
-    kTextFileNotDeletedTitle = 168,  // the title over 167
-    kTextDriversTitle = 169,         // the title over 170 and 171
-    kTextConfirmDriverRemove = 170,  // %1: the driver's name
-    kTextNoScript = 171
-};
-
 // The texts by id, ended as JXW_RegisterModule wants it. They are registered while the library is loaded; load them
 // with JXW_LoadString. Each fits a buffer of 255 bytes, 53 with a name of 49 bytes too; the filled templates may be
 // longer, since a path is shown whole.
 inline constexpr JxwString kTexts[] = {
-    {kTextRemoveFailed,
+    {JxTextRemoveFailed,
      "The driver's setup library did not remove the data source. If you did not cancel it, check that you may write to "
      "your configuration files, and try again."},
-    {kTextChangeFailed,
+    {JxTextChangeFailed,
      "The driver's setup library did not change the data source. If you did not cancel it, check the settings you "
      "entered, and try again."},
-    {kTextAddFailed,
+    {JxTextAddFailed,
      "The data source was not added. If you did not cancel it, check that the driver's setup library is installed "
      "(key Setup in .odbcinst.ini) and that the settings you entered are right."},
-    {kTextConfirmRemove, "Remove the data source \"%s\"?\nIts settings are deleted and cannot be restored."},
-    {kTextSetupNotLoaded,
+    {JxTextConfirmRemove, "Remove the data source \"%s\"?\nIts settings are deleted and cannot be restored."},
+    {JxTextSetupNotLoaded,
      "The driver's setup library could not be loaded; the data source was left as it is. Check that the file named by "
      "the driver's Setup key in .odbcinst.ini exists and that the libraries it needs are installed."},
-    {kTextUnknownDataSource, "There is no data source of this name. Choose one from the list, or add it first."},
-    {kTextTranslatorNotLoaded,
+    {JxTextUnknownDataSource, "There is no data source of this name. Choose one from the list, or add it first."},
+    {JxTextTranslatorNotLoaded,
      "The translator's setup library could not be loaded:\n%1\nCheck that the file exists and that the libraries it "
      "needs are installed."},
-    {kTextTranslatorNoRoutine,
+    {JxTextTranslatorNoRoutine,
      "The translator's setup library has no ConfigTranslator routine:\n%1\nCheck that the translator's Setup key in "
      ".odbcinst.ini names the right file."},
-    {kTextTranslatorTitle, "Translator Setup"},
-    {kTextFileNotDeleted,
+    {JxTextTranslatorTitle, "Translator Setup"},
+    {JxTextFileNotDeleted,
      "This file could not be deleted:\n%1\nThe driver is removed from the configuration all the same. Delete the file "
      "yourself if no other driver needs it."},
-    {kTextFileNotDeletedTitle, "File Not Deleted"},
-    {kTextDriversTitle, "ODBC Drivers"},
-    {kTextConfirmDriverRemove,
+    {JxTextFileNotDeletedTitle, "File Not Deleted"},
+    {JxTextDriversTitle, "ODBC Drivers"},
+    {JxTextConfirmDriverRemove,
      "Remove the driver \"%1\"?\nIts driver and setup library files are deleted from the disk, and so are all data "
      "sources whose driver's name contains this name. This cannot be undone."},
-    {kTextNoScript,
+    {JxTextNoScript,
      "There is no installation script (odbc.inf) in this directory. Do you want to choose another directory?"},
     {0, nullptr}};
 

@@ -5,7 +5,7 @@
 #include <memory>
 #include <utility>
 
-#include "jxutl/ini/jxini.h"
+#include <jxini.h>
 #include "setup/ini_names.h"
 
 namespace jx::setup {

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/jxtext.h"
+#include <jxtext.h>
 #include "setup/ini_names.h"
 
 namespace jx::setup {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "platform/jxtypes.h"
+#include <jxtypes.h>
 #include "setup/data_source_request.h"
 
 namespace jx::setup {

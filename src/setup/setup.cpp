@@ -1,7 +1,7 @@
 // The entry points of libjxsetup.so, the setup library for drivers that bring none.
 #include <new>
 
-#include "api/odbcinst.h"
+#include <odbcinst.h>
 #include "setup/data_source_file.h"
 #include "setup/setup_dialog.h"
 

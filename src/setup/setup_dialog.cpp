@@ -1,8 +1,8 @@
 // The setup dialog: a data source's name, its driver, and its keys with their values.
 #include "setup/setup_dialog.h"
 
-#include "jxutl/ini/jxini.h"
-#include "platform/jxwindow.h"
+#include <jxini.h>
+#include <jxwindow.h>
 #include "setup/data_source_file.h"
 #include "setup/key_fields.h"
 #include "setup/setup_template.h"

@@ -1,7 +1,7 @@
 // The dialog in which a user edits one data source.
 #pragma once
 
-#include "platform/jxtypes.h"
+#include <jxtypes.h>
 #include "setup/data_source_form.h"
 
 namespace jx::setup {

@@ -3,7 +3,7 @@
 // Positions lie on a terminal's grid, 4 units to a column and 8 to a line, with a free line between buttons.
 #pragma once
 
-#include "platform/jxdialog.h"
+#include <jxdialog.h>
 
 namespace jx::setup {
 

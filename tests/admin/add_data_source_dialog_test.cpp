@@ -63,17 +63,17 @@ TEST_F(AddDataSourceDialog, KnowsWhileItIsOpen) {
 }
 
 TEST_F(AddDataSourceDialog, PressingOkWithoutASelectionLeavesItOpen) {
-    ScriptedUser user{press(IDOK), selectRow(kAddDataSourceList, -1), refused(press(IDOK)),
-                      selectRow(kAddDataSourceList, 0), press(IDOK)};
+    ScriptedUser user{press(IDOK), selectRow(JxAddDataSourceList, -1), refused(press(IDOK)),
+                      selectRow(JxAddDataSourceList, 0), press(IDOK)};
     EXPECT_EQ(SQLCreateDataSource(kOwner, nullptr), TRUE);
     EXPECT_EQ(user.actionsLeft(), 0U);
 }
 
 TEST_F(AddDataSourceDialog, AddsThroughTheSelectedDriver) {
-    for (const auto& confirm : {press(IDOK), key(JXW_KEY_ENTER), doubleClick(kAddDataSourceList, 0)}) {
+    for (const auto& confirm : {press(IDOK), key(JXW_KEY_ENTER), doubleClick(JxAddDataSourceList, 0)}) {
         const SetupCalls own;
         HWND dialog = 0;
-        ScriptedUser user{call([&](HWND hwnd) { dialog = hwnd; }), selectRow(kAddDataSourceList, 0), confirm};
+        ScriptedUser user{call([&](HWND hwnd) { dialog = hwnd; }), selectRow(JxAddDataSourceList, 0), confirm};
         EXPECT_EQ(SQLCreateDataSource(kOwner, nullptr), TRUE);
         EXPECT_EQ(own.lines(),
                   (Lines{"loaded", "CONFIGDSN hwnd=" + std::to_string(dialog) + " request=1 driver=Both attributes=|",
@@ -84,7 +84,7 @@ TEST_F(AddDataSourceDialog, AddsThroughTheSelectedDriver) {
 
 TEST_F(AddDataSourceDialog, ClosesAfterAFailedAddToo) {
     for (const int row : {1, 2}) {
-        ScriptedUser user({doubleClick(kAddDataSourceList, row)}, {IDOK});
+        ScriptedUser user({doubleClick(JxAddDataSourceList, row)}, {IDOK});
         EXPECT_EQ(SQLCreateDataSource(kOwner, nullptr), FALSE);
         EXPECT_EQ(user.boxes, Texts{adminBox(52, 48)}) << row;
         EXPECT_EQ(user.appearances, (Texts{"+Add Data Source", "-Add Data Source"}));
@@ -94,7 +94,7 @@ TEST_F(AddDataSourceDialog, ClosesAfterAFailedAddToo) {
 TEST_F(AddDataSourceDialog, DoesNothingWithADriverNameThatDoesNotFit) {
     const std::string name(50, 'd');
     putDrivers({{name.c_str(), setupLibrary("driver_both")}});
-    ScriptedUser user{doubleClick(kAddDataSourceList, 0), press(IDOK), press(IDCANCEL)};
+    ScriptedUser user{doubleClick(JxAddDataSourceList, 0), press(IDOK), press(IDCANCEL)};
     EXPECT_EQ(SQLCreateDataSource(kOwner, nullptr), FALSE);
     EXPECT_EQ(user.actionsLeft(), 0U);
     EXPECT_TRUE(calls.lines().empty());
@@ -103,7 +103,7 @@ TEST_F(AddDataSourceDialog, DoesNothingWithADriverNameThatDoesNotFit) {
 TEST_F(AddDataSourceDialog, TakesADriverNameThatJustFits) {
     const std::string name(49, 'd');
     putDrivers({{name.c_str(), setupLibrary("driver_both")}});
-    ScriptedUser user{doubleClick(kAddDataSourceList, 0)};
+    ScriptedUser user{doubleClick(JxAddDataSourceList, 0)};
     EXPECT_EQ(SQLCreateDataSource(kOwner, nullptr), TRUE);
 }
 
@@ -129,17 +129,17 @@ TEST_F(AddDataSourceDialog, ClicksItselfWhenItIsCalledFromOutside) {
 
 TEST_F(AddDataSourceDialog, AnswersItsCommandsAsAgreed) {
     ScriptedUser user{call([](HWND open) {
-        EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, kClaimedCommand, 0), 1);
+        EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, JxClaimedCommand, 0), 1);
         for (const int id : {0, 3, 100, 999})
             EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, id, 0), 0) << id;
-        EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, kAddDataSourceList, 3 << 16), 0);
+        EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, JxAddDataSourceList, 3 << 16), 0);
         EXPECT_EQ(JXW_IsDialogEnded(open, nullptr), 0);
     })};
     SQLCreateDataSource(kOwner, nullptr);
 }
 
 TEST_F(AddDataSourceDialog, AnExceptionOfADriverPassesAndLeavesNoDialogBehind) {
-    ScriptedUser user{doubleClick(kAddDataSourceList, 3)};
+    ScriptedUser user{doubleClick(JxAddDataSourceList, 3)};
     EXPECT_THROW(SQLCreateDataSource(kOwner, nullptr), std::runtime_error);
     EXPECT_EQ(HWNDADDLG, 0U);
     EXPECT_EQ(JXW_NextDialog(0), 0U);

@@ -38,7 +38,7 @@ protected:
 };
 
 TEST_F(DataSourcesDialog, ListsDataSourcesWithTheirDrivers) {
-    ScriptedUser user{look(), press(kCloseButton)};
+    ScriptedUser user{look(), press(JxCloseButton)};
     EXPECT_EQ(SQLManageDataSources(0), 1);
     ASSERT_EQ(user.dumps.size(), 1U);
     EXPECT_EQ(user.dumps[0], std::string("\"Data Sources\" centered\n  label \"&Data sources (driver):\"\n"
@@ -50,8 +50,8 @@ TEST_F(DataSourcesDialog, ListsDataSourcesWithTheirDrivers) {
 
 TEST_F(DataSourcesDialog, WithoutDataSourcesGreysSetupAndDelete) {
     home.put(".odbc.ini", "");
-    ScriptedUser user{look(), refused(doubleClick(kDataSourcesList, 0)), refused(press(kSetupButton)),
-                      refused(press(kDeleteButton)), key(JXW_KEY_ESCAPE)};
+    ScriptedUser user{look(), refused(doubleClick(JxDataSourcesList, 0)), refused(press(JxSetupButton)),
+                      refused(press(JxDeleteButton)), key(JXW_KEY_ESCAPE)};
     EXPECT_EQ(SQLManageDataSources(0), 1);
     EXPECT_EQ(user.dumps[0],
               "\"Data Sources\" centered\n  label \"&Data sources (driver):\"\n  list 103 focus\n"
@@ -69,28 +69,28 @@ TEST_F(DataSourcesDialog, ListsTheDefaultDataSourceLast) {
 }
 
 TEST_F(DataSourcesDialog, KnowsWhileItIsOpen) {
-    ScriptedUser user{noteDialog(), press(kCloseButton)};
+    ScriptedUser user{noteDialog(), press(JxCloseButton)};
     SQLManageDataSources(0);
     EXPECT_EQ(HWNDDSDLG, 0U);
 }
 
 TEST_F(DataSourcesDialog, GreysSetupAndDeleteWhileNothingIsSelected) {
-    ScriptedUser user{selectRow(kDataSourcesList, -1), refused(press(kSetupButton)), refused(press(kDeleteButton)),
-                      selectRow(kDataSourcesList, 1), look()};
+    ScriptedUser user{selectRow(JxDataSourcesList, -1), refused(press(JxSetupButton)), refused(press(JxDeleteButton)),
+                      selectRow(JxDataSourcesList, 1), look()};
     SQLManageDataSources(0);
     EXPECT_NE(user.dumps[0].find("button 105 \"&Setup...\" default\n  button 106 \"D&elete\"\n"), std::string::npos);
     EXPECT_TRUE(calls.lines().empty());
 }
 
 TEST_F(DataSourcesDialog, SetsUpTheSelectedOneThroughItsDriver) {
-    ScriptedUser user{noteDialog(), press(kSetupButton), look()};
+    ScriptedUser user{noteDialog(), press(JxSetupButton), look()};
     SQLManageDataSources(0);
     EXPECT_EQ(calls.lines(), (Lines{"loaded", call(2, "Writer", "Sales", dialog), "unloaded"}));
     EXPECT_TRUE(user.boxes.empty());
 }
 
 TEST_F(DataSourcesDialog, ShowsTheNewListAfterASetup) {
-    ScriptedUser user{selectRow(kDataSourcesList, 0), test::call([this](HWND) {
+    ScriptedUser user{selectRow(JxDataSourcesList, 0), test::call([this](HWND) {
                           putDataSources({{"New", "Writer"}});
                       }),
                       key(JXW_KEY_ENTER), look()};
@@ -99,15 +99,15 @@ TEST_F(DataSourcesDialog, ShowsTheNewListAfterASetup) {
 }
 
 TEST_F(DataSourcesDialog, ADoubleClickSetsUpToo) {
-    ScriptedUser user({noteDialog(), doubleClick(kDataSourcesList, 1)}, {IDOK});
+    ScriptedUser user({noteDialog(), doubleClick(JxDataSourcesList, 1)}, {IDOK});
     SQLManageDataSources(0);
     EXPECT_EQ(calls.lines(), (Lines{"loaded", call(2, "Refuser", "Stock", dialog), "unloaded"}));
 }
 
 TEST_F(DataSourcesDialog, AFailedSetupLeavesTheOldListAndUnloadsTheLibrary) {
-    ScriptedUser user(
-        {selectRow(kDataSourcesList, 1), test::call([this](HWND) { putDataSources({}); }), press(kSetupButton), look()},
-        {IDOK});
+    ScriptedUser user({selectRow(JxDataSourcesList, 1), test::call([this](HWND) { putDataSources({}); }),
+                       press(JxSetupButton), look()},
+                      {IDOK});
     SQLManageDataSources(0);
     EXPECT_EQ(user.boxes, Texts{adminBox(51, 48)});
     EXPECT_EQ(listIn(user.dumps[0]),
@@ -116,7 +116,8 @@ TEST_F(DataSourcesDialog, AFailedSetupLeavesTheOldListAndUnloadsTheLibrary) {
 }
 
 TEST_F(DataSourcesDialog, TellsWhenTheSetupLibraryCannotBeLoaded) {
-    ScriptedUser user({selectRow(kDataSourcesList, 2), press(kSetupButton), press(kDeleteButton)}, {IDOK, IDYES, IDOK});
+    ScriptedUser user({selectRow(JxDataSourcesList, 2), press(JxSetupButton), press(JxDeleteButton)},
+                      {IDOK, IDYES, IDOK});
     const std::string before = home.text(".odbc.ini");
     SQLManageDataSources(0);
     EXPECT_EQ(user.boxes,
@@ -125,7 +126,7 @@ TEST_F(DataSourcesDialog, TellsWhenTheSetupLibraryCannotBeLoaded) {
 }
 
 TEST_F(DataSourcesDialog, DeletesAfterAskingAndOnlyThroughTheDriver) {
-    ScriptedUser user({noteDialog(), press(kDeleteButton), look()}, {IDYES});
+    ScriptedUser user({noteDialog(), press(JxDeleteButton), look()}, {IDYES});
     SQLManageDataSources(0);
     EXPECT_EQ(user.boxes, Texts{"KALDERO ODBC Admin|" + filled(53, "Sales") + "|36"});
     EXPECT_EQ(calls.lines(), (Lines{"loaded", call(3, "Writer", "Sales", dialog), "unloaded"}));
@@ -134,14 +135,14 @@ TEST_F(DataSourcesDialog, DeletesAfterAskingAndOnlyThroughTheDriver) {
 
 TEST_F(DataSourcesDialog, DeletesNothingUnlessTheAnswerIsYes) {
     for (const unsigned int answer : {unsigned{IDNO}, unsigned{IDCANCEL}, unsigned{IDOK}, 0U}) {
-        ScriptedUser user({press(kDeleteButton)}, {answer});
+        ScriptedUser user({press(JxDeleteButton)}, {answer});
         SQLManageDataSources(0);
         EXPECT_TRUE(calls.lines().empty()) << answer;
     }
 }
 
 TEST_F(DataSourcesDialog, TellsWhenTheDriverRefusesToDelete) {
-    ScriptedUser user({selectRow(kDataSourcesList, 1), press(kDeleteButton), look()}, {IDYES, IDOK});
+    ScriptedUser user({selectRow(JxDataSourcesList, 1), press(JxDeleteButton), look()}, {IDYES, IDOK});
     SQLManageDataSources(0);
     EXPECT_EQ(user.boxes, (Texts{"KALDERO ODBC Admin|" + filled(53, "Stock") + "|36", adminBox(50, 48)}));
     EXPECT_NE(user.dumps[0].find("> Stock (Refuser)"), std::string::npos);
@@ -152,10 +153,10 @@ TEST_F(DataSourcesDialog, DoesNothingWithARowThatNamesNoDriver) {
     for (const char* row : {"Sales", "Sales Writer)", ""}) {
         SCOPED_TRACE(row);
         ScriptedUser user{test::call([row](HWND open) {
-                              JXW_SendDlgItemMessage(open, kDataSourcesList, LB_INSERTSTRING, 0,
+                              JXW_SendDlgItemMessage(open, JxDataSourcesList, LB_INSERTSTRING, 0,
                                                      reinterpret_cast<uintptr_t>(row));
                           }),
-                          selectRow(kDataSourcesList, 0), press(kSetupButton), press(kDeleteButton)};
+                          selectRow(JxDataSourcesList, 0), press(JxSetupButton), press(JxDeleteButton)};
         SQLManageDataSources(0);
         EXPECT_TRUE(user.boxes.empty());
         EXPECT_TRUE(calls.lines().empty());
@@ -165,14 +166,14 @@ TEST_F(DataSourcesDialog, DoesNothingWithARowThatNamesNoDriver) {
 TEST_F(DataSourcesDialog, TakesNamesWithBlanksAndParenthesesApartFromTheirEnd) {
     putDrivers({{"Writer (new)", setupLibrary("driver_writing")}});
     putDataSources({{"Sales of (May)", "Writer (new)"}});
-    ScriptedUser user{noteDialog(), press(kSetupButton)};
+    ScriptedUser user{noteDialog(), press(JxSetupButton)};
     SQLManageDataSources(0);
     EXPECT_EQ(calls.lines()[1], call(2, "Writer (new)", "Sales of (May)", dialog));
 }
 
 TEST_F(DataSourcesDialog, DeletingTheLastOneGreysTheButtons) {
     putDataSources({{"Sales", "Writer"}});
-    ScriptedUser user({press(kDeleteButton), look()}, {IDYES});
+    ScriptedUser user({press(JxDeleteButton), look()}, {IDYES});
     SQLManageDataSources(0);
     EXPECT_NE(user.dumps[0].find("button 105 \"&Setup...\" default grey\n  button 106 \"D&elete\" grey\n"),
               std::string::npos);
@@ -181,7 +182,7 @@ TEST_F(DataSourcesDialog, DeletingTheLastOneGreysTheButtons) {
 TEST_F(DataSourcesDialog, DoesNothingWithANameThatDoesNotFit) {
     const std::string name(50, 'n');
     putDataSources({{name.c_str(), "Writer"}});
-    ScriptedUser user{press(kSetupButton), press(kDeleteButton), doubleClick(kDataSourcesList, 0)};
+    ScriptedUser user{press(JxSetupButton), press(JxDeleteButton), doubleClick(JxDataSourcesList, 0)};
     SQLManageDataSources(0);
     EXPECT_TRUE(calls.lines().empty());
     EXPECT_TRUE(user.boxes.empty());
@@ -189,7 +190,7 @@ TEST_F(DataSourcesDialog, DoesNothingWithANameThatDoesNotFit) {
 
 TEST_F(DataSourcesDialog, AddsThroughTheDialogOfItsOwn) {
     putDrivers({{"Both", setupLibrary("driver_both")}});
-    ScriptedUser user{press(kAddButton), selectRow(kAddDataSourceList, 0), test::call([this](HWND) {
+    ScriptedUser user{press(JxAddButton), selectRow(JxAddDataSourceList, 0), test::call([this](HWND) {
                           putDataSources({{"Fresh", "Both"}});
                       }),
                       press(IDOK), look()};
@@ -199,23 +200,23 @@ TEST_F(DataSourcesDialog, AddsThroughTheDialogOfItsOwn) {
 }
 
 TEST_F(DataSourcesDialog, LeavesTheListAsItIsWhenNothingWasAdded) {
-    ScriptedUser user{press(kAddButton), test::call([this](HWND) { putDataSources({}); }), press(IDCANCEL), look()};
+    ScriptedUser user{press(JxAddButton), test::call([this](HWND) { putDataSources({}); }), press(IDCANCEL), look()};
     SQLManageDataSources(0);
     EXPECT_NE(user.dumps[0].find("> Sales (Writer)"), std::string::npos);
 }
 
 TEST_F(DataSourcesDialog, ReloadsTheListAfterTheDriversDialog) {
-    ScriptedUser user{press(kDriversButton), test::call([this](HWND) {
+    ScriptedUser user{press(JxDriversButton), test::call([this](HWND) {
                           putDataSources({{"New", "Writer"}});
                       }),
-                      press(kCloseButton), look()};
+                      press(JxCloseButton), look()};
     SQLManageDataSources(0);
     EXPECT_EQ(listIn(user.dumps[0]), "  list 103\n    > New (Writer)\n");
     EXPECT_EQ(user.appearances, (Texts{"+Data Sources", "+ODBC Drivers", "-ODBC Drivers", "-Data Sources"}));
 }
 
 TEST_F(DataSourcesDialog, DoesNotReloadTheListAfterTheOptionsDialog) {
-    ScriptedUser user{press(kOptionsButton), test::call([this](HWND) {
+    ScriptedUser user{press(JxOptionsButton), test::call([this](HWND) {
                           putDataSources({{"New", "Writer"}});
                       }),
                       press(IDCANCEL), look()};
@@ -230,7 +231,7 @@ TEST_F(DataSourcesDialog, ASecondCallMovesTheFocusAndChangesNothing) {
                           before = dumpDialog(open);
                           const HWND other = JXW_CreateDialog(BJXHINST, 110, 0, AboutDlgProc, nullptr);
                           EXPECT_EQ(SQLManageDataSources(0), 0);
-                          EXPECT_EQ(JXW_GetFocus(), JXW_GetDlgItem(open, kDataSourcesList));
+                          EXPECT_EQ(JXW_GetFocus(), JXW_GetDlgItem(open, JxDataSourcesList));
                           JXW_DestroyDialog(other);
                       }),
                       test::call([&](HWND open) { EXPECT_EQ(dumpDialog(open), before); })};
@@ -240,10 +241,10 @@ TEST_F(DataSourcesDialog, ASecondCallMovesTheFocusAndChangesNothing) {
 
 TEST_F(DataSourcesDialog, AnswersItsCommandsAsAgreed) {
     ScriptedUser user{test::call([](HWND open) {
-        EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, kClaimedCommand, 0), 1);
+        EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, JxClaimedCommand, 0), 1);
         for (const int id : {0, 1, 2, 102, 110, 999})
             EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, id, 0), 0) << id;
-        EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, kDataSourcesList, 3 << 16), 0);
+        EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, JxDataSourcesList, 3 << 16), 0);
         for (const int message : {0, 16, 513, 1025})
             EXPECT_EQ(JXW_SendMessage(open, message, 0, 0), 0) << message;
         EXPECT_EQ(JXW_IsDialogEnded(open, nullptr), 0);
@@ -254,7 +255,7 @@ TEST_F(DataSourcesDialog, AnswersItsCommandsAsAgreed) {
 TEST_F(DataSourcesDialog, AnExceptionOfADriverPassesAndLeavesNoDialogBehind) {
     putDrivers({{"Writer", setupLibrary("driver_throwing")}});
     for (int round = 0; round < 2; ++round) {
-        ScriptedUser user{press(kSetupButton)};
+        ScriptedUser user{press(JxSetupButton)};
         try {
             SQLManageDataSources(0);
             ADD_FAILURE() << "nothing was thrown";

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "resources/control_ids.h"
+#include <control_ids.h>
 #include "scripted_user.h"
 #include "setup_calls.h"
 #include "test_home.h"

@@ -7,7 +7,7 @@
 
 #include <map>
 
-#include "resources/control_ids.h"
+#include <control_ids.h>
 
 namespace {
 
@@ -21,7 +21,7 @@ unsigned int watched(HWND dialog, int message, int wparam, uintptr_t lparam) {
     JxwDialogInfo info{};
     EXPECT_EQ(JXW_GetDialogInfo(dialog, &info), 1);
     const unsigned int answer = procedures().at(info.templateId)(dialog, message, wparam, lparam);
-    if (message != WM_COMMAND || wparam != jx::kClaimedCommand) {
+    if (message != WM_COMMAND || wparam != JxClaimedCommand) {
         EXPECT_EQ(answer, message == WM_INITDIALOG ? 1U : 0U)
             << "dialog " << info.templateId << ", message " << message << ", command " << wparam;
     }

@@ -23,7 +23,7 @@ protected:
                  "[Three]\nA=3\n\n[Four]\nA=4\n");
     }
 
-    int run() { return jxDllDialog(0, kDriversDialog, OdbcDriversDlgProc, &ins); }
+    int run() { return jxDllDialog(0, JxDriversDialog, OdbcDriversDlgProc, &ins); }
 
     static std::string question(const char* driver) { return plain(169) + "|" + filled(170, driver) + "|52"; }
 
@@ -35,7 +35,7 @@ protected:
 };
 
 TEST_F(DriversDialog, ListsTheInstalledDrivers) {
-    ScriptedUser user{look(), press(kCloseButton)};
+    ScriptedUser user{look(), press(JxCloseButton)};
     EXPECT_EQ(run(), 1);
     EXPECT_EQ(user.dumps[0],
               "\"ODBC Drivers\" centered\n  label 118 \"&Installed drivers:\"\n  list 117 focus\n    > Sample\n"
@@ -45,14 +45,14 @@ TEST_F(DriversDialog, ListsTheInstalledDrivers) {
 
 TEST_F(DriversDialog, WithoutDriversGreysDelete) {
     home.put(".odbcinst.ini", "");
-    ScriptedUser user{look(), refused(press(kDeleteDriverButton)), key(JXW_KEY_ESCAPE)};
+    ScriptedUser user{look(), refused(press(JxDeleteDriverButton)), key(JXW_KEY_ESCAPE)};
     run();
     EXPECT_NE(user.dumps[0].find("button 116 \"D&elete...\" grey"), std::string::npos);
     EXPECT_EQ(user.actionsLeft(), 0U);
 }
 
 TEST_F(DriversDialog, RemovesADriverWithItsFilesAndEveryDataSourceWhoseDriverHoldsItsName) {
-    ScriptedUser user({press(kDeleteDriverButton), look()}, {IDYES});
+    ScriptedUser user({press(JxDeleteDriverButton), look()}, {IDYES});
     run();
     EXPECT_EQ(user.boxes, Texts{question("Sample")});
     EXPECT_EQ(home.names(), (std::vector<std::string>{".odbc.ini", ".odbcinst.ini"}));
@@ -66,7 +66,7 @@ TEST_F(DriversDialog, RemovesADriverWithItsFilesAndEveryDataSourceWhoseDriverHol
 TEST_F(DriversDialog, RemovesNothingUnlessTheAnswerIsYes) {
     const std::string before = home.text(".odbcinst.ini") + home.text(".odbc.ini");
     for (const unsigned int answer : {unsigned{IDNO}, unsigned{IDCANCEL}, unsigned{IDOK}, 0U}) {
-        ScriptedUser user({press(kDeleteDriverButton)}, {answer});
+        ScriptedUser user({press(JxDeleteDriverButton)}, {answer});
         run();
         EXPECT_EQ(home.text(".odbcinst.ini") + home.text(".odbc.ini"), before) << answer;
         EXPECT_EQ(home.text("a.so"), "library");
@@ -74,7 +74,7 @@ TEST_F(DriversDialog, RemovesNothingUnlessTheAnswerIsYes) {
 }
 
 TEST_F(DriversDialog, RemovesNothingWithoutASelection) {
-    ScriptedUser user{selectRow(kDriversList, -1), press(kDeleteDriverButton)};
+    ScriptedUser user{selectRow(JxDriversList, -1), press(JxDeleteDriverButton)};
     run();
     EXPECT_TRUE(user.boxes.empty());
 }
@@ -82,10 +82,10 @@ TEST_F(DriversDialog, RemovesNothingWithoutASelection) {
 TEST_F(DriversDialog, RemovesNothingForAnEmptyRow) {
     const std::string before = home.text(".odbcinst.ini");
     ScriptedUser user{call([](HWND open) {
-                          JXW_SendDlgItemMessage(open, kDriversList, LB_INSERTSTRING, 0,
+                          JXW_SendDlgItemMessage(open, JxDriversList, LB_INSERTSTRING, 0,
                                                  reinterpret_cast<uintptr_t>(""));
                       }),
-                      selectRow(kDriversList, 0), press(kDeleteDriverButton)};
+                      selectRow(JxDriversList, 0), press(JxDeleteDriverButton)};
     run();
     EXPECT_TRUE(user.boxes.empty());
     EXPECT_EQ(home.text(".odbcinst.ini"), before);
@@ -93,7 +93,7 @@ TEST_F(DriversDialog, RemovesNothingForAnEmptyRow) {
 
 TEST_F(DriversDialog, RemovesADriverWithoutASetupLibraryWithoutAMessage) {
     home.put(".odbcinst.ini", "[ODBC Drivers]\nD=Installed\n[D]\nDriver=" + home.file("a.so") + "\n");
-    ScriptedUser user({press(kDeleteDriverButton)}, {IDYES});
+    ScriptedUser user({press(JxDeleteDriverButton)}, {IDYES});
     run();
     EXPECT_EQ(user.boxes, Texts{question("D")});
     EXPECT_EQ(home.text("a.so"), "(absent)");
@@ -105,7 +105,7 @@ TEST_F(DriversDialog, DoesNotDeleteASetupLibraryWhosePathMayHaveBeenCutAndSaysNo
     const std::string name(198 - folder.size(), 'n');
     home.put(name, "precious");
     home.put(".odbcinst.ini", "[ODBC Drivers]\nD=Installed\n[D]\nSetup=" + folder + name + "nnn\n");
-    ScriptedUser user({press(kDeleteDriverButton)}, {IDYES});
+    ScriptedUser user({press(JxDeleteDriverButton)}, {IDYES});
     run();
     EXPECT_EQ(home.text(name), "precious");
     EXPECT_EQ(user.boxes, Texts{question("D")});
@@ -114,7 +114,7 @@ TEST_F(DriversDialog, DoesNotDeleteASetupLibraryWhosePathMayHaveBeenCutAndSaysNo
 TEST_F(DriversDialog, NamesADirectoryThatItCouldNotDelete) {
     mkdir(home.file("folder").c_str(), 0700);
     home.put(".odbcinst.ini", "[ODBC Drivers]\nD=Installed\n[D]\nDriver=" + home.file("folder") + "\n");
-    ScriptedUser user({press(kDeleteDriverButton)}, {IDYES, IDOK});
+    ScriptedUser user({press(JxDeleteDriverButton)}, {IDYES, IDOK});
     run();
     ASSERT_EQ(user.boxes.size(), 2U);
     EXPECT_NE(user.boxes[1].find(home.file("folder") + ": "), std::string::npos);
@@ -122,14 +122,14 @@ TEST_F(DriversDialog, NamesADirectoryThatItCouldNotDelete) {
 }
 
 TEST_F(DriversDialog, SaysWhichFileIsStillThereAndWhyButNotOfTheSetupLibrary) {
-    ScriptedUser user({selectRow(kDriversList, 1), press(kDeleteDriverButton)}, {IDYES, IDOK});
+    ScriptedUser user({selectRow(JxDriversList, 1), press(JxDeleteDriverButton)}, {IDYES, IDOK});
     run();
     EXPECT_EQ(user.boxes, (Texts{question("Sample Two"), notDeleted("/nowhere/b.so", ENOENT)}));
     EXPECT_EQ(home.text(".odbcinst.ini").find("Sample Two"), std::string::npos);
 }
 
 TEST_F(DriversDialog, RemovesADriverThatNamesNoFilesWithoutAMessage) {
-    ScriptedUser user({selectRow(kDriversList, 2), press(kDeleteDriverButton)}, {IDYES});
+    ScriptedUser user({selectRow(JxDriversList, 2), press(JxDeleteDriverButton)}, {IDYES});
     run();
     EXPECT_EQ(user.boxes, Texts{question("Bare")});
     EXPECT_EQ(home.text(".odbcinst.ini").find("Bare"), std::string::npos);
@@ -144,7 +144,7 @@ TEST_F(DriversDialog, DoesNotDeleteAFileWhosePathMayHaveBeenCut) {
         home.put(name, "precious");
         home.put(".odbcinst.ini", "[ODBC Drivers]\nD=Installed\n[D]\nDriver=" + folder +
                                       std::string(length - folder.size(), 'n') + "\n");
-        ScriptedUser user({press(kDeleteDriverButton)}, {IDYES, IDOK});
+        ScriptedUser user({press(JxDeleteDriverButton)}, {IDYES, IDOK});
         run();
         EXPECT_EQ(home.text(name), length < 198 ? "(absent)" : "precious");
         EXPECT_EQ(user.boxes.size(), length < 198 ? 1U : 2U);
@@ -156,7 +156,7 @@ TEST_F(DriversDialog, DoesNotDeleteAFileWhosePathMayHaveBeenCut) {
 
 TEST_F(DriversDialog, DeletingTheLastOneGreysTheButton) {
     home.put(".odbcinst.ini", "[ODBC Drivers]\nBare=Installed\n");
-    ScriptedUser user({press(kDeleteDriverButton), look()}, {IDYES});
+    ScriptedUser user({press(JxDeleteDriverButton), look()}, {IDYES});
     run();
     EXPECT_NE(user.dumps[0].find("button 116 \"D&elete...\" grey"), std::string::npos);
     EXPECT_EQ(listIn(user.dumps[0]), "  list 117\n");
@@ -195,7 +195,7 @@ TEST_F(DriversDialog, LeavesADataSourceAloneWhoseNameDoesNotFitTheList) {
         const std::string other = "[" + std::string(8, 'n') + (length == 8 ? "x" : "") + "]\nA=1\n";
         home.put(".odbc.ini", "[ODBC Data Sources]\n" + namesUpTo(990, last) + other);
         SQLWritePrivateProfileString("ODBC Data Sources", last.c_str(), "Bare", ".odbc.ini");
-        ScriptedUser user({selectRow(kDriversList, 2), press(kDeleteDriverButton)}, {IDYES});
+        ScriptedUser user({selectRow(JxDriversList, 2), press(JxDeleteDriverButton)}, {IDYES});
         home.put(".odbcinst.ini", "[ODBC Drivers]\nSample=1\nSample Two=1\nBare=1\n");
         run();
         EXPECT_EQ(home.text(".odbc.ini").find(last + "=Bare") != std::string::npos, length != 8);
@@ -213,7 +213,7 @@ TEST_F(DriversDialog, ShowsNothingWhenTheFirstNameFillsTheListAlone) {
 }
 
 TEST_F(DriversDialog, ADataSourceWithoutADriverSurvivesEveryRemoval) {
-    ScriptedUser user({press(kDeleteDriverButton), press(kDeleteDriverButton), press(kDeleteDriverButton)},
+    ScriptedUser user({press(JxDeleteDriverButton), press(JxDeleteDriverButton), press(JxDeleteDriverButton)},
                       {IDYES, IDYES, IDOK, IDYES});
     run();
     EXPECT_EQ(home.text(".odbc.ini"), "[ODBC Data Sources]\nFour=\n\n[Four]\nA=4\n");
@@ -225,7 +225,7 @@ TEST_F(DriversDialog, SaysBeforeItAsksThatFilesAreDeleted) {
 }
 
 TEST_F(DriversDialog, ADoubleClickDoesNothing) {
-    ScriptedUser user{doubleClick(kDriversList, 0), press(kCloseButton)};
+    ScriptedUser user{doubleClick(JxDriversList, 0), press(JxCloseButton)};
     run();
     EXPECT_TRUE(user.boxes.empty());
     EXPECT_EQ(user.actionsLeft(), 0U);
@@ -233,7 +233,7 @@ TEST_F(DriversDialog, ADoubleClickDoesNothing) {
 
 TEST_F(DriversDialog, AnswersItsCommandsAsAgreed) {
     ScriptedUser user{call([](HWND open) {
-        EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, kClaimedCommand, 0), 1);
+        EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, JxClaimedCommand, 0), 1);
         for (const int id : {0, 1, 2, 117, 118, 999})
             EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, id, 2 << 16), 0) << id;
         EXPECT_EQ(JXW_IsDialogEnded(open, nullptr), 0);
@@ -251,14 +251,14 @@ protected:
 };
 
 TEST_F(AddingDrivers, CancellingChangesNothing) {
-    ScriptedUser user{press(kAddDriverButton), press(IDCANCEL), look()};
+    ScriptedUser user{press(JxAddDriverButton), press(IDCANCEL), look()};
     run();
     EXPECT_EQ(user.appearances, (Texts{"+ODBC Drivers", "+Add Driver", "-Add Driver", "-ODBC Drivers"}));
     EXPECT_EQ(user.actionsLeft(), 0U);
 }
 
 TEST_F(AddingDrivers, AsksAgainForADirectoryThatHoldsNoScript) {
-    ScriptedUser user({press(kAddDriverButton), type(kDirectoryEdit, directory), press(IDOK), look(), press(IDOK)},
+    ScriptedUser user({press(JxAddDriverButton), type(JxDirectoryEdit, directory), press(IDOK), look(), press(IDOK)},
                       {IDYES, IDNO});
     run();
     const std::string noScript = plain(169) + "|" + plain(171) + "|36";
@@ -269,7 +269,8 @@ TEST_F(AddingDrivers, AsksAgainForADirectoryThatHoldsNoScript) {
 
 TEST_F(AddingDrivers, RunsTheInstallationOfTheScript) {
     home.put("kit/odbc.inf", "[ODBC Drivers]\n\"Fresh\"=x\n");
-    ScriptedUser user({press(kAddDriverButton), type(kDirectoryEdit, directory), press(IDOK), look(), press(IDCANCEL)});
+    ScriptedUser user(
+        {press(JxAddDriverButton), type(JxDirectoryEdit, directory), press(IDOK), look(), press(IDCANCEL)});
     run();
     EXPECT_EQ(listIn(user.dumps[0]), "  list 130 focus\n    > Fresh\n");
     EXPECT_EQ(user.appearances, (Texts{"+ODBC Drivers", "+Add Driver", "-Add Driver", "+Install Drivers",
@@ -279,7 +280,7 @@ TEST_F(AddingDrivers, RunsTheInstallationOfTheScript) {
 TEST_F(AddingDrivers, LeavesItsListAsItIsAfterAnInstallationWhichIsAlwaysReportedAsAborted) {
     home.put("kit/odbc.inf", "[ODBC Drivers]\n\"Fresh\"=x\n");
     ScriptedUser user(
-        {press(kAddDriverButton), type(kDirectoryEdit, directory), press(IDOK),
+        {press(JxAddDriverButton), type(JxDirectoryEdit, directory), press(IDOK),
          call([this](HWND) { home.put(".odbcinst.ini", "[ODBC Drivers]\nNew=Installed\n"); }), press(IDOK), look()},
         {IDOK});
     run();

@@ -60,7 +60,7 @@ protected:
 class InstallDriversDialog : public InstallDialog {
 protected:
     int run() {
-        const int result = jxDllDialog(0, kInstallDriversDialog, InstallDriversDlgProc, &record);
+        const int result = jxDllDialog(0, JxInstallDriversDialog, InstallDriversDlgProc, &record);
         return result;
     }
 
@@ -79,14 +79,14 @@ TEST_F(InstallDriversDialog, ListsTheScriptsDriversWithoutTheirQuotes) {
 }
 
 TEST_F(InstallDriversDialog, AppendsTheSelectedDriverOncePerRow) {
-    ScriptedUser user{selectRow(kInstallDriversList, 1), press(IDOK)};
+    ScriptedUser user{selectRow(JxInstallDriversList, 1), press(IDOK)};
     EXPECT_EQ(run(), 1);
     EXPECT_EQ(record.proceed, 1U);
     EXPECT_EQ(items(), (Texts{"Other", "Other", "Other"}));
 }
 
 TEST_F(InstallDriversDialog, AppendsNothingWithoutASelection) {
-    ScriptedUser user{selectRow(kInstallDriversList, -1), press(IDOK)};
+    ScriptedUser user{selectRow(JxInstallDriversList, -1), press(IDOK)};
     run();
     EXPECT_EQ(record.proceed, 1U);
     EXPECT_EQ(items(), Texts{});
@@ -113,15 +113,16 @@ TEST_F(InstallDriversDialog, CancelsItselfWithoutAScript) {
 }
 
 TEST_F(InstallDriversDialog, ADoubleClickDoesNothing) {
-    ScriptedUser user{doubleClick(kInstallDriversList, 1), key(JXW_KEY_ESCAPE)};
+    ScriptedUser user{doubleClick(JxInstallDriversList, 1), key(JXW_KEY_ESCAPE)};
     run();
     EXPECT_EQ(user.actionsLeft(), 0U);
     EXPECT_EQ(record.proceed, 0U);
 }
 
 TEST_F(InstallDriversDialog, OpensTheAdvancedOptionsAndTheVersionsOnTheSameRecord) {
-    ScriptedUser user{press(kAdvancedButton), click(kOptionFlagBox), press(kVersionsButton),
-                      press(IDCANCEL),        press(IDOK),           press(IDCANCEL)};
+    ScriptedUser user{
+        press(JxAdvancedButton), click(JxOptionFlagBox), press(JxVersionsButton), press(IDCANCEL), press(IDOK),
+        press(IDCANCEL)};
     run();
     EXPECT_EQ(install.reserved0, 1U);
     EXPECT_EQ(user.appearances, (Texts{"+Install Drivers", "+Advanced Installation Options", "+Versions", "-Versions",
@@ -130,7 +131,7 @@ TEST_F(InstallDriversDialog, OpensTheAdvancedOptionsAndTheVersionsOnTheSameRecor
 
 TEST_F(InstallDriversDialog, AnswersItsCommandsAsAgreed) {
     ScriptedUser user{call([](HWND open) {
-        EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, kClaimedCommand, 0), 1);
+        EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, JxClaimedCommand, 0), 1);
         for (const int id : {0, 3, 130, 999})
             EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, id, 1 << 16), 0) << id;
         EXPECT_EQ(JXW_IsDialogEnded(open, nullptr), 0);
@@ -167,7 +168,7 @@ TEST_F(InstallDriversDialog, ShowsTheDriverWhoseNameJustFits) {
 
 class AdvancedOptionsDialog : public InstallDialog {
 protected:
-    int run() { return jxDllDialog(0, kAdvancedOptionsDialog, AdvancedInstallationOptionsDlgProc, &install); }
+    int run() { return jxDllDialog(0, JxAdvancedOptionsDialog, AdvancedInstallationOptionsDlgProc, &install); }
 
     std::string values() const {
         return std::to_string(install.reserved0) + " " + std::to_string(install.reserved1) + " " +
@@ -206,21 +207,21 @@ TEST_F(AdvancedOptionsDialog, ShowsAndStoresEveryCombination) {
 }
 
 TEST_F(AdvancedOptionsDialog, TheTwoChoicesAreApart) {
-    ScriptedUser user{click(kFirstChoice2), click(kSecondChoice1), click(kOptionFlagBox), press(IDOK)};
+    ScriptedUser user{click(JxFirstChoice2), click(JxSecondChoice1), click(JxOptionFlagBox), press(IDOK)};
     run();
     EXPECT_EQ(values(), "1 2 1");
 }
 
 TEST_F(AdvancedOptionsDialog, CancelStoresNothing) {
     install.reserved1 = 5;
-    ScriptedUser user{click(kFirstChoice0), click(kOptionFlagBox), key(JXW_KEY_ESCAPE)};
+    ScriptedUser user{click(JxFirstChoice0), click(JxOptionFlagBox), key(JXW_KEY_ESCAPE)};
     run();
     EXPECT_EQ(values(), "0 5 0");
 }
 
 TEST_F(AdvancedOptionsDialog, AnswersItsCommandsAsAgreed) {
     ScriptedUser user{call([](HWND open) {
-        EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, kClaimedCommand, 0), 1);
+        EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, JxClaimedCommand, 0), 1);
         for (const int id : {0, 3, 121, 122, 999})
             EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, id, 0), 0) << id;
         EXPECT_EQ(JXW_IsDialogEnded(open, nullptr), 0);
@@ -232,12 +233,12 @@ TEST_F(AdvancedOptionsDialog, AnswersItsCommandsAsAgreed) {
 
 class VersionsDialog : public InstallDialog {
 protected:
-    int run() { return jxDllDialog(0, kVersionsDialog, VersionsDlgProc, &install); }
+    int run() { return jxDllDialog(0, JxVersionsDialog, VersionsDlgProc, &install); }
 
     // The five texts as the dialog in front shows them.
     static std::string shown(HWND dialog) {
         std::string all;
-        for (unsigned short id = kVersionFileName; id <= kVersionSize; ++id) {
+        for (unsigned short id = JxVersionFileName; id <= JxVersionSize; ++id) {
             char text[64];
             JXW_GetDlgItemText(dialog, id, text, sizeof text);
             all += std::string(text) + "|";
@@ -249,8 +250,8 @@ protected:
     std::string shownFor(const std::string& value, std::initializer_list<unsigned int> answers = {}) {
         putScript("[ODBC Drivers]\n\"Sample\"=x\n[Sample]\n\"Driver\"=" + value + "\n");
         std::string seen;
-        ScriptedUser user({call([](HWND dialog) { JXW_SetDlgItemText(dialog, kVersionFileName, "old"); }),
-                           selectRow(kVersionsList, 0), call([&](HWND dialog) { seen = shown(dialog); })},
+        ScriptedUser user({call([](HWND dialog) { JXW_SetDlgItemText(dialog, JxVersionFileName, "old"); }),
+                           selectRow(JxVersionsList, 0), call([&](HWND dialog) { seen = shown(dialog); })},
                           answers);
         run();
         boxes = user.boxes;
@@ -301,8 +302,8 @@ TEST_F(VersionsDialog, CountsTheMissingCommaOneTooHighAndClearsTheFields) {
 TEST_F(VersionsDialog, LeavesTheFieldsForADriverWithoutALine) {
     putScript("[ODBC Drivers]\n\"Sample\"=x\n[Sample]\n\"Setup\"=y\n");
     std::string seen;
-    ScriptedUser user{call([](HWND dialog) { JXW_SetDlgItemText(dialog, kVersionDate, "old"); }),
-                      selectRow(kVersionsList, 0), selectRow(kVersionsList, -1),
+    ScriptedUser user{call([](HWND dialog) { JXW_SetDlgItemText(dialog, JxVersionDate, "old"); }),
+                      selectRow(JxVersionsList, 0), selectRow(JxVersionsList, -1),
                       call([&](HWND dialog) { seen = shown(dialog); })};
     run();
     EXPECT_EQ(seen, "|||old||");
@@ -315,7 +316,7 @@ TEST_F(VersionsDialog, OkHasNoEffect) {
 }
 
 TEST_F(VersionsDialog, ADoubleClickEscapeAndEnterClose) {
-    for (const auto& close : {doubleClick(kVersionsList, 0), key(JXW_KEY_ESCAPE), key(JXW_KEY_ENTER)}) {
+    for (const auto& close : {doubleClick(JxVersionsList, 0), key(JXW_KEY_ESCAPE), key(JXW_KEY_ENTER)}) {
         ScriptedUser user{close, press(IDCANCEL)};
         EXPECT_EQ(run(), 1);
         EXPECT_EQ(user.actionsLeft(), 1U);
@@ -335,7 +336,7 @@ TEST_F(VersionsDialog, AnswersItsCommandsAsAgreed) {
         for (const int id : {0, 1, 3, 10, 138, 999})
             EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, id, 0), 0) << id;
         EXPECT_EQ(JXW_IsDialogEnded(open, nullptr), 0);
-        EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, kVersionsList, 3 << 16), 0);
+        EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, JxVersionsList, 3 << 16), 0);
         EXPECT_EQ(JXW_IsDialogEnded(open, nullptr), 1);
     })};
     run();
@@ -347,12 +348,12 @@ class AddDriverDialog : public DialogTest {
 protected:
     // The directory chosen when this is typed and OK is pressed; "(none)" when the dialog was cancelled.
     std::string choose(const std::string& typed) {
-        ScriptedUser user{type(kDirectoryEdit, typed), press(IDOK)};
+        ScriptedUser user{type(JxDirectoryEdit, typed), press(IDOK)};
         return run();
     }
 
     std::string run() {
-        EXPECT_EQ(jxDllDialog(0, kAddDriverDialog, AddDriverDlgProc, &record), 1);
+        EXPECT_EQ(jxDllDialog(0, JxAddDriverDialog, AddDriverDlgProc, &record), 1);
         if (record.confirmed == 0) {
             EXPECT_EQ(record.chosen, nullptr);
             return "(none)";
@@ -400,13 +401,13 @@ TEST_F(AddDriverDialog, TakesADirectoryThatFillsItsBuffer) {
 TEST_F(AddDriverDialog, CancelsWithoutADirectoryWhateverWasTyped) {
     for (const auto& cancel : {press(IDCANCEL), key(JXW_KEY_ESCAPE), key(JXW_KEY_CLOSE)}) {
         record.confirmed = 9;
-        ScriptedUser user{type(kDirectoryEdit, "/opt/odbc"), cancel};
+        ScriptedUser user{type(JxDirectoryEdit, "/opt/odbc"), cancel};
         EXPECT_EQ(run(), "(none)");
     }
 }
 
 TEST_F(AddDriverDialog, StaysOpenWhileTheFieldIsEmpty) {
-    ScriptedUser user({type(kDirectoryEdit, ""), press(IDOK), press(IDCANCEL)}, {IDOK});
+    ScriptedUser user({type(JxDirectoryEdit, ""), press(IDOK), press(IDCANCEL)}, {IDOK});
     unsigned char stale[] = "stale";
     record.chosen = stale;
     EXPECT_EQ(run(), "(none)");
@@ -415,9 +416,9 @@ TEST_F(AddDriverDialog, StaysOpenWhileTheFieldIsEmpty) {
 }
 
 TEST_F(AddDriverDialog, TakesADirectoryOnce) {
-    ScriptedUser user{type(kDirectoryEdit, "/first"), call([](HWND open) {
+    ScriptedUser user{type(JxDirectoryEdit, "/first"), call([](HWND open) {
                           JXW_SendMessage(open, WM_COMMAND, IDOK, 0);
-                          JXW_SetDlgItemText(open, kDirectoryEdit, "");
+                          JXW_SetDlgItemText(open, JxDirectoryEdit, "");
                           JXW_SendMessage(open, WM_COMMAND, IDOK, 0);
                       })};
     EXPECT_EQ(run(), "/first/");
@@ -426,7 +427,7 @@ TEST_F(AddDriverDialog, TakesADirectoryOnce) {
 
 TEST_F(AddDriverDialog, AnswersItsCommandsAsAgreed) {
     ScriptedUser user{call([](HWND open) {
-        EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, kClaimedCommand, 0), 1);
+        EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, JxClaimedCommand, 0), 1);
         for (const int id : {0, 3, 133, 999})
             EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, id, 0), 0) << id;
         EXPECT_EQ(JXW_IsDialogEnded(open, nullptr), 0);

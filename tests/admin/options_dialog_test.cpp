@@ -7,7 +7,7 @@ namespace {
 
 class OptionsDialog : public DialogTest {
 protected:
-    int run() { return jxDllDialog(0, kOptionsDialog, OdbcOptionsDlgProc, &ins); }
+    int run() { return jxDllDialog(0, JxOptionsDialog, OdbcOptionsDlgProc, &ins); }
 
     OdbcIns ins;
 };
@@ -39,41 +39,41 @@ TEST_F(OptionsDialog, ShowsTheLowSixteenBitsOfWhatIsStored) {
 
 TEST_F(OptionsDialog, StoresAllThreeOnOk) {
     home.put(".odbc.ini", "; mine\n[ODBC]\nTrace=7\nTraceAutoStop=1\nTraceFile=a.log\nOther=x\n");
-    ScriptedUser user{click(kTraceAutoStopBox), type(kTraceFileEdit, "/tmp/b.log"), key(JXW_KEY_ENTER)};
+    ScriptedUser user{click(JxTraceAutoStopBox), type(JxTraceFileEdit, "/tmp/b.log"), key(JXW_KEY_ENTER)};
     run();
     EXPECT_EQ(home.text(".odbc.ini"), "; mine\n[ODBC]\nTrace=1\nTraceAutoStop=0\nTraceFile=/tmp/b.log\nOther=x\n");
 }
 
 TEST_F(OptionsDialog, StoresAnEmptyFileName) {
-    ScriptedUser user{type(kTraceFileEdit, ""), press(IDOK)};
+    ScriptedUser user{type(JxTraceFileEdit, ""), press(IDOK)};
     run();
     EXPECT_EQ(home.text(".odbc.ini"), "[ODBC]\nTrace=0\nTraceAutoStop=0\nTraceFile=\n");
 }
 
 TEST_F(OptionsDialog, CancelLeavesTheFileUntouched) {
     for (const auto& cancel : {press(IDCANCEL), key(JXW_KEY_ESCAPE)}) {
-        ScriptedUser user{click(kTraceBox), type(kTraceFileEdit, "x"), cancel};
+        ScriptedUser user{click(JxTraceBox), type(JxTraceFileEdit, "x"), cancel};
         EXPECT_EQ(run(), 1);
         EXPECT_EQ(home.text(".odbc.ini"), "(absent)");
     }
 }
 
 TEST_F(OptionsDialog, ChoosingAFileDoesNothing) {
-    ScriptedUser user{press(kTraceFileButton), look(), press(IDCANCEL)};
+    ScriptedUser user{press(JxTraceFileButton), look(), press(IDCANCEL)};
     run();
     EXPECT_NE(user.dumps[0].find("edit 113 \"sql.log\""), std::string::npos);
 }
 
 TEST_F(OptionsDialog, ClosesThoughTheFileCannotBeWritten) {
     home.put(".odbc.ini", "");
-    ScriptedUser user{type(kTraceFileEdit, "a\nb"), press(IDOK)};
+    ScriptedUser user{type(JxTraceFileEdit, "a\nb"), press(IDOK)};
     EXPECT_EQ(run(), 1);
     EXPECT_EQ(home.text(".odbc.ini"), "[ODBC]\nTrace=0\nTraceAutoStop=0\n");
 }
 
 TEST_F(OptionsDialog, AnswersItsCommandsAsAgreed) {
     ScriptedUser user{call([](HWND open) {
-        EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, kClaimedCommand, 0), 1);
+        EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, JxClaimedCommand, 0), 1);
         for (const int id : {0, 3, 111, 113, 114, 999})
             EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, id, 0), 0) << id;
         EXPECT_EQ(JXW_IsDialogEnded(open, nullptr), 0);

@@ -38,10 +38,10 @@ TEST_F(DialogRecord, IsFoundWhereverItLies) {
             auto* storage = page + ((low - (base & 0xFFFF)) & 0xFFFF);
             SCOPED_TRACE(reinterpret_cast<std::uintptr_t>(storage));
             auto* ins = new (storage) OdbcIns;
-            const HWND dialog = JXW_CreateDialog(BJXHINST, kAddDataSourceDialog, 0, AddDataSourceDlgProc, ins);
+            const HWND dialog = JXW_CreateDialog(BJXHINST, JxAddDataSourceDialog, 0, AddDataSourceDlgProc, ins);
             EXPECT_EQ(JXW_GetProp(dialog, "Segm"), reinterpret_cast<std::uintptr_t>(storage) >> 16);
             EXPECT_EQ(JXW_GetProp(dialog, "Offset"), low);
-            JXW_SendDlgItemMessage(dialog, kAddDataSourceList, LB_SETCURSEL, 0, 0);
+            JXW_SendDlgItemMessage(dialog, JxAddDataSourceList, LB_SETCURSEL, 0, 0);
             EXPECT_EQ(JXW_UserCommand(dialog, IDOK), 1);
             EXPECT_EQ(ins->dataSourceAdded, 1);
             JXW_DestroyDialog(dialog);
@@ -59,19 +59,19 @@ TEST_F(DialogRecord, HoldsTheOutcomeSinceEveryClosingPathEndsAlike) {
         std::uintptr_t notification;
     };
     putDrivers({{"Lost", "/nowhere/setup.so"}});
-    const Row rows[] = {{kDataSourcesDialog, DataSourcesDlgProc, kCloseButton, 0},
-                        {kAddDataSourceDialog, AddDataSourceDlgProc, IDOK, 0},
-                        {kAddDataSourceDialog, AddDataSourceDlgProc, kAddDataSourceList, LBN_DBLCLK},
-                        {kAddDataSourceDialog, AddDataSourceDlgProc, IDCANCEL, 0},
-                        {kDriversDialog, OdbcDriversDlgProc, kCloseButton, 0},
-                        {kOptionsDialog, OdbcOptionsDlgProc, IDOK, 0},
-                        {kOptionsDialog, OdbcOptionsDlgProc, IDCANCEL, 0}};
+    const Row rows[] = {{JxDataSourcesDialog, DataSourcesDlgProc, JxCloseButton, 0},
+                        {JxAddDataSourceDialog, AddDataSourceDlgProc, IDOK, 0},
+                        {JxAddDataSourceDialog, AddDataSourceDlgProc, JxAddDataSourceList, LBN_DBLCLK},
+                        {JxAddDataSourceDialog, AddDataSourceDlgProc, IDCANCEL, 0},
+                        {JxDriversDialog, OdbcDriversDlgProc, JxCloseButton, 0},
+                        {JxOptionsDialog, OdbcOptionsDlgProc, IDOK, 0},
+                        {JxOptionsDialog, OdbcOptionsDlgProc, IDCANCEL, 0}};
     for (const Row& row : rows) {
         SCOPED_TRACE(std::to_string(row.dialog) + " " + std::to_string(row.command));
         OdbcIns ins;
         MessageBoxScript boxes;
         const HWND dialog = JXW_CreateDialog(BJXHINST, row.dialog, 0, row.procedure, &ins);
-        JXW_SendDlgItemMessage(dialog, kAddDataSourceList, LB_SETCURSEL, 0, 0);
+        JXW_SendDlgItemMessage(dialog, JxAddDataSourceList, LB_SETCURSEL, 0, 0);
         EXPECT_EQ(JXW_SendMessage(dialog, WM_COMMAND, row.command, row.notification << 16), 0);
         int result = 0;
         EXPECT_EQ(JXW_IsDialogEnded(dialog, &result), 1);
@@ -92,7 +92,7 @@ TEST_F(DialogRecord, ThatIsMissingLeavesEveryProcedureWithNothingToDo) {
         EXPECT_EQ(procedure(77, WM_INITDIALOG, 0, reinterpret_cast<uintptr_t>(&ins)), 0U);  // on no window
         for (int id = 0; id < 160; ++id) {
             for (const uintptr_t notification : {0U, 1U, 2U, 3U}) {
-                if (id != kClaimedCommand) {
+                if (id != JxClaimedCommand) {
                     EXPECT_EQ(procedure(77, WM_COMMAND, id, notification << 16), 0U) << id;
                 }
             }
@@ -108,26 +108,26 @@ TEST_F(DialogRecord, ThatIsMissingLeavesADialogThatCanBeClosed) {
         unsigned short dialog;
         JxDialogProcedure procedure;
         int closing;           // what Escape presses
-        unsigned int claimed;  // the answer to kClaimedCommand
+        unsigned int claimed;  // the answer to JxClaimedCommand
     };
-    const Row rows[] = {{kAddDataSourceDialog, AddDataSourceDlgProc, IDCANCEL, 1},
-                        {kDataSourcesDialog, DataSourcesDlgProc, kCloseButton, 1},
-                        {kOptionsDialog, OdbcOptionsDlgProc, IDCANCEL, 1},
-                        {kDriversDialog, OdbcDriversDlgProc, kCloseButton, 1},
-                        {kAdvancedOptionsDialog, AdvancedInstallationOptionsDlgProc, IDCANCEL, 1},
-                        {kInstallDriversDialog, InstallDriversDlgProc, IDCANCEL, 1},
-                        {kAddDriverDialog, AddDriverDlgProc, IDCANCEL, 1},
-                        {kVersionsDialog, VersionsDlgProc, IDCANCEL, 0},
-                        {kSelectTranslatorDialog, SelectTranslatorDlgProc, IDCANCEL, 1},
-                        {kAboutDialog, AboutDlgProc, IDOK, 0}};
+    const Row rows[] = {{JxAddDataSourceDialog, AddDataSourceDlgProc, IDCANCEL, 1},
+                        {JxDataSourcesDialog, DataSourcesDlgProc, JxCloseButton, 1},
+                        {JxOptionsDialog, OdbcOptionsDlgProc, IDCANCEL, 1},
+                        {JxDriversDialog, OdbcDriversDlgProc, JxCloseButton, 1},
+                        {JxAdvancedOptionsDialog, AdvancedInstallationOptionsDlgProc, IDCANCEL, 1},
+                        {JxInstallDriversDialog, InstallDriversDlgProc, IDCANCEL, 1},
+                        {JxAddDriverDialog, AddDriverDlgProc, IDCANCEL, 1},
+                        {JxVersionsDialog, VersionsDlgProc, IDCANCEL, 0},
+                        {JxSelectTranslatorDialog, SelectTranslatorDlgProc, IDCANCEL, 1},
+                        {JxAboutDialog, AboutDlgProc, IDOK, 0}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.dialog);
         MessageBoxScript boxes;
         const HWND dialog = JXW_CreateDialog(BJXHINST, row.dialog, 0, row.procedure, nullptr);
         ASSERT_NE(dialog, 0U);
-        EXPECT_EQ(JXW_SendMessage(dialog, WM_COMMAND, kClaimedCommand, 0), static_cast<int>(row.claimed));
+        EXPECT_EQ(JXW_SendMessage(dialog, WM_COMMAND, JxClaimedCommand, 0), static_cast<int>(row.claimed));
         for (int id = 0; id < 160; ++id) {
-            if (id != kClaimedCommand && id != row.closing) {
+            if (id != JxClaimedCommand && id != row.closing) {
                 EXPECT_EQ(JXW_SendMessage(dialog, WM_COMMAND, id, LBN_SELCHANGE << 16), 0) << id;
             }
         }

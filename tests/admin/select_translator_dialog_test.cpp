@@ -22,7 +22,7 @@ protected:
         unsigned char name[kTranslatorNameSize] = {};
         current.copy(reinterpret_cast<char*>(name), sizeof name - 1);
         TranslatorChoice choice{name, &ins, 9};
-        EXPECT_EQ(jxDllDialog(0, kSelectTranslatorDialog, SelectTranslatorDlgProc, &choice), 1);
+        EXPECT_EQ(jxDllDialog(0, JxSelectTranslatorDialog, SelectTranslatorDlgProc, &choice), 1);
         chosen = choice.chosen;
         return reinterpret_cast<char*>(name);
     }
@@ -55,8 +55,8 @@ TEST_F(SelectTranslatorDialog, BeginsWithTheCurrentOne) {
 }
 
 TEST_F(SelectTranslatorDialog, GivesTheSelectedOneBack) {
-    for (const auto& confirm : {press(IDOK), key(JXW_KEY_ENTER), doubleClick(kTranslatorsList, 2)}) {
-        ScriptedUser user{selectRow(kTranslatorsList, 2), confirm};
+    for (const auto& confirm : {press(IDOK), key(JXW_KEY_ENTER), doubleClick(JxTranslatorsList, 2)}) {
+        ScriptedUser user{selectRow(JxTranslatorsList, 2), confirm};
         EXPECT_EQ(choose("Latin"), "Greek");
         EXPECT_EQ(chosen, 1U);
         EXPECT_EQ(user.actionsLeft(), 0U);
@@ -69,14 +69,14 @@ TEST_F(SelectTranslatorDialog, KeepsTheCurrentOneWhenItIsConfirmed) {
 }
 
 TEST_F(SelectTranslatorDialog, GivesNoneForTheFirstRow) {
-    ScriptedUser user{selectRow(kTranslatorsList, 0), press(IDOK)};
+    ScriptedUser user{selectRow(JxTranslatorsList, 0), press(IDOK)};
     EXPECT_EQ(choose("Latin"), "<No Translator>");
     EXPECT_EQ(chosen, 1U);
 }
 
 TEST_F(SelectTranslatorDialog, CancelAnswersWithNoTranslatorWhateverWasCurrent) {
     for (const int escape : {JXW_KEY_ESCAPE, JXW_KEY_CLOSE}) {
-        ScriptedUser user{selectRow(kTranslatorsList, 2), key(escape)};
+        ScriptedUser user{selectRow(JxTranslatorsList, 2), key(escape)};
         EXPECT_EQ(choose("Latin"), "<No Translator>");
         EXPECT_EQ(chosen, 0U);
     }
@@ -85,13 +85,13 @@ TEST_F(SelectTranslatorDialog, CancelAnswersWithNoTranslatorWhateverWasCurrent) 
 }
 
 TEST_F(SelectTranslatorDialog, GreysOkWhileNothingIsSelected) {
-    ScriptedUser user{selectRow(kTranslatorsList, -1), refused(press(IDOK)), refused(key(JXW_KEY_ENTER)),
-                      selectRow(kTranslatorsList, 1), press(IDOK)};
+    ScriptedUser user{selectRow(JxTranslatorsList, -1), refused(press(IDOK)), refused(key(JXW_KEY_ENTER)),
+                      selectRow(JxTranslatorsList, 1), press(IDOK)};
     EXPECT_EQ(choose(""), "Latin");
 }
 
 TEST_F(SelectTranslatorDialog, ConfirmingWithoutASelectionGivesNone) {
-    ScriptedUser user{selectRow(kTranslatorsList, -1),
+    ScriptedUser user{selectRow(JxTranslatorsList, -1),
                       call([](HWND dialog) { JXW_SendMessage(dialog, WM_COMMAND, IDOK, 0); })};
     EXPECT_EQ(choose("Latin"), "<No Translator>");
     EXPECT_EQ(chosen, 1U);
@@ -110,8 +110,8 @@ TEST_F(SelectTranslatorDialog, DoesNotTakeANameThatDoesNotFit) {
         "KALDERO ODBC Admin|The translator was not taken: its name has more than 255 characters. Choose another one, "
         "or shorten the name in section ODBC Translators of .odbcinst.ini.|" +
         std::to_string(MB_OK | MB_ICONEXCLAMATION);
-    for (const auto& confirm : {press(IDOK), doubleClick(kTranslatorsList, 2)}) {
-        ScriptedUser user({selectRow(kTranslatorsList, 2), confirm, selectRow(kTranslatorsList, 1), press(IDOK)},
+    for (const auto& confirm : {press(IDOK), doubleClick(JxTranslatorsList, 2)}) {
+        ScriptedUser user({selectRow(JxTranslatorsList, 2), confirm, selectRow(JxTranslatorsList, 1), press(IDOK)},
                           {IDOK});
         EXPECT_EQ(choose(""), std::string(255, 'a'));
         EXPECT_EQ(user.actionsLeft(), 0U);
@@ -120,7 +120,7 @@ TEST_F(SelectTranslatorDialog, DoesNotTakeANameThatDoesNotFit) {
 }
 
 TEST_F(SelectTranslatorDialog, IsWhatSqlGetTranslatorShows) {
-    ScriptedUser user{doubleClick(kTranslatorsList, 0)};
+    ScriptedUser user{doubleClick(JxTranslatorsList, 0)};
     char name[20] = "Latin";
     char path[20] = "?";
     WORD nameLength = 7;
@@ -134,10 +134,10 @@ TEST_F(SelectTranslatorDialog, IsWhatSqlGetTranslatorShows) {
 
 TEST_F(SelectTranslatorDialog, AnswersItsCommandsAsAgreed) {
     ScriptedUser user{call([](HWND open) {
-        EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, kClaimedCommand, 0), 1);
+        EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, JxClaimedCommand, 0), 1);
         for (const int id : {0, 3, 143, 999})
             EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, id, 0), 0) << id;
-        EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, kTranslatorsList, 3 << 16), 0);
+        EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, JxTranslatorsList, 3 << 16), 0);
         EXPECT_EQ(JXW_IsDialogEnded(open, nullptr), 0);
     })};
     choose("");
@@ -152,7 +152,7 @@ TEST_F(AboutDialog, ShowsItsTextsAndReleasesThemOnItsButton) {
     admin::AboutRecord record{{heap("One"), nullptr, heap("Three"), nullptr, nullptr, nullptr, nullptr, heap("Eight")}};
     unsigned char* const first = record.texts[0];
     ScriptedUser user{look(), press(IDOK)};
-    EXPECT_EQ(jxDllDialog(0, kAboutDialog, AboutDlgProc, &record), 1);
+    EXPECT_EQ(jxDllDialog(0, JxAboutDialog, AboutDlgProc, &record), 1);
     EXPECT_EQ(user.dumps[0],
               "\"About\" centered\n  group \"About\"\n  label 146 \"One\"\n  label 147 \"Not Available\"\n"
               "  label 148 \"Three\"\n  label 149 \"Not Available\"\n  label 150 \"Not Available\"\n"
@@ -164,7 +164,7 @@ TEST_F(AboutDialog, ShowsItsTextsAndReleasesThemOnItsButton) {
 TEST_F(AboutDialog, ShowsEightTimesThatThereIsNothing) {
     admin::AboutRecord record{};
     ScriptedUser user{look(), key(JXW_KEY_ESCAPE)};
-    EXPECT_EQ(jxDllDialog(0, kAboutDialog, AboutDlgProc, &record), 1);
+    EXPECT_EQ(jxDllDialog(0, JxAboutDialog, AboutDlgProc, &record), 1);
     std::size_t count = 0;
     for (std::size_t at = 0; (at = user.dumps[0].find("Not Available", at)) != std::string::npos; ++at)
         ++count;
@@ -178,7 +178,7 @@ TEST_F(AboutDialog, OnlyItsButtonCloses) {
             EXPECT_EQ(JXW_SendMessage(open, WM_COMMAND, id, 0), 0) << id;
         EXPECT_EQ(JXW_IsDialogEnded(open, nullptr), 0);
     })};
-    jxDllDialog(0, kAboutDialog, AboutDlgProc, &record);
+    jxDllDialog(0, JxAboutDialog, AboutDlgProc, &record);
 }
 
 // A memory checker tells when it does.
@@ -191,13 +191,13 @@ TEST_F(AboutDialog, ReleasesItsTextsOnceHoweverOftenItsButtonIsPressed) {
         EXPECT_STREQ(reinterpret_cast<char*>(record.texts[0]), "kept");
         ramFree(record.texts[0]);
     })};
-    jxDllDialog(0, kAboutDialog, AboutDlgProc, &record);
+    jxDllDialog(0, JxAboutDialog, AboutDlgProc, &record);
 }
 
 TEST_F(AboutDialog, LeavesTheTextsToItsCallerWhenItIsClosedOtherwise) {
     admin::AboutRecord record{{heap("One"), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr}};
     ScriptedUser user{call([](HWND open) { JXW_EndDialog(open, 1); })};
-    jxDllDialog(0, kAboutDialog, AboutDlgProc, &record);
+    jxDllDialog(0, JxAboutDialog, AboutDlgProc, &record);
     EXPECT_STREQ(reinterpret_cast<char*>(record.texts[0]), "One");
     ramFree(record.texts[0]);
 }

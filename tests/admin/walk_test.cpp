@@ -104,8 +104,8 @@ protected:
 
 void Walk::walkDataSources() {
     ScriptedUser user({see("data-sources-empty"),
-                       press(kAddButton),
-                       selectRow(kAddDataSourceList, 0),
+                       press(JxAddButton),
+                       selectRow(JxAddDataSourceList, 0),
                        see("add-data-source"),
                        press(IDOK),
                        type(setup::kNameEdit, "Sales"),
@@ -119,11 +119,11 @@ void Walk::walkDataSources() {
                        see("data-source-setup"),
                        press(IDOK),
                        see("data-sources"),
-                       press(kDeleteButton),
-                       press(kOptionsButton),
+                       press(JxDeleteButton),
+                       press(JxOptionsButton),
                        see("options"),
                        press(IDCANCEL),
-                       press(kCloseButton)},
+                       press(JxCloseButton)},
                       {IDNO});
     SQLManageDataSources(0);
     EXPECT_EQ(user.actionsLeft(), 0U);
@@ -132,12 +132,12 @@ void Walk::walkDataSources() {
 }
 
 void Walk::walkDrivers() {
-    ScriptedUser user(
-        {press(kDriversButton), see("drivers"), press(kDeleteDriverButton), press(kAddDriverButton), see("add-driver"),
-         press(IDOK), type(kDirectoryEdit, home.file("kit")), press(IDOK), see("install-drivers"),
-         press(kAdvancedButton), see("advanced-options"), press(kVersionsButton), selectRow(kVersionsList, 0),
-         see("versions"), press(IDCANCEL), press(IDCANCEL), press(IDCANCEL), press(kCloseButton), press(kCloseButton)},
-        {IDNO, IDYES});
+    ScriptedUser user({press(JxDriversButton), see("drivers"), press(JxDeleteDriverButton), press(JxAddDriverButton),
+                       see("add-driver"), press(IDOK), type(JxDirectoryEdit, home.file("kit")), press(IDOK),
+                       see("install-drivers"), press(JxAdvancedButton), see("advanced-options"),
+                       press(JxVersionsButton), selectRow(JxVersionsList, 0), see("versions"), press(IDCANCEL),
+                       press(IDCANCEL), press(IDCANCEL), press(JxCloseButton), press(JxCloseButton)},
+                      {IDNO, IDYES});
     SQLManageDataSources(0);
     EXPECT_EQ(user.actionsLeft(), 0U);
     ASSERT_EQ(user.boxes.size(), 2U);
@@ -152,8 +152,8 @@ void Walk::walkRest() {
     admin::AboutRecord about{};
     about.texts[0] = ramAllocStr(reinterpret_cast<const unsigned char*>("Sample Driver 3.51"));
     ScriptedUser user{see("select-translator"), press(IDOK), see("about"), press(IDOK)};
-    jxDllDialog(0, kSelectTranslatorDialog, SelectTranslatorDlgProc, &choice);
-    jxDllDialog(0, kAboutDialog, AboutDlgProc, &about);
+    jxDllDialog(0, JxSelectTranslatorDialog, SelectTranslatorDlgProc, &choice);
+    jxDllDialog(0, JxAboutDialog, AboutDlgProc, &about);
     EXPECT_EQ(user.actionsLeft(), 0U);
 }
 

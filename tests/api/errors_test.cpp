@@ -7,7 +7,7 @@
 #include <string>
 #include <thread>
 
-#include "api/data_resource.h"
+#include <jxdataresource.h>
 #include "guarded_buffer.h"
 
 namespace jx::test {

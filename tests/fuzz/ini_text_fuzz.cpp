@@ -7,8 +7,8 @@
 
 #include "../jxutl/ini/text_model.h"
 #include "fuzz_check.h"
-#include "ini_index.h"
-#include "ini_text.h"
+#include "jxutl/ini/ini_index.h"
+#include "jxutl/ini/ini_text.h"
 
 namespace {
 

@@ -1,5 +1,6 @@
 // A C++ program that links the installed libraries: the installer object, the error list, the C++ side of the
 // utilities. Usage: cpp_host
+#include <jxdataresource.h>
 #include <jxerrors.h>
 #include <jxini.h>
 #include <jxmemory.h>
@@ -68,6 +69,7 @@ void useLists() {
     Node* const node = new Node(alive);
     CHECK(list.append(node) == node && list.count() == 1 && list.getNodeAtPos(0) == node);
     CHECK(list.getNodeAtPos(1) == nullptr && node->compare(node) == 0);
+    CHECK(list.append(new JxDataResource(55)) != nullptr && list.count() == 2);
     list.clear();
     CHECK(alive == 0 && list.count() == 0);
 }

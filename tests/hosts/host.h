@@ -36,6 +36,7 @@ void use_dialogs(void);
 void use_memory(void);
 void use_text(void);
 void use_files(void);
+void use_opened_profiles(void);
 void use_tasks(void);
 void use_boxes(void);
 void use_ini_store(void);

@@ -52,6 +52,7 @@ static const struct {
     {"memory", use_memory},
     {"text", use_text},
     {"files", use_files},
+    {"opened profiles", use_opened_profiles},
     {"tasks", use_tasks},
     {"boxes", use_boxes},
     {"ini store", use_ini_store},

@@ -2,6 +2,7 @@
 #include <jxdialog.h>
 #include <jxfiles.h>
 #include <jxmemory.h>
+#include <jxprofile.h>
 #include <jxtasks.h>
 #include <jxtext.h>
 #include <string.h>
@@ -56,6 +57,13 @@ void use_files(void) {
     CHECK(cursor == NULL);
     CHECK(bosFileDelete(BYTES(in_folder("file.txt"))) == 0);
     CHECK(bosFileDelete(BYTES(host_folder)) != 0);
+}
+
+void use_opened_profiles(void) {
+    JxIniFileCache* const cache = jxPrivateProfileInit(BYTES(in_folder("own.ini")));
+    CHECK(cache != NULL && jxPrivateProfileInit(NULL) == NULL);
+    jxPrivateProfileTerm(cache);
+    jxPrivateProfileTerm(NULL);
 }
 
 void use_tasks(void) {

@@ -95,10 +95,10 @@ int jxWritePrivateProfileString(const unsigned char* section, const unsigned cha
 
 JxIniFileCache* jxPrivateProfileInit(const unsigned char* file) {
     jx::test::noteCall("open " + jx::test::nameOf(file));
-    return jx::test::original<JxIniFileCache*(const unsigned char*)>("_Z20jxPrivateProfileInitPKh")(file);
+    return jx::test::original<JxIniFileCache*(const unsigned char*)>("jxPrivateProfileInit")(file);
 }
 
 void jxPrivateProfileTerm(JxIniFileCache* cache) {
     jx::test::noteCall("close");
-    jx::test::original<void(JxIniFileCache*)>("_Z20jxPrivateProfileTermP14JxIniFileCache")(cache);
+    jx::test::original<void(JxIniFileCache*)>("jxPrivateProfileTerm")(cache);
 }

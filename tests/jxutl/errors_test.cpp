@@ -1,5 +1,5 @@
 // Recorded errors: objects, lists and the thread's own list.
-#include "platform/jxerrors.h"
+#include <jxerrors.h>
 
 #include <gtest/gtest.h>
 
@@ -9,8 +9,8 @@
 #include <type_traits>
 #include <vector>
 
+#include <jxmemory.h>
 #include "allocations.h"
-#include "platform/jxmemory.h"
 
 namespace {
 

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/jxfiles.h"
+#include <jxfiles.h>
 #include "test_home.h"
 #include "unprivileged.h"
 

@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
+#include <jxfiles.h>
 #include "allocations.h"
-#include "platform/jxfiles.h"
 #include "test_home.h"
 #include "unprivileged.h"
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <thread>
 
+#include <jxfiles.h>
 #include "allocations.h"
-#include "platform/jxfiles.h"
 #include "test_home.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // Heap blocks: contents, sizes and what happens without memory.
-#include "platform/jxmemory.h"
+#include <jxmemory.h>
 
 #include <gtest/gtest.h>
 

@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
+#include <jxdialog.h>
 #include "allocations.h"
-#include "platform/jxdialog.h"
 
 namespace {
 

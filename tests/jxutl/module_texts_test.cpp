@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include <jxdialog.h>
 #include "allocations.h"
-#include "platform/jxdialog.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <type_traits>
 #include <vector>
 
+#include <jxerrors.h>
 #include "allocations.h"
-#include "platform/jxerrors.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
 // The depth of tasks, and the slots of per-thread data.
-#include "platform/jxtasks.h"
+#include <jxtasks.h>
 
 #include <gtest/gtest.h>
 
 #include <thread>
 
+#include <jxerrors.h>
 #include "allocations.h"
-#include "platform/jxerrors.h"
 
 namespace {
 

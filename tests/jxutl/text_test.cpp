@@ -1,5 +1,5 @@
 // Text operations: lengths, copies, comparisons, searches, decimal numbers.
-#include "platform/jxtext.h"
+#include <jxtext.h>
 
 #include <gtest/gtest.h>
 

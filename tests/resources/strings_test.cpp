@@ -8,7 +8,7 @@
 #include <set>
 #include <string>
 
-#include "api/odbcinst.h"
+#include <odbcinst.h>
 
 namespace {
 

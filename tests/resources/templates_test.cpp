@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/jxscreen.h"
-#include "platform/jxwindow.h"
+#include <jxscreen.h>
+#include <jxwindow.h>
 #include "resources/templates.h"
 #include "setup/setup_template.h"
 

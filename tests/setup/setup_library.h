@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "api/odbcinst.h"
+#include <odbcinst.h>
 #include "attribute_list.h"
 #include "test_home.h"
 

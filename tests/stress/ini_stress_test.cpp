@@ -21,9 +21,9 @@
 #include <thread>
 #include <vector>
 
-#include "descriptor.h"
-#include "jxini.h"
-#include "jxprofile.h"
+#include <jxini.h>
+#include <jxprofile.h>
+#include "jxutl/ini/descriptor.h"
 #include "test_home.h"
 
 namespace {

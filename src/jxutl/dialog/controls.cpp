@@ -2,10 +2,10 @@
 #include <algorithm>
 #include <cstring>
 
+#include <jxdialog.h>
 #include "jxutl/dialog/desk.h"
 #include "jxutl/dialog/focus.h"
 #include "jxutl/dialog/messages.h"
-#include "platform/jxdialog.h"
 
 using namespace jx::dialog;
 

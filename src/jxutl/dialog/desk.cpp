@@ -6,7 +6,7 @@
 #include <limits>
 #include <utility>
 
-#include "jxutl/thread_data.h"
+#include "jxutl/thread/thread_data.h"
 
 namespace jx::dialog {
 

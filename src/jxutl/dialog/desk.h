@@ -6,8 +6,8 @@
 #include <map>
 #include <new>
 
+#include <jxscreen.h>
 #include "jxutl/dialog/window.h"
-#include "platform/jxscreen.h"
 
 namespace jx::dialog {
 

@@ -1,12 +1,12 @@
 // The life of a dialog: made, run, ended, destroyed.
 #include <utility>
 
+#include <jxscreen.h>
+#include <jxwindow.h>
 #include "jxutl/dialog/dialog_template.h"
 #include "jxutl/dialog/focus.h"
 #include "jxutl/dialog/messages.h"
 #include "jxutl/dialog/owner_turn.h"
-#include "platform/jxscreen.h"
-#include "platform/jxwindow.h"
 
 using namespace jx::dialog;
 

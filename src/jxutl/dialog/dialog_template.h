@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/jxtemplate.h"
+#include <jxtemplate.h>
 
 namespace jx::dialog {
 

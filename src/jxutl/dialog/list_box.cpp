@@ -1,7 +1,7 @@
 // Keeps the rows of a list box and moves the selection with its row.
 #include "jxutl/dialog/list_box.h"
 
-#include "platform/jxdialog.h"
+#include <jxdialog.h>
 
 namespace jx::dialog {
 

@@ -1,7 +1,7 @@
 // Message boxes on the thread's screen.
 #pragma once
 
-#include "platform/jxdialog.h"
+#include <jxdialog.h>
 
 namespace jx::dialog {
 

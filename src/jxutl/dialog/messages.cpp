@@ -4,8 +4,8 @@
 #include <cstring>
 #include <utility>
 
+#include <jxwindow.h>
 #include "jxutl/dialog/desk.h"
-#include "platform/jxwindow.h"
 
 namespace jx::dialog {
 

@@ -1,5 +1,5 @@
 // The thread's screen, and what it and tests can see of the dialogs.
-#include "platform/jxscreen.h"
+#include <jxscreen.h>
 
 #include "jxutl/dialog/desk.h"
 

@@ -1,10 +1,10 @@
 // What the user does, carried into dialogs.
 #include <algorithm>
 
+#include <jxscreen.h>
 #include "jxutl/dialog/desk.h"
 #include "jxutl/dialog/focus.h"
 #include "jxutl/dialog/messages.h"
-#include "platform/jxscreen.h"
 
 using namespace jx::dialog;
 

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
+#include <jxdialog.h>
 #include "jxutl/dialog/dialog_template.h"
 #include "jxutl/dialog/list_box.h"
-#include "platform/jxdialog.h"
 
 namespace jx::dialog {
 

@@ -4,7 +4,7 @@
 #include <cerrno>
 #include <utility>
 
-#include "file_ops.h"
+#include "jxutl/ini/file_ops.h"
 
 namespace jx::ini {
 

@@ -1,5 +1,5 @@
 // The system's own calls behind the seam, and which object stands in the seam.
-#include "file_ops.h"
+#include "jxutl/ini/file_ops.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -7,7 +7,7 @@
 
 #include <cstdio>
 
-#include "jxutl/lasting.h"
+#include "jxutl/thread/lasting.h"
 
 namespace jx::ini {
 

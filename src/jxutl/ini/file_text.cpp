@@ -1,5 +1,5 @@
 // Reads a file whole and judges its times.
-#include "file_text.h"
+#include "jxutl/ini/file_text.h"
 
 #include <fcntl.h>
 
@@ -9,11 +9,11 @@
 #include <cstring>
 #include <utility>
 
-#include "descriptor.h"
-#include "failure.h"
-#include "file_ops.h"
-#include "uninterrupted.h"
-#include "whole_file.h"
+#include "jxutl/ini/descriptor.h"
+#include "jxutl/ini/file_ops.h"
+#include "jxutl/ini/uninterrupted.h"
+#include "jxutl/ini/whole_file.h"
+#include "jxutl/thread/failure.h"
 
 namespace jx::ini {
 

@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-#include "descriptor.h"
+#include "jxutl/ini/descriptor.h"
 
 namespace jx::ini {
 

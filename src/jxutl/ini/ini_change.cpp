@@ -1,5 +1,5 @@
 // Reads, edits and replaces one INI file.
-#include "ini_change.h"
+#include "jxutl/ini/ini_change.h"
 
 #include <fcntl.h>
 
@@ -10,12 +10,12 @@
 #include <string_view>
 #include <utility>
 
-#include "descriptor.h"
-#include "failure.h"
-#include "file_ops.h"
-#include "ini_target.h"
-#include "uninterrupted.h"
-#include "whole_file.h"
+#include "jxutl/ini/descriptor.h"
+#include "jxutl/ini/file_ops.h"
+#include "jxutl/ini/ini_target.h"
+#include "jxutl/ini/uninterrupted.h"
+#include "jxutl/ini/whole_file.h"
+#include "jxutl/thread/failure.h"
 
 namespace jx::ini {
 

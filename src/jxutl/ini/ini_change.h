@@ -5,9 +5,9 @@
 
 #include <string>
 
-#include "ini_location.h"
-#include "ini_text.h"
-#include "ini_turn.h"
+#include "jxutl/ini/ini_location.h"
+#include "jxutl/ini/ini_text.h"
+#include "jxutl/ini/ini_turn.h"
 
 namespace jx::ini {
 

@@ -1,11 +1,11 @@
 // Prepares a text for look-ups, a part at a time.
-#include "ini_index.h"
+#include "jxutl/ini/ini_index.h"
 
 #include <algorithm>
 #include <new>
 
-#include "ini_line.h"
-#include "ini_scan.h"
+#include "jxutl/ini/ini_line.h"
+#include "jxutl/ini/ini_scan.h"
 
 namespace jx::ini {
 

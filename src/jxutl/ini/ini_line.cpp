@@ -1,5 +1,5 @@
 // Splits a text into lines and says what each one is.
-#include "ini_line.h"
+#include "jxutl/ini/ini_line.h"
 
 namespace jx::ini {
 

@@ -11,8 +11,8 @@
 #include <string_view>
 #include <vector>
 
-#include "ini_name.h"
-#include "jxini.h"
+#include <jxini.h>
+#include "jxutl/ini/ini_name.h"
 
 namespace jx::ini {
 

@@ -1,5 +1,5 @@
 // Asks the environment and the account where the user's files are.
-#include "ini_location.h"
+#include "jxutl/ini/ini_location.h"
 
 #include <pwd.h>
 #include <unistd.h>

@@ -1,5 +1,5 @@
 // Jumps from [ to [ and from line to line.
-#include "ini_scan.h"
+#include "jxutl/ini/ini_scan.h"
 
 namespace jx::ini {
 

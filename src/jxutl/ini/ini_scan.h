@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string_view>
 
-#include "ini_line.h"
+#include "jxutl/ini/ini_line.h"
 
 namespace jx::ini {
 

@@ -1,12 +1,12 @@
 // Follows symbolic links by hand to the file that is replaced.
-#include "ini_target.h"
+#include "jxutl/ini/ini_target.h"
 
 #include <array>
 #include <cerrno>
 #include <climits>
 
-#include "failure.h"
-#include "file_ops.h"
+#include "jxutl/ini/file_ops.h"
+#include "jxutl/thread/failure.h"
 
 namespace jx::ini {
 

@@ -1,10 +1,10 @@
 // Edits of one text: where a change goes, and what it leaves alone.
-#include "ini_text.h"
+#include "jxutl/ini/ini_text.h"
 
 #include <cstddef>
 #include <vector>
 
-#include "ini_scan.h"
+#include "jxutl/ini/ini_scan.h"
 
 namespace jx::ini {
 

@@ -1,5 +1,5 @@
 // Takes, checks and gives back the turn to change a file.
-#include "ini_turn.h"
+#include "jxutl/ini/ini_turn.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -7,9 +7,9 @@
 
 #include <cerrno>
 
-#include "failure.h"
-#include "file_ops.h"
-#include "uninterrupted.h"
+#include "jxutl/ini/file_ops.h"
+#include "jxutl/ini/uninterrupted.h"
+#include "jxutl/thread/failure.h"
 
 namespace jx::ini {
 

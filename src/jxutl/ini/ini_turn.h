@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <string>
 
-#include "descriptor.h"
-#include "jxini.h"
+#include <jxini.h>
+#include "jxutl/ini/descriptor.h"
 
 namespace jx::ini {
 

@@ -4,10 +4,10 @@
 #include <new>
 #include <string>
 
-#include "failure.h"
-#include "ini_change.h"
-#include "ini_location.h"
-#include "jxini.h"
+#include <jxini.h>
+#include "jxutl/ini/ini_change.h"
+#include "jxutl/ini/ini_location.h"
+#include "jxutl/thread/failure.h"
 
 namespace ini = jx::ini;
 

@@ -1,10 +1,10 @@
 // The part of jxini.h that tells where a file is and what failed.
 #include <new>
 
-#include "copy_out.h"
-#include "failure.h"
-#include "ini_location.h"
-#include "jxini.h"
+#include <jxini.h>
+#include "jxutl/ini/copy_out.h"
+#include "jxutl/ini/ini_location.h"
+#include "jxutl/thread/failure.h"
 
 namespace ini = jx::ini;
 

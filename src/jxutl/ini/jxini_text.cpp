@@ -8,12 +8,12 @@
 #include <utility>
 #include <vector>
 
-#include "failure.h"
-#include "ini_line.h"
-#include "ini_location.h"
-#include "ini_target.h"
-#include "jxini.h"
-#include "whole_file.h"
+#include <jxini.h>
+#include "jxutl/ini/ini_line.h"
+#include "jxutl/ini/ini_location.h"
+#include "jxutl/ini/ini_target.h"
+#include "jxutl/ini/whole_file.h"
+#include "jxutl/thread/failure.h"
 
 namespace ini = jx::ini;
 

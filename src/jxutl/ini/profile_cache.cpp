@@ -1,13 +1,13 @@
 // Keeps files while their stamps vouch for them.
-#include "profile_cache.h"
+#include "jxutl/ini/profile_cache.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <utility>
 
-#include "failure.h"
-#include "file_ops.h"
-#include "uninterrupted.h"
+#include "jxutl/ini/file_ops.h"
+#include "jxutl/ini/uninterrupted.h"
+#include "jxutl/thread/failure.h"
 
 namespace jx::ini {
 

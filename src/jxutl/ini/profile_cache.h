@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
-#include "failure.h"
-#include "file_text.h"
-#include "ini_index.h"
-#include "ini_location.h"
-#include "jxutl/thread_data.h"
+#include "jxutl/ini/file_text.h"
+#include "jxutl/ini/ini_index.h"
+#include "jxutl/ini/ini_location.h"
+#include "jxutl/thread/failure.h"
+#include "jxutl/thread/thread_data.h"
 
 namespace jx::ini {
 

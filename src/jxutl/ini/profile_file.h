@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "jxprofile.h"
+#include <jxprofile.h>
 
 // JxIniFileCache: the name of one file as the program spelled it. The text is kept where every read of the thread keeps
 // it; a read or write through this object is one of the file of that name.

@@ -7,12 +7,12 @@
 #include <string>
 #include <string_view>
 
-#include "failure.h"
-#include "ini_line.h"
-#include "ini_location.h"
-#include "jxprofile.h"
-#include "profile_cache.h"
-#include "profile_file.h"
+#include <jxprofile.h>
+#include "jxutl/ini/ini_line.h"
+#include "jxutl/ini/ini_location.h"
+#include "jxutl/ini/profile_cache.h"
+#include "jxutl/ini/profile_file.h"
+#include "jxutl/thread/failure.h"
 
 namespace jx::ini {
 

@@ -3,14 +3,14 @@
 #include <new>
 #include <string>
 
-#include "failure.h"
-#include "file_ops.h"
-#include "ini_change.h"
-#include "ini_line.h"
-#include "ini_location.h"
-#include "ini_text.h"
-#include "jxprofile.h"
-#include "profile_file.h"
+#include <jxprofile.h>
+#include "jxutl/ini/file_ops.h"
+#include "jxutl/ini/ini_change.h"
+#include "jxutl/ini/ini_line.h"
+#include "jxutl/ini/ini_location.h"
+#include "jxutl/ini/ini_text.h"
+#include "jxutl/ini/profile_file.h"
+#include "jxutl/thread/failure.h"
 
 namespace ini = jx::ini;
 

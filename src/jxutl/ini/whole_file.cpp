@@ -1,15 +1,15 @@
 // Reads a file whole.
-#include "whole_file.h"
+#include "jxutl/ini/whole_file.h"
 
 #include <fcntl.h>
 
 #include <cerrno>
 #include <span>
 
-#include "descriptor.h"
-#include "failure.h"
-#include "file_ops.h"
-#include "uninterrupted.h"
+#include "jxutl/ini/descriptor.h"
+#include "jxutl/ini/file_ops.h"
+#include "jxutl/ini/uninterrupted.h"
+#include "jxutl/thread/failure.h"
 
 namespace jx::ini {
 

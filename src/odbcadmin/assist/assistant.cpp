@@ -68,18 +68,18 @@ void chooseOnly(HWND dialog, unsigned short list) {
 
 void refreshDriverLists() {
     for (HWND dialog = JXW_NextDialog(0); dialog != 0; dialog = JXW_NextDialog(dialog)) {
-        if (isLibraryDialog(dialog, kDriversDialog))
-            refresh(dialog, kDriversList, kDriversDelete);
-        else if (isLibraryDialog(dialog, kAddDataSourceDialog))
-            refresh(dialog, kAddDataSourceList, IDOK);
+        if (isLibraryDialog(dialog, JxDriversDialog))
+            refresh(dialog, JxDriversList, JxDeleteDriverButton);
+        else if (isLibraryDialog(dialog, JxAddDataSourceDialog))
+            refresh(dialog, JxAddDataSourceList, IDOK);
     }
 }
 
 void Assistant::opened(HWND dialog) {
-    if (isLibraryDialog(dialog, kAddDriverDialog))
+    if (isLibraryDialog(dialog, JxAddDriverDialog))
         beforeScript_ = Inventory::take();
-    else if (isLibraryDialog(dialog, kAddDataSourceDialog))
-        chooseOnly(dialog, kAddDataSourceList);
+    else if (isLibraryDialog(dialog, JxAddDataSourceDialog))
+        chooseOnly(dialog, JxAddDataSourceList);
 }
 
 void Assistant::beforeAction() {

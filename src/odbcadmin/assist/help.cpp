@@ -32,43 +32,43 @@ constexpr const char* kChooseKey = "Choose a key in the list first.";
 constexpr const char* kNoDriver = "No driver is registered yet. Press F2 to register one.";
 
 constexpr Sentence kSentences[] = {
-    {kLibrary, kDataSourcesDialog, kDataSourcesList, "Your data sources. Enter or a double click sets one up.", ""},
-    {kLibrary, kDataSourcesDialog, 105, "Changes the settings of the chosen data source.", kChooseSource},
-    {kLibrary, kDataSourcesDialog, 106, "Removes the chosen data source; asks first.", kChooseSource},
-    {kLibrary, kDataSourcesDialog, 107, "Makes a new data source for one of your drivers.", ""},
-    {kLibrary, kDataSourcesDialog, 108, "Shows, installs and removes drivers. F2 registers one by hand.", ""},
-    {kLibrary, kDataSourcesDialog, 109, "Turns the tracing of calls on and off.", ""},
-    {kLibrary, kDataSourcesDialog, 104, "Ends the program.", ""},
-    {kLibrary, kAddDataSourceDialog, kAddDataSourceList, "Choose the driver that reaches your database.", ""},
-    {kLibrary, kAddDataSourceDialog, IDOK, "Lets the chosen driver ask for the settings.", kNoDriver},
-    {kLibrary, kAddDataSourceDialog, IDCANCEL, "Makes no data source.", ""},
-    {kLibrary, kDriversDialog, kDriversList, "The drivers registered for you.", ""},
-    {kLibrary, kDriversDialog, 119, "Installs from a vendor's script (odbc.inf). F2 registers a driver without one.",
+    {kLibrary, JxDataSourcesDialog, JxDataSourcesList, "Your data sources. Enter or a double click sets one up.", ""},
+    {kLibrary, JxDataSourcesDialog, 105, "Changes the settings of the chosen data source.", kChooseSource},
+    {kLibrary, JxDataSourcesDialog, 106, "Removes the chosen data source; asks first.", kChooseSource},
+    {kLibrary, JxDataSourcesDialog, 107, "Makes a new data source for one of your drivers.", ""},
+    {kLibrary, JxDataSourcesDialog, 108, "Shows, installs and removes drivers. F2 registers one by hand.", ""},
+    {kLibrary, JxDataSourcesDialog, 109, "Turns the tracing of calls on and off.", ""},
+    {kLibrary, JxDataSourcesDialog, 104, "Ends the program.", ""},
+    {kLibrary, JxAddDataSourceDialog, JxAddDataSourceList, "Choose the driver that reaches your database.", ""},
+    {kLibrary, JxAddDataSourceDialog, IDOK, "Lets the chosen driver ask for the settings.", kNoDriver},
+    {kLibrary, JxAddDataSourceDialog, IDCANCEL, "Makes no data source.", ""},
+    {kLibrary, JxDriversDialog, JxDriversList, "The drivers registered for you.", ""},
+    {kLibrary, JxDriversDialog, 119, "Installs from a vendor's script (odbc.inf). F2 registers a driver without one.",
      ""},
-    {kLibrary, kDriversDialog, kDriversDelete,
+    {kLibrary, JxDriversDialog, JxDeleteDriverButton,
      "Removes the chosen driver, deletes its files and its data sources; asks first.",
      "Choose a driver in the list first. None there? F2 registers one."},
-    {kLibrary, kDriversDialog, 104, "Back to the data sources.", ""},
-    {kLibrary, kOptionsDialog, 111, "A driver manager that reads this setting writes its calls into the file.", ""},
-    {kLibrary, kOptionsDialog, 112, "Asks the driver manager to end the tracing with the program it traces.", ""},
-    {kLibrary, kOptionsDialog, 113, "The file that the calls are written to.", ""},
-    {kLibrary, kOptionsDialog, 114, "Not available: type the file's name above.", "Type the file's name above."},
-    {kLibrary, kOptionsDialog, IDOK, "Stores the three settings.", ""},
-    {kLibrary, kOptionsDialog, IDCANCEL, "Leaves the settings as they were.", ""},
-    {kLibrary, kAddDriverDialog, 133, "The directory with the vendor's odbc.inf. No such file? Escape, then F2.", ""},
-    {kLibrary, kAddDriverDialog, IDOK, "Reads the script in that directory.", "Type a directory first."},
-    {kLibrary, kAddDriverDialog, IDCANCEL, "Installs nothing.", ""},
-    {kLibrary, kInstallDialog, 130, "The drivers that the script can install.", ""},
-    {kLibrary, kInstallDialog, IDOK, "Installs the chosen driver.", "The script has no driver."},
-    {kLibrary, kInstallDialog, IDCANCEL, "Installs nothing.", ""},
-    {kLibrary, kInstallDialog, 131, "Options of the installation, and what the script says of versions.", ""},
-    {kLibrary, kAdvancedDialog, 121, "Kept for a later release; nothing reads it yet.", ""},
-    {kLibrary, kAdvancedDialog, 128, "Shows what the script says about its drivers' files.", ""},
-    {kLibrary, kVersionsDialog, 137, "Choose a driver to see its file below.", ""},
-    {kLibrary, kVersionsDialog, IDOK, "Does nothing here; Close leaves the dialog.", "Close leaves the dialog."},
-    {kLibrary, kVersionsDialog, IDCANCEL, "Back to the options.", ""},
-    {kLibrary, kTranslatorDialog, 144, "The translators registered for you.", ""},
-    {kLibrary, kTranslatorDialog, IDOK, "Takes the chosen translator.", "Choose a translator first."},
+    {kLibrary, JxDriversDialog, 104, "Back to the data sources.", ""},
+    {kLibrary, JxOptionsDialog, 111, "A driver manager that reads this setting writes its calls into the file.", ""},
+    {kLibrary, JxOptionsDialog, 112, "Asks the driver manager to end the tracing with the program it traces.", ""},
+    {kLibrary, JxOptionsDialog, 113, "The file that the calls are written to.", ""},
+    {kLibrary, JxOptionsDialog, 114, "Not available: type the file's name above.", "Type the file's name above."},
+    {kLibrary, JxOptionsDialog, IDOK, "Stores the three settings.", ""},
+    {kLibrary, JxOptionsDialog, IDCANCEL, "Leaves the settings as they were.", ""},
+    {kLibrary, JxAddDriverDialog, 133, "The directory with the vendor's odbc.inf. No such file? Escape, then F2.", ""},
+    {kLibrary, JxAddDriverDialog, IDOK, "Reads the script in that directory.", "Type a directory first."},
+    {kLibrary, JxAddDriverDialog, IDCANCEL, "Installs nothing.", ""},
+    {kLibrary, JxInstallDriversDialog, 130, "The drivers that the script can install.", ""},
+    {kLibrary, JxInstallDriversDialog, IDOK, "Installs the chosen driver.", "The script has no driver."},
+    {kLibrary, JxInstallDriversDialog, IDCANCEL, "Installs nothing.", ""},
+    {kLibrary, JxInstallDriversDialog, 131, "Options of the installation, and what the script says of versions.", ""},
+    {kLibrary, JxAdvancedOptionsDialog, 121, "Kept for a later release; nothing reads it yet.", ""},
+    {kLibrary, JxAdvancedOptionsDialog, 128, "Shows what the script says about its drivers' files.", ""},
+    {kLibrary, JxVersionsDialog, 137, "Choose a driver to see its file below.", ""},
+    {kLibrary, JxVersionsDialog, IDOK, "Does nothing here; Close leaves the dialog.", "Close leaves the dialog."},
+    {kLibrary, JxVersionsDialog, IDCANCEL, "Back to the options.", ""},
+    {kLibrary, JxSelectTranslatorDialog, 144, "The translators registered for you.", ""},
+    {kLibrary, JxSelectTranslatorDialog, IDOK, "Takes the chosen translator.", "Choose a translator first."},
     {kForm, kFormDialog, kFormName, "Any name you like: data sources refer to the driver by it.", ""},
     {kForm, kFormDialog, kFormLibrary, "The driver's file, with its whole path. Its package lists it (dpkg -L NAME).",
      ""},
@@ -124,13 +124,13 @@ std::string emptyListHelp(const JxwDialogInfo& dialog, const JxwControlInfo& con
     if (dialog.module != kLibrary || control.kind != JXW_LISTBOX || control.rowCount > 0)
         return {};
     switch (dialog.templateId) {
-        case kDataSourcesDialog:
+        case JxDataSourcesDialog:
             return namesIn(INS_ODBCINST_FILENAME, INS_ODBCINI_DRIVERS).empty()
                        ? "No data source yet: Add... makes one, after a driver is registered (F2)."
                        : "No data source yet: Add... makes one.";
-        case kAddDataSourceDialog:
+        case JxAddDataSourceDialog:
             return kNoDriver;
-        case kDriversDialog:
+        case JxDriversDialog:
             return "No driver yet: F2 registers one, Add... runs a vendor's script.";
         default:
             return "There is nothing in this list.";
@@ -171,14 +171,14 @@ std::string headingOf(HWND dialog) {
     if (info.module != kLibrary)
         return info.title;
     switch (info.templateId) {
-        case kDataSourcesDialog:
+        case JxDataSourcesDialog:
             return "Data sources in " + shownPath(INS_ODBCINI_FILENAME);
-        case kAddDataSourceDialog:
-        case kDriversDialog:
+        case JxAddDataSourceDialog:
+        case JxDriversDialog:
             return "Drivers in " + shownPath(INS_ODBCINST_FILENAME);
-        case kTranslatorDialog:
+        case JxSelectTranslatorDialog:
             return "Translators in " + shownPath(INS_ODBCINST_FILENAME);
-        case kOptionsDialog:
+        case JxOptionsDialog:
             return "Settings in " + shownPath(INS_ODBCINI_FILENAME);
         default:
             return info.title;
@@ -200,7 +200,7 @@ std::string helpOn(HWND dialog, int index) {
     std::string empty = emptyListHelp(info, control);
     if (!empty.empty())
         return empty;
-    if (info.module == kLibrary && info.templateId == kAddDataSourceDialog && control.kind == JXW_LISTBOX &&
+    if (info.module == kLibrary && info.templateId == JxAddDataSourceDialog && control.kind == JXW_LISTBOX &&
         control.selection < 0)
         return "Choose the driver that reaches your database with the arrows; then Enter.";
     return sentence != nullptr ? sentence->does : byKind(control);

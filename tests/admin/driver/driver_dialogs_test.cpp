@@ -48,13 +48,13 @@ protected:
     std::string database(const char* name) const { return home.file(name); }
 
     void addSales() {
-        ScriptedUser user{press(jx::kAddButton),
-                          doubleClick(kAddDataSourceList, 0),
+        ScriptedUser user{press(JxAddButton),
+                          doubleClick(JxAddDataSourceList, 0),
                           type(kNameEdit, "Sales"),
                           enter("Database", database("first.db"), setup::kAddButton),
                           enter("Timeout", "1000", IDOK),
                           look(),
-                          press(kCloseButton)};
+                          press(JxCloseButton)};
         EXPECT_EQ(SQLManageDataSources(0), 1);
         EXPECT_TRUE(user.boxes.empty());
         EXPECT_EQ(user.actionsLeft(), 0U);
@@ -78,8 +78,8 @@ TEST_F(RealDriver, ConnectsWithADataSourceThatWasAddedThroughTheDialogs) {
 
 TEST_F(RealDriver, FollowsWhatTheSetupDialogChanged) {
     addSales();
-    ScriptedUser user{doubleClick(kDataSourcesList, 0), enter("Database", database("second.db"), IDOK),
-                      press(kCloseButton)};
+    ScriptedUser user{doubleClick(JxDataSourcesList, 0), enter("Database", database("second.db"), IDOK),
+                      press(JxCloseButton)};
     EXPECT_EQ(SQLManageDataSources(0), 1);
     EXPECT_TRUE(user.boxes.empty());
     EXPECT_EQ(rowsOf({"create table orders (number integer)", "select * from orders"}), 0);
@@ -89,7 +89,7 @@ TEST_F(RealDriver, FollowsWhatTheSetupDialogChanged) {
 
 TEST_F(RealDriver, IsForgottenWhenTheDataSourceIsDeleted) {
     addSales();
-    ScriptedUser user({press(kDeleteButton), look(), press(kCloseButton)}, {IDYES});
+    ScriptedUser user({press(JxDeleteButton), look(), press(JxCloseButton)}, {IDYES});
     EXPECT_EQ(SQLManageDataSources(0), 1);
     EXPECT_EQ(listIn(user.dumps[0]), "  list 103\n");
     EXPECT_EQ(home.text(".odbc.ini").find("Sales"), std::string::npos);

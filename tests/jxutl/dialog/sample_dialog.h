@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/jxscreen.h"
-#include "platform/jxwindow.h"
+#include <jxscreen.h>
+#include <jxwindow.h>
 
 namespace jx::test {
 

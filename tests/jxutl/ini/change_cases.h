@@ -10,9 +10,9 @@
 #include <string>
 #include <vector>
 
+#include <jxprofile.h>
 #include "child_process.h"
 #include "disk_check.h"
-#include "jxprofile.h"
 #include "test_home.h"
 
 namespace jx::ini::test {

@@ -1,5 +1,5 @@
 // The thread's last failure and its sentence.
-#include "failure.h"
+#include "jxutl/thread/failure.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // Reading a file whole, and for how long its text can be trusted.
-#include "file_text.h"
+#include "jxutl/ini/file_text.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -13,8 +13,8 @@
 #include <string_view>
 
 #include "child_process.h"
-#include "failure.h"
 #include "faulty_files.h"
+#include "jxutl/thread/failure.h"
 #include "stamped_files.h"
 #include "test_home.h"
 

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "disk_check.h"
-#include "failure.h"
-#include "ini_change.h"
+#include "jxutl/ini/ini_change.h"
+#include "jxutl/thread/failure.h"
 #include "test_home.h"
 
 namespace jx::ini::test {

@@ -1,5 +1,5 @@
 // One change of a file: the order of its calls, its edits, and what it leaves untouched.
-#include "ini_change.h"
+#include "jxutl/ini/ini_change.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

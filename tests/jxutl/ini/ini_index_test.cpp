@@ -1,5 +1,5 @@
 // Look-ups in one text, the first time and again.
-#include "ini_index.h"
+#include "jxutl/ini/ini_index.h"
 
 #include <gtest/gtest.h>
 

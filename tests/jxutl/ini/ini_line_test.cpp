@@ -1,5 +1,5 @@
 // What the lines of a text are.
-#include "ini_line.h"
+#include "jxutl/ini/ini_line.h"
 
 #include <gtest/gtest.h>
 

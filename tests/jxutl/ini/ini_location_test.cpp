@@ -1,5 +1,5 @@
 // Where the user's files are, as the environment and the account tell.
-#include "ini_location.h"
+#include "jxutl/ini/ini_location.h"
 
 #include <gtest/gtest.h>
 #include <pwd.h>

@@ -1,5 +1,5 @@
 // How names are trimmed, compared and hashed.
-#include "ini_name.h"
+#include "jxutl/ini/ini_name.h"
 
 #include <gtest/gtest.h>
 

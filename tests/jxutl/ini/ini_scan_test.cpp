@@ -1,5 +1,5 @@
 // Jumping through a text finds what looking at every line finds.
-#include "ini_scan.h"
+#include "jxutl/ini/ini_scan.h"
 
 #include <gtest/gtest.h>
 

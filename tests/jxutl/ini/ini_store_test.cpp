@@ -10,8 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include <jxprofile.h>
 #include "disk_check.h"
-#include "jxprofile.h"
 #include "test_home.h"
 
 namespace jx::ini::test {

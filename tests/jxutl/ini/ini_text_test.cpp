@@ -1,5 +1,5 @@
 // Edits of a text: the whole text before, the whole text after.
-#include "ini_text.h"
+#include "jxutl/ini/ini_text.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "ini_index.h"
+#include "jxutl/ini/ini_index.h"
 #include "random_text.h"
 #include "text_model.h"
 

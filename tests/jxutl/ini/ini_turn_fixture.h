@@ -12,7 +12,7 @@
 #include <utility>
 
 #include "disk_check.h"
-#include "failure.h"
+#include "jxutl/thread/failure.h"
 #include "test_home.h"
 #include "watched_files.h"
 

@@ -1,5 +1,5 @@
 // The turn: who gets it, who waits, what may stand in the place of NAME.lock.
-#include "ini_turn.h"
+#include "jxutl/ini/ini_turn.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -12,9 +12,9 @@
 
 #include "child_process.h"
 #include "disk_check.h"
-#include "failure.h"
 #include "faulty_files.h"
 #include "ini_turn_fixture.h"
+#include "jxutl/thread/failure.h"
 
 namespace jx::ini::test {
 namespace {

@@ -8,9 +8,9 @@
 
 #include "child_process.h"
 #include "disk_check.h"
-#include "failure.h"
-#include "ini_turn.h"
 #include "ini_turn_fixture.h"
+#include "jxutl/ini/ini_turn.h"
+#include "jxutl/thread/failure.h"
 
 namespace jx::ini::test {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <string.h>
 
-#include "jxini.h"
+#include <jxini.h>
 
 #define NEED(condition)      \
     do {                     \

@@ -1,5 +1,5 @@
 // The store's own interface: texts, look-ups, lists, changes, failures.
-#include "jxini.h"
+#include <jxini.h>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <string>
 
-#include "jxprofile.h"
+#include <jxprofile.h>
 
 char** environ;
 

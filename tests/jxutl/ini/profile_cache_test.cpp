@@ -1,5 +1,5 @@
 // What a thread's cache keeps, for how long, and what a look-up costs.
-#include "profile_cache.h"
+#include "jxutl/ini/profile_cache.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -13,9 +13,9 @@
 #include <thread>
 #include <vector>
 
-#include "failure.h"
+#include <jxprofile.h>
 #include "faulty_files.h"
-#include "jxprofile.h"
+#include "jxutl/thread/failure.h"
 #include "stamped_files.h"
 #include "test_home.h"
 

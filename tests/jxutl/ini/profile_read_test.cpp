@@ -9,10 +9,10 @@
 #include <string>
 #include <string_view>
 
+#include <jxprofile.h>
 #include "child_process.h"
-#include "failure.h"
 #include "guarded_buffer.h"
-#include "jxprofile.h"
+#include "jxutl/thread/failure.h"
 #include "stamped_files.h"
 #include "test_home.h"
 

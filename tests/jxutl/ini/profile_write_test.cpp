@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
+#include <jxprofile.h>
 #include "child_process.h"
 #include "disk_check.h"
-#include "failure.h"
 #include "faulty_files.h"
-#include "jxprofile.h"
+#include "jxutl/thread/failure.h"
 #include "test_home.h"
 
 namespace jx::ini::test {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "ini_line.h"
+#include "jxutl/ini/ini_line.h"
 
 namespace jx::ini::test {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "file_ops.h"
+#include "jxutl/ini/file_ops.h"
 
 namespace jx::ini::test {
 

@@ -9,10 +9,10 @@
 #include <thread>
 #include <vector>
 
-#include "platform/jxdialog.h"
-#include "platform/jxerrors.h"
-#include "platform/jxfiles.h"
-#include "platform/jxtasks.h"
+#include <jxdialog.h>
+#include <jxerrors.h>
+#include <jxfiles.h>
+#include <jxtasks.h>
 
 namespace {
 

@@ -13,7 +13,7 @@
 #include "../recording_files.h"
 #include "../watched_files.h"
 #include "crash_disk.h"
-#include "failure.h"
+#include "jxutl/thread/failure.h"
 
 namespace jx::ini::test {
 namespace {

@@ -10,11 +10,11 @@
 #include <string_view>
 #include <thread>
 
+#include <jxini.h>
+#include <jxprofile.h>
 #include "../change_cases.h"
 #include "../watched_files.h"
-#include "failure.h"
-#include "jxini.h"
-#include "jxprofile.h"
+#include "jxutl/thread/failure.h"
 #include "test_home.h"
 
 namespace {

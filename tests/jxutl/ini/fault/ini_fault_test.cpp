@@ -8,7 +8,7 @@
 
 #include "../change_cases.h"
 #include "../faulty_files.h"
-#include "failure.h"
+#include "jxutl/thread/failure.h"
 
 namespace jx::ini::test {
 namespace {

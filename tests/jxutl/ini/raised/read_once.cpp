@@ -2,7 +2,7 @@
 // Usage: read_once FILE SECTION KEY
 #include <cstdio>
 
-#include "jxprofile.h"
+#include <jxprofile.h>
 
 int main(int count, char** arguments) {
     if (count != 4)

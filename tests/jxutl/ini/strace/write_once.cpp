@@ -2,8 +2,8 @@
 // Usage: write_once FILE SECTION KEY VALUE
 #include <cstdio>
 
-#include "jxini.h"
-#include "jxprofile.h"
+#include <jxini.h>
+#include <jxprofile.h>
 
 int main(int count, char** arguments) {
     if (count != 5)

@@ -47,31 +47,31 @@ extern JX_EXPORT unsigned char* bigbuf;
  * case, mean the user's own files; every other name is used as spelled.
  * cbRetBuffer is taken as its low 16 bits, signed: what is then 0 or less places nothing, touches nothing and returns
  * 0. So does a null buffer or a null file name. */
-JX_EXPORT_BOUND int SQLGetPrivateProfileString(LPCSTR lpszSection, LPCSTR lpszEntry, LPCSTR lpszDefault,
-                                               LPSTR lpszRetBuffer, int cbRetBuffer, LPCSTR lpszFilename);
+JX_EXPORT int SQLGetPrivateProfileString(LPCSTR lpszSection, LPCSTR lpszEntry, LPCSTR lpszDefault, LPSTR lpszRetBuffer,
+                                         int cbRetBuffer, LPCSTR lpszFilename);
 
 /* Stores lpszString under lpszEntry; a null string deletes the key, a null entry the section. TRUE when the file holds
  * it, and it then survives a power cut; FALSE when the file is as it was, or when only its directory could not be
  * flushed: then the new text is there. */
-JX_EXPORT_BOUND BOOL SQLWritePrivateProfileString(LPCSTR lpszSection, LPCSTR lpszEntry, LPCSTR lpszString,
-                                                  LPCSTR lpszFilename);
+JX_EXPORT BOOL SQLWritePrivateProfileString(LPCSTR lpszSection, LPCSTR lpszEntry, LPCSTR lpszString,
+                                            LPCSTR lpszFilename);
 
 /* ---- data sources ---- */
 
 /* Enters data source lpszDSN for the installed driver lpszDriver, replacing an old entry with all its keys. FALSE when
  * the driver has no "Driver" key in .odbcinst.ini (the old entry is gone then) or a file cannot be written. */
-JX_EXPORT_BOUND BOOL SQLWriteDSNToIni(LPCSTR lpszDSN, LPCSTR lpszDriver);
+JX_EXPORT BOOL SQLWriteDSNToIni(LPCSTR lpszDSN, LPCSTR lpszDriver);
 
 /* Removes data source lpszDSN and its section. TRUE also when there was none. "Default", spelled so, means the default
  * data source. */
-JX_EXPORT_BOUND BOOL SQLRemoveDSNFromIni(LPCSTR lpszDSN);
+JX_EXPORT BOOL SQLRemoveDSNFromIni(LPCSTR lpszDSN);
 
 /* Always TRUE, whatever lpszDSN holds; null is allowed. */
-JX_EXPORT_BOUND BOOL SQLValidDSN(LPCSTR lpszDSN);
+JX_EXPORT BOOL SQLValidDSN(LPCSTR lpszDSN);
 
 /* Writes an empty key into section "Default" of .odbc.ini, which the store takes as done: TRUE, and both files stay
  * as they are. */
-JX_EXPORT_BOUND BOOL SQLRemoveDefaultDataSource(void);
+JX_EXPORT BOOL SQLRemoveDefaultDataSource(void);
 
 /* Adds, changes or removes (fRequest) a data source through the setup library of the installed driver lpszDriver (at
  * most 49 bytes; a longer name is refused). lpszAttributes is a list of keyword=value texts of at most 1024 bytes in
@@ -79,26 +79,26 @@ JX_EXPORT_BOUND BOOL SQLRemoveDefaultDataSource(void);
  * of that name before it calls the setup library, whatever that then answers. "ODBC", "ODBC Data Sources", "ODBC
  * Drivers" and "ODBC Translators", in any case, are no data sources: none of them is ever found or removed. TRUE when
  * the setup library accepted, or when the removal of a data source whose setup library cannot be loaded was tried. */
-JX_EXPORT_BOUND BOOL SQLConfigDataSource(HWND hwnd, WORD fRequest, LPCSTR lpszDriver, LPCSTR lpszAttributes);
+JX_EXPORT BOOL SQLConfigDataSource(HWND hwnd, WORD fRequest, LPCSTR lpszDriver, LPCSTR lpszAttributes);
 
 /* Runs the Data Sources dialog and returns what its starter returned: 0 without a host that shows dialogs, and 0 at
  * once when the dialog is open already (it gets the focus). */
-JX_EXPORT_BOUND BOOL SQLManageDataSources(HWND hwnd);
+JX_EXPORT BOOL SQLManageDataSources(HWND hwnd);
 
 /* Runs the Add Data Source dialog; TRUE when a data source was added. FALSE at once without a window. lpszDS is not
  * used. */
-JX_EXPORT_BOUND BOOL SQLCreateDataSource(HWND hwnd, LPCSTR lpszDS);
+JX_EXPORT BOOL SQLCreateDataSource(HWND hwnd, LPCSTR lpszDS);
 
 /* ---- drivers and translators ---- */
 
 /* The list of installed drivers. TRUE and the number of bytes placed (without the final NUL) in *pcbBufOut; FALSE,
  * with both outputs untouched, when no driver is installed, lpszBuf is null or cbBufMax is 0. A list that does not fit
  * is cut and still TRUE. pcbBufOut may be null. */
-JX_EXPORT_BOUND BOOL SQLGetInstalledDrivers(LPSTR lpszBuf, WORD cbBufMax, WORD* pcbBufOut);
+JX_EXPORT BOOL SQLGetInstalledDrivers(LPSTR lpszBuf, WORD cbBufMax, WORD* pcbBufOut);
 
 /* The list of drivers that the installation script lpszInfFile offers; its name must be odbc.inf in any case. Results
  * as above. */
-JX_EXPORT_BOUND BOOL SQLGetAvailableDrivers(LPCSTR lpszInfFile, LPSTR lpszBuf, WORD cbBufMax, WORD* pcbBufOut);
+JX_EXPORT BOOL SQLGetAvailableDrivers(LPCSTR lpszInfFile, LPSTR lpszBuf, WORD cbBufMax, WORD* pcbBufOut);
 
 /* Lets the user choose a translator (lpszName is the first choice on entry), runs its setup routine, which stores its
  * option in *pvOption, and returns its name and the path of its setup library, each cut to its buffer, with their
@@ -106,8 +106,8 @@ JX_EXPORT_BOUND BOOL SQLGetAvailableDrivers(LPCSTR lpszInfFile, LPSTR lpszBuf, W
  * translator). TRUE with both lengths 0 and the buffers untouched for "<No Translator>"; TRUE
  * with nothing written when the setup routine failed or could not be loaded (a message box tells). A buffer of size 0
  * is not written to; null outputs are skipped. */
-JX_EXPORT_BOUND BOOL SQLGetTranslator(HWND hwnd, LPSTR lpszName, WORD cbNameMax, WORD* pcbNameOut, LPSTR lpszPath,
-                                      WORD cbPathMax, WORD* pcbPathOut, DWORD* pvOption);
+JX_EXPORT BOOL SQLGetTranslator(HWND hwnd, LPSTR lpszName, WORD cbNameMax, WORD* pcbNameOut, LPSTR lpszPath,
+                                WORD cbPathMax, WORD* pcbPathOut, DWORD* pvOption);
 
 /* ---- installing drivers ---- */
 
@@ -129,8 +129,8 @@ JX_EXPORT_BOUND BOOL SQLGetTranslator(HWND hwnd, LPSTR lpszName, WORD cbNameMax,
  * driver being absent, useless or unreadable, or another keyword than "Driver" there, leaves lpszPath empty as well. A
  * useless or unreadable setup library is passed over, and so is a data source named like one of the lists "ODBC Data
  * Sources", "ODBC Drivers" and "ODBC Translators". */
-JX_EXPORT_BOUND BOOL SQLInstallDriver(LPCSTR lpszInfFile, LPCSTR lpszDriver, LPSTR lpszPath, WORD cbPathMax,
-                                      WORD* pcbPathOut);
+JX_EXPORT BOOL SQLInstallDriver(LPCSTR lpszInfFile, LPCSTR lpszDriver, LPSTR lpszPath, WORD cbPathMax,
+                                WORD* pcbPathOut);
 
 /* Installs from the script lpszInfFile the drivers of the list lpszDrivers, every translator the script lists and its
  * core components: enters them with their libraries and capabilities in .odbcinst.ini, replacing older sections, and
@@ -145,7 +145,7 @@ JX_EXPORT_BOUND BOOL SQLInstallDriver(LPCSTR lpszInfFile, LPCSTR lpszDriver, LPS
  * The result is always FALSE, and with a window the message of an aborted installation comes with it, unless the script
  * is null or the choice was cancelled: what was installed is seen in the two files. A line of the script with too few
  * fields is told in a message box; a component with a line that cannot be read is not installed. */
-JX_EXPORT_BOUND BOOL SQLInstallODBC(HWND hwndParent, LPCSTR lpszInfFile, LPCSTR lpszSrcPath, LPSTR lpszDrivers);
+JX_EXPORT BOOL SQLInstallODBC(HWND hwndParent, LPCSTR lpszInfFile, LPCSTR lpszSrcPath, LPSTR lpszDrivers);
 
 /* ---- dialogs ---- */
 
@@ -183,13 +183,13 @@ JX_EXPORT int32_t jxDllDialog(HWND owner, unsigned short templateId, JxDialogPro
 JX_EXPORT int32_t jxDllDialogReturnId(HWND owner, unsigned short templateId, JxDialogProcedure procedure, void* record);
 
 /* The file transfer of a batch installation: does nothing and returns 1. */
-JX_EXPORT_BOUND unsigned int Decompress(unsigned int hwnd, unsigned char* source, unsigned char* target);
+JX_EXPORT unsigned int Decompress(unsigned int hwnd, unsigned char* source, unsigned char* target);
 
 /* ---- texts ---- */
 
 /* Copies text id of this library into buffer (256 bytes) and returns its length; 0 and an untouched buffer when there
  * is no such text. */
-JX_EXPORT_BOUND unsigned short winGetString(unsigned char* buffer, unsigned short id);
+JX_EXPORT unsigned short winGetString(unsigned char* buffer, unsigned short id);
 
 JX_EXTERN_C_END
 

@@ -32,7 +32,7 @@ enum ResetDataType {
 typedef BOOL (*ConfigDsnRoutine)(HWND hwnd, WORD fRequest, LPCSTR lpszDriver, LPCSTR lpszAttributes);
 typedef BOOL (*ConfigTranslatorRoutine)(HWND hwnd, DWORD* pvOption);
 
-class JX_EXPORT_BOUND OdbcIns {
+class JX_EXPORT OdbcIns {
 public:
     char dataSourceName[50];                     /* the data source being worked on */
     char driverName[50];                         /* its driver's description */

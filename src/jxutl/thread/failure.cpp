@@ -1,10 +1,10 @@
 // The calling thread's last failure, and its sentence.
-#include "failure.h"
+#include "jxutl/thread/failure.h"
 
 #include <cstring>
 #include <new>
 
-#include "jxutl/thread_data.h"
+#include "jxutl/thread/thread_data.h"
 
 namespace jx::ini {
 

@@ -7,8 +7,8 @@
 #include <memory>
 #include <string>
 
-#include "ini/failure.h"
-#include "platform/jxerrors.h"
+#include <jxerrors.h>
+#include "jxutl/thread/failure.h"
 
 namespace jx {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "jxini.h"
+#include <jxini.h>
 
 namespace jx::ini {
 

@@ -1,5 +1,5 @@
 // Makes and releases each thread's data.
-#include "thread_data.h"
+#include "jxutl/thread/thread_data.h"
 
 #include <new>
 

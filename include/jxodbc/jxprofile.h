@@ -17,12 +17,18 @@ JX_EXTERN_C_BEGIN
  * outcome in the same place; jxIniLastFailure of jxini.h tells more. */
 JX_EXPORT int jxProfileReadFailed(void);
 
+/* One file as named, between jxPrivateProfileInit and jxPrivateProfileTerm. */
+typedef struct JxIniFileCache JxIniFileCache;
+
+/* Begins work on the file as named (no name is special here); null for a null name or when memory is short. The file
+ * need not exist. Release it with jxPrivateProfileTerm, which allows null and writes nothing: each write was final
+ * when it returned. One object belongs to one thread at a time. */
+JX_EXPORT JxIniFileCache* jxPrivateProfileInit(const unsigned char* file);
+JX_EXPORT void jxPrivateProfileTerm(JxIniFileCache* cache);
+
 JX_EXTERN_C_END
 
 #ifdef __cplusplus
-
-/* One file as named, between jxPrivateProfileInit and jxPrivateProfileTerm. */
-struct JxIniFileCache;
 
 /* Copies the value of key in section into buffer, or fallback when there is none, cut at size - 1 bytes and ended with
  * NUL; returns the number of bytes before that NUL. A null key gives the list of the section's keys, a null section
@@ -44,12 +50,6 @@ JX_EXPORT int jxWritePrivateProfileString(const unsigned char* section, const un
                                           const unsigned char* value, const unsigned char* file);
 JX_EXPORT int jxWritePrivateProfileString(const unsigned char* section, const unsigned char* key,
                                           const unsigned char* value, JxIniFileCache* cache);
-
-/* Begins work on the file as named (no name is special here); null for a null name or when memory is short. The file
- * need not exist. Release it with jxPrivateProfileTerm, which allows null and writes nothing: each write was final
- * when it returned. One object belongs to one thread at a time. */
-JX_EXPORT JxIniFileCache* jxPrivateProfileInit(const unsigned char* file);
-JX_EXPORT void jxPrivateProfileTerm(JxIniFileCache* cache);
 
 #endif
 
