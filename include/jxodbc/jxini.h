@@ -48,7 +48,8 @@ typedef struct JxIniFailure {
 JX_EXPORT JxIniFailure jxIniLastFailure(void);
 
 /* One English sentence for that failure, such as "Cannot rename /home/a/.odbc.ini.lock: No space left on device", cut
- * to size bytes with its NUL; returns its full length. An empty text when nothing failed. */
+ * to size bytes with its NUL; returns its full length. A refusal says which text and why, "/home/a/.odbc.ini: cannot
+ * store the key "a=b": it holds =", and never repeats a value. An empty text when nothing failed. */
 JX_EXPORT size_t jxIniFailureText(char* buffer, size_t size);
 
 /* ---- where the files are ---- */

@@ -1,14 +1,16 @@
 // The exported data: the names used in the configuration files and the words of the running program.
 #include <odbcinst.h>
 
-const char* INS_ODBCINI_ODBC = "ODBC";
-const char* INS_ODBCINI_DS = "ODBC Data Sources";
-const char* INS_ODBCINI_DRIVER = "Driver";
-const char* INS_ODBCINI_DRIVERS = "ODBC Drivers";
-const char* INS_ODBCINI_DEFAULT = "Default";
-const char* INS_ODBCINI_FILENAME = ".odbc.ini";
-const char* INS_ODBCINST_FILENAME = ".odbcinst.ini";
-const char* INS_ODBCINST_TRANSLATORS = "ODBC Translators";
+#include "rules/sections.h"
+
+const char* INS_ODBCINI_ODBC = jx::rules::kSettings;
+const char* INS_ODBCINI_DS = jx::rules::kDataSourceList;
+const char* INS_ODBCINI_DRIVER = jx::rules::kDriver;
+const char* INS_ODBCINI_DRIVERS = jx::rules::kDriverList;
+const char* INS_ODBCINI_DEFAULT = jx::rules::kDefault;
+const char* INS_ODBCINI_FILENAME = jx::rules::kDataSourceFile;
+const char* INS_ODBCINST_FILENAME = jx::rules::kDriverFile;
+const char* INS_ODBCINST_TRANSLATORS = jx::rules::kTranslatorList;
 const char* BJXHINST = "odbcinst";
 
 uintptr_t HWNDDSDLG = 0;

@@ -7,15 +7,14 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <iterator>
 #include <string_view>
 
 #include "config/attribute_list.h"
-#include "config/entry_name.h"
 #include "config/key_list.h"
 #include "config/message_text.h"
 #include "config/setup_library.h"
 #include "config/text_bytes.h"
+#include "rules/sections.h"
 
 using jx::asBytes;
 using jx::asChars;
@@ -38,15 +37,10 @@ struct ConfigurationRequest {
     }
 };
 
-// The sections of the lists, and of the settings, are no data sources: replacing or removing one would lose them all.
-bool isOwnSection(const unsigned char* name) {
-    const auto isName = [name](const char* own) { return jx::isNameInAnyCase(name, own); };
-    const char* const own[] = {INS_ODBCINI_ODBC, INS_ODBCINI_DS, INS_ODBCINI_DRIVERS, INS_ODBCINST_TRANSLATORS};
-    return std::any_of(std::begin(own), std::end(own), isName);
-}
-
+// Replacing or removing a reserved section, which is no data source, would lose a whole list or the settings.
 bool dataSourceExists(const unsigned char* name) {
-    return !isOwnSection(name) && !jx::KeyList(name, jx::kNotAvailable, asBytes(INS_ODBCINI_FILENAME)).isMissing();
+    return !jx::rules::isReservedSection(asChars(name)) &&
+           !jx::KeyList(name, jx::kNotAvailable, asBytes(INS_ODBCINI_FILENAME)).isMissing();
 }
 
 // An add without a name: the setup routine can ask for it where there is a window. Everything else needs the name.

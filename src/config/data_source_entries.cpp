@@ -7,9 +7,10 @@
 
 #include <cstdint>
 
-#include "config/entry_name.h"
 #include "config/message_text.h"
 #include "config/text_bytes.h"
+#include "rules/names.h"
+#include "rules/sections.h"
 
 using jx::asBytes;
 
@@ -29,7 +30,7 @@ int writeDriverFile(const unsigned char* section, const unsigned char* key, cons
 int writeDriverOf(const unsigned char* dsn, const unsigned char* driver) {
     // Deliberate: any spelling of "Default" is the default data source here, although removing one asks for the exact
     // spelling.
-    if (jx::isNameInAnyCase(dsn, INS_ODBCINI_DEFAULT))
+    if (jx::rules::isDefaultName(jx::asChars(dsn)))
         return writeDriverFile(asBytes(INS_ODBCINI_DEFAULT), asBytes(INS_ODBCINI_DRIVER), driver);
     return writeDataSourceFile(asBytes(INS_ODBCINI_DS), dsn, driver);
 }
@@ -55,7 +56,7 @@ int OdbcIns::jxSQLRemoveDSNFromIni(unsigned char* dsn) {
     if (dsn == nullptr)
         return 0;
     // Deliberate: only the exact spelling "Default" is the default data source here; "default" is an ordinary name.
-    const bool isDefault = jx::trimmedName(dsn) == INS_ODBCINI_DEFAULT;
+    const bool isDefault = jx::rules::trimmed(jx::asChars(dsn)) == INS_ODBCINI_DEFAULT;
     const int removed = isDefault ? writeDriverFile(asBytes(INS_ODBCINI_DEFAULT), nullptr, nullptr)
                                   : writeDataSourceFile(asBytes(INS_ODBCINI_DS), dsn, nullptr);
     return removed == 0 ? 0 : writeDataSourceFile(dsn, nullptr, nullptr);

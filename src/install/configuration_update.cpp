@@ -5,9 +5,9 @@
 
 #include "config/capability_keys.h"
 #include "config/text_bytes.h"
-#include "install/list_sections.h"
 #include "install/owned_text.h"
 #include "install/profile_text.h"
+#include "rules/sections.h"
 
 namespace jx::install {
 
@@ -85,8 +85,8 @@ void UpdateOdbcIniAndOdbcInstIni(_Install* install, unsigned long itemIndex, uns
                                  unsigned char* installedPath) {
     const InstallItem& item = install->items[itemIndex];
     const InfEntry& file = item.entries[fileIndex];
-    // Its section would be cleared: everybody's drivers or translators would go for the sake of one.
-    if (isListSection(item.name))
+    // Its section would be cleared: all drivers, translators or settings would go for the sake of one.
+    if (rules::isReservedSection(asChars(item.name)))
         return;
     if (item.kind == TranslatorItem && hasRole(file, kTranslatorRole))
         enterTranslator(item, file, installedPath);

@@ -4,9 +4,9 @@
 
 #include "config/text_bytes.h"
 #include "install/configuration_update.h"
-#include "install/list_sections.h"
 #include "install/owned_text.h"
 #include "install/profile_text.h"
+#include "rules/sections.h"
 
 namespace jx::install {
 
@@ -47,7 +47,7 @@ void CreateDataSources(unsigned char* dataSourceList, const unsigned char* drive
         if (comma != nullptr)
             *comma = 0;
         // Blanks before the comma are handed on; what a name may hold is the store's business.
-        if (!isListSection(name))
+        if (!rules::isReservedSection(asChars(name)))
             createDataSource(name, driverName);
         if (comma == nullptr)
             return;

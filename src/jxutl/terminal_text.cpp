@@ -9,6 +9,9 @@
 #include <cstddef>
 #include <cstring>
 #include <ctime>
+#include <string_view>
+
+#include "rules/utf8.h"
 
 namespace jx {
 
@@ -75,46 +78,14 @@ private:
     std::size_t used_ = 0;
 };
 
-bool isBetween(unsigned char byte, unsigned char least, unsigned char most) {
-    return byte >= least && byte <= most;
-}
-
-// The second byte of a UTF-8 character is bounded where a wider range would spell a character in a longer way than
-// needed; a careless terminal might take such a spelling for a control character.
-bool isSecondByte(unsigned char first, unsigned char second) {
-    const unsigned char least = first == 0xE0 ? 0xA0 : first == 0xF0 ? 0x90 : 0x80;
-    const unsigned char most = first == 0xED ? 0x9F : first == 0xF4 ? 0x8F : 0xBF;
-    return isBetween(second, least, most);
-}
-
-// The number of bytes of the UTF-8 character at text, 1 when the first byte begins none.
-std::size_t characterLength(const unsigned char* text) {
-    const unsigned char first = text[0];
-    if (!isBetween(first, 0xC2, 0xF4) || !isSecondByte(first, text[1]))
-        return 1;
-    const std::size_t length = first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
-    for (std::size_t at = 2; at < length; ++at)
-        if (!isBetween(text[at], 0x80, 0xBF))
-            return 1;
-    return length;
-}
-
-bool isControl(const unsigned char* text, std::size_t length) {
-    if (length == 2)
-        return text[0] == 0xC2 && text[1] < 0xA0;
-    return length == 1 && (text[0] < 0x20 || isBetween(text[0], 0x7F, 0x9F));
-}
-
-void put(Output& output, const char* text, bool keepsLineBreaks) {
-    const auto* at = reinterpret_cast<const unsigned char*>(text);
-    while (*at != 0) {
-        const std::size_t length = characterLength(at);
-        const bool shown = !isControl(at, length) || (*at == '\n' && keepsLineBreaks);
-        if (shown)
-            output.put(reinterpret_cast<const char*>(at), length);
+void put(Output& output, std::string_view text, bool keepsLineBreaks) {
+    for (std::size_t at = 0; at < text.size();) {
+        const rules::Character next = rules::characterAt(text, at);
+        if (!rules::isControl(next, text[at]) || (text[at] == '\n' && keepsLineBreaks))
+            output.put(text.data() + at, next.length);
         else
             output.put("?", 1);
-        at += length;
+        at += next.length;
     }
 }
 

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include <jxini.h>
-#include "setup/ini_names.h"
+#include "rules/valid_names.h"
 
 namespace jx::setup {
 
@@ -60,7 +60,7 @@ bool meansAnotherKey(const Text& text, const std::string& section, const std::st
 std::optional<std::string> driverLibrary(const char* driver) {
     if (driver == nullptr || *driver == '\0')
         return std::nullopt;
-    const std::optional<std::string> library = valueOf(Text(jxIniRead(kDriverFile)), driver, kDriver);
+    const std::optional<std::string> library = valueOf(Text(jxIniRead(rules::kDriverFile)), driver, rules::kDriver);
     return library && !library->empty() ? library : std::nullopt;
 }
 
@@ -91,12 +91,13 @@ int keepAttribute(void* attributes, const JxIniPiece* piece) {
 }
 
 bool enterInList(const Change& change, const std::string& name, const char* driver) {
-    return set(change, kDataSourceList, name.c_str(), nullptr) && set(change, kDataSourceList, name.c_str(), driver);
+    return set(change, rules::kDataSourceList, name.c_str(), nullptr) &&
+           set(change, rules::kDataSourceList, name.c_str(), driver);
 }
 
 // The same writes in the same order as SQLWriteDSNToIni and the attribute writes make.
 bool composeSection(const Change& change, const std::string& library, const DataSourceRequest& request) {
-    if (!set(change, request.name, nullptr, nullptr) || !set(change, request.name, kDriver, library.c_str()))
+    if (!set(change, request.name, nullptr, nullptr) || !set(change, request.name, rules::kDriver, library.c_str()))
         return false;
     for (const Attribute& attribute : request.attributes)
         if (!set(change, request.name, attribute.keyword.c_str(), attribute.value.c_str()))
@@ -106,27 +107,27 @@ bool composeSection(const Change& change, const std::string& library, const Data
 
 // key null: the whole section.
 bool writeDefaultEntry(const char* key, const char* driver) {
-    Change change(jxIniBegin(kDriverFile));
-    return set(change, kDefault, key, driver) && commit(std::move(change));
+    Change change(jxIniBegin(rules::kDriverFile));
+    return set(change, rules::kDefault, key, driver) && commit(std::move(change));
 }
 
 void putBackDefaultEntry(const Text& before) {
-    const std::optional<std::string> driver = valueOf(before, kDefault, kDriver);
-    const bool hadSection = hasSection(before, kDefault);
-    writeDefaultEntry(hadSection ? kDriver : nullptr, driver ? driver->c_str() : nullptr);
+    const std::optional<std::string> driver = valueOf(before, rules::kDefault, rules::kDriver);
+    const bool hadSection = hasSection(before, rules::kDefault);
+    writeDefaultEntry(hadSection ? rules::kDriver : nullptr, driver ? driver->c_str() : nullptr);
 }
 
 bool writeSection(const std::string& library, const DataSourceRequest& request) {
-    Change change(jxIniBegin(kDataSourceFile));
+    Change change(jxIniBegin(rules::kDataSourceFile));
     return composeSection(change, library, request) && commit(std::move(change));
 }
 
 // Both files never have their turn taken at once: the two names may stand for one file.
 bool addDefaultDataSource(const char* driver, const std::string& library, const DataSourceRequest& request) {
-    if (!composeSection(Change(jxIniPreview(kDataSourceFile)), library, request))
+    if (!composeSection(Change(jxIniPreview(rules::kDataSourceFile)), library, request))
         return false;
-    const Text before(jxIniRead(kDriverFile));
-    if (!before || !writeDefaultEntry(kDriver, driver))
+    const Text before(jxIniRead(rules::kDriverFile));
+    if (!before || !writeDefaultEntry(rules::kDriver, driver))
         return false;
     if (writeSection(library, request))
         return true;
@@ -140,20 +141,20 @@ bool removeSection(const char* file, const std::string& name) {
 }
 
 bool removeDefaultDataSource(const std::string& name) {
-    const bool known =
-        hasSection(Text(jxIniRead(kDriverFile)), name) || hasSection(Text(jxIniRead(kDataSourceFile)), name);
-    return known && removeSection(kDriverFile, name) && removeSection(kDataSourceFile, name);
+    const bool known = hasSection(Text(jxIniRead(rules::kDriverFile)), name) ||
+                       hasSection(Text(jxIniRead(rules::kDataSourceFile)), name);
+    return known && removeSection(rules::kDriverFile, name) && removeSection(rules::kDataSourceFile, name);
 }
 
 }  // namespace
 
 bool addDataSource(const char* driver, const DataSourceRequest& request) {
     const std::optional<std::string> library = driverLibrary(driver);
-    if (!library || !isNameForNewDataSource(request.name))
+    if (!library || rules::whyNoName(request.name, rules::kNewDataSource) != nullptr)
         return false;
-    if (isDefaultName(request.name))
+    if (rules::isDefaultName(request.name))
         return addDefaultDataSource(driver, *library, request);
-    Change change(jxIniBegin(kDataSourceFile));
+    Change change(jxIniBegin(rules::kDataSourceFile));
     return enterInList(change, request.name, driver) && composeSection(change, *library, request) &&
            commit(std::move(change));
 }
@@ -163,9 +164,9 @@ bool changeDataSource(const char* driver, const DataSourceRequest& request) {
 }
 
 bool changeKeys(const char* driver, const std::string& name, const std::vector<KeyChange>& changes) {
-    if (!isInstalled(driver) || isReservedName(name))
+    if (!isInstalled(driver) || rules::isReservedSection(name))
         return false;
-    Change change(jxIniBegin(kDataSourceFile));
+    Change change(jxIniBegin(rules::kDataSourceFile));
     const Text before = parse(change, jxIniBefore);
     if (!hasSection(before, name))
         return false;
@@ -177,15 +178,16 @@ bool changeKeys(const char* driver, const std::string& name, const std::vector<K
 }
 
 bool removeDataSource(const DataSourceRequest& request) {
-    if (isReservedName(request.name))
+    if (rules::isReservedSection(request.name))
         return false;
-    if (isDefaultName(request.name))
+    if (rules::isDefaultName(request.name))
         return removeDefaultDataSource(request.name);
-    Change change(jxIniBegin(kDataSourceFile));
+    Change change(jxIniBegin(rules::kDataSourceFile));
     const Text before = parse(change, jxIniBefore);
-    const bool listed = valueOf(before, kDataSourceList, request.name).has_value();
+    const bool listed = valueOf(before, rules::kDataSourceList, request.name).has_value();
     const bool hasOwnSection = hasSection(before, request.name);
-    return (listed || hasOwnSection) && (!listed || set(change, kDataSourceList, request.name.c_str(), nullptr)) &&
+    return (listed || hasOwnSection) &&
+           (!listed || set(change, rules::kDataSourceList, request.name.c_str(), nullptr)) &&
            set(change, request.name, nullptr, nullptr) && commit(std::move(change));
 }
 
@@ -194,14 +196,14 @@ bool isInstalled(const char* driver) {
 }
 
 bool dataSourceExists(const std::string& name) {
-    const Text sources(jxIniRead(kDataSourceFile));
-    return hasSection(sources, name) || valueOf(sources, kDataSourceList, name).has_value() ||
-           (isDefaultName(name) && hasSection(Text(jxIniRead(kDriverFile)), name));
+    const Text sources(jxIniRead(rules::kDataSourceFile));
+    return hasSection(sources, name) || valueOf(sources, rules::kDataSourceList, name).has_value() ||
+           (rules::isDefaultName(name) && hasSection(Text(jxIniRead(rules::kDriverFile)), name));
 }
 
 std::optional<DataSourceRequest> readDataSource(const std::string& name) {
-    const Text sources(jxIniRead(kDataSourceFile));
-    if (isReservedName(name) || !hasSection(sources, name))
+    const Text sources(jxIniRead(rules::kDataSourceFile));
+    if (rules::isReservedSection(name) || !hasSection(sources, name))
         return std::nullopt;
     DataSourceRequest found{name, {}};
     jxIniEach(sources.get(), name.c_str(), keepAttribute, &found.attributes);

@@ -19,20 +19,16 @@ void overlay(std::vector<Attribute>& attributes, const std::vector<Attribute>& c
 // What leads from one set of attributes to another: removals first, then what is new or has another value.
 std::vector<KeyChange> changesBetween(const std::vector<Attribute>& before, const std::vector<Attribute>& now);
 
-// Whether a key's values are not to be read over a shoulder: passwords, tokens, private keys and their like. In doubt
-// they are not.
-bool isSecret(const std::string& keyword);
+// Whether the pair is not to be read over a shoulder: the key is a secret's, or the value holds one, as a connection
+// string or an address does.
+bool isSecret(const Attribute& attribute);
 
-// "Key = value" as a list shows it; a secret's value becomes stars, as many for a long one as for a short one, and so
-// does a connect string with a password in it, under whatever key.
+// "Key = value" as a list shows it; secrets become stars, as many for a long one as for a short one.
 std::string rowText(const Attribute& attribute);
 
-// text without outer blanks, which the file does not keep.
-std::string trimmed(std::string_view text);
-
-// Why something typed cannot be stored as it stands; null when it can.
-const char* objectionToName(std::string_view name);
-const char* objectionToKeyword(const std::string& keyword);
-const char* objectionToValue(std::string_view value);
+// Why something typed cannot be stored as it stands, as a sentence; empty when it can.
+std::string objectionToName(std::string_view name);
+std::string objectionToKeyword(std::string_view keyword);
+std::string objectionToValue(std::string_view value);
 
 }  // namespace jx::setup

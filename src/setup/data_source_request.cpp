@@ -1,29 +1,19 @@
-// Taking an attribute list apart, and the rules for data source names.
+// Taking an attribute list apart.
 #include "setup/data_source_request.h"
 
 #include <algorithm>
-#include <array>
 
-#include <jxtext.h>
-#include "setup/ini_names.h"
+#include "rules/names.h"
+#include "rules/sections.h"
 
 namespace jx::setup {
 
 namespace {
 
-constexpr std::size_t kLongestName = 32;  // the ODBC standard's SQL_MAX_DSN_LENGTH
-constexpr std::string_view kForbiddenInNames = "[]{}(),;?*=!@\\";
-
-bool equalsIgnoringCase(const std::string& left, const char* right) {
-    return strCompareCi(reinterpret_cast<const unsigned char*>(left.c_str()),
-                        reinterpret_cast<const unsigned char*>(right)) == 0;
-}
-
 bool hasTwins(const std::vector<Attribute>& items) {
     for (auto item = items.begin(); item != items.end(); ++item)
-        if (std::any_of(items.begin(), item, [&](const Attribute& earlier) {
-                return equalsIgnoringCase(item->keyword, earlier.keyword.c_str());
-            }))
+        if (std::any_of(items.begin(), item,
+                        [&](const Attribute& earlier) { return rules::sameName(item->keyword, earlier.keyword); }))
             return true;
     return false;
 }
@@ -56,7 +46,7 @@ std::optional<DataSourceRequest> parseNamelessRequest(const char* list) {
         return std::nullopt;
     DataSourceRequest request;
     for (const Attribute& item : *items) {
-        if (equalsIgnoringCase(item.keyword, "DSN"))
+        if (rules::sameName(item.keyword, "DSN"))
             request.name = item.value;
         else if (!isDriverKeyword(item.keyword))
             request.attributes.push_back(item);
@@ -71,24 +61,8 @@ std::optional<DataSourceRequest> parseRequest(const char* list) {
     return request;
 }
 
-bool isReservedName(std::string_view name) {
-    const std::array reserved{kSettings, kDataSourceList, kDriverList, kTranslatorList};
-    const std::string asText(name);
-    return std::any_of(reserved.begin(), reserved.end(),
-                       [&](const char* section) { return equalsIgnoringCase(asText, section); });
-}
-
-bool isDriverKeyword(const std::string& keyword) {
-    return equalsIgnoringCase(keyword, kDriver);
-}
-
-bool isDefaultName(std::string_view name) {
-    return equalsIgnoringCase(std::string(name), kDefault);
-}
-
-bool isNameForNewDataSource(std::string_view name) {
-    return !name.empty() && name.size() <= kLongestName &&
-           name.find_first_of(kForbiddenInNames) == std::string_view::npos && !isReservedName(name);
+bool isDriverKeyword(std::string_view keyword) {
+    return rules::sameName(keyword, rules::kDriver);
 }
 
 }  // namespace jx::setup

@@ -35,16 +35,7 @@ std::optional<DataSourceRequest> parseRequest(const char* list);
 // The same for a list that need not have a name: somebody can still be asked for it.
 std::optional<DataSourceRequest> parseNamelessRequest(const char* list);
 
-// Whether name is, in any case, a section that holds settings or a list: never a data source's.
-bool isReservedName(std::string_view name);
-
 // Whether keyword is, in any case, the one that names a driver's library.
-bool isDriverKeyword(const std::string& keyword);
-
-// Whether name is, in any case, the default data source's.
-bool isDefaultName(std::string_view name);
-
-// Whether a new data source may be called name: 1 to 32 bytes, none of []{}(),;?*=!@\ and no reserved name.
-bool isNameForNewDataSource(std::string_view name);
+bool isDriverKeyword(std::string_view keyword);
 
 }  // namespace jx::setup

@@ -1,6 +1,7 @@
 // Two fields for one value: the one in sight, and the one for secrets.
 #include "setup/key_fields.h"
 
+#include "rules/names.h"
 #include "setup/data_source_form.h"
 #include "setup/setup_template.h"
 
@@ -36,19 +37,19 @@ std::string fieldText(HWND dialog, unsigned short id) {
 }
 
 void showPair(HWND dialog, const Attribute& pair) {
-    const bool hidden = isSecret(pair.keyword);
+    const bool hidden = isSecret(pair);
     JXW_SetDlgItemText(dialog, kKeyEdit, pair.keyword.c_str());
     useField(dialog, hidden);
     JXW_SetDlgItemText(dialog, hidden ? kHiddenEdit : kValueEdit, pair.value.c_str());
 }
 
 Attribute typedPair(HWND dialog) {
-    return {trimmed(fieldText(dialog, kKeyEdit)),
+    return {std::string(rules::trimmed(fieldText(dialog, kKeyEdit))),
             fieldText(dialog, isEnabled(dialog, kHiddenEdit) ? kHiddenEdit : kValueEdit)};
 }
 
 void followKey(HWND dialog) {
-    const bool hidden = isSecret(fieldText(dialog, kKeyEdit));
+    const bool hidden = isSecret(typedPair(dialog));
     if (hidden == isEnabled(dialog, kHiddenEdit))
         return;
     if (hidden)

@@ -3,6 +3,7 @@
 
 #include <jxini.h>
 #include <jxwindow.h>
+#include "rules/names.h"
 #include "setup/data_source_file.h"
 #include "setup/key_fields.h"
 #include "setup/setup_template.h"
@@ -63,11 +64,10 @@ unsigned int open(HWND dialog, uintptr_t lparam) {
 // Takes over what the fields hold, unless it cannot be stored.
 bool takePair(HWND dialog, Attribute& pair) {
     pair = typedPair(dialog);
-    if (const char* objection = objectionToKeyword(pair.keyword))
-        return refuse(dialog, objection);
-    if (const char* objection = objectionToValue(pair.value))
-        return refuse(dialog, objection);
-    return true;
+    std::string objection = objectionToKeyword(pair.keyword);
+    if (objection.empty())
+        objection = objectionToValue(pair.value);
+    return objection.empty() || refuse(dialog, objection);
 }
 
 bool refuseTwin(HWND dialog, const std::string& keyword) {
@@ -117,7 +117,7 @@ bool hasNothingToTake(const Attribute& typed, const SetupForm& form, std::size_t
     if (selected == form.now.attributes.size())
         return false;
     const Attribute& shown = form.now.attributes[selected];
-    return typed.keyword == trimmed(shown.keyword) && typed.value == shown.value;
+    return typed.keyword == rules::trimmed(shown.keyword) && typed.value == shown.value;
 }
 
 // A key and value that were typed but not yet put into the list are meant to be stored too: the key of that name gets
@@ -143,8 +143,8 @@ bool takeRest(HWND dialog, SetupForm& form) {
 bool takeName(HWND dialog, SetupForm& form) {
     if (!form.adds)
         return true;
-    form.now.name = trimmed(fieldText(dialog, kNameEdit));
-    if (const char* objection = objectionToName(form.now.name))
+    form.now.name = rules::trimmed(fieldText(dialog, kNameEdit));
+    if (const std::string objection = objectionToName(form.now.name); !objection.empty())
         return refuse(dialog, objection);
     return !dataSourceExists(form.now.name) ||
            ask(dialog, "There is a data source " + form.now.name + " already. Replace it with all its keys?",

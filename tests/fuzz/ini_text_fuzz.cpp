@@ -9,6 +9,9 @@
 #include "fuzz_check.h"
 #include "jxutl/ini/ini_index.h"
 #include "jxutl/ini/ini_text.h"
+#include "rules/names.h"
+
+namespace rules = jx::rules;
 
 namespace {
 
@@ -67,13 +70,13 @@ void checkLookUps(const std::string& text, std::string_view section, std::string
 
 std::string expected(const Input& input) {
     const TextModel model(input.text);
-    const std::string_view section = jx::ini::trimmed(*input.section);
+    const std::string_view section = rules::trimmed(*input.section);
     if (!input.key)
         return model.withoutSection(section);
-    const std::string_view key = jx::ini::trimmed(*input.key);
+    const std::string_view key = rules::trimmed(*input.key);
     if (key.empty())
         return input.text;
-    return input.value ? model.with(section, key, jx::ini::trimmed(*input.value)) : model.withoutKey(section, key);
+    return input.value ? model.with(section, key, rules::trimmed(*input.value)) : model.withoutKey(section, key);
 }
 
 void checkEdit(const Input& input) {
@@ -84,12 +87,12 @@ void checkEdit(const Input& input) {
     if (edit == Edit::refused)
         return;
     FUZZ_CHECK(text.bytes() == expected(input));
-    const bool sets = input.key && !jx::ini::trimmed(*input.key).empty() && input.value;
+    const bool sets = input.key && !rules::trimmed(*input.key).empty() && input.value;
     IniIndex index;
     index.reset(text.bytes());
     if (sets)
-        FUZZ_CHECK(index.value(jx::ini::trimmed(*input.section), jx::ini::trimmed(*input.key)) ==
-                   jx::ini::trimmed(*input.value));
+        FUZZ_CHECK(index.value(rules::trimmed(*input.section), rules::trimmed(*input.key)) ==
+                   rules::trimmed(*input.value));
     FUZZ_CHECK(text.apply(orNull(input.section), orNull(input.key), orNull(input.value)) == Edit::unchanged);
 }
 
@@ -98,7 +101,7 @@ void checkEdit(const Input& input) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const Input input = inputOf({reinterpret_cast<const char*>(data), size});
     checkPieces(input.text);
-    checkLookUps(input.text, jx::ini::argument(orNull(input.section)), jx::ini::argument(orNull(input.key)));
+    checkLookUps(input.text, rules::argument(orNull(input.section)), rules::argument(orNull(input.key)));
     checkEdit(input);
     return 0;
 }

@@ -7,9 +7,6 @@
 
 namespace {
 
-using jx::setup::isDefaultName;
-using jx::setup::isNameForNewDataSource;
-using jx::setup::isReservedName;
 using jx::setup::parseRequest;
 using jx::test::list;
 
@@ -74,41 +71,6 @@ TEST(DataSourceRequest, RefusesBadLists) {
         EXPECT_EQ(parsed(row), "refused");
     }
     EXPECT_FALSE(parseRequest(nullptr));
-}
-
-TEST(DataSourceRequest, KnowsReservedNamesInAnyCase) {
-    for (const char* name : {"ODBC", "odbc", "ODBC Data Sources", "odbc data sources", "ODBC Drivers", "Odbc dRIVERS",
-                             "ODBC Translators", "ODBC TRANSLATORS"}) {
-        SCOPED_TRACE(name);
-        EXPECT_TRUE(isReservedName(name));
-        EXPECT_FALSE(isNameForNewDataSource(name));
-    }
-    for (const char* name : {"ODBC 2", "ODBCData Sources", "ODBC  Data Sources", "Sales", ""})
-        EXPECT_FALSE(isReservedName(name)) << name;
-}
-
-TEST(DataSourceRequest, TakesNamesOfOneTo32Bytes) {
-    EXPECT_FALSE(isNameForNewDataSource(""));
-    EXPECT_TRUE(isNameForNewDataSource("S"));
-    EXPECT_TRUE(isNameForNewDataSource(std::string(32, 'S')));
-    EXPECT_FALSE(isNameForNewDataSource(std::string(33, 'S')));
-}
-
-TEST(DataSourceRequest, RefusesNamesWithForbiddenCharacters) {
-    for (const char character : std::string("[]{}(),;?*=!@\\")) {
-        SCOPED_TRACE(character);
-        EXPECT_FALSE(isNameForNewDataSource(std::string("a") + character + "b"));
-        EXPECT_FALSE(isNameForNewDataSource(std::string(1, character)));
-    }
-    for (const char* name : {"Sales 2026", "a-b_c.d/e:f", "100%", "a'b\"c", "Verk\xC3\xA4ufe", "Default"})
-        EXPECT_TRUE(isNameForNewDataSource(name)) << name;
-}
-
-TEST(DataSourceRequest, KnowsTheDefaultNameInAnyCase) {
-    EXPECT_TRUE(isDefaultName("Default"));
-    EXPECT_TRUE(isDefaultName("dEFAULT"));
-    EXPECT_FALSE(isDefaultName("Default "));
-    EXPECT_FALSE(isDefaultName(""));
 }
 
 }  // namespace

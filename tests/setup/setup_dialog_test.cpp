@@ -350,10 +350,10 @@ TEST_F(SetupDialog, OkLeavesASelectedRowThatCouldNotBeTyped) {
 }
 
 TEST_F(SetupDialog, NeverBringsAHiddenValueIntoSight) {
-    ScriptedUser user{enter("PWD", "hush", kAddButton), selectRow(kKeyList, 0), type(kKeyEdit, "PW"), look(),
+    ScriptedUser user{enter("PWD", "hush", kAddButton), selectRow(kKeyList, 0), type(kKeyEdit, "PA"), look(),
                       press(IDCANCEL)};
     add();
-    EXPECT_NE(user.dumps[0].find("edit 207 \"PW\" focus\n  label \"&Value:\"\n  edit 208 \"\"\n"), std::string::npos);
+    EXPECT_NE(user.dumps[0].find("edit 207 \"PA\" focus\n  label \"&Value:\"\n  edit 208 \"\"\n"), std::string::npos);
     EXPECT_EQ(user.dumps[0].find("hush"), std::string::npos);
 }
 

@@ -131,7 +131,7 @@ Edit IniChange::apply(const char* section, const char* key, const char* value) {
     const Edit edit = text_.apply(section, key, value);
     changed_ = changed_ || edit == Edit::changed;
     if (edit == Edit::refused)
-        noteFailure(JxIniStepArgument, target_, EINVAL);
+        noteRefusal(target_, section, key, value);
     return edit;
 }
 

@@ -6,6 +6,7 @@
 
 #include "jxutl/ini/ini_line.h"
 #include "jxutl/ini/ini_scan.h"
+#include "rules/names.h"
 
 namespace jx::ini {
 
@@ -13,7 +14,7 @@ namespace {
 
 // The hash of a key in the section of that name: one table serves all sections, so that one look-up finds a value.
 std::uint32_t hashKey(std::uint32_t sectionHash, std::string_view key) {
-    return hashName(key) + sectionHash * 0x9E3779B1U;
+    return rules::hashName(key) + sectionHash * 0x9E3779B1U;
 }
 
 // Room for more, grown by a quarter: these vectors may hold an entry for every line of a large file.
@@ -34,7 +35,7 @@ std::string_view beforeNul(std::string_view value) {
 }
 
 std::optional<std::string_view> valueByWalking(std::string_view text, std::string_view section, std::string_view key) {
-    if (!canBeAskedFor(section) || !canBeAskedFor(key))
+    if (!rules::canBeAskedFor(section) || !rules::canBeAskedFor(key))
         return std::nullopt;
     SectionWalk walk(text);
     while (walk.nextNamed(section))
@@ -107,7 +108,7 @@ std::uint32_t IniIndex::offset(std::string_view part) const {
 std::uint32_t IniIndex::findSection(std::string_view name, std::uint32_t hash) const {
     return sectionTable_.find(hash, [&](std::uint32_t number) {
         const Section& section = sections_[number];
-        return sameName(view(section.name, section.nameLength), name);
+        return rules::sameName(view(section.name, section.nameLength), name);
     });
 }
 
@@ -115,13 +116,13 @@ std::uint32_t IniIndex::findKey(std::string_view section, std::string_view key, 
     return keyTable_.find(hash, [&](std::uint32_t number) {
         const Key& candidate = keys_[number];
         const Section& home = sections_[candidate.section];
-        return sameName(view(candidate.name, candidate.nameLength), key) &&
-               sameName(view(home.name, home.nameLength), section);
+        return rules::sameName(view(candidate.name, candidate.nameLength), key) &&
+               rules::sameName(view(home.name, home.nameLength), section);
     });
 }
 
 std::optional<std::string_view> IniIndex::value(std::string_view section, std::string_view key) {
-    const std::uint32_t found = findKey(section, key, hashKey(hashName(section), key));
+    const std::uint32_t found = findKey(section, key, hashKey(rules::hashName(section), key));
     if (found == NameTable::kNone)
         return unpreparedValue(section, key);
     return valueOf(keys_[found]);
@@ -132,7 +133,7 @@ std::optional<std::string_view> IniIndex::unpreparedValue(std::string_view secti
         walked_ = true;
         return valueByWalking(text_, section, key);
     }
-    const std::uint32_t sectionHash = hashName(section);
+    const std::uint32_t sectionHash = rules::hashName(section);
     if (!prepareSection(section, sectionHash).isNew)
         return std::nullopt;
     const std::uint32_t found = findKey(section, key, hashKey(sectionHash, key));
@@ -142,7 +143,7 @@ std::optional<std::string_view> IniIndex::unpreparedValue(std::string_view secti
 }
 
 std::optional<std::string_view> IniIndex::keys(std::string_view section) {
-    Section* prepared = prepareSection(section, hashName(section)).section;
+    Section* prepared = prepareSection(section, rules::hashName(section)).section;
     if (prepared == nullptr)
         return std::nullopt;
     if (prepared->list == kNotYet)
@@ -176,7 +177,7 @@ void IniIndex::prepareSections() {
     clear();
     SectionWalk walk(text_);
     while (walk.next())
-        if (canBeAskedFor(walk.name()))
+        if (rules::canBeAskedFor(walk.name()))
             addSection(walk);
     prepared_ = true;
 }
@@ -186,7 +187,7 @@ void IniIndex::addSection(const SectionWalk& walk) {
     makeRoom(sections_);
     const auto body = static_cast<std::uint32_t>(bodies_.size());
     bodies_.push_back({static_cast<std::uint32_t>(walk.body()), static_cast<std::uint32_t>(walk.bodyEnd())});
-    const std::uint32_t hash = hashName(walk.name());
+    const std::uint32_t hash = rules::hashName(walk.name());
     const std::uint32_t known = findSection(walk.name(), hash);
     if (known != NameTable::kNone) {
         bodies_[sections_[known].lastBody].next = body;
@@ -219,7 +220,7 @@ void IniIndex::prepareKeysOf(Section& section, std::uint32_t sectionHash, const 
     for (std::size_t from = body.begin; (line = nextEntry(text_, from, body.end)); from = line.end) {
         const auto [key, value] = line.entry;
         const std::uint32_t hash = hashKey(sectionHash, key);
-        if (!canBeAskedFor(key) || findKey(name, key, hash) != NameTable::kNone)
+        if (!rules::canBeAskedFor(key) || findKey(name, key, hash) != NameTable::kNone)
             continue;
         const std::string_view held = value.data() == nullptr ? key.substr(key.size()) : beforeNul(value);
         makeRoom(keys_);

@@ -1,6 +1,8 @@
 // Splits a text into lines and says what each one is.
 #include "jxutl/ini/ini_line.h"
 
+#include "rules/names.h"
+
 namespace jx::ini {
 
 namespace {
@@ -8,14 +10,14 @@ namespace {
 // The part of a line before its comment, which a blank followed by ; or # begins.
 std::string_view beforeComment(std::string_view line) {
     for (std::size_t at = 1; at < line.size(); ++at)
-        if (beginsComment(line[at]) && isBlank(line[at - 1]))
+        if (rules::beginsComment(line[at]) && rules::isBlank(line[at - 1]))
             return line.substr(0, at - 1);
     return line;
 }
 
 std::string_view withoutLeadingBlanks(std::string_view text) {
     std::size_t begin = 0;
-    while (begin < text.size() && isBlank(text[begin]))
+    while (begin < text.size() && rules::isBlank(text[begin]))
         ++begin;
     return text.substr(begin);
 }
@@ -40,7 +42,7 @@ void classify(JxIniPiece& piece, std::string_view line) {
     const std::string_view content = withoutLeadingBlanks(line);
     if (content.empty())
         piece.kind = JxIniBlank;
-    else if (beginsComment(content.front()))
+    else if (rules::beginsComment(content.front()))
         piece.kind = JxIniComment;
     else if (content.front() != '[')
         setEntry(piece, content);
@@ -57,17 +59,17 @@ std::string_view headerName(std::string_view line) {
     const std::size_t close = header.rfind(']');
     if (close == std::string_view::npos)
         return {};
-    return trimmed(header.substr(1, close - 1));
+    return rules::trimmed(header.substr(1, close - 1));
 }
 
 Entry entryOf(std::string_view line) {
     const std::size_t equals = line.find('=');
-    const std::string_view key = trimmed(line.substr(0, equals));
+    const std::string_view key = rules::trimmed(line.substr(0, equals));
     if (key.empty())
         return {};
     if (equals == std::string_view::npos)
         return {key, {}};
-    return {key, trimmed(line.substr(equals + 1))};
+    return {key, rules::trimmed(line.substr(equals + 1))};
 }
 
 std::size_t lineEndAfter(std::string_view text, std::size_t begin) {

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include <jxini.h>
-#include "jxutl/ini/ini_name.h"
+#include "rules/names.h"
 
 namespace jx::ini {
 

@@ -1,17 +1,19 @@
 // Jumps from [ to [ and from line to line.
 #include "jxutl/ini/ini_scan.h"
 
+#include "rules/names.h"
+
 namespace jx::ini {
 
 namespace {
 
 constexpr bool beginsKey(char character) {
-    return character != '[' && character != '=' && !beginsComment(character);
+    return character != '[' && character != '=' && !rules::beginsComment(character);
 }
 
 // The first byte from begin on that is no blank. Every line ends, so there is one, unless the text ends in blanks.
 std::size_t afterBlanks(std::string_view text, std::size_t begin) {
-    while (begin < text.size() && isBlank(text[begin]))
+    while (begin < text.size() && rules::isBlank(text[begin]))
         ++begin;
     return begin;
 }
@@ -29,7 +31,7 @@ SectionWalk::SectionWalk(std::string_view text)
 
 // Whether there is nothing but blanks before the byte in its line.
 bool SectionWalk::beginsLine(std::size_t at) const {
-    while (at > start_ && isBlank(text_[at - 1]))
+    while (at > start_ && rules::isBlank(text_[at - 1]))
         --at;
     return at == start_ || text_[at - 1] == '\n';
 }
@@ -73,14 +75,15 @@ bool SectionWalk::next() {
 bool SectionWalk::nextNamed(std::string_view name) {
     if (following_.name.data() == nullptr)
         return false;
-    if (sameName(following_.name, name))
+    if (rules::sameName(following_.name, name))
         return next();
     // Only headers that begin with the name are read, and the one after it. The name is compared first: nearly always
     // it differs, and then it does not matter where the [ stands.
     for (std::size_t open = text_.find('[', following_.end); open != std::string_view::npos;
          open = text_.find('[', open + 1)) {
         const std::string_view rest = text_.substr(afterBlanks(text_, open + 1));
-        if (beginsWithName(rest, name) && beginsLine(open) && readHeader(open) && sameName(following_.name, name))
+        if (rules::beginsWithName(rest, name) && beginsLine(open) && readHeader(open) &&
+            rules::sameName(following_.name, name))
             return next();
     }
     following_ = {{}, text_.size(), text_.size()};
@@ -94,9 +97,9 @@ EntryLine findEntry(std::string_view text, std::size_t begin, std::size_t end, s
     while (begin < end) {
         const std::size_t next = lineEndAfter(lines, begin);
         const std::size_t content = afterBlanks(lines, begin);
-        if (beginsWithName(lines.substr(content), key)) {
+        if (rules::beginsWithName(lines.substr(content), key)) {
             const EntryLine line = entryLine(lines, begin, next);
-            if (sameName(line.entry.key, key))
+            if (rules::sameName(line.entry.key, key))
                 return line;
         }
         begin = next;

@@ -5,30 +5,12 @@
 #include <vector>
 
 #include "jxutl/ini/ini_scan.h"
+#include "rules/names.h"
+#include "rules/storable.h"
 
 namespace jx::ini {
 
 namespace {
-
-bool holdsLineBreak(std::string_view text) {
-    return text.find_first_of("\r\n") != std::string_view::npos;
-}
-
-// A name from whose header a read would get another name back, because part of it looks like a comment, is none.
-bool canBeSection(std::string_view name) {
-    if (name.empty() || holdsLineBreak(name))
-        return false;
-    for (std::size_t at = 1; at < name.size(); ++at)
-        if (beginsComment(name[at]) && isBlank(name[at - 1]))
-            return false;
-    return true;
-}
-
-bool canBeKey(std::string_view key) {
-    if (holdsLineBreak(key) || key.find('=') != std::string_view::npos)
-        return false;
-    return key.empty() || (key.front() != '[' && !beginsComment(key.front()));
-}
 
 // The span of a text.
 struct Span {
@@ -158,7 +140,7 @@ bool endsWithBlankLine(std::string_view text) {
     std::string_view line = text.substr(lineBefore(text, text.size()));
     if (line.size() == text.size() && line.starts_with(kByteOrderMark))
         line.remove_prefix(kByteOrderMark.size());
-    return trimmed(withoutLineEnd(line)).empty();
+    return rules::trimmed(withoutLineEnd(line)).empty();
 }
 
 Edit addSection(std::string& text, std::string_view section, std::string_view key, std::string_view value) {
@@ -194,10 +176,10 @@ Edit setKey(std::string& text, std::string_view section, std::string_view key, s
 }  // namespace
 
 Edit IniText::apply(const char* section, const char* key, const char* value) {
-    const std::string_view sectionName = argument(section);
-    const std::string_view keyName = argument(key);
-    const std::string_view newValue = argument(value);
-    if (!canBeSection(sectionName) || !canBeKey(keyName) || holdsLineBreak(newValue))
+    const std::string_view sectionName = rules::argument(section);
+    const std::string_view keyName = rules::argument(key);
+    const std::string_view newValue = rules::argument(value);
+    if (rules::refusalOf(sectionName, keyName, newValue))
         return Edit::refused;
     if (key == nullptr)
         return removeSection(bytes_, sectionName);

@@ -14,8 +14,10 @@
 #include "jxutl/ini/ini_target.h"
 #include "jxutl/ini/whole_file.h"
 #include "jxutl/thread/failure.h"
+#include "rules/names.h"
 
 namespace ini = jx::ini;
+namespace rules = jx::rules;
 
 // Pieces point into bytes, so the object stays where it was made.
 struct JxIniText {
@@ -30,10 +32,10 @@ struct JxIniText {
 namespace {
 
 struct HashName {
-    std::size_t operator()(std::string_view name) const { return ini::hashName(name); }
+    std::size_t operator()(std::string_view name) const { return rules::hashName(name); }
 };
 struct SameName {
-    bool operator()(std::string_view left, std::string_view right) const { return ini::sameName(left, right); }
+    bool operator()(std::string_view left, std::string_view right) const { return rules::sameName(left, right); }
 };
 using Names = std::unordered_set<std::string_view, HashName, SameName>;
 
@@ -76,7 +78,7 @@ void eachEntry(const JxIniText& text, std::string_view name, Visit visit) {
     bool inside = false;
     for (const JxIniPiece& piece : text.pieces) {
         if (piece.kind == JxIniSection)
-            inside = ini::sameName(ini::nameOf(piece), name);
+            inside = rules::sameName(ini::nameOf(piece), name);
         else if (inside && piece.kind == JxIniEntry && !visit(piece))
             return;
     }
@@ -130,14 +132,14 @@ int jxIniPieceAt(const JxIniText* text, size_t index, JxIniPiece* piece) {
 }
 
 int jxIniFind(const JxIniText* text, const char* section, const char* key, JxIniPiece* piece) {
-    const std::string_view sectionName = ini::argument(section);
-    const std::string_view keyName = ini::argument(key);
-    if (text == nullptr || !ini::canBeAskedFor(sectionName) || (key != nullptr && !ini::canBeAskedFor(keyName)))
+    const std::string_view sectionName = rules::argument(section);
+    const std::string_view keyName = rules::argument(key);
+    if (text == nullptr || !rules::canBeAskedFor(sectionName) || (key != nullptr && !rules::canBeAskedFor(keyName)))
         return 0;
     const JxIniPiece* found = nullptr;
     const auto take = [&](std::string_view name) {
         return [&found, name](const JxIniPiece& candidate) {
-            if (ini::sameName(ini::nameOf(candidate), name))
+            if (rules::sameName(ini::nameOf(candidate), name))
                 found = &candidate;
             return found == nullptr;
         };
@@ -152,8 +154,8 @@ int jxIniFind(const JxIniText* text, const char* section, const char* key, JxIni
 }
 
 size_t jxIniEach(const JxIniText* text, const char* section, JxIniVisit visit, void* context) {
-    const std::string_view sectionName = ini::argument(section);
-    if (text == nullptr || visit == nullptr || (section != nullptr && !ini::canBeAskedFor(sectionName)))
+    const std::string_view sectionName = rules::argument(section);
+    if (text == nullptr || visit == nullptr || (section != nullptr && !rules::canBeAskedFor(sectionName)))
         return 0;
     // Collected first: what visit throws must pass, and what collecting throws must not.
     std::vector<const JxIniPiece*> listed;
@@ -161,7 +163,7 @@ size_t jxIniEach(const JxIniText* text, const char* section, JxIniVisit visit, v
         Names names;
         const auto take = [&](const JxIniPiece& piece) {
             const std::string_view name = ini::nameOf(piece);
-            if (ini::canBeAskedFor(name) && names.insert(name).second)
+            if (rules::canBeAskedFor(name) && names.insert(name).second)
                 listed.push_back(&piece);
             return true;
         };

@@ -13,6 +13,7 @@
 #include "jxutl/ini/profile_cache.h"
 #include "jxutl/ini/profile_file.h"
 #include "jxutl/thread/failure.h"
+#include "rules/names.h"
 
 namespace jx::ini {
 
@@ -53,12 +54,12 @@ int placeFallback(const Target& target, const Question& question) {
 int answer(const Target& target, const Question& question, IniIndex& index) {
     if (question.section == nullptr)
         return place(target, index.sections());
-    const std::string_view section = argument(asText(question.section));
+    const std::string_view section = rules::argument(asText(question.section));
     if (question.key == nullptr) {
         const std::optional<std::string_view> keys = index.keys(section);
         return keys ? place(target, *keys) : placeFallback(target, question);
     }
-    const std::optional<std::string_view> value = index.value(section, argument(asText(question.key)));
+    const std::optional<std::string_view> value = index.value(section, rules::argument(asText(question.key)));
     return value ? place(target, *value) : placeFallback(target, question);
 }
 

@@ -11,8 +11,10 @@
 #include "jxutl/ini/ini_text.h"
 #include "jxutl/ini/profile_file.h"
 #include "jxutl/thread/failure.h"
+#include "rules/names.h"
 
 namespace ini = jx::ini;
+namespace rules = jx::rules;
 
 namespace {
 
@@ -35,7 +37,7 @@ Verdict judge(const Request& request) {
     ini::IniText nothing{std::string()};
     if (request.applyTo(nothing) == ini::Edit::refused)
         return Verdict::refused;
-    const bool emptyKey = request.key != nullptr && ini::argument(request.key).empty();
+    const bool emptyKey = request.key != nullptr && rules::argument(request.key).empty();
     return emptyKey ? Verdict::storesNothing : Verdict::dependsOnFile;
 }
 
@@ -73,7 +75,7 @@ template <typename Locate>
 bool write(const Request& request, const char* file, Locate locate) {
     switch (judge(request)) {
         case Verdict::refused:
-            ini::noteFailure(JxIniStepArgument, file, EINVAL);
+            ini::noteRefusal(locate(file).path, request.section, request.key, request.value);
             return false;
         // Deliberate: an empty key name stores nothing and succeeds; programs rely on it to leave the file alone.
         case Verdict::storesNothing:

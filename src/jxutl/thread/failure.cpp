@@ -5,6 +5,8 @@
 #include <new>
 
 #include "jxutl/thread/thread_data.h"
+#include "rules/names.h"
+#include "rules/storable.h"
 
 namespace jx::ini {
 
@@ -51,6 +53,21 @@ const char* verb(JxIniStep step) {
     return "work on";
 }
 
+// Never the value itself, which may be a secret.
+std::string refusalSentence(const char* section, const char* key, const char* value) {
+    const rules::Refusal refusal =
+        rules::refusalOf(rules::argument(section), rules::argument(key), rules::argument(value));
+    if (!refusal)
+        return {};
+    if (rules::argument(section).empty())
+        return "a section without a name";
+    std::string what = "the section ";
+    if (refusal.what != rules::Text::section)
+        what = refusal.what == rules::Text::key ? "the key " : "the value of the key ";
+    what.append("\"").append(refusal.what == rules::Text::section ? section : key).append("\"");
+    return what + ": " + refusal.why;
+}
+
 // In English whatever the locale.
 std::string reason(const Failure& failure) {
     if (failure.step == JxIniStepTurn && failure.error == ETIMEDOUT)
@@ -69,6 +86,7 @@ void noteFailure(JxIniStep step, std::string_view path, int error, bool afterRen
     kept.step = step;
     kept.error = error;
     kept.afterRename = afterRename;
+    kept.refused.clear();
     try {
         kept.path.assign(path);
     } catch (const std::bad_alloc&) {
@@ -80,6 +98,18 @@ void noteFailure(const Failure& failure) noexcept {
     noteFailure(failure.step, failure.path, failure.error, failure.afterRename);
 }
 
+void noteRefusal(std::string_view path, const char* section, const char* key, const char* value) noexcept {
+    noteFailure(JxIniStepArgument, path, EINVAL);
+    ThreadData* data = existingThreadData();
+    if (data == nullptr)
+        return;
+    try {
+        data->storeFailure.refused = refusalSentence(section, key, value);
+    } catch (const std::bad_alloc&) {
+        data->storeFailure.refused.clear();
+    }
+}
+
 void noteSuccess() noexcept {
     ThreadData* data = existingThreadData();
     if (data == nullptr || data->storeFailure.step == JxIniStepNone)
@@ -89,6 +119,7 @@ void noteSuccess() noexcept {
     kept.path.clear();
     kept.error = 0;
     kept.afterRename = false;
+    kept.refused.clear();
 }
 
 const Failure& lastFailure() noexcept {
@@ -99,6 +130,8 @@ const Failure& lastFailure() noexcept {
 std::string describe(const Failure& failure) {
     if (failure.step == JxIniStepNone)
         return {};
+    if (!failure.refused.empty())
+        return (failure.path.empty() ? "" : failure.path + ": ") + "cannot store " + failure.refused;
     std::string sentence = "Cannot ";
     sentence += verb(failure.step);
     sentence += ' ';

@@ -9,17 +9,23 @@
 
 namespace jx::ini {
 
-// Failure: step, file and errno of a failed call. afterRename: the new text was already in place.
+// Failure: step, file and errno of a failed call. afterRename: the new text was already in place. refused: which text
+// could not be stored and why, as a sentence without its end.
 struct Failure {
     JxIniStep step = JxIniStepNone;
     std::string path;
     int error = 0;
     bool afterRename = false;
+    std::string refused{};
 };
 
 // Keep a failure for the calling thread, or note success. Noting never throws: when memory is short the path is empty.
 void noteFailure(JxIniStep step, std::string_view path, int error, bool afterRename = false) noexcept;
 void noteFailure(const Failure& failure) noexcept;
+
+// Keeps that a write of these arguments was refused for the file at path.
+void noteRefusal(std::string_view path, const char* section, const char* key, const char* value) noexcept;
+
 void noteSuccess() noexcept;
 const Failure& lastFailure() noexcept;
 

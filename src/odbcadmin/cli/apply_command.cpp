@@ -14,6 +14,8 @@
 #include "odbcadmin/cli/document.h"
 #include "odbcadmin/cli/registration.h"
 #include "odbcadmin/cli/text.h"
+#include "rules/names.h"
+#include "rules/sections.h"
 
 namespace jx::admin {
 
@@ -62,9 +64,9 @@ ExitCode checkNames(const Session& session, const Document& document) {
 // The library a data source's driver has in the document, else in the file; empty when nowhere.
 std::string libraryOf(const Document& document, const Configuration& configuration, const std::string& name) {
     for (const DocumentDriver& driver : document.drivers)
-        if (sameName(driver.name, name))
+        if (rules::sameName(driver.name, name))
             for (const DocumentKey& key : driver.keys)
-                if (sameName(key.name, INS_ODBCINI_DRIVER))
+                if (rules::sameName(key.name, INS_ODBCINI_DRIVER))
                     return key.value.value_or("");
     const std::optional<Registered> driver = configuration.driver(name);
     return driver ? driver->library : std::string();
@@ -83,7 +85,7 @@ bool composeDrivers(FileChange& change, const Document& document) {
             return composeRegistration(change, kind, {driver.name, {}, {}, pairsOf(driver.keys)});
         });
     };
-    const auto isDefault = [](const DocumentSource& source) { return isDefaultName(source.name); };
+    const auto isDefault = [](const DocumentSource& source) { return rules::isDefaultName(source.name); };
     const auto source = std::find_if(document.dataSources.begin(), document.dataSources.end(), isDefault);
     return all(driverKind(), document.drivers) && all(translatorKind(), document.translators) &&
            (source == document.dataSources.end() ||

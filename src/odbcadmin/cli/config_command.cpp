@@ -7,15 +7,16 @@
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/near_matches.h"
 #include "odbcadmin/cli/outcome.h"
-#include "odbcadmin/cli/secrets.h"
 #include "odbcadmin/cli/text.h"
+#include "rules/names.h"
+#include "rules/secrets.h"
 
 namespace jx::admin {
 
 namespace {
 
 std::string shownValue(const Session& session, const IniEntry& entry) {
-    return session.showSecrets ? std::string(entry.value) : masked(entry.key, entry.value);
+    return session.showSecrets ? std::string(entry.value) : rules::masked(entry.key, entry.value);
 }
 
 // A file that is to be read here must be there, but for the user's own two.
@@ -87,7 +88,7 @@ ExitCode listSections(const Session& session, const std::string& file, const std
         return noSection(session, *view, file, only);
     Json json = Json::array();
     for (const IniSection& section : view->sections()) {
-        if (!only.empty() && !sameName(trimmed(only), section.name))
+        if (!only.empty() && !rules::sameName(rules::trimmed(only), section.name))
             continue;
         if (session.json)
             json.push_back(asJson(session, section));

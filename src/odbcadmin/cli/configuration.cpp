@@ -10,6 +10,8 @@
 #include "odbcadmin/cli/file_change.h"
 #include "odbcadmin/cli/near_matches.h"
 #include "odbcadmin/cli/text.h"
+#include "rules/names.h"
+#include "rules/sections.h"
 
 namespace jx::admin {
 
@@ -30,11 +32,11 @@ std::vector<Registered> allRegistered(const IniView& file, const char* list, con
     if (const IniSection* section = file.section(list))
         for (const IniEntry& entry : section->entries) {
             found.push_back(registered(file, entry.key, key, /*isListed=*/true));
-            names.insert(foldedName(entry.key));
+            names.insert(rules::foldedName(entry.key));
         }
     for (const IniSection& section : file.sections())
-        if (section.find(key) != nullptr && !isReservedName(section.name) && !isDefaultName(section.name) &&
-            !names.contains(foldedName(section.name)))
+        if (section.find(key) != nullptr && !rules::isReservedSection(section.name) &&
+            !rules::isDefaultName(section.name) && !names.contains(rules::foldedName(section.name)))
             found.push_back(registered(file, section.name, key, /*isListed=*/false));
     return found;
 }
@@ -45,7 +47,7 @@ std::optional<Registered> oneRegistered(const IniView& file, const char* list, c
         return registered(file, entry->key, key, /*isListed=*/true);
     const IniSection* section = file.section(name);
     if (section == nullptr || section->name.size() != name.size() || section->find(key) == nullptr ||
-        isReservedName(name) || isDefaultName(name))
+        rules::isReservedSection(name) || rules::isDefaultName(name))
         return std::nullopt;
     return registered(file, section->name, key, /*isListed=*/false);
 }
@@ -58,16 +60,6 @@ std::vector<std::string> namesOf(const Rows& rows) {
 }
 
 }  // namespace
-
-bool isReservedName(std::string_view name) {
-    const std::array reserved{INS_ODBCINI_ODBC, INS_ODBCINI_DS, INS_ODBCINI_DRIVERS, INS_ODBCINST_TRANSLATORS};
-    return std::any_of(reserved.begin(), reserved.end(),
-                       [&](const char* each) { return sameName(trimmed(name), each); });
-}
-
-bool isDefaultName(std::string_view name) {
-    return sameName(trimmed(name), INS_ODBCINI_DEFAULT);
-}
 
 std::optional<Configuration> Configuration::read(const Session& session, ExitCode& code) {
     std::optional<IniView> sources = readFile(session, INS_ODBCINI_FILENAME, code);
@@ -85,10 +77,11 @@ std::vector<DataSource> Configuration::dataSources() const {
     if (const IniSection* list = sources_.section(INS_ODBCINI_DS))
         for (const IniEntry& entry : list->entries) {
             found.push_back({std::string(entry.key), std::string(entry.value)});
-            names.insert(foldedName(entry.key));
+            names.insert(rules::foldedName(entry.key));
         }
     for (const IniSection& section : sources_.sections()) {
-        if (names.contains(foldedName(section.name)) || isReservedName(section.name) || isDefaultName(section.name))
+        if (names.contains(rules::foldedName(section.name)) || rules::isReservedSection(section.name) ||
+            rules::isDefaultName(section.name))
             continue;
         if (const IniEntry* driver = section.find(INS_ODBCINI_DRIVER))
             found.push_back({std::string(section.name), std::string(driver->value), /*isListed=*/false});
@@ -99,7 +92,7 @@ std::vector<DataSource> Configuration::dataSources() const {
 }
 
 std::optional<DataSource> Configuration::dataSource(std::string_view name) const {
-    if (isDefaultName(name)) {
+    if (rules::isDefaultName(name)) {
         if (defaultDriver().empty() && sources_.section(name) == nullptr)
             return std::nullopt;
         return DataSource{INS_ODBCINI_DEFAULT, defaultDriver(), /*isListed=*/false, /*isDefault=*/true};
@@ -108,7 +101,7 @@ std::optional<DataSource> Configuration::dataSource(std::string_view name) const
     if (entry != nullptr && entry->key.size() == name.size())
         return DataSource{std::string(entry->key), std::string(entry->value)};
     const IniSection* section = sources_.section(name);
-    if (section == nullptr || section->name.size() != name.size() || isReservedName(name))
+    if (section == nullptr || section->name.size() != name.size() || rules::isReservedSection(name))
         return std::nullopt;
     return DataSource{std::string(section->name), section->value(INS_ODBCINI_DRIVER), /*isListed=*/false};
 }
@@ -120,7 +113,7 @@ std::vector<std::string> Configuration::dataSourceNames() const {
 std::vector<std::string> Configuration::dataSourcesOf(std::string_view driver) const {
     std::vector<std::string> names;
     for (const DataSource& source : dataSources())
-        if (sameName(source.driver, driver))
+        if (rules::sameName(source.driver, driver))
             names.push_back(source.name);
     return names;
 }
@@ -169,11 +162,11 @@ ExitCode takePairs(const Session& session, const std::vector<std::string>& texts
         if (!pair)
             return session.fail(ExitCode::wrongUse, "\"" + text + "\" is not of the form KEY=VALUE",
                                 "Put the whole of it in quotes when the value holds blanks.");
-        const auto isKey = [&](std::string_view key) { return sameName(pair->first, key); };
+        const auto isKey = [&](std::string_view key) { return rules::sameName(pair->first, key); };
         if (std::any_of(reserved.begin(), reserved.end(), isKey))
             return session.fail(ExitCode::wrongUse, pair->first + " cannot be given as KEY=VALUE here",
                                 "It comes from the name and from the options; see --help.");
-        if (!seen.insert(foldedName(pair->first)).second)
+        if (!seen.insert(rules::foldedName(pair->first)).second)
             return session.fail(ExitCode::wrongUse, pair->first + " is given twice", "Give each key once.");
         pairs.push_back(*pair);
     }

@@ -9,6 +9,7 @@
 
 #include "odbcadmin/cli/ini_view.h"
 #include "odbcadmin/cli/session.h"
+#include "rules/sections.h"
 
 namespace jx::admin {
 
@@ -33,11 +34,6 @@ struct Registered {
     std::string setup;
     bool isListed = true;
 };
-
-// Whether a section of that name holds settings or a list, so that nothing else may be called so.
-bool isReservedName(std::string_view name);
-
-bool isDefaultName(std::string_view name);
 
 // Configuration: both files as they were when read.
 class Configuration {

@@ -6,13 +6,15 @@
 #include <algorithm>
 
 #include "odbcadmin/cli/text.h"
+#include "rules/names.h"
+#include "rules/sections.h"
 
 namespace jx::admin {
 
 namespace {
 
 bool isNamed(const Pairs& pairs, std::string_view key) {
-    return std::any_of(pairs.begin(), pairs.end(), [&](const auto& pair) { return sameName(pair.first, key); });
+    return std::any_of(pairs.begin(), pairs.end(), [&](const auto& pair) { return rules::sameName(pair.first, key); });
 }
 
 bool removeOtherKeys(FileChange& change, const DataSourceWish& wish) {
@@ -20,7 +22,7 @@ bool removeOtherKeys(FileChange& change, const DataSourceWish& wish) {
     if (section == nullptr)
         return true;
     for (const IniEntry& entry : section->entries)
-        if (!sameName(entry.key, INS_ODBCINI_DRIVER) && !isNamed(wish.attributes, entry.key) &&
+        if (!rules::sameName(entry.key, INS_ODBCINI_DRIVER) && !isNamed(wish.attributes, entry.key) &&
             !change.erase(wish.name, std::string(entry.key)))
             return false;
     return true;
@@ -43,7 +45,7 @@ ExitCode removeDefaultDriver(const Session& session, Outcome& outcome) {
 }
 
 bool isThere(const IniView& file, const std::string& name) {
-    return file.section(name) != nullptr || (!isDefaultName(name) && file.find(INS_ODBCINI_DS, name) != nullptr);
+    return file.section(name) != nullptr || (!rules::isDefaultName(name) && file.find(INS_ODBCINI_DS, name) != nullptr);
 }
 
 }  // namespace
@@ -54,7 +56,7 @@ ExitCode dataSourceExists(const Session& session, const std::string& name) {
 }
 
 ExitCode checkDataSourceName(const Session& session, const std::string& name) {
-    if (isReservedName(name))
+    if (rules::isReservedSection(name))
         return session.fail(ExitCode::invalid, "No data source can be called " + name + ": the section has another use",
                             "Choose another name.");
     std::string why = whyNoSection(name);
@@ -67,7 +69,7 @@ ExitCode checkDataSourceName(const Session& session, const std::string& name) {
 }
 
 bool composeDataSource(FileChange& change, const DataSourceWish& wish, const std::string& library, OtherKeys others) {
-    if (!isDefaultName(wish.name) && !change.set(INS_ODBCINI_DS, wish.name, wish.driver))
+    if (!rules::isDefaultName(wish.name) && !change.set(INS_ODBCINI_DS, wish.name, wish.driver))
         return false;
     if (others == OtherKeys::remove && !removeOtherKeys(change, wish))
         return false;
@@ -78,7 +80,7 @@ bool composeDataSource(FileChange& change, const DataSourceWish& wish, const std
 }
 
 bool composeRemoval(FileChange& change, const std::string& name) {
-    if (!isDefaultName(name) && change.before().find(INS_ODBCINI_DS, name) != nullptr &&
+    if (!rules::isDefaultName(name) && change.before().find(INS_ODBCINI_DS, name) != nullptr &&
         !change.erase(INS_ODBCINI_DS, name))
         return false;
     return change.eraseSection(name);
@@ -93,7 +95,7 @@ ExitCode writeDataSource(const Session& session, const Configuration& configurat
         return session.fail(ExitCode::failed,
                             "Driver " + driver->name + " has no library in " + pathOf(INS_ODBCINST_FILENAME),
                             "Register it: odbcadmin driver ensure NAME --lib PATH");
-    if (isDefaultName(wish.name))
+    if (rules::isDefaultName(wish.name))
         if (const ExitCode code = writeDefaultDriver(session, driver->name, outcome); code != ExitCode::done)
             return code;
     FileChange change(session, INS_ODBCINI_FILENAME);
@@ -108,7 +110,7 @@ ExitCode writeDataSource(const Session& session, const Configuration& configurat
 }
 
 ExitCode removeDataSources(const Session& session, const std::vector<std::string>& names, Outcome& outcome) {
-    if (std::any_of(names.begin(), names.end(), isDefaultName))
+    if (std::any_of(names.begin(), names.end(), rules::isDefaultName))
         if (const ExitCode code = removeDefaultDriver(session, outcome); code != ExitCode::done)
             return code;
     FileChange change(session, INS_ODBCINI_FILENAME);

@@ -6,6 +6,7 @@
 #include <unordered_set>
 
 #include "odbcadmin/cli/text.h"
+#include "rules/names.h"
 
 namespace jx::admin {
 
@@ -66,7 +67,7 @@ private:
         for (const auto& [name, value] : found->items()) {
             if (!value.is_string() && !value.is_null())
                 return fail("key \"" + name + "\" of " + what + " is neither text nor null");
-            if (!names.insert(foldedName(name)).second)
+            if (!names.insert(rules::foldedName(name)).second)
                 return fail("key \"" + name + "\" of " + what + " is there twice");
             keys.push_back({name, value.is_null() ? std::nullopt : std::optional(value.get<std::string>())});
         }
@@ -87,7 +88,7 @@ private:
             std::string name;
             if (!isObject((*found)[i], what) || !text((*found)[i], "name", what, name) || !take((*found)[i], what))
                 return false;
-            if (!names.insert(foldedName(name)).second)
+            if (!names.insert(rules::foldedName(name)).second)
                 return fail(what + ": \"" + name + "\" is there twice");
         }
         return true;
@@ -100,7 +101,7 @@ private:
                 !keys(object, what, driver.keys))
                 return false;
             const bool hasLibrary = std::any_of(driver.keys.begin(), driver.keys.end(), [&](const DocumentKey& key) {
-                return sameName(key.name, library) && key.value && !key.value->empty();
+                return rules::sameName(key.name, library) && key.value && !key.value->empty();
             });
             all.push_back(driver);
             return hasLibrary || fail(what + " has no key \"" + library + "\"");

@@ -7,9 +7,9 @@
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/configuration.h"
 #include "odbcadmin/cli/file_change.h"
-#include "odbcadmin/cli/secrets.h"
 #include "odbcadmin/cli/text.h"
 #include "odbcadmin/doctor/library_state.h"
+#include "rules/secrets.h"
 
 namespace jx::admin {
 
@@ -54,7 +54,7 @@ Json shownAsJson(const Session& session, const Configuration& configuration, con
     if (const IniSection* section = configuration.driversFile().section(driver.name)) {
         for (const IniEntry& entry : section->entries)
             keys[std::string(entry.key)] =
-                session.showSecrets ? std::string(entry.value) : masked(entry.key, entry.value);
+                session.showSecrets ? std::string(entry.value) : rules::masked(entry.key, entry.value);
         json["line"] = section->line;
     }
     json["file"] = pathOf(INS_ODBCINST_FILENAME);

@@ -11,6 +11,7 @@
 #include "odbcadmin/cli/near_matches.h"
 #include "odbcadmin/cli/setup_route.h"
 #include "odbcadmin/cli/text.h"
+#include "rules/names.h"
 
 namespace jx::admin {
 
@@ -176,7 +177,9 @@ ExitCode unsetKeys(const Session& session, const std::string& name, const std::v
         return code;
     if (!configuration->dataSource(name))
         return noDataSource(session, *configuration, name);
-    const auto isDriver = [](const std::string& key) { return sameName(trimmed(key), INS_ODBCINI_DRIVER); };
+    const auto isDriver = [](const std::string& key) {
+        return rules::sameName(rules::trimmed(key), INS_ODBCINI_DRIVER);
+    };
     if (std::any_of(keys.begin(), keys.end(), isDriver))
         return session.fail(ExitCode::invalid, "A data source cannot be without its Driver",
                             "Use odbcadmin dsn ensure NAME --driver to change it.");

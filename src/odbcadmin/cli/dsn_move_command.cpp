@@ -8,6 +8,8 @@
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/data_source_change.h"
 #include "odbcadmin/cli/text.h"
+#include "rules/names.h"
+#include "rules/sections.h"
 
 namespace jx::admin {
 
@@ -34,7 +36,7 @@ bool composeCopy(FileChange& change, const DataSource& source, const std::string
 
 // The default data source is made and removed with "dsn default": its driver stands in the other file.
 ExitCode checkNames(const Session& session, const std::string& from, const std::string& to) {
-    if (isDefaultName(from) || isDefaultName(to))
+    if (rules::isDefaultName(from) || rules::isDefaultName(to))
         return session.fail(ExitCode::invalid, "The default data source cannot be renamed, copied or made so",
                             "Use odbcadmin dsn default NAME.");
     return checkDataSourceName(session, to);
@@ -51,7 +53,7 @@ ExitCode copyDataSource(const Session& session, const std::string& from, const s
     if (!source)
         return noDataSource(session, *configuration, from);
     // A name may get other capitals.
-    const bool sameOne = old == Old::remove && sameName(from, to);
+    const bool sameOne = old == Old::remove && rules::sameName(from, to);
     if (configuration->dataSource(to) && !sameOne)
         return dataSourceExists(session, to);
     Outcome outcome;
@@ -71,10 +73,11 @@ std::string twinOfDefault(const Configuration& configuration) {
     const auto isTwin = [&](const DataSource& source) {
         const IniSection* section = configuration.sourcesFile().section(source.name);
         return !source.isDefault && section != nullptr && own != nullptr &&
-               sameName(source.driver, configuration.defaultDriver()) &&
-               std::equal(
-                   section->entries.begin(), section->entries.end(), own->entries.begin(), own->entries.end(),
-                   [](const IniEntry& a, const IniEntry& b) { return sameName(a.key, b.key) && a.value == b.value; });
+               rules::sameName(source.driver, configuration.defaultDriver()) &&
+               std::equal(section->entries.begin(), section->entries.end(), own->entries.begin(), own->entries.end(),
+                          [](const IniEntry& a, const IniEntry& b) {
+                              return rules::sameName(a.key, b.key) && a.value == b.value;
+                          });
     };
     const std::vector<DataSource> sources = configuration.dataSources();
     const auto twin = std::find_if(sources.begin(), sources.end(), isTwin);

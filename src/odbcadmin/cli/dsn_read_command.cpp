@@ -8,15 +8,15 @@
 #include "odbcadmin/cli/configuration.h"
 #include "odbcadmin/cli/file_change.h"
 #include "odbcadmin/cli/near_matches.h"
-#include "odbcadmin/cli/secrets.h"
 #include "odbcadmin/cli/text.h"
+#include "rules/secrets.h"
 
 namespace jx::admin {
 
 namespace {
 
 std::string shownValue(const Session& session, std::string_view key, std::string_view value) {
-    return session.showSecrets ? std::string(value) : masked(key, value);
+    return session.showSecrets ? std::string(value) : rules::masked(key, value);
 }
 
 ExitCode listAsJson(const Session& session, const std::vector<DataSource>& sources) {

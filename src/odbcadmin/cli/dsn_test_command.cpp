@@ -7,11 +7,11 @@
 #include "odbcadmin/cli/findings_output.h"
 #include "odbcadmin/cli/near_matches.h"
 #include "odbcadmin/cli/progress.h"
-#include "odbcadmin/cli/secrets.h"
 #include "odbcadmin/cli/text.h"
 #include "odbcadmin/doctor/connection.h"
 #include "odbcadmin/doctor/records.h"
 #include "odbcadmin/doctor/sql_state.h"
+#include "rules/secrets.h"
 
 namespace jx::admin {
 
@@ -58,7 +58,7 @@ std::string endText(const ConnectionTrial& trial, const std::string& limit) {
 
 // A driver may repeat in its message what it was to connect with.
 std::string shownMessage(const Session& session, const Diagnostic& diagnostic) {
-    return session.showSecrets ? diagnostic.message : masked({}, diagnostic.message);
+    return session.showSecrets ? diagnostic.message : rules::masked({}, diagnostic.message);
 }
 
 Json trialJson(const Session& session, const std::string& name, const std::string& library,

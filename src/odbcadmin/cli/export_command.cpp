@@ -7,8 +7,10 @@
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/configuration.h"
 #include "odbcadmin/cli/file_change.h"
-#include "odbcadmin/cli/secrets.h"
 #include "odbcadmin/cli/text.h"
+#include "rules/names.h"
+#include "rules/secrets.h"
+#include "rules/utf8.h"
 
 namespace jx::admin {
 
@@ -21,9 +23,9 @@ struct Exporter {
     std::string notText{};
 
     void take(Json& keys, const IniEntry& entry) {
-        if (!isUtf8(entry.key) || !isUtf8(entry.value))
+        if (!rules::isUtf8(entry.key) || !rules::isUtf8(entry.value))
             notText = std::string(entry.key);
-        const bool hides = !session.showSecrets && masked(entry.key, entry.value) != entry.value;
+        const bool hides = !session.showSecrets && rules::masked(entry.key, entry.value) != entry.value;
         secrets += hides ? 1 : 0;
         keys[std::string(entry.key)] = hides ? Json() : Json(entry.value);
     }
@@ -34,7 +36,7 @@ struct Exporter {
         if (section == nullptr)
             return keys;
         for (const IniEntry& entry : section->entries)
-            if (!sameName(entry.key, leftOut) || entry.value != value)
+            if (!rules::sameName(entry.key, leftOut) || entry.value != value)
                 take(keys, entry);
         return keys;
     }
@@ -67,7 +69,7 @@ struct Exporter {
 };
 
 bool areUtf8(const std::vector<std::string>& names) {
-    return std::all_of(names.begin(), names.end(), isUtf8);
+    return std::all_of(names.begin(), names.end(), rules::isUtf8);
 }
 
 ExitCode exportAll(const Session& session) {

@@ -8,8 +8,9 @@
 
 #include "odbcadmin/cli/diff.h"
 #include "odbcadmin/cli/progress.h"
-#include "odbcadmin/cli/secrets.h"
 #include "odbcadmin/cli/text.h"
+#include "rules/names.h"
+#include "rules/secrets.h"
 
 namespace jx::admin {
 
@@ -60,7 +61,7 @@ JxIniChange* begin(const Session& session, const char* file) {
 }
 
 bool hasOuterBlanks(std::string_view text) {
-    return trimmed(text).size() != text.size();
+    return rules::trimmed(text).size() != text.size();
 }
 
 }  // namespace
@@ -154,13 +155,14 @@ bool FileChange::set(const std::string& section, const std::string& key, const s
 }
 
 bool FileChange::erase(const std::string& section, const std::string& key) {
-    std::erase_if(wanted_,
-                  [&](const Wanted& each) { return sameName(each.section, section) && sameName(each.key, key); });
+    std::erase_if(wanted_, [&](const Wanted& each) {
+        return rules::sameName(each.section, section) && rules::sameName(each.key, key);
+    });
     return apply(section, key.c_str(), nullptr);
 }
 
 bool FileChange::eraseSection(const std::string& section) {
-    std::erase_if(wanted_, [&](const Wanted& each) { return sameName(each.section, section); });
+    std::erase_if(wanted_, [&](const Wanted& each) { return rules::sameName(each.section, section); });
     return apply(section, nullptr, nullptr);
 }
 
@@ -174,7 +176,7 @@ bool FileChange::readsBack() {
     }
     std::unordered_map<std::string, const Wanted*> last;
     for (const Wanted& each : wanted_)
-        last[foldedName(each.section) + '\n' + foldedName(each.key)] = &each;
+        last[rules::foldedName(each.section) + '\n' + rules::foldedName(each.key)] = &each;
     for (const auto& [key, each] : last) {
         const IniEntry* entry = after->find(each->section, each->key);
         if (entry == nullptr || entry->value != each->value || entry->key.size() != each->key.size())
@@ -185,7 +187,7 @@ bool FileChange::readsBack() {
 
 void FileChange::preview() {
     const auto shown = [&](std::string_view line) {
-        return session_.showSecrets ? std::string(line) : maskedLine(line);
+        return session_.showSecrets ? std::string(line) : rules::maskedLine(line);
     };
     if (session_.dryRun)
         difference_ = unifiedDiff(pathOf(file_.c_str()), textOf(change_.get(), jxIniBefore),

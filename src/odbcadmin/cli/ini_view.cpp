@@ -6,6 +6,7 @@
 #include <unordered_set>
 
 #include "odbcadmin/cli/text.h"
+#include "rules/names.h"
 
 namespace jx::admin {
 
@@ -36,8 +37,9 @@ void keepFirstOfEach(std::vector<IniEntry>& entries) {
     const bool few = entries.size() <= kFewKeys;
     auto end = entries.begin();
     for (const IniEntry& entry : entries) {
-        const auto isSame = [&](const IniEntry& other) { return sameName(other.key, entry.key); };
-        const bool isNew = few ? std::none_of(entries.begin(), end, isSame) : seen.insert(foldedName(entry.key)).second;
+        const auto isSame = [&](const IniEntry& other) { return rules::sameName(other.key, entry.key); };
+        const bool isNew =
+            few ? std::none_of(entries.begin(), end, isSame) : seen.insert(rules::foldedName(entry.key)).second;
         if (isNew)
             *end++ = entry;
     }
@@ -47,9 +49,9 @@ void keepFirstOfEach(std::vector<IniEntry>& entries) {
 }  // namespace
 
 const IniEntry* IniSection::find(std::string_view key) const {
-    const std::string_view wanted = trimmed(key);
+    const std::string_view wanted = rules::trimmed(key);
     const auto found = std::find_if(entries.begin(), entries.end(),
-                                    [&](const IniEntry& entry) { return sameName(entry.key, wanted); });
+                                    [&](const IniEntry& entry) { return rules::sameName(entry.key, wanted); });
     return found == entries.end() ? nullptr : &*found;
 }
 
@@ -89,20 +91,20 @@ IniView::IniView(Text text) : text_(std::move(text)) {
     std::erase_if(sections_, [](const IniSection& each) { return !canBeAskedFor(each.name); });
     places_.clear();
     for (std::size_t i = 0; i < sections_.size(); ++i) {
-        places_.emplace(foldedName(sections_[i].name), i);
+        places_.emplace(rules::foldedName(sections_[i].name), i);
         keepFirstOfEach(sections_[i].entries);
     }
 }
 
 std::size_t IniView::sectionFor(const JxIniPiece& header) {
-    const auto [place, isNew] = places_.emplace(foldedName(nameOf(header)), sections_.size());
+    const auto [place, isNew] = places_.emplace(rules::foldedName(nameOf(header)), sections_.size());
     if (isNew)
         sections_.push_back({nameOf(header), header.line, {}});
     return place->second;
 }
 
 const IniSection* IniView::section(std::string_view name) const {
-    const auto place = places_.find(foldedName(trimmed(name)));
+    const auto place = places_.find(rules::foldedName(rules::trimmed(name)));
     return place == places_.end() ? nullptr : &sections_[place->second];
 }
 

@@ -16,6 +16,7 @@
 #include "odbcadmin/cli/scratch_files.h"
 #include "odbcadmin/cli/text.h"
 #include "odbcadmin/doctor/library_state.h"
+#include "rules/names.h"
 
 namespace jx::admin {
 
@@ -42,7 +43,7 @@ ExitCode chooseDrivers(const Session& session, const std::vector<std::string>& a
         request.drivers = all;
     for (std::string& name : request.drivers) {
         const auto found =
-            std::find_if(all.begin(), all.end(), [&](const std::string& each) { return sameName(each, name); });
+            std::find_if(all.begin(), all.end(), [&](const std::string& each) { return rules::sameName(each, name); });
         if (found == all.end())
             return session.fail(ExitCode::notFound, "There is no driver " + name + " in " + request.script,
                                 adviceFor(name, all, "It offers " + (all.empty() ? "no driver" : joined(all))));
@@ -80,7 +81,8 @@ std::string statusOf(const IniView& before, const IniView& after, const char* li
 }
 
 bool isNamed(const std::vector<std::string>& names, const std::string& name) {
-    return std::any_of(names.begin(), names.end(), [&](const std::string& each) { return sameName(each, name); });
+    return std::any_of(names.begin(), names.end(),
+                       [&](const std::string& each) { return rules::sameName(each, name); });
 }
 
 // Report: what the script was asked for, and whatever else is another than before.

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "odbcadmin/cli/text.h"
+#include "rules/names.h"
 
 namespace jx::admin {
 
@@ -33,7 +34,7 @@ std::vector<std::size_t> nextRow(std::string_view left, std::string_view right, 
 
 bool begins(std::string_view text, std::string_view beginning) {
     return beginning.size() >= kShortestBeginning && text.size() >= beginning.size() &&
-           sameName(text.substr(0, beginning.size()), beginning);
+           rules::sameName(text.substr(0, beginning.size()), beginning);
 }
 
 std::string quoted(const std::vector<std::string>& names) {
@@ -48,8 +49,8 @@ std::string quoted(const std::vector<std::string>& names) {
 std::size_t editDistance(std::string_view leftName, std::string_view rightName, std::size_t limit) {
     if (difference(leftName.size(), rightName.size()) > limit)
         return limit + 1;
-    const std::string left = foldedName(leftName);
-    const std::string right = foldedName(rightName);
+    const std::string left = rules::foldedName(leftName);
+    const std::string right = rules::foldedName(rightName);
     std::vector<std::size_t> above2;
     std::vector<std::size_t> above;
     for (std::size_t i = 0; i <= right.size(); ++i)

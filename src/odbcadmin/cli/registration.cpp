@@ -1,5 +1,6 @@
 // Entries of drivers and translators.
 #include "odbcadmin/cli/registration.h"
+#include "rules/sections.h"
 
 #include <odbcinst.h>
 
@@ -18,7 +19,8 @@ const RegisteredKind& translatorKind() {
 }
 
 ExitCode checkRegisteredName(const Session& session, const RegisteredKind& kind, const std::string& name) {
-    std::string why = isReservedName(name) || isDefaultName(name) ? "the section has another use" : whyNoSection(name);
+    std::string why = rules::isReservedSection(name) || rules::isDefaultName(name) ? "the section has another use"
+                                                                                   : whyNoSection(name);
     if (why.empty())
         why = whyNoKey(name);
     if (why.empty())

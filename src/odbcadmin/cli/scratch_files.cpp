@@ -13,7 +13,7 @@
 
 #include "odbcadmin/cli/diff.h"
 #include "odbcadmin/cli/file_change.h"
-#include "odbcadmin/cli/secrets.h"
+#include "rules/secrets.h"
 
 namespace jx::admin {
 
@@ -78,7 +78,7 @@ ScratchFiles::~ScratchFiles() {
 
 void ScratchFiles::noteChanges(const Session& session, Outcome& outcome) const {
     const auto shown = [&](std::string_view line) {
-        return session.showSecrets ? std::string(line) : maskedLine(line);
+        return session.showSecrets ? std::string(line) : rules::maskedLine(line);
     };
     for (const File& file : files_) {
         bool isAbsent = false;

@@ -10,15 +10,6 @@
 
 namespace jx::admin {
 
-// Names of sections and keys are the same without regard to the case of ASCII letters.
-bool sameName(std::string_view left, std::string_view right);
-
-// The name with its ASCII letters small: equal for names that are the same.
-std::string foldedName(std::string_view name);
-
-// The text without blanks and tabs around it, as the files give it back.
-std::string_view trimmed(std::string_view text);
-
 // "KEY=VALUE" at its first "="; nothing without one or with an empty key.
 std::optional<std::pair<std::string, std::string>> splitPair(std::string_view text);
 
@@ -30,8 +21,6 @@ std::string printable(std::string_view text);
 
 // UTF-8 characters; other bytes count one each.
 std::size_t characterCount(std::string_view text);
-
-bool isUtf8(std::string_view text);
 
 // "a, b, c"
 std::string joined(const std::vector<std::string>& texts, std::string_view between = ", ");

@@ -9,10 +9,10 @@
 #include <memory>
 #include <string_view>
 
-#include "odbcadmin/cli/secrets.h"
 #include "odbcadmin/cli/text.h"
 #include "odbcadmin/doctor/elf_header.h"
 #include "odbcadmin/doctor/file_rights.h"
+#include "rules/secrets.h"
 
 namespace jx::doctor {
 
@@ -53,7 +53,7 @@ std::string fileLines(const std::string& path) {
     JxIniPiece piece;
     for (std::size_t i = 0; i < count && i < kMostLines && jxIniPieceAt(text.get(), i, &piece) != 0; ++i)
         lines
-            .append(admin::printable(admin::maskedLine(withoutLineEnd({bytes + piece.begin, piece.end - piece.begin}))))
+            .append(admin::printable(rules::maskedLine(withoutLineEnd({bytes + piece.begin, piece.end - piece.begin}))))
             .append("\n");
     if (count > kMostLines)
         lines.append("(and " + std::to_string(count - kMostLines) + " more)\n");

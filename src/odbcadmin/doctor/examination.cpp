@@ -12,6 +12,7 @@
 #include "odbcadmin/doctor/file_checks.h"
 #include "odbcadmin/doctor/name_checks.h"
 #include "odbcadmin/doctor/syntax_checks.h"
+#include "rules/names.h"
 
 namespace jx::doctor {
 
@@ -64,7 +65,7 @@ Findings checkText(const Records& records, const std::string& systemFolder) {
 
 bool isNamed(const std::vector<std::string>& names, const std::string& name) {
     return names.empty() || std::any_of(names.begin(), names.end(), [&](const std::string& each) {
-               return admin::sameName(admin::trimmed(each), name);
+               return rules::sameName(rules::trimmed(each), name);
            });
 }
 
@@ -124,7 +125,7 @@ Findings checkLibraries(const Selection& selection, const Records& records, cons
 bool isOn(const std::string& text) {
     constexpr const char* kWords[] = {"1", "on", "yes", "true"};
     return std::any_of(std::begin(kWords), std::end(kWords),
-                       [&](const char* word) { return admin::sameName(text, word); });
+                       [&](const char* word) { return rules::sameName(text, word); });
 }
 
 }  // namespace

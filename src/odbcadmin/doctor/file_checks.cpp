@@ -12,10 +12,10 @@
 #include <functional>
 
 #include "odbcadmin/cli/ini_view.h"
-#include "odbcadmin/cli/secrets.h"
 #include "odbcadmin/doctor/checks.h"
 #include "odbcadmin/doctor/file_rights.h"
 #include "odbcadmin/doctor/owned_descriptor.h"
+#include "rules/secrets.h"
 
 namespace jx::doctor {
 
@@ -78,7 +78,7 @@ bool holdsSecret(const std::string& path) {
         return false;
     for (const admin::IniSection& section : view->sections())
         for (const admin::IniEntry& entry : section.entries)
-            if (admin::masked(entry.key, entry.value) != entry.value)
+            if (rules::masked(entry.key, entry.value) != entry.value)
                 return true;
     return false;
 }

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <cstdio>
 
+#include "rules/utf8.h"
+
 namespace jx::doctor {
 
 namespace {
@@ -29,34 +31,19 @@ constexpr Range kInvisible[] = {
     {0xFEFF, 0xFEFF, "zero-width no-break space"},
 };
 
-bool isContinuation(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
-
-// The character of two or three bytes that text begins with; 0 for any other. All invisible ones have that length.
-std::uint32_t codeAt(std::string_view text) {
-    const auto byte = [&](std::size_t i) { return static_cast<std::uint32_t>(static_cast<unsigned char>(text[i])); };
-    constexpr unsigned kBits = 6;
-    constexpr std::uint32_t kMask = 0x3F;
-    if (text.size() >= 2 && byte(0) >> 5U == 6 && isContinuation(text[1]))
-        return (byte(0) & 0x1FU) << kBits | (byte(1) & kMask);
-    if (text.size() >= 3 && byte(0) >> 4U == 14 && isContinuation(text[1]) && isContinuation(text[2]))
-        return (byte(0) & 0x0FU) << 2 * kBits | (byte(1) & kMask) << kBits | (byte(2) & kMask);
-    return 0;
-}
-
 }  // namespace
 
 std::string firstInvisible(std::string_view text) {
-    for (; !text.empty(); text.remove_prefix(1)) {
-        const std::uint32_t code = codeAt(text);
+    for (std::size_t at = 0; at < text.size();) {
+        const rules::Character next = rules::characterAt(text, at);
         for (const Range& range : kInvisible) {
-            if (code < range.first || code > range.last)
+            if (next.code < range.first || next.code > range.last)
                 continue;
             char number[16];
-            std::snprintf(number, sizeof number, "U+%04X", code);
+            std::snprintf(number, sizeof number, "U+%04X", static_cast<unsigned>(next.code));
             return std::string(number) + " (" + range.name + ")";
         }
+        at += next.length;
     }
     return {};
 }

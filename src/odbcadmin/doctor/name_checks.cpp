@@ -4,6 +4,8 @@
 #include "odbcadmin/cli/near_matches.h"
 #include "odbcadmin/cli/text.h"
 #include "odbcadmin/doctor/checks.h"
+#include "rules/names.h"
+#include "rules/sections.h"
 
 namespace jx::doctor {
 
@@ -29,7 +31,7 @@ void checkName(const std::string& subject, const Located& where, const std::stri
                                  where.where() + ": the name has " + std::to_string(name.size()) +
                                      " bytes; the standard allows " + std::to_string(kLongest) + ".",
                                  "Rename it: odbcadmin dsn rename"));
-    if (isReservedSection(name))
+    if (rules::isReservedSection(name))
         findings.push_back(found(check::kReserved, subject,
                                  where.where() + ": the section " + bracketed(name) + " has a meaning of its own.",
                                  "Choose another name for the data source."));
@@ -84,7 +86,7 @@ void checkSection(const std::string& subject, const DataSourceRecord& record, co
                                    "Add the section, or remove it from the list: odbcadmin dsn remove")));
         return;
     }
-    const bool isDefault = admin::sameName(record.name, "Default");
+    const bool isDefault = rules::sameName(record.name, "Default");
     if (!record.listed)
         findings.push_back(
             found(check::kNotListed, subject,

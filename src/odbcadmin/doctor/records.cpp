@@ -8,6 +8,8 @@
 
 #include "odbcadmin/cli/ini_view.h"
 #include "odbcadmin/cli/text.h"
+#include "rules/names.h"
+#include "rules/sections.h"
 
 namespace jx::doctor {
 
@@ -61,7 +63,7 @@ private:
 template <typename Record>
 bool holds(const std::vector<Record>& records, std::string_view name) {
     return std::any_of(records.begin(), records.end(),
-                       [&](const Record& each) { return admin::sameName(each.name, name); });
+                       [&](const Record& each) { return rules::sameName(each.name, name); });
 }
 
 void complete(DataSourceRecord& record, const File& file) {
@@ -99,7 +101,7 @@ void addDataSources(const File& odbc, Records& records) {
             complete(record, odbc);
         }
     for (const IniSection& section : odbc.sections()) {
-        if (isReservedSection(section.name) || admin::sameName(section.name, kDefault))
+        if (rules::isReservedSection(section.name) || rules::sameName(section.name, kDefault))
             continue;
         records.dataSourceSections.emplace_back(section.name);
         if (section.find("Driver") == nullptr || holds(records.dataSources, section.name))
@@ -120,8 +122,8 @@ std::vector<DriverRecord> driversOf(const File& file, const char* listName, cons
             complete(record, file, libraryKey);
         }
     for (const IniSection& section : file.sections()) {
-        if (section.find(libraryKey) == nullptr || isReservedSection(section.name) ||
-            admin::sameName(section.name, kDefault) || holds(records, section.name))
+        if (section.find(libraryKey) == nullptr || rules::isReservedSection(section.name) ||
+            rules::sameName(section.name, kDefault) || holds(records, section.name))
             continue;
         DriverRecord& record = records.emplace_back();
         record.name = section.name;
@@ -132,9 +134,9 @@ std::vector<DriverRecord> driversOf(const File& file, const char* listName, cons
 
 template <typename Record>
 const Record* find(const std::vector<Record>& records, std::string_view name) {
-    const std::string_view wanted = admin::trimmed(name);
+    const std::string_view wanted = rules::trimmed(name);
     const auto found = std::find_if(records.begin(), records.end(),
-                                    [&](const Record& each) { return admin::sameName(each.name, wanted); });
+                                    [&](const Record& each) { return rules::sameName(each.name, wanted); });
     return found == records.end() ? nullptr : &*found;
 }
 
@@ -168,17 +170,11 @@ Records readRecords() {
     records.drivers = driversOf(odbcinst, kDrivers, "Driver");
     records.translators = driversOf(odbcinst, kTranslators, "Translator");
     for (const IniSection& section : odbcinst.sections())
-        if (!isReservedSection(section.name))
+        if (!rules::isReservedSection(section.name))
             records.driverSections.emplace_back(section.name);
     records.trace = odbc.value("ODBC", "Trace");
     records.traceFile = odbc.value("ODBC", "TraceFile");
     return records;
-}
-
-bool isReservedSection(std::string_view name) {
-    constexpr std::array<const char*, 4> kReservedNames{"ODBC", kDataSources, kDrivers, kTranslators};
-    return std::any_of(kReservedNames.begin(), kReservedNames.end(),
-                       [name](const char* each) { return admin::sameName(name, each); });
 }
 
 std::vector<std::string> namesOf(const std::vector<DataSourceRecord>& records) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <vector>
+#include "rules/sections.h"
 
 namespace jx::doctor {
 
@@ -49,9 +50,6 @@ struct Records {
 
 // Reads both files of this process's user. A file that cannot be read is as an empty one: checkFiles tells that.
 Records readRecords();
-
-// Whether a section of that name can be no data source, driver or translator.
-bool isReservedSection(std::string_view name);
 
 // The names in order.
 std::vector<std::string> namesOf(const std::vector<DataSourceRecord>& records);

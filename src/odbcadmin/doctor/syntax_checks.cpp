@@ -9,10 +9,12 @@
 #include <memory>
 #include <optional>
 
-#include "odbcadmin/cli/secrets.h"
 #include "odbcadmin/cli/text.h"
 #include "odbcadmin/doctor/checks.h"
 #include "odbcadmin/doctor/invisible.h"
+#include "rules/names.h"
+#include "rules/secrets.h"
+#include "rules/utf8.h"
 
 namespace jx::doctor {
 
@@ -39,7 +41,7 @@ std::string quoted(std::string_view text) {
 // A key that lost its "=" may have a secret in what is read as its name.
 std::string_view withoutSecret(const JxIniPiece& piece) {
     const std::string_view name = nameOf(piece);
-    const std::string_view word = admin::secretWord(name);
+    const std::string_view word = rules::secretWord(name);
     return piece.value == nullptr && !word.empty() ? word : name;
 }
 
@@ -102,7 +104,7 @@ private:
             tell(check::kNul, piece.line,
                  "There is a NUL byte in the line: a name that holds one is never found, and a value ends there.",
                  "Delete it; if there is one behind each letter, save the file as UTF-8.");
-        if (!admin::isUtf8(line))
+        if (!rules::isUtf8(line))
             tell(check::kNotUtf8, piece.line, "The line is not UTF-8: programs differ in how they read it.",
                  "Save the file as UTF-8.");
         const std::string invisible = firstInvisible(line == kByteOrderMarkBytes ? std::string_view() : line);
@@ -116,7 +118,7 @@ private:
     }
 
     void lookAtSection(const JxIniPiece& piece) {
-        section_ = admin::foldedName(nameOf(piece));
+        section_ = rules::foldedName(nameOf(piece));
         if (section_->empty())
             return tell(check::kNoKey, piece.line, "The section has no name, so nobody can ask for its keys.",
                         "Name it, or delete it with its keys.");
@@ -137,7 +139,7 @@ private:
         if (piece.value == nullptr)
             tell(check::kNoEquals, piece.line, "The line " + key + " has no \"=\": it is a key with an empty value.",
                  "Add the \"=\" and the value, or begin the line with \";\" if it is a comment.");
-        const auto [place, isNew] = keys_.emplace(*section_ + '\n' + admin::foldedName(nameOf(piece)), piece.line);
+        const auto [place, isNew] = keys_.emplace(*section_ + '\n' + rules::foldedName(nameOf(piece)), piece.line);
         if (!isNew)
             tell(check::kDuplicateKey, piece.line,
                  "The key " + key + " stands in line " + std::to_string(place->second) +

@@ -3,6 +3,7 @@
 
 #include "odbcadmin/assist/help.h"
 #include "odbcadmin/terminal/frame.h"
+#include "rules/utf8.h"
 
 namespace jx::terminal {
 
@@ -67,7 +68,7 @@ int ControlPainter::putLabel(Point place, const char* text, Look look) {
         if (whole[at] == '&' || look != Look::plain) {
             plain.push_back(whole[at]);
         } else {
-            const std::size_t length = utf8Length(static_cast<unsigned char>(whole[at]));
+            const std::size_t length = rules::characterAt(whole, at).length;
             place.column = canvas_.put(place, whole.substr(at, length), Look::key);
             at += length - 1;
         }

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cwchar>
 
+#include "rules/utf8.h"
+
 namespace jx::terminal {
 
 namespace {
@@ -12,8 +14,8 @@ namespace {
 constexpr int kNotShown = -1;
 
 // The columns of a code point; 0 for a mark that joins the one before it.
-int widthOf(long code, Charset charset) {
-    if (code < 32 || code == 127 || (code >= 128 && code < 160))
+int widthOf(char32_t code, Charset charset) {
+    if (code < 32 || (code >= 127 && code < 160) || code == rules::kNoCharacter)
         return kNotShown;
     if (code < 127)
         return 1;
@@ -23,12 +25,12 @@ int widthOf(long code, Charset charset) {
 }
 
 Glyph glyphAt(std::string_view text, std::size_t begin, Charset charset) {
-    std::size_t length = 1;
-    const long code = decodeUtf8(text.substr(begin), length);
-    const int width = widthOf(code, charset);
+    const rules::Character next = rules::characterAt(text, begin);
+    const std::size_t end = begin + next.length;
+    const int width = widthOf(next.code, charset);
     if (width == kNotShown)
-        return {begin, begin + length, "?", 1};
-    return {begin, begin + length, std::string(text.substr(begin, length)), width};
+        return {begin, end, "?", 1};
+    return {begin, end, std::string(text.substr(begin, next.length)), width};
 }
 
 // The end of the first word of rest that may end a line of this width, in bytes.
@@ -59,35 +61,6 @@ void wrapLine(std::vector<std::string>& lines, std::string_view rest, int column
 }
 
 }  // namespace
-
-std::size_t utf8Length(unsigned char byte) {
-    if (byte >= 0xF0 && byte < 0xF5)
-        return 4;
-    if (byte >= 0xE0 && byte < 0xF0)
-        return 3;
-    return byte >= 0xC2 && byte < 0xE0 ? 2 : 1;
-}
-
-long decodeUtf8(std::string_view text, std::size_t& length) {
-    const auto first = static_cast<unsigned char>(text[0]);
-    length = utf8Length(first);
-    if (length == 1)
-        return first < 0x80 ? first : -1;
-    constexpr unsigned char kDataBits[] = {0, 0, 0x1F, 0x0F, 0x07};
-    constexpr long kLeast[] = {0, 0, 0x80, 0x800, 0x10000};
-    long code = first & kDataBits[length];
-    for (std::size_t at = 1; at < length; ++at) {
-        if (at >= text.size() || (static_cast<unsigned char>(text[at]) & 0xC0) != 0x80) {
-            length = 1;
-            return -1;
-        }
-        code = (code << 6) | (static_cast<unsigned char>(text[at]) & 0x3F);
-    }
-    const bool isCharacter = code >= kLeast[length] && code <= 0x10FFFF && (code < 0xD800 || code > 0xDFFF);
-    if (!isCharacter)
-        length = 1;
-    return isCharacter ? code : -1;
-}
 
 std::vector<Glyph> glyphsOf(std::string_view text, Charset charset) {
     std::vector<Glyph> glyphs;

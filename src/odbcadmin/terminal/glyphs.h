@@ -27,12 +27,6 @@ std::vector<Glyph> glyphsOf(std::string_view text, Charset charset);
 // How many columns a text takes.
 int columnsOf(std::string_view text, Charset charset);
 
-// The length in bytes of the UTF-8 character that begins with byte; 1 for a byte that begins none.
-std::size_t utf8Length(unsigned char byte);
-
-// The code point at the begin of text; -1 when it is not UTF-8. length is what it takes.
-long decodeUtf8(std::string_view text, std::size_t& length);
-
 // The words of a text in lines of at most columns; line breaks of the text are kept, longer words are cut.
 std::vector<std::string> wrapped(std::string_view text, int columns, Charset charset);
 

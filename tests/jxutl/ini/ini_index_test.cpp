@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "random_text.h"
+#include "rules/names.h"
 #include "text_model.h"
 
 namespace jx::ini::test {
@@ -205,8 +206,8 @@ TEST(IniIndex, AnswersWhatAllLinesTell) {
         index.reset(text);
         ASSERT_TRUE(random.oneIn(3) || index.sections() == model.sections());
         for (int question = 0; question < 12; ++question) {
-            const std::string_view section = trimmed(randomSection(random));
-            const std::string_view key = trimmed(randomKey(random));
+            const std::string_view section = rules::trimmed(randomSection(random));
+            const std::string_view key = rules::trimmed(randomKey(random));
             if (random.oneIn(4)) {
                 ASSERT_EQ(index.keys(section), model.keys(section));
             } else {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "random_text.h"
+#include "rules/names.h"
 
 namespace jx::ini::test {
 namespace {
@@ -44,7 +45,7 @@ std::string namedByWalking(std::string_view text, std::string_view name) {
 std::string namedByPieces(std::string_view text, std::string_view name) {
     std::string begins;
     for (SectionWalk walk(text); walk.next();)
-        if (sameName(walk.name(), name))
+        if (rules::sameName(walk.name(), name))
             begins += std::to_string(walk.header()) + "-" + std::to_string(walk.bodyEnd()) + " ";
     return begins;
 }

@@ -9,6 +9,7 @@
 
 #include "jxutl/ini/ini_index.h"
 #include "random_text.h"
+#include "rules/names.h"
 #include "text_model.h"
 
 namespace jx::ini {
@@ -263,15 +264,15 @@ TEST(IniText, ATextIsBuiltUpAndTakenDownAgain) {
 // What the pieces of the text tell that an edit must come to; null for a refused one.
 std::string modelOf(std::string_view before, const char* section, const char* key, const char* value) {
     const TextModel model(before);
-    const std::string_view sectionName = argument(section);
-    const std::string_view keyName = argument(key);
+    const std::string_view sectionName = rules::argument(section);
+    const std::string_view keyName = rules::argument(key);
     if (key == nullptr)
         return model.withoutSection(sectionName);
     if (keyName.empty())
         return std::string(before);
     if (value == nullptr)
         return model.withoutKey(sectionName, keyName);
-    return model.with(sectionName, keyName, argument(value));
+    return model.with(sectionName, keyName, rules::argument(value));
 }
 
 TEST(IniText, RandomEditsKeepEveryLineThatIsNotAddressed) {
@@ -287,7 +288,7 @@ TEST(IniText, RandomEditsKeepEveryLineThatIsNotAddressed) {
             const std::string before = text.bytes();
             const Edit outcome = text.apply(section.c_str(), keyOrNull, valueOrNull);
             if (outcome == Edit::refused) {
-                ASSERT_TRUE(trimmed(section).empty());
+                ASSERT_TRUE(rules::trimmed(section).empty());
                 ASSERT_EQ(text.bytes(), before);
                 continue;
             }
@@ -306,17 +307,18 @@ TEST(IniText, AReadAfterASetGivesTheValueAndASecondSetChangesNothing) {
         const std::string section(randomSection(random));
         const std::string key(randomKey(random));
         const std::string value(randomValue(random));
-        if (trimmed(section).empty() || trimmed(key).empty())
+        if (rules::trimmed(section).empty() || rules::trimmed(key).empty())
             continue;
         const std::string before = text.bytes();
         ASSERT_NE(text.apply(section.c_str(), key.c_str(), value.c_str()), Edit::refused);
         IniIndex index;
         index.reset(text.bytes());
-        ASSERT_EQ(index.value(trimmed(section), trimmed(key)).value_or("none"), trimmed(value)) << before;
+        ASSERT_EQ(index.value(rules::trimmed(section), rules::trimmed(key)).value_or("none"), rules::trimmed(value))
+            << before;
         ASSERT_EQ(text.apply(section.c_str(), key.c_str(), value.c_str()), Edit::unchanged) << before;
         ASSERT_EQ(text.apply(section.c_str(), key.c_str(), nullptr), Edit::changed);
         index.reset(text.bytes());
-        ASSERT_FALSE(index.value(trimmed(section), trimmed(key)).has_value()) << before;
+        ASSERT_FALSE(index.value(rules::trimmed(section), rules::trimmed(key)).has_value()) << before;
     }
 }
 

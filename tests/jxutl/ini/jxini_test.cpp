@@ -1,5 +1,6 @@
 // The store's own interface: texts, look-ups, lists, changes, failures.
 #include <jxini.h>
+#include <jxprofile.h>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -335,6 +336,27 @@ TEST(JxIniChange, DiscardAndNothingChangedLeaveTheFileUntouched) {
     EXPECT_EQ(home.names(), Names{".odbc.ini"});
 }
 
+TEST(JxIniChange, ARefusalSaysWhichTextAndWhyButNeverTheValue) {
+    const struct {
+        const char *section, *key, *value, *words;
+    } rows[] = {{"A ;b", "k", "1", "the section \"A ;b\": a blank and ; begin a comment in it"},
+                {"  ", "k", "1", "a section without a name"},
+                {"A", "l=", "3", "the key \"l=\": it holds ="},
+                {"A", "[l", "3", "the key \"[l\": it begins with ["},
+                {"A", "PWD", "ge\nheim", "the value of the key \"PWD\": it holds a line break"}};
+    const TestHome home{{".odbc.ini", "[A]\nk=1\n"}};
+    for (const auto& row : rows) {
+        JxIniChange* change = jxIniBegin(".odbc.ini");
+        EXPECT_EQ(jxIniSet(change, row.section, row.key, row.value), 0);
+        EXPECT_EQ(sentence(), home.file(".odbc.ini") + ": cannot store " + row.words);
+        jxIniDiscard(change);
+        const auto bytes = [](const char* text) { return reinterpret_cast<const unsigned char*>(text); };
+        EXPECT_EQ(jxWritePrivateProfileString(bytes(row.section), bytes(row.key), bytes(row.value), bytes(".odbc.ini")),
+                  0);
+        EXPECT_EQ(sentence(), home.file(".odbc.ini") + ": cannot store " + row.words);
+    }
+}
+
 TEST(JxIniChange, ARefusedSetLeavesTheChangeAsItWas) {
     const TestHome home{{".odbc.ini", "[A]\nk=1\n"}};
     JxIniChange* change = jxIniBegin(".odbc.ini");
@@ -342,7 +364,7 @@ TEST(JxIniChange, ARefusedSetLeavesTheChangeAsItWas) {
     EXPECT_EQ(jxIniSet(change, "A", "l=", "3"), 0);
     EXPECT_EQ(jxIniSet(change, nullptr, "l", "3"), 0);
     EXPECT_EQ(jxIniLastFailure().step, JxIniStepArgument);
-    EXPECT_EQ(sentence(), "Cannot store that in " + home.file(".odbc.ini") + ": Invalid argument");
+    EXPECT_EQ(sentence(), home.file(".odbc.ini") + ": cannot store a section without a name");
     EXPECT_STREQ(jxIniAfter(change, nullptr), "[A]\nk=1\nl=2\n");
     EXPECT_EQ(jxIniCommit(change), 1);
     EXPECT_EQ(jxIniLastFailure().step, JxIniStepNone);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "jxutl/ini/ini_line.h"
+#include "rules/names.h"
 
 namespace jx::ini::test {
 
@@ -21,10 +22,10 @@ public:
 
     // The number of the piece that a look-up answers with.
     std::optional<std::size_t> find(std::string_view section, std::string_view key) const {
-        if (!canBeAskedFor(section) || !canBeAskedFor(key))
+        if (!rules::canBeAskedFor(section) || !rules::canBeAskedFor(key))
             return std::nullopt;
         for (std::size_t i = 0; i < pieces_.size(); ++i)
-            if (isEntryOf(i, section) && sameName(nameOf(pieces_[i]), key))
+            if (isEntryOf(i, section) && rules::sameName(nameOf(pieces_[i]), key))
                 return i;
         return std::nullopt;
     }
@@ -56,7 +57,7 @@ public:
     std::string withoutKey(std::string_view section, std::string_view key) const {
         std::string bytes;
         for (std::size_t i = 0; i < pieces_.size(); ++i)
-            if (!isEntryOf(i, section) || !sameName(nameOf(pieces_[i]), key))
+            if (!isEntryOf(i, section) || !rules::sameName(nameOf(pieces_[i]), key))
                 bytes += bytesOf(text_, pieces_[i]);
         return bytes;
     }
@@ -87,14 +88,14 @@ private:
     }
     bool standsIn(std::size_t i, std::string_view section) const {
         const auto header = headerOver(i);
-        return header && sameName(nameOf(pieces_[*header]), section);
+        return header && rules::sameName(nameOf(pieces_[*header]), section);
     }
     bool isEntryOf(std::size_t i, std::string_view section) const {
         return pieces_[i].kind == JxIniEntry && standsIn(i, section);
     }
     std::optional<std::size_t> firstHeader(std::string_view section) const {
-        for (std::size_t i = 0; i < pieces_.size() && canBeAskedFor(section); ++i)
-            if (pieces_[i].kind == JxIniSection && sameName(nameOf(pieces_[i]), section))
+        for (std::size_t i = 0; i < pieces_.size() && rules::canBeAskedFor(section); ++i)
+            if (pieces_[i].kind == JxIniSection && rules::sameName(nameOf(pieces_[i]), section))
                 return i;
         return std::nullopt;
     }
@@ -117,9 +118,9 @@ private:
         std::vector<std::string_view> listed;
         std::string bytes;
         for (const std::string_view name : names) {
-            bool again = !canBeAskedFor(name);
+            bool again = !rules::canBeAskedFor(name);
             for (const std::string_view other : listed)
-                again = again || sameName(name, other);
+                again = again || rules::sameName(name, other);
             if (again)
                 continue;
             listed.push_back(name);

@@ -4,8 +4,9 @@
 #include "odbcadmin/cli/diff.h"
 #include "odbcadmin/cli/ini_view.h"
 #include "odbcadmin/cli/near_matches.h"
-#include "odbcadmin/cli/secrets.h"
 #include "odbcadmin/cli/text.h"
+#include "rules/secrets.h"
+#include "rules/utf8.h"
 
 namespace jx::admin {
 namespace {
@@ -84,72 +85,6 @@ TEST(NearMatches, GivesTheNearestFirstAndThreeAtMost) {
     EXPECT_EQ(adviceFor("Slaes", {"Sales", "Stales"}, "no"), "Did you mean Sales?");
     EXPECT_EQ(adviceFor("ab", {"aa", "ac"}, "no"), "Did you mean aa or ac?");
     EXPECT_EQ(adviceFor("qqqqq", {"Sales"}, "no"), "no");
-}
-
-TEST(Secrets, KnowsThemByName) {
-    for (const char* key : {"PWD",           "pwd",    "Password",  "PASSWD",     "Secret",    "ClientSecret",
-                            "client_secret", "Token",  "AuthToken", "ApiKey",     "api_key",   "Private Key",
-                            "PassPhrase",    "SslPwd", "ProxyPwd",  "UserPwd",    "AccessKey", "Credentials",
-                            "Pass",          "DbPass", "Passcode",  "AccountKey", "PIN"})
-        EXPECT_TRUE(isSecretKey(key)) << key;
-    for (const char* key : {"UID", "Server", "Driver", "Passthrough", "Compass", "LoginBypass", "Pwdx", "PasswordFile",
-                            "TokenTimeout", "SSLKeyPath", "Keyword", "", "Description"})
-        EXPECT_FALSE(isSecretKey(key)) << key;
-}
-
-TEST(Secrets, MasksValuesAndPartsOfConnectionStrings) {
-    EXPECT_EQ(masked("PWD", "x"), "********");
-    EXPECT_EQ(masked("PWD", ""), "");
-    EXPECT_EQ(masked("Server", "db1"), "db1");
-    EXPECT_EQ(masked("Connect", "UID=a;PWD=b;DB=c"), "UID=a;PWD=********;DB=c");
-    EXPECT_EQ(masked("Connect", "a;b;;"), "a;b;;");
-}
-
-TEST(Secrets, MaskPartsHoweverTheyAreWrapped) {
-    const std::vector<std::pair<std::string, std::string>> rows{
-        {"PWD={a;b};DB=c", "PWD=********;DB=c"},
-        {"PWD={a}};b};DB=c", "PWD=********;DB=c"},
-        {"PWD=\"a;b\" ;DB=c", "PWD=********;DB=c"},
-        {"PWD={a;b", "PWD=********"},
-        {"Pwd=", "Pwd="},
-        {"Pwd=;DB=c", "Pwd=;DB=c"},
-        {"Description=it's;PWD=a;b='", "Description=it's;PWD=********;b='"},
-        {"{Driver=x;PWD=a}", "{Driver=x;PWD=********"},
-        {"Connect={PWD=a;DB=c}", "Connect={PWD=********;DB=c}"},
-        {"host=db1 password=a dbname=c", "host=db1 password=********"},
-        {"host=secrets port=5", "host=secrets port=5"},
-        {"The password of joe, UID=joe;b=c", "The password of joe, UID=joe;b=c"},
-        {"Private Key=a;b=c", "Private Key=********;b=c"},
-        {"db://joe:a@db1/c?x=y", "db://joe:********@db1/c?x=y"},
-        {"db://joe:a@b@db1", "db://joe:********@db1"},
-        {"db://db1/c?password=a", "db://db1/c?password=********"},
-        {"db://joe@db1:5000/c", "db://joe@db1:5000/c"},
-        {"db://db1:5000/joe@x", "db://db1:5000/joe@x"},
-    };
-    for (const auto& [value, shown] : rows)
-        EXPECT_EQ(masked("URL", value), shown);
-}
-
-TEST(Secrets, MasksLinesOfAFile) {
-    EXPECT_EQ(maskedLine("PWD = x\r\n"), "PWD = ********\r\n");
-    EXPECT_EQ(maskedLine("; PWD=x\n"), "; PWD=********\n");
-    EXPECT_EQ(maskedLine("[PWD]\n"), "[PWD]\n");
-    EXPECT_EQ(maskedLine("PWD=\n"), "PWD=\n");
-    EXPECT_EQ(maskedLine("Server=x"), "Server=x");
-    EXPECT_EQ(maskedLine("PWD geheim\n"), "PWD ********\n");
-    EXPECT_EQ(maskedLine("; Password: geheim\r\n"), "; Password ********\r\n");
-    EXPECT_EQ(maskedLine("PWD\n"), "PWD\n");
-    EXPECT_EQ(maskedLine("Pass\xC2\xA0geheim\n"), "Pass ********\n");
-    EXPECT_EQ(maskedLine(""), "");
-}
-
-TEST(Text, KnowsUtf8) {
-    for (const char* text :
-         {"", "a", "\xC3\xBC", "\xE2\x82\xAC", "\xF0\x9F\x98\x80", "\xED\x9F\xBF", "\xF4\x8F\xBF\xBF"})
-        EXPECT_TRUE(isUtf8(text)) << text;
-    for (const char* text : {"\x80", "\xC3", "\xC0\xAF", "\xE0\x80\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80",
-                             "\xF5\x80\x80\x80", "\xE2\x82", "a\xFFz", "\xC3z"})
-        EXPECT_FALSE(isUtf8(text)) << text;
 }
 
 TEST(Text, SplitsAtTheFirstEqualsSign) {

@@ -1,5 +1,6 @@
 // Steps and pictures.
 #include "scripted_terminal.h"
+#include "rules/utf8.h"
 
 namespace jx::test {
 
@@ -48,7 +49,7 @@ Step perform(std::function<void()> work) {
 std::vector<Step> typed(const std::string& text) {
     std::vector<Step> steps;
     for (std::size_t at = 0; at < text.size();) {
-        const std::size_t length = terminal::utf8Length(static_cast<unsigned char>(text[at]));
+        const std::size_t length = rules::characterAt(text, at).length;
         steps.push_back(type(text.substr(at, length)));
         at += length;
     }

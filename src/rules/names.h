@@ -1,14 +1,17 @@
 // Names of sections and keys: what belongs to them, how they compare, how they are found in tables.
 //
+//     if (rules::sameName(rules::trimmed(typed), entry.key)) ...
+//
 // Only ASCII letters have a case, whatever the locale. All of it is inline: a look-up spends its time here.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <string>
 #include <string_view>
 
-namespace jx::ini {
+namespace jx::rules {
 
 constexpr bool isBlank(char character) {
     return character == ' ' || character == '\t';
@@ -114,6 +117,15 @@ inline bool sameName(std::string_view left, std::string_view right) {
     return left.size() == right.size() && beginsWithName(left, right);
 }
 
+// The name with its ASCII letters small: equal for names that are the same.
+inline std::string foldedName(std::string_view name) {
+    std::string folded(name);
+    for (char& letter : folded)
+        if (letter >= 'A' && letter <= 'Z')
+            letter = static_cast<char>(letter - 'A' + 'a');
+    return folded;
+}
+
 // Equal for names that are the same: it leaves out the bits of case, of letters and all else.
 inline std::uint32_t hashName(std::string_view name) {
     using namespace name_words;
@@ -126,4 +138,4 @@ inline std::uint32_t hashName(std::string_view name) {
     return static_cast<std::uint32_t>(mixed(mixed(hash)));
 }
 
-}  // namespace jx::ini
+}  // namespace jx::rules

@@ -1,5 +1,5 @@
 // How names are trimmed, compared and hashed.
-#include "jxutl/ini/ini_name.h"
+#include "rules/names.h"
 
 #include <gtest/gtest.h>
 
@@ -8,9 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "random_text.h"
-
-namespace jx::ini::test {
+namespace jx::rules::test {
 namespace {
 
 using namespace std::string_view_literals;
@@ -29,7 +27,7 @@ bool sameByBytes(std::string_view left, std::string_view right) {
     return true;
 }
 
-TEST(IniName, BlanksAroundItAreSpaceAndTabOnly) {
+TEST(Names, BlanksAroundItAreSpaceAndTabOnly) {
     EXPECT_EQ(trimmed(" \t a b\t "), "a b");
     EXPECT_EQ(trimmed("\v\fa\r"), "\v\fa\r");
     EXPECT_EQ(trimmed("\xA0"), "\xA0");
@@ -37,7 +35,7 @@ TEST(IniName, BlanksAroundItAreSpaceAndTabOnly) {
     EXPECT_EQ(trimmed(""), "");
 }
 
-TEST(IniName, ANullArgumentIsNotAnEmptyOne) {
+TEST(Names, ANullArgumentIsNotAnEmptyOne) {
     EXPECT_EQ(argument(nullptr).data(), nullptr);
     EXPECT_NE(argument("").data(), nullptr);
     EXPECT_NE(argument("  ").data(), nullptr);
@@ -45,7 +43,7 @@ TEST(IniName, ANullArgumentIsNotAnEmptyOne) {
     EXPECT_EQ(argument("\ta b "), "a b");
 }
 
-TEST(IniName, AnEmptyOneAndOneWithANulCannotBeAskedFor) {
+TEST(Names, AnEmptyOneAndOneWithANulCannotBeAskedFor) {
     EXPECT_TRUE(canBeAskedFor("a"));
     EXPECT_FALSE(canBeAskedFor(""));
     EXPECT_FALSE(canBeAskedFor("a\0b"sv));
@@ -53,7 +51,7 @@ TEST(IniName, AnEmptyOneAndOneWithANulCannotBeAskedFor) {
 }
 
 // Every pair of bytes, at every place of names of every length that is handled in its own way.
-TEST(IniName, OnlyAsciiLettersHaveACase) {
+TEST(Names, OnlyAsciiLettersHaveACase) {
     for (const std::size_t size : {1U, 2U, 3U, 4U, 7U, 8U, 9U, 15U, 16U, 17U}) {
         for (std::size_t place = 0; place < size; ++place) {
             std::string left(size, 'x');
@@ -70,7 +68,7 @@ TEST(IniName, OnlyAsciiLettersHaveACase) {
     }
 }
 
-TEST(IniName, NamesOfDifferentLengthAreDifferent) {
+TEST(Names, NamesOfDifferentLengthAreDifferent) {
     for (std::size_t size = 0; size < 40; ++size) {
         const std::string name(size, 'n');
         EXPECT_TRUE(sameName(name, std::string(size, 'N')));
@@ -80,7 +78,7 @@ TEST(IniName, NamesOfDifferentLengthAreDifferent) {
     }
 }
 
-TEST(IniName, EveryByteCounts) {
+TEST(Names, EveryByteCounts) {
     for (std::size_t size = 1; size < 40; ++size) {
         const std::string name(size, 'n');
         for (std::size_t place = 0; place < size; ++place) {
@@ -92,7 +90,7 @@ TEST(IniName, EveryByteCounts) {
     }
 }
 
-TEST(IniName, ATextBeginsWithTheNameItBeginsWith) {
+TEST(Names, ATextBeginsWithTheNameItBeginsWith) {
     EXPECT_TRUE(beginsWithName("Driver = x", "DRIVER"));
     EXPECT_TRUE(beginsWithName("driver", "Driver"));
     EXPECT_FALSE(beginsWithName("drive", "Driver"));
@@ -102,7 +100,7 @@ TEST(IniName, ATextBeginsWithTheNameItBeginsWith) {
 }
 
 // Names as data sources have them differ in a few digits at the end: tables use the lower bits.
-TEST(IniName, NumberedNamesSpreadOverATable) {
+TEST(Names, NumberedNamesSpreadOverATable) {
     for (const std::string_view stem : {"", "ds", "Data Source ", "A rather long name of a data source, number "}) {
         std::set<std::uint32_t> slots;
         for (int number = 0; number < 4096; ++number)
@@ -112,4 +110,4 @@ TEST(IniName, NumberedNamesSpreadOverATable) {
 }
 
 }  // namespace
-}  // namespace jx::ini::test
+}  // namespace jx::rules::test

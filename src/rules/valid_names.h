@@ -1,0 +1,74 @@
+// What a data source, a driver or a translator may be called.
+//
+//     if (const Why why = whyNoName("A(B)", kNewDataSource)) ...   // "it holds one of []{}(),;?*=!@\\"
+#pragma once
+
+#include <algorithm>
+#include <string_view>
+
+#include "rules/sections.h"
+#include "rules/storable.h"
+
+namespace jx::rules {
+
+// NameRules: what a kind of name may be, beyond what a file can store.
+struct NameRules {
+    std::size_t longest;  // in bytes
+    Why whyTooLong;
+    std::string_view forbidden;  // characters that it may not hold
+    Why whyForbidden;
+    bool mayBeDefault;  // whether it may be called as the default data source is
+    bool wantsParenthesesInPairs;
+};
+
+inline constexpr std::size_t kAnyLength = std::string_view::npos;
+inline constexpr std::size_t kLongestDataSourceName = 32;  // the standard's SQL_MAX_DSN_LENGTH
+inline constexpr std::size_t kLongestDialogName = 49;      // what the dialogs and SQLConfigDataSource carry
+
+// A new data source, by the standard.
+inline constexpr NameRules kNewDataSource{kLongestDataSourceName,
+                                          "it has more than 32 bytes",
+                                          "[]{}(),;?*=!@\\",
+                                          "it holds one of []{}(),;?*=!@\\",
+                                          /*mayBeDefault=*/true,
+                                          /*wantsParenthesesInPairs=*/false};
+
+// A new driver or translator. The standard has no rule for their names; these keep it usable in connection strings
+// (DRIVER={NAME}), in scripts, where names stand between quotes, and in the rows "data source (driver)" of the dialogs.
+inline constexpr NameRules kNewDriver{kLongestDialogName,
+                                      "it has more than 49 bytes",
+                                      "[]{};=\"\\",
+                                      "it holds one of []{};=\"\\",
+                                      /*mayBeDefault=*/false,
+                                      /*wantsParenthesesInPairs=*/true};
+
+// What is there already, whoever made it, can be changed and removed under any name that a file holds.
+inline constexpr NameRules kAnyDataSource{kAnyLength, nullptr, {}, nullptr, /*mayBeDefault=*/true, false};
+inline constexpr NameRules kAnyDriver{kAnyLength, nullptr, {}, nullptr, /*mayBeDefault=*/false, false};
+
+inline bool hasParenthesesInPairs(std::string_view name) {
+    std::ptrdiff_t open = 0;
+    for (const char each : name) {
+        open += each == '(' ? 1 : each == ')' ? -1 : 0;
+        if (open < 0)
+            return false;
+    }
+    return open == 0;
+}
+
+// Why nothing of that kind may be called so, as the end of a sentence about the name; null when it may.
+inline Why whyNoName(std::string_view name, const NameRules& rules) {
+    if (const Refusal refused = exactRefusalOf(name, name, {}))
+        return refused.why;
+    if (isReservedSection(name) || (!rules.mayBeDefault && isDefaultName(name)))
+        return "the section of that name has another use";
+    if (name.size() > rules.longest)
+        return rules.whyTooLong;
+    if (name.find_first_of(rules.forbidden) != std::string_view::npos)
+        return rules.whyForbidden;
+    if (rules.wantsParenthesesInPairs && !hasParenthesesInPairs(name))
+        return "its parentheses are not in pairs";
+    return nullptr;
+}
+
+}  // namespace jx::rules

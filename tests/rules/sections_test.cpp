@@ -1,0 +1,25 @@
+// Which sections have a use of their own.
+#include "rules/sections.h"
+
+#include <gtest/gtest.h>
+
+namespace jx::rules::test {
+namespace {
+
+TEST(Sections, ReservedOnesAreKnownInAnyCaseAndWithBlanksAround) {
+    for (const char* name : {"ODBC", "odbc", "ODBC Data Sources", "odbc data sources", "ODBC Drivers", "Odbc dRIVERS",
+                             "ODBC Translators", " ODBC TRANSLATORS\t"})
+        EXPECT_TRUE(isReservedSection(name)) << name;
+    for (const char* name : {"ODBC 2", "ODBCData Sources", "ODBC  Data Sources", "Sales", "Default", ""})
+        EXPECT_FALSE(isReservedSection(name)) << name;
+}
+
+TEST(Sections, TheDefaultDataSourceIsKnownInAnyCase) {
+    for (const char* name : {"Default", "dEFAULT", " default "})
+        EXPECT_TRUE(isDefaultName(name)) << name;
+    for (const char* name : {"Default2", "Def ault", ""})
+        EXPECT_FALSE(isDefaultName(name)) << name;
+}
+
+}  // namespace
+}  // namespace jx::rules::test
