@@ -20,10 +20,10 @@ refused() { # what... : the arguments of cmake
     fi
 }
 
-configure="-S $root -G Ninja -DCMAKE_CXX_COMPILER=$compiler -DJX_BUILD_TESTS=OFF"
-refused $configure -B "$work/a" -DCMAKE_SHARED_LINKER_FLAGS=-Wl,-Bsymbolic
+refused_configuration() { refused -S "$root" -G Ninja "-DCMAKE_CXX_COMPILER=$compiler" -DJX_BUILD_TESTS=OFF "$@"; }
+refused_configuration -B "$work/a" -DCMAKE_SHARED_LINKER_FLAGS=-Wl,-Bsymbolic
 export LDFLAGS=-Wl,-Bsymbolic-functions
-refused $configure -B "$work/b"
+refused_configuration -B "$work/b"
 unset LDFLAGS
 
 rules=$root/cmake/JxRefuseFlags.cmake

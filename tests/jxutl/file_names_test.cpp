@@ -242,13 +242,14 @@ TEST(FindFiles, AnUnreadableDirectoryHasNoFilesButGivesAPlainName) {
     fs::permissions(home.path(), fs::perms(0755));
     fs::create_directory(home.file("closed"));
     home.put("closed/f", "");
-    fs::permissions(home.file("closed"), fs::perms(0711));
+    fs::permissions(home.file("closed"), fs::perms(0111));
     EXPECT_EQ(jx::test::asNobody([&home] {
                   const bool starFails = found(home.file("closed/*")).empty();
                   const bool nameFound = found(home.file("closed/f")).size() == 1;
                   return starFails && nameFound ? 0 : 1;
               }),
               0);
+    fs::permissions(home.file("closed"), fs::perms(0700));
 }
 
 TEST(FindFiles, ADirectoryThatFailsInTheMiddleHasNoFiles) {

@@ -59,6 +59,13 @@ void becomeNobody() {
 
 }  // namespace
 
+std::string shellQuoted(const std::string& text) {
+    std::string quoted = "'";
+    for (const char each : text)
+        quoted += each == '\'' ? std::string("'\\''") : std::string(1, each);
+    return quoted + "'";
+}
+
 ProgramResult runProgram(const std::string& program, const std::vector<std::string>& arguments,
                          const std::string& input, As who) {
     const MemoryFile in;

@@ -19,4 +19,7 @@ enum class As { oneself, nobody };
 ProgramResult runProgram(const std::string& program, const std::vector<std::string>& arguments,
                          const std::string& input = {}, As who = As::oneself);
 
+// The text as one word of a shell's line.
+std::string shellQuoted(const std::string& text);
+
 }  // namespace jx::test

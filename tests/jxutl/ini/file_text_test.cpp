@@ -413,6 +413,7 @@ TEST(FileText, AfterAFailureTheNextReadIsWhole) {
 TEST(FileText, AFileThatMayNotBeReadIsAFailure) {
     const TestHome home{{"f", "secret"}};
     ASSERT_EQ(::chmod(home.path().c_str(), 0755), 0);
+    ASSERT_EQ(::chmod(home.file("f").c_str(), 0), 0);
     const struct stat before = stateOf(home.file("f"));
     EXPECT_TRUE(passesAsNobody([&] {
         FileText text;

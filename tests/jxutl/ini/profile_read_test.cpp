@@ -229,6 +229,7 @@ TEST(ProfileRead, WhatIsNoRegularFileGivesTheDefaultWithoutWaiting) {
 TEST(ProfileRead, AFileThatMayNotBeReadGivesTheDefaultAndIsAFailure) {
     const TestHome home{{".odbc.ini", "[A]\nk=secret\n"}};
     ASSERT_EQ(::chmod(home.path().c_str(), 0755), 0);
+    ASSERT_EQ(::chmod(home.file(".odbc.ini").c_str(), 0), 0);
     EXPECT_TRUE(passesAsNobody([&] {
         EXPECT_EQ(read("A", "k", "none", 20).text(), "none");
         EXPECT_EQ(lastFailure().step, JxIniStepOpen);

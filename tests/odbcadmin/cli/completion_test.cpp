@@ -28,7 +28,7 @@ protected:
         std::string folder = JX_ODBCADMIN;
         folder.resize(folder.rfind('/'));
         std::vector<std::string> arguments = options;
-        arguments.push_back("PATH=" + folder + ":$PATH\n" + script);
+        arguments.push_back("PATH=" + shellQuoted(folder) + ":$PATH\n" + script);
         const ProgramResult result = runProgram(program, arguments);
         EXPECT_EQ(result.code, 0) << result.err;
         return result.out;
@@ -88,8 +88,8 @@ TEST_F(Completion, AnUnreadableFileOffersNothing) {
 
 TEST_F(Completion, BashOffersAndQuotes) {
     out({"dsn", "copy", "Sales", "Two $words"});
-    const std::string script = "source " JX_COMPLETIONS
-                               "/odbcadmin.bash\n"
+    const std::string script = "source " + shellQuoted(JX_COMPLETIONS "/odbcadmin.bash") +
+                               "\n"
                                "ask() { COMP_WORDS=(\"$@\"); COMP_CWORD=$(($# - 1)); COMPREPLY=()\n"
                                "    _odbcadmin odbcadmin \"${!#}\"; printf '<%s>' \"${COMPREPLY[@]}\"; }\n";
     const auto ask = [&](const std::string& line) {
@@ -110,8 +110,8 @@ TEST_F(Completion, FishOffers) {
     folder.resize(folder.rfind('/'));
     const ProgramResult result = runProgram(
         "/usr/bin/fish", {"-N", "-c",
-                          "set -x PATH " + folder +
-                              " $PATH\nsource " JX_COMPLETIONS "/odbcadmin.fish\ncomplete -C 'odbcadmin dsn show S'"});
+                          "set -x PATH " + shellQuoted(folder) + " $PATH\nsource " +
+                              shellQuoted(JX_COMPLETIONS "/odbcadmin.fish") + "\ncomplete -C 'odbcadmin dsn show S'"});
     EXPECT_EQ(result.out, "Sales\tPlain\n") << result.err;
 }
 

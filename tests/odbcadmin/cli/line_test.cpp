@@ -164,12 +164,13 @@ TEST_F(Line, AnUnreadableFileIsFileTrouble) {
 }
 
 TEST_F(Line, ADirectoryThatCannotBeWrittenToIsFileTrouble) {
-    chmod(home_.path().c_str(), 0755);
     chmod(home_.file(".odbc.ini").c_str(), 0644);
     chmod(home_.file(".odbcinst.ini").c_str(), 0644);
+    chmod(home_.path().c_str(), 0555);
     const InstalledCopy copy;
     const ProgramResult result =
         runProgram(copy.file("bin/odbcadmin"), {"dsn", "ensure", "Sales", "a=b"}, {}, As::nobody);
+    chmod(home_.path().c_str(), 0755);
     EXPECT_EQ(result.code, 7);
     EXPECT_EQ(sources(), kSources);
 }
@@ -208,7 +209,8 @@ TEST_F(Line, ATurnThatIsNotObtainedHasItsOwnCode) {
 TEST_F(Line, AWaitShowsOnATerminalAndGoesOn) {
     const int lock = open(home_.file(".odbc.ini.lock").c_str(), O_CREAT | O_RDWR | O_CLOEXEC, 0600);
     ASSERT_EQ(flock(lock, LOCK_EX), 0);
-    const std::string line = "script -qec '" JX_ODBCADMIN " dsn set Sales a=b' /dev/null </dev/null";
+    const std::string line =
+        "script -qec " + shellQuoted(shellQuoted(JX_ODBCADMIN) + " dsn set Sales a=b") + " /dev/null </dev/null";
     std::FILE* const terminal = popen(line.c_str(), "re");
     ASSERT_NE(terminal, nullptr);
     std::string shown;
@@ -225,7 +227,7 @@ TEST_F(Line, AWaitShowsOnATerminalAndGoesOn) {
 }
 
 TEST_F(Line, AResultThatCannotBeWrittenIsAFailure) {
-    EXPECT_EQ(runProgram("/bin/sh", {"-c", std::string(JX_ODBCADMIN) + " dsn list >/dev/full"}).code, 1);
+    EXPECT_EQ(runProgram("/bin/sh", {"-c", shellQuoted(JX_ODBCADMIN) + " dsn list >/dev/full"}).code, 1);
 }
 
 }  // namespace

@@ -294,7 +294,7 @@ TEST_F(DoctorCommands, ReportHoldsNoSecretWhateverTheOptions) {
 
 TEST_F(DoctorCommands, WhatOneMayNotReadIsTold) {
     home_.openToAll();
-    ::chmod(home_.file(".odbc.ini").c_str(), 0600);
+    ::chmod(home_.file(".odbc.ini").c_str(), 0);
     const InstalledCopy copy;
     const std::string told = run({"doctor", "--json"}, As::nobody, copy.file("bin/odbcadmin"));
     EXPECT_EQ(told.substr(0, 3), "10\n") << told;

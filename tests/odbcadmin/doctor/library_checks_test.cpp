@@ -64,16 +64,18 @@ TEST(LibraryChecks, AClosedDirectoryAndAnUnreadableFileAreTold) {
     home.openToAll();
     const std::string inside = home.take("libsetup.so", "closed/libsetup.so");
     const std::string unreadable = home.take("libsetup.so", "libunreadable.so");
-    ::chmod(home.file("closed").c_str(), 0700);
+    ::chmod(home.file("closed").c_str(), 0);
     ::chmod(unreadable.c_str(), 0);
+    const std::string user = std::to_string(::geteuid() == 0 ? 65534 : ::geteuid());
     const bool passed = jx::ini::test::passesAsNobody([&] {
         const std::string closed = home.check(inside);
-        EXPECT_TRUE(closed.starts_with("error library.directory-closed X\n  The directory ~/closed (drwx------ "))
+        EXPECT_TRUE(closed.starts_with("error library.directory-closed X\n  The directory ~/closed (d--------- "))
             << closed;
         const std::string file = home.check(unreadable);
         EXPECT_TRUE(file.starts_with("error library.unreadable X\n  ~/libunreadable.so (---------- ")) << file;
-        EXPECT_NE(file.find("(65534): Permission denied.\n"), std::string::npos) << file;
+        EXPECT_NE(file.find("(" + user + "): Permission denied.\n"), std::string::npos) << file;
     });
+    ::chmod(home.file("closed").c_str(), 0700);
     EXPECT_TRUE(passed);
 }
 

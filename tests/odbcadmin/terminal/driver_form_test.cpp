@@ -62,7 +62,7 @@ TEST_F(DriverFormTest, ProposesTheSetupLibraryOfThisProduct) {
     user_.look();
     run();
     EXPECT_TRUE(has(user_.seen()[0], "Register a Driver")) << user_.seen()[0];
-    EXPECT_TRUE(has(user_.seen()[0], std::string(JX_SETUP_LIBRARY).substr(0, 40))) << user_.seen()[0];
+    EXPECT_TRUE(has(user_.seen()[0], "/libjxsetup.so")) << user_.seen()[0];  // the field shows a long path's end
 }
 
 TEST_F(DriverFormTest, ALibraryThatIsNotThereIsToldInTheLoadersWordsAndNotEntered) {

@@ -9,6 +9,7 @@
 
 #include "odbcadmin/terminal/screen.h"
 #include "pty.h"
+#include "run_program.h"
 #include "scripted_terminal.h"
 #include "test_home.h"
 #include "tmux.h"
@@ -222,7 +223,7 @@ TEST(Colours, WhereNothingIsDimGreyButtonsStandInBrackets) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.environment);
         const TestHome home;
-        const Tmux tmux(home, 80, 24, row.environment, JX_ODBCADMIN);
+        const Tmux tmux(home, 80, 24, row.environment, shellQuoted(JX_ODBCADMIN));
         const std::string shown = tmux.waitForPart("F2 new driver");
         EXPECT_NE(shown.find(row.setup), std::string::npos) << shown;
     }

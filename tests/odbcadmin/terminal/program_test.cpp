@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "pty.h"
+#include "run_program.h"
 #include "tmux.h"
 
 namespace jx::test {
@@ -45,7 +46,7 @@ public:
     explicit Walk(const Kind& kind)
         : kind_(kind),
           home_{{".odbc.ini", kSources}, {".odbcinst.ini", kDrivers}, {"odbc.inf", kScript}},
-          tmux_(home_, kind.columns, kind.lines, kind.environment, JX_ODBCADMIN) {}
+          tmux_(home_, kind.columns, kind.lines, kind.environment, shellQuoted(JX_ODBCADMIN)) {}
 
     // Sends keys and compares the screen. part: what is there when it is complete, for writing captures.
     void step(const std::string& keys, const std::string& name, const std::string& part) {
@@ -139,7 +140,7 @@ TEST(Program, KeysThatTheTerminalsDescriptionDoesNotHaveAreNotTyped) {
 
 TEST(Program, WithoutATerminalItTellsItsUseAndEndsWithTwo) {
     const TestHome home;
-    const std::string redirected = std::string(JX_ODBCADMIN) + " </dev/null >" + home.file("out") + " 2>" +
+    const std::string redirected = shellQuoted(JX_ODBCADMIN) + " </dev/null >" + home.file("out") + " 2>" +
                                    home.file("err") + "; echo $? >" + home.file("code");
     EXPECT_EQ(std::system(redirected.c_str()), 0);
     EXPECT_EQ(home.text("code"), "2\n");

@@ -9,6 +9,7 @@
 #include <memory>
 
 #include "pty.h"
+#include "run_program.h"
 
 namespace jx::test {
 
@@ -16,7 +17,7 @@ Tmux::Tmux(const TestHome& home, int columns, int lines, const std::string& envi
     : socket_(home.file("tmux")) {
     home.put("tmux.conf", "set -g status off\nset -g escape-time 0\nset -g mouse off\n");
     run("-f " + home.file("tmux.conf") + " new-session -d -x " + std::to_string(columns) + " -y " +
-        std::to_string(lines) + " 'exec env HOME=" + home.path() + " " + environment + " " + command + "'");
+        std::to_string(lines) + " " + shellQuoted("exec env HOME=" + home.path() + " " + environment + " " + command));
 }
 
 Tmux::~Tmux() {

@@ -20,7 +20,7 @@ TEST(WaysIn, HomeAloneOpensTheDialogsOnThatHome) {
         ASSERT_EQ(::mkdir(home.file("other").c_str(), 0700), 0);
         home.put("other/.odbc.ini", kThere);
         const Tmux tmux(home, 80, 24, "TERM=screen LC_ALL=C.UTF-8 ODBCINI=" + home.file("named.ini"),
-                        std::string(JX_ODBCADMIN) + " " + line + home.file("other"));
+                        shellQuoted(JX_ODBCADMIN) + " " + line + home.file("other"));
         const std::string shown = tmux.waitForPart("There (Mine)");
         EXPECT_NE(shown.find("There (Mine)"), std::string::npos) << shown;
         EXPECT_EQ(shown.find("Here"), std::string::npos);
@@ -34,7 +34,7 @@ TEST(WaysIn, HomeAloneOpensTheDialogsOnThatHome) {
 
 TEST(WaysIn, NoColorAloneOpensThemToo) {
     const TestHome home{{".odbc.ini", kHere}};
-    const Tmux tmux(home, 80, 24, "TERM=screen LC_ALL=C.UTF-8", std::string(JX_ODBCADMIN) + " --no-color");
+    const Tmux tmux(home, 80, 24, "TERM=screen LC_ALL=C.UTF-8", shellQuoted(JX_ODBCADMIN) + " --no-color");
     const std::string shown = tmux.waitForPart("Here (Mine)");
     EXPECT_NE(shown.find("Here (Mine)"), std::string::npos) << shown;
 }

@@ -24,7 +24,7 @@ protected:
     }
 
     TestHome home_;
-    Tmux tmux_{home_, 80, 24, "TERM=xterm-256color LC_ALL=C.UTF-8", JX_ODBCADMIN};
+    Tmux tmux_{home_, 80, 24, "TERM=xterm-256color LC_ALL=C.UTF-8", shellQuoted(JX_ODBCADMIN)};
 };
 
 // Every step follows what the screen said in the step before.
