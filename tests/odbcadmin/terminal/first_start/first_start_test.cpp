@@ -32,7 +32,7 @@ TEST_F(FirstStart, LeadsFromNoFilesToADataSourceThatOpens) {
     step("''", "Add... makes one, after a driver is registered (F2).");
     step("F2", "Any name you like: data sources refer to the driver by it.");
     step("SQLite3 Tab", "The driver's file, with its whole path.");
-    step(JX_DATABASE_DRIVER " Tab", "The proposed one works for any driver.");
+    step(shellQuoted(JX_DATABASE_DRIVER) + " Tab", "The proposed one works for any driver.");
     step("Enter", "Next: Add... in the Data Sources dialog");
     step("Enter", "No data source yet: Add... makes one.");
     step("M-a", "Choose the driver that reaches your database.");
