@@ -5,7 +5,7 @@
 
 #include <control_ids.h>
 #include "admin/dialog_record.h"
-#include "config/list_row.h"
+#include "config/list_box.h"
 #include "config/text_bytes.h"
 
 using namespace jx::admin;

@@ -7,7 +7,7 @@
 #include <control_ids.h>
 #include "admin/add_driver_record.h"
 #include "admin/dialog_record.h"
-#include "config/message_text.h"
+#include "config/message_box.h"
 #include "config/text_bytes.h"
 #include "install/owned_text.h"
 

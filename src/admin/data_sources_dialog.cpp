@@ -4,7 +4,7 @@
 
 #include <control_ids.h>
 #include "admin/dialog_record.h"
-#include "config/list_row.h"
+#include "config/list_box.h"
 #include "config/setup_library.h"
 
 using namespace jx::admin;

@@ -1,7 +1,7 @@
 // Keeps a dialog's record in the properties of its window.
 #include "admin/dialog_record.h"
 
-#include "config/list_row.h"
+#include "config/list_box.h"
 
 namespace jx::admin {
 

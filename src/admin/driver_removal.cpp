@@ -14,9 +14,8 @@
 #include <cstring>
 
 #include <text_ids.h>
-#include "admin/short_key_list.h"
+#include "config/configuration_file.h"
 #include "config/text_bytes.h"
-#include "install/profile_text.h"
 
 namespace jx::admin {
 
@@ -82,13 +81,10 @@ int DeleteTheDriver(unsigned int hwnd, unsigned char* path, short quiet) {
 }
 
 void FixODBCINIFile(unsigned int /*hwnd*/, const unsigned char* driverName, OdbcIns* ins) {
-    ShortKeyList list(*ins, INS_ODBCINI_DS, INS_ODBCINI_FILENAME);
-    for (unsigned char* name = list.text(); *name != 0;) {
-        unsigned char* next = install::textAfter(name);
-        install::cutAtEquals(name);
+    KeyList names(asBytes(INS_ODBCINI_DS), "", dataSourceFile().name(), LastKey::whole, kShortListSize);
+    for (const unsigned char* name = names.next(); name != nullptr; name = names.next()) {
         if (*name != 0 && usesDriver(*ins, name, driverName))
             removeDataSource(*ins, name);
-        name = next;
     }
 }
 

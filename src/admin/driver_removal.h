@@ -5,6 +5,9 @@ class OdbcIns;
 
 namespace jx::admin {
 
+// How many bytes of a list of drivers or data sources the ODBC Drivers dialog reads.
+inline constexpr int kShortListSize = 999;
+
 // Deletes one file of a driver; null or empty is none. Unless quiet, a file that could not be deleted is shown with the
 // system's reason. A path that fills the buffer it was read into may be another file's and is not deleted. Returns 0.
 int DeleteTheDriver(unsigned int hwnd, unsigned char* path, short quiet);

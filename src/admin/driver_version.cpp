@@ -12,8 +12,8 @@
 #include <control_ids.h>
 #include "admin/dialog_record.h"
 #include "admin/script_drivers.h"
-#include "config/list_row.h"
-#include "config/message_text.h"
+#include "config/list_box.h"
+#include "config/message_box.h"
 #include "config/text_bytes.h"
 #include "install/profile_text.h"
 

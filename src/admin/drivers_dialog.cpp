@@ -10,8 +10,8 @@
 #include "admin/add_driver.h"
 #include "admin/dialog_record.h"
 #include "admin/driver_removal.h"
-#include "admin/short_key_list.h"
-#include "config/list_row.h"
+#include "config/configuration_file.h"
+#include "config/list_box.h"
 #include "config/text_bytes.h"
 
 using namespace jx::admin;
@@ -19,11 +19,11 @@ using jx::asBytes;
 
 namespace {
 
-void FillDriversListbox(HWND dialog, short listId, OdbcIns* ins) {
+void FillDriversListbox(HWND dialog, short listId, OdbcIns* /*ins*/) {
     const auto id = static_cast<unsigned short>(listId);
-    ShortKeyList drivers(*ins, INS_ODBCINI_DRIVERS, INS_ODBCINST_FILENAME);
+    jx::KeyList drivers(asBytes(INS_ODBCINI_DRIVERS), "", jx::driverFile().name(), jx::LastKey::whole, kShortListSize);
     JXW_SendDlgItemMessage(dialog, id, LB_RESETCONTENT, 0, 0);
-    jx::addKeyRows(dialog, id, drivers.text());
+    jx::addRows(dialog, id, drivers);
 }
 
 void showDrivers(HWND dialog, OdbcIns& ins) {

@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "config/list_row.h"
+#include "config/list_box.h"
 #include "config/text_bytes.h"
 #include "install/profile_text.h"
 

@@ -10,10 +10,10 @@
 #include <control_ids.h>
 #include <text_ids.h>
 #include "admin/dialog_record.h"
-#include "config/list_row.h"
-#include "config/message_text.h"
+#include "config/list_box.h"
+#include "config/message_box.h"
 #include "config/text_bytes.h"
-#include "config/translator_choice.h"
+#include "config/translators.h"
 
 using namespace jx::admin;
 using jx::TranslatorChoice;

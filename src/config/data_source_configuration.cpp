@@ -10,8 +10,9 @@
 #include <string_view>
 
 #include "config/attribute_list.h"
+#include "config/configuration_file.h"
 #include "config/key_list.h"
-#include "config/message_text.h"
+#include "config/message_box.h"
 #include "config/setup_library.h"
 #include "config/text_bytes.h"
 #include "rules/sections.h"
@@ -40,7 +41,7 @@ struct ConfigurationRequest {
 // Replacing or removing a reserved section, which is no data source, would lose a whole list or the settings.
 bool dataSourceExists(const unsigned char* name) {
     return !jx::rules::isReservedSection(asChars(name)) &&
-           !jx::KeyList(name, jx::kNotAvailable, asBytes(INS_ODBCINI_FILENAME)).isMissing();
+           jx::KeyList(name, jx::kNotAvailable, jx::dataSourceFile().name()).isThere();
 }
 
 // An add without a name: the setup routine can ask for it where there is a window. Everything else needs the name.

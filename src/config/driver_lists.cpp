@@ -67,7 +67,7 @@ int OdbcIns::jxSQLGetInstalledDrivers(unsigned char* lpszBuf, unsigned short cbB
         return 0;
     const jx::KeyList keys(asBytes(INS_ODBCINI_DRIVERS), jx::kNotAvailable, asBytes(INS_ODBCINST_FILENAME));
     const std::size_t total = keys.names().sizeInBytes();
-    if (keys.isMissing() || total == 0)
+    if (!keys.isThere() || total == 0)
         return 0;
     jx::handOutList(keys.bytes(), total, lpszBuf, cbBufMax, pcbBufOut);
     return 1;
@@ -80,7 +80,7 @@ int OdbcIns::jxSQLGetAvailableDrivers(const unsigned char* lpszInfFile, unsigned
     if (!isScriptName(lpszInfFile))
         return 0;
     const jx::KeyList keys(asBytes(INS_ODBCINI_DRIVERS), jx::kNotAvailable, lpszInfFile);
-    if (keys.isMissing() || keys.names().count() == 0)
+    if (!keys.isThere() || keys.names().count() == 0)
         return 0;
     const UnquotedList names(keys.names());
     jx::handOutList(names.bytes(), names.sizeInBytes(), lpszBuf, cbBufMax, pcbBufOut);

@@ -1,13 +1,14 @@
 // Loading a driver's setup library and calling its ConfigDSN.
 #include <jxfiles.h>
-#include <jxprofile.h>
 #include <odbcins.h>
 #include <odbcinst.h>
 
 #include <cstdio>
 
+#include "config/configuration_file.h"
 #include "config/setup_library.h"
 #include "config/text_bytes.h"
+#include "rules/sections.h"
 
 using jx::asBytes;
 
@@ -30,8 +31,7 @@ private:
 
 int OdbcIns::LoadDriver() {
     unsigned char path[1024] = {};
-    jxGetPrivateProfileString(asBytes(driverName), asBytes("Setup"), asBytes(""), path, sizeof path,
-                              asBytes(INS_ODBCINST_FILENAME));
+    jx::driverFile().read(asBytes(driverName), asBytes(jx::rules::kSetup), path, sizeof path);
     hSetupLib = bosLoadLibrary(path, 0);
     if (hSetupLib == nullptr)
         return 1;

@@ -47,11 +47,4 @@ private:
     std::string_view rest_;
 };
 
-// Takes the name at the edge out of a list of size bytes that was read with one byte more: where the byte before the
-// last is no end, the name goes on beyond size bytes, and what is left of it could be another name.
-inline void dropCutName(unsigned char* list, std::size_t size) {
-    while (size > 0 && list[size - 1] != 0)
-        list[--size] = 0;
-}
-
 }  // namespace jx

@@ -1,41 +1,27 @@
 // Choosing a translator and calling its setup routine.
-#include <jxdialog.h>
-#include <jxerrors.h>
+#include "config/translators.h"
+
 #include <jxfiles.h>
-#include <jxprofile.h>
 #include <jxtext.h>
 #include <odbcins.h>
 #include <odbcinst.h>
 
-#include <cstddef>
 #include <cstring>
 
+#include <control_ids.h>
+#include <text_ids.h>
+#include "config/configuration_file.h"
+#include "config/message_box.h"
 #include "config/setup_library.h"
 #include "config/sized_output.h"
 #include "config/text_bytes.h"
-#include "config/translator_choice.h"
+#include "rules/sections.h"
 
 using jx::asBytes;
 
 namespace {
 
-constexpr unsigned short kSelectTranslatorTemplate = 143;
-constexpr unsigned short kCannotLoadText = 56;
-constexpr unsigned short kNoEntryPointText = 57;
-constexpr unsigned short kFailureTitle = 58;
-constexpr std::size_t kSetupPathSize = 255;
-
-// Tells that something is wrong with the setup library at path.
-void showFailure(HWND hwnd, unsigned short textId, const unsigned char* path) {
-    unsigned char title[256] = {};
-    unsigned char pattern[256] = {};
-    winGetString(title, kFailureTitle);
-    winGetString(pattern, textId);
-    JxParamString message;
-    message.initialize(pattern);
-    message.setParam(path);
-    guiMessageBox(hwnd, message.text(), title, MB_OK);
-}
+constexpr int kSetupPathSize = 255;
 
 }  // namespace
 
@@ -44,17 +30,16 @@ int OdbcIns::jxConfigTranslator(unsigned int hwnd, unsigned char* lpszName, unsi
     if (lpszName == nullptr || lpszPath == nullptr)
         return 0;
     std::memset(lpszPath, 0, kSetupPathSize);
-    jxGetPrivateProfileString(lpszName, asBytes("Setup"), asBytes(""), lpszPath, kSetupPathSize,
-                              asBytes(INS_ODBCINST_FILENAME));
+    jx::driverFile().read(lpszName, asBytes(jx::rules::kSetup), lpszPath, kSetupPathSize);
     // Deliberate: the library stays loaded: what it gave the caller may be code or data of its own.
     hSetupLib = bosLoadLibrary(lpszPath, 0);
     if (hSetupLib == nullptr) {
-        showFailure(hwnd, kCannotLoadText, lpszPath);
+        jx::showText(hwnd, JxTextTranslatorNotLoaded, lpszPath, JxTextTranslatorTitle, MB_OK);
         return 0;
     }
     pfnConfigTranslator = jx::findRoutine<ConfigTranslatorRoutine>(hSetupLib, "CONFIGTRANSLATOR", "ConfigTranslator");
     if (pfnConfigTranslator == nullptr) {
-        showFailure(hwnd, kNoEntryPointText, lpszPath);
+        jx::showText(hwnd, JxTextTranslatorNoRoutine, lpszPath, JxTextTranslatorTitle, MB_OK);
         return 0;
     }
     return pfnConfigTranslator(hwnd, pvOption);
@@ -71,7 +56,7 @@ int OdbcIns::jxSQLGetTranslator(unsigned int hwnd, unsigned char* lpszName, unsi
     if (lpszName != nullptr)
         BUTSTCPY(name, lpszName);
     jx::TranslatorChoice choice{name, this, 0};
-    jxDllDialog(hwnd, kSelectTranslatorTemplate, SelectTranslatorDlgProc, &choice);
+    jxDllDialog(hwnd, JxSelectTranslatorDialog, SelectTranslatorDlgProc, &choice);
     if (BUTSTCMP(name, asBytes(jx::kNoTranslator)) == 0) {
         jx::storeLength(pcbNameOut, 0);
         jx::storeLength(pcbPathOut, 0);

@@ -3,7 +3,7 @@
 
 #include <odbcinst.h>
 
-#include "config/message_text.h"
+#include "config/message_box.h"
 #include "config/text_bytes.h"
 #include "install/item_installation.h"
 #include "install/owned_text.h"

@@ -8,7 +8,7 @@
 #include <array>
 #include <string_view>
 
-#include "config/message_text.h"
+#include "config/message_box.h"
 #include "config/text_bytes.h"
 #include "install/driver_description.h"
 #include "install/owned_text.h"

@@ -4,11 +4,19 @@
 #include <jxtext.h>
 
 #include "config/key_list.h"
-#include "config/name_list.h"
 #include "config/text_bytes.h"
 #include "install/owned_text.h"
 
 namespace jx::install {
+
+namespace {
+
+void dropCutName(unsigned char* list, std::size_t size) {
+    while (size > 0 && list[size - 1] != 0)
+        list[--size] = 0;
+}
+
+}  // namespace
 
 template <typename File>
 bool ProfileText::readFrom(const unsigned char* section, const unsigned char* key, File file, std::size_t size) {

@@ -1,7 +1,7 @@
 // Turning an installation script into the components of a record: the files of one component.
 #include <cstdio>
 
-#include "config/message_text.h"
+#include "config/message_box.h"
 #include "config/named_profile.h"
 #include "install/owned_text.h"
 #include "install/profile_text.h"

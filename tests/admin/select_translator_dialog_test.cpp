@@ -4,7 +4,7 @@
 #include <cstring>
 
 #include "admin/about_record.h"
-#include "config/translator_choice.h"
+#include "config/translators.h"
 #include "dialog_dump.h"
 #include "dialog_fixture.h"
 #include "resources/strings.h"

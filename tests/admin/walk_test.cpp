@@ -10,7 +10,7 @@
 #include <sstream>
 
 #include "admin/about_record.h"
-#include "config/translator_choice.h"
+#include "config/translators.h"
 #include "dialog_dump.h"
 #include "dialog_fixture.h"
 #include "setup/setup_template.h"

@@ -6,7 +6,7 @@
 
 #include "config/attribute_list.h"
 #include "config/capability_keys.h"
-#include "config/message_text.h"
+#include "config/message_box.h"
 #include "config/name_list.h"
 #include "config/sized_output.h"
 #include "guarded_buffer.h"

@@ -1,4 +1,6 @@
-// The message boxes of the configuration members.
+// The message boxes of the library.
+//
+//     showMessage(owner, MessageText("DSN - ", name, " does not exist").text(), MB_OK);
 #pragma once
 
 #include <jxdialog.h>
@@ -41,9 +43,14 @@ private:
     std::size_t length_ = 0;
 };
 
-// Shows a message box with the installer's title; returns the button chosen.
+// Shows a message under the installer's title; returns the button chosen.
 inline unsigned int showMessage(HWND owner, const unsigned char* text, unsigned int style) {
     return guiMessageBox(owner, text, asBytes(kMessageTitle), style);
 }
+
+// Shows text textId of the library with name in its place "%1", under the title titleId; returns the button chosen.
+// When memory is short, the text is empty.
+unsigned int showText(HWND owner, unsigned short textId, const unsigned char* name, unsigned short titleId,
+                      unsigned int style);
 
 }  // namespace jx

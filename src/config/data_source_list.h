@@ -1,4 +1,4 @@
-// The heap blocks behind the data source list of an OdbcIns.
+// The rows behind the data source list of an OdbcIns.
 #pragma once
 
 #include <cstddef>

@@ -1,48 +1,82 @@
-// The members of OdbcIns that fill list boxes, take what is selected there and show the standard messages.
-#include <jxdialog.h>
-#include <jxprofile.h>
+// The list boxes of dialogs, and the members of OdbcIns that fill them and take what is selected there.
+#include "config/list_box.h"
+
 #include <jxtext.h>
 #include <odbcins.h>
 #include <odbcinst.h>
 
-#include <cstdio>
+#include <cstddef>
+#include <cstdint>
 #include <cstring>
-#include <string>
+#include <new>
 #include <string_view>
 
-#include "config/list_row.h"
-#include "config/message_text.h"
-#include "config/name_list.h"
+#include <control_ids.h>
+#include "config/configuration_file.h"
 #include "config/text_bytes.h"
-#include "config/translator_choice.h"
+#include "config/translators.h"
+
+namespace jx {
+
+short rowCount(HWND dialog, unsigned short listId) {
+    return static_cast<short>(JXW_SendDlgItemMessage(dialog, listId, LB_GETCOUNT, 0, 0));
+}
+
+short selectedRow(HWND dialog, unsigned short listId) {
+    return static_cast<short>(JXW_SendDlgItemMessage(dialog, listId, LB_GETCURSEL, 0, 0));
+}
+
+bool selectFirstRow(HWND dialog, unsigned short listId) {
+    if (rowCount(dialog, listId) < 1)
+        return false;
+    JXW_SendDlgItemMessage(dialog, listId, LB_SETCURSEL, 0, 0);
+    return true;
+}
+
+bool readRow(HWND dialog, unsigned short listId, int row, std::string& text) {
+    // No list answers as an empty row does.
+    const int length =
+        JXW_GetDlgItem(dialog, listId) != 0 ? JXW_SendDlgItemMessage(dialog, listId, LB_GETTEXTLEN, row, 0) : LB_ERR;
+    if (length < 0)
+        return false;
+    try {
+        text.assign(static_cast<std::size_t>(length), '\0');
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+    // The message's own NUL lands on the one behind the string.
+    return JXW_SendDlgItemMessage(dialog, listId, LB_GETTEXT, row, reinterpret_cast<std::uintptr_t>(text.data())) >= 0;
+}
+
+void addRow(HWND dialog, unsigned short listId, const unsigned char* text) {
+    JXW_SendDlgItemMessage(dialog, listId, LB_ADDSTRING, 0, reinterpret_cast<std::uintptr_t>(text));
+}
+
+void addRows(HWND dialog, unsigned short listId, KeyList& keys) {
+    for (const unsigned char* key = keys.next(); key != nullptr; key = keys.next())
+        addRow(dialog, listId, key);
+}
+
+}  // namespace jx
 
 using jx::asBytes;
 
 namespace {
 
-enum Mode : unsigned long { kDriverRow = 0, kDataSources = 1, kSectionKeys = 2 };
-
-constexpr unsigned short kSetupButton = 105;
-constexpr unsigned short kDeleteButton = 106;
-constexpr unsigned long kConfirmRemoveText = 53;
-
 // Deliberate: the list of data sources takes the buttons that work on a data source along, in whatever dialog it
 // stands.
 void enableDataSourceButtons(HWND dialog, bool enable) {
-    for (const unsigned short button : {kSetupButton, kDeleteButton})
+    for (const JxControlId button : {JxSetupButton, JxDeleteButton})
         JXW_EnableWindow(JXW_GetDlgItem(dialog, button), enable ? 1 : 0);
 }
 
-// Adds the keys of a section, as many as 1024 bytes hold whole.
+// Adds the keys of a section of the driver file that fit whole; before those of the translators, none.
 void fillWithSection(HWND dialog, unsigned short listId, const unsigned char* section) {
-    constexpr int kListSize = 1024;
-    unsigned char keys[kListSize + 2] = {};  // the last byte ends a list that is cut
     // A null section would read the names of all sections.
     if (section == nullptr)
         return;
-    jxGetPrivateProfileString(section, nullptr, asBytes(""), keys, kListSize + 1, asBytes(INS_ODBCINST_FILENAME));
-    jx::dropCutName(keys, kListSize);
-    jx::addKeyRows(dialog, listId, keys);
+    jx::KeyList keys(section, "", jx::driverFile().name(), jx::LastKey::whole);
+    jx::addRows(dialog, listId, keys);
     if (BUTSTCMP(section, asBytes(INS_ODBCINST_TRANSLATORS)) == 0)
         JXW_SendDlgItemMessage(dialog, listId, LB_INSERTSTRING, 0, reinterpret_cast<uintptr_t>(jx::kNoTranslator));
 }
@@ -87,9 +121,9 @@ void clearNames(OdbcIns& ins) {
 }
 
 bool storeRow(const std::string& row, unsigned long mode, OdbcIns& ins) {
-    if (mode == kDriverRow)
+    if (mode == jx::kDriverRows)
         return store(row, ins.driverName);
-    return mode == kDataSources && storeDataSource(row, ins);
+    return mode == jx::kDataSourceRows && storeDataSource(row, ins);
 }
 
 }  // namespace
@@ -97,7 +131,7 @@ bool storeRow(const std::string& row, unsigned long mode, OdbcIns& ins) {
 int OdbcIns::PopulateLB(unsigned int hwnd, short listId, unsigned long mode, const unsigned char* section) {
     const auto list = static_cast<unsigned short>(listId);
     JXW_SendDlgItemMessage(hwnd, list, LB_RESETCONTENT, 0, 0);
-    if (mode != kDataSources) {
+    if (mode != jx::kDataSourceRows) {
         FillLB(hwnd, listId, mode, section);
         return 0;
     }
@@ -106,18 +140,15 @@ int OdbcIns::PopulateLB(unsigned int hwnd, short listId, unsigned long mode, con
     GetDriverNames();
     ConcatenateNames();
     FillLB(hwnd, listId, mode, nullptr);
-    const bool hasRows = jx::rowCount(hwnd, list) >= 1;
-    if (hasRows)
-        JXW_SendDlgItemMessage(hwnd, list, LB_SETCURSEL, 0, 0);
-    enableDataSourceButtons(hwnd, hasRows);
+    enableDataSourceButtons(hwnd, jx::selectFirstRow(hwnd, list));
     return 0;
 }
 
 int OdbcIns::FillLB(unsigned int hwnd, short listId, unsigned long mode, const unsigned char* section) {
     const auto list = static_cast<unsigned short>(listId);
-    if (mode == kSectionKeys)
+    if (mode == jx::kSectionKeyRows)
         fillWithSection(hwnd, list, section);
-    if (mode != kDataSources)
+    if (mode != jx::kDataSourceRows)
         return 0;
     for (std::uint32_t row = 0; row < entryCount; ++row)
         jx::addRow(hwnd, list, entries[row].display);
@@ -135,16 +166,4 @@ unsigned int OdbcIns::SaveSelectedLBItem(unsigned int hwnd, short listId, unsign
         return 0;
     clearNames(*this);
     return 1;
-}
-
-int OdbcIns::DisplayMB(unsigned int hwnd, unsigned long messageId) {
-    if (messageId < 50 || messageId > 54)
-        return 0;
-    unsigned char pattern[255] = {};
-    JXW_LoadString(BJXHINST, static_cast<unsigned short>(messageId), pattern, sizeof pattern);
-    if (messageId != kConfirmRemoveText)
-        return static_cast<std::uint16_t>(jx::showMessage(hwnd, pattern, MB_OK | MB_ICONEXCLAMATION));
-    char question[255] = {};
-    std::snprintf(question, sizeof question, jx::asChars(pattern), dataSourceName);
-    return static_cast<std::uint16_t>(jx::showMessage(hwnd, asBytes(question), MB_YESNO | MB_ICONQUESTION));
 }
