@@ -1,4 +1,4 @@
-// The members of OdbcIns that fill list boxes, take what is selected there and show the standard messages.
+// The members of OdbcIns that fill list boxes and take what is selected there.
 #include <gtest/gtest.h>
 #include <jxdialog.h>
 #include <jxwindow.h>
@@ -8,7 +8,6 @@
 #include <cstring>
 #include <string>
 
-#include "message_box_script.h"
 #include "test_home.h"
 
 namespace jx::test {
@@ -186,34 +185,6 @@ TEST_F(ListBoxMembers, TakeNothingWhenNothingIsSelected) {
         EXPECT_EQ(ins.SaveSelectedLBItem(dialog + 999, kList, mode), 1U) << mode;
         EXPECT_EQ(ins.SaveSelectedLBItem(dialog, 999, mode), 1U) << mode;
     }
-}
-
-TEST_F(ListBoxMembers, ShowTheStandardMessages) {
-    std::memset(ins.dataSourceName, 0, sizeof ins.dataSourceName);
-    std::memset(ins.dataSourceName, 'n', 49);
-    for (const unsigned long id : {50UL, 51UL, 52UL, 53UL, 54UL}) {
-        SCOPED_TRACE(id);
-        unsigned char pattern[256] = {};
-        winGetString(pattern, static_cast<unsigned short>(id));
-        std::string text = reinterpret_cast<char*>(pattern);
-        if (id == 53)
-            text.replace(text.find("%s"), 2, std::string(49, 'n'));
-        MessageBoxScript boxes{IDYES};
-        EXPECT_EQ(ins.DisplayMB(dialog, id), IDYES);
-        EXPECT_EQ(boxes.boxes(), (Boxes{{dialog, text, "KALDERO ODBC Admin", id == 53 ? 36U : 48U}}));
-    }
-}
-
-TEST_F(ListBoxMembers, ShowNoOtherMessage) {
-    MessageBoxScript boxes;
-    for (const unsigned long id : {0UL, 49UL, 55UL, 65586UL})
-        EXPECT_EQ(ins.DisplayMB(dialog, id), 0) << id;
-    EXPECT_EQ(boxes.boxes(), Boxes{});
-}
-
-TEST_F(ListBoxMembers, GiveAnAnswerAsSixteenBits) {
-    MessageBoxScript boxes{0x10006U};
-    EXPECT_EQ(ins.DisplayMB(dialog, 53), 6);
 }
 
 }  // namespace
