@@ -1,8 +1,6 @@
 // Removes an installed driver from the disk and from both configuration files.
 #include "admin/driver_removal.h"
 
-#include <jxdialog.h>
-#include <jxerrors.h>
 #include <jxfiles.h>
 #include <jxtext.h>
 #include <odbcins.h>
@@ -15,6 +13,7 @@
 
 #include <text_ids.h>
 #include "config/configuration_file.h"
+#include "config/message_box.h"
 #include "config/text_bytes.h"
 
 namespace jx::admin {
@@ -29,18 +28,11 @@ void readValue(OdbcIns& ins, const char* section, const char* key, const char* f
     ins.jxSQLGetPrivateProfileString(asBytes(section), asBytes(key), nullptr, value.data(), kValueSize, asBytes(file));
 }
 
-// Tells that the file at path is still there, and why.
+// Shows that the file at path is still there, and why.
 void reportKept(HWND dialog, const unsigned char* path, int reason) {
-    unsigned char pattern[256] = {};
-    unsigned char title[256] = {};
     std::array<char, 512> file{};
-    winGetString(pattern, JxTextFileNotDeleted);
-    winGetString(title, JxTextFileNotDeletedTitle);
     std::snprintf(file.data(), file.size(), "%s: %s", asChars(path), std::strerror(reason));
-    JxParamString text;
-    text.initialize(pattern);
-    text.setParam(asBytes(file.data()));
-    guiMessageBox(dialog, text.text(), title, MB_OK);
+    showText(dialog, JxTextFileNotDeleted, asBytes(file.data()), JxTextFileNotDeletedTitle, MB_OK);
 }
 
 // 0, or why the file was not deleted.

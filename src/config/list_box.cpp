@@ -52,9 +52,9 @@ void addRow(HWND dialog, unsigned short listId, const unsigned char* text) {
     JXW_SendDlgItemMessage(dialog, listId, LB_ADDSTRING, 0, reinterpret_cast<std::uintptr_t>(text));
 }
 
-void addRows(HWND dialog, unsigned short listId, KeyList& keys) {
-    for (const unsigned char* key = keys.next(); key != nullptr; key = keys.next())
-        addRow(dialog, listId, key);
+void addRows(HWND dialog, unsigned short listId, KeyList& keys, unsigned char* (*nameIn)(unsigned char* key)) {
+    for (unsigned char* key = keys.next(); key != nullptr; key = keys.next())
+        addRow(dialog, listId, nameIn != nullptr ? nameIn(key) : key);
 }
 
 }  // namespace jx

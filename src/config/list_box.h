@@ -27,7 +27,7 @@ bool readRow(HWND dialog, unsigned short listId, int row, std::string& text);
 
 void addRow(HWND dialog, unsigned short listId, const unsigned char* text);
 
-// Adds the keys as rows, each up to its first "=".
-void addRows(HWND dialog, unsigned short listId, KeyList& keys);
+// Adds the keys as rows, each up to its first "="; of a key that is more than a name, nameIn cuts out the name.
+void addRows(HWND dialog, unsigned short listId, KeyList& keys, unsigned char* (*nameIn)(unsigned char* key) = nullptr);
 
 }  // namespace jx

@@ -22,6 +22,11 @@ inline unsigned char* asReadOnlyArgument(const char* text) {
     return asBytes(const_cast<char*>(text));
 }
 
+// The text without its NUL; null gives an empty view, whose data() is a text too.
+inline std::string_view viewOf(const unsigned char* text) {
+    return text == nullptr ? std::string_view("") : std::string_view(asChars(text));
+}
+
 // The text in a buffer of sizeInBytes bytes, ended by its first NUL or the buffer's end.
 inline std::string_view textInside(const unsigned char* buffer, std::size_t sizeInBytes) {
     const std::string_view whole(asChars(buffer), sizeInBytes);

@@ -10,10 +10,6 @@ namespace jx::install {
 int installOdbc(unsigned int parent, const unsigned char* infFile, const unsigned char* sourcePath,
                 unsigned char* drivers);
 
-// Takes the paths of a run into the record: the script, where its files come from, and where they are registered (both
-// as full paths). False when memory is short or the current directory is needed and unknown.
-bool takePaths(_Install& install, const unsigned char* infFile, const unsigned char* sourcePath);
-
 // Tells the user how a run ended; nothing without a window, or when it succeeded without a file.
 void reportOutcome(unsigned int parent, bool succeeded, bool anyFileInstalled);
 

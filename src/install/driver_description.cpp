@@ -5,8 +5,6 @@
 
 #include <cstring>
 
-#include "install/profile_text.h"
-
 namespace jx::install {
 
 std::size_t descriptionSize(const unsigned char* source, DescriptionForm form) {
@@ -33,8 +31,8 @@ bool DriverDescription::take(const unsigned char* source, DescriptionForm form) 
 
 unsigned char* keywordText(unsigned char* list, unsigned position) {
     unsigned char* text = list;
-    for (unsigned passed = 0; passed < position; ++passed)
-        text = textAfter(text);
+    for (unsigned passed = 0; passed < position && *text != 0; ++passed)
+        text += BUTSTLEN(text) + 1;
     return text;
 }
 

@@ -5,12 +5,9 @@
 #include <span>
 #include <string_view>
 
-#include "config/capability_keys.h"
+#include "install/capability_keys.h"
 
 namespace jx::install {
-
-// The place of "CreateDSN" in kCapabilityKeys: its value is no property of the driver but a list of data sources.
-inline constexpr std::size_t kCreateDsn = 1;
 
 // One file of a component, from one line of the script. Texts are owned heap blocks; null where the line gives none.
 struct InfEntry {

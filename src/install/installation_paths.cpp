@@ -1,9 +1,11 @@
 // The paths a batch installation works with.
+#include "install/installation_paths.h"
+
 #include <unistd.h>
 
 #include <array>
 
-#include "install/batch_installation.h"
+#include "config/text_bytes.h"
 #include "install/owned_text.h"
 
 namespace jx::install {

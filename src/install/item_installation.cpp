@@ -1,15 +1,17 @@
 // Walking the components of a run and their files.
 #include "install/item_installation.h"
 
+#include <jxdialog.h>
 #include <odbcinst.h>
 
 #include <cstring>
-#include <utility>
 
+#include "config/text_bytes.h"
 #include "install/bounded_text.h"
 #include "install/configuration_update.h"
 #include "install/owned_text.h"
-#include "install/wait_cursor.h"
+#include "install/processed_files.h"
+#include "install/transfer_hooks.h"
 
 namespace jx::install {
 
@@ -77,7 +79,7 @@ void checkVersions(unsigned int hwnd, _Install* install) {
         [&](std::uint32_t item, std::uint32_t entry) {
             if (hasVersion(install->items[item].entries[entry])) {
                 VersionCheck(hwnd, install, item, entry);
-                setWaitCursor();
+                JXW_SetCursor(JXW_LoadCursor(0, kJxwWaitCursor));
             }
             return true;
         });

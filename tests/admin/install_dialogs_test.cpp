@@ -3,7 +3,7 @@
 
 #include <utility>
 
-#include "admin/add_driver_record.h"
+#include "admin/driver_addition.h"
 #include "dialog_fixture.h"
 #include "install/install_record.h"
 

@@ -3,7 +3,7 @@
 
 #include <cstring>
 
-#include "admin/about_record.h"
+#include "admin/about_dialog.h"
 #include "config/translators.h"
 #include "dialog_dump.h"
 #include "dialog_fixture.h"

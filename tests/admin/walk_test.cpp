@@ -9,7 +9,7 @@
 #include <map>
 #include <sstream>
 
-#include "admin/about_record.h"
+#include "admin/about_dialog.h"
 #include "config/translators.h"
 #include "dialog_dump.h"
 #include "dialog_fixture.h"

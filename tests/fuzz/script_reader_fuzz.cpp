@@ -14,8 +14,10 @@
 #include "config/text_bytes.h"
 #include "fuzz_check.h"
 #include "install/batch_installation.h"
+#include "install/installation_paths.h"
 #include "install/item_installation.h"
-#include "install/script_reader.h"
+#include "install/script_entries.h"
+#include "install/script_items.h"
 #include "watched_files.h"
 
 namespace {

@@ -15,7 +15,7 @@
 #include <vector>
 
 #include "config/text_bytes.h"
-#include "install/script_reader.h"
+#include "install/script_items.h"
 #include "message_box_script.h"
 #include "page_edge.h"
 #include "record_text.h"
@@ -311,18 +311,6 @@ TEST(BatchInstallation, RegistersFilesWhereTheyLie) {
         installAll(0, row.script, row.source, "D\0"s);
         EXPECT_EQ(home.text(".odbcinst.ini"), oneDriverInstalled(row.directory));
     }
-}
-
-TEST(BatchInstallation, TakesPathsIntoTheRecordAsTheyBelongTogether) {
-    TestRecord record;
-    ASSERT_TRUE(takePaths(*record.get(), jx::asBytes("/pkg/odbc.inf"), nullptr));
-    EXPECT_EQ(quoted(record->infFile), "\"/pkg/odbc.inf\"");
-    EXPECT_EQ(quoted(record->sourceDir), "\"/pkg\"");
-    EXPECT_EQ(quoted(record->targetDir), "\"/pkg/\"");
-    TestRecord root;
-    ASSERT_TRUE(takePaths(*root.get(), jx::asBytes("/odbc.inf"), nullptr));
-    EXPECT_EQ(quoted(root->sourceDir), "\"/\"");
-    EXPECT_EQ(quoted(root->targetDir), "\"/\"");
 }
 
 TEST(BatchInstallation, EndsAsAnAbortedOneWhenTheCurrentDirectoryIsNeededAndGone) {

@@ -36,7 +36,7 @@ TEST(ConfigurationUpdate, WritesAllCapabilitiesInOrderButForCreateDSN) {
     const TestHome home;
     TestRecord record;
     record.item(DriverItem, "D").file("Driver", "d.so");
-    for (const char* key : jx::kCapabilityKeys) {
+    for (const char* key : kCapabilityKeys) {
         if (std::string(key) != "CreateDSN")
             record.capability(key, key);
     }

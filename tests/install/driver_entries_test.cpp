@@ -4,7 +4,7 @@
 #include <string>
 
 #include "config/text_bytes.h"
-#include "install/driver_installation.h"
+#include "install/driver_entries.h"
 #include "record_text.h"
 #include "test_home.h"
 

@@ -10,6 +10,7 @@ namespace jx::test {
 
 using install::InfEntry;
 using install::InstallItem;
+using install::kCapabilityKeys;
 
 TestRecord::TestRecord(const char* infFile) {
     if (install::InstallInit(0, install_, nullptr, nullptr) != 0)
@@ -101,6 +102,13 @@ std::string dumpNames(const install::_Install& install) {
     std::string text;
     for (const InstallItem& item : itemsOf(install))
         text += dumpHead(item) + "\n";
+    return text;
+}
+
+std::string dumpProcessed(const install::_Install& install) {
+    std::string text;
+    for (const unsigned char* file : std::span(install.processedFiles, install.processedCount))
+        text += quoted(file);
     return text;
 }
 

@@ -58,6 +58,9 @@ std::string dump(const install::_Install& install);
 // The components' kinds and names only.
 std::string dumpNames(const install::_Install& install);
 
+// The names of the processed files, each in "".
+std::string dumpProcessed(const install::_Install& install);
+
 // A script's line for a file, with every field that is read and exactly as many commas as needed.
 std::string scriptLine(std::string_view fileName);
 

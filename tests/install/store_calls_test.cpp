@@ -7,7 +7,7 @@
 
 #include "config/text_bytes.h"
 #include "install/configuration_update.h"
-#include "install/script_reader.h"
+#include "install/data_source_creation.h"
 #include "record_text.h"
 #include "recorded_store.h"
 #include "test_home.h"
@@ -42,7 +42,7 @@ TEST(StoreCalls, OfADriverClearAnAbsentListThenDeleteEachKeyBeforeItsWriteAndCre
     const TestHome home;
     TestRecord record;
     record.item(DriverItem, "D").file("Setup", "d.so").file("Driver", "d.so").file("Setup", "other.so");
-    for (const char* key : jx::kCapabilityKeys)
+    for (const char* key : kCapabilityKeys)
         record.capability(key, "v");
     EXPECT_EQ(updateCalls(record, 0, 1, "/l/d.so"), (Calls{kDriverList,
                                                            "put .odbcinst.ini 'ODBC Drivers' (null) (null)",
@@ -192,7 +192,7 @@ TEST(StoreCalls, OfABatchReadTheScriptInTheOrderOfItsStepsAndKeyListsOfFilesThro
     RecordedStore store;
     SQLInstallODBC(0, script.c_str(), "/l", reinterpret_cast<char*>(list.bytes()));
     Calls expected{"get odbc.inf 'D-Keys" + none};
-    for (const char* key : jx::kCapabilityKeys)
+    for (const char* key : kCapabilityKeys)
         expected.push_back("get odbc.inf 'D-Keys' '"s + key + "' 'NOT AVAILABLE' 1024");
     for (const char* section : {"ODBC Translators", "ODBC Driver Manager", "ODBC Administrator", "ODBC"})
         expected.push_back("get odbc.inf '"s + section + none);

@@ -7,7 +7,7 @@
 
 #include "config/text_bytes.h"
 #include "guarded_buffer.h"
-#include "install/driver_installation.h"
+#include "install/target_path.h"
 #include "message_box_script.h"
 #include "page_edge.h"
 #include "test_home.h"

@@ -8,8 +8,10 @@
 
 #include "config/text_bytes.h"
 #include "install/configuration_update.h"
+#include "install/data_source_creation.h"
 #include "install/driver_installation.h"
-#include "install/script_reader.h"
+#include "install/script_entries.h"
+#include "install/script_items.h"
 #include "record_text.h"
 #include "test_home.h"
 #include "watched_files.h"

@@ -12,8 +12,10 @@
 
 #include "allocations.h"
 #include "install/batch_installation.h"
+#include "install/installation_paths.h"
 #include "install/item_installation.h"
-#include "install/script_reader.h"
+#include "install/script_entries.h"
+#include "install/script_items.h"
 #include "record_text.h"
 #include "test_home.h"
 #include "watched_files.h"

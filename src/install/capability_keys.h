@@ -2,12 +2,16 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 
-namespace jx {
+namespace jx::install {
 
 // In the order in which an installation copies them.
 inline constexpr std::array<const char*, 7> kCapabilityKeys = {
     "APILevel", "CreateDSN", "ConnectFunctions", "DriverODBCVer", "FileUsage", "FileExtns", "SQLLevel",
 };
 
-}  // namespace jx
+// The place of "CreateDSN" among them: its value describes nothing, it lists data sources to be made.
+inline constexpr std::size_t kCreateDsn = 1;
+
+}  // namespace jx::install

@@ -1,5 +1,5 @@
-// Asks for an installation script and runs it.
-#include "admin/add_driver.h"
+// Adding drivers from an installation script.
+#include "admin/driver_addition.h"
 
 #include <jxdialog.h>
 #include <jxfiles.h>
@@ -9,7 +9,7 @@
 
 #include <control_ids.h>
 #include <text_ids.h>
-#include "admin/add_driver_record.h"
+#include "config/message_box.h"
 #include "config/text_bytes.h"
 #include "install/owned_text.h"
 
@@ -36,11 +36,7 @@ int countFiles(const unsigned char* pattern) {
 }
 
 bool wantsAnotherDirectory(HWND owner) {
-    unsigned char text[256] = {};
-    unsigned char title[256] = {};
-    winGetString(text, JxTextNoScript);
-    winGetString(title, JxTextDriversTitle);
-    return guiMessageBox(owner, text, title, MB_YESNO | MB_ICONQUESTION) != IDNO;
+    return showText(owner, JxTextNoScript, nullptr, JxTextDriversTitle, MB_YESNO | MB_ICONQUESTION) != IDNO;
 }
 
 }  // namespace
@@ -50,7 +46,7 @@ int AddDriver(unsigned int hwnd) {
         const OwnedText directory = askForDirectory(hwnd);
         if (directory == nullptr)
             return 0;
-        const OwnedText script = install::joined(install::viewOf(directory.get()), "odbc.inf");
+        const OwnedText script = install::joined(viewOf(directory.get()), "odbc.inf");
         if (script == nullptr)
             return 0;
         if (countFiles(script.get()) > 0)

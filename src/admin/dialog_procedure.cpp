@@ -1,7 +1,7 @@
-// Keeps a dialog's record in the properties of its window.
-#include "admin/dialog_record.h"
+// What the library's dialog procedures share.
+#include "admin/dialog_procedure.h"
 
-#include "config/list_box.h"
+#include <exception>
 
 namespace jx::admin {
 
@@ -22,11 +22,12 @@ void* keptRecord(HWND dialog) {
     return reinterpret_cast<void*>(address);  // NOLINT(performance-no-int-to-ptr): properties hold numbers
 }
 
-void selectFirstRow(HWND dialog, unsigned short listId, unsigned short button) {
-    const bool hasRows = rowCount(dialog, listId) >= 1;
-    if (hasRows)
-        JXW_SendDlgItemMessage(dialog, listId, LB_SETCURSEL, 0, 0);
-    enableControl(dialog, button, hasRows);
+OpenWord::OpenWord(std::uintptr_t* word, HWND dialog)
+    : word_(word), dialog_(dialog), exceptionsBefore_(std::uncaught_exceptions()) {}
+
+OpenWord::~OpenWord() {
+    if (word_ != nullptr && *word_ == dialog_ && std::uncaught_exceptions() > exceptionsBefore_)
+        *word_ = 0;
 }
 
 }  // namespace jx::admin
