@@ -77,6 +77,15 @@ TEST(WriteDSNToIni, TakesDefaultInAnyCaseAsTheDefaultDataSource) {
     }
 }
 
+TEST(WriteDSNToIni, RemovesADefaultInLowerCaseAsAnOrdinaryNameBeforeItIsTheDefault) {
+    const TestHome home{{".odbcinst.ini", "[Sample Driver]\nDriver=/opt/sample.so\n"},
+                        {".odbc.ini", "[ODBC Data Sources]\ndefault=Other\nA=Other\n\n[default]\nUID=me\n"}};
+    EXPECT_EQ(SQLWriteDSNToIni("default", "Sample Driver"), TRUE);
+    EXPECT_EQ(home.text(".odbc.ini"), "[ODBC Data Sources]\nA=Other\n\n[default]\nDriver=/opt/sample.so\n");
+    EXPECT_EQ(home.text(".odbcinst.ini"),
+              "[Sample Driver]\nDriver=/opt/sample.so\n\n[Default]\nDriver=Sample Driver\n");
+}
+
 TEST(WriteDSNToIni, RefusesNullsAndChangesNothing) {
     const TestHome home{{".odbcinst.ini", kDrivers}, {".odbc.ini", kSales}};
     EXPECT_EQ(SQLWriteDSNToIni(nullptr, "Sample Driver"), FALSE);

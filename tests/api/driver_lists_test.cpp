@@ -233,4 +233,20 @@ TEST(AvailableDrivers, OfAVeryLongSectionAreCutInsideTheLastName) {
     expectList(answer, expected + listBytes({"dr"}), 65535);
 }
 
+// The keys are read into 1024 bytes, their quotes with them.
+TEST(AvailableDrivers, OfASectionThatEndsAtTheEdgeAreWholeOnlyWithTheirClosingQuote) {
+    struct Row {
+        std::size_t length;
+        std::string names;
+    };
+    for (const Row& row :
+         {Row{1019, listBytes({std::string(1019, 'x'), "B"})}, Row{1020, listBytes({std::string(1020, 'x')})},
+          Row{1022, listBytes({std::string(1022, 'x')})}, Row{70000, listBytes({std::string(1022, 'x')})}}) {
+        SCOPED_TRACE(row.length);
+        const TestHome home;
+        home.put("odbc.inf", "[ODBC Drivers]\n\"" + std::string(row.length, 'x') + "\"=\nB=\n");
+        expectList(available(home.file("odbc.inf"), 2000), row.names, 2000);
+    }
+}
+
 }  // namespace jx::test

@@ -270,15 +270,12 @@ TEST(BatchInstallation, ReleasesItsRecordWhenTheMessageBoxHandlerThrows) {
     JXW_SetMessageBoxHandler(nullptr, nullptr);
 }
 
-TEST(BatchInstallation, MarksEveryItemAsSelected) {
-    const TestHome home({{"odbc.inf", oneDriver() + "[ODBC]\n\"Windows00\"=" + scriptLine("core.so") + "\n"}});
-    RecordedHooks hooks;
-    WritableText list("D\0"s);
-    const std::string script = home.file("odbc.inf");
-    EXPECT_EQ(installOdbc(0, jx::asBytes(script.c_str()), jx::asBytes("/l"), list.bytes()), 0);
-    EXPECT_EQ(hooks.calls,
-              (std::vector<std::string>{"VersionCheck 0 0", "VersionCheck 1 0", "CopyDisk 0 0", "CopyDisk 1 0",
-                                        "Decompress /l/d.s_ /l/d.so", "Decompress /l/core.s_ /l/core.so"}));
+TEST(BatchInstallation, SelectsEveryComponent) {
+    const TestHome home({{"odbc.inf", oneDriver() + "[ODBC Translators]\n\"T\"=\n[T]\n\"Setup\"=" + scriptLine("t.so") +
+                                          "\n[ODBC Administrator]\n\"Setup\"=" + scriptLine("core.so") + "\n"}});
+    installAll(0, home.file("odbc.inf"), "/l", "D\0"s);
+    EXPECT_EQ(home.text(".odbcinst.ini"),
+              oneDriverInstalled("/l") + "\n[T]\nSetup=/l/t.so\n\n[ODBC Administrator]\nSetup=/l/core.so\n");
 }
 
 TEST(BatchInstallation, RegistersFilesWhereTheyLie) {

@@ -1,4 +1,5 @@
-// How a dialog finds its record again, wherever in memory it lies, and what procedures do without one.
+// What all dialog procedures share: how they find their records again, wherever in memory these lie, and what they do
+// without.
 #include <sys/mman.h>
 
 #include <iostream>
