@@ -1,5 +1,4 @@
-// The calling thread's error list, and the texts it is filled with.
-#include <jxdialog.h>
+// Adding errors and warnings to the calling thread's list, and texts to those that are in it.
 #include <jxerrors.h>
 #include <jxtasks.h>
 #include <odbcinst.h>
@@ -24,10 +23,6 @@ JxError* record(unsigned short id, const unsigned char* text, ErrorType type) {
 }
 
 }  // namespace
-
-unsigned short winGetString(unsigned char* buffer, unsigned short id) {
-    return static_cast<unsigned short>(JXW_LoadString(BJXHINST, id, buffer, 0));
-}
 
 JxError* addError(unsigned short id) {
     return record(id, ResourceText(id).text(), ErrorTypeError);

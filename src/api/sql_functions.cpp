@@ -1,19 +1,21 @@
-// The exported installer functions: each makes an OdbcIns, calls one member and returns its result.
+// The exported SQL functions: each makes an OdbcIns, calls one member and returns its result; the two that install
+// drivers are no members and need none.
 #include <jxdialog.h>
 #include <jxtasks.h>
 #include <odbcins.h>
 #include <odbcinst.h>
 
+#include <control_ids.h>
 #include "config/text_bytes.h"
+#include "install/batch_installation.h"
+#include "install/driver_installation.h"
 
 using jx::asBytes;
 using jx::asReadOnlyArgument;
 
 namespace {
 
-constexpr unsigned short kAddDataSourceTemplate = 100;
-constexpr unsigned short kDataSourcesTemplate = 102;
-constexpr int kFirstUserMessage = 1025;
+constexpr int kFirstUserMessage = WM_USER + 1;
 
 // DialogTask: a task of the utility library around a dialog on an OdbcIns; its end clears the object's list first.
 class DialogTask {
@@ -85,7 +87,7 @@ BOOL SQLManageDataSources(HWND hwnd) {
         return 0;
     }
     const DialogTask task(ins);
-    return jxDllDialog(hwnd, kDataSourcesTemplate, DataSourcesDlgProc, &ins);
+    return jxDllDialog(hwnd, JxDataSourcesDialog, DataSourcesDlgProc, &ins);
 }
 
 BOOL SQLCreateDataSource(HWND hwnd, LPCSTR /*lpszDS*/) {
@@ -93,7 +95,7 @@ BOOL SQLCreateDataSource(HWND hwnd, LPCSTR /*lpszDS*/) {
     OdbcIns ins;
     if (hwnd == 0)
         return FALSE;
-    jxDllDialog(hwnd, kAddDataSourceTemplate, AddDataSourceDlgProc, &ins);
+    jxDllDialog(hwnd, JxAddDataSourceDialog, AddDataSourceDlgProc, &ins);
     return ins.dataSourceAdded != 0 ? TRUE : FALSE;
 }
 
@@ -112,4 +114,13 @@ BOOL SQLGetTranslator(HWND hwnd, LPSTR lpszName, WORD cbNameMax, WORD* pcbNameOu
     OdbcIns ins;
     return ins.jxSQLGetTranslator(hwnd, asBytes(lpszName), cbNameMax, pcbNameOut, asBytes(lpszPath), cbPathMax,
                                   pcbPathOut, pvOption);
+}
+
+BOOL SQLInstallDriver(LPCSTR lpszInfFile, LPCSTR lpszDriver, LPSTR lpszPath, WORD cbPathMax, WORD* pcbPathOut) {
+    return jx::install::installDriver(asBytes(lpszInfFile), asBytes(lpszDriver), asBytes(lpszPath), cbPathMax,
+                                      pcbPathOut);
+}
+
+BOOL SQLInstallODBC(HWND hwndParent, LPCSTR lpszInfFile, LPCSTR lpszSrcPath, LPSTR lpszDrivers) {
+    return jx::install::installOdbc(hwndParent, asBytes(lpszInfFile), asBytes(lpszSrcPath), asBytes(lpszDrivers));
 }

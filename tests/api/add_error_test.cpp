@@ -1,20 +1,15 @@
-// The exported error-list functions and text look-up.
+// The exported error-list functions.
 #include <gtest/gtest.h>
-#include <jxdialog.h>
 #include <jxerrors.h>
 #include <odbcinst.h>
 
 #include <string>
 #include <thread>
 
-#include <jxdataresource.h>
-#include "guarded_buffer.h"
-
 namespace jx::test {
 
 namespace {
 
-constexpr unsigned short kTexts[] = {50, 51, 52, 53, 54, 55, 56, 57, 58, 167, 168, 169, 170, 171};
 constexpr unsigned short kNoText = 999;
 
 std::string loaded(unsigned short id) {
@@ -35,39 +30,6 @@ protected:
 };
 
 }  // namespace
-
-TEST(WinGetString, LoadsEveryTextOfTheLibrary) {
-    for (const unsigned short id : kTexts) {
-        SCOPED_TRACE(id);
-        GuardedBuffer buffer(256);
-        const unsigned short length = winGetString(buffer.bytes(), id);
-        EXPECT_GT(length, 0);
-        EXPECT_EQ(length, buffer.text().size());
-        EXPECT_TRUE(buffer.isGuarded());
-    }
-}
-
-TEST(WinGetString, TouchesNothingForAnUnknownNumber) {
-    GuardedBuffer buffer(256);
-    constexpr unsigned short kUnknown[] = {0, 49, 59, 166, 172, 65535};
-    for (const unsigned short id : kUnknown)
-        EXPECT_EQ(winGetString(buffer.bytes(), id), 0);
-    EXPECT_TRUE(buffer.isUntouched());
-    EXPECT_EQ(winGetString(nullptr, 50), 0);
-}
-
-TEST(WinGetString, FillsAtMost256Bytes) {
-    const std::string longText(300, 'x');
-    const JxwString texts[] = {{1, longText.c_str()}, {0, nullptr}};
-    ASSERT_EQ(JXW_RegisterModule("long", texts, nullptr), 1);
-    const char* own = BJXHINST;
-    BJXHINST = "long";
-    GuardedBuffer buffer(256);
-    EXPECT_EQ(winGetString(buffer.bytes(), 1), 255);
-    BJXHINST = own;
-    EXPECT_EQ(buffer.text(), std::string(255, 'x'));
-    EXPECT_TRUE(buffer.isGuarded());
-}
 
 TEST_F(InstallerErrors, AreRecordedInOrderWithTheirTexts) {
     JxError* first = addError(50);
@@ -144,22 +106,6 @@ TEST_F(InstallerErrors, OfOneThreadAreNotThoseOfAnother) {
     EXPECT_EQ(there, 1U);
     EXPECT_EQ(JxErrorKeeper::count(), 1U);
     EXPECT_EQ(textOf(JxErrorKeeper::errorAt(0)), loaded(50));
-}
-
-TEST(DataResource, IgnoresItsNumberAndOrdersAsEveryObject) {
-    const JxDataResource first(1);
-    const JxDataResource second(1);
-    const JxObject& base = first;
-    EXPECT_EQ(base.compare(&first), 0);
-    EXPECT_NE(base.compare(&second), 0);
-    EXPECT_EQ(sizeof(JxDataResource), sizeof(JxObject));
-}
-
-TEST(DataResource, CanBeOwnedByAList) {
-    JxList list;
-    auto* node = new JxDataResource(7);
-    EXPECT_EQ(list.append(node), node);
-    EXPECT_EQ(list.getNodeAtPos(0), node);
 }
 
 }  // namespace jx::test
