@@ -1,4 +1,4 @@
-// The About dialog: eight texts of whoever shows it.
+// The About dialog: shows eight texts of its caller.
 #include "admin/about_dialog.h"
 
 #include <jxmemory.h>
@@ -18,8 +18,8 @@ void open(HWND dialog, AboutRecord& record) {
         JXW_SetDlgItemText(dialog, id++, text != nullptr ? jx::asChars(text) : "Not Available");
 }
 
-// Deliberate: only the button releases the texts, and the record keeps their addresses: pressed again while the dialog
-// is going, it has none to release.
+// Deliberate: only the button releases the texts, and the record keeps their addresses. When it is pressed again before
+// the dialog is gone, nothing is released a second time.
 void releaseTexts(HWND dialog, AboutRecord& record) {
     if (JXW_IsDialogEnded(dialog, nullptr) != 0)
         return;

@@ -1,10 +1,10 @@
-// The About dialog: eight texts of whoever shows it.
+// The About dialog: shows eight texts of its caller.
 #pragma once
 
 namespace jx::admin {
 
-// AboutRecord: texts of the utility library's allocator; null shows as "Not Available". The dialog releases them when
-// its button is pressed.
+// AboutRecord: texts made by ramAllocStr; null shows as "Not Available". The dialog releases them when its button is
+// pressed.
 struct AboutRecord {
     unsigned char* texts[8];
 };

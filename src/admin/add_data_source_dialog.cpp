@@ -1,4 +1,4 @@
-// The Add Data Source dialog: picks the driver that a new data source is for.
+// The Add Data Source dialog: the user picks the driver of a new data source.
 #include <jxtext.h>
 #include <odbcins.h>
 #include <odbcinst.h>
@@ -16,7 +16,7 @@ constexpr int kOutsideCall = WM_USER + 1;
 
 void open(HWND dialog, OdbcIns& ins) {
     ins.PopulateLB(dialog, JxAddDataSourceList, jx::kSectionKeyRows, jx::asBytes(INS_ODBCINI_DRIVERS));
-    // Nothing is selected yet: the first press of OK without a selection leaves the dialog as it is.
+    // Nothing is selected yet. OK does nothing until it is.
     enableControl(dialog, IDOK, jx::rowCount(dialog, JxAddDataSourceList) > 0);
 }
 
@@ -24,11 +24,11 @@ void enableOk(HWND dialog, OdbcIns& /*ins*/) {
     enableControl(dialog, IDOK, jx::selectedRow(dialog, JxAddDataSourceList) != -1);
 }
 
-// The dialog closes whether the driver accepted or not.
+// The dialog closes even if the driver refused.
 void add(HWND dialog, OdbcIns& ins) {
     if (ins.SaveSelectedLBItem(dialog, JxAddDataSourceList, jx::kDriverRows) != 0)
         return;
-    unsigned char driver[sizeof ins.driverName];  // a copy: adding clears the record's own
+    unsigned char driver[sizeof ins.driverName];  // a copy, since adding clears the record's own
     BUTSTCPY(driver, jx::asBytes(ins.driverName));
     if (ins.jxSQLConfigDataSource(dialog, ODBC_ADD_DSN, driver, nullptr) == FALSE)
         ins.DisplayMB(dialog, JxTextAddFailed);
@@ -36,7 +36,7 @@ void add(HWND dialog, OdbcIns& ins) {
     endDialog(dialog);
 }
 
-// Others call the open dialog through HWNDADDLG; it clicks itself, two numbers 4 by value.
+// A message that programs send to the open dialog, whose handle is in HWNDADDLG: it posts itself a click at 4, 4.
 unsigned int clickItself(HWND dialog) {
     constexpr int kPair = 0x00040004;
     JXW_PostMessage(dialog, WM_LBUTTONDOWN, kPair, 0);
@@ -46,7 +46,7 @@ unsigned int clickItself(HWND dialog) {
 constexpr Reaction<OdbcIns> kReactions[] = {
     {JxAddDataSourceList, enableOk, LBN_SELCHANGE}, {JxAddDataSourceList, add, LBN_DBLCLK}, {IDOK, add}};
 
-constexpr DialogKind<OdbcIns> kDialog{.open = open, .reactions = kReactions, .closing = IDCANCEL, .word = &HWNDADDLG};
+constexpr DialogKind<OdbcIns> kDialog{.open = open, .reactions = kReactions, .closing = IDCANCEL, .handle = &HWNDADDLG};
 
 }  // namespace
 

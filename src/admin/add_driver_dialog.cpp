@@ -29,8 +29,8 @@ void open(HWND dialog, AddDriverRecord& record) {
     show(dialog, JxDirectoryText, record.text);
 }
 
-// Deliberate: what is looked for is a backslash, what is appended a slash. A directory that was typed with a slash at
-// its end gets a second one, and the proposed "A:\" is taken as it is.
+// Deliberate: looks for a backslash, but appends a slash. A directory typed with a slash at its end gets a second one;
+// the proposed "A:\" stays as it is.
 void endWithSeparator(unsigned char* directory) {
     if (directory[BUTSTLEN(directory) - 1] != '\\')
         BUTSTCAT(directory, asBytes("/"));
@@ -38,7 +38,7 @@ void endWithSeparator(unsigned char* directory) {
 
 void confirm(HWND dialog, AddDriverRecord& record) {
     jx::install::OwnedText directory(static_cast<unsigned char*>(ramAllocZ(kDirectorySize)));
-    // What an ended dialog took is its caller's.
+    // After the dialog has ended, the directory belongs to the caller.
     if (directory == nullptr || JXW_IsDialogEnded(dialog, nullptr) != 0)
         return;
     JXW_GetDlgItemText(dialog, JxDirectoryEdit, reinterpret_cast<char*>(directory.get()), kReadSize);

@@ -1,4 +1,4 @@
-// The Advanced Installation Options dialog: three values that are kept with an installation and read by nothing yet.
+// The Advanced Installation Options dialog: three values of an installation that nothing reads yet.
 #include <odbcinst.h>
 
 #include "admin/dialog_procedure.h"
@@ -9,7 +9,7 @@ using jx::install::_Install;
 
 namespace {
 
-// The radio button, of the three from first on, that stands for choice.
+// The radio button for choice; first is the first of the three.
 unsigned short buttonFor(std::uint32_t choice, unsigned short first) {
     return static_cast<unsigned short>(first + (choice <= 1 ? choice : 2));
 }

@@ -29,8 +29,8 @@ void followSelection(HWND dialog, OdbcIns& /*ins*/) {
     enableButtons(dialog, jx::selectedRow(dialog, JxDataSourcesList) != -1);
 }
 
-// Lets the selected data source's driver carry out request; failure is the message when it refuses. The dialog itself
-// changes no file: the entries are the setup library's business.
+// Passes request to the setup library of the selected data source's driver, which changes the files; the dialog does
+// not. failure is the message for a refusal.
 void configure(HWND dialog, OdbcIns& ins, unsigned long request, JxTextId failure) {
     if (ins.LoadDriver() != 0) {
         ins.DisplayMB(dialog, JxTextSetupNotLoaded);
@@ -62,7 +62,7 @@ void add(HWND dialog, OdbcIns& ins) {
         fillList(dialog, ins);
 }
 
-// Removing a driver may have removed data sources, so the list is always read again.
+// Removing a driver also removes data sources, so the list is always read again.
 void showDrivers(HWND dialog, OdbcIns& ins) {
     jxDllDialog(dialog, JxDriversDialog, OdbcDriversDlgProc, &ins);
     fillList(dialog, ins);
@@ -81,7 +81,7 @@ constexpr Reaction<OdbcIns> kReactions[] = {{JxDataSourcesList, followSelection,
                                             {JxOptionsButton, showOptions}};
 
 constexpr DialogKind<OdbcIns> kDialog{
-    .open = open, .reactions = kReactions, .closing = JxCloseButton, .word = &HWNDDSDLG};
+    .open = open, .reactions = kReactions, .closing = JxCloseButton, .handle = &HWNDDSDLG};
 
 }  // namespace
 

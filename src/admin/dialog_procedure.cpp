@@ -22,12 +22,12 @@ void* keptRecord(HWND dialog) {
     return reinterpret_cast<void*>(address);  // NOLINT(performance-no-int-to-ptr): properties hold numbers
 }
 
-OpenWord::OpenWord(std::uintptr_t* word, HWND dialog)
-    : word_(word), dialog_(dialog), exceptionsBefore_(std::uncaught_exceptions()) {}
+OpenHandle::OpenHandle(std::uintptr_t* handle, HWND dialog)
+    : handle_(handle), dialog_(dialog), exceptionsBefore_(std::uncaught_exceptions()) {}
 
-OpenWord::~OpenWord() {
-    if (word_ != nullptr && *word_ == dialog_ && std::uncaught_exceptions() > exceptionsBefore_)
-        *word_ = 0;
+OpenHandle::~OpenHandle() {
+    if (handle_ != nullptr && *handle_ == dialog_ && std::uncaught_exceptions() > exceptionsBefore_)
+        *handle_ = 0;
 }
 
 }  // namespace jx::admin

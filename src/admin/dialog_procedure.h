@@ -1,4 +1,4 @@
-// What the library's dialog procedures share: the record they work on, and the way from a message to what is done.
+// What the library's dialog procedures share: they find their record and call the function for a message.
 //
 //     constexpr Reaction<OdbcIns> kReactions[] = {{JxSetupButton, setUp}, {JxDeleteButton, remove}};
 //     constexpr DialogKind<OdbcIns> kDialog{.open = open, .reactions = kReactions, .closing = IDCANCEL};
@@ -17,33 +17,33 @@
 
 namespace jx::admin {
 
-// Reaction: what a command of one control does. The first that fits is taken.
+// Reaction: the function to call for a command of a control. The first one that matches is called.
 template <class Record>
 struct Reaction {
     static constexpr int kAnything = -1;
 
     int control;
     void (*react)(HWND dialog, Record& record);
-    int notification = kAnything;  // what must have happened to the control
+    int notification = kAnything;  // only for this one: LBN_SELCHANGE, LBN_DBLCLK
 };
 
 enum class Place { centered, unchanged };
 
-// DialogKind: what is a dialog's own.
+// DialogKind: what distinguishes one dialog from the others.
 template <class Record>
 struct DialogKind {
     void (*open)(HWND dialog, Record& record);  // fills the controls
     std::span<const Reaction<Record>> reactions{};
-    int closing;                                           // the command that ends the dialog, also without a record
-    void (*close)(HWND dialog, Record& record) = nullptr;  // what comes before that end
-    int claimed = JxClaimedCommand;                        // a command that is answered with 1 and does nothing
-    std::uintptr_t* word = nullptr;                        // the exported word that names the dialog while it is open
+    int closing;                                           // the command that ends the dialog, even without a record
+    void (*close)(HWND dialog, Record& record) = nullptr;  // called before it ends
+    int claimed = JxClaimedCommand;                        // a command that returns 1 and does nothing
+    std::uintptr_t* handle = nullptr;                      // exported; holds the dialog's handle while it is open
     Place place = Place::centered;
 };
 
 constexpr int kNoCommand = -1;
 
-// Keeps a record's address with a dialog, in two parts, and puts it together again. Null on a window that is none.
+// Stores the address of a record with a dialog, in two parts, and reads it back. Null when the window does not exist.
 void keepRecord(HWND dialog, std::uintptr_t address);
 void* keptRecord(HWND dialog);
 
@@ -52,7 +52,7 @@ Record* recordOf(HWND dialog) {
     return static_cast<Record*>(keptRecord(dialog));
 }
 
-// Every dialog ends with the same result: what came of it stands in its record.
+// Every dialog ends with this result. What the user chose is in its record.
 inline void endDialog(HWND dialog) {
     JXW_EndDialog(dialog, 1);
 }
@@ -61,30 +61,30 @@ inline void enableControl(HWND dialog, unsigned short id, bool enable) {
     JXW_EnableWindow(JXW_GetDlgItem(dialog, id), enable ? 1 : 0);
 }
 
-// OpenWord: watches over the word that names a dialog while its procedure answers a message. An exception of a driver
-// that leaves the procedure ends the dialog too, and the word must not name it any longer.
-class OpenWord {
+// OpenHandle: clears the exported handle of a dialog when an exception of a driver leaves its procedure, since that
+// ends the dialog.
+class OpenHandle {
 public:
-    OpenWord(std::uintptr_t* word, HWND dialog);
-    ~OpenWord();
-    OpenWord(const OpenWord&) = delete;
-    OpenWord& operator=(const OpenWord&) = delete;
+    OpenHandle(std::uintptr_t* handle, HWND dialog);
+    ~OpenHandle();
+    OpenHandle(const OpenHandle&) = delete;
+    OpenHandle& operator=(const OpenHandle&) = delete;
 
 private:
-    std::uintptr_t* word_;
+    std::uintptr_t* handle_;
     HWND dialog_;
     int exceptionsBefore_;
 };
 
-// The two messages that mean something to every dialog.
+// The answers to the two messages that all dialogs handle.
 template <class Record>
 unsigned int answerOpening(const DialogKind<Record>& kind, HWND dialog, std::uintptr_t address) {
     keepRecord(dialog, address);
     auto* record = recordOf<Record>(dialog);
     if (record == nullptr)
         return 0;
-    if (kind.word != nullptr)
-        *kind.word = dialog;
+    if (kind.handle != nullptr)
+        *kind.handle = dialog;
     kind.open(dialog, *record);
     if (kind.place == Place::centered)
         winCenterBox(dialog);
@@ -99,8 +99,8 @@ unsigned int answerCommand(const DialogKind<Record>& kind, HWND dialog, int cont
     if (control == kind.closing) {
         if (record != nullptr && kind.close != nullptr)
             kind.close(dialog, *record);
-        if (kind.word != nullptr)
-            *kind.word = 0;
+        if (kind.handle != nullptr)
+            *kind.handle = 0;
         endDialog(dialog);
         return 0;
     }
@@ -115,10 +115,10 @@ unsigned int answerCommand(const DialogKind<Record>& kind, HWND dialog, int cont
     return 0;
 }
 
-// A dialog procedure's answer to a message: 1 for a set-up with a record and for the claimed command, else 0.
+// The result of a dialog procedure: 1 when it was opened with a record and for the claimed command, else 0.
 template <class Record>
 unsigned int answer(const DialogKind<Record>& kind, HWND dialog, int message, int wparam, std::uintptr_t lparam) {
-    const OpenWord word(kind.word, dialog);
+    const OpenHandle handle(kind.handle, dialog);
     switch (message) {
         case WM_INITDIALOG:
             return answerOpening(kind, dialog, lparam);

@@ -19,7 +19,7 @@ namespace {
 
 using install::OwnedText;
 
-// The directory that the user chose; null when there is none.
+// The directory that the user chose; null when the dialog was cancelled.
 OwnedText askForDirectory(HWND owner) {
     AddDriverRecord record{0, nullptr, asBytes("A:\\"), nullptr};
     jxDllDialog(owner, JxAddDriverDialog, AddDriverDlgProc, &record);

@@ -6,19 +6,19 @@
 
 namespace jx::admin {
 
-// The longest directory that the Add Driver dialog takes, with its NUL and a separator behind it.
+// The size of a directory in the Add Driver dialog, with a separator and a NUL.
 inline constexpr std::size_t kDirectorySize = 1024 + 1;
 
-// AddDriverRecord: the record of that dialog. Whoever shows the dialog releases what it brings back.
+// AddDriverRecord: the record of the Add Driver dialog. The caller of the dialog releases chosen.
 struct AddDriverRecord {
     std::uint32_t confirmed;        // set by the dialog: 0 when it opens, 1 when the user confirms
-    const unsigned char* text;      // what the dialog says above its field; null leaves its own words
-    const unsigned char* proposed;  // the directory to begin with, or null
-    unsigned char* chosen;          // set by the dialog: a block of the utility library's allocator, or null
+    const unsigned char* text;      // the text above the field; null leaves the template's
+    const unsigned char* proposed;  // the directory shown at first, or null
+    unsigned char* chosen;          // set by the dialog: a heap block (ramFree), or null
 };
 
-// Asks for the script's directory, again while it holds none and the user wants to, and runs the installation there.
-// The result of SQLInstallODBC; 0 when the user gave up.
+// Asks the user for the directory of a script, again when there is no script in it, and installs from there. Returns
+// the result of SQLInstallODBC, or 0 when the user gave up.
 int AddDriver(unsigned int hwnd);
 
 }  // namespace jx::admin

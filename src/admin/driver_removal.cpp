@@ -28,14 +28,14 @@ void readValue(OdbcIns& ins, const char* section, const char* key, const char* f
     ins.jxSQLGetPrivateProfileString(asBytes(section), asBytes(key), nullptr, value.data(), kValueSize, asBytes(file));
 }
 
-// Shows that the file at path is still there, and why.
+// Shows that a file was not deleted, and why.
 void reportKept(HWND dialog, const unsigned char* path, int reason) {
     std::array<char, 512> file{};
     std::snprintf(file.data(), file.size(), "%s: %s", asChars(path), std::strerror(reason));
     showText(dialog, JxTextFileNotDeleted, asBytes(file.data()), JxTextFileNotDeletedTitle, MB_OK);
 }
 
-// 0, or why the file was not deleted.
+// 0, or the error number of the failure.
 int deleteFile(const unsigned char* path) {
     if (BUTSTLEN(path) >= kValueSize - 1)
         return ENAMETOOLONG;
@@ -54,7 +54,8 @@ void removeDataSource(OdbcIns& ins, const unsigned char* name) {
     ins.jxSQLWritePrivateProfileString(name, nullptr, nullptr, file);
 }
 
-// Deliberate: a part of the name is enough, so the data sources of every driver whose name holds this one's go too.
+// Deliberate: the driver's name may be part of a longer one. So the data sources of every driver whose name contains
+// this name are removed too.
 bool usesDriver(OdbcIns& ins, const unsigned char* dataSource, const unsigned char* driverName) {
     Value driver{};
     readValue(ins, INS_ODBCINI_DS, asChars(dataSource), INS_ODBCINI_FILENAME, driver);

@@ -1,4 +1,4 @@
-// The Install Drivers dialog: which drivers of a script are to be installed.
+// The Install Drivers dialog: the user picks drivers of a script to install.
 #include <odbcinst.h>
 
 #include <string>
@@ -14,14 +14,13 @@ namespace {
 
 void open(HWND dialog, InstallDriversRecord& record) {
     record.proceed = 0;
-    // A script without drivers: the dialog cancels itself as soon as it runs.
+    // Without drivers in the script the dialog cancels itself.
     if (FillLB(dialog, JxInstallDriversList, record.install) == 1)
         JXW_PostMessage(dialog, WM_COMMAND, IDCANCEL, 0);
     enableControl(dialog, IDOK, jx::selectFirstRow(dialog, JxInstallDriversList));
 }
 
-// Deliberate: the selection is asked for anew for every row, so the one selected driver is appended as often as the
-// list has rows.
+// Deliberate: asks for the selection once per row, so the selected driver is added as often as the list has rows.
 void SaveSelectedLBItems(HWND dialog, unsigned short listId, jx::install::_Install* install) {
     const short count = jx::rowCount(dialog, listId);
     for (short pass = 0; pass < count; ++pass) {

@@ -22,7 +22,7 @@ void writeSetting(OdbcIns& ins, const char* key, const unsigned char* text) {
     ins.jxSQLWritePrivateProfileString(asBytes(INS_ODBCINI_ODBC), asBytes(key), text, asBytes(INS_ODBCINI_FILENAME));
 }
 
-// Deliberate: only the low 16 bits of the stored number count, so 65536 shows as off.
+// Deliberate: only the low 16 bits of the stored number count, so 65536 is shown as off.
 void showBox(HWND dialog, unsigned short id, OdbcIns& ins, const char* key) {
     unsigned char text[kTextSize];
     unsigned long value = 0;
@@ -46,7 +46,7 @@ void open(HWND dialog, OdbcIns& ins) {
     JXW_SetDlgItemText(dialog, JxTraceFileEdit, jx::asChars(traceFile));
 }
 
-// All three are written, changed or not, and the dialog closes whether that succeeded or not.
+// Writes all three settings, changed or not. The dialog closes even when a write fails.
 void save(HWND dialog, OdbcIns& ins) {
     storeBox(dialog, JxTraceBox, ins, "Trace");
     storeBox(dialog, JxTraceAutoStopBox, ins, "TraceAutoStop");
@@ -56,12 +56,12 @@ void save(HWND dialog, OdbcIns& ins) {
     endDialog(dialog);
 }
 
-// Deliberate: there is no file chooser; the button's caption says so.
+// Deliberate: does nothing. There is no file chooser, as the button's caption says.
 void SelectTraceFileName(HWND /*dialog*/, OdbcIns& /*ins*/) {}
 
 constexpr Reaction<OdbcIns> kReactions[] = {{JxTraceFileButton, SelectTraceFileName}, {IDOK, save}};
 
-// This dialog alone is not centered.
+// The only dialog that is not centered.
 constexpr DialogKind<OdbcIns> kDialog{
     .open = open, .reactions = kReactions, .closing = IDCANCEL, .place = Place::unchanged};
 

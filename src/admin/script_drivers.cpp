@@ -1,4 +1,4 @@
-// The drivers of an installation script in list boxes.
+// Filling a list box with the drivers of an installation script.
 #include "admin/script_drivers.h"
 
 #include <odbcinst.h>

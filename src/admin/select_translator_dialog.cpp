@@ -1,4 +1,4 @@
-// The Select Translator dialog: one of the installed translators, or none.
+// The Select Translator dialog: the user picks one of the installed translators, or none.
 #include <jxtext.h>
 #include <odbcins.h>
 #include <odbcinst.h>
@@ -16,7 +16,7 @@ using jx::TranslatorChoice;
 
 namespace {
 
-// The first row with this text; 0, which is no translator, when there is none.
+// The first row with this text; without one row 0, which means no translator.
 int rowOf(HWND dialog, const unsigned char* name) {
     const short count = jx::rowCount(dialog, JxTranslatorsList);
     std::string row;
@@ -39,12 +39,12 @@ void chooseNone(TranslatorChoice& choice) {
 
 void refuseName(HWND dialog) {
     jx::showMessage(dialog,
-                    jx::asBytes("The translator was not taken: its name has more than 255 characters. Choose another "
+                    jx::asBytes("This translator cannot be used: its name is longer than 255 bytes. Choose another "
                                 "one, or shorten the name in section ODBC Translators of .odbcinst.ini."),
                     MB_OK | MB_ICONEXCLAMATION);
 }
 
-// Makes the selected row the choice; false when its name does not fit: a cut one would be another translator's.
+// Takes the selected row. False when its name does not fit: cut, it could be another translator's.
 bool chooseRow(HWND dialog, TranslatorChoice& choice) {
     const short row = jx::selectedRow(dialog, JxTranslatorsList);
     std::string name;
@@ -73,7 +73,7 @@ void confirm(HWND dialog, TranslatorChoice& choice) {
     endDialog(dialog);
 }
 
-// Deliberate: cancelling does not keep the translator that was current, it answers with none.
+// Deliberate: cancelling does not keep the current translator. The result is no translator.
 void cancel(HWND /*dialog*/, TranslatorChoice& choice) {
     chooseNone(choice);
 }

@@ -22,7 +22,7 @@ namespace {
 
 constexpr char kDriverKey[] = "\"Driver\"";  // the script writes its keys in double quotes
 
-// Shows the parts as one text, which is no longer than the line they come from.
+// Shows the parts as one text. It fits, since it is not longer than the line it comes from.
 void show(HWND dialog, unsigned short id, std::initializer_list<std::string_view> parts) {
     jx::install::BoundedText<jx::ProfileValue::kSize> text;
     for (const std::string_view part : parts)
@@ -30,7 +30,7 @@ void show(HWND dialog, unsigned short id, std::initializer_list<std::string_view
     JXW_SetDlgItemText(dialog, id, jx::asChars(text.text()));
 }
 
-// The script writes year-month-day; shown is what follows the first "-", then what stands before it.
+// Scripts write year-month-day. The dialog shows what follows the first "-", then the part before it.
 void showDate(HWND dialog, std::string_view date) {
     const std::size_t dash = date.find('-');
     if (dash == std::string_view::npos)
@@ -52,7 +52,7 @@ void clearLine(HWND dialog) {
         JXW_SetDlgItemText(dialog, id, nullptr);
 }
 
-// A driver without a line of its own leaves the texts as they are.
+// For a driver without a line in the script the texts do not change.
 void DisplayDriverVersion(HWND dialog, _Install& install) {
     const short row = jx::selectedRow(dialog, JxVersionsList);
     std::string driver;
@@ -65,7 +65,7 @@ void DisplayDriverVersion(HWND dialog, _Install& install) {
     const ScriptLine line(value.view());
     if (line.isComplete())
         return showLine(dialog, line);
-    // Deliberate: the number is one more than that of the missing comma; a line without any tells of comma 2.
+    // Deliberate: the number is one too high. A line without commas is reported with comma 2.
     jx::install::showMissingComma(dialog, line.fieldCount() + 2, install.infFile, section, asBytes(kDriverKey));
     clearLine(dialog);
 }
@@ -79,8 +79,8 @@ void close(HWND dialog, _Install& /*install*/) {
     endDialog(dialog);
 }
 
-// Deliberate: IDOK, enabled or greyed when the dialog opens, has no reaction; the dialog is closed with Cancel or a
-// double click.
+// Deliberate: the dialog enables or greys IDOK when it opens, but the button does nothing. Cancel and a double click
+// close the dialog.
 constexpr Reaction<_Install> kReactions[] = {{JxVersionsList, DisplayDriverVersion, LBN_SELCHANGE},
                                              {JxVersionsList, close}};
 

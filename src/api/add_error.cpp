@@ -1,4 +1,4 @@
-// Adding errors and warnings to the calling thread's list, and texts to those that are in it.
+// Adding errors and warnings to the calling thread's list, and appending texts to them.
 #include <jxerrors.h>
 #include <jxtasks.h>
 #include <odbcinst.h>
@@ -7,7 +7,7 @@
 
 namespace {
 
-// ResourceText: one text of this library, empty when there is none of that number.
+// ResourceText: a text of this library; empty when there is none with that number.
 class ResourceText {
 public:
     explicit ResourceText(unsigned short id) { winGetString(text_, id); }
@@ -17,7 +17,7 @@ private:
     unsigned char text_[256] = {};
 };
 
-// Records text; when memory is short the keeper is handed null, which it ignores.
+// Adds an error to the list. When memory is short the list gets null, which it ignores.
 JxError* record(unsigned short id, const unsigned char* text, ErrorType type) {
     return JxErrorKeeper::add(new (std::nothrow) JxError(id, text, type, 0, 0));
 }

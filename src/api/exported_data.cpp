@@ -1,4 +1,4 @@
-// The exported data: the names used in the configuration files and the words of the running program.
+// The exported data: names used in the configuration files, handles of open dialogs, work buffers.
 #include <odbcinst.h>
 
 #include "rules/sections.h"

@@ -1,5 +1,5 @@
-// The exported SQL functions: each makes an OdbcIns, calls one member and returns its result; the two that install
-// drivers are no members and need none.
+// The exported SQL functions. Each makes an OdbcIns, calls one member and returns its result; only SQLInstallDriver and
+// SQLInstallODBC are not members of OdbcIns.
 #include <jxdialog.h>
 #include <jxtasks.h>
 #include <odbcins.h>
@@ -17,7 +17,7 @@ namespace {
 
 constexpr int kFirstUserMessage = WM_USER + 1;
 
-// DialogTask: a task of the utility library around a dialog on an OdbcIns; its end clears the object's list first.
+// DialogTask: a task of the utility library for as long as a dialog runs. Its end also clears the list of the OdbcIns.
 class DialogTask {
 public:
     explicit DialogTask(OdbcIns& ins) : ins_(ins) { mdsPerTaskInit(); }
@@ -37,7 +37,7 @@ private:
 int SQLGetPrivateProfileString(LPCSTR lpszSection, LPCSTR lpszEntry, LPCSTR lpszDefault, LPSTR lpszRetBuffer,
                                int cbRetBuffer, LPCSTR lpszFilename) {
     OdbcIns ins;
-    // Deliberate: the size counts as its low 16 bits, signed, so one above 32767 places nothing.
+    // Deliberate: only the low 16 bits of the size count, as a signed number. Above 32767 nothing is copied.
     return ins.jxSQLGetPrivateProfileString(asBytes(lpszSection), asBytes(lpszEntry), asBytes(lpszDefault),
                                             asBytes(lpszRetBuffer), static_cast<short>(cbRetBuffer),
                                             asBytes(lpszFilename));
@@ -50,7 +50,7 @@ BOOL SQLWritePrivateProfileString(LPCSTR lpszSection, LPCSTR lpszEntry, LPCSTR l
 }
 
 BOOL SQLWriteDSNToIni(LPCSTR lpszDSN, LPCSTR lpszDriver) {
-    // Without a driver nothing could be entered, so the old entry must stay.
+    // Without a driver there is no new entry, so the old one must stay.
     if (lpszDriver == nullptr)
         return FALSE;
     OdbcIns ins;
@@ -64,7 +64,7 @@ BOOL SQLRemoveDSNFromIni(LPCSTR lpszDSN) {
 }
 
 BOOL SQLValidDSN(LPCSTR /*lpszDSN*/) {
-    // Deliberate: accepts every name; the member that looks for the name among the data sources is not asked.
+    // Deliberate: accepts every name and does not call jxSQLValidDSN, which looks for it among the data sources.
     return TRUE;
 }
 
@@ -81,7 +81,7 @@ BOOL SQLConfigDataSource(HWND hwnd, WORD fRequest, LPCSTR lpszDriver, LPCSTR lps
 BOOL SQLManageDataSources(HWND hwnd) {
     OdbcIns ins;
     if (HWNDDSDLG != 0) {
-        // Deliberate: the open dialog has no use for the message; hosts may watch for it.
+        // Deliberate: the dialog ignores this message, but hosts may wait for it.
         JXW_SetFocus(static_cast<HWND>(HWNDDSDLG));
         JXW_PostMessage(static_cast<HWND>(HWNDDSDLG), kFirstUserMessage, 0, 0);
         return 0;
@@ -91,7 +91,7 @@ BOOL SQLManageDataSources(HWND hwnd) {
 }
 
 BOOL SQLCreateDataSource(HWND hwnd, LPCSTR /*lpszDS*/) {
-    // Deliberate: the name is not read; the dialog asks for it.
+    // Deliberate: the name is not used; the setup library asks for it.
     OdbcIns ins;
     if (hwnd == 0)
         return FALSE;

@@ -1,4 +1,4 @@
-// The two configuration files, for those who read and write single entries in them.
+// Reading and writing single entries of the two configuration files.
 //
 //     driverFile().write(driver, asBytes("Setup"), path);
 #pragma once
@@ -11,16 +11,16 @@
 
 namespace jx {
 
-// ConfigurationFile: names one of the files; every entry that the library writes on its own account goes through here.
-// Results   those of the store: 0 when the file could not be written and is as it was.
-// Threads   any; each call is a whole change of the file.
+// ConfigurationFile: one of the two files. Every entry that the library writes for itself goes through here.
+// Results   as the store returns them: 0 when the file could not be written and is unchanged.
+// Threads   any; each call is a change of its own.
 class ConfigurationFile {
 public:
     explicit ConfigurationFile(const char* name) : name_(asBytes(name)) {}
 
     const unsigned char* name() const { return name_; }
 
-    // Reads a value, empty when there is none, cut at sizeInBytes - 1 bytes; returns its length.
+    // Reads a value, cut at sizeInBytes - 1 bytes, and returns its length. A missing one is empty.
     int read(const unsigned char* section, const unsigned char* key, unsigned char* buffer, int sizeInBytes) const {
         return jxGetPrivateProfileString(section, key, asBytes(""), buffer, sizeInBytes, name_);
     }
@@ -33,16 +33,16 @@ public:
     int removeKey(const unsigned char* section, const unsigned char* key) const { return write(section, key, nullptr); }
     int removeSection(const unsigned char* section) const { return write(section, nullptr, nullptr); }
 
-    // Writes an entry at the end of its section, wherever it stood before.
+    // Writes an entry at the end of its section; an older one of that key is removed.
     int replace(const unsigned char* section, const unsigned char* key, const unsigned char* value) const {
         removeKey(section, key);
         return write(section, key, value);
     }
 
-    // What comes before the first entry of a list.
-    // Deliberate: a list that reads as absent is cleared. Mostly there is nothing to clear; but a list whose first name
-    // is "NOT AVAILABLE" goes, and so does one that another program begins in this very moment. A list that cannot be
-    // read is left alone.
+    // Called before an entry is added to a list.
+    // Deliberate: a list that seems absent is cleared. Usually there is nothing to clear, but a list whose first name
+    // is "NOT AVAILABLE" is lost, and so is one that another program begins at the same time. A list that cannot be
+    // read is left unchanged.
     void clearAbsentList(const unsigned char* list) const {
         const KeyList names(list, kNotAvailable, name_);
         if (!names.isThere() && !names.readFailed())
@@ -53,7 +53,7 @@ private:
     const unsigned char* name_;
 };
 
-// The files, under the names that the exported pointers hold at this moment.
+// The files under their current names, to which the exported pointers point.
 inline ConfigurationFile driverFile() {
     return ConfigurationFile(INS_ODBCINST_FILENAME);
 }

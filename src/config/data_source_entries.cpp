@@ -11,10 +11,9 @@ using jx::asBytes;
 
 namespace {
 
-// Notes which driver a data source has: in the list of data sources, or for the default one beside the drivers.
+// Writes which driver a data source has: into the list of data sources, for the default one into the driver file.
 int writeDriverOf(const unsigned char* dsn, const unsigned char* driver) {
-    // Deliberate: any spelling of "Default" is the default data source here, although removing one asks for the exact
-    // spelling.
+    // Deliberate: here any spelling of "Default" is the default data source; removing it needs the exact spelling.
     if (jx::rules::isDefaultName(jx::asChars(dsn)))
         return jx::driverFile().write(asBytes(INS_ODBCINI_DEFAULT), asBytes(INS_ODBCINI_DRIVER), driver);
     return jx::dataSourceFile().write(asBytes(INS_ODBCINI_DS), dsn, driver);
@@ -23,7 +22,7 @@ int writeDriverOf(const unsigned char* dsn, const unsigned char* driver) {
 }  // namespace
 
 int OdbcIns::jxSQLWriteDSNToIni(unsigned char* dsn, unsigned char* driver) {
-    // A null driver would read the list of all sections, a null name delete or overwrite what is not a data source.
+    // With a null driver the read would give the list of all sections; a null name would change other entries.
     if (dsn == nullptr || driver == nullptr)
         return 0;
     unsigned char path[1024] = {};
@@ -39,7 +38,7 @@ int OdbcIns::jxSQLRemoveDSNFromIni(unsigned char* dsn) {
     // A null name would delete the whole list of data sources.
     if (dsn == nullptr)
         return 0;
-    // Deliberate: only the exact spelling "Default" is the default data source here; "default" is an ordinary name.
+    // Deliberate: here only the exact spelling "Default" is the default data source; "default" is an ordinary name.
     const bool isDefault = jx::rules::trimmed(jx::asChars(dsn)) == INS_ODBCINI_DEFAULT;
     const int removed = isDefault ? jx::driverFile().removeSection(asBytes(INS_ODBCINI_DEFAULT))
                                   : jx::dataSourceFile().removeKey(asBytes(INS_ODBCINI_DS), dsn);
@@ -47,7 +46,7 @@ int OdbcIns::jxSQLRemoveDSNFromIni(unsigned char* dsn) {
 }
 
 short OdbcIns::SQLRemoveDefaultDataSource() {
-    // Deliberate: this writes an empty key, which the store takes as done. It removes nothing; programs that call it
-    // before they enter a new default rely on the old one being there until then.
+    // Deliberate: this writes an empty key, so nothing is removed. Programs call it before they enter a new default and
+    // rely on the old one until then.
     return static_cast<short>(jx::dataSourceFile().write(asBytes(INS_ODBCINI_DEFAULT), asBytes(""), asBytes("")));
 }

@@ -1,4 +1,4 @@
-// The data source list: its names, their drivers, the texts that dialogs show of both.
+// The data source list: names, drivers, and the texts that dialogs show.
 #include "config/data_source_list.h"
 
 #include <jxmemory.h>
@@ -37,7 +37,7 @@ namespace {
 
 constexpr int kDriverSize = 1024;
 
-// Reads the default data source's driver, cut at sizeInBytes - 1 bytes; returns its length.
+// Reads the driver of the default data source, cut at sizeInBytes - 1 bytes; returns its length.
 int readDefaultDriver(unsigned char* buffer, int sizeInBytes) {
     return jx::driverFile().read(asBytes(INS_ODBCINI_DEFAULT), asBytes(INS_ODBCINI_DRIVER), buffer, sizeInBytes);
 }
@@ -57,7 +57,7 @@ bool fillNames(DataSourceEntry* rows, jx::KeyList& names, bool hasDefault) {
     return !hasDefault || (rows->name = ramAllocStr(asBytes(INS_ODBCINI_DEFAULT))) != nullptr;
 }
 
-// Puts a heap copy of driver into a row in place of what it held.
+// Replaces the driver of a row by a heap copy of driver.
 void setDriver(DataSourceEntry& row, const unsigned char* driver) {
     ramFree(row.driver);
     row.driver = ramAllocStr(driver);
@@ -81,7 +81,7 @@ unsigned int OdbcIns::GetDataSourceNames() {
     jx::KeyList names(asBytes(INS_ODBCINI_DS), "", jx::dataSourceFile().name());
     const std::size_t named = names.names().count();
     entryCount = 0;
-    // Deliberate: a default data source alone is not listed, and hasDefault is then left as it was.
+    // Deliberate: without other data sources the default one is not listed either, and hasDefault is not changed.
     if (named == 0)
         return 1;
     hasDefault = defaultExists() ? 1 : 0;
@@ -99,13 +99,13 @@ unsigned int OdbcIns::GetDataSourceNames() {
 }
 
 unsigned int OdbcIns::GetDriverNames() {
-    // An empty list may stand beside a hasDefault of an earlier one.
+    // hasDefault may be left from an earlier list.
     if (entryCount == 0 || entries == nullptr)
         return 0;
     const auto named = static_cast<std::uint16_t>(entryCount - (hasDefault != 0 ? 1 : 0));
     unsigned char driver[kDriverSize];
     for (std::uint16_t row = 0; row < named; ++row) {
-        // Without a name the read would give the list of all data sources.
+        // With a null name the read would give the list of all data sources.
         if (entries[row].name == nullptr)
             continue;
         std::memset(driver, 0, sizeof driver);
@@ -122,7 +122,7 @@ unsigned int OdbcIns::GetDriverNames() {
 
 unsigned int OdbcIns::ConcatenateNames() {
     for (std::uint32_t row = 0; entries != nullptr && row < entryCount; ++row) {
-        // Deliberate: an earlier display text is not released; whoever took it may still show it.
+        // Deliberate: an earlier display text is not released, since a caller may still use it.
         entries[row].display = displayText(entries[row].name, entries[row].driver);
     }
     return 0;

@@ -14,7 +14,7 @@ using jx::asBytes;
 
 namespace {
 
-// DataSourceItem: a list whose only item names a data source.
+// DataSourceItem: an attribute list with one item, the name of a data source.
 class DataSourceItem {
 public:
     explicit DataSourceItem(const char (&name)[50]) {

@@ -15,23 +15,23 @@
 
 namespace jx {
 
-// What a read gives for a section or key that is not there.
+// What a read returns for a section or key that does not exist.
 inline constexpr char kNotAvailable[] = "NOT AVAILABLE";
 
-// What becomes of the last key when the section is longer than the list.
+// What happens to the last key when the section is longer than the list.
 enum class LastKey {
-    cut,   // it is cut where the list ends
-    whole  // it is left out: cut, it could be the name of something else
+    cut,   // it may be cut
+    whole  // it is left out unless it fits: a cut name could be another one's
 };
 
 // KeyList: reads a section's keys at construction and keeps them.
-// Limits   as many keys as 1024 bytes hold, or as few as sizeInBytes says.
-// Failure  a file that cannot be read has no section; readFailed tells the two apart.
+// Limits   as many keys as fit into sizeInBytes bytes, at most 1024.
+// Failure  a file that cannot be read seems to have no section; readFailed shows the difference.
 class KeyList {
 public:
     static constexpr int kSize = 1024;
 
-    // fallback stands for an absent section: kNotAvailable, or an empty text where nobody asks whether it is there.
+    // fallback stands for a missing section: kNotAvailable, or "" where it does not matter whether the section exists.
     KeyList(const unsigned char* section, const char* fallback, const unsigned char* file,
             LastKey lastKey = LastKey::cut, int sizeInBytes = kSize) {
         read(section, fallback, file, lastKey == LastKey::whole ? sizeInBytes + 1 : sizeInBytes);
@@ -39,25 +39,25 @@ public:
             dropCutName(static_cast<std::size_t>(sizeInBytes));
     }
 
-    // The same of a file that is open under the name a caller spelled.
+    // The same for a file that is open already.
     KeyList(const unsigned char* section, const char* fallback, JxIniFileCache* file) {
         read(section, fallback, file, kSize);
     }
 
-    // Whether the section is there; only a list whose fallback is kNotAvailable knows. Deliberate: a section whose
-    // first key is spelled like that is taken for an absent one.
+    // Whether the section exists, for lists read with the fallback kNotAvailable. Deliberate: a section whose first key
+    // is "NOT AVAILABLE" counts as missing.
     bool isThere() const { return wasRead_ && textInside(bytes_, sizeof bytes_) != kNotAvailable; }
 
-    // Whether the file could not be read, or memory was short. What is done for an absent section must not be done
-    // then.
+    // Whether the file could not be read, or memory was short. Ask before anything is changed because a section is
+    // missing.
     bool readFailed() const { return readFailed_; }
 
     NameList names() const { return {bytes_, sizeof bytes_}; }
 
-    // The list as it was read, ended by an empty name.
+    // The list as it was read. An empty name ends it.
     const unsigned char* bytes() const { return bytes_; }
 
-    // The next key, cut at its first "=" in this list; null behind the last one.
+    // The next key, cut at its first "="; null after the last one.
     unsigned char* next() {
         unsigned char* key = bytes_ + at_;
         if (*key == 0)
@@ -78,14 +78,14 @@ private:
         wasRead_ = !readFailed_;
     }
 
-    // The list was read with one byte more than size: where the byte before the last does not end a name, that name
-    // goes on beyond the list.
+    // The list was read with one byte more than size. If its last byte but one is not a NUL, the name there goes on
+    // beyond size.
     void dropCutName(std::size_t size) {
         while (size > 0 && bytes_[size - 1] != 0)
             bytes_[--size] = 0;
     }
 
-    unsigned char bytes_[kSize + 2]{};  // a list that is cut inside a name is ended by the bytes behind it
+    unsigned char bytes_[kSize + 2]{};  // the bytes behind the read end a list that was cut inside a name
     std::size_t at_ = 0;
     bool wasRead_ = false;
     bool readFailed_ = false;

@@ -1,4 +1,4 @@
-// The list boxes of dialogs, and the members of OdbcIns that fill them and take what is selected there.
+// The list boxes of dialogs, and the members of OdbcIns that fill them and read their selection.
 #include "config/list_box.h"
 
 #include <jxtext.h>
@@ -34,7 +34,7 @@ bool selectFirstRow(HWND dialog, unsigned short listId) {
 }
 
 bool readRow(HWND dialog, unsigned short listId, int row, std::string& text) {
-    // No list answers as an empty row does.
+    // A list box that does not exist answers like an empty row.
     const int length =
         JXW_GetDlgItem(dialog, listId) != 0 ? JXW_SendDlgItemMessage(dialog, listId, LB_GETTEXTLEN, row, 0) : LB_ERR;
     if (length < 0)
@@ -44,7 +44,7 @@ bool readRow(HWND dialog, unsigned short listId, int row, std::string& text) {
     } catch (const std::bad_alloc&) {
         return false;
     }
-    // The message's own NUL lands on the one behind the string.
+    // The NUL that the message writes falls on the string's own.
     return JXW_SendDlgItemMessage(dialog, listId, LB_GETTEXT, row, reinterpret_cast<std::uintptr_t>(text.data())) >= 0;
 }
 
@@ -63,16 +63,15 @@ using jx::asBytes;
 
 namespace {
 
-// Deliberate: the list of data sources takes the buttons that work on a data source along, in whatever dialog it
-// stands.
+// Deliberate: filling the list of data sources enables or greys these two buttons, whatever dialog the list is in.
 void enableDataSourceButtons(HWND dialog, bool enable) {
     for (const JxControlId button : {JxSetupButton, JxDeleteButton})
         JXW_EnableWindow(JXW_GetDlgItem(dialog, button), enable ? 1 : 0);
 }
 
-// Adds the keys of a section of the driver file that fit whole; before those of the translators, none.
+// Adds the keys of a section of the driver file; before those of the translators, the row for no translator.
 void fillWithSection(HWND dialog, unsigned short listId, const unsigned char* section) {
-    // A null section would read the names of all sections.
+    // With a null section the read would give the names of all sections.
     if (section == nullptr)
         return;
     jx::KeyList keys(section, "", jx::driverFile().name(), jx::LastKey::whole);
@@ -81,7 +80,7 @@ void fillWithSection(HWND dialog, unsigned short listId, const unsigned char* se
         JXW_SendDlgItemMessage(dialog, listId, LB_INSERTSTRING, 0, reinterpret_cast<uintptr_t>(jx::kNoTranslator));
 }
 
-// The place of the "(" that belongs to the last ")" of a display text; npos when there is none.
+// The position of the "(" that matches the last ")" of a display text; npos without one.
 std::size_t findDriver(std::string_view display) {
     int depth = 0;
     for (std::size_t at = display.size(); at-- > 0;) {
@@ -102,13 +101,13 @@ bool store(std::string_view text, char (&field)[kSize]) {
     return true;
 }
 
-// Takes "name (driver)" apart; false when it is not of that form or a part does not fit.
+// Splits "name (driver)"; false when the text is not of that form or a part does not fit.
 bool storeDataSource(std::string_view display, OdbcIns& ins) {
     const std::size_t open = findDriver(display);
     if (open == std::string_view::npos)
         return false;
     std::string_view name = display.substr(0, open);
-    // A name of blanks alone keeps its first one, as the display text began.
+    // A name of nothing but blanks keeps one of them.
     while (name.size() > 1 && name.back() == ' ')
         name.remove_suffix(1);
     const std::string_view rest = display.substr(open + 1);

@@ -17,8 +17,7 @@ namespace jx {
 // The title of the installer's own message boxes.
 inline constexpr char kMessageTitle[] = "KALDERO ODBC Admin";
 
-// MessageText: one sentence around a name, in 1024 bytes. A name that would not fit is cut, so that the sentence around
-// it, often a question, stays whole.
+// MessageText: a sentence with a name in it, in 1024 bytes. If it is too long the name is cut, not the sentence.
 class MessageText {
 public:
     MessageText(std::string_view before, std::string_view name, std::string_view after) {
@@ -48,8 +47,8 @@ inline unsigned int showMessage(HWND owner, const unsigned char* text, unsigned 
     return guiMessageBox(owner, text, asBytes(kMessageTitle), style);
 }
 
-// Shows text textId of the library with name in its place "%1", under the title titleId; returns the button chosen.
-// When memory is short, the text is empty.
+// Shows the library's text textId, with name in the place of "%1", under the title titleId; returns the button chosen.
+// When memory is short the text is empty.
 unsigned int showText(HWND owner, unsigned short textId, const unsigned char* name, unsigned short titleId,
                       unsigned int style);
 

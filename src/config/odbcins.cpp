@@ -1,12 +1,12 @@
-// The installer object: how it begins, ends and is cleared.
+// The installer object: constructor, destructor, and ResetData.
 #include <odbcins.h>
 
 #include <cstring>
 
 #include "config/data_source_list.h"
 
-// Every field gets a value, although only the list and the flag must: a host that calls members out of their order then
-// meets null pointers, which are refused, instead of whatever its stack held.
+// Only the list and the flag need values. The other fields get them too: if a host calls the members in a wrong order,
+// they find null pointers, which they refuse.
 OdbcIns::OdbcIns()
     : dataSourceName{},
       driverName{},
@@ -19,7 +19,7 @@ OdbcIns::OdbcIns()
       entries(nullptr),
       hasDefault(0) {}
 
-// Deliberate: frees neither the list nor a setup library; the members that made them release them.
+// Deliberate: releases neither the list nor a setup library. ResetData and the members that load a library do that.
 OdbcIns::~OdbcIns() = default;
 
 unsigned int OdbcIns::ResetData(ResetDataType type) {
@@ -27,7 +27,7 @@ unsigned int OdbcIns::ResetData(ResetDataType type) {
     std::memset(dataSourceName, 0, sizeof dataSourceName);
     std::memset(driverName, 0, sizeof driverName);
     if (entryCount != 0) {
-        // Deliberate: entries and hasDefault keep their values; the count alone says that the list is empty.
+        // Deliberate: entries and hasDefault keep their values. A count of 0 alone means that the list is empty.
         jx::releaseRows(entries, entryCount);
         entryCount = 0;
     }

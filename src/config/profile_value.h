@@ -21,8 +21,8 @@ class ProfileValue {
 public:
     static constexpr std::size_t kSize = 1024;
 
-    // True when the key is there. Otherwise the buffer holds kNotAvailable (nothing for a null file), and readFailed
-    // tells an absent key from a file that could not be read.
+    // True when the key exists. Else the buffer holds kNotAvailable (nothing for a null file), and readFailed shows
+    // whether the file could not be read.
     bool read(const unsigned char* section, const unsigned char* key, const unsigned char* file) {
         std::memset(bytes_, 0, sizeof bytes_);
         readFailed_ = false;
@@ -33,7 +33,7 @@ public:
         return !readFailed_ && view() != kNotAvailable;
     }
 
-    // Whether the file could not be read by the last read, or memory was short.
+    // Whether the last read could not read the file, or memory was short.
     bool readFailed() const { return readFailed_; }
 
     unsigned char* text() { return bytes_; }

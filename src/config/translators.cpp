@@ -26,12 +26,12 @@ constexpr int kSetupPathSize = 255;
 }  // namespace
 
 int OdbcIns::jxConfigTranslator(unsigned int hwnd, unsigned char* lpszName, unsigned char* lpszPath, DWORD* pvOption) {
-    // A null name would read the list of all sections as the path.
+    // With a null name the read would give the list of all sections.
     if (lpszName == nullptr || lpszPath == nullptr)
         return 0;
     std::memset(lpszPath, 0, kSetupPathSize);
     jx::driverFile().read(lpszName, asBytes(jx::rules::kSetup), lpszPath, kSetupPathSize);
-    // Deliberate: the library stays loaded: what it gave the caller may be code or data of its own.
+    // Deliberate: the library stays loaded, since what it returned to the caller may be its own code or data.
     hSetupLib = bosLoadLibrary(lpszPath, 0);
     if (hSetupLib == nullptr) {
         jx::showText(hwnd, JxTextTranslatorNotLoaded, lpszPath, JxTextTranslatorTitle, MB_OK);
@@ -48,7 +48,7 @@ int OdbcIns::jxConfigTranslator(unsigned int hwnd, unsigned char* lpszName, unsi
 int OdbcIns::jxSQLGetTranslator(unsigned int hwnd, unsigned char* lpszName, unsigned short cbNameMax,
                                 unsigned short* pcbNameOut, unsigned char* lpszPath, unsigned short cbPathMax,
                                 unsigned short* pcbPathOut, DWORD* pvOption) {
-    // A name that is cut would be another translator's.
+    // A name that is too long is refused: cut, it could be another translator's.
     if (hwnd == 0 || BUTSTLEN(lpszName) >= jx::kTranslatorNameSize)
         return FALSE;
     unsigned char name[jx::kTranslatorNameSize + 1] = {};
@@ -62,8 +62,8 @@ int OdbcIns::jxSQLGetTranslator(unsigned int hwnd, unsigned char* lpszName, unsi
         jx::storeLength(pcbPathOut, 0);
         return TRUE;
     }
-    // Deliberate: a setup routine that failed, was cancelled or answered anything but 1 still gives TRUE, without a
-    // name or path.
+    // Deliberate: TRUE, without a name and path, also when the setup routine failed, was cancelled or returned anything
+    // but 1.
     if (jxConfigTranslator(hwnd, name, path, pvOption) != 1)
         return TRUE;
     jx::handOutText(name, lpszName, cbNameMax, pcbNameOut);

@@ -1,4 +1,4 @@
-// The record that the Select Translator dialog works on.
+// The record of the Select Translator dialog.
 #pragma once
 
 #include <cstddef>
@@ -9,10 +9,10 @@ namespace jx {
 
 inline constexpr std::size_t kTranslatorNameSize = 256;
 
-// What the dialog leaves as the name when the user wants no translator.
+// The name that the dialog returns when the user wants no translator.
 inline constexpr char kNoTranslator[] = "<No Translator>";
 
-// TranslatorChoice: made by the caller of the dialog, who owns what it points to.
+// TranslatorChoice: the caller of the dialog makes it and owns what it points to.
 struct TranslatorChoice {
     unsigned char* name;  // kTranslatorNameSize bytes: the first choice on entry, the user's choice on return
     OdbcIns* installer;

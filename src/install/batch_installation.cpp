@@ -16,7 +16,7 @@ namespace jx::install {
 
 namespace {
 
-// InstallRun: owns the record of one run, also when a host's dialog throws.
+// InstallRun: owns the record of one run; the record is released when a host's dialog throws, too.
 class InstallRun {
 public:
     InstallRun() = default;
@@ -27,12 +27,12 @@ public:
         ramFree(record_);
     }
 
-    // False when there is no record.
+    // False when memory was short.
     bool begin(unsigned int parent, const unsigned char* infFile, const unsigned char* sourcePath) {
         return InstallInit(parent, record_, infFile, sourcePath) == 0;
     }
 
-    // Releases what the record holds; its outcome can still be read.
+    // Releases what the record holds. Its outcome can still be read.
     void end() { InstallTerm(record_); }
 
     _Install* record() { return record_; }

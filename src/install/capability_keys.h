@@ -11,7 +11,7 @@ inline constexpr std::array<const char*, 7> kCapabilityKeys = {
     "APILevel", "CreateDSN", "ConnectFunctions", "DriverODBCVer", "FileUsage", "FileExtns", "SQLLevel",
 };
 
-// The place of "CreateDSN" among them: its value describes nothing, it lists data sources to be made.
+// The place of "CreateDSN" among them. Its value describes nothing: it lists data sources to create.
 inline constexpr std::size_t kCreateDsn = 1;
 
 }  // namespace jx::install

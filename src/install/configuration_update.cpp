@@ -15,7 +15,7 @@ bool hasRole(const InfEntry& file, const char* role) {
     return file.key != nullptr && viewOf(file.key) == role;
 }
 
-// Whether the item names the file as its setup library, too.
+// Whether the item also names this file as its setup library.
 bool isOwnSetup(const InstallItem& item, const InfEntry& file) {
     const auto isSame = [&](const InfEntry& other) {
         return hasRole(other, rules::kSetup) && other.fileName != nullptr &&
@@ -58,14 +58,14 @@ void UpdateOdbcIniAndOdbcInstIni(_Install* install, unsigned long itemIndex, uns
                                  unsigned char* installedPath) {
     const InstallItem& item = install->items[itemIndex];
     const InfEntry& file = item.entries[fileIndex];
-    // Its section would be cleared: all drivers, translators or settings would go for the sake of one.
+    // Installing the item would clear the section of that name, and with it all drivers, translators or settings.
     if (rules::isReservedSection(asChars(item.name)))
         return;
     if (item.kind == TranslatorItem && hasRole(file, rules::kTranslator))
         enterTranslator(item, file, installedPath);
     if (item.kind == DriverItem && hasRole(file, rules::kDriver))
         enterDriver(item, file, installedPath);
-    // Deliberate: the first item of the run decides whether setup libraries are recorded, whatever this item is.
+    // Deliberate: the kind of the first item of the run, not of this one, decides whether setup libraries are recorded.
     const std::uint32_t firstKind = install->items[0].kind;
     if ((firstKind == DriverItem || firstKind == TranslatorItem) && hasRole(file, rules::kSetup))
         driverFile().replace(item.name, asBytes(rules::kSetup), installedPath);

@@ -5,11 +5,15 @@
 
 namespace jx::install {
 
-// Records file fileIndex of item itemIndex, which lies at installedPath: a driver's or translator's library with its
-// list entry, its setup library and its capabilities; then creates the data sources the driver asks for (its CreateDSN
-// text is changed as CreateDataSources does). An older section of the driver or translator is replaced. Files of other
-// roles record nothing, nor does an item that is named like one of the lists. Failed reads and writes are not reported;
-// a list that cannot be read is left as it is.
+// Records file fileIndex of item itemIndex, which lies at installedPath. What is recorded depends on the file's role:
+//
+//     Driver, of a driver          its list entry; its section with library and capabilities; the data sources it asks
+//                                  for (CreateDataSources changes the item's CreateDSN text)
+//     Translator, of a translator  its list entry and its section
+//     Setup                        the setup library, in the section of the item
+//
+// An older section of the driver or translator is replaced. Other files record nothing, and neither does an item whose
+// name is a reserved section's. Failed reads and writes are not reported; a list that cannot be read is left unchanged.
 void UpdateOdbcIniAndOdbcInstIni(_Install* install, unsigned long itemIndex, unsigned long fileIndex,
                                  unsigned char* installedPath);
 

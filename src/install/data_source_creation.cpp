@@ -19,7 +19,7 @@ void createDataSource(const unsigned char* name, const unsigned char* driverName
     file.removeSection(name);
     file.removeKey(name, driverKey);
     ProfileValue library;
-    // Deliberate: a driver without a library leaves the default of the read in its data sources.
+    // Deliberate: the data sources of a driver without a library get "NOT AVAILABLE", the default of this read.
     library.read(driverName, driverKey, driverFile().name());
     if (!library.readFailed())
         file.write(name, driverKey, library.text());
@@ -39,7 +39,7 @@ void CreateDataSources(unsigned char* dataSourceList, const unsigned char* drive
         unsigned char* comma = strFind(name, static_cast<unsigned char>(','));
         if (comma != nullptr)
             *comma = 0;
-        // Blanks before the comma are handed on; what a name may hold is the store's business.
+        // Blanks before the comma stay part of the name; the store trims them.
         if (!rules::isReservedSection(asChars(name)))
             createDataSource(name, driverName);
         if (comma == nullptr)

@@ -3,10 +3,10 @@
 
 namespace jx::install {
 
-// Enters each name of the comma-separated dataSourceList as a data source of the driver whose section of .odbcinst.ini
-// is driverName, replacing an older section of that name; a name of one of the lists is passed over. Afterwards the
-// list holds blanks where its commas stood; null is an empty list. Failed reads and writes are not reported: a data
-// source whose driver's library cannot be read gets none.
+// Creates a data source for each name in the comma-separated dataSourceList (null is an empty list), for the driver
+// whose section of .odbcinst.ini is driverName. An older section of that name is replaced; names of reserved sections
+// are skipped. Afterwards the list holds blanks in place of its commas.
+// Failed reads and writes are not reported. A data source whose driver's library cannot be read gets no "Driver" key.
 void CreateDataSources(unsigned char* dataSourceList, const unsigned char* driverName);
 
 }  // namespace jx::install

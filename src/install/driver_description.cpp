@@ -1,4 +1,4 @@
-// What a caller hands to SQLInstallDriver: a description, or a list that begins with one.
+// What a caller passes to SQLInstallDriver: a driver's description, or a keyword list that begins with it.
 #include "install/driver_description.h"
 
 #include <jxtext.h>

@@ -27,8 +27,7 @@ using FileName = BoundedText<ProfileValue::kSize>;
 // The longest library value: a directory, a slash, a base name, a dot and an extension.
 using LibraryPath = BoundedText<ProfileValue::kSize + kBosBaseNameSize + kBosExtensionSize>;
 
-// Takes the file's name from the script's line for key, of which two fields are enough; false when there is no such
-// line.
+// Takes the file's name from the script's line for key, which needs only two fields here; false without such a line.
 bool fileFromScript(const unsigned char* infFile, const unsigned char* section, const unsigned char* key,
                     FileName& file) {
     ProfileValue value;
@@ -38,19 +37,18 @@ bool fileFromScript(const unsigned char* infFile, const unsigned char* section, 
     return line.fieldCount() > ScriptLine::kFileName && file.append(line.field(ScriptLine::kFileName));
 }
 
-// Takes what stands behind "=" of the list's text for key, which is found by its place; false when another key or no
-// "=" stands there.
+// Takes the file's name from the list's text at position; false when that text is not a pair of this key.
 bool fileFromList(unsigned char* list, std::string_view key, unsigned position, FileName& file) {
     const std::string_view pair = viewOf(keywordText(list, position));
     const std::size_t equals = pair.find('=');
     return equals != std::string_view::npos && pair.substr(0, equals) == key && file.append(pair.substr(equals + 1));
 }
 
-// The library's file name in directory path; false when the name or the whole is too long.
+// Puts the library's file name behind directory path; false when the name or the result is too long.
 bool buildLibraryPath(const unsigned char* path, FileName& file, LibraryPath& library) {
     std::array<unsigned char, kBosBaseNameSize> baseName{};
     std::array<unsigned char, kBosExtensionSize> extension{};
-    // Deliberate: a name without an extension keeps the dot, and the file's own directory is dropped.
+    // Deliberate: the directory that the file is given with is dropped, and a name without an extension ends in a dot.
     return bosParseName(file.text(), baseName.data(), extension.data(), 0) != 0 && library.append(viewOf(path)) &&
            library.append("/") && library.append(viewOf(baseName.data())) && library.append(".") &&
            library.append(viewOf(extension.data()));
@@ -63,7 +61,8 @@ void writeKeysOfList(unsigned char* list) {
         unsigned char* equals = strFind(text, static_cast<unsigned char>('='));
         if (equals == nullptr)
             continue;
-        // Deliberate: a description that holds "=" is cut here too, and the rest of the list goes to the shorter name.
+        // Deliberate: a description that holds "=" is cut here too; the keys behind it go to a section of the shorter
+        // name.
         *equals = 0;
         const std::string_view key = viewOf(text);
         if (key == kCapabilityKeys[kCreateDsn])
@@ -75,7 +74,7 @@ void writeKeysOfList(unsigned char* list) {
 
 void writeKeysOfScript(const unsigned char* infFile, const unsigned char* driver) {
     Script(infFile).readCapabilities(viewOf(driver), [&](std::size_t place, ProfileValue& value) {
-        // Deliberate: it is a value of this text that creates a data source; the key CreateDSN is stored as it stands.
+        // Deliberate: the key CreateDSN is stored like any other; only the value "CreateDSN" creates a data source.
         if (value.view() == kCapabilityKeys[kCreateDsn])
             CreateDataSources(value.text(), driver);
         else

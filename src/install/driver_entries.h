@@ -6,14 +6,15 @@
 
 namespace jx::install {
 
-// Writes one library entry: the file's name as the list or the script gives it, in directory lpszPath. keyName is the
-// key in double quotes, which are cut off in place; the entry "Driver" is written as "Setup" too.
-// 1 when written, and for "Setup" also when there is no usable pair for it; 0 when there is none for "Driver".
+// Writes one library entry: the file name from the list or the script, in directory lpszPath. keyName is the key in
+// double quotes, which are cut off in place. The entry "Driver" is also written as "Setup".
+// Returns 0 when there is no usable file name for "Driver". Without one for "Setup" nothing is written, and the result
+// is 1 as in all other cases.
 int WriteTheDriverAndSetupEntryToTheOdbcInstIni(const unsigned char* lpszInfFile, unsigned char* driverList,
                                                 const unsigned char* lpszPath, unsigned char* keyName);
 
-// Writes the further keys of the list, or the capability keys of the script. The list's CreateDSN creates data sources
-// instead. driverList is cut while it is read and stays so.
+// Writes the other keys of the list, or the capabilities from the script. The list's CreateDSN is not written: it
+// creates data sources. driverList is written into while it is read.
 void WriteDriverKeysToOdbcInstIni(const unsigned char* lpszInfFile, unsigned char* driverList);
 
 }  // namespace jx::install

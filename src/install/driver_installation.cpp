@@ -15,7 +15,7 @@ namespace jx::install {
 
 namespace {
 
-// Writes the entry named by quotedKey; the routine that does it cuts the key, so it works on a copy.
+// Writes the entry of a key, whose quotes are cut off in a copy. False when there is no usable entry "Driver".
 bool writeEntry(const unsigned char* infFile, DriverDescription& description, const unsigned char* path,
                 const char* quotedKey) {
     std::array<unsigned char, 50> key{};
@@ -37,7 +37,7 @@ int installDriver(const unsigned char* infFile, const unsigned char* driver, uns
         handOutText(asBytes(""), path, pathSize, pathLength);
         return 0;
     }
-    // Each step cuts the description; the next one begins with a fresh copy.
+    // Each step writes into the description, so the next one gets a fresh copy.
     description.take(driver, form);
     writeEntry(infFile, description, path, "\"Setup\"");
     description.take(driver, form);

@@ -4,7 +4,7 @@
 namespace jx::install {
 
 // Registers a driver from a keyword list (infFile null) or from a script: the work behind SQLInstallDriver, whose
-// comment says what it does. 1 or 0.
+// comment in odbcinst.h says what it does. Returns 1 or 0.
 int installDriver(const unsigned char* infFile, const unsigned char* driver, unsigned char* path,
                   unsigned short pathSize, unsigned short* pathLength);
 

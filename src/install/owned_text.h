@@ -16,7 +16,7 @@ struct RamRelease {
     void operator()(unsigned char* block) const { ramFree(block); }
 };
 
-// OwnedText: a heap text that leaves with its scope unless release() hands it on. Null when memory was short.
+// OwnedText: a heap text, released at the end of its scope unless release() passes it on. Null when memory was short.
 using OwnedText = std::unique_ptr<unsigned char[], RamRelease>;
 
 // A copy of first followed by second, with a NUL behind it; null when memory is short.

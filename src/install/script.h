@@ -1,4 +1,4 @@
-// Reading an installation script: every read of one goes through here.
+// Reading an installation script. All reads of scripts go through here.
 //
 //     const Script script(record.infFile);
 //     ProfileValue line;
@@ -14,23 +14,22 @@
 
 namespace jx::install {
 
-// Script: names a script, whose sections and keys are those of an INI file.
+// Script: an installation script, which is an INI file.
 // Limits   values and lists of keys are cut at 1024 bytes.
-// Failure  a script that is not there, or has no name (null), has no sections; readFailed of what was read tells
-// whether
-//          it is there and could not be read.
+// Failure  a script that cannot be found or read, or has no name (null), has no sections. What was read says in
+//          readFailed whether the script is there and could not be read.
 class Script {
 public:
     explicit Script(const unsigned char* file) : file_(file) {}
 
-    // The keys of a section; the one at the edge of the list may be cut.
+    // The keys of a section. The last one may be cut.
     KeyList keys(const unsigned char* section) const { return {section, kNotAvailable, file_}; }
 
-    // The keys that fit whole.
+    // The same without a key that does not fit whole.
     KeyList wholeKeys(const unsigned char* section) const { return {section, kNotAvailable, file_, LastKey::whole}; }
 
-    // The keys that name the files of a component. Deliberate: the script is opened under its own name for them, so a
-    // script called like one of the user's files is not taken for that one.
+    // The keys of a component's files. Deliberate: unlike in the other reads, ".odbc.ini" and ".odbcinst.ini" are here
+    // files of that name in the current directory, not the user's.
     KeyList fileKeys(const unsigned char* section) const;
 
     // Reads a value; true when the key is there.
@@ -38,9 +37,9 @@ public:
         return value.read(section, key, file_);
     }
 
-    // Reads a driver's capabilities, from the section of its name followed by "-Keys": calls take(place, value) for
-    // each that is there, in the order of kCapabilityKeys, until it gives false. False then, and when memory was short
-    // or the script could not be read.
+    // Reads a driver's capabilities from the section "NAME-Keys": calls take(place, value) for each one there, in the
+    // order of kCapabilityKeys. Stops when take returns false. False in that case, when memory was short, and when the
+    // script could not be read.
     template <class Take>
     bool readCapabilities(std::string_view driver, Take take) const;
 
@@ -48,9 +47,8 @@ private:
     const unsigned char* file_;
 };
 
-// Cuts a key that the script writes in double quotes to the name between them, and returns it: from the second
-// character, whatever the first one is, to the next double quote or the end. So a key without quotes loses its first
-// character.
+// The name in a key that a script writes in double quotes: what follows the first character, up to the next double
+// quote. The key is cut there. A key without quotes loses its first character.
 unsigned char* quotedName(unsigned char* key);
 
 template <class Take>

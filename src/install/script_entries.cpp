@@ -12,7 +12,7 @@ namespace {
 
 enum class Outcome { done, commaMissing, failed };
 
-// All entries at once: whatever ends the reading early, the count tells how many there are.
+// Makes all entries at once, so that their number is right when reading ends early.
 bool makeEntries(InstallItem& item, std::size_t count) {
     item.entries = static_cast<InfEntry*>(ramAllocZ(count * sizeof(InfEntry)));
     if (item.entries == nullptr)
@@ -21,7 +21,7 @@ bool makeEntries(InstallItem& item, std::size_t count) {
     return true;
 }
 
-// Fills one entry from the line under key, which is cut to its name; a key without a value leaves the entry empty.
+// Fills one entry from the line of key, which is cut to its name. The entry of a key without a line stays empty.
 Outcome readEntry(const unsigned char* infFile, const InstallItem& item, unsigned char* key, InfEntry& entry) {
     const Script script(infFile);
     ProfileValue value;

@@ -7,14 +7,14 @@
 
 namespace jx::install {
 
-// Reads the files of every component; 0 whatever became of the single ones.
+// Reads the files of every component. Always returns 0, even when some could not be read.
 unsigned int GetTheOdbcInfEntriesForEachItem(_Install* install);
 
-// Reads the files of one component from its section of the script that the record names, replacing what it had. There
-// is one entry for every key of the section; that of a key without a value is empty. A line with too few commas ends
-// the reading with a message that names the missing one, and the entries behind it are empty. Result  0; 1 for such a
-// line and for a section without keys; 1, and no entry at all, when memory is short or a line
-//         could not be read, since a component is not to be installed in part.
+// Reads the files of one component from its section of the record's script, in place of those it had. Each key of the
+// section gives one entry; a key without a value gives an empty one.
+// A line with too few commas is reported in a message box and ends the reading: the entries behind it are empty, and
+// the result is 1. It is also 1 for a section without keys, and when memory is short or a line cannot be read; the
+// component then has no entries at all, so that it is not installed in part. Else the result is 0.
 unsigned int GetDataFromObdcInf(_Install* install, std::uint32_t index);
 
 }  // namespace jx::install

@@ -14,7 +14,7 @@ namespace {
 
 constexpr unsigned char kQuote = '"';
 
-// Cuts text at its first "="; returns the text behind it in its list.
+// Cuts a text of a list at its first "="; returns the next text.
 unsigned char* cutAtEquals(unsigned char* text) {
     unsigned char* next = text + BUTSTLEN(text) + 1;
     if (unsigned char* equals = strFind(text, static_cast<unsigned char>('=')); equals != nullptr)
@@ -35,7 +35,7 @@ unsigned int PlaceDriversToBeInstalledInInstallStruct(_Install* install, unsigne
     unsigned char* next = nullptr;
     for (unsigned char* text = drivers; *text != 0; text = next) {
         next = cutAtEquals(text);
-        // Deliberate: only the opening quote goes; callers that quote a name get it with its closing quote.
+        // Deliberate: only the opening quote is dropped. A name that the caller puts in quotes keeps the closing one.
         const unsigned char* name = *text == kQuote ? text + 1 : text;
         if (appendItem(install, viewOf(name), DriverItem) != 0)
             return 1;

@@ -19,12 +19,12 @@ std::string_view withoutLeadingBlanks(std::string_view text) {
     return text;
 }
 
-// The columns from first to before end, as far as text reaches.
+// The characters from first up to end, as far as text reaches.
 std::string_view columns(std::string_view text, std::size_t first, std::size_t end) {
     return first < text.size() ? text.substr(first, end - first) : std::string_view{};
 }
 
-// The decimal number text begins with, 0 when there is none; one too large for the type becomes the largest.
+// The decimal number at the start of text, 0 without one. A number too large for the type becomes the largest.
 long numberIn(std::string_view text) {
     std::array<char, ProfileValue::kSize> digits{};
     text.copy(digits.data(), digits.size() - 1);
@@ -69,7 +69,7 @@ bool ScriptLine::fill(InfEntry& entry) const {
     readDate(field(kDate), entry);
     entry.number15 = numberIn(field(kNumber15));
     readVersion(field(kVersion), entry);
-    // An empty field 8 that a comma ends has a meaning of its own.
+    // Field 8 has a default, but only when the line reaches that far.
     const std::string_view text8 = count_ > kText8 && field(kText8).empty() ? "OLDER" : field(kText8);
     return storeText(field(kFileName), entry.fileName) && storeText(text8, entry.text8) &&
            storeText(field(kText14), entry.text14);

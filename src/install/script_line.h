@@ -15,10 +15,10 @@
 
 namespace jx::install {
 
-// ScriptLine: a line taken apart; the fields are views into it.
+// ScriptLine: a line split into fields, which are views into it.
 class ScriptLine {
 public:
-    // The fields a complete line has. The last one is not read, but the comma behind it must be there.
+    // A complete line has this many fields. Those without a name below are not read.
     static constexpr unsigned kFields = 20;
 
     enum Field : unsigned {
@@ -33,15 +33,14 @@ public:
 
     explicit ScriptLine(std::string_view line);
 
-    // How many fields a comma ends, up to kFields.
+    // How many fields the line has, counted up to kFields. What follows the last comma is no field.
     unsigned fieldCount() const { return count_; }
     bool isComplete() const { return count_ == kFields; }
 
-    // A field without the blanks before it; empty when no comma ends it.
+    // A field without leading blanks; empty when the line has fewer fields.
     std::string_view field(Field number) const { return fields_[number]; }
 
-    // Fills entry (but for its key) with what the fields say; false when memory is short. Texts stored by then stay and
-    // belong to entry.
+    // Fills entry, all but its key, from the fields; false when memory is short (texts stored by then belong to entry).
     bool fill(InfEntry& entry) const;
 
 private:
@@ -49,7 +48,8 @@ private:
     unsigned count_ = 0;
 };
 
-// Shows which comma of a line is missing. Null texts are empty; without memory for the message nothing is shown.
+// Shows a message box that says which comma of a line is missing. Null texts count as empty. Shows nothing when memory
+// is short.
 void showMissingComma(HWND owner, unsigned comma, const unsigned char* script, const unsigned char* section,
                       const unsigned char* key);
 

@@ -19,12 +19,13 @@ namespace {
 
 constexpr std::string_view kDriverKeyword = "Driver";
 
-// The text behind "=" of the list's second text, or null after a message.
+// The path in the second text of the list. Null, after a message, when that text names no driver file.
 const unsigned char* driverFileOf(const unsigned char* list) {
     DriverDescription copy;
     const bool isList = copy.take(list, DescriptionForm::keywordList);
     const unsigned char* pair = list + (keywordText(copy.bytes(), kDriverText) - copy.bytes());
-    // Deliberate: only the first six characters count, so "DriverODBCVer=" passes here and fails at the entry.
+    // Deliberate: only the first six characters count. "DriverODBCVer=" passes here and fails when the entry is
+    // written.
     if (!isList || viewOf(pair).substr(0, kDriverKeyword.size()) != kDriverKeyword) {
         showMessage(0, asBytes("Driver keyword was not found in the lpszDriver parameter"), MB_OK);
         return nullptr;
@@ -37,7 +38,7 @@ const unsigned char* driverFileOf(const unsigned char* list) {
     return equals + 1;
 }
 
-// Leaves the directory of the path in file; false when the file's name is too long.
+// Cuts the path in file down to its directory; false when the file name is too long.
 bool keepDirectory(unsigned char* file) {
     std::array<unsigned char, kBosBaseNameSize> baseName{};
     std::array<unsigned char, kBosExtensionSize> extension{};

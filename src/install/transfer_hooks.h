@@ -1,4 +1,4 @@
-// The hooks of the file transfer, which this system leaves empty: files are registered where they lie.
+// The hooks of the file transfer. They do nothing: files are registered where they lie.
 #pragma once
 
 #include <cstdint>
@@ -7,10 +7,10 @@
 
 namespace jx::install {
 
-// Where versions would be compared before a file of a role that has one is replaced; the result is not used.
+// The place to compare a file's version with that of an installed one. The result is not used.
 unsigned int VersionCheck(unsigned int hwnd, _Install* install, std::uint32_t item, std::uint32_t entry);
 
-// Where the disk with a file would be asked for. 0: go on.
+// The place to ask for the disk with a file. 0: go on.
 unsigned int CopyDisk(unsigned int hwnd, _Install* install, std::uint32_t item, std::uint32_t entry);
 
 }  // namespace jx::install

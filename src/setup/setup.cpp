@@ -1,4 +1,4 @@
-// The entry points of libjxsetup.so, the setup library for drivers that bring none.
+// The entry points of libjxsetup.so, the setup library for drivers that have none of their own.
 #include <new>
 
 #include <odbcinst.h>
@@ -9,8 +9,8 @@ namespace {
 
 using jx::setup::DataSourceRequest;
 
-// Lets the user add or change a data source, beginning with what the list says. Nothing when there is no one to ask or
-// nothing to ask about.
+// Lets the user add or change a data source in the dialog, which shows the attributes of the list at first. Returns
+// nothing when no dialog was shown.
 std::optional<bool> carryOutInDialog(HWND owner, bool adds, const char* driver, DataSourceRequest begin) {
     if (!jx::setup::isInstalled(driver))
         return std::nullopt;
@@ -54,10 +54,10 @@ bool configure(HWND owner, WORD request, const char* driver, const char* attribu
 
 }  // namespace
 
-// Adds, changes or removes the data source that lpszAttributes names, for the installed driver lpszDriver. FALSE, with
-// nothing changed, on a list or a value that cannot be stored as it was given. With a window and a screen on this
-// thread the user adds and changes in a dialog, which begins with the attributes given; FALSE then when the user gave
-// up.
+// Adds, changes or removes the data source that lpszAttributes names, for the installed driver lpszDriver. With a
+// window and a screen on this thread, adding and changing shows a dialog, in which the user can edit the given
+// attributes first. FALSE, and nothing changed, when the list is bad, a value cannot be stored as given, or the user
+// cancelled.
 extern "C" JX_EXPORT BOOL ConfigDSN(HWND hwnd, WORD fRequest, LPCSTR lpszDriver, LPCSTR lpszAttributes) {
     try {
         return configure(hwnd, fRequest, lpszDriver, lpszAttributes) ? TRUE : FALSE;
@@ -66,7 +66,7 @@ extern "C" JX_EXPORT BOOL ConfigDSN(HWND hwnd, WORD fRequest, LPCSTR lpszDriver,
     }
 }
 
-// A translator without options of its own: option 0, always TRUE. A null pvOption is skipped.
+// For translators without options: sets *pvOption (which may be null) to 0 and returns TRUE.
 extern "C" JX_EXPORT BOOL ConfigTranslator(HWND hwnd, DWORD* pvOption) {
     static_cast<void>(hwnd);
     if (pvOption != nullptr)

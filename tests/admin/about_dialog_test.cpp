@@ -47,7 +47,7 @@ TEST_F(AboutDialog, OnlyItsButtonCloses) {
     jxDllDialog(0, JxAboutDialog, AboutDlgProc, &record);
 }
 
-// A memory checker tells when it does.
+// Sanitizers would report a second release.
 TEST_F(AboutDialog, ReleasesItsTextsOnceHoweverOftenItsButtonIsPressed) {
     admin::AboutRecord record{{heap("One"), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, heap("Eight")}};
     ScriptedUser user{call([&](HWND open) {

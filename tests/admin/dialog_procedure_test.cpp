@@ -1,5 +1,4 @@
-// What all dialog procedures share: how they find their records again, wherever in memory these lie, and what they do
-// without.
+// What all dialog procedures share: they find their record wherever in memory it is, and can be closed without one.
 #include <sys/mman.h>
 
 #include <iostream>
@@ -12,7 +11,7 @@ namespace jx::test {
 
 namespace {
 
-// Pages at an address; null when they are not to be had there.
+// Pages at an address; null when the system gives none there.
 void* pageNear(std::uintptr_t address) {
     void* wanted = reinterpret_cast<void*>(address);  // NOLINT(performance-no-int-to-ptr): an address is the point
     void* page =
@@ -51,7 +50,7 @@ TEST_F(DialogRecord, IsFoundWhereverItLies) {
     }
 }
 
-// The result says nothing: what came of a dialog stands in its record.
+// The result of a dialog is always the same.
 TEST_F(DialogRecord, HoldsTheOutcomeSinceEveryClosingPathEndsAlike) {
     struct Row {
         unsigned short dialog;

@@ -162,7 +162,7 @@ TEST_F(DriversDialog, DeletingTheLastOneGreysTheButton) {
     EXPECT_EQ(listIn(user.dumps[0]), "  list 117\n");
 }
 
-// Names of nine bytes and their NULs, and one more of a length of its own.
+// Names of nine bytes and their NULs up to so many bytes, and then one more.
 std::string namesUpTo(int bytes, const std::string& last) {
     std::string list;
     for (int used = 0; used + 10 <= bytes; used += 10)
@@ -191,7 +191,7 @@ TEST_F(DriversDialog, LeavesADataSourceAloneWhoseNameDoesNotFitTheList) {
     for (const std::size_t length : {std::size_t{8}, std::size_t{9}, std::size_t{20}}) {
         SCOPED_TRACE(length);
         const std::string last(length, 'n');
-        // What the list would hold of a longer name is a data source of its own here.
+        // If the longer name were cut, it would be the name of this data source.
         const std::string other = "[" + std::string(8, 'n') + (length == 8 ? "x" : "") + "]\nA=1\n";
         home.put(".odbc.ini", "[ODBC Data Sources]\n" + namesUpTo(990, last) + other);
         SQLWritePrivateProfileString("ODBC Data Sources", last.c_str(), "Bare", ".odbc.ini");

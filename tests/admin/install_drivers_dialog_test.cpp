@@ -88,7 +88,7 @@ TEST_F(InstallDriversDialog, AnswersItsCommandsAsAgreed) {
     run();
 }
 
-TEST_F(InstallDriversDialog, LeavesOutTheDriverWhoseNameDoesNotFitWhole) {
+TEST_F(InstallDriversDialog, LeavesOutTheDriverWhoseNameDoesNotFit) {
     std::string text = "[ODBC Drivers]\n";
     for (int number = 100; number < 300; ++number)
         text += "\"Driver" + std::to_string(number) + "\"=x\n";

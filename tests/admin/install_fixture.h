@@ -1,4 +1,4 @@
-// What the tests of the dialogs of a batch installation begin with: a script and a record that names it.
+// The fixture of the installation dialogs' tests: a script and a record that names it.
 #pragma once
 
 #include <jxmemory.h>

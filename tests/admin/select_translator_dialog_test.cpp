@@ -100,7 +100,7 @@ TEST_F(SelectTranslatorDialog, WithoutTranslatorsOffersNone) {
 TEST_F(SelectTranslatorDialog, DoesNotTakeANameThatDoesNotFit) {
     home.put(".odbcinst.ini", "[ODBC Translators]\n" + std::string(255, 'a') + "=x\n" + std::string(256, 'b') + "=x\n");
     const std::string reason =
-        "KALDERO ODBC Admin|The translator was not taken: its name has more than 255 characters. Choose another one, "
+        "KALDERO ODBC Admin|This translator cannot be used: its name is longer than 255 bytes. Choose another one, "
         "or shorten the name in section ODBC Translators of .odbcinst.ini.|" +
         std::to_string(MB_OK | MB_ICONEXCLAMATION);
     for (const auto& confirm : {press(IDOK), doubleClick(JxTranslatorsList, 2)}) {

@@ -5,7 +5,7 @@ namespace jx::test {
 
 namespace {
 
-// A line of a script with so many commas; the fields are their numbers but for the date.
+// A line of a script with this many commas. Each field is "f" and its number, but field 5 is a date.
 std::string line(int commas) {
     std::string text = "0";
     for (int field = 1; field <= commas; ++field)

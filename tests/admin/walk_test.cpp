@@ -1,5 +1,5 @@
-// A walk through all dialogs; the pictures in docs/dialogs.md are what it sees. With JX_UPDATE_WALK set, the document
-// gets the pictures of today instead of being compared.
+// A walk through all dialogs, which compares each with its picture in docs/dialogs.md. With JX_UPDATE_WALK set it
+// updates the pictures instead.
 #include <jxmemory.h>
 #include <sys/stat.h>
 

@@ -54,7 +54,7 @@ TEST(WriteDSNToIni, WritesNothingAtAllForANewNameOfADriverThatIsNotInstalled) {
     EXPECT_TRUE(home.names().empty());
 }
 
-// The store cuts outer blanks off, so a name that is only told apart by them is the same data source.
+// The store trims names, so a name with outer blanks is the same data source.
 TEST(DefaultDataSource, IsTheSameWithBlanksAroundItsName) {
     const TestHome home{{".odbcinst.ini", "[Sample Driver]\nDriver=/opt/sample.so\n"}};
     EXPECT_EQ(SQLWriteDSNToIni(" Default\t", "Sample Driver"), TRUE);

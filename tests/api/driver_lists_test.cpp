@@ -18,7 +18,7 @@ constexpr WORD kLengthBefore = 4711;
 // "Sample Driver", NUL, "Other", NUL
 const std::string kNames = listBytes({"Sample Driver", "Other"});
 
-// A section of 1-byte names and one that crosses the edge of 1024 bytes, and the list that is left of it.
+// A section with more keys than 1024 bytes hold.
 std::string longSection(std::string_view quote) {
     std::string text = "[ODBC Drivers]\n";
     for (int key = 0; key < 130; ++key)
@@ -50,7 +50,7 @@ void expectRefused(const Answer& answer) {
     EXPECT_TRUE(answer.buffer.isUntouched());
 }
 
-// What a caller with size bytes gets of the list.
+// The part of the list that a caller with size bytes gets.
 void expectList(const Answer& answer, const std::string& list, WORD size) {
     const std::size_t copied = list.size() < size ? list.size() : std::size_t{size} - 1;
     EXPECT_EQ(answer.result, TRUE);

@@ -26,7 +26,7 @@ TEST(ExportedData, BeginsWithNoDialogAndNoBuffers) {
     EXPECT_EQ(bigbuf, nullptr);
 }
 
-TEST(ExportedData, WordsAreAsWideAsAPointer) {
+TEST(ExportedData, HandlesAreAsWideAsAPointer) {
     static_assert(sizeof HWNDDSDLG == sizeof(void*) && sizeof HWNDADDLG == sizeof(void*));
     static_assert(sizeof inbuf == sizeof(void*) && sizeof outbuf == sizeof(void*) && sizeof bigbuf == sizeof(void*));
     static_assert(sizeof(HWND) == 4 && sizeof(WORD) == 2 && sizeof(DWORD) == 4 && sizeof(BOOL) == 4);

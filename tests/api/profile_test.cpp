@@ -26,7 +26,7 @@ std::string read(const char* section, const char* entry, const char* fallback, c
     return buffer.all().substr(0, static_cast<std::size_t>(length));
 }
 
-// A size, the size it counts as, and how much room the caller really has.
+// A size and what it is taken for.
 struct SizeRow {
     int size;
     int counts;

@@ -12,7 +12,8 @@ namespace {
 
 using namespace std::string_literals;
 
-// The name of the data source in a list whose bytes lie in memory of their own, so that a read behind them is seen.
+// The name of the data source in a list. The list is copied to memory of its exact size, so that a sanitizer sees a
+// read past it.
 std::string dataSourceIn(const std::string& list) {
     const std::vector<unsigned char> bytes(list.begin(), list.end());
     AttributeList attributes;

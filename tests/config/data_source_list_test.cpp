@@ -194,7 +194,7 @@ TEST(KnownDataSource, IsFoundByItsExactSpelling) {
     EXPECT_EQ(boxes.boxes(), Boxes{});
 }
 
-TEST(KnownDataSource, TellsAboutEveryOtherName) {
+TEST(KnownDataSource, ReportsEveryOtherName) {
     const TestHome home{{".odbc.ini", kTwo}, {".odbcinst.ini", kDefault}};
     for (const char* name : {"a", "C", "", "default", static_cast<const char*>(nullptr)}) {
         SCOPED_TRACE(name == nullptr ? "(null)" : name);
@@ -258,7 +258,7 @@ TEST(ConcatenateNames, TakesLongNames) {
     ins.ResetData(ResetAll);
 }
 
-TEST(ConcatenateNames, LeavesAnEarlierDisplayTextToWhoeverTookIt) {
+TEST(ConcatenateNames, DoesNotReleaseAnEarlierDisplayText) {
     OdbcIns ins;
     setRows(ins, {{"A", "B"}});
     ins.ConcatenateNames();

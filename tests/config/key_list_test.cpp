@@ -54,7 +54,7 @@ TEST(KeyListOfASection, IsTakenForAbsentWhenItsFirstKeyReadsSo) {
     EXPECT_TRUE(KeyList(asBytes("B"), kNotAvailable, asBytes(file.c_str())).isThere());
 }
 
-TEST(KeyListOfASection, TellsAFailedReadFromAnAbsentSection) {
+TEST(KeyListOfASection, KnowsAFailedReadFromAMissingSection) {
     const TestHome home({{"s.ini", "[A]\nx=1\n"}});
     const std::string file = home.file("s.ini");
     const KeyList unreadable(asBytes("A"), kNotAvailable, asBytes(home.path().c_str()));

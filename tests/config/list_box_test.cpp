@@ -1,4 +1,4 @@
-// The members of OdbcIns that fill list boxes and take what is selected there.
+// The members of OdbcIns that fill list boxes and read their selection.
 #include <gtest/gtest.h>
 #include <jxdialog.h>
 #include <jxwindow.h>

@@ -30,7 +30,7 @@ TEST(MessageAroundAName, CutsTheNameAtTheLastByteThatFits) {
     }
 }
 
-TEST(MessageAroundAName, CutsWordsThatAreTooLongThemselves) {
+TEST(MessageAroundAName, CutsASentenceThatIsTooLongItself) {
     EXPECT_EQ(messageAround(5, 1023, 1), std::string(1023, 'b'));
     EXPECT_EQ(messageAround(5, 1022, 5), std::string(1022, 'b') + "a");
     EXPECT_EQ(messageAround(5, 70000, 70000), std::string(1023, 'b'));

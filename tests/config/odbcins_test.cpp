@@ -1,4 +1,4 @@
-// The installer object: how it begins, ends and is cleared.
+// The installer object: constructor, destructor, and ResetData.
 #include <gtest/gtest.h>
 #include <odbcins.h>
 

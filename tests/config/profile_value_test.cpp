@@ -9,7 +9,7 @@
 
 namespace jx::test {
 
-TEST(ProfileValueOfAKey, TellsWhatIsThereFromWhatIsNot) {
+TEST(ProfileValueOfAKey, KnowsWhatIsThere) {
     const TestHome home({{"s.inf", "[A]\nk=v\nempty=\nodd=NOT AVAILABLE\n[B]\n[C]\nNOT AVAILABLE=1\nx=2\n"}});
     const std::string file = home.file("s.inf");
     struct Row {
@@ -39,7 +39,7 @@ TEST(ProfileValueOfAKey, ReadsNothingFromANullFile) {
     EXPECT_STREQ(asChars(text.text()), "");
 }
 
-TEST(ProfileValueOfAKey, TellsAFailedReadFromAnAbsentEntry) {
+TEST(ProfileValueOfAKey, KnowsAFailedReadFromAMissingEntry) {
     const TestHome home({{"s.inf", "[A]\nk=v\n"}});
     const std::string folder = home.path();
     const std::string absent = home.file("absent");

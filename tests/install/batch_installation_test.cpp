@@ -119,7 +119,7 @@ TEST(BatchInstallation, WithoutAWindowOrAListInstallsTranslatorsAndCoreComponent
     }
 }
 
-TEST(BatchInstallation, ReturnsFalseAndTellsAnAbortionThoughTheFilesHoldItsOutcome) {
+TEST(BatchInstallation, ReturnsFalseAndReportsAnAbortionThoughTheFilesHoldItsOutcome) {
     const TestHome home({{"odbc.inf", oneDriver()}});
     MessageBoxScript boxes;
     EXPECT_EQ(installAll(kWindow, home.file("odbc.inf"), "/l", "D\0"s), FALSE);
@@ -351,7 +351,7 @@ TEST(BatchInstallation, TakesNamesOf1024CharactersAndMore) {
     }
 }
 
-TEST(Outcome, IsToldOnlyToAWindowAndNotWhenNothingHappened) {
+TEST(Outcome, IsShownOnlyToAWindowAndNotWhenNothingHappened) {
     struct Row {
         unsigned int window;
         bool succeeded;

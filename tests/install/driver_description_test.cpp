@@ -1,4 +1,4 @@
-// The working copy of what SQLInstallDriver is handed, and the bounds of reading it.
+// The working copy of the list or name that SQLInstallDriver gets, and the bounds of reading it.
 #include "install/driver_description.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// Walking the components of a run and their files.
+// Installing the files of a run, component by component.
 #include "install/item_installation.h"
 
 #include <gtest/gtest.h>

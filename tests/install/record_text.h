@@ -9,7 +9,7 @@
 
 namespace jx::test {
 
-// TestRecord: a record of an installation that is ended and released with its scope.
+// TestRecord: a record of an installation, released at the end of its scope.
 class TestRecord {
 public:
     // infFile may be null.
@@ -21,14 +21,14 @@ public:
     install::_Install* get() { return install_; }
     install::_Install* operator->() { return install_; }
 
-    // Adds a component that is selected, or a file to the last one; a null file name is none.
+    // Adds a selected component, or a file to the last one; a null file name means none.
     TestRecord& item(install::ItemKind kind, std::string_view name);
     TestRecord& file(const char* role, const char* fileName);
 
     // Sets a capability of the last component.
     TestRecord& capability(std::string_view key, const char* value);
 
-    // Sets both directories; targetDir is used as it stands.
+    // Sets both directories.
     TestRecord& directories(const char* sourceDir, const char* targetDir);
 
 private:
@@ -38,7 +38,7 @@ private:
 // A heap copy as records own them.
 unsigned char* ownedText(const char* text);
 
-// A writable copy of a text for calls that cut what they are given.
+// A writable copy of a text, for calls that write into their arguments.
 class WritableText {
 public:
     explicit WritableText(std::string_view text) : bytes_(text.begin(), text.end()) { bytes_.push_back('\0'); }
@@ -61,7 +61,7 @@ std::string dumpNames(const install::_Install& install);
 // The names of the processed files, each in "".
 std::string dumpProcessed(const install::_Install& install);
 
-// A script's line for a file, with every field that is read and exactly as many commas as needed.
+// A line of a script for a file, with every field that is read and 20 commas.
 std::string scriptLine(std::string_view fileName);
 
 }  // namespace jx::test

@@ -1,4 +1,4 @@
-// Takes the place of the file transfer's hooks and of the dialog starters.
+// Replaces the hooks of the file transfer and the dialog starters.
 #include "recorded_hooks.h"
 
 #include "install/transfer_hooks.h"

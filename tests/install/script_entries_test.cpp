@@ -51,7 +51,7 @@ TEST(Entries, OfAKeyWithoutAValueAreEmptyWhereverTheyStand) {
               "driver \"A\" selected\n"s + kEmptyFile + "  file \"Driver\" \"a.so\"" + kFileTail + kEmptyFile);
 }
 
-TEST(Entries, EndAtALineWithTooFewCommasAndTellWhichIsMissing) {
+TEST(Entries, EndAtALineWithTooFewCommasWhichIsReported) {
     const MessageBoxScript boxes;
     FileScript script("[A]\n\"Driver\"=" + scriptLine("a.so") +
                       "\n\"Setup\"=1,s.so,,\n\"Help\"=" + scriptLine("h.hlp") + "\n");
@@ -87,7 +87,7 @@ TEST(Entries, NeedExactlyTwentyCommas) {
     }
 }
 
-TEST(Entries, OfValuesThatAreCutTellTheCommaTheyLost) {
+TEST(Entries, OfValuesThatAreCutReportTheCommaTheyLost) {
     const MessageBoxScript boxes;
     FileScript script("[A]\n\"Driver\"=1," + std::string(3000, 'n') + std::string(19, ',') + "\n");
     script.record.item(DriverItem, "A");
@@ -152,7 +152,7 @@ TEST(Entries, AreReadForTheOtherComponentsAfterAUselessOne) {
     EXPECT_EQ(boxes.boxes().size(), 1U);
 }
 
-TEST(Entries, AreNoneInAScriptThatIsNoFileOrHasNoName) {
+TEST(Entries, AreNoneInAScriptThatIsNotAFileOrHasNoName) {
     const TestHome home;
     ASSERT_EQ(mkdir(home.file("folder").c_str(), 0700), 0);
     ASSERT_EQ(mkfifo(home.file("fifo").c_str(), 0600), 0);

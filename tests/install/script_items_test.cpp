@@ -78,7 +78,7 @@ TEST(PlaceTranslators, DropTheFirstCharacterOfAnUnquotedKeyAndCutItAtTheNextQuot
               "translator \"\"\n");
 }
 
-TEST(PlaceTranslators, TellsAnEmptyListFromAnAbsentOne) {
+TEST(PlaceTranslators, ReturnOneForAnEmptyListAndZeroForAMissingOne) {
     ItemScript empty("[ODBC Translators]\n; none\n");
     EXPECT_EQ(PlaceTranslatorsToBeInstalledInInstallStruct(empty.record.get()), 1U);
     EXPECT_EQ(dump(*empty.record.get()), "");
@@ -150,7 +150,7 @@ TEST(NonDriverItems, AreTheCoreSectionsThatExist) {
     }
 }
 
-TEST(ScriptItems, AreNoneInAScriptThatIsNoFileOrHasNoNameAndTheStatusSaysWhichCouldNotBeRead) {
+TEST(ScriptItems, AreNoneInAScriptThatIsNotAFileOrHasNoNameAndTheResultSaysWhichCouldNotBeRead) {
     const TestHome home;
     ASSERT_EQ(mkdir(home.file("folder").c_str(), 0700), 0);
     ASSERT_EQ(mkfifo(home.file("fifo").c_str(), 0600), 0);

@@ -37,8 +37,8 @@ std::string lineWith(unsigned field, const std::string& text) {
     return std::string(field, ',') + text + std::string(20 - field, ',');
 }
 
-// Reads from a heap block of exactly the line's size, so that a read behind it shows under the sanitizer. Gives back
-// how many fields a comma ends.
+// Reads from a heap block of exactly the line's size, so that a sanitizer sees a read past it. Returns the number of
+// fields.
 unsigned read(std::string_view line, InfEntry& entry) {
     const std::unique_ptr<char[]> bytes(new char[line.size()]);
     line.copy(bytes.get(), line.size());

@@ -18,7 +18,7 @@ using jx::KeyList;
 using jx::ProfileValue;
 using jx::viewOf;
 
-// The capabilities that a script holds for a driver, one a line; "(failed)" behind those of a reading that failed.
+// The capabilities of a driver in a script, one a line, with "(failed)" at the end when reading failed.
 std::string capabilitiesOf(const unsigned char* script, const char* driver, std::size_t most = 7) {
     std::string all;
     const bool isComplete = Script(script).readCapabilities(driver, [&](std::size_t place, const ProfileValue& value) {
@@ -52,7 +52,7 @@ TEST(InstallationScript, GivesTheKeyAtTheEdgeOfAListCutOrNotAtAll) {
     EXPECT_EQ(script.wholeKeys(asBytes("A")).names().count(), 1U);
 }
 
-// A program may hand over a script of that name; only the files of its components are looked for under it.
+// Other reads take ".odbc.ini" for the user's file.
 TEST(InstallationScript, IsOpenedUnderItsOwnNameForTheKeysOfFiles) {
     const TestHome home({{".odbc.ini", "[A]\n\"Driver\"=1,\n"}});
     const Script script(asBytes(".odbc.ini"));

@@ -1,4 +1,4 @@
-// The directory that SQLInstallDriver hands to its caller.
+// The directory that SQLInstallDriver returns.
 #include <gtest/gtest.h>
 #include <jxtypes.h>
 
@@ -73,7 +73,7 @@ TEST(TargetPath, IsCutToTheBufferAndTheLengthIsThatOfTheCutText) {
     }
 }
 
-TEST(TargetPath, NeedsADriverPairAsTheSecondTextAndTellsWhatIsMissing) {
+TEST(TargetPath, NeedsADriverPairAsTheSecondTextAndReportsWhatIsMissing) {
     struct Row {
         std::string list;
         const char* message;

@@ -1,4 +1,4 @@
-// What the members do when a write fails or a read gives what the store never gives, and what others see on the way.
+// What the members do when writes fail or reads return what the real store never does, and in which order they write.
 #include <gtest/gtest.h>
 #include <jxprofile.h>
 #include <odbcins.h>
@@ -29,7 +29,7 @@ std::string textOf(const unsigned char* text) {
     return text == nullptr ? "(null)" : "'" + std::string(reinterpret_cast<const char*>(text)) + "'";
 }
 
-// Store: what was asked of it and what it answers. A key with no answer has the default.
+// Store: its calls and its answers. A key without an answer has the default.
 struct Store {
     Lines calls;
     std::map<std::string, std::string> answers;
@@ -66,7 +66,7 @@ std::string fileOf(const unsigned char* file) {
     return reinterpret_cast<const char*>(file);
 }
 
-// Every test begins with an empty store that nobody has asked.
+// Every test begins with an empty store and no calls.
 class FailingStore : public ::testing::Test {
 protected:
     FailingStore() { store = Store{}; }

@@ -23,7 +23,7 @@ using namespace jx::test;
 using jx::asBytes;
 using jx::ini::test::Call;
 
-// From the nth look at a file of that name on, the disk gives an error; writes look in another way.
+// From the nth look at a file of that name on, the disk reports an error. Writes are not affected.
 class BrokenFile : public jx::ini::test::WatchedFiles {
 public:
     explicit BrokenFile(std::string_view name, int from = 1) : name_(name), from_(from) {}
@@ -94,7 +94,7 @@ TEST(FailedRead, OfALineOfTheScriptLeavesTheComponentWithoutFiles) {
     }
 }
 
-TEST(FailedRead, OfTheScriptIsToldByEveryStepThatReadsIt) {
+TEST(FailedRead, OfTheScriptIsReportedByEveryStepThatReadsIt) {
     const TestHome home({{"odbc.inf", "[D-Keys]\nAPILevel=1\n[ODBC]\nx=1\n[ODBC Translators]\n\"T\"=1\n"}});
     using Step = unsigned int (*)(_Install*);
     for (const Step step : {&GetTheDriverKeys, &PlaceTranslatorsToBeInstalledInInstallStruct, &GetTheNonDriverItems}) {
@@ -106,7 +106,7 @@ TEST(FailedRead, OfTheScriptIsToldByEveryStepThatReadsIt) {
     }
 }
 
-TEST(FailedRead, OfASingleCapabilityIsToldToo) {
+TEST(FailedRead, OfASingleCapabilityIsReportedToo) {
     const TestHome home({{"odbc.inf", "[D-Keys]\nSQLLevel=1\n"}});
     const BrokenFile broken("/odbc.inf", 3);
     TestRecord record(home.file("odbc.inf").c_str());
