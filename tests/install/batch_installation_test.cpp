@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 #include <jxdialog.h>
 #include <odbcinst.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -328,11 +327,11 @@ TEST(BatchInstallation, EndsAsAnAbortedOneWhenTheCurrentDirectoryIsNeededAndGone
     EXPECT_TRUE(home.names().empty());
 }
 
-TEST(BatchInstallation, SurvivesScriptsThatAreNoFile) {
+TEST(BatchInstallation, SurvivesScriptsThatCannotBeRead) {
     const TestHome home;
-    ASSERT_EQ(mkdir(home.file("folder").c_str(), 0700), 0);
-    ASSERT_EQ(mkfifo(home.file("fifo").c_str(), 0600), 0);
-    for (const std::string& script : {home.file("folder"), home.file("fifo"), home.file("absent"), "/dev/zero"s, ""s}) {
+    std::vector<std::string> scripts = unusableScripts(home);
+    scripts.emplace_back("/dev/zero");
+    for (const std::string& script : scripts) {
         SCOPED_TRACE(script);
         EXPECT_EQ(installAll(0, script, "/l", "D\0"s), FALSE);
         EXPECT_EQ(home.text(".odbcinst.ini"), "(absent)");

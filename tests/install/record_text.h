@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "install/install_record.h"
+#include "test_home.h"
 
 namespace jx::test {
 
@@ -34,6 +35,16 @@ public:
 private:
     install::_Install* install_ = nullptr;
 };
+
+// ScriptRecord: a script in a home of its own, and a record that names it.
+struct ScriptRecord {
+    explicit ScriptRecord(const std::string& text);
+    TestHome home;
+    TestRecord record;
+};
+
+// The names of scripts that cannot be read, made in home: a directory, a FIFO, an absent file, the empty name.
+std::vector<std::string> unusableScripts(const TestHome& home);
 
 // A heap copy as records own them.
 unsigned char* ownedText(const char* text);

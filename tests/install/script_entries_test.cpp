@@ -2,13 +2,11 @@
 #include "install/script_entries.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <string>
 
 #include "message_box_script.h"
 #include "record_text.h"
-#include "test_home.h"
 
 namespace {
 
@@ -16,19 +14,13 @@ using namespace jx::install;
 using namespace jx::test;
 using namespace std::string_literals;
 
-// A script and a record that names it.
-struct FileScript {
-    explicit FileScript(const std::string& text) : home{{"odbc.inf", text}}, record(home.file("odbc.inf").c_str()) {}
-    TestHome home;
-    TestRecord record;
-};
-
 constexpr char kFileTail[] = " 1 2024 3 15 48211 version 2 50 0 1234 texts \"NEWER\" \"shared\"\n";
 constexpr char kEmptyFile[] = "  file - - 0 0 0 0 0 version 0 0 0 0 texts - -\n";
 
 TEST(Entries, AreReadForEveryKeyOfTheSection) {
     const MessageBoxScript boxes;
-    FileScript script("[A]\n\"Driver\"=" + scriptLine("libdrv.so") + "\n\"Setup\"=" + scriptLine("libdrvs.so") + "\n");
+    ScriptRecord script("[A]\n\"Driver\"=" + scriptLine("libdrv.so") + "\n\"Setup\"=" + scriptLine("libdrvs.so") +
+                        "\n");
     script.record.item(DriverItem, "A");
     EXPECT_EQ(GetDataFromObdcInf(script.record.get(), 0), 0U);
     EXPECT_EQ(dump(*script.record.get()), "driver \"A\" selected\n  file \"Driver\" \"libdrv.so\""s + kFileTail +
@@ -37,14 +29,14 @@ TEST(Entries, AreReadForEveryKeyOfTheSection) {
 }
 
 TEST(Entries, ReplaceWhatTheComponentHad) {
-    FileScript script("[A]\n\"Driver\"=" + scriptLine("new.so") + "\n");
+    ScriptRecord script("[A]\n\"Driver\"=" + scriptLine("new.so") + "\n");
     script.record.item(DriverItem, "A").file("Driver", "old.so").file("Setup", "old.so");
     EXPECT_EQ(GetDataFromObdcInf(script.record.get(), 0), 0U);
     EXPECT_EQ(dump(*script.record.get()), "driver \"A\" selected\n  file \"Driver\" \"new.so\""s + kFileTail);
 }
 
 TEST(Entries, OfAKeyWithoutAValueAreEmptyWhereverTheyStand) {
-    FileScript script("[A]\n\"One\"=NOT AVAILABLE\n\"Driver\"=" + scriptLine("a.so") + "\n\"Two\"=NOT AVAILABLE\n");
+    ScriptRecord script("[A]\n\"One\"=NOT AVAILABLE\n\"Driver\"=" + scriptLine("a.so") + "\n\"Two\"=NOT AVAILABLE\n");
     script.record.item(DriverItem, "A");
     EXPECT_EQ(GetDataFromObdcInf(script.record.get(), 0), 0U);
     EXPECT_EQ(dump(*script.record.get()),
@@ -53,8 +45,8 @@ TEST(Entries, OfAKeyWithoutAValueAreEmptyWhereverTheyStand) {
 
 TEST(Entries, EndAtALineWithTooFewCommasWhichIsReported) {
     const MessageBoxScript boxes;
-    FileScript script("[A]\n\"Driver\"=" + scriptLine("a.so") +
-                      "\n\"Setup\"=1,s.so,,\n\"Help\"=" + scriptLine("h.hlp") + "\n");
+    ScriptRecord script("[A]\n\"Driver\"=" + scriptLine("a.so") +
+                        "\n\"Setup\"=1,s.so,,\n\"Help\"=" + scriptLine("h.hlp") + "\n");
     script.record.item(DriverItem, "A");
     EXPECT_EQ(GetDataFromObdcInf(script.record.get(), 0), 1U);
     EXPECT_EQ(dump(*script.record.get()), "driver \"A\" selected\n  file \"Driver\" \"a.so\""s + kFileTail +
@@ -77,7 +69,7 @@ TEST(Entries, NeedExactlyTwentyCommas) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.commas);
         const MessageBoxScript boxes;
-        FileScript script("[A]\n\"Driver\"=x" + std::string(row.commas, ',') + "y\n");
+        ScriptRecord script("[A]\n\"Driver\"=x" + std::string(row.commas, ',') + "y\n");
         script.record.item(DriverItem, "A");
         EXPECT_EQ(GetDataFromObdcInf(script.record.get(), 0), row.result);
         ASSERT_EQ(boxes.boxes().size(), row.missing == nullptr ? 0U : 1U);
@@ -89,7 +81,7 @@ TEST(Entries, NeedExactlyTwentyCommas) {
 
 TEST(Entries, OfValuesThatAreCutReportTheCommaTheyLost) {
     const MessageBoxScript boxes;
-    FileScript script("[A]\n\"Driver\"=1," + std::string(3000, 'n') + std::string(19, ',') + "\n");
+    ScriptRecord script("[A]\n\"Driver\"=1," + std::string(3000, 'n') + std::string(19, ',') + "\n");
     script.record.item(DriverItem, "A");
     EXPECT_EQ(GetDataFromObdcInf(script.record.get(), 0), 1U);
     ASSERT_EQ(boxes.boxes().size(), 1U);
@@ -99,7 +91,7 @@ TEST(Entries, OfValuesThatAreCutReportTheCommaTheyLost) {
 TEST(Entries, ReportNamesOfAnyLengthWhole) {
     const MessageBoxScript boxes;
     const std::string name(32768, 'n');
-    FileScript script("[" + name + "]\n\"Driver\"=x\n");
+    ScriptRecord script("[" + name + "]\n\"Driver\"=x\n");
     script.record.item(DriverItem, name);
     EXPECT_EQ(GetDataFromObdcInf(script.record.get(), 0), 1U);
     ASSERT_EQ(boxes.boxes().size(), 1U);
@@ -107,8 +99,8 @@ TEST(Entries, ReportNamesOfAnyLengthWhole) {
 }
 
 TEST(Entries, OfKeysWithoutQuotesLoseTheirFirstCharacter) {
-    FileScript script("[A]\nDriver=" + scriptLine("a.so") + "\n\"=" + scriptLine("b.so") +
-                      "\n\"Setup=" + scriptLine("c.so") + "\n");
+    ScriptRecord script("[A]\nDriver=" + scriptLine("a.so") + "\n\"=" + scriptLine("b.so") +
+                        "\n\"Setup=" + scriptLine("c.so") + "\n");
     script.record.item(DriverItem, "A");
     EXPECT_EQ(GetDataFromObdcInf(script.record.get(), 0), 0U);
     EXPECT_EQ(dump(*script.record.get()), "driver \"A\" selected\n  file \"river\" \"a.so\""s + kFileTail +
@@ -119,7 +111,7 @@ TEST(Entries, OfKeysWithoutQuotesLoseTheirFirstCharacter) {
 TEST(Entries, AreNoneForASectionThatIsAbsentOrEmptyOrHasNoName) {
     for (const char* name : {"Absent", "Empty", "", "NOT AVAILABLE"}) {
         SCOPED_TRACE(name);
-        FileScript script("[Empty]\n[A]\n\"Driver\"=x\n");
+        ScriptRecord script("[Empty]\n[A]\n\"Driver\"=x\n");
         script.record.item(DriverItem, name);
         EXPECT_EQ(GetDataFromObdcInf(script.record.get(), 0), 1U);
         EXPECT_EQ(script.record->items[0].entryCount, 0U);
@@ -132,7 +124,7 @@ TEST(Entries, OfALongSectionEndWithTheKeyThatIsCut) {
     for (int number = 100; number < 200; ++number)
         text += "\"Entry " + std::to_string(number) + "\"=" + scriptLine("f" + std::to_string(number)) + "\n";
     const MessageBoxScript boxes;
-    FileScript script(text);
+    ScriptRecord script(text);
     script.record.item(DriverItem, "A");
     EXPECT_EQ(GetDataFromObdcInf(script.record.get(), 0), 0U);
     // 12 bytes a key with its quotes and NUL: 85 whole ones and 3 bytes of the next, which no key is called.
@@ -144,7 +136,7 @@ TEST(Entries, OfALongSectionEndWithTheKeyThatIsCut) {
 
 TEST(Entries, AreReadForTheOtherComponentsAfterAUselessOne) {
     const MessageBoxScript boxes;
-    FileScript script("[A]\n\"Driver\"=no commas\n[B]\n\"Driver\"=" + scriptLine("b.so") + "\n");
+    ScriptRecord script("[A]\n\"Driver\"=no commas\n[B]\n\"Driver\"=" + scriptLine("b.so") + "\n");
     script.record.item(DriverItem, "A").item(DriverItem, "Absent").item(DriverItem, "B");
     EXPECT_EQ(GetTheOdbcInfEntriesForEachItem(script.record.get()), 0U);
     EXPECT_EQ(script.record->items[0].entryCount, 1U);
@@ -154,15 +146,20 @@ TEST(Entries, AreReadForTheOtherComponentsAfterAUselessOne) {
 
 TEST(Entries, AreNoneInAScriptThatIsNotAFileOrHasNoName) {
     const TestHome home;
-    ASSERT_EQ(mkdir(home.file("folder").c_str(), 0700), 0);
-    ASSERT_EQ(mkfifo(home.file("fifo").c_str(), 0600), 0);
-    for (const std::string& name : {home.file("folder"), home.file("fifo"), home.file("absent"), ""s, "(null)"s}) {
+    for (const std::string& name : unusableScripts(home)) {
         SCOPED_TRACE(name);
-        TestRecord record(name == "(null)" ? nullptr : name.c_str());
+        TestRecord record(name.c_str());
         record.item(DriverItem, "A");
         EXPECT_EQ(GetTheOdbcInfEntriesForEachItem(record.get()), 0U);
         EXPECT_EQ(dump(*record.get()), "driver \"A\" selected\n");
     }
+}
+
+TEST(Entries, AreNoneWithoutAScript) {
+    TestRecord record;
+    record.item(DriverItem, "A");
+    EXPECT_EQ(GetDataFromObdcInf(record.get(), 0), 1U);
+    EXPECT_EQ(dump(*record.get()), "driver \"A\" selected\n");
 }
 
 }  // namespace

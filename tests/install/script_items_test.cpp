@@ -2,26 +2,17 @@
 #include "install/script_items.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <string>
 
 #include "page_edge.h"
 #include "record_text.h"
-#include "test_home.h"
 
 namespace {
 
 using namespace jx::install;
 using namespace jx::test;
 using namespace std::string_literals;
-
-// A script and a record that names it.
-struct ItemScript {
-    explicit ItemScript(const std::string& text) : home{{"odbc.inf", text}}, record(home.file("odbc.inf").c_str()) {}
-    TestHome home;
-    TestRecord record;
-};
 
 TEST(PlaceDrivers, AddsADriverForEveryTextOfTheList) {
     TestRecord record;
@@ -65,13 +56,13 @@ TEST(PlaceDrivers, TakesNamesAndListsOfAnySize) {
 }
 
 TEST(PlaceTranslators, AddsWhatStandsBetweenTheQuotes) {
-    ItemScript script("[ODBC Translators]\n\"Latin to Greek\"=\n\"Second\"=Installed\n");
+    ScriptRecord script("[ODBC Translators]\n\"Latin to Greek\"=\n\"Second\"=Installed\n");
     EXPECT_EQ(PlaceTranslatorsToBeInstalledInInstallStruct(script.record.get()), 0U);
     EXPECT_EQ(dump(*script.record.get()), "translator \"Latin to Greek\"\ntranslator \"Second\"\n");
 }
 
 TEST(PlaceTranslators, DropTheFirstCharacterOfAnUnquotedKeyAndCutItAtTheNextQuote) {
-    ItemScript script("[ODBC Translators]\nPlain=1\nab\"cd\"=1\n\"Open=1\n\"=1\nx=1\n\"\"=1\n");
+    ScriptRecord script("[ODBC Translators]\nPlain=1\nab\"cd\"=1\n\"Open=1\n\"=1\nx=1\n\"\"=1\n");
     PlaceTranslatorsToBeInstalledInInstallStruct(script.record.get());
     EXPECT_EQ(dumpNames(*script.record.get()),
               "translator \"lain\"\ntranslator \"b\"\ntranslator \"Open\"\ntranslator \"\"\ntranslator \"\"\n"
@@ -79,10 +70,10 @@ TEST(PlaceTranslators, DropTheFirstCharacterOfAnUnquotedKeyAndCutItAtTheNextQuot
 }
 
 TEST(PlaceTranslators, ReturnOneForAnEmptyListAndZeroForAMissingOne) {
-    ItemScript empty("[ODBC Translators]\n; none\n");
+    ScriptRecord empty("[ODBC Translators]\n; none\n");
     EXPECT_EQ(PlaceTranslatorsToBeInstalledInInstallStruct(empty.record.get()), 1U);
     EXPECT_EQ(dump(*empty.record.get()), "");
-    ItemScript absent("[Other]\n\"a\"=1\n");
+    ScriptRecord absent("[Other]\n\"a\"=1\n");
     EXPECT_EQ(PlaceTranslatorsToBeInstalledInInstallStruct(absent.record.get()), 0U);
     EXPECT_EQ(dump(*absent.record.get()), "");
 }
@@ -91,7 +82,7 @@ TEST(PlaceTranslators, CutsALongListAt1023BytesInsideAName) {
     std::string text = "[ODBC Translators]\n";
     for (int number = 100; number < 200; ++number)
         text += "\"Translator " + std::to_string(number) + "\"=1\n";
-    ItemScript script(text);
+    ScriptRecord script(text);
     EXPECT_EQ(PlaceTranslatorsToBeInstalledInInstallStruct(script.record.get()), 0U);
     // 17 bytes a key with its quotes and NUL: 60 whole ones and 3 bytes of the next.
     ASSERT_EQ(script.record->itemCount, 61U);
@@ -100,7 +91,7 @@ TEST(PlaceTranslators, CutsALongListAt1023BytesInsideAName) {
 }
 
 TEST(DriverKeys, FillTheSevenPlacesAndLeaveAbsentOnesNull) {
-    ItemScript script(
+    ScriptRecord script(
         "[A-Keys]\nSQLLevel=2\nAPILevel=1\nOther=x\nFileExtns=*.txt,*.csv\nFileUsage=\nDriverODBCVer=NOT AVAILABLE\n"
         "[B]\nAPILevel=9\n[C-Keys]\n");
     script.record.item(DriverItem, "A").item(DriverItem, "B").item(DriverItem, "C").item(TranslatorItem, "A");
@@ -114,7 +105,7 @@ TEST(DriverKeys, AreFoundForNamesOfAnyLength) {
     for (const std::size_t size : {1018U, 1019U, 1023U, 1024U, 1025U, 40000U}) {
         SCOPED_TRACE(size);
         const std::string name(size, 'n');
-        ItemScript script("[" + name + "-Keys]\nCreateDSN=a,b\nConnectFunctions=YYN\n");
+        ScriptRecord script("[" + name + "-Keys]\nCreateDSN=a,b\nConnectFunctions=YYN\n");
         script.record.item(DriverItem, name);
         EXPECT_EQ(GetTheDriverKeys(script.record.get()), 0U);
         EXPECT_EQ(quoted(script.record->items[0].driverKeys[1]), "\"a,b\"");
@@ -123,7 +114,7 @@ TEST(DriverKeys, AreFoundForNamesOfAnyLength) {
 }
 
 TEST(DriverKeys, AreReadAgainWithoutKeepingTheOldOnes) {
-    ItemScript script("[A-Keys]\nAPILevel=1\n");
+    ScriptRecord script("[A-Keys]\nAPILevel=1\n");
     script.record.item(DriverItem, "A");
     GetTheDriverKeys(script.record.get());
     GetTheDriverKeys(script.record.get());
@@ -144,7 +135,7 @@ TEST(NonDriverItems, AreTheCoreSectionsThatExist) {
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.script);
-        ItemScript script(row.script);
+        ScriptRecord script(row.script);
         EXPECT_EQ(GetTheNonDriverItems(script.record.get()), 0U);
         EXPECT_EQ(dumpNames(*script.record.get()), row.items);
     }
@@ -152,18 +143,25 @@ TEST(NonDriverItems, AreTheCoreSectionsThatExist) {
 
 TEST(ScriptItems, AreNoneInAScriptThatIsNotAFileOrHasNoNameAndTheResultSaysWhichCouldNotBeRead) {
     const TestHome home;
-    ASSERT_EQ(mkdir(home.file("folder").c_str(), 0700), 0);
-    ASSERT_EQ(mkfifo(home.file("fifo").c_str(), 0600), 0);
-    for (const std::string& name : {home.file("folder"), home.file("fifo"), home.file("absent"), ""s, "(null)"s}) {
+    for (const std::string& name : unusableScripts(home)) {
         SCOPED_TRACE(name);
-        TestRecord record(name == "(null)" ? nullptr : name.c_str());
+        TestRecord record(name.c_str());
         record.item(DriverItem, "A");
-        const unsigned int status = name == home.file("absent") || name == "(null)" ? 0 : 1;
+        const unsigned int status = name == home.file("absent") ? 0 : 1;
         EXPECT_EQ(GetTheDriverKeys(record.get()), status);
         EXPECT_EQ(PlaceTranslatorsToBeInstalledInInstallStruct(record.get()), status);
         EXPECT_EQ(GetTheNonDriverItems(record.get()), status);
         EXPECT_EQ(dump(*record.get()), "driver \"A\" selected\n");
     }
+}
+
+TEST(ScriptItems, AreNoneWithoutAScript) {
+    TestRecord record;
+    EXPECT_EQ(PlaceTranslatorsToBeInstalledInInstallStruct(record.get()), 0U);
+    EXPECT_EQ(GetTheNonDriverItems(record.get()), 0U);
+    record.item(DriverItem, "A");
+    EXPECT_EQ(GetTheDriverKeys(record.get()), 0U);
+    EXPECT_EQ(dump(*record.get()), "driver \"A\" selected\n");
 }
 
 }  // namespace
