@@ -59,7 +59,7 @@ void removeDataSource(OdbcIns& ins, const unsigned char* name) {
 bool usesDriver(OdbcIns& ins, const unsigned char* dataSource, const unsigned char* driverName) {
     Value driver{};
     readValue(ins, INS_ODBCINI_DS, asChars(dataSource), INS_ODBCINI_FILENAME, driver);
-    return driver[0] != 0 && strFind(driver.data(), driverName) != nullptr;
+    return strFind(driver.data(), driverName) != nullptr;
 }
 
 }  // namespace

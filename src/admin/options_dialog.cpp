@@ -28,7 +28,7 @@ void showBox(HWND dialog, unsigned short id, OdbcIns& ins, const char* key) {
     unsigned long value = 0;
     readSetting(ins, key, "0", text);
     convert(text, &value);
-    JXW_CheckDlgButton(dialog, id, static_cast<short>(value & 0xFFFF));
+    JXW_CheckDlgButton(dialog, id, static_cast<short>(value));
 }
 
 void storeBox(HWND dialog, unsigned short id, OdbcIns& ins, const char* key) {

@@ -46,7 +46,7 @@ public:
 
     // Whether the section exists, for lists read with the fallback kNotAvailable. Deliberate: a section whose first key
     // is "NOT AVAILABLE" counts as missing.
-    bool isThere() const { return wasRead_ && textInside(bytes_, sizeof bytes_) != kNotAvailable; }
+    bool isThere() const { return hasFile_ && textInside(bytes_, sizeof bytes_) != kNotAvailable; }
 
     // Whether the file could not be read, or memory was short. Ask before anything is changed because a section is
     // missing.
@@ -71,11 +71,11 @@ public:
 private:
     template <class File>
     void read(const unsigned char* section, const char* fallback, File* file, int sizeInBytes) {
-        if (file == nullptr)
+        hasFile_ = file != nullptr;
+        if (!hasFile_)
             return;
         jxGetPrivateProfileString(section, nullptr, asBytes(fallback), bytes_, sizeInBytes, file);
         readFailed_ = jxProfileReadFailed() != 0;
-        wasRead_ = !readFailed_;
     }
 
     // The list was read with one byte more than size. If its last byte but one is not a NUL, the name there goes on
@@ -87,7 +87,7 @@ private:
 
     unsigned char bytes_[kSize + 2]{};  // the bytes behind the read end a list that was cut inside a name
     std::size_t at_ = 0;
-    bool wasRead_ = false;
+    bool hasFile_ = false;
     bool readFailed_ = false;
 };
 

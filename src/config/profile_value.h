@@ -30,7 +30,7 @@ public:
             return false;
         jxGetPrivateProfileString(section, key, asBytes(kNotAvailable), bytes_, static_cast<int>(kSize), file);
         readFailed_ = jxProfileReadFailed() != 0;
-        return !readFailed_ && view() != kNotAvailable;
+        return view() != kNotAvailable;
     }
 
     // Whether the last read could not read the file, or memory was short.

@@ -24,7 +24,6 @@ bool DriverDescription::take(const unsigned char* source, DescriptionForm form) 
     const std::size_t size = descriptionSize(source, form);
     if (size == 0)
         return false;
-    bytes_.fill(0);
     BUTMEMCP(bytes_.data(), source, size);
     return true;
 }

@@ -26,7 +26,7 @@ std::size_t descriptionSize(const unsigned char* source, DescriptionForm form);
 // DriverDescription: a working copy for the steps of an installation, which write into what they read.
 class DriverDescription {
 public:
-    // Copies source; false when it is larger than kDescriptionSize (the old copy then stays).
+    // Copies source, once; false when it is larger than kDescriptionSize.
     bool take(const unsigned char* source, DescriptionForm form);
 
     // The copy, always ended by an empty text.

@@ -16,11 +16,11 @@ namespace jx::install {
 namespace {
 
 // Writes the entry of a key, whose quotes are cut off in a copy. False when there is no usable entry "Driver".
-bool writeEntry(const unsigned char* infFile, DriverDescription& description, const unsigned char* path,
+bool writeEntry(const unsigned char* infFile, unsigned char* description, const unsigned char* path,
                 const char* quotedKey) {
     std::array<unsigned char, 50> key{};
     strCopy(key.data(), asBytes(quotedKey), key.size());
-    return WriteTheDriverAndSetupEntryToTheOdbcInstIni(infFile, description.bytes(), path, key.data()) != 0;
+    return WriteTheDriverAndSetupEntryToTheOdbcInstIni(infFile, description, path, key.data()) != 0;
 }
 
 }  // namespace
@@ -29,18 +29,15 @@ int installDriver(const unsigned char* infFile, const unsigned char* driver, uns
                   unsigned short pathSize, unsigned short* pathLength) {
     if (driver == nullptr || path == nullptr || pathSize == 0)
         return 0;
-    const DescriptionForm form = infFile == nullptr ? DescriptionForm::keywordList : DescriptionForm::name;
     DriverDescription description;
-    if (!description.take(driver, form) || GetTargetPath(infFile, driver, path, pathSize, pathLength) != 0)
+    if (!description.take(driver, infFile == nullptr ? DescriptionForm::keywordList : DescriptionForm::name) ||
+        GetTargetPath(infFile, driver, path, pathSize, pathLength) != 0)
         return 0;
-    if (!writeEntry(infFile, description, path, "\"Driver\"")) {
+    if (!writeEntry(infFile, description.bytes(), path, "\"Driver\"")) {
         handOutText(asBytes(""), path, pathSize, pathLength);
         return 0;
     }
-    // Each step writes into the description, so the next one gets a fresh copy.
-    description.take(driver, form);
-    writeEntry(infFile, description, path, "\"Setup\"");
-    description.take(driver, form);
+    writeEntry(infFile, description.bytes(), path, "\"Setup\"");
     WriteDriverKeysToOdbcInstIni(infFile, description.bytes());
     return 1;
 }

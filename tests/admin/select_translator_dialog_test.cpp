@@ -67,6 +67,15 @@ TEST_F(SelectTranslatorDialog, GivesNoneForTheFirstRow) {
     EXPECT_EQ(chosen, 1U);
 }
 
+TEST_F(SelectTranslatorDialog, GivesNoneForTheFirstRowWhateverItsText) {
+    ScriptedUser user{call([](HWND dialog) {
+                          JXW_SendDlgItemMessage(dialog, JxTranslatorsList, LB_INSERTSTRING, 0,
+                                                 reinterpret_cast<uintptr_t>("Cyrillic"));
+                      }),
+                      selectRow(JxTranslatorsList, 0), press(IDOK)};
+    EXPECT_EQ(choose("Latin"), "<No Translator>");
+}
+
 TEST_F(SelectTranslatorDialog, CancelAnswersWithNoTranslatorWhateverWasCurrent) {
     for (const int escape : {JXW_KEY_ESCAPE, JXW_KEY_CLOSE}) {
         ScriptedUser user{selectRow(JxTranslatorsList, 2), key(escape)};
