@@ -25,7 +25,7 @@ typedef enum JxIniStep {
     JxIniStepLook,   /* asking for the file's state */
     JxIniStepOpen,
     JxIniStepRead,
-    JxIniStepTurn,  /* making or locking NAME.lock, or waiting for the turn (errno ETIMEDOUT) */
+    JxIniStepLock,  /* making or locking NAME.lock, or waiting for it (errno ETIMEDOUT) */
     JxIniStepEmpty, /* emptying NAME.lock */
     JxIniStepWrite,
     JxIniStepMode,

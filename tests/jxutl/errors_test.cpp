@@ -261,7 +261,7 @@ TEST(ErrorKeeper, AppendsToTheNewest) {
     });
 }
 
-TEST(ErrorKeeper, AppendsToNothingWithoutAnError) {
+TEST(ErrorKeeper, AppendsNothingWithoutAnError) {
     onNewThread([] {
         EXPECT_EQ(JxErrorKeeper::appendToLastError(bytes("!")), nullptr);
         EXPECT_NE(JxErrorKeeper::list(), nullptr);

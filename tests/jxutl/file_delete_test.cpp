@@ -79,7 +79,7 @@ TEST(FileDelete, NothingButARegularFileIsDeleted) {
     EXPECT_EQ(home.names(), (Names{"directory", "fifo", "socket"}));
 }
 
-TEST(FileDelete, ALinkToARegularFileLosesTheLinkOnly) {
+TEST(FileDelete, DeletingALinkToARegularFileKeepsTheFile) {
     const TestHome home{{"file", "text"}};
     fs::create_symlink("file", home.file("link"));
     EXPECT_EQ(refusal(home.file("link")), 0);
@@ -174,7 +174,7 @@ TEST(FileDelete, AProductWithoutTheLinkForDevelopersStaysToo) {
     EXPECT_TRUE(fs::exists(product.home.file("lib/libodbcinst.so.1")));
 }
 
-TEST(FileDelete, OtherLibrariesBesideAndEqualNamesElsewhereGo) {
+TEST(FileDelete, DeletesOtherLibrariesBesideAndEqualNamesElsewhere) {
     const Installed product;
     const Delete deletes = product.load(product.home.file("lib/libjxutl08.so"));
     ASSERT_NE(deletes, nullptr);

@@ -55,7 +55,7 @@ TEST(Libraries, NullAndEmptyPathsNeverNameTheProgram) {
     EXPECT_EQ(reason(), "no library is named");
 }
 
-TEST(Libraries, FilesThatAreNoLibraryFailWithTheirName) {
+TEST(Libraries, FilesThatAreNotLibrariesFailWithTheirName) {
     const jx::test::TestHome home{{"libtext.so", "This is a text.\n"},
                                   {"libempty.so", ""},
                                   {"libshort.so",
@@ -85,7 +85,7 @@ TEST(Libraries, TheReasonIsGoneAfterASuccess) {
     dlclose(library);
 }
 
-TEST(Libraries, AnUndisturbedThreadHasNoReason) {
+TEST(Libraries, AThreadWithoutAFailedLoadHasNoReason) {
     std::thread([] { EXPECT_EQ(reason(), ""); }).join();
 }
 
@@ -111,7 +111,7 @@ TEST(Libraries, AFailureInALibrarysStartUpCodeIsNotTheReason) {
     dlclose(utilities);
 }
 
-TEST(Libraries, AFailedLoadIsOneWithoutMemoryForTheReasonToo) {
+TEST(Libraries, ALoadAlsoFailsWithoutMemoryForTheReason) {
     const int failures = jx::test::failEachAllocationOfNewThread([](ShortMemory& memory) {
         const std::string path = "/nowhere/a-name-that-is-too-long-for-a-short-string.so";
         memory.begin();
@@ -123,7 +123,7 @@ TEST(Libraries, AFailedLoadIsOneWithoutMemoryForTheReasonToo) {
     EXPECT_GE(failures, 2);
 }
 
-TEST(Libraries, AReasonThatCannotBeKeptDoesNotLeaveAnOldOne) {
+TEST(Libraries, WithoutMemoryForTheReasonNoOldOneIsLeft) {
     EXPECT_GE(jx::test::failEachAllocationOfNewThread([](ShortMemory& memory) {
                   EXPECT_EQ(load("/nowhere/old.so"), nullptr);
                   const std::string path = "/nowhere/" + std::string(300, 'n') + ".so";

@@ -82,7 +82,7 @@ TEST(Memory, ResizingNothingAllocates) {
     ramFree(block);
 }
 
-TEST(Memory, TextsAreCopiedWithTheirEnd) {
+TEST(Memory, TextsAreCopiedWithTheirNul) {
     for (const char* original : {"", "a", "Sample Driver", "\xff\x80\x01"}) {
         unsigned char* copy = ramAllocStr(bytes(original));
         ASSERT_NE(copy, nullptr);

@@ -123,14 +123,14 @@ TEST(MessageBox, LongTextsAreWrittenWhole) {
     }
 }
 
-TEST(MessageBox, AClosedStandardErrorIsNoFailure) {
+TEST(MessageBox, AClosedStandardErrorIsNotAFailure) {
     const ErrorOutput output;
     close(STDERR_FILENO);
     EXPECT_EQ(guiMessageBox(0, bytes("x"), bytes("y"), MB_YESNO), 7U);
     EXPECT_EQ(guiMessageBox(0, bytes(std::string(5000, 'x').c_str()), bytes("y"), MB_OK), 1U);
 }
 
-TEST(MessageBox, AStandardErrorThatNobodyReadsAnyMoreEndsNothing) {
+TEST(MessageBox, AClosedPipeOnStandardErrorDoesNotEndTheProgram) {
     const ErrorOutput output;
     int ends[2] = {-1, -1};
     ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);

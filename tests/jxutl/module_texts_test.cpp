@@ -171,7 +171,7 @@ TEST(ModuleTexts, LoadingNeedsNoMemory) {
               0);
 }
 
-TEST(Windows, NoHandleNamesAWindow) {
+TEST(Windows, UnknownHandlesNameNoWindow) {
     for (const HWND handle : {0U, 1U, 0xFFFFFFFFU}) {
         EXPECT_EQ(JXW_SetFocus(handle), 0U);
         EXPECT_EQ(JXW_PostMessage(handle, 1025, 0, 0), 0);

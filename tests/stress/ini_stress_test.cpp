@@ -46,18 +46,17 @@ const unsigned char* bytes(const std::string& text) {
     return reinterpret_cast<const unsigned char*>(text.c_str());
 }
 
-// On a machine with much else to do a writer may not get its turn in time. It is told so, has changed nothing and asks
-// again.
-bool hadNoTurn() {
+// On a busy machine a writer may not get the lock in time. The call fails and has changed nothing; it is made again.
+bool timedOut() {
     const JxIniFailure failure = jxIniLastFailure();
-    return failure.step == JxIniStepTurn && failure.error == ETIMEDOUT;
+    return failure.step == JxIniStepLock && failure.error == ETIMEDOUT;
 }
 
 bool write(const std::string& file, const std::string& key, const std::string& value) {
     bool written = false;
     do
         written = jxWritePrivateProfileString(bytes("Keys"), bytes(key), bytes(value), bytes(file)) == 1;
-    while (!written && hadNoTurn());
+    while (!written && timedOut());
     return written;
 }
 
@@ -193,7 +192,7 @@ TEST(IniStress, ThreadsLoseNoChangeAndReadersSeeWholeTexts) {
     EXPECT_EQ(home.names(), std::vector<std::string>{"x.ini"});
 }
 
-TEST(IniStress, WritersThroughALinkAndByNameTakeTheSameTurns) {
+TEST(IniStress, WritersThroughALinkAndByNameUseTheSameLock) {
     const TestHome home{{"x.ini", beginning()}};
     ASSERT_EQ(::symlink("x.ini", home.file("link").c_str()), 0);
     const auto name = [](int writer) { return writer % 2 == 0 ? "x.ini" : "link"; };
@@ -208,7 +207,7 @@ int countUp(const std::string& file, int times) {
         JxIniChange* change = nullptr;
         do
             change = jxIniBegin(file.c_str());
-        while (change == nullptr && hadNoTurn());
+        while (change == nullptr && timedOut());
         std::size_t length = 0;
         const char* before = change == nullptr ? nullptr : jxIniBefore(change, &length);
         JxIniText* text = jxIniParse(before, length);

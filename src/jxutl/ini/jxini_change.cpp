@@ -18,12 +18,12 @@ struct JxIniChange {
 
 namespace {
 
-enum class With { turn, preview };
+enum class With { lock, preview };
 
 std::unique_ptr<JxIniChange> makeChange(const char* file, With with) {
     auto made = std::make_unique<JxIniChange>();
     const ini::IniLocation where = ini::locate(file);
-    const bool ready = with == With::turn ? made->change.begin(where) : made->change.preview(where);
+    const bool ready = with == With::lock ? made->change.begin(where) : made->change.preview(where);
     if (!ready)
         return nullptr;
     made->before = made->change.text();
@@ -53,7 +53,7 @@ const char* textOf(const std::string* bytes, size_t* length) {
 }  // namespace
 
 JxIniChange* jxIniBegin(const char* file) {
-    return changeOrNull(file, With::turn);
+    return changeOrNull(file, With::lock);
 }
 
 JxIniChange* jxIniPreview(const char* file) {
@@ -88,7 +88,7 @@ int jxIniCommit(JxIniChange* change) {
         return 0;
     }
     // Edits that undid each other change nothing.
-    const bool same = change->change.holdsTurn() && change->before == change->change.text();
+    const bool same = change->change.holdsLock() && change->before == change->change.text();
     if (!(same ? change->change.discard() : change->change.commit()))
         return 0;
     ini::noteSuccess();

@@ -49,25 +49,25 @@ bool isFull(int error) {
     return error == ENOSPC || error == EDQUOT;
 }
 
-// Where no turn could be taken because nobody may write there, the disk is full or there is no such directory, whoever
-// asks for what is there already still has it. The failure of the turn stays noted unless that is so.
-bool needsNoTurn(const Request& request, const ini::IniLocation& where) {
-    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the look below may note another
-    const ini::Failure noTurn = ini::lastFailure();
-    const int error = noTurn.error;
-    if (noTurn.step != JxIniStepTurn || !(isForbidden(error) || isFull(error) || ini::isAbsence(error)))
+// If the file cannot be locked for want of rights, space or the directory, a write that would change nothing still
+// succeeds. Otherwise the failure to lock stays noted.
+bool isStoredAlready(const Request& request, const ini::IniLocation& where) {
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the preview below may note another
+    const ini::Failure notLocked = ini::lastFailure();
+    const int error = notLocked.error;
+    if (notLocked.step != JxIniStepLock || !(isForbidden(error) || isFull(error) || ini::isAbsence(error)))
         return false;
     ini::IniChange look;
     if (look.preview(where) && look.apply(request.section, request.key, request.value) == ini::Edit::unchanged)
         return true;
-    ini::noteFailure(noTurn);
+    ini::noteFailure(notLocked);
     return false;
 }
 
 bool change(const Request& request, const ini::IniLocation& where) {
     ini::IniChange change;
     if (!change.begin(where))
-        return needsNoTurn(request, where);
+        return isStoredAlready(request, where);
     return change.apply(request.section, request.key, request.value) != ini::Edit::refused && change.commit();
 }
 

@@ -31,7 +31,7 @@ const char* verb(JxIniStep step) {
             return "open";
         case JxIniStepRead:
             return "read";
-        case JxIniStepTurn:
+        case JxIniStepLock:
             return "lock";
         case JxIniStepEmpty:
             return "empty";
@@ -70,8 +70,8 @@ std::string refusalSentence(const char* section, const char* key, const char* va
 
 // In English whatever the locale.
 std::string reason(const Failure& failure) {
-    if (failure.step == JxIniStepTurn && failure.error == ETIMEDOUT)
-        return "another program held it all the time";
+    if (failure.step == JxIniStepLock && failure.error == ETIMEDOUT)
+        return "another writer kept it locked for 10 seconds";
     const char* words = strerrordesc_np(failure.error);
     return words != nullptr ? words : "error " + std::to_string(failure.error);
 }

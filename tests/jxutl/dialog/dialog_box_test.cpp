@@ -133,7 +133,7 @@ TEST_F(ModalDialogs, DeliverWhatIsPostedToTheirOwner) {
     EXPECT_EQ(hearing.take(), (Heard{"init", "1100 0 0", "command 104 0"}));
 }
 
-TEST_F(ModalDialogs, GoWithTheirOwner) {
+TEST_F(ModalDialogs, AreDestroyedWithTheirOwner) {
     HWND outer = 0;
     then = [&](HWND hwnd, int message, int wparam, uintptr_t) {
         if (message == WM_COMMAND && wparam == kGo) {
@@ -183,7 +183,7 @@ TEST_F(ModalDialogs, AnExceptionOfTheFirstMessageLeavesTheOwnerEnabled) {
     EXPECT_EQ(JXW_NextDialog(owner), 0U);
 }
 
-TEST_F(ModalDialogs, TellTheScreenWhatChanged) {
+TEST_F(ModalDialogs, CallTheScreensChangedForEachChange) {
     then = [](HWND hwnd, int message, int wparam, uintptr_t) {
         if (message == WM_COMMAND && wparam == kGo) {
             JXW_SetDlgItemText(hwnd, kLabel, "new");
@@ -218,7 +218,7 @@ TEST_F(ModalDialogs, MessageBoxesAppearOnTheScreen) {
     EXPECT_EQ(user.boxes, Titles{"Ask|Sure?|4"});
 }
 
-TEST_F(ModalDialogs, AMessageBoxHandlerGoesBeforeTheScreenAndTheOwnerWaits) {
+TEST_F(ModalDialogs, AMessageBoxGoesToTheHandlerBeforeTheScreenAndDisablesItsOwner) {
     const HWND owner = create();
     ScriptedUser user;
     struct Seen {
@@ -262,7 +262,7 @@ TEST_F(ModalDialogs, AScreenFindsTheDialogsThatAreOpenAlready) {
 }
 
 // A screen that destroys the dialog once more while it hears that it goes.
-TEST_F(ModalDialogs, TellTheScreenOnceThatTheyGo) {
+TEST_F(ModalDialogs, CallTheScreensClosedOnce) {
     static int told;
     told = 0;
     JxwScreen screen{};

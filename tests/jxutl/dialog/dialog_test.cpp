@@ -111,7 +111,7 @@ TEST_F(DialogLife, CanBeDestroyedInsideAnyOfItsMessages) {
     EXPECT_EQ(JXW_IsWindow(dialog), 0);
 }
 
-TEST_F(DialogLife, OwnedDialogsGoBeforeTheirOwner) {
+TEST_F(DialogLife, OwnedDialogsAreDestroyedBeforeTheirOwner) {
     const HWND owner = create();
     const HWND owned = create(kPlain, JXW_GetDlgItem(owner, kGo));  // a control stands for its dialog
     const HWND deeper = create(kEmpty, owned);
@@ -119,7 +119,7 @@ TEST_F(DialogLife, OwnedDialogsGoBeforeTheirOwner) {
     EXPECT_EQ(JXW_IsWindow(owned) + JXW_IsWindow(deeper), 0);
 }
 
-TEST_F(DialogLife, AnUnknownOwnerIsNone) {
+TEST_F(DialogLife, AnUnknownOwnerIsIgnored) {
     const HWND dialog = create(kPlain, 1);
     JxwDialogInfo info{};
     ASSERT_EQ(JXW_GetDialogInfo(dialog, &info), 1);
@@ -191,7 +191,7 @@ TEST_F(DialogLife, StaleAndForeignHandlesAreAnsweredWithZero) {
     EXPECT_EQ(hearing.take(), (Heard{"init", "init"}));
 }
 
-TEST_F(DialogLife, AControlIsNoDialog) {
+TEST_F(DialogLife, AControlIsNotADialog) {
     const HWND control = JXW_GetDlgItem(create(), kGo);
     JxwDialogInfo info{};
     EXPECT_EQ(JXW_EndDialog(control, 1), 0);
@@ -219,7 +219,7 @@ TEST_F(DialogLife, AHandleUsedOnAnotherThreadNamesNothing) {
     EXPECT_EQ(hearing.take(), Heard{"init"});
 }
 
-TEST_F(DialogLife, PassesTheFocusToItsOwnerWhenItGoes) {
+TEST_F(DialogLife, PassesTheFocusToItsOwnerWhenItIsDestroyed) {
     const HWND owner = create();
     const HWND beside = create(kPlain);
     const HWND owned = create(kClosing, owner);

@@ -27,7 +27,7 @@ TEST_F(PostedMessages, GoToTheControlTheyWerePostedTo) {
     EXPECT_EQ(JXW_SendDlgItemMessage(dialog, kList, LB_GETCOUNT, 0, 0), 1);
 }
 
-TEST_F(PostedMessages, ThatArePostedMeanwhileWaitForTheNextTurn) {
+TEST_F(PostedMessages, ThatArePostedMeanwhileWaitForTheNextDispatch) {
     const HWND dialog = create();
     hearing.take();
     hearing.does = [](HWND hwnd, int message, int, uintptr_t) {
@@ -53,7 +53,7 @@ TEST_F(PostedMessages, OfOneDialogLeaveThoseOfAnotherInPlace) {
     EXPECT_EQ(hearing.take(), (Heard{"1100 0 0", "1102 0 0", "1103 0 0"}));
 }
 
-TEST_F(PostedMessages, AreDroppedWhenTheDialogEndsOrGoes) {
+TEST_F(PostedMessages, AreDroppedWhenTheDialogEndsOrIsDestroyed) {
     const HWND ending = create();
     const HWND going = create();
     hearing.take();

@@ -46,7 +46,7 @@ TEST_F(UserActions, OnlyEnabledButtonsCanBePressed) {
     EXPECT_TRUE(hearing.messages.empty());
 }
 
-TEST_F(UserActions, SelectingARowTellsTheDialog) {
+TEST_F(UserActions, SelectingARowNotifiesTheDialog) {
     EXPECT_EQ(JXW_UserSelect(dialog, kList, 1), 1);
     EXPECT_EQ(selection(), 1);
     EXPECT_EQ(JXW_UserSelect(dialog, kList, 1), 1);
@@ -79,7 +79,7 @@ TEST_F(UserActions, ADoubleClickStopsWhenItsFirstHalfEndsTheDialog) {
     EXPECT_EQ(hearing.take(), Heard{"command 28 1"});
 }
 
-TEST_F(UserActions, AnEditedFieldHoldsTheTextAndTellsTheDialog) {
+TEST_F(UserActions, AnEditedFieldHoldsTheTextAndNotifiesTheDialog) {
     EXPECT_EQ(JXW_UserEdit(dialog, kSecret, "new"), 1);
     EXPECT_EQ(hearing.take(), Heard{"command 22 768"});
     char text[8];
@@ -99,7 +99,7 @@ TEST_F(UserActions, AClickedBoxChangesItsState) {
     EXPECT_EQ(JXW_UserCheck(dialog, kGo), 0);
 }
 
-TEST_F(UserActions, AClickedRadioButtonBecomesItsGroupsOnlyOne) {
+TEST_F(UserActions, AClickedRadioButtonBecomesItsGroupsCheckedOne) {
     JXW_CheckRadioButton(dialog, 0, 0, kFirst);
     EXPECT_EQ(JXW_UserCheck(dialog, kThird), 1);
     EXPECT_EQ(JXW_IsDlgButtonChecked(dialog, kFirst), 0);
@@ -195,7 +195,7 @@ TEST_F(UserActions, NothingReachesADialogThatHasEndedOrIsGreyed) {
     EXPECT_TRUE(hearing.messages.empty());
 }
 
-TEST_F(UserActions, ADialogMayGoInTheMiddleOfAnyOfThem) {
+TEST_F(UserActions, ADialogMayBeDestroyedDuringAnyOfThem) {
     struct Row {
         const char* name;
         int (*act)(HWND dialog);

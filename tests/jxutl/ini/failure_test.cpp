@@ -60,7 +60,7 @@ TEST(Failure, CanBeNotedWhileTheThreadEnds) {
     }).join();
 }
 
-TEST(Failure, SpeaksASentenceForEveryStep) {
+TEST(Failure, HasASentenceForEveryStep) {
     struct Row {
         Failure failure;
         const char* sentence;
@@ -73,8 +73,9 @@ TEST(Failure, SpeaksASentenceForEveryStep) {
         {{JxIniStepLook, "/a/x", EACCES, false}, "Cannot look at /a/x: Permission denied"},
         {{JxIniStepOpen, "/a/x", EISDIR, false}, "Cannot open /a/x: Is a directory"},
         {{JxIniStepRead, "/a/x", EIO, false}, "Cannot read /a/x: Input/output error"},
-        {{JxIniStepTurn, "/a/x.lock", ETIMEDOUT, false}, "Cannot lock /a/x.lock: another program held it all the time"},
-        {{JxIniStepTurn, "/a/x.lock", EACCES, false}, "Cannot lock /a/x.lock: Permission denied"},
+        {{JxIniStepLock, "/a/x.lock", ETIMEDOUT, false},
+         "Cannot lock /a/x.lock: another writer kept it locked for 10 seconds"},
+        {{JxIniStepLock, "/a/x.lock", EACCES, false}, "Cannot lock /a/x.lock: Permission denied"},
         {{JxIniStepEmpty, "/a/x.lock", EIO, false}, "Cannot empty /a/x.lock: Input/output error"},
         {{JxIniStepWrite, "/a/x.lock", ENOSPC, false}, "Cannot write /a/x.lock: No space left on device"},
         {{JxIniStepMode, "/a/x.lock", EPERM, false}, "Cannot set the mode of /a/x.lock: Operation not permitted"},

@@ -137,7 +137,7 @@ TEST(FileText, OpensWithoutWaitingAndKeepsTheDescriptorToItself) {
     EXPECT_EQ(disk.calls(), "open 1, close 1, read 1, look 1, lookAtOpen 1");
 }
 
-TEST(FileText, AFileOfSomebodyElseIsOpenedAgainWithItsAccessTime) {
+TEST(FileText, AFileOfAnotherUserIsOpenedAgainWithoutNoAtime) {
     StampedFiles disk;
     disk.openError = EPERM;
     const InUse inUse(disk);
@@ -201,7 +201,7 @@ TEST(FileText, AFreshlyChangedFileIsNotTrustedAndCostsAReadEachTime) {
 }
 
 // The clock counts from before the reading: a change right after it falls into the tick that the reading began in.
-TEST(FileText, TimeThatPassesWhileReadingSettlesNothing) {
+TEST(FileText, TheAgeOfAChangeCountsFromBeforeTheReading) {
     StampedFiles disk;
     const InUse inUse(disk);
     const TestHome home{{"f", "x"}};
@@ -219,7 +219,7 @@ struct SameRow {
     Outcome outcome;
 };
 
-TEST(FileText, TheSameBytesStayWhereTheyAre) {
+TEST(FileText, UnchangedBytesAreNotCopiedAgain) {
     const std::string large = repeated("0123456789abcde\n", 100'000);
     std::string changedInside = large;
     changedInside[50'000] = 'X';
@@ -302,7 +302,7 @@ TEST(FileText, AFileThatIsReplacedBetweenLookAndOpeningIsReadAgain) {
     EXPECT_TRUE(text.isCurrent(stateOf(home.file("f"))));
 }
 
-TEST(FileText, AFileThatNeverRestsIsTakenAsItComesAndNotTrusted) {
+TEST(FileText, AFileThatKeepsChangingIsReadButNotTrusted) {
     StampedFiles disk;
     const InUse inUse(disk);
     const TestHome home{{"f", ""}};
@@ -319,7 +319,7 @@ TEST(FileText, AFileThatNeverRestsIsTakenAsItComesAndNotTrusted) {
 }
 
 // As files of /proc are: the state tells no size.
-TEST(FileText, AFileWhoseSizeIsNotToldIsReadAndNotTrusted) {
+TEST(FileText, AFileThatReportsNoSizeIsReadButNotTrusted) {
     const std::string bytes = repeated("0123456789\n", 100'000);
     StampedFiles disk;
     const InUse inUse(disk);
@@ -331,7 +331,7 @@ TEST(FileText, AFileWhoseSizeIsNotToldIsReadAndNotTrusted) {
     EXPECT_FALSE(text.isCurrent(stateOf(home.file("f"))));
 }
 
-TEST(FileText, AnAbsentFileIsNoFailure) {
+TEST(FileText, AnAbsentFileIsNotAFailure) {
     const TestHome home{{"f", "x"}};
     const struct stat before = stateOf(home.file("f"));
     for (const char* name : {"gone", "f/below"}) {
@@ -424,7 +424,7 @@ TEST(FileText, AFileThatMayNotBeReadIsAFailure) {
     }));
 }
 
-TEST(FileText, AFileOfSomebodyElseIsReadForReal) {
+TEST(FileText, AFileOfAnotherUserIsReadFromTheRealDisk) {
     const TestHome home{{"f", "shared"}};
     ASSERT_EQ(::chmod(home.path().c_str(), 0755), 0);
     ASSERT_EQ(::chmod(home.file("f").c_str(), 0644), 0);

@@ -28,7 +28,7 @@ bool ownMounts() {
     return ::unshare(CLONE_NEWNS) == 0 && ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
 }
 
-TEST_F(IniChangeTest, RefusesWhatIsNoRegularFileWithoutWaiting) {
+TEST_F(IniChangeTest, RefusesWhatIsNotARegularFileWithoutWaiting) {
     std::filesystem::create_directory(home_.file("directory"));
     ASSERT_EQ(::mkfifo(home_.file("fifo").c_str(), 0666), 0);
     ASSERT_EQ(::symlink("fifo", home_.file("link").c_str()), 0);
@@ -64,17 +64,17 @@ TEST_F(IniChangeTest, RefusesADevice) {
     EXPECT_EQ(home_.names(), Names{"device"});
 }
 
-TEST_F(IniChangeTest, TellsWhatCannotBeFound) {
+TEST_F(IniChangeTest, ReportsWhatCannotBeFound) {
     home_.put("plain", "");
     EXPECT_FALSE(write(home_.file("plain/x.ini"), "A", "k", "1"));
-    expectFailure(JxIniStepTurn, ENOTDIR, home_.file("plain/x.ini.lock"));
+    expectFailure(JxIniStepLock, ENOTDIR, home_.file("plain/x.ini.lock"));
     EXPECT_FALSE(write(home_.file("no/x.ini"), "A", "k", "1"));
-    expectFailure(JxIniStepTurn, ENOENT, home_.file("no/x.ini.lock"));
+    expectFailure(JxIniStepLock, ENOENT, home_.file("no/x.ini.lock"));
     EXPECT_FALSE(write(home_.file(std::string(300, 'n')), "A", "k", "1"));
     expectFailure(JxIniStepLook, ENAMETOOLONG, home_.file(std::string(300, 'n')));
 }
 
-TEST_F(IniChangeTest, TellsThatThereIsNoPath) {
+TEST_F(IniChangeTest, ReportsThatThereIsNoPath) {
     IniChange change;
     errno = ENOENT;
     EXPECT_FALSE(change.begin({}));
@@ -114,7 +114,7 @@ TEST_F(IniChangeTest, ReadsAFileThatGrowsMeanwhileToItsEnd) {
     EXPECT_EQ(home_.text("x.ini"), "[A]\n" + std::string(100, ';') + "\nk=2\n");
 }
 
-TEST_F(IniChangeTest, ARefusedEditIsToldAndChangesNothing) {
+TEST_F(IniChangeTest, ARefusedEditIsReportedAndChangesNothing) {
     home_.put("x.ini", "[A]\nk=1\n");
     IniChange change;
     ASSERT_TRUE(change.begin({file_}));
@@ -175,7 +175,7 @@ private:
     int flushes_ = 0;
 };
 
-TEST_F(IniChangeTest, TellsDirectoriesThatCannotBeFlushedFromThoseThatFail) {
+TEST_F(IniChangeTest, AnUnflushableDirectoryCountsAsFlushedAndAFailedFlushIsReported) {
     struct Row {
         Call call;
         int error;
@@ -225,7 +225,7 @@ TEST_F(IniChangeTest, AMountPointIsNeverEditedInPlace) {
     EXPECT_EQ(home_.text("mounted.ini"), "[A]\nk=1\n");
 }
 
-TEST_F(IniChangeTest, AReadOnlyFileSystemIsTold) {
+TEST_F(IniChangeTest, AReadOnlyFileSystemIsReported) {
     home_.put("x.ini", "[A]\nk=1\n");
     const int status = statusOfChild([&] {
         const char* path = home_.path().c_str();
@@ -233,7 +233,7 @@ TEST_F(IniChangeTest, AReadOnlyFileSystemIsTold) {
             ::mount(nullptr, path, nullptr, MS_BIND | MS_REMOUNT | MS_RDONLY, nullptr) != 0)
             ::_exit(kMayNotMount);
         EXPECT_FALSE(write(file_, "A", "k", "2"));
-        expectFailure(JxIniStepTurn, EROFS, lock_);
+        expectFailure(JxIniStepLock, EROFS, lock_);
     });
     if (WIFEXITED(status) && WEXITSTATUS(status) == kMayNotMount)
         GTEST_SKIP() << "this process may not mount";
@@ -241,7 +241,7 @@ TEST_F(IniChangeTest, AReadOnlyFileSystemIsTold) {
     EXPECT_EQ(home_.text("x.ini"), "[A]\nk=1\n");
 }
 
-TEST_F(IniChangeTest, AFullFileSystemIsTold) {
+TEST_F(IniChangeTest, AFullFileSystemIsReported) {
     const int status = statusOfChild([&] {
         if (!ownMounts() || ::mount("none", home_.path().c_str(), "tmpfs", 0, "size=64k") != 0)
             ::_exit(kMayNotMount);
@@ -258,7 +258,7 @@ TEST_F(IniChangeTest, AFullFileSystemIsTold) {
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(IniChangeTest, AFileSizeLimitIsTold) {
+TEST_F(IniChangeTest, AFileSizeLimitIsReported) {
     home_.put("x.ini", "[A]\nk=1\n");
     EXPECT_TRUE(passesInChild([&] {
         ::signal(SIGXFSZ, SIG_IGN);

@@ -80,7 +80,7 @@ TEST(IniIndex, TheFirstOfTwoKeysWinsAndListsNameItOnce) {
     EXPECT_EQ(keysOf("[A]\nK=1\nl\nk=2\n", "A"), "K|l|");
 }
 
-TEST(IniIndex, ASectionThatIsEmptyIsNotOneThatIsAbsent) {
+TEST(IniIndex, AnEmptySectionIsNotAnAbsentOne) {
     EXPECT_EQ(keysOf("[A]\n; c\n\n[B]\n", "A"), "");
     EXPECT_EQ(keysOf("[A]\n", "B"), "none");
     EXPECT_EQ(keysOf("", "A"), "none");
@@ -99,7 +99,7 @@ TEST(IniIndex, KeysBeforeTheFirstHeaderBelongToNoSection) {
     EXPECT_EQ(valueOf("k=1\n", "", "k"), "none");
 }
 
-TEST(IniIndex, NamesThatNoProgramCanAskForBreakNoList) {
+TEST(IniIndex, NamesThatCannotBeAskedForAreNotListed) {
     const std::string_view text = "[]\nk=1\n[A\0B]\nl=2\n[C]\nm\0n=3\n=4\no=5\n"sv;
     EXPECT_EQ(sectionsOf(text), "C|");
     EXPECT_EQ(keysOf(text, "C"), "o|");
@@ -185,7 +185,7 @@ TEST(IniIndex, TakesLessThanThreeTimesALargeText) {
 }
 
 // A list or value that was asked for once is handed out as it lies: nothing is made for it again.
-TEST(IniIndex, WhatWasAskedForIsReady) {
+TEST(IniIndex, TheSecondAnswerCostsNoMemory) {
     IniIndex index;
     index.reset("[A]\nk=1\n[B]\n");
     const char* keys = index.keys("A")->data();
@@ -196,7 +196,7 @@ TEST(IniIndex, WhatWasAskedForIsReady) {
     EXPECT_EQ(index.memory(), memory);
 }
 
-TEST(IniIndex, AnswersWhatAllLinesTell) {
+TEST(IniIndex, AnswersLikeASearchThroughAllLines) {
     Random random(8);
     for (int round = 0; round < 6000; ++round) {
         const std::string text = random.oneIn(3) ? randomBytes(random, random.below(200)) : randomFile(random);

@@ -104,7 +104,7 @@ TEST(IniLocation, AsSpelledNoNameIsSpecial) {
     EXPECT_EQ(locateAsSpelled("x").path, "x");
 }
 
-TEST(IniLocation, NoNameIsNoPath) {
+TEST(IniLocation, AMissingNameHasNoPath) {
     for (const char* name : {static_cast<const char*>(nullptr), ""}) {
         errno = 0;
         EXPECT_EQ(locate(name).path, "");

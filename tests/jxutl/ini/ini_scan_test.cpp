@@ -63,7 +63,7 @@ TEST(IniScan, GoesFromHeaderToHeader) {
     EXPECT_EQ(sectionsByWalking(""), "");
 }
 
-TEST(IniScan, FindsTheSectionsThatAllLinesTell) {
+TEST(IniScan, FindsTheSameSectionsAsASearchThroughAllLines) {
     Random random(3);
     for (int round = 0; round < 20000; ++round) {
         const std::string text = randomText(random);

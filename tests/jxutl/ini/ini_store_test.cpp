@@ -61,7 +61,7 @@ TEST(IniStore, SectionsOfOneNameAreOneSection) {
     EXPECT_EQ(home.text(".odbc.ini"), "[B]\n");
 }
 
-TEST(IniStore, AKeyThatStandsTwiceIsItsFirstAndIsDeletedWhole) {
+TEST(IniStore, OfTwoEqualKeysTheFirstCountsAndADeletionRemovesBoth) {
     const TestHome home{{".odbc.ini", "[A]\nk=1\nK=2\nl=3\n"}};
     EXPECT_EQ(read("A", "k"), "1");
     EXPECT_EQ(read("A", nullptr), "k|l|");
@@ -69,7 +69,7 @@ TEST(IniStore, AKeyThatStandsTwiceIsItsFirstAndIsDeletedWhole) {
     EXPECT_EQ(home.text(".odbc.ini"), "[A]\nl=3\n");
 }
 
-TEST(IniStore, BlanksAroundNamesAndValuesAreNoPartOfThem) {
+TEST(IniStore, BlanksAroundNamesAndValuesAreIgnored) {
     const TestHome home{{".odbc.ini", " [ A ] \n\t k\t = x  y \t\n"}};
     EXPECT_EQ(read("A", "k"), "x  y");
     EXPECT_EQ(read(" A ", "\tk "), "x  y");
@@ -153,7 +153,7 @@ TEST(IniStore, AReadSeesWhatAnotherProgramWroteInPlace) {
     }
 }
 
-TEST(IniStore, WhatIsNoRegularFileGivesTheDefaultWithoutWaiting) {
+TEST(IniStore, WhatIsNotARegularFileGivesTheDefaultWithoutWaiting) {
     const TestHome home;
     ASSERT_EQ(::mkfifo(home.file("fifo").c_str(), 0600), 0);
     ASSERT_EQ(::mkdir(home.file("directory").c_str(), 0700), 0);

@@ -30,7 +30,7 @@ std::string value(ProfileCache& cache, const std::string& path, std::string_view
     return index == nullptr ? "(no file)" : std::string(index->value(section, key).value_or("(none)"));
 }
 
-TEST(ProfileCache, AnUnchangedFileCostsOneLookAndNoOpening) {
+TEST(ProfileCache, AnUnchangedFileCostsOneStatAndNoOpen) {
     StampedFiles disk;
     const InUse inUse(disk);
     const TestHome home{{"f", "[A]\nk=1\n"}};
@@ -43,7 +43,7 @@ TEST(ProfileCache, AnUnchangedFileCostsOneLookAndNoOpening) {
     EXPECT_EQ(disk.calls(), "look 100");
 }
 
-TEST(ProfileCache, TwoFilesReadInTurnCostOneLookEach) {
+TEST(ProfileCache, TwoFilesReadAlternatelyCostOneStatEach) {
     StampedFiles disk;
     const InUse inUse(disk);
     const TestHome home{{"f", "[A]\nk=1\n"}, {"g", "[A]\nk=2\n"}};
@@ -59,7 +59,7 @@ TEST(ProfileCache, TwoFilesReadInTurnCostOneLookEach) {
 }
 
 // As in a program that changes HOME and back: its paths come with other numbers then.
-TEST(ProfileCache, AFileIsKeptUnderWhateverNumberItsPathHas) {
+TEST(ProfileCache, AFileIsKeptWhenItsPathGetsAnotherNumber) {
     StampedFiles disk;
     const InUse inUse(disk);
     const TestHome home{{"f", "[A]\nk=1\n"}, {"g", "[A]\nk=2\n"}};
@@ -78,7 +78,7 @@ TEST(ProfileCache, AFileIsKeptUnderWhateverNumberItsPathHas) {
     EXPECT_EQ(disk.calls(), "look 5");
 }
 
-TEST(ProfileCache, ADozenFilesAreKeptAndTheOneReadLongestAgoMakesPlace) {
+TEST(ProfileCache, TwelveFilesAreKeptAndTheLeastRecentlyReadIsDropped) {
     static_assert(ProfileCache::kMostFiles >= 8);
     StampedFiles disk;
     const InUse inUse(disk);
@@ -148,7 +148,7 @@ TEST(ProfileCache, AWriteThroughTheStoreIsSeenByTheNextRead) {
     }
 }
 
-TEST(ProfileCache, WhatWasPreparedServesOnWhenTheBytesAreTheSame) {
+TEST(ProfileCache, TheIndexIsKeptWhenTheBytesAreTheSame) {
     StampedFiles disk;
     const InUse inUse(disk);
     const TestHome home{{"f", "[A]\nk=1\n[B]\n"}};
@@ -189,7 +189,7 @@ TEST(ProfileCache, ARelativePathFollowsTheWorkingDirectory) {
     ASSERT_EQ(::chdir(old.c_str()), 0);
 }
 
-TEST(ProfileCache, AnAbsentFileIsNoFailure) {
+TEST(ProfileCache, AnAbsentFileIsNotAFailure) {
     const TestHome home{{"f", ""}};
     ProfileCache cache;
     for (const char* name : {"gone", "gone/below", "f/below"}) {
@@ -199,7 +199,7 @@ TEST(ProfileCache, AnAbsentFileIsNoFailure) {
     }
 }
 
-TEST(ProfileCache, WhatIsNoRegularFileIsNeverOpened) {
+TEST(ProfileCache, WhatIsNotARegularFileIsNeverOpened) {
     StampedFiles disk;
     const InUse inUse(disk);
     const TestHome home;
@@ -218,7 +218,7 @@ TEST(ProfileCache, WhatIsNoRegularFileIsNeverOpened) {
     EXPECT_EQ(disk.count(Call::open), 0);
 }
 
-TEST(ProfileCache, ALookThatFailsIsAFailure) {
+TEST(ProfileCache, AFailedStatIsAFailure) {
     const TestHome home;
     ASSERT_EQ(::symlink("loop", home.file("loop").c_str()), 0);
     ProfileCache cache;
@@ -275,7 +275,7 @@ TEST(ProfileCache, ALargeFileTakesLessThanFourTimesItsSize) {
     }
 }
 
-TEST(ProfileCache, EachThreadHasItsOwnAndItGoesWithTheThread) {
+TEST(ProfileCache, EachThreadHasItsOwnAndItEndsWithTheThread) {
     ProfileCache* const own = threadCache();
     EXPECT_EQ(threadCache(), own);
     ProfileCache* others = own;

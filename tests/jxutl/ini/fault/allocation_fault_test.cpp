@@ -63,7 +63,7 @@ bool failAllocation(int n, Body body) {
     return allocationFailed;
 }
 
-TEST(AllocationFault, AWriteIsDoneOrNotDone) {
+TEST(AllocationFault, AWriteSucceedsOrChangesNothing) {
     WatchedFiles unflushed;
     const InUse inUse(unflushed);
     int faults = 0;
@@ -94,7 +94,7 @@ TEST(AllocationFault, AWriteIsDoneOrNotDone) {
     EXPECT_GT(faults, 50);
 }
 
-TEST(AllocationFault, ABatchIsDoneOrNotDone) {
+TEST(AllocationFault, ABatchSucceedsOrChangesNothing) {
     WatchedFiles unflushed;
     const InUse inUse(unflushed);
     const std::string value(1000, 'v');
@@ -121,7 +121,7 @@ TEST(AllocationFault, ABatchIsDoneOrNotDone) {
     }
 }
 
-TEST(AllocationFault, ATextIsReadOrNot) {
+TEST(AllocationFault, ATextIsReadOrNullIsReturned) {
     const CaseHome home(kChangeCases[1]);
     for (int n = 1;; ++n) {
         SCOPED_TRACE(n);
@@ -185,7 +185,7 @@ TEST(AllocationFault, AReadGivesTheValueOrTheDefault) {
     }
 }
 
-TEST(AllocationFault, ACacheOfAFileIsMadeOrNull) {
+TEST(AllocationFault, ACacheIsMadeOrNullIsReturned) {
     const auto* name = reinterpret_cast<const unsigned char*>("a name that is too long to lie within the object");
     JxIniFileCache* cache = nullptr;
     for (int n = 1; failAllocation(n, [&] { cache = jxPrivateProfileInit(name); }); ++n) {
@@ -196,7 +196,7 @@ TEST(AllocationFault, ACacheOfAFileIsMadeOrNull) {
     jxPrivateProfileTerm(cache);
 }
 
-TEST(AllocationFault, TheSentenceAndThePathGoWithoutMemory) {
+TEST(AllocationFault, TheFailureTextAndThePathCopeWithoutMemory) {
     const CaseHome home(kChangeCases[1]);
     EXPECT_EQ(jxIniRead("/no/such/file/with/a/name/that/is/long/enough/for/the/heap"), nullptr);
     char room[1000];

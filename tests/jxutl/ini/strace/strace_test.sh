@@ -14,7 +14,7 @@ failed=0
 runs=0
 
 # The numbers of enum JxIniStep and of errno.
-LOOK=4 OPEN=5 READ=6 TURN=7 EMPTY=8 WRITE=9 MODE=10 OWNER=11 FLUSH=12 RENAME=13 DIRECTORY=14 REMOVE=15
+LOOK=4 OPEN=5 READ=6 LOCK=7 EMPTY=8 WRITE=9 MODE=10 OWNER=11 FLUSH=12 RENAME=13 DIRECTORY=14 REMOVE=15
 EPERM=1 EIO=5 EBUSY=16 EMFILE=24 ENOSPC=28 ENOLCK=37
 
 complain() {
@@ -64,8 +64,8 @@ something_is_left() { (umask 077 && echo left >"$lock"); }
 # ---- every step fails ----
 
 fault $LOOK $EIO 'look at the target' "$target" '?lstat,?lstat64,?newfstatat,?fstatat64,?statx' 1 EIO
-fault $TURN $EMFILE 'make the lock file' "$lock" openat 1 EMFILE
-fault $TURN $ENOLCK 'lock' "$lock" flock 1 ENOLCK
+fault $LOCK $EMFILE 'make the lock file' "$lock" openat 1 EMFILE
+fault $LOCK $ENOLCK 'lock' "$lock" flock 1 ENOLCK
 fault $OPEN $EMFILE 'open the target' "$target" openat 1 EMFILE
 fault $READ $EIO 'read' "$target" read 1 EIO
 fault $WRITE $ENOSPC 'write' "$lock" write 1 ENOSPC
@@ -84,7 +84,7 @@ run 'remove' "$lock" unlink:error=EIO 1 "0 $REMOVE $EIO" "$old"
 begin
 run 'flush the directory' "$dir" fsync:error=EIO 2 "0 $DIRECTORY $EIO" "$new"
 begin
-run 'a directory that knows no flushing' "$dir" fsync:error=EINVAL 2 '1 0 0' "$new"
+run 'a directory that cannot be flushed' "$dir" fsync:error=EINVAL 2 '1 0 0' "$new"
 begin
 run 'a directory that cannot be opened' "$dir" openat:error=EACCES 2 '1 0 0' "$new"
 begin
