@@ -11,7 +11,7 @@
 #include <vector>
 
 #include <jxfiles.h>
-#include "ini/file_ops.h"
+#include "jxutl/ini/file_ops.h"
 
 namespace {
 

@@ -1,11 +1,23 @@
 // What dialog procedures do with windows and controls: properties, texts, enabling, check marks.
+#include "jxutl/dialog/controls.h"
+
 #include <algorithm>
 #include <cstring>
 
 #include <jxdialog.h>
 #include "jxutl/dialog/desk.h"
 #include "jxutl/dialog/focus.h"
-#include "jxutl/dialog/messages.h"
+
+namespace jx::dialog {
+
+void setChecked(const Window& box, bool checked) {
+    if (box.control->checked == checked)
+        return;
+    box.control->checked = checked;
+    tellChanged(box);
+}
+
+}  // namespace jx::dialog
 
 using namespace jx::dialog;
 

@@ -1,7 +1,7 @@
 // Where the focus is inside a dialog and where it goes next.
 #pragma once
 
-#include "jxutl/dialog/window.h"
+#include "jxutl/dialog/dialog.h"
 
 namespace jx::dialog {
 

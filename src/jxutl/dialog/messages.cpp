@@ -5,6 +5,7 @@
 #include <utility>
 
 #include <jxwindow.h>
+#include "jxutl/dialog/controls.h"
 #include "jxutl/dialog/desk.h"
 
 namespace jx::dialog {
@@ -88,13 +89,6 @@ int callProcedure(DialogPointer dialog, int message, int wparam, std::uintptr_t 
 
 void notify(const DialogPointer& dialog, unsigned short id, int notification) {
     callProcedure(dialog, WM_COMMAND, id, static_cast<std::uintptr_t>(notification) << 16);
-}
-
-void setChecked(const Window& box, bool checked) {
-    if (box.control->checked == checked)
-        return;
-    box.control->checked = checked;
-    tellChanged(box);
 }
 
 int answer(const Window& window, int message, int wparam, std::uintptr_t lparam) {

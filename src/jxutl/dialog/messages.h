@@ -14,7 +14,4 @@ void notify(const DialogPointer& dialog, unsigned short id, int notification);
 // Answers a message to a control; 0 for one that its kind does not know.
 int answer(const Window& window, int message, int wparam, std::uintptr_t lparam);
 
-// Checks or clears one check box or radio button, no other.
-void setChecked(const Window& box, bool checked);
-
 }  // namespace jx::dialog

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include <jxscreen.h>
+#include "jxutl/dialog/controls.h"
 #include "jxutl/dialog/desk.h"
 #include "jxutl/dialog/focus.h"
 #include "jxutl/dialog/messages.h"

@@ -49,6 +49,19 @@ inline bool isAbsence(int error) {
     return error == ENOENT || error == ENOTDIR;
 }
 
+// Signals that arrive faster than a call can be made must not hold it for ever.
+inline constexpr int kMostInterruptions = 1000;
+
+// Makes call again while it fails with EINTR; the result is that of the last call. Not for close, which must not be
+// made twice, nor for rename and unlink, which signals do not interrupt.
+template <typename Call>
+auto uninterrupted(Call call) {
+    auto result = call();
+    for (int count = 0; result == -1 && errno == EINTR && count < kMostInterruptions; ++count)
+        result = call();
+    return result;
+}
+
 // The object in use: the system's own unless a test put in another. Null puts the system's own back. Not to be changed
 // while another thread is inside the store.
 FileOps& files();

@@ -11,7 +11,6 @@
 
 #include "jxutl/ini/descriptor.h"
 #include "jxutl/ini/file_ops.h"
-#include "jxutl/ini/uninterrupted.h"
 #include "jxutl/ini/whole_file.h"
 #include "jxutl/thread/failure.h"
 

@@ -1,7 +1,6 @@
 // Prepares a text for look-ups, a part at a time.
 #include "jxutl/ini/ini_index.h"
 
-#include <algorithm>
 #include <new>
 
 #include "jxutl/ini/ini_line.h"
@@ -45,39 +44,6 @@ std::optional<std::string_view> valueByWalking(std::string_view text, std::strin
 }
 
 }  // namespace
-
-void NameTable::clear() noexcept {
-    if (used_ == 0)
-        return;
-    // Emptying a table that a far larger text left behind would cost more than making a new one.
-    if (slots_.size() > used_ * 16)
-        std::vector<Slot>().swap(slots_);
-    std::fill(slots_.begin(), slots_.end(), Slot());
-    used_ = 0;
-}
-
-void NameTable::place(Slot slot) {
-    const std::size_t mask = slots_.size() - 1;
-    std::size_t at = slot.hash & mask;
-    while (slots_[at].number != kNone)
-        at = (at + 1) & mask;
-    slots_[at] = slot;
-}
-
-void NameTable::grow() {
-    std::vector<Slot> old(std::max<std::size_t>(slots_.size() * 2, 16));
-    old.swap(slots_);
-    for (const Slot& slot : old)
-        if (slot.number != kNone)
-            place(slot);
-}
-
-void NameTable::insert(std::uint32_t hash, std::uint32_t number) {
-    if ((used_ + 1) * 4 > slots_.size() * 3)
-        grow();
-    place({hash, number});
-    ++used_;
-}
 
 void IniIndex::reset(std::string_view text) noexcept {
     clear();

@@ -7,44 +7,11 @@
 #include <string_view>
 #include <vector>
 
+#include "jxutl/ini/name_table.h"
+
 namespace jx::ini {
 
 class SectionWalk;
-
-// NameTable: numbers found by the hash of a name; flat, open addressing, at most three quarters full.
-class NameTable {
-public:
-    static constexpr std::uint32_t kNone = UINT32_MAX;
-
-    void clear() noexcept;
-    std::size_t memory() const { return slots_.capacity() * sizeof(Slot); }
-
-    // The number put in under this hash for which matches is true, or kNone.
-    template <class Matches>
-    std::uint32_t find(std::uint32_t hash, Matches matches) const {
-        if (slots_.empty())
-            return kNone;
-        const std::size_t mask = slots_.size() - 1;
-        for (std::size_t at = hash & mask; slots_[at].number != kNone; at = (at + 1) & mask)
-            if (slots_[at].hash == hash && matches(slots_[at].number))
-                return slots_[at].number;
-        return kNone;
-    }
-
-    void insert(std::uint32_t hash, std::uint32_t number);
-
-private:
-    struct Slot {
-        std::uint32_t hash = 0;
-        std::uint32_t number = kNone;
-    };
-
-    void place(Slot slot);
-    void grow();
-
-    std::vector<Slot> slots_;  // a power of two, or none
-    std::size_t used_ = 0;
-};
 
 // IniIndex: answers look-ups in one text, and prepares only what is asked for: the first value is found by walking from
 // header to header, the second question finds all sections, each section's keys are prepared when one of them is asked

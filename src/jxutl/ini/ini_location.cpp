@@ -11,6 +11,8 @@
 #include <string_view>
 #include <vector>
 
+#include "rules/sections.h"
+
 namespace jx::ini {
 
 namespace {
@@ -23,8 +25,8 @@ struct UsersFile {
     int number;
 };
 
-constexpr UsersFile kDataSources{kDataSourceFile, "ODBCINI", false, 0};
-constexpr UsersFile kDrivers{kDriverFile, "ODBCINSTINI", true, 1};
+constexpr UsersFile kDataSources{rules::kDataSourceFile, "ODBCINI", false, 0};
+constexpr UsersFile kDrivers{rules::kDriverFile, "ODBCINSTINI", true, 1};
 
 // Home directories of accounts are short; an entry of the account list that is longer than this is damaged.
 constexpr std::size_t kLongestAccount = std::size_t{1} << 20;
@@ -39,9 +41,9 @@ bool isText(const char* text, const char (&name)[sizeWithNul]) {
 }
 
 const UsersFile* usersFile(const char* file) {
-    if (isText(file, kDataSourceFile))
+    if (isText(file, rules::kDataSourceFile))
         return &kDataSources;
-    return isText(file, kDriverFile) ? &kDrivers : nullptr;
+    return isText(file, rules::kDriverFile) ? &kDrivers : nullptr;
 }
 
 // A variable that is set and not empty. In a program with raised rights whoever started it must not choose its files.

@@ -6,10 +6,6 @@
 
 namespace jx::ini {
 
-// The names that mean the user's own files.
-inline constexpr char kDataSourceFile[] = ".odbc.ini";
-inline constexpr char kDriverFile[] = ".odbcinst.ini";
-
 // IniLocation: a path, and the mode a new file there gets. A path is empty when there is none (errno tells why).
 struct IniLocation {
     std::string path;

@@ -8,7 +8,6 @@
 #include <cerrno>
 
 #include "jxutl/ini/file_ops.h"
-#include "jxutl/ini/uninterrupted.h"
 #include "jxutl/thread/failure.h"
 
 namespace jx::ini {

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "jxutl/ini/file_ops.h"
-#include "jxutl/ini/uninterrupted.h"
 #include "jxutl/thread/failure.h"
 
 namespace jx::ini {

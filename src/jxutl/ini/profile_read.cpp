@@ -118,17 +118,6 @@ int jxGetPrivateProfileString(const unsigned char* section, const unsigned char*
     });
 }
 
-JxIniFileCache* jxPrivateProfileInit(const unsigned char* file) {
-    if (file == nullptr)
-        return nullptr;
-    try {
-        return new JxIniFileCache{jx::ini::asText(file)};
-    } catch (const std::bad_alloc&) {
-        jx::ini::noteFailure(JxIniStepMemory, jx::ini::asText(file), ENOMEM);
-        return nullptr;
-    }
-}
-
-void jxPrivateProfileTerm(JxIniFileCache* cache) {
-    delete cache;
+int jxProfileReadFailed(void) {
+    return jx::ini::lastFailure().step != JxIniStepNone ? 1 : 0;
 }

@@ -1,14 +1,14 @@
-// Message boxes: who answers them, and what happens when nobody does.
+// Message boxes: the handler, the thread's screen or standard error shows them.
 #include <mutex>
 
 #include <jxdialog.h>
-#include "jxutl/dialog/message_answer.h"
-#include "jxutl/dialog/owner_turn.h"
-#include "jxutl/terminal_text.h"
+#include "jxutl/dialog/desk.h"
+#include "jxutl/dialog/disabled_owner.h"
+#include "jxutl/dialog/terminal_text.h"
 
 namespace {
 
-// A handler and its context belong together: they are read and set in one turn.
+// A handler and its context belong together: one lock covers both.
 struct Answerer {
     JxwMessageBoxHandler handler = nullptr;
     void* context = nullptr;
@@ -18,12 +18,21 @@ constinit std::mutex answererLock;
 constinit Answerer answerer;
 
 Answerer current() {
-    const std::lock_guard turn(answererLock);
+    const std::lock_guard locked(answererLock);
     return answerer;
 }
 
 const char* orEmpty(const unsigned char* text) {
     return text != nullptr ? reinterpret_cast<const char*>(text) : "";
+}
+
+// Lets the calling thread's screen show the box; false when it cannot. Nothing is allocated.
+bool askScreen(HWND owner, const char* text, const char* title, unsigned int style, unsigned int& answer) {
+    const jx::dialog::Desk* own = jx::dialog::existingDesk();
+    if (own == nullptr || own->screen.messageBox == nullptr)
+        return false;
+    answer = own->screen.messageBox(own->screen.context, owner, text, title, style);
+    return true;
 }
 
 bool asksYesOrNo(unsigned int style) {
@@ -36,18 +45,18 @@ bool asksYesOrNo(unsigned int style) {
 unsigned int guiMessageBox(HWND owner, const unsigned char* text, const unsigned char* title, unsigned int style) {
     // Copied out, so that the lock is free while the handler runs: it may ask again or set another handler.
     const Answerer asked = current();
-    const jx::dialog::OwnerTurn ownerWaits(owner);
+    const jx::dialog::DisabledOwner disabled(owner);
     if (asked.handler != nullptr)
         return asked.handler(asked.context, owner, orEmpty(text), orEmpty(title), style);
     unsigned int answer = 0;
-    if (jx::dialog::askScreen(owner, orEmpty(text), orEmpty(title), style, answer))
+    if (askScreen(owner, orEmpty(text), orEmpty(title), style, answer))
         return answer;
-    jx::writeMessage(orEmpty(title), orEmpty(text));
+    jx::dialog::writeMessage(orEmpty(title), orEmpty(text));
     return asksYesOrNo(style) ? IDNO : IDOK;
 }
 
 int JXW_SetMessageBoxHandler(JxwMessageBoxHandler handler, void* context) {
-    const std::lock_guard turn(answererLock);
+    const std::lock_guard locked(answererLock);
     answerer = {handler, context};
     return 1;
 }

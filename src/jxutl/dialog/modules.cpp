@@ -1,4 +1,6 @@
-// The texts and dialog templates of the modules in this process.
+// Keeps the modules of this process, and finds their texts and templates.
+#include "jxutl/dialog/modules.h"
+
 #include <algorithm>
 #include <cstring>
 #include <map>
@@ -11,7 +13,6 @@
 #include <vector>
 
 #include <jxtemplate.h>
-#include "jxutl/dialog/dialog_template.h"
 #include "jxutl/thread/lasting.h"
 
 namespace {
@@ -64,7 +65,7 @@ void put(const char* name, const JxwString* strings, const JxwTemplate* template
                               std::make_shared<const jx::dialog::DialogTemplates>(jx::dialog::copyOf(templates))});
     auto node = made.extract(made.begin());
     Registry& known = registry();
-    const std::lock_guard turn(known.lock);
+    const std::lock_guard locked(known.lock);
     auto place = known.modules.find(node.key());
     if (place == known.modules.end())
         known.modules.insert(std::move(node));
@@ -84,7 +85,7 @@ const std::string* find(const Modules& modules, const char* module, unsigned sho
 // A module's templates; null for an unknown module.
 Templates templatesOf(const char* module) {
     Registry& known = registry();
-    const std::lock_guard turn(known.lock);
+    const std::lock_guard locked(known.lock);
     const auto found = known.modules.find(std::string_view(module));
     return found != known.modules.end() ? found->second.templates : nullptr;
 }
@@ -118,7 +119,7 @@ int JXW_LoadString(const char* module, unsigned short id, unsigned char* buffer,
         return 0;
     const auto room = static_cast<std::size_t>((size > 0 ? size : kSizeOfUnsized) - 1);
     Registry& known = registry();
-    const std::lock_guard turn(known.lock);
+    const std::lock_guard locked(known.lock);
     const std::string* text = find(known.modules, module, id);
     if (text == nullptr)
         return 0;

@@ -1,7 +1,7 @@
 // Messages on standard error that cannot steer the terminal which shows them.
 #pragma once
 
-namespace jx {
+namespace jx::dialog {
 
 // Writes "title: text" and a line break to standard error. Control characters are written as "?": bytes below 32 (but
 // line breaks of text), 127, and the range 128 to 159, alone or in UTF-8. Other bytes go out as they are, UTF-8 or not.
@@ -9,4 +9,4 @@ namespace jx {
 // write is given up.
 void writeMessage(const char* title, const char* text);
 
-}  // namespace jx
+}  // namespace jx::dialog

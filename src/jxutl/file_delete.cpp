@@ -1,16 +1,15 @@
-// Finds the libraries that lie beside this one.
-#include "jxutl/product_libraries.h"
-
+// Deletes files, but not the libraries of this product.
 #include <dlfcn.h>
+#include <sys/stat.h>
 
+#include <cerrno>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
-#include "ini/file_ops.h"
-
-namespace jx {
+#include <jxfiles.h>
+#include "jxutl/ini/file_ops.h"
 
 namespace {
 
@@ -41,11 +40,12 @@ const OwnFile ownFile;
 
 bool isSameFile(const char* path, const struct stat& file) {
     struct stat state {};
-    return ini::files().lookAt(path, &state) == 0 && state.st_dev == file.st_dev && state.st_ino == file.st_ino;
+    return jx::ini::files().lookAt(path, &state) == 0 && state.st_dev == file.st_dev && state.st_ino == file.st_ino;
 }
 
-}  // namespace
-
+// True for a file that is, by device and inode, the utility library itself or one of the product's libraries beside it;
+// so no link and no other spelling of a path hides one. A library that cannot be looked at counts as absent. Any
+// thread; errno may change.
 bool isProductLibrary(const struct stat& file) {
     if (ownFile.path()[0] == 0)
         return false;
@@ -60,4 +60,26 @@ bool isProductLibrary(const struct stat& file) {
     return false;
 }
 
-}  // namespace jx
+int refuse(int reason) {
+    errno = reason;
+    return -1;
+}
+
+}  // namespace
+
+int bosFileDelete(const unsigned char* path) {
+    if (path == nullptr || *path == 0)
+        return refuse(EINVAL);
+    const char* name = reinterpret_cast<const char*>(path);
+    jx::ini::FileOps& files = jx::ini::files();
+    struct stat state {};
+    if (files.lookAtLink(name, &state) != 0)
+        return -1;
+    if (S_ISLNK(state.st_mode) && files.lookAt(name, &state) != 0)
+        return -1;
+    if (!S_ISREG(state.st_mode))
+        return refuse(S_ISDIR(state.st_mode) ? EISDIR : EINVAL);
+    if (isProductLibrary(state))
+        return refuse(EPERM);
+    return files.removeFile(name) == 0 ? 0 : -1;
+}

@@ -1,5 +1,5 @@
 // Takes texts apart into characters and writes the harmless ones.
-#include "jxutl/terminal_text.h"
+#include "jxutl/dialog/terminal_text.h"
 
 #include <pthread.h>
 #include <unistd.h>
@@ -13,7 +13,7 @@
 
 #include "rules/utf8.h"
 
-namespace jx {
+namespace jx::dialog {
 
 namespace {
 
@@ -101,4 +101,4 @@ void writeMessage(const char* title, const char* text) {
     output.flush();
 }
 
-}  // namespace jx
+}  // namespace jx::dialog
