@@ -1,7 +1,9 @@
-/* The integer and text types of the ODBC installer interface.
+/* The integer and text types of the ODBC installer interface. When another ODBC header defines these names, include it
+ * first and leave them out here; they must have the widths given below:
  *
- * Define JX_NO_ODBC_TYPES before the first include when another ODBC header already defines these names;
- * its definitions must then have the widths given here. */
+ *     #define JX_NO_ODBC_TYPES
+ *     #include <odbcinst.h>
+ */
 #ifndef JXTYPES_H
 #define JXTYPES_H
 
