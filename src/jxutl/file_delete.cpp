@@ -13,11 +13,11 @@
 
 namespace {
 
-// Links to them, such as the one that developers link with, are found by what they lead to.
+// The libraries beside this one. A link to one of them is recognized by the file it leads to.
 constexpr const char* kNames[] = {"libodbcinst.so.1", "libjxsetup.so"};
 
-// OwnFile: the absolute path of the file that holds this code, found while it is loaded: the loader may know it by a
-// relative path, which means another place once the program changes its directory. Empty when it cannot be found.
+// OwnFile: the absolute path of this library, found when it is loaded: the loader may have a relative path, which is
+// wrong once the program changes its directory. Empty when it cannot be found.
 class OwnFile {
 public:
     OwnFile() {
@@ -43,9 +43,8 @@ bool isSameFile(const char* path, const struct stat& file) {
     return jx::ini::files().lookAt(path, &state) == 0 && state.st_dev == file.st_dev && state.st_ino == file.st_ino;
 }
 
-// True for a file that is, by device and inode, the utility library itself or one of the product's libraries beside it;
-// so no link and no other spelling of a path hides one. A library that cannot be looked at counts as absent. Any
-// thread; errno may change.
+// Whether a file is, by device and inode, this library or one of the product's libraries beside it; links and other
+// spellings of a path make no difference. A library that cannot be looked at counts as absent.
 bool isProductLibrary(const struct stat& file) {
     if (ownFile.path()[0] == 0)
         return false;

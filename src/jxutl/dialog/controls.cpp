@@ -1,4 +1,4 @@
-// What dialog procedures do with windows and controls: properties, texts, enabling, check marks.
+// Properties, texts, enabling and check marks of dialogs and controls.
 #include "jxutl/dialog/controls.h"
 
 #include <algorithm>

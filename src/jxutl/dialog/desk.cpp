@@ -12,12 +12,12 @@ namespace jx::dialog {
 
 namespace {
 
-// Handles only count up, in all threads together: one that was given out never names another window. The first lies
-// above what callers pass who only need some window that is not 0.
+// Handles only count up, over all threads, so none is given out twice. The first is above the small numbers that
+// callers pass when any window but 0 will do.
 constexpr HWND kFirstHandle = 0x10000;
 std::atomic<HWND> nextHandle{kFirstHandle};
 
-// The first of count fresh handles in a row; 0 when so many are not left.
+// The first of count new handles in a row; 0 when handles have run out.
 HWND takeHandles(std::size_t count) {
     HWND first = nextHandle.load();
     do {
@@ -62,7 +62,7 @@ DialogPointer Desk::ownedBy(HWND owner) const {
 void Desk::remove(const DialogPointer& dialog) {
     while (const DialogPointer owned = ownedBy(dialog->handle))
         remove(owned);
-    // Told once, even if the screen destroys the dialog again meanwhile.
+    // The screen is called once, even if it destroys the dialog again meanwhile.
     if (std::exchange(dialog->shown, false) && screen.closed != nullptr)
         screen.closed(screen.context, dialog->handle);
     dialogs_.erase(dialog->handle);

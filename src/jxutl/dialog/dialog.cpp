@@ -102,7 +102,7 @@ private:
     HWND handle_ = 0;
 };
 
-// Makes a dialog that no one was told of yet; null when there is no template or no memory.
+// Makes a dialog without calling its procedure or the screen; null when there is no such template.
 DialogPointer enterDialog(Desk& desk, const char* module, unsigned short templateId, HWND owner,
                           JxwProcedure procedure) {
     const auto shape = findTemplate(module, templateId);
@@ -116,7 +116,7 @@ DialogPointer enterDialog(Desk& desk, const char* module, unsigned short templat
     return desk.enter(dialog) ? dialog : nullptr;
 }
 
-// Lets the procedure set the dialog up; the focus it did not set goes to the first control that can take it.
+// Lets the procedure set the dialog up. Unless it set the focus, the first control that can take it gets it.
 void initialize(const DialogPointer& dialog, void* record) {
     const int first = nextStop(*dialog, -1, Direction::forward);
     const HWND control = first >= 0 ? dialog->handleAt(static_cast<std::size_t>(first)) : 0;
@@ -133,14 +133,14 @@ void show(Desk& desk, const DialogPointer& dialog) {
         desk.activate(dialog);
 }
 
-// The user has gone: the dialog gets the chance to close, and what still stays open then has failed.
+// The user has left: closes the dialog, or ends it with failure when that does not end it.
 void closeFor(const DialogPointer& dialog) {
     JXW_UserKey(dialog->handle, JXW_KEY_CLOSE);
     if (!dialog->ended)
         JXW_EndDialog(dialog->handle, kFailed);
 }
 
-// The modal loop: what is posted goes before what the user does.
+// The modal loop: posted messages are delivered before the user acts.
 void runUntilEnded(Desk& desk, const DialogPointer& dialog) {
     while (!dialog->ended && dialogOf(dialog->handle) != nullptr) {
         if (desk.hasPosted())
@@ -172,7 +172,7 @@ int JXW_DialogBox(const char* module, unsigned short templateId, HWND owner, Jxw
     Desk* own = existingDesk();
     if (own == nullptr || own->screen.wait == nullptr)
         return kFailed;
-    OwnedDialog owned;  // goes last: its owner is enabled again before, so that the focus finds it ready
+    OwnedDialog owned;  // destroyed after the owner is enabled again, so that the owner can take the focus
     const DisabledOwner disabled(owner);
     owned.take(JXW_CreateDialog(module, templateId, owner, procedure, record));
     const DialogPointer dialog = dialogOf(owned.handle());

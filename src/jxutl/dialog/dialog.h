@@ -63,10 +63,10 @@ struct Dialog {
 
 using DialogPointer = std::shared_ptr<Dialog>;
 
-// A dialog of a template's shape; everything that is not in the template is left for the caller. Throws std::bad_alloc.
+// A dialog made from a template; the caller fills in everything else. Throws std::bad_alloc.
 DialogPointer makeDialog(const DialogTemplate& shape);
 
-// The controls from begin up to but without end.
+// The controls from begin to before end.
 struct Range {
     std::size_t begin, end;
     bool holds(std::size_t index) const { return index >= begin && index < end; }
@@ -75,7 +75,7 @@ struct Range {
 // The group of the radio button at index.
 Range radioGroup(const Dialog& dialog, std::size_t index);
 
-// The lower-case letter or digit behind the "&" of a control's caption; 0 when it has none. What is data has none.
+// The lower-case letter or digit after the "&" in a control's text; 0 without one, and for edit fields and JXW_PLAIN.
 int accessKeyOf(const Control& control);
 
 }  // namespace jx::dialog

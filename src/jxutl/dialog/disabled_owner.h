@@ -1,4 +1,4 @@
-// Disables a dialog while something modal is in front of it.
+// Disables a dialog while a dialog or message box of its own is in front.
 #pragma once
 
 #include "jxutl/dialog/desk.h"

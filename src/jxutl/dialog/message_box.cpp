@@ -43,7 +43,7 @@ bool asksYesOrNo(unsigned int style) {
 }  // namespace
 
 unsigned int guiMessageBox(HWND owner, const unsigned char* text, const unsigned char* title, unsigned int style) {
-    // Copied out, so that the lock is free while the handler runs: it may ask again or set another handler.
+    // Copied, so that the lock is free while the handler runs: it may show another box or set another handler.
     const Answerer asked = current();
     const jx::dialog::DisabledOwner disabled(owner);
     if (asked.handler != nullptr)

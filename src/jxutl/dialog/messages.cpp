@@ -1,4 +1,4 @@
-// Delivers messages at once, and queues those that are to come later.
+// Delivers messages at once, and queues posted ones.
 #include "jxutl/dialog/messages.h"
 
 #include <cstring>
@@ -12,7 +12,7 @@ namespace jx::dialog {
 
 namespace {
 
-// What a list box answers, and whether the user can see a difference.
+// What a list box returns, and whether its look changed.
 struct Answer {
     int value;
     bool changed;

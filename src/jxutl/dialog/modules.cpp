@@ -30,16 +30,16 @@ struct Module {
     Templates templates;
 };
 
-using Modules = std::map<std::string, Module, std::less<>>;  // looked up by the caller's bytes, without a copy
+using Modules = std::map<std::string, Module, std::less<>>;  // std::less<>: looked up without a copy of the name
 
-// One mutex for loads too: they hold it for a look-up and a short copy, and unlike with a lock that loads could share,
-// no stream of them keeps a registration waiting.
+// Loads take the same mutex: they hold it for a look-up and a short copy. With a shared lock, many loads could keep a
+// registration waiting.
 struct Registry {
     std::mutex lock;
     Modules modules;
 };
 
-// Made by the first registration and then kept: std::map has no constant start of its own.
+// Made by the first call and never destroyed; std::map cannot be constant-initialized.
 Registry& registry() {
     static jx::Lasting<Registry> kept;
     return kept.object;
@@ -57,8 +57,8 @@ Texts copyOf(const JxwString* strings) {
     return texts;
 }
 
-// Everything that needs memory happens before the lock is taken and what is replaced is released after it is given
-// back: loads wait for the exchange of a few pointers only.
+// Memory is allocated before the lock and what is replaced is released after it, so loads wait only while a few
+// pointers are exchanged.
 void put(const char* name, const JxwString* strings, const JxwTemplate* templates) {
     Modules made;
     made.emplace(name, Module{copyOf(strings),
@@ -82,7 +82,7 @@ const std::string* find(const Modules& modules, const char* module, unsigned sho
     return text != texts.end() && text->id == id ? &text->bytes : nullptr;
 }
 
-// A module's templates; null for an unknown module.
+// Null for an unknown module.
 Templates templatesOf(const char* module) {
     Registry& known = registry();
     const std::lock_guard locked(known.lock);
@@ -98,7 +98,7 @@ std::shared_ptr<const jx::dialog::DialogTemplate> jx::dialog::findTemplate(const
         return nullptr;
     const auto found = std::find_if(templates->begin(), templates->end(),
                                     [id](const DialogTemplate& candidate) { return candidate.id == id; });
-    // Points at the one, keeps them all.
+    // Points to one template and keeps all of the module's.
     return found != templates->end() ? std::shared_ptr<const DialogTemplate>(templates, &*found) : nullptr;
 }
 

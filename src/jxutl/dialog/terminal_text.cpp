@@ -1,4 +1,4 @@
-// Takes texts apart into characters and writes the harmless ones.
+// Writes the harmless characters of texts to standard error.
 #include "jxutl/dialog/terminal_text.h"
 
 #include <pthread.h>
@@ -17,8 +17,8 @@ namespace jx::dialog {
 
 namespace {
 
-// NoPipeSignal: while it lives, a write to a pipe that nobody reads any more fails without ending the program; a signal
-// that was waiting before stays.
+// NoPipeSignal: while it exists, a write to a closed pipe fails instead of ending the program with SIGPIPE. A SIGPIPE
+// that was pending before stays pending.
 class NoPipeSignal {
 public:
     NoPipeSignal() {

@@ -7,8 +7,8 @@
 
 namespace jx::dialog {
 
-// Window: what a handle names, kept alive while it is looked at. control is null for the dialog itself; dialog is null
-// when the handle names nothing.
+// Window: what a handle stands for; it keeps the dialog alive. control is null for the dialog itself; both are null for
+// an unknown handle.
 struct Window {
     DialogPointer dialog;
     Control* control = nullptr;

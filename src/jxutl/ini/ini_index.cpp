@@ -1,4 +1,4 @@
-// Prepares a text for look-ups, a part at a time.
+// Prepares a text for look-ups, part by part.
 #include "jxutl/ini/ini_index.h"
 
 #include <new>
@@ -11,12 +11,12 @@ namespace jx::ini {
 
 namespace {
 
-// The hash of a key in the section of that name: one table serves all sections, so that one look-up finds a value.
+// The hash of a key in a section: one table serves all sections, so that one look-up finds a value.
 std::uint32_t hashKey(std::uint32_t sectionHash, std::string_view key) {
     return rules::hashName(key) + sectionHash * 0x9E3779B1U;
 }
 
-// Room for more, grown by a quarter: these vectors may hold an entry for every line of a large file.
+// Makes room for more by growing a quarter: these vectors may have an element for every line of a large file.
 template <class Element>
 void makeRoom(std::vector<Element>& elements, std::size_t more = 1) {
     if (elements.size() + more > elements.capacity())
@@ -125,7 +125,7 @@ std::string_view IniIndex::sections() {
     return {lists_.data() + sectionList_, sectionListLength_};
 }
 
-// Memory that runs short halfway leaves nothing half prepared.
+// When memory runs short, nothing is left half prepared.
 IniIndex::Prepared IniIndex::prepareSection(std::string_view name, std::uint32_t hash) {
     if (!prepared_)
         prepareSections();

@@ -17,7 +17,7 @@ namespace {
 constexpr mode_t kAllModeBits = 07777;
 constexpr mode_t kOwnerOnly = 0600;
 
-// O_NONBLOCK: what stands there may be a FIFO, and opening it must not wait.
+// O_NONBLOCK: there may be a FIFO at the path, and opening it must not wait.
 constexpr int kOpenFlags = O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
 
 bool isSameFile(const struct stat& one, const struct stat& other) {
@@ -111,16 +111,16 @@ IniLock::Attempt IniLock::lock() {
     if (errno != EWOULDBLOCK)
         return fail(JxIniStepLock, errno);
     waitError_ = ETIMEDOUT;
-    return letGo(Attempt::busy);
+    return unlock(Attempt::busy);
 }
 
 // From here on the file keeps its name as long as we hold the lock: a writer renames or removes only what it locked.
 IniLock::Attempt IniLock::checkPath() {
     struct stat there;
     if (files().lookAtLink(path_.c_str(), &there) != 0)
-        return errno == ENOENT ? letGo(Attempt::again) : fail(JxIniStepLock, errno);
+        return errno == ENOENT ? unlock(Attempt::again) : fail(JxIniStepLock, errno);
     if (!isSameFile(state_, there))
-        return letGo(Attempt::again);
+        return unlock(Attempt::again);
     state_ = there;
     return Attempt::taken;
 }
@@ -130,7 +130,7 @@ IniLock::Attempt IniLock::checkTrust() {
         return Attempt::taken;
     if (files().removeFile(path_.c_str()) != 0)
         return fail(JxIniStepLock, errno);
-    return letGo(Attempt::again);
+    return unlock(Attempt::again);
 }
 
 IniLock::Attempt IniLock::prepare() {
@@ -145,7 +145,7 @@ IniLock::Attempt IniLock::prepare() {
     return Attempt::taken;
 }
 
-IniLock::Attempt IniLock::letGo(Attempt outcome) {
+IniLock::Attempt IniLock::unlock(Attempt outcome) {
     file_.close();
     return outcome;
 }

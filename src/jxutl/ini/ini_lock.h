@@ -57,7 +57,7 @@ private:
     Attempt checkPath();
     Attempt checkTrust();
     Attempt prepare();
-    Attempt letGo(Attempt outcome);
+    Attempt unlock(Attempt outcome);
     int lookAgain() const;
     Attempt fail(JxIniStep step, int error);
 

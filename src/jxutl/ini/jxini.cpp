@@ -21,7 +21,7 @@
 namespace ini = jx::ini;
 namespace rules = jx::rules;
 
-// Pieces point into bytes, so the object stays where it was made.
+// Not copied or moved: pieces point into bytes.
 struct JxIniText {
     explicit JxIniText(std::string text) : bytes(std::move(text)), pieces(ini::splitLines(bytes)) {}
     JxIniText(const JxIniText&) = delete;
@@ -229,7 +229,7 @@ size_t jxIniEach(const JxIniText* text, const char* section, JxIniVisit visit, v
     const std::string_view sectionName = rules::argument(section);
     if (text == nullptr || visit == nullptr || (section != nullptr && !rules::canBeAskedFor(sectionName)))
         return 0;
-    // Collected first: what visit throws must pass, and what collecting throws must not.
+    // Collected first: exceptions of visit pass through, std::bad_alloc of ours does not.
     std::vector<const JxIniPiece*> listed;
     try {
         Names names;

@@ -8,7 +8,7 @@ namespace jx::ini {
 void NameTable::clear() noexcept {
     if (used_ == 0)
         return;
-    // Emptying a table that a far larger text left behind would cost more than making a new one.
+    // Clearing a table that is far too large would take longer than making a new one.
     if (slots_.size() > used_ * 16)
         std::vector<Slot>().swap(slots_);
     std::fill(slots_.begin(), slots_.end(), Slot());

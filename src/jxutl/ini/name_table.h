@@ -7,7 +7,7 @@
 
 namespace jx::ini {
 
-// NameTable: numbers found by the hash of a name; flat, open addressing, at most three quarters full.
+// NameTable: finds numbers by the hash of a name; open addressing, at most three quarters full.
 class NameTable {
 public:
     static constexpr std::uint32_t kNone = UINT32_MAX;
@@ -15,7 +15,7 @@ public:
     void clear() noexcept;
     std::size_t memory() const { return slots_.capacity() * sizeof(Slot); }
 
-    // The number put in under this hash for which matches is true, or kNone.
+    // The first number inserted with this hash for which matches is true, or kNone.
     template <class Matches>
     std::uint32_t find(std::uint32_t hash, Matches matches) const {
         if (slots_.empty())

@@ -12,7 +12,7 @@ namespace jx::ini {
 
 namespace {
 
-// Where not even a failure can be kept, that is the failure.
+// The failure when there is no memory to keep one.
 const Failure kNoMemoryToNote{JxIniStepMemory, {}, ENOMEM, false};
 
 const char* verb(JxIniStep step) {
