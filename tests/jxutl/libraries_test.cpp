@@ -1,4 +1,4 @@
-// Loading shared libraries: what loads, what does not, and the reason that is kept for each thread.
+// Loading shared libraries: what loads, what does not, and the reason kept for each thread.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
@@ -39,7 +39,7 @@ TEST(Libraries, SymbolsStayPrivateToTheirLibrary) {
 }
 
 TEST(Libraries, AMissingSymbolIsFoundWhileLoading) {
-    // That the loader would take it without asking for every symbol shows that the test means something.
+    // With lazy binding it loads: only the missing symbol makes it fail below.
     void* unchecked = dlopen(JX_INCOMPLETE_LIBRARY, RTLD_LAZY | RTLD_LOCAL);
     ASSERT_NE(unchecked, nullptr) << dlerror();
     dlclose(unchecked);
@@ -98,7 +98,7 @@ TEST(Libraries, EachThreadHasItsOwnReason) {
     EXPECT_NE(reason().find("first"), std::string::npos);
 }
 
-// The fixture is linked with the shared library, so it is loaded through that one's own functions.
+// The fixture is linked with the shared library, so it is loaded through the functions of that library.
 TEST(Libraries, AFailureInALibrarysStartUpCodeIsNotTheReason) {
     void* utilities = dlopen(JX_UTILITY_LIBRARY, RTLD_NOW | RTLD_LOCAL);
     ASSERT_NE(utilities, nullptr) << dlerror();

@@ -24,7 +24,7 @@ int sign(int value) {
     return (value > 0) - (value < 0);
 }
 
-// A buffer that starts full of a byte which no call writes.
+// A buffer filled with a byte that no call writes.
 template <std::size_t size>
 struct Buffer {
     unsigned char room[size];

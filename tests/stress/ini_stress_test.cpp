@@ -1,4 +1,4 @@
-// Many writers at one file, in processes and threads, some of them killed: no change is lost and no half text is seen.
+// Many writers of one file, in processes and threads, some of them killed: no change is lost and no half text is read.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <poll.h>
@@ -34,7 +34,7 @@ using jx::test::TestHome;
 constexpr int kWriters = 4;
 constexpr int kKeysEach = 25;
 
-// New keys go into the first section, so a text that lost its end, or its begin, shows.
+// New keys go into the first section, so a text without its begin or end is noticed.
 constexpr std::string_view kBegin = "[Keys]\n";
 constexpr std::string_view kEnd = "\n[End]\nmark=1\n";
 
@@ -73,7 +73,7 @@ std::string keyOf(int writer, int number) {
     return "w" + std::to_string(writer) + "k" + std::to_string(number);
 }
 
-// Writes one writer's keys; how many failed.
+// Writes one writer's keys; returns how many failed.
 int writeAll(const std::string& file, int writer) {
     int failed = 0;
     for (int number = 0; number < kKeysEach; ++number)
@@ -102,8 +102,7 @@ pid_t startChild(const std::function<int()>& body) {
     return child;
 }
 
-// Events: wakes up whenever something happens in a folder. A reader that looked without a pause would keep the machine
-// from the very writes it looks for.
+// Events: waits until something changes in a folder. A reader without a pause would slow the writers down.
 class Events {
 public:
     explicit Events(const std::string& folder) : fd_(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK)) {
@@ -111,7 +110,7 @@ public:
         EXPECT_GE(::inotify_add_watch(fd_.get(), folder.c_str(), kByWriters), 0);
     }
 
-    // False once the other end of the pipe has been closed by all who held it.
+    // False once every process has closed the other end of the pipe.
     bool wait(int pipe) const {
         pollfd ready[] = {{fd_.get(), POLLIN, 0}, {pipe, 0, 0}};
         ::poll(ready, 2, -1);
@@ -125,7 +124,7 @@ private:
     Descriptor fd_;
 };
 
-// Ends: a pipe whose writing end is held by whoever is still at work.
+// Ends: a pipe; every process still at work holds its writing end.
 struct Ends {
     Ends() {
         int ends[2] = {-1, -1};
@@ -138,7 +137,7 @@ struct Ends {
     Descriptor writing;
 };
 
-// Starts one child for each writer and looks at the file until all have ended; how often it did not look whole, or a
+// Starts one child for each writer and reads the file until all have ended; returns how often it was not whole or a
 // child failed.
 int watchWriters(const TestHome& home, const std::function<int(int)>& write) {
     const Events events(home.path());
@@ -201,7 +200,7 @@ TEST(IniStress, WritersThroughALinkAndByNameUseTheSameLock) {
     EXPECT_EQ(home.names(), (std::vector<std::string>{"link", "x.ini"}));
 }
 
-// Adds one to two counters at once; a lost or half change would leave them wrong or different.
+// Adds one to two counters together; a lost or half change would leave them wrong or different.
 int countUp(const std::string& file, int times) {
     for (int i = 0; i < times; ++i) {
         JxIniChange* change = nullptr;

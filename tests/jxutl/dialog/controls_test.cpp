@@ -215,7 +215,7 @@ TEST_F(Controls, AnEditFieldsTextHasNoAccessKey) {
     EXPECT_EQ(control.accessKey, 0);
 }
 
-// A label with data in it.
+// A label that shows data.
 constexpr JxwControl kDataControls[] = {
     {JXW_LABEL, kLabel, 0, 0, 40, 8, "R&D", JXW_PLAIN}, {JXW_EDIT, kName, 0, 8, 40, 8, nullptr, 0},
     {JXW_EDIT, kSecret, 0, 16, 40, 8, nullptr, 0},      {JXW_LABEL, 0, 0, 24, 40, 8, "&Door:", 0},

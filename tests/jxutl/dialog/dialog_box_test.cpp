@@ -261,7 +261,7 @@ TEST_F(ModalDialogs, AScreenFindsTheDialogsThatAreOpenAlready) {
     EXPECT_EQ(JXW_NextDialog(second), 0U);
 }
 
-// A screen that destroys the dialog once more while it hears that it goes.
+// A screen that destroys the dialog once more in its closed callback.
 TEST_F(ModalDialogs, CallTheScreensClosedOnce) {
     static int told;
     told = 0;

@@ -1,4 +1,4 @@
-// The life of a dialog: made, told, ended, destroyed.
+// The life of a dialog: made, sent messages, ended, destroyed.
 #include <climits>
 #include <stdexcept>
 #include <thread>
@@ -113,7 +113,7 @@ TEST_F(DialogLife, CanBeDestroyedInsideAnyOfItsMessages) {
 
 TEST_F(DialogLife, OwnedDialogsAreDestroyedBeforeTheirOwner) {
     const HWND owner = create();
-    const HWND owned = create(kPlain, JXW_GetDlgItem(owner, kGo));  // a control stands for its dialog
+    const HWND owned = create(kPlain, JXW_GetDlgItem(owner, kGo));  // a control means its dialog
     const HWND deeper = create(kEmpty, owned);
     EXPECT_EQ(JXW_DestroyDialog(owner), 1);
     EXPECT_EQ(JXW_IsWindow(owned) + JXW_IsWindow(deeper), 0);
@@ -211,7 +211,7 @@ TEST_F(DialogLife, AHandleUsedOnAnotherThreadNamesNothing) {
                   JXW_EndDialog(dialog, 1) + JXW_DestroyDialog(dialog) + static_cast<int>(JXW_SetFocus(dialog));
         Hearing other;
         own = JXW_CreateDialog(kSampleModule, kPlain, dialog, hear, &other);
-    }).join();  // the thread's own dialog goes with it
+    }).join();  // the thread's dialog is destroyed with it
     EXPECT_EQ(answers, 0);
     EXPECT_GT(own, dialog);
     EXPECT_EQ(JXW_IsWindow(own), 0);

@@ -1,4 +1,4 @@
-// List boxes and what they answer.
+// List boxes and what their messages return.
 #include <climits>
 
 #include "dialog_dump.h"

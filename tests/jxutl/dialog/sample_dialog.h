@@ -1,4 +1,4 @@
-// A dialog with one control of each kind, and a procedure that writes down what it hears.
+// A dialog with one control of each kind, and a procedure that records its messages.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -64,7 +64,7 @@ inline constexpr JxwTemplate kSampleTemplates[] = {{kSample, "Sample", 184, 160,
                                                    {kEmpty, "Empty", 60, 30, nullptr},
                                                    {0, nullptr, 0, 0, nullptr}};
 
-// What a procedure heard and does. One at a time is told by plain function pointers.
+// The messages a procedure got, and what it does on each.
 struct Hearing {
     std::vector<std::string> messages;  // "message wparam lparam"; WM_COMMAND as "command id notification"
     std::function<unsigned int(HWND, int, int, uintptr_t)> does;

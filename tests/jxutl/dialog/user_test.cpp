@@ -1,4 +1,4 @@
-// What the user does and what the dialog hears of it.
+// The user's actions, and the messages the dialog gets.
 #include "sample_dialog.h"
 
 using namespace jx::test;

@@ -43,7 +43,7 @@ TEST(Failure, BelongsToItsThread) {
     noteSuccess();
 }
 
-// Notes a failure when its thread's objects are destroyed, later than the store's own.
+// Notes a failure when its thread's objects are destroyed, after the store's.
 struct LateUser {
     ~LateUser() {
         noteFailure(JxIniStepOpen, "/noted/while/the/thread/ends/and/long/enough/for/the/heap", ENOENT);

@@ -1,4 +1,4 @@
-// Reading a file whole, and for how long its text can be trusted.
+// Reading a whole file, and how long its text is current.
 #include "jxutl/ini/file_text.h"
 
 #include <fcntl.h>
@@ -200,7 +200,7 @@ TEST(FileText, AFreshlyChangedFileIsNotTrustedAndCostsAReadEachTime) {
     EXPECT_TRUE(text.isCurrent(stateOf(home.file("f"))));
 }
 
-// The clock counts from before the reading: a change right after it falls into the tick that the reading began in.
+// The time is taken before the reading: a change right after that may get the same time.
 TEST(FileText, TheAgeOfAChangeCountsFromBeforeTheReading) {
     StampedFiles disk;
     const InUse inUse(disk);
@@ -243,7 +243,7 @@ TEST(FileText, UnchangedBytesAreNotCopiedAgain) {
         const InUse inUse(disk);
         const TestHome home{{"f", row.before}};
         disk.clock = disk.written;
-        disk.adjust = [](struct stat& state) { state.st_size = 0; };  // nothing in the state tells them apart
+        disk.adjust = [](struct stat& state) { state.st_size = 0; };  // their states are the same
         FileText text;
         readNow(text, home.file("f"));
         EXPECT_EQ(text.view(), row.before);
@@ -318,7 +318,7 @@ TEST(FileText, AFileThatKeepsChangingIsReadButNotTrusted) {
     EXPECT_EQ(text.view(), home.text("f"));
 }
 
-// As files of /proc are: the state tells no size.
+// As files of /proc: their state has no size.
 TEST(FileText, AFileThatReportsNoSizeIsReadButNotTrusted) {
     const std::string bytes = repeated("0123456789\n", 100'000);
     StampedFiles disk;
@@ -358,7 +358,7 @@ TEST(FileText, AFileOfAGibibyteOrMoreIsRefusedUnread) {
     }
 }
 
-// A FIFO that took the file's place after the look: it is opened, but nothing waits and nothing is believed.
+// A FIFO that replaced the file after the stat: it is opened, but nothing waits and nothing is read.
 TEST(FileText, AFifoInTheFilesPlaceIsAFailureWithoutWaiting) {
     StampedFiles disk;
     const InUse inUse(disk);

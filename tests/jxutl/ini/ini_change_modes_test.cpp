@@ -1,4 +1,4 @@
-// Whose a changed file is: its mode, its owner, its group.
+// The mode, owner and group of a changed file.
 #include <gtest/gtest.h>
 #include <unistd.h>
 

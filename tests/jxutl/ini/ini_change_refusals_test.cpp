@@ -1,4 +1,4 @@
-// Files that cannot be changed, and what is told of them.
+// Files that cannot be changed, and the failures reported.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sched.h>
@@ -22,7 +22,7 @@
 namespace jx::ini::test {
 namespace {
 
-// Mounts of this process's own, so that none outlives the test.
+// A mount namespace of this process, so that no mount outlives the test.
 constexpr int kMayNotMount = 77;
 bool ownMounts() {
     return ::unshare(CLONE_NEWNS) == 0 && ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
@@ -53,7 +53,7 @@ TEST_F(IniChangeTest, RefusesWhatIsNotARegularFileWithoutWaiting) {
     EXPECT_TRUE(std::filesystem::is_empty(home_.file("directory")));
 }
 
-// A device of the test's own: a mistake must not cost the machine one of its.
+// A device made for the test: a mistake must not damage one of the machine's.
 TEST_F(IniChangeTest, RefusesADevice) {
     const std::string device = home_.file("device");
     if (::mknod(device.c_str(), S_IFCHR | 0666, ::makedev(1, 3)) != 0)
@@ -83,7 +83,7 @@ TEST_F(IniChangeTest, ReportsThatThereIsNoPath) {
 
 TEST_F(IniChangeTest, RefusesAFileThatIsTooBig) {
     putText(file_, "[A]\nk=1\n");
-    ASSERT_EQ(::truncate(file_.c_str(), off_t{1} << 30), 0);  // a hole: no room is taken
+    ASSERT_EQ(::truncate(file_.c_str(), off_t{1} << 30), 0);  // a hole, which takes no space
     RecordingFiles files;
     const InUse inUse(files);
     EXPECT_FALSE(write(file_, "A", "k", "2"));

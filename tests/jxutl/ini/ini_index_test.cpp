@@ -16,7 +16,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-// What the index answers, asked twice: the first value is found without the tables, the second with them.
+// The value, looked up twice: the first time it is found without the tables, the second time with them.
 std::string valueOf(std::string_view text, std::string_view section, std::string_view key) {
     IniIndex index;
     index.reset(text);
@@ -184,7 +184,7 @@ TEST(IniIndex, TakesLessThanThreeTimesALargeText) {
     EXPECT_LT(index.memory(), 3 * text.size());
 }
 
-// A list or value that was asked for once is handed out as it lies: nothing is made for it again.
+// A list or value that was read once is kept: reading it again makes nothing.
 TEST(IniIndex, TheSecondAnswerCostsNoMemory) {
     IniIndex index;
     index.reset("[A]\nk=1\n[B]\n");

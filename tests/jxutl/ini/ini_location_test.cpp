@@ -1,4 +1,4 @@
-// Where the user's files are, as the environment and the account tell.
+// Where the user's files are, by the environment and the account.
 #include "jxutl/ini/ini_location.h"
 
 #include <gtest/gtest.h>
@@ -138,7 +138,7 @@ TEST(IniLocation, TheEnvironmentIsReadAtEachCall) {
     }
 }
 
-// Environment: the process's environment for as long as it lives: these strings, or none at all.
+// Environment: while it exists, the process's environment is these strings, or null.
 class Environment {
 public:
     explicit Environment(std::vector<const char*> variables) : variables_(std::move(variables)) {
@@ -195,7 +195,7 @@ TEST(IniLocation, AnEnvironmentNeedNotBeWellFormed) {
     expectDataSources(accountFile(".odbc.ini"));
 }
 
-// Whoever keeps files by number must never take one for another.
+// Files are cached by number, so no two paths may have the same one.
 TEST(IniLocation, ANumberStandsForOnePath) {
     const TestHome home;
     IniLocator locator;
@@ -216,7 +216,7 @@ TEST(IniLocation, ANumberStandsForOnePath) {
     EXPECT_EQ(locator.find(rules::kDataSourceFile).number, 0U);
 }
 
-// The string belongs to the environment and may change where it lies.
+// A program may change the environment's string in place.
 TEST(IniLocation, AVariableThatChangesInPlaceIsReadAsItIs) {
     const TestHome home;
     static char variable[] = "ODBCINI=/first.ini";  // the environment holds it, not a copy

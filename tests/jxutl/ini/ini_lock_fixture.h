@@ -20,7 +20,7 @@ namespace jx::ini::test {
 
 using jx::test::TestHome;
 
-// Another writer's hold on a lock file.
+// Another writer that holds the lock.
 class Holder {
 public:
     explicit Holder(const std::string& path, int flags = O_RDWR | O_CREAT)

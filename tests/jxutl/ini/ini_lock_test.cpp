@@ -1,4 +1,4 @@
-// The lock of a file: who gets it, who waits, and what may stand at the path of NAME.lock.
+// The lock of a file: who gets it, who waits, and what may be at the path of NAME.lock.
 #include "jxutl/ini/ini_lock.h"
 
 #include <fcntl.h>

@@ -1,5 +1,4 @@
-// The sentences of docs/ini-store.md about the format and the reading of files, one test each, through the profile
-// calls alone.
+// The sentences of docs/ini-store.md about format and reading, one test each, through the profile calls only.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -23,7 +22,7 @@ const unsigned char* bytes(const char* text) {
     return reinterpret_cast<const unsigned char*>(text);
 }
 
-// What a read places, NULs of a list shown as |.
+// What a read returns, with | for the NULs of a list.
 std::string read(const char* section, const char* key, const char* fallback = "none", int size = 1000,
                  const char* file = ".odbc.ini") {
     std::vector<unsigned char> room(static_cast<std::size_t>(std::max(size, 1)), '?');

@@ -261,7 +261,7 @@ TEST(IniText, ATextIsBuiltUpAndTakenDownAgain) {
     EXPECT_EQ(text.bytes(), "[ODBC Data Sources]\n\n");
 }
 
-// What the pieces of the text tell that an edit must come to; null for a refused one.
+// The result of the edit, worked out from the pieces of the text; null for a refused one.
 std::string modelOf(std::string_view before, const char* section, const char* key, const char* value) {
     const TextModel model(before);
     const std::string_view sectionName = rules::argument(section);

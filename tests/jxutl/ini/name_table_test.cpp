@@ -6,7 +6,7 @@
 namespace jx::ini {
 namespace {
 
-// The number under hash whose match is wanted.
+// Looks the wanted number up by its hash.
 std::uint32_t find(const NameTable& table, std::uint32_t hash, std::uint32_t wanted) {
     return table.find(hash, [wanted](std::uint32_t number) { return number == wanted; });
 }

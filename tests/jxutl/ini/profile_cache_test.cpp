@@ -1,4 +1,4 @@
-// What a thread's cache keeps, for how long, and what a look-up costs.
+// What a thread's cache keeps, for how long, and which calls a look-up makes.
 #include "jxutl/ini/profile_cache.h"
 
 #include <fcntl.h>
@@ -58,7 +58,7 @@ TEST(ProfileCache, TwoFilesReadAlternatelyCostOneStatEach) {
     EXPECT_EQ(disk.calls(), "look 20");
 }
 
-// As in a program that changes HOME and back: its paths come with other numbers then.
+// As in a program that changes HOME and changes it back: its paths then have other numbers.
 TEST(ProfileCache, AFileIsKeptWhenItsPathGetsAnotherNumber) {
     StampedFiles disk;
     const InUse inUse(disk);
@@ -116,12 +116,12 @@ TEST(ProfileCache, AChangeShowsAtOnce) {
     EXPECT_EQ(value(cache, home.file("f")), "44");
     ASSERT_EQ(::unlink(home.file("f").c_str()), 0);
     EXPECT_EQ(value(cache, home.file("f")), "(no file)");
-    home.put("f", "[A]\nk=55\n");  // often the inode that was just given back
+    home.put("f", "[A]\nk=55\n");  // often the inode that was just released
     disk.changed.tv_nsec += 1;
     EXPECT_EQ(value(cache, home.file("f")), "55");
 }
 
-// With the system's own clock and times, as fast as it goes: the same size, the same inode.
+// With the real clock and times, without a pause: the same size, the same inode.
 TEST(ProfileCache, AWriteDirectlyFollowedByAReadInTheSameTickIsSeen) {
     const TestHome home{{"f", "[A]\nk=0000\n"}};
     const int fd = ::open(home.file("f").c_str(), O_WRONLY | O_CLOEXEC);
@@ -285,7 +285,7 @@ TEST(ProfileCache, EachThreadHasItsOwnAndItEndsWithTheThread) {
 
 std::string readAtTheEnd;
 
-// Clean-up of a thread that runs when the thread's cache has been released: it is given a new one, which goes as well.
+// A thread's clean-up that runs after its cache was released: it gets a new one, which is released as well.
 void readOnceMore(void* key) {
     unsigned char buffer[20] = {};
     const auto bytes = [](const char* text) { return reinterpret_cast<const unsigned char*>(text); };

@@ -1,4 +1,4 @@
-// The profile calls that read: what they place, where it is cut, what is left alone.
+// Profile reads: what they return, where it is cut, what they leave untouched.
 #include <gtest/gtest.h>
 #include <pthread.h>
 #include <sys/stat.h>
@@ -33,7 +33,7 @@ struct Placed {
     int count;
     GuardedBuffer buffer;
 
-    // The bytes that count tells of.
+    // The bytes counted by the result.
     std::string text() const { return buffer.all().substr(0, static_cast<std::size_t>(count)); }
 
     // A NUL follows them, and nothing else was written.
@@ -294,7 +294,7 @@ TEST(ProfileRead, AnUnchangedFileCostsOneStat) {
     EXPECT_EQ(disk.calls(), "look 50");
 }
 
-// A program may have used up the keys under which a thread keeps data, before the library could take one.
+// A program may have used up the keys for per-thread data before the library could take one.
 TEST(ProfileRead, WorksWithoutPerThreadData) {
     const TestHome home{{".odbc.ini", "[A]\nk=1\n"}};
     EXPECT_TRUE(passesInChild([] {

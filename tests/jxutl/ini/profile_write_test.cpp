@@ -1,4 +1,4 @@
-// The profile calls that write, and what they leave in the file.
+// Profile writes, and what they leave in the file.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -102,7 +102,7 @@ TEST(ProfileWrite, RefusesWhatTheFileCouldNotGiveBack) {
     }
 }
 
-// Programs ask for this and rely on it.
+// Programs rely on this.
 TEST(ProfileWrite, AnEmptyKeyStoresNothingSucceedsAndLeavesTheFileAlone) {
     const TestHome home{{".odbc.ini", "[A]\nk=0\n"}};
     const Identity before(home.file(".odbc.ini"));

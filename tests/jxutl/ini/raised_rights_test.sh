@@ -1,5 +1,5 @@
 #!/bin/bash
-# A program with raised rights: whoever started it must not choose its files through the environment.
+# A program with raised rights: the user who starts it must not choose its files through the environment.
 # Usage: raised_rights_test.sh WRITE-ONCE
 set -u
 if [ "$(id -u)" != 0 ]; then

@@ -1,5 +1,5 @@
 #!/bin/bash
-# Real system calls under real faults: the fakes of the other tests are compared with what the system does.
+# Makes real system calls fail, to check that the faults of the other tests are realistic.
 # Usage: strace_test.sh WRITE-ONCE
 set -u
 writer=$1
@@ -53,7 +53,7 @@ fault() { # STEP ERRNO WHAT PATH CALL WHEN ERROR: the write fails and the old te
     run "$3" "$4" "$5:error=$7:when=$6" 2 "0 $1 $2" "$old"
 }
 
-# What a fault needs to find, called by name.
+# Preparations for a fault, called by name.
 # shellcheck disable=SC2317
 others_may_read() { chmod 644 "$target"; }
 # shellcheck disable=SC2317
