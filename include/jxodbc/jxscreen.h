@@ -107,7 +107,7 @@ typedef struct JxwControlInfo {
     int kind;
     unsigned short id;
     short x, y, width, height;
-    const char* text; /* with its "&"; to be shown as it stands in an edit field and where flags hold JXW_PLAIN */
+    const char* text; /* with its "&", which has no meaning in an edit field and with JXW_PLAIN */
     unsigned int flags;
     int accessKey; /* lower-case ASCII, 0: none */
     int enabled;

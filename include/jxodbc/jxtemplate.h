@@ -42,7 +42,7 @@ enum {
     JXW_CLOSE = 2,    /* a button: Escape presses it in a dialog that has no IDCANCEL control */
     JXW_PASSWORD = 4, /* an edit field: screens hide its characters; the layer does not */
     JXW_GREY = 8,     /* disabled from the start */
-    JXW_GROUP = 16,   /* a radio button: begins another group although a radio button stands before it */
+    JXW_GROUP = 16,   /* a radio button: begins a new group, also directly after another radio button */
     JXW_PLAIN = 32    /* a label: its text is data, such as a name; an "&" in it is an "&" and makes no access key */
 };
 
@@ -52,7 +52,7 @@ typedef struct JxwControl {
     int kind;
     unsigned short id; /* unique in its dialog; 0 for a control that is never referred to */
     short x, y, width, height;
-    const char* text; /* "&" stands before the access key, "&&" is one "&", but not with JXW_PLAIN; null is empty */
+    const char* text; /* "&" comes before the access key, "&&" is one "&", but not with JXW_PLAIN; null is empty */
     unsigned int flags;
 } JxwControl;
 

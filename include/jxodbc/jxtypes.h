@@ -13,7 +13,7 @@
 typedef int BOOL;            /* 1 TRUE, 0 FALSE */
 typedef unsigned short WORD; /* 16 bits: sizes and request codes */
 typedef uint32_t DWORD;      /* 32 bits: option values */
-typedef uint32_t HWND;       /* a window of the dialog layer; 0 is no window */
+typedef uint32_t HWND;       /* a window of the dialog layer; 0 means no window */
 typedef char* LPSTR;         /* NUL-terminated single-byte text, written to */
 typedef const char* LPCSTR;  /* NUL-terminated single-byte text, read only */
 #endif

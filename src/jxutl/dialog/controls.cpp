@@ -14,7 +14,7 @@ void setChecked(const Window& box, bool checked) {
     if (box.control->checked == checked)
         return;
     box.control->checked = checked;
-    tellChanged(box);
+    notifyChanged(box);
 }
 
 }  // namespace jx::dialog
@@ -35,7 +35,7 @@ int setText(const Window& window, const char* text) {
         place = text != nullptr ? text : "";
         return 1;
     });
-    tellChanged(window);
+    notifyChanged(window);
     return set;
 }
 
@@ -50,7 +50,7 @@ void enableControl(const Window& window, bool enable) {
     if (window.control->enabled == enable)
         return;
     window.control->enabled = enable;
-    tellChanged(window);
+    notifyChanged(window);
     if (!enable)
         passFocusFrom(window);
 }
@@ -95,7 +95,7 @@ int winCenterBox(HWND dialog) {
     if (placed == nullptr)
         return 0;
     placed->centered = true;
-    tellChanged(*placed);
+    notifyChanged(*placed);
     return 1;
 }
 
@@ -112,7 +112,7 @@ int JXW_EnableWindow(HWND hwnd, int enable) {
         enableControl(window, enable != 0);
     } else {
         window.dialog->enabled = enable != 0;
-        tellChanged(window);
+        notifyChanged(window);
     }
     return 1;
 }

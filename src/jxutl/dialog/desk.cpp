@@ -88,8 +88,8 @@ void Desk::activate(const DialogPointer& dialog) {
     const DialogPointer before = active();
     active_ = dialog->handle;
     if (before != nullptr)
-        tellChanged(*before, 0);
-    tellChanged(*dialog, 0);
+        notifyChanged(*before, 0);
+    notifyChanged(*dialog, 0);
 }
 
 HWND Desk::next(HWND previous) const {
@@ -113,13 +113,13 @@ bool Desk::takePosted(const Dialog* dialog, std::uint64_t last, PostedMessage& m
     return true;
 }
 
-void Desk::tellOpened(Dialog& dialog) const {
+void Desk::notifyOpened(Dialog& dialog) const {
     dialog.shown = true;
     if (screen.opened != nullptr)
         screen.opened(screen.context, dialog.handle);
 }
 
-void Desk::tellChanged(const Dialog& dialog, unsigned short id) const {
+void Desk::notifyChanged(const Dialog& dialog, unsigned short id) const {
     if (dialog.shown && screen.changed != nullptr)
         screen.changed(screen.context, dialog.handle, id);
 }
@@ -157,12 +157,12 @@ DialogPointer dialogOf(HWND hwnd) {
     return window.isDialog() ? window.dialog : nullptr;
 }
 
-void tellChanged(const Window& window) {
-    existingDesk()->tellChanged(*window.dialog, window.control != nullptr ? window.control->id : 0);
+void notifyChanged(const Window& window) {
+    existingDesk()->notifyChanged(*window.dialog, window.control != nullptr ? window.control->id : 0);
 }
 
-void tellChanged(const Dialog& dialog) {
-    existingDesk()->tellChanged(dialog, 0);
+void notifyChanged(const Dialog& dialog) {
+    existingDesk()->notifyChanged(dialog, 0);
 }
 
 }  // namespace jx::dialog

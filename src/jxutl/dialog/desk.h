@@ -48,8 +48,8 @@ public:
 
     JxwScreen screen{};
 
-    void tellOpened(Dialog& dialog) const;
-    void tellChanged(const Dialog& dialog, unsigned short id) const;
+    void notifyOpened(Dialog& dialog) const;
+    void notifyChanged(const Dialog& dialog, unsigned short id) const;
 
 private:
     DialogPointer ownedBy(HWND owner) const;
@@ -74,8 +74,8 @@ Window itemOf(HWND dialog, unsigned short id);
 DialogPointer dialogOf(HWND hwnd);
 
 // Notifies the thread's screen of a change.
-void tellChanged(const Window& window);
-void tellChanged(const Dialog& dialog);
+void notifyChanged(const Window& window);
+void notifyChanged(const Dialog& dialog);
 
 // The result of work, or failure when it throws std::bad_alloc. work must not call a dialog procedure or a screen,
 // whose exceptions pass through.

@@ -128,7 +128,7 @@ void initialize(const DialogPointer& dialog, void* record) {
 void show(Desk& desk, const DialogPointer& dialog) {
     if (dialog->ended)
         return;
-    desk.tellOpened(*dialog);
+    desk.notifyOpened(*dialog);
     if (dialogOf(dialog->handle) == dialog)
         desk.activate(dialog);
 }

@@ -5,8 +5,8 @@
 
 namespace jx::dialog {
 
-// DisabledOwner: disables the dialog with handle owner, or the dialog of that control, while it lives. Any other handle
-// has no effect. They nest: the dialog is enabled again when the last one ends.
+// DisabledOwner: disables the dialog with handle owner, or the dialog of that control, while it exists. Any other
+// handle has no effect. They nest: the dialog is enabled again when the last one ends.
 class DisabledOwner {
 public:
     explicit DisabledOwner(HWND owner) : dialog_(windowOf(owner).dialog) { block(1); }
@@ -19,7 +19,7 @@ private:
         if (dialog_ == nullptr)
             return;
         dialog_->blockers += change;
-        tellChanged(*dialog_);
+        notifyChanged(*dialog_);
     }
 
     DialogPointer dialog_;

@@ -98,7 +98,7 @@ int answer(const Window& window, int message, int wparam, std::uintptr_t lparam)
         return 0;
     const Answer answered = answerList(window.control->list, message, wparam, lparam);
     if (answered.changed)
-        tellChanged(window);
+        notifyChanged(window);
     return answered.value;
 }
 

@@ -90,7 +90,7 @@ int selectRow(const Window& list, int row) {
         return 0;
     list.control->list.select(row);
     takeFocus(list);
-    tellChanged(list);
+    notifyChanged(list);
     notify(list.dialog, list.control->id, LBN_SELCHANGE);
     return 1;
 }

@@ -153,7 +153,7 @@ size_t jxIniFailureText(char* buffer, size_t size) {
     try {
         return copyOut(ini::describe(ini::lastFailure()), buffer, size);
     } catch (const std::bad_alloc&) {
-        return copyOut("Cannot find memory for the description of a failure", buffer, size);
+        return copyOut("Too little memory to describe the failure", buffer, size);
     }
 }
 

@@ -20,9 +20,9 @@ const char* verb(JxIniStep step) {
         case JxIniStepNone:
             return "";
         case JxIniStepArgument:
-            return "store that in";
+            return "change";
         case JxIniStepMemory:
-            return "find memory for";
+            return "process";
         case JxIniStepLocate:
             return "find";
         case JxIniStepLook:

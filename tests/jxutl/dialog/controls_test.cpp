@@ -224,7 +224,7 @@ constexpr JxwTemplate kDataTemplates[] = {{1, "Data", 40, 40, kDataControls}, {0
 
 TEST_F(Controls, APlainLabelsTextHasNoAccessKey) {
     ASSERT_EQ(JXW_RegisterModule("data", nullptr, kDataTemplates), 1);
-    const HWND data = JXW_CreateDialog("data", 1, 0, hear, &hearing);
+    const HWND data = JXW_CreateDialog("data", 1, 0, logMessage, &received);
     JxwControlInfo control{};
     ASSERT_EQ(JXW_GetControlInfo(data, 0, &control), 1);
     EXPECT_EQ(control.accessKey, 0);

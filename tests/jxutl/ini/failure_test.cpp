@@ -67,8 +67,8 @@ TEST(Failure, HasASentenceForEveryStep) {
     };
     const Row rows[] = {
         {{}, ""},
-        {{JxIniStepArgument, "/a/x", EINVAL, false}, "Cannot store that in /a/x: Invalid argument"},
-        {{JxIniStepMemory, "/a/x", ENOMEM, false}, "Cannot find memory for /a/x: Cannot allocate memory"},
+        {{JxIniStepArgument, "/a/x", EINVAL, false}, "Cannot change /a/x: Invalid argument"},
+        {{JxIniStepMemory, "/a/x", ENOMEM, false}, "Cannot process /a/x: Cannot allocate memory"},
         {{JxIniStepLocate, "", ENOENT, false}, "Cannot find the file: No such file or directory"},
         {{JxIniStepLook, "/a/x", EACCES, false}, "Cannot look at /a/x: Permission denied"},
         {{JxIniStepOpen, "/a/x", EISDIR, false}, "Cannot open /a/x: Is a directory"},

@@ -35,7 +35,7 @@ TEST_F(IniChangeTest, RefusesWhatIsNotARegularFileWithoutWaiting) {
     ASSERT_EQ(::symlink("directory/", home_.file("slash").c_str()), 0);
     struct Row {
         std::string path;
-        std::string told;
+        std::string reported;
         int error;
     };
     const Row rows[] = {{home_.file("directory"), home_.file("directory"), EISDIR},
@@ -47,7 +47,7 @@ TEST_F(IniChangeTest, RefusesWhatIsNotARegularFileWithoutWaiting) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.path);
         EXPECT_FALSE(write(row.path, "A", "k", "1"));
-        expectFailure(JxIniStepOpen, row.error, row.told);
+        expectFailure(JxIniStepOpen, row.error, row.reported);
         EXPECT_EQ(home_.names(), before);
     }
     EXPECT_TRUE(std::filesystem::is_empty(home_.file("directory")));

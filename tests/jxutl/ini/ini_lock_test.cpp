@@ -334,7 +334,7 @@ TEST_F(IniLockTest, ALockEndsWithItsProcess) {
         IniLock lock;
         const char taken = lock.take(target_) ? '1' : '0';
         ::close(ready[0]);
-        [[maybe_unused]] const ssize_t told = ::write(ready[1], &taken, 1);
+        [[maybe_unused]] const ssize_t written = ::write(ready[1], &taken, 1);
         ::pause();
         ::_exit(0);
     }

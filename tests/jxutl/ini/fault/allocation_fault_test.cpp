@@ -201,7 +201,7 @@ TEST(AllocationFault, TheFailureTextAndThePathCopeWithoutMemory) {
     EXPECT_EQ(jxIniRead("/no/such/file/with/a/name/that/is/long/enough/for/the/heap"), nullptr);
     char room[1000];
     EXPECT_TRUE(failAllocation(1, [&] { EXPECT_GT(jxIniFailureText(room, sizeof room), 0U); }));
-    EXPECT_STREQ(room, "Cannot find memory for the description of a failure");
+    EXPECT_STREQ(room, "Too little memory to describe the failure");
     EXPECT_TRUE(failAllocation(1, [&] { EXPECT_EQ(jxIniPath(".odbc.ini", room, sizeof room), 0U); }));
     EXPECT_STREQ(room, "");
 }

@@ -97,7 +97,7 @@ for call in openat flock write fsync rename; do
     runs=$((runs + 1))
     {
         strace -f -o "$dir/trace" -P "$lock" -e inject="$call:signal=KILL:when=1" "$writer" "$target" A k 2 >"$dir/out"
-    } 2>"$dir/err" # the shell tells of each kill
+    } 2>"$dir/err" # the shell reports each kill
     grep -q 'killed by SIGKILL' "$dir/trace" || complain "killed at $call: it was not"
     text=$(cat "$target")
     [ "$text" = "$old" ] || [ "$text" = "$new" ] || complain "killed at $call: the file holds '$text'"
