@@ -132,7 +132,7 @@ JX_EXPORT BOOL SQLGetTranslator(HWND hwnd, LPSTR lpszName, WORD cbNameMax, WORD*
  * write its name there with the value "Installed".
  *
  * lpszInfFile null: lpszDriver is a list of at most 1024 bytes, in this order:
- *   1. the driver's name
+ *   1. the driver's name, which must not hold "="
  *   2. "Driver=" and the path of its library
  *   3. "Setup=" and the path of its setup library; anywhere else it is ignored. Without it the driver library is the
  *      setup library too.

@@ -27,7 +27,7 @@ constexpr std::int64_t kFineStep = kSecond / 50;
 constexpr std::int64_t kCoarseStep = 2 * kSecond + kFineStep;
 constexpr time_t kLongAgoInSeconds = 10;  // and no product below overflows
 
-bool liesBack(const timespec& time, const timespec& now) {
+bool isOldEnough(const timespec& time, const timespec& now) {
     if (time.tv_sec > now.tv_sec || time.tv_sec < now.tv_sec - kLongAgoInSeconds)
         return time.tv_sec < now.tv_sec;
     const std::int64_t age = (std::int64_t{now.tv_sec} - time.tv_sec) * kSecond + now.tv_nsec - time.tv_nsec;
@@ -46,7 +46,7 @@ bool isTooLarge(off_t size) {
 }  // namespace
 
 bool isSettled(const FileStamp& stamp, const timespec& now) {
-    return liesBack(stamp.written, now) && liesBack(stamp.changed, now);
+    return isOldEnough(stamp.written, now) && isOldEnough(stamp.changed, now);
 }
 
 FileText::Outcome FileText::read(const std::string& path, const struct stat& state) {
