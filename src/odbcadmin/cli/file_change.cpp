@@ -75,7 +75,7 @@ ExitCode reportFileTrouble(const Session& session) {
     const JxIniFailure failure = jxIniLastFailure();
     if (failure.step == JxIniStepArgument)
         return session.fail(ExitCode::invalid, failureText(), "The file could not give this back as it is.");
-    if (failure.step == JxIniStepTurn && failure.error == ETIMEDOUT)
+    if (failure.step == JxIniStepLock && failure.error == ETIMEDOUT)
         return session.fail(ExitCode::noTurn, failureText(), "Another program is changing the file; try again.");
     return session.fail(ExitCode::fileTrouble, failureText(), adviceOn(failure));
 }

@@ -1,4 +1,4 @@
-// The turn between several users, and between a process and its children.
+// The lock between several users, and between a process and its children.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -8,14 +8,14 @@
 
 #include "child_process.h"
 #include "disk_check.h"
-#include "ini_turn_fixture.h"
-#include "jxutl/ini/ini_turn.h"
+#include "ini_lock_fixture.h"
+#include "jxutl/ini/ini_lock.h"
 #include "jxutl/thread/failure.h"
 
 namespace jx::ini::test {
 namespace {
 
-TEST_F(IniTurnTest, AUserWaitsForAFileOfAnotherAndGivesUp) {
+TEST_F(IniLockTest, AUserWaitsForAFileOfAnotherAndGivesUp) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root can make a file of another user";
     putText(lock_, "of root");
@@ -23,16 +23,16 @@ TEST_F(IniTurnTest, AUserWaitsForAFileOfAnotherAndGivesUp) {
     EXPECT_TRUE(passesAsNobody([this] {
         ActingFiles waiting(0, [] {});
         const InUse inUse(waiting);
-        IniTurn turn;
-        EXPECT_FALSE(turn.take(target_));
-        EXPECT_EQ(lastFailure().step, JxIniStepTurn);
+        IniLock lock;
+        EXPECT_FALSE(lock.take(target_));
+        EXPECT_EQ(lastFailure().step, JxIniStepLock);
         EXPECT_EQ(lastFailure().error, EACCES);
         EXPECT_GT(waiting.waited(), 4000);
     }));
     EXPECT_EQ(home_.text("x.ini.lock"), "of root");
 }
 
-TEST_F(IniTurnTest, ALeftFileThatOthersMayReadCanBeHeldByThem) {
+TEST_F(IniLockTest, OthersCanLockALeftFileThatTheyMayRead) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root can become another user";
     putText(lock_, "of a writer that was killed");
@@ -44,51 +44,51 @@ TEST_F(IniTurnTest, ALeftFileThatOthersMayReadCanBeHeldByThem) {
     {
         ActingFiles waiting(0, [] {});
         const InUse inUse(waiting);
-        IniTurn turn;
-        EXPECT_FALSE(turn.take(target_));
-        EXPECT_EQ(lastFailure().step, JxIniStepTurn);
+        IniLock lock;
+        EXPECT_FALSE(lock.take(target_));
+        EXPECT_EQ(lastFailure().step, JxIniStepLock);
         EXPECT_EQ(lastFailure().error, ETIMEDOUT);
         EXPECT_GT(waiting.waited(), 4000);
     }
     ASSERT_EQ(::unlink(lock_.c_str()), 0);
-    IniTurn turn;
-    EXPECT_TRUE(turn.take(target_));
+    IniLock lock;
+    EXPECT_TRUE(lock.take(target_));
 }
 
-TEST_F(IniTurnTest, ATurnBelongsToAForkedChildAsWell) {
-    int leave[2];  // the child goes when nobody holds its other end
-    int gone[2];   // and this ends when the child goes
+TEST_F(IniLockTest, ALockBelongsToAForkedChildAsWell) {
+    int leave[2];  // the grandchild ends when the write end is closed
+    int gone[2];   // its read end sees the grandchild end
     ASSERT_EQ(::pipe(leave), 0);
     ASSERT_EQ(::pipe(gone), 0);
     EXPECT_TRUE(passesInChild([&] {
-        IniTurn turn;
-        ASSERT_TRUE(turn.take(target_));
+        IniLock lock;
+        ASSERT_TRUE(lock.take(target_));
         char byte = 0;
         if (::fork() == 0) {
             ::close(leave[1]);
             (void)!::read(leave[0], &byte, 1);
             ::_exit(0);
         }
-        ::_exit(0);  // dies with its turn
+        ::_exit(0);  // without unlocking
     }));
     ::close(gone[1]);
     {
         ActingFiles waiting(0, [] {});
         const InUse inUse(waiting);
-        IniTurn turn;
-        EXPECT_FALSE(turn.take(target_));
+        IniLock lock;
+        EXPECT_FALSE(lock.take(target_));
         EXPECT_EQ(lastFailure().error, ETIMEDOUT);
     }
     ::close(leave[1]);
     char byte = 0;
     EXPECT_EQ(::read(gone[0], &byte, 1), 0);
-    IniTurn turn;
-    EXPECT_TRUE(turn.take(target_));
+    IniLock lock;
+    EXPECT_TRUE(lock.take(target_));
     ::close(leave[0]);
     ::close(gone[0]);
 }
 
-TEST_F(IniTurnTest, AUserGetsTheTurnWhenTheOtherUsersFileGoes) {
+TEST_F(IniLockTest, AUserGetsTheLockWhenTheOtherUsersFileGoes) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root can make a file of another user";
     putText(lock_, "of root");
@@ -96,20 +96,20 @@ TEST_F(IniTurnTest, AUserGetsTheTurnWhenTheOtherUsersFileGoes) {
     EXPECT_TRUE(passesAsNobody([this] {
         ActingFiles waiting(3, [this] { ::unlink(lock_.c_str()); });
         const InUse inUse(waiting);
-        IniTurn turn;
-        EXPECT_TRUE(turn.take(target_));
+        IniLock lock;
+        EXPECT_TRUE(lock.take(target_));
     }));
 }
 
-TEST_F(IniTurnTest, AUserCannotRemoveAPlantedFileFromASharedDirectory) {
+TEST_F(IniLockTest, AUserCannotRemoveAPlantedFileFromASharedDirectory) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root can make a file of another user";
     putText(lock_, "planted", 0666);
     ASSERT_EQ(::chmod(home_.path().c_str(), 01777), 0);
     EXPECT_TRUE(passesAsNobody([this] {
-        IniTurn turn;
-        EXPECT_FALSE(turn.take(target_));
-        EXPECT_EQ(lastFailure().step, JxIniStepTurn);
+        IniLock lock;
+        EXPECT_FALSE(lock.take(target_));
+        EXPECT_EQ(lastFailure().step, JxIniStepLock);
         EXPECT_EQ(lastFailure().error, EPERM);
     }));
     EXPECT_EQ(home_.text("x.ini.lock"), "planted");

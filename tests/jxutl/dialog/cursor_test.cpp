@@ -1,4 +1,4 @@
-// The cursor a screen is to show.
+// The process's cursor.
 #include <gtest/gtest.h>
 #include <jxdialog.h>
 

@@ -13,7 +13,7 @@ namespace {
 
 using jx::test::ShortMemory;
 
-// The loaded text; "(none)" when there is none, and the buffer must then be as it was.
+// The loaded text, or "(none)"; the buffer must then be untouched.
 std::string loaded(const char* module, unsigned short id, int size = 0) {
     std::vector<unsigned char> buffer(400, '#');
     const int length = JXW_LoadString(module, id, buffer.data(), size);
@@ -135,7 +135,7 @@ TEST(ModuleTexts, WithoutMemoryWhatWasRegisteredStays) {
                   memory.end();
                   EXPECT_EQ(loaded("short", 1), result == 1 ? kLongTexts[0].text : "(none)");
                   EXPECT_EQ(loaded("short", 3), result == 1 ? "(none)" : "three");
-                  // As many blocks again as before: the texts of the start.
+                  // As many blocks as before: the texts of the beginning.
                   ASSERT_EQ(JXW_RegisterModule("short", kTexts, nullptr), 1);
               }),
               3);
@@ -143,7 +143,7 @@ TEST(ModuleTexts, WithoutMemoryWhatWasRegisteredStays) {
 
 TEST(ModuleTexts, WithoutMemoryANewModuleIsNotThere) {
     const char* name = "a module name that is too long for a short string";
-    // The first run that succeeds keeps its texts, so it is left out of the count of blocks.
+    // The first run that succeeds keeps its texts, so its blocks are not counted.
     for (int n = 1;; ++n) {
         ShortMemory memory(n, jx::test::Fail::fromThenOn);
         const long before = jx::test::liveBlocks();
@@ -171,7 +171,7 @@ TEST(ModuleTexts, LoadingNeedsNoMemory) {
               0);
 }
 
-TEST(Windows, NoHandleNamesAWindow) {
+TEST(Windows, UnknownHandlesNameNoWindow) {
     for (const HWND handle : {0U, 1U, 0xFFFFFFFFU}) {
         EXPECT_EQ(JXW_SetFocus(handle), 0U);
         EXPECT_EQ(JXW_PostMessage(handle, 1025, 0, 0), 0);

@@ -1,5 +1,5 @@
-// Takes, checks and gives back the turn to change a file.
-#include "jxutl/ini/ini_turn.h"
+// Makes, locks, checks, renames and removes NAME.lock.
+#include "jxutl/ini/ini_lock.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -8,7 +8,6 @@
 #include <cerrno>
 
 #include "jxutl/ini/file_ops.h"
-#include "jxutl/ini/uninterrupted.h"
 #include "jxutl/thread/failure.h"
 
 namespace jx::ini {
@@ -18,14 +17,14 @@ namespace {
 constexpr mode_t kAllModeBits = 07777;
 constexpr mode_t kOwnerOnly = 0600;
 
-// O_NONBLOCK: what stands there may be a FIFO, and opening it must not wait.
+// O_NONBLOCK: there may be a FIFO at the path, and opening it must not wait.
 constexpr int kOpenFlags = O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
 
 bool isSameFile(const struct stat& one, const struct stat& other) {
     return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
 }
 
-// Whether a file that was found, not made, can become the new file: nobody else can have it open or reach it.
+// Whether a file that another writer left can become the new file: no other user can have it open or reach it.
 bool isOurs(const struct stat& state) {
     return state.st_uid == ::geteuid() && state.st_nlink == 1 && (state.st_mode & kAllModeBits) == kOwnerOnly;
 }
@@ -36,7 +35,7 @@ int lockAtOnce(int fd) {
 
 }  // namespace
 
-bool IniTurn::take(const std::string& target) {
+bool IniLock::take(const std::string& target) {
     path_ = target + ".lock";
     std::int64_t end = 0;
     for (bool waited = false;; waited = true) {
@@ -47,7 +46,7 @@ bool IniTurn::take(const std::string& target) {
         if (!waited)
             end = now + kLongestWaitInMilliseconds;
         if (now >= end) {
-            noteFailure(JxIniStepTurn, path_, outcome == Attempt::busy ? waitError_ : ETIMEDOUT);
+            noteFailure(JxIniStepLock, path_, outcome == Attempt::busy ? waitError_ : ETIMEDOUT);
             return false;
         }
         if (outcome == Attempt::busy)
@@ -55,10 +54,10 @@ bool IniTurn::take(const std::string& target) {
     }
 }
 
-IniTurn::Attempt IniTurn::attempt() {
-    using Step = Attempt (IniTurn::*)();
-    constexpr Step kSteps[] = {&IniTurn::open, &IniTurn::lock, &IniTurn::checkPath, &IniTurn::checkTrust,
-                               &IniTurn::prepare};
+IniLock::Attempt IniLock::attempt() {
+    using Step = Attempt (IniLock::*)();
+    constexpr Step kSteps[] = {&IniLock::open, &IniLock::lock, &IniLock::checkPath, &IniLock::checkTrust,
+                               &IniLock::prepare};
     for (const Step step : kSteps) {
         const Attempt outcome = (this->*step)();
         if (outcome != Attempt::taken)
@@ -67,25 +66,25 @@ IniTurn::Attempt IniTurn::attempt() {
     return Attempt::taken;
 }
 
-// O_EXCL tells a file made here from one that was found: on some file systems a new file does not belong to its maker.
-IniTurn::Attempt IniTurn::open() {
+// O_EXCL shows whether the file was made here; its owner does not: on some file systems that is another user.
+IniLock::Attempt IniLock::open() {
     const int fd = uninterrupted(
         [this] { return files().openFile(path_.c_str(), kOpenFlags | O_RDWR | O_CREAT | O_EXCL, kOwnerOnly); });
     made_ = writable_ = fd >= 0;
     if (!made_)
-        return errno == EEXIST ? openExisting() : fail(JxIniStepTurn, errno);
+        return errno == EEXIST ? openExisting() : fail(JxIniStepLock, errno);
     file_ = Descriptor(fd);
     return Attempt::taken;
 }
 
-IniTurn::Attempt IniTurn::openExisting() {
+IniLock::Attempt IniLock::openExisting() {
     const auto openFor = [this](int access) {
         return uninterrupted([&] { return files().openFile(path_.c_str(), kOpenFlags | access, 0); });
     };
     int fd = openFor(O_RDWR);
     writable_ = fd >= 0;
-    // A writer that was killed after it had given its file the mode of a target nobody may write. Locking it is enough,
-    // since it will be replaced.
+    // Left by a writer that was killed after it set the mode of a read-only target. A descriptor for reading is enough
+    // to lock it, and it will be replaced.
     if (fd < 0 && errno == EACCES)
         fd = openFor(O_RDONLY);
     if (fd >= 0) {
@@ -94,48 +93,47 @@ IniTurn::Attempt IniTurn::openExisting() {
     }
     if (errno == ENOENT)
         return Attempt::again;
-    // Somebody else's: it may be at work, so it is waited for like any other.
+    // Another user's: that writer may be at work, so wait as for any other.
     if (errno == EACCES) {
         waitError_ = EACCES;
         return Attempt::busy;
     }
-    return fail(JxIniStepTurn, errno);
+    return fail(JxIniStepLock, errno);
 }
 
-IniTurn::Attempt IniTurn::lock() {
+IniLock::Attempt IniLock::lock() {
     if (files().lookAtOpen(file_.get(), &state_) != 0)
-        return fail(JxIniStepTurn, errno);
+        return fail(JxIniStepLock, errno);
     if (!S_ISREG(state_.st_mode))
-        return fail(JxIniStepTurn, ENOTSUP);
+        return fail(JxIniStepLock, ENOTSUP);
     if (lockAtOnce(file_.get()) == 0)
         return Attempt::taken;
     if (errno != EWOULDBLOCK)
-        return fail(JxIniStepTurn, errno);
+        return fail(JxIniStepLock, errno);
     waitError_ = ETIMEDOUT;
-    return letGo(Attempt::busy);
+    return unlock(Attempt::busy);
 }
 
-// From here on the file keeps its name for as long as we hold the lock: every writer locks it before it renames or
-// removes it.
-IniTurn::Attempt IniTurn::checkPath() {
+// From here on the file keeps its name as long as we hold the lock: a writer renames or removes only what it locked.
+IniLock::Attempt IniLock::checkPath() {
     struct stat there;
     if (files().lookAtLink(path_.c_str(), &there) != 0)
-        return errno == ENOENT ? letGo(Attempt::again) : fail(JxIniStepTurn, errno);
+        return errno == ENOENT ? unlock(Attempt::again) : fail(JxIniStepLock, errno);
     if (!isSameFile(state_, there))
-        return letGo(Attempt::again);
+        return unlock(Attempt::again);
     state_ = there;
     return Attempt::taken;
 }
 
-IniTurn::Attempt IniTurn::checkTrust() {
+IniLock::Attempt IniLock::checkTrust() {
     if (made_ || (writable_ && isOurs(state_)))
         return Attempt::taken;
     if (files().removeFile(path_.c_str()) != 0)
-        return fail(JxIniStepTurn, errno);
-    return letGo(Attempt::again);
+        return fail(JxIniStepLock, errno);
+    return unlock(Attempt::again);
 }
 
-IniTurn::Attempt IniTurn::prepare() {
+IniLock::Attempt IniLock::prepare() {
     // A umask may have taken bits from a new file.
     if ((state_.st_mode & kAllModeBits) != kOwnerOnly) {
         if (files().setMode(file_.get(), kOwnerOnly) != 0)
@@ -147,26 +145,26 @@ IniTurn::Attempt IniTurn::prepare() {
     return Attempt::taken;
 }
 
-IniTurn::Attempt IniTurn::letGo(Attempt outcome) {
+IniLock::Attempt IniLock::unlock(Attempt outcome) {
     file_.close();
     return outcome;
 }
 
-IniTurn::Attempt IniTurn::fail(JxIniStep step, int error) {
+IniLock::Attempt IniLock::fail(JxIniStep step, int error) {
     noteFailure(step, path_, error);
     discard();
     return Attempt::failed;
 }
 
-// Whoever removes our file by hand lets another writer in, and that one's half-written file must not become the target.
-int IniTurn::lookAgain() const {
+// If our file was removed by hand, NAME.lock may be another writer's, half written: it must not become the target.
+int IniLock::lookAgain() const {
     struct stat there;
     if (files().lookAtLink(path_.c_str(), &there) != 0)
         return errno;
     return isSameFile(state_, there) ? 0 : ESTALE;
 }
 
-bool IniTurn::moveOver(const std::string& target) {
+bool IniLock::moveOver(const std::string& target) {
     int error = lookAgain();
     if (error == 0 && files().renameOver(path_.c_str(), target.c_str()) != 0)
         error = errno;
@@ -176,9 +174,9 @@ bool IniTurn::moveOver(const std::string& target) {
     return true;
 }
 
-bool IniTurn::withdraw() {
+bool IniLock::withdraw() {
     int error = lookAgain();
-    // Removed while it is locked: a moment later the file of that name could be the next writer's.
+    // Removed while still locked: after that the file of that name could be the next writer's.
     if (error == 0 && files().removeFile(path_.c_str()) != 0)
         error = errno;
     if (error != 0 && error != ENOENT && error != ESTALE)
@@ -187,11 +185,11 @@ bool IniTurn::withdraw() {
     return true;
 }
 
-void IniTurn::discard() noexcept {
+void IniLock::discard() noexcept {
     if (!file_)
         return;
-    // Nothing is taken for granted, since any step may have failed: only a file that is still at the path and that no
-    // other writer has locked is removed. Where locking itself does not work nobody else is at work either.
+    // Any step may have failed before: remove only a file that is still at the path and that no other writer has
+    // locked. Where locking itself fails, no other writer can be at work.
     struct stat own;
     struct stat there;
     const bool removable = files().lookAtOpen(file_.get(), &own) == 0 && S_ISREG(own.st_mode) &&

@@ -1,4 +1,6 @@
-// The texts and dialog templates of the modules in this process.
+// Keeps the modules of this process, and finds their texts and templates.
+#include "jxutl/dialog/modules.h"
+
 #include <algorithm>
 #include <cstring>
 #include <map>
@@ -11,7 +13,6 @@
 #include <vector>
 
 #include <jxtemplate.h>
-#include "jxutl/dialog/dialog_template.h"
 #include "jxutl/thread/lasting.h"
 
 namespace {
@@ -29,16 +30,16 @@ struct Module {
     Templates templates;
 };
 
-using Modules = std::map<std::string, Module, std::less<>>;  // looked up by the caller's bytes, without a copy
+using Modules = std::map<std::string, Module, std::less<>>;  // std::less<>: looked up without a copy of the name
 
-// One mutex for loads too: they hold it for a look-up and a short copy, and unlike with a lock that loads could share,
-// no stream of them keeps a registration waiting.
+// Loads take the same mutex: they hold it for a look-up and a short copy. With a shared lock, many loads could keep a
+// registration waiting.
 struct Registry {
     std::mutex lock;
     Modules modules;
 };
 
-// Made by the first registration and then kept: std::map has no constant start of its own.
+// Made by the first call and never destroyed; std::map cannot be constant-initialized.
 Registry& registry() {
     static jx::Lasting<Registry> kept;
     return kept.object;
@@ -56,15 +57,15 @@ Texts copyOf(const JxwString* strings) {
     return texts;
 }
 
-// Everything that needs memory happens before the lock is taken and what is replaced is released after it is given
-// back: loads wait for the exchange of a few pointers only.
+// Memory is allocated before the lock and what is replaced is released after it, so loads wait only while a few
+// pointers are exchanged.
 void put(const char* name, const JxwString* strings, const JxwTemplate* templates) {
     Modules made;
     made.emplace(name, Module{copyOf(strings),
                               std::make_shared<const jx::dialog::DialogTemplates>(jx::dialog::copyOf(templates))});
     auto node = made.extract(made.begin());
     Registry& known = registry();
-    const std::lock_guard turn(known.lock);
+    const std::lock_guard locked(known.lock);
     auto place = known.modules.find(node.key());
     if (place == known.modules.end())
         known.modules.insert(std::move(node));
@@ -81,10 +82,10 @@ const std::string* find(const Modules& modules, const char* module, unsigned sho
     return text != texts.end() && text->id == id ? &text->bytes : nullptr;
 }
 
-// A module's templates; null for an unknown module.
+// Null for an unknown module.
 Templates templatesOf(const char* module) {
     Registry& known = registry();
-    const std::lock_guard turn(known.lock);
+    const std::lock_guard locked(known.lock);
     const auto found = known.modules.find(std::string_view(module));
     return found != known.modules.end() ? found->second.templates : nullptr;
 }
@@ -97,7 +98,7 @@ std::shared_ptr<const jx::dialog::DialogTemplate> jx::dialog::findTemplate(const
         return nullptr;
     const auto found = std::find_if(templates->begin(), templates->end(),
                                     [id](const DialogTemplate& candidate) { return candidate.id == id; });
-    // Points at the one, keeps them all.
+    // Points to one template and keeps all of the module's.
     return found != templates->end() ? std::shared_ptr<const DialogTemplate>(templates, &*found) : nullptr;
 }
 
@@ -118,7 +119,7 @@ int JXW_LoadString(const char* module, unsigned short id, unsigned char* buffer,
         return 0;
     const auto room = static_cast<std::size_t>((size > 0 ? size : kSizeOfUnsized) - 1);
     Registry& known = registry();
-    const std::lock_guard turn(known.lock);
+    const std::lock_guard locked(known.lock);
     const std::string* text = find(known.modules, module, id);
     if (text == nullptr)
         return 0;

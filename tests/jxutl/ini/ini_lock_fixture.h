@@ -20,7 +20,7 @@ namespace jx::ini::test {
 
 using jx::test::TestHome;
 
-// Another writer's hold on a lock file.
+// Another writer that holds the lock.
 class Holder {
 public:
     explicit Holder(const std::string& path, int flags = O_RDWR | O_CREAT)
@@ -42,7 +42,7 @@ private:
     int fd_;
 };
 
-// Does something at a certain pause, and counts what was waited.
+// Calls act at the pause of that number, and adds up the time waited.
 class ActingFiles : public WatchedFiles {
 public:
     ActingFiles(int pauseNumber, std::function<void()> act) : pauseNumber_(pauseNumber), act_(std::move(act)) {}
@@ -63,7 +63,7 @@ private:
     std::int64_t waited_ = 0;
 };
 
-class IniTurnTest : public ::testing::Test {
+class IniLockTest : public ::testing::Test {
 protected:
     void TearDown() override { EXPECT_EQ(openDescriptors(), descriptors_); }
 

@@ -1,5 +1,6 @@
-// The part of jxini.h that reads: a text, its pieces, look-ups and lists.
+// The store's own interface: failures, paths, texts and changes.
 #include <cerrno>
+#include <cstring>
 #include <memory>
 #include <new>
 #include <string>
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include <jxini.h>
+#include "jxutl/ini/ini_change.h"
 #include "jxutl/ini/ini_line.h"
 #include "jxutl/ini/ini_location.h"
 #include "jxutl/ini/ini_target.h"
@@ -19,7 +21,7 @@
 namespace ini = jx::ini;
 namespace rules = jx::rules;
 
-// Pieces point into bytes, so the object stays where it was made.
+// Not copied or moved: pieces point into bytes.
 struct JxIniText {
     explicit JxIniText(std::string text) : bytes(std::move(text)), pieces(ini::splitLines(bytes)) {}
     JxIniText(const JxIniText&) = delete;
@@ -29,7 +31,24 @@ struct JxIniText {
     const std::vector<JxIniPiece> pieces;
 };
 
+struct JxIniChange {
+    ini::IniChange change;
+    std::string before;
+};
+
 namespace {
+
+// Copies text into a buffer of size bytes, cut to fit and ended with NUL; returns the text's full length. A null buffer
+// or a size of 0 gets nothing.
+std::size_t copyOut(std::string_view text, char* buffer, std::size_t size) noexcept {
+    if (buffer != nullptr && size > 0) {
+        const std::size_t count = text.size() < size ? text.size() : size - 1;
+        if (count > 0)
+            std::memcpy(buffer, text.data(), count);
+        buffer[count] = '\0';
+    }
+    return text.size();
+}
 
 struct HashName {
     std::size_t operator()(std::string_view name) const { return rules::hashName(name); }
@@ -91,7 +110,60 @@ void eachHeader(const JxIniText& text, Visit visit) {
             return;
 }
 
+enum class With { lock, preview };
+
+std::unique_ptr<JxIniChange> makeChange(const char* file, With with) {
+    auto made = std::make_unique<JxIniChange>();
+    const ini::IniLocation where = ini::locate(file);
+    const bool ready = with == With::lock ? made->change.begin(where) : made->change.preview(where);
+    if (!ready)
+        return nullptr;
+    made->before = made->change.text();
+    ini::noteSuccess();
+    return made;
+}
+
+JxIniChange* changeOrNull(const char* file, With with) {
+    if (file == nullptr || *file == '\0') {
+        ini::noteFailure(JxIniStepLocate, {}, EINVAL);
+        return nullptr;
+    }
+    try {
+        return makeChange(file, with).release();
+    } catch (const std::bad_alloc&) {
+        ini::noteFailure(JxIniStepMemory, file, ENOMEM);
+        return nullptr;
+    }
+}
+
+const char* textOf(const std::string* bytes, size_t* length) {
+    if (length != nullptr)
+        *length = bytes == nullptr ? 0 : bytes->size();
+    return bytes == nullptr ? nullptr : bytes->c_str();
+}
+
 }  // namespace
+
+JxIniFailure jxIniLastFailure(void) {
+    const ini::Failure& last = ini::lastFailure();
+    return {last.step, last.error, last.afterRename ? 1 : 0, last.path.c_str()};
+}
+
+size_t jxIniFailureText(char* buffer, size_t size) {
+    try {
+        return copyOut(ini::describe(ini::lastFailure()), buffer, size);
+    } catch (const std::bad_alloc&) {
+        return copyOut("Too little memory to describe the failure", buffer, size);
+    }
+}
+
+size_t jxIniPath(const char* file, char* buffer, size_t size) {
+    try {
+        return copyOut(file == nullptr ? std::string() : ini::locate(file).path, buffer, size);
+    } catch (const std::bad_alloc&) {
+        return copyOut({}, buffer, size);
+    }
+}
 
 JxIniText* jxIniRead(const char* file) {
     if (file == nullptr || *file == '\0') {
@@ -157,7 +229,7 @@ size_t jxIniEach(const JxIniText* text, const char* section, JxIniVisit visit, v
     const std::string_view sectionName = rules::argument(section);
     if (text == nullptr || visit == nullptr || (section != nullptr && !rules::canBeAskedFor(sectionName)))
         return 0;
-    // Collected first: what visit throws must pass, and what collecting throws must not.
+    // Collected first: exceptions of visit pass through, std::bad_alloc of ours does not.
     std::vector<const JxIniPiece*> listed;
     try {
         Names names;
@@ -182,4 +254,51 @@ size_t jxIniEach(const JxIniText* text, const char* section, JxIniVisit visit, v
             break;
     }
     return visits;
+}
+
+JxIniChange* jxIniBegin(const char* file) {
+    return changeOrNull(file, With::lock);
+}
+
+JxIniChange* jxIniPreview(const char* file) {
+    return changeOrNull(file, With::preview);
+}
+
+int jxIniSet(JxIniChange* change, const char* section, const char* key, const char* value) {
+    if (change == nullptr) {
+        ini::noteFailure(JxIniStepArgument, {}, EINVAL);
+        return 0;
+    }
+    try {
+        return change->change.apply(section, key, value) == ini::Edit::refused ? 0 : 1;
+    } catch (const std::bad_alloc&) {
+        ini::noteFailure(JxIniStepMemory, {}, ENOMEM);
+        return 0;
+    }
+}
+
+const char* jxIniBefore(const JxIniChange* change, size_t* length) {
+    return textOf(change == nullptr ? nullptr : &change->before, length);
+}
+
+const char* jxIniAfter(const JxIniChange* change, size_t* length) {
+    return textOf(change == nullptr ? nullptr : &change->change.text(), length);
+}
+
+int jxIniCommit(JxIniChange* change) {
+    const std::unique_ptr<JxIniChange> owner(change);
+    if (change == nullptr) {
+        ini::noteFailure(JxIniStepArgument, {}, EINVAL);
+        return 0;
+    }
+    // Edits that undid each other change nothing.
+    const bool same = change->change.holdsLock() && change->before == change->change.text();
+    if (!(same ? change->change.discard() : change->change.commit()))
+        return 0;
+    ini::noteSuccess();
+    return 1;
+}
+
+void jxIniDiscard(JxIniChange* change) {
+    delete change;
 }

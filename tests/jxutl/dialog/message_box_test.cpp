@@ -1,4 +1,4 @@
-// Message boxes: the handler, and what goes to standard error without one.
+// Message boxes: the handler, and what is written to standard error without one.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <pthread.h>
@@ -22,7 +22,7 @@ const unsigned char* bytes(const char* text) {
     return reinterpret_cast<const unsigned char*>(text);
 }
 
-// ErrorOutput: what the program writes to standard error while it lives.
+// ErrorOutput: collects what the program writes to standard error while it exists.
 class ErrorOutput {
 public:
     ErrorOutput() : file_(std::tmpfile()), before_(dup(STDERR_FILENO)) {
@@ -123,14 +123,14 @@ TEST(MessageBox, LongTextsAreWrittenWhole) {
     }
 }
 
-TEST(MessageBox, AClosedStandardErrorIsNoFailure) {
+TEST(MessageBox, AClosedStandardErrorIsNotAFailure) {
     const ErrorOutput output;
     close(STDERR_FILENO);
     EXPECT_EQ(guiMessageBox(0, bytes("x"), bytes("y"), MB_YESNO), 7U);
     EXPECT_EQ(guiMessageBox(0, bytes(std::string(5000, 'x').c_str()), bytes("y"), MB_OK), 1U);
 }
 
-TEST(MessageBox, AStandardErrorThatNobodyReadsAnyMoreEndsNothing) {
+TEST(MessageBox, AClosedPipeOnStandardErrorDoesNotEndTheProgram) {
     const ErrorOutput output;
     int ends[2] = {-1, -1};
     ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
@@ -158,7 +158,7 @@ TEST(MessageBox, NeedsNoMemory) {
               0);
 }
 
-// Handler: answers the boxes while it lives and notes them as "owner|text|title|style".
+// Handler: answers the boxes while it exists and records them as "owner|text|title|style".
 class Handler {
 public:
     explicit Handler(unsigned int answer) : answer_(answer) {
@@ -220,7 +220,7 @@ unsigned int throwing(void* /*context*/, HWND /*owner*/, const char* /*text*/, c
 TEST(MessageBoxHandler, ItsExceptionsPassThrough) {
     JXW_SetMessageBoxHandler(throwing, nullptr);
     EXPECT_THROW(guiMessageBox(0, bytes("x"), bytes("y"), MB_OK), std::runtime_error);
-    // Nothing is left locked behind.
+    // No lock is left held.
     EXPECT_EQ(JXW_SetMessageBoxHandler(nullptr, nullptr), 1);
     EXPECT_EQ(written("x", "y"), "y: x\n");
 }

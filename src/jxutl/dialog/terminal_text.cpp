@@ -1,5 +1,5 @@
-// Takes texts apart into characters and writes the harmless ones.
-#include "jxutl/terminal_text.h"
+// Writes the harmless characters of texts to standard error.
+#include "jxutl/dialog/terminal_text.h"
 
 #include <pthread.h>
 #include <unistd.h>
@@ -13,12 +13,12 @@
 
 #include "rules/utf8.h"
 
-namespace jx {
+namespace jx::dialog {
 
 namespace {
 
-// NoPipeSignal: while it lives, a write to a pipe that nobody reads any more fails without ending the program; a signal
-// that was waiting before stays.
+// NoPipeSignal: while it exists, a write to a closed pipe fails instead of ending the program with SIGPIPE. A SIGPIPE
+// that was pending before stays pending.
 class NoPipeSignal {
 public:
     NoPipeSignal() {
@@ -101,4 +101,4 @@ void writeMessage(const char* title, const char* text) {
     output.flush();
 }
 
-}  // namespace jx
+}  // namespace jx::dialog
