@@ -7,16 +7,17 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cmath>
 #include <cstdlib>
 #include <cstring>
 #include <iostream>
 #include <map>
 
 #include "odbcadmin/cli/commands.h"
-#include "odbcadmin/cli/near_matches.h"
-#include "odbcadmin/cli/text.h"
+#include "odbcadmin/model/near_matches.h"
+#include "odbcadmin/model/text.h"
 
-namespace jx::admin {
+namespace jx::cli {
 
 namespace {
 
@@ -64,35 +65,6 @@ std::string withExamples(const std::string& examples) {
     return text;
 }
 
-// How a kind of text is called in the help of options. Operands have it as their group, which help does not show.
-const char* wordFor(Complete complete) {
-    switch (complete) {
-        case Complete::files:
-            return "FILE";
-        case Complete::directories:
-            return "DIR";
-        case Complete::dsn:
-            return "DSN";
-        case Complete::driver:
-            return "DRIVER";
-        case Complete::translator:
-            return "TRANSLATOR";
-        case Complete::dsnOrDriver:
-            return "NAME";
-        case Complete::keysOfDsn:
-            return "KEY";
-        case Complete::sections:
-            return "SECTION";
-        case Complete::keysOfSection:
-            return "KEY OF SECTION";
-        case Complete::scriptsDrivers:
-            return "DRIVER OF SCRIPT";
-        case Complete::nothing:
-            break;
-    }
-    return "TEXT";
-}
-
 constexpr const char* kExamples = R"(odbcadmin driver add SQLite3 --lib /usr/lib/odbc/libsqlite3odbc.so
 odbcadmin dsn add Sales --driver SQLite3 Database=/srv/sales.db
 odbcadmin dsn list --json
@@ -100,7 +72,7 @@ odbcadmin dsn set Sales Timeout=30 --dry-run)";
 
 constexpr const char* kExitCodes =
     R"(Exit codes: 0 done or nothing to do, 1 failed, 2 wrong use, 3 not found, 4 exists, 5 invalid name or value,
-  6 input of apply is not valid, 7 file cannot be read or written, 8 turn not obtained in time,
+  6 input of apply is not valid, 7 file cannot be read or written, 8 file locked by another program,
   9 --check would change, 10 doctor, lint or check found errors, 11 dsn test could not connect.)";
 
 void addGlobalOptions(CLI::App& app, Session& session) {
@@ -111,14 +83,14 @@ void addGlobalOptions(CLI::App& app, Session& session) {
     app.add_flag("--show-secrets", session.showSecrets, "Show passwords and the like instead of ********");
     app.add_flag("--no-color", session.noColor, "No colors");
     app.add_option("--home", session.home, "Work on the files of this home directory")
-        ->type_name(wordFor(Complete::directories));
+        ->type_name(Complete::directories);
     app.set_version_flag("--version", "odbcadmin " JX_VERSION);
 }
 
 ExitCode enterHome(const Session& session) {
     if (session.home.empty())
         return ExitCode::done;
-    const std::string home = absolutePath(unmarked(session.home));
+    const std::string home = model::absolutePath(unmarked(session.home));
     struct stat state {};
     const int error = stat(home.c_str(), &state) != 0 ? errno : S_ISDIR(state.st_mode) ? 0 : ENOTDIR;
     if (error != 0)
@@ -143,19 +115,19 @@ std::string pathTo(const CLI::App& place) {
     return place.get_parent() == nullptr ? name : pathTo(*place.get_parent()) + " " + name;
 }
 
-// What CLI11 tells as a missing subcommand may be one that is misspelled.
+// What CLI11 reports as a missing subcommand may be one that is misspelled.
 ExitCode noCommand(const CLI::App& app, const CLI::App& place, const Session& session) {
     const std::vector<std::string> verbs = verbsOf(place);
     const std::vector<std::string> others = app.remaining(/*recurse=*/true);
     if (others.empty())
-        return session.fail(ExitCode::wrongUse, pathTo(place) + " needs one of " + joined(verbs),
+        return session.fail(ExitCode::wrongUse, pathTo(place) + " needs one of " + model::joined(verbs),
                             "See " + pathTo(place) + " --help");
     const std::string given = unmarked(others.front());
     if (given.starts_with('-'))
         return session.fail(ExitCode::wrongUse, pathTo(place) + " has no option " + given,
                             "See " + pathTo(place) + " --help");
     return session.fail(ExitCode::wrongUse, pathTo(place) + " has no command " + given,
-                        adviceFor(given, verbs, "See " + pathTo(place) + " --help"));
+                        model::adviceFor(given, verbs, "See " + pathTo(place) + " --help"));
 }
 
 ExitCode wrongUse(const CLI::App& app, const CLI::ParseError& error, const Session& session) {
@@ -214,21 +186,37 @@ CLI::App& addVerb(CLI::App& parent, const std::string& name, const std::string& 
 
 CLI::Option* addOperands(CLI::App& verb, const std::string& name, const std::string& description, OperandRule rule) {
     CLI::Option* option = verb.add_option(name, description)->expected(rule.least, rule.most);
-    // CLI11 hands an operand more texts than the least number only when extra ones are allowed.
+    // CLI11 hands an operand more texts than the least number only when extra ones are allowed. Help does not show the
+    // group, which is what completion offers.
     option->allow_extra_args(rule.most != rule.least);
-    option->type_name("")->required(rule.least > 0)->group(wordFor(rule.complete));
+    option->type_name("")->required(rule.least > 0)->group(rule.complete);
     return option;
 }
 
 CLI::Option* addValueOption(CLI::App& verb, const std::string& names, const std::string& description,
-                            Complete complete) {
-    return verb.add_option(names, description)->type_name(wordFor(complete))->expected(1)->allow_extra_args(false);
+                            const char* complete) {
+    return verb.add_option(names, description)->type_name(complete)->expected(1)->allow_extra_args(false);
 }
 
 CLI::Option* addTimeout(CLI::App& verb, const std::string& description) {
     CLI::Option* option = addValueOption(verb, "--timeout", description);
     option->type_name("SECONDS");
     return option;
+}
+
+std::optional<std::chrono::milliseconds> timeLimit(const Session& session, const CLI::Option* timeout,
+                                                   std::chrono::milliseconds otherwise) {
+    constexpr double kDay = 86400;
+    constexpr double kMilliseconds = 1000;
+    const std::string text = operand(timeout, 0);
+    if (text.empty())
+        return otherwise;
+    char* end = nullptr;
+    const double seconds = std::strtod(text.c_str(), &end);
+    if (*end == '\0' && seconds > 0 && seconds <= kDay)
+        return std::chrono::milliseconds(static_cast<long>(std::ceil(seconds * kMilliseconds)));
+    session.fail(ExitCode::wrongUse, "--timeout is not a number of seconds: " + text, "Try --timeout 5");
+    return std::nullopt;
 }
 
 CLI::Option* addSwitch(CLI::App& verb, const std::string& names, const std::string& description) {
@@ -262,6 +250,20 @@ void onRun(CLI::App& verb, Session& session, std::function<ExitCode(Session&)> a
     verb.callback([&session, action = std::move(action)] { session.action = action; });
 }
 
+void onRead(CLI::App& verb, Session& session, Needs needs,
+            std::function<ExitCode(Session&, const model::Configuration&)> action) {
+    onRun(verb, session, [needs, action = std::move(action)](Session& run) {
+        const model::Configuration configuration = model::Configuration::read();
+        const bool needsSources = needs == Needs::dataSources || needs == Needs::bothFiles;
+        const bool needsDrivers = needs == Needs::drivers || needs == Needs::bothFiles;
+        if (needsSources && configuration.trouble(model::FileKind::dataSources))
+            return run.fail(configuration.trouble(model::FileKind::dataSources));
+        if (needsDrivers && configuration.trouble(model::FileKind::drivers))
+            return run.fail(configuration.trouble(model::FileKind::drivers));
+        return action(run, configuration);
+    });
+}
+
 void buildCommandLine(CLI::App& app, Session& session) {
     app.name("odbcadmin");
     app.fallthrough();
@@ -272,14 +274,17 @@ void buildCommandLine(CLI::App& app, Session& session) {
     addDsnReadCommands(app, session);
     addDsnChangeCommands(app, session);
     addDsnMoveCommands(app, session);
-    addDriverReadCommands(app, session);
-    addDriverChangeCommands(app, session);
-    addTranslatorCommands(app, session);
+    addDsnTest(app, session);
+    addRegisteredReadCommands(app, session);
+    addRegisteredChangeCommands(app, session);
+    addDriverCheck(app, session);
+    addDriverScan(app, session);
     addTraceCommands(app, session);
     addInstallCommand(app, session);
     addConfigCommands(app, session);
-    addApplyCommand(app, session);
-    addExportCommand(app, session);
+    addExchangeCommands(app, session);
+    addPaths(app, session);
+    addExplain(app, session);
     addDoctorCommands(app, session);
     addCompleteCommand(app, session);
 }
@@ -305,4 +310,4 @@ ExitCode runCommandLine(std::vector<std::string> arguments, ShowDialogs showDial
     return runAction(session);
 }
 
-}  // namespace jx::admin
+}  // namespace jx::cli

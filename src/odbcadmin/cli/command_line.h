@@ -10,14 +10,18 @@
 //     }
 //
 // The action runs after the whole line was read and --home is in force, so it finds the global options in its Session.
+// One that works on what is configured is given that by onRead.
 #pragma once
 
+#include <chrono>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "odbcadmin/cli/session.h"
+#include "odbcadmin/model/configuration.h"
 
 // The parser's header is large: only the files that build and read the line include it.
 namespace CLI {
@@ -25,27 +29,27 @@ class App;
 class Option;
 }  // namespace CLI
 
-namespace jx::admin {
+namespace jx::cli {
 
-// What the shell offers for an operand.
-enum class Complete {
-    nothing,
-    files,
-    directories,
-    dsn,
-    driver,
-    dsnOrDriver,
-    translator,
-    keysOfDsn,       // of the data source that the first operand names
-    sections,        // of the file that the first operand names
-    keysOfSection,   // of that file, in the section of the second operand
-    scriptsDrivers,  // what the installation script of the first operand offers
+// What the shell offers for an operand or an option's value; help calls the value so.
+struct Complete {
+    static constexpr const char* nothing = "TEXT";
+    static constexpr const char* files = "FILE";
+    static constexpr const char* directories = "DIR";
+    static constexpr const char* dsn = "DSN";
+    static constexpr const char* driver = "DRIVER";
+    static constexpr const char* dsnOrDriver = "NAME";
+    static constexpr const char* translator = "TRANSLATOR";
+    static constexpr const char* keysOfDsn = "KEY";                    // of the data source in the first operand
+    static constexpr const char* sections = "SECTION";                 // of the file in the first operand
+    static constexpr const char* keysOfSection = "KEY OF SECTION";     // of that file, in that of the second operand
+    static constexpr const char* scriptsDrivers = "DRIVER OF SCRIPT";  // what the script in the first operand offers
 };
 
 struct OperandRule {
     int least = 0;
     int most = 1;  // -1: any number
-    Complete complete = Complete::nothing;
+    const char* complete = Complete::nothing;
 };
 
 // The noun called name, which is made by its first user; add its description in nounDescription of command_line.cpp.
@@ -61,12 +65,17 @@ CLI::Option* addOperands(CLI::App& verb, const std::string& name, const std::str
 
 // An option with a value of any text; read it with operand(option, 0).
 CLI::Option* addValueOption(CLI::App& verb, const std::string& names, const std::string& description,
-                            Complete complete = Complete::nothing);
+                            const char* complete = Complete::nothing);
 
-// The option --timeout; see timeLimit in findings_output.h.
+// The option --timeout.
 CLI::Option* addTimeout(CLI::App& verb, const std::string& description);
 
-// An option without a value; isGiven tells about it.
+// What it says: a number of seconds, also with a fraction, at most a day; otherwise, when it is not given. Nothing
+// after it said that the text is no such number: that is wrong use.
+std::optional<std::chrono::milliseconds> timeLimit(const Session& session, const CLI::Option* timeout,
+                                                   std::chrono::milliseconds otherwise);
+
+// An option without a value; see isGiven.
 CLI::Option* addSwitch(CLI::App& verb, const std::string& names, const std::string& description);
 
 // The option must be given.
@@ -87,6 +96,13 @@ std::string operand(const CLI::Option* option, std::size_t index);
 // What the verb does.
 void onRun(CLI::App& verb, Session& session, std::function<ExitCode(Session&)> action);
 
+// Which files a verb cannot do without. The others are as empty ones when they cannot be read.
+enum class Needs { nothing, dataSources, drivers, bothFiles };
+
+// What the verb does with what is configured; it fails first when a file that it needs cannot be read.
+void onRead(CLI::App& verb, Session& session, Needs needs,
+            std::function<ExitCode(Session&, const model::Configuration&)> action);
+
 // Adds the global options and all commands.
 void buildCommandLine(CLI::App& app, Session& session);
 
@@ -101,4 +117,4 @@ ExitCode runCommandLine(std::vector<std::string> arguments, ShowDialogs showDial
 // what the completion scripts of the shells call.
 std::vector<std::string> candidates(const CLI::App& app, const std::vector<std::string>& words);
 
-}  // namespace jx::admin
+}  // namespace jx::cli

@@ -1,132 +1,34 @@
 // dsn rename, copy and default.
-#include <odbcinst.h>
-
-#include <algorithm>
 #include <nlohmann/json.hpp>
 
 #include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/commands.h"
-#include "odbcadmin/cli/data_source_change.h"
-#include "odbcadmin/cli/text.h"
-#include "rules/names.h"
-#include "rules/sections.h"
+#include "odbcadmin/model/data_source_change.h"
 
-namespace jx::admin {
+namespace jx::cli {
 
 namespace {
 
-enum class Old { keep, remove };
+using model::Configuration;
+using model::Old;
 
-bool copySection(FileChange& change, const std::string& from, const std::string& to) {
-    const IniSection* section = change.before().section(from);
-    if (section == nullptr)
-        return true;
-    return std::all_of(section->entries.begin(), section->entries.end(), [&](const IniEntry& entry) {
-        return change.set(to, std::string(entry.key), std::string(entry.value));
-    });
-}
-
-bool composeCopy(FileChange& change, const DataSource& source, const std::string& to, Old old) {
-    if (old == Old::remove && !composeRemoval(change, source.name))
-        return false;
-    if (source.isListed && !change.set(INS_ODBCINI_DS, to, source.driver))
-        return false;
-    return copySection(change, source.name, to);
-}
-
-// The default data source is made and removed with "dsn default": its driver stands in the other file.
-ExitCode checkNames(const Session& session, const std::string& from, const std::string& to) {
-    if (rules::isDefaultName(from) || rules::isDefaultName(to))
-        return session.fail(ExitCode::invalid, "The default data source cannot be renamed, copied or made so",
-                            "Use odbcadmin dsn default NAME.");
-    return checkDataSourceName(session, to);
-}
-
-ExitCode copyDataSource(const Session& session, const std::string& from, const std::string& to, Old old) {
-    ExitCode code = checkNames(session, from, to);
-    if (code != ExitCode::done)
-        return code;
-    const std::optional<Configuration> configuration = Configuration::read(session, code);
-    if (!configuration)
-        return code;
-    const std::optional<DataSource> source = configuration->dataSource(from);
-    if (!source)
-        return noDataSource(session, *configuration, from);
-    // A name may get other capitals.
-    const bool sameOne = old == Old::remove && rules::sameName(from, to);
-    if (configuration->dataSource(to) && !sameOne)
-        return dataSourceExists(session, to);
-    Outcome outcome;
-    FileChange change(session, INS_ODBCINI_FILENAME);
-    if (!change.isOpen() || (source->name != to && !composeCopy(change, *source, to, old)))
-        return change.trouble();
-    code = outcome.finish(change);
-    if (code != ExitCode::done)
-        return code;
-    return outcome.tell(
-        session, (old == Old::remove ? "Renamed data source " : "Copied data source ") + source->name + " to " + to);
-}
-
-// The data source with the same keys as the default one; empty when there is none.
-std::string twinOfDefault(const Configuration& configuration) {
-    const IniSection* own = configuration.sourcesFile().section(INS_ODBCINI_DEFAULT);
-    const auto isTwin = [&](const DataSource& source) {
-        const IniSection* section = configuration.sourcesFile().section(source.name);
-        return !source.isDefault && section != nullptr && own != nullptr &&
-               rules::sameName(source.driver, configuration.defaultDriver()) &&
-               std::equal(section->entries.begin(), section->entries.end(), own->entries.begin(), own->entries.end(),
-                          [](const IniEntry& a, const IniEntry& b) {
-                              return rules::sameName(a.key, b.key) && a.value == b.value;
-                          });
-    };
-    const std::vector<DataSource> sources = configuration.dataSources();
-    const auto twin = std::find_if(sources.begin(), sources.end(), isTwin);
-    return twin == sources.end() ? std::string() : twin->name;
-}
-
-ExitCode showDefault(const Session& session) {
-    ExitCode code = ExitCode::done;
-    const std::optional<Configuration> configuration = Configuration::read(session, code);
-    if (!configuration)
-        return code;
-    const std::string driver = configuration->defaultDriver();
+ExitCode showDefault(const Session& session, const Configuration& configuration) {
+    const std::string driver = configuration.defaultDriver().text;
     if (driver.empty())
         return session.fail(ExitCode::notFound, "There is no default data source",
                             "odbcadmin dsn default NAME makes one of a data source.");
-    const std::string twin = twinOfDefault(*configuration);
+    const std::string twin = model::twinOfDefault(configuration);
     if (session.json)
         session.printJson({{"driver", driver}, {"sameAs", twin.empty() ? Json() : Json(twin)}});
     else
-        session.printTable({{INS_ODBCINI_DEFAULT, driver, twin.empty() ? "" : "same as " + twin}});
+        session.printTable({{rules::kDefault, driver, twin.empty() ? "" : "same as " + twin}});
     return ExitCode::done;
 }
 
-Pairs keysOf(const IniSection* section) {
-    Pairs pairs;
-    if (section != nullptr)
-        for (const IniEntry& entry : section->entries)
-            pairs.emplace_back(entry.key, entry.value);
-    return pairs;
-}
-
-ExitCode makeDefault(const Session& session, const std::string& name) {
-    ExitCode code = ExitCode::done;
-    const std::optional<Configuration> configuration = Configuration::read(session, code);
-    if (!configuration)
-        return code;
-    const std::optional<DataSource> source = configuration->dataSource(name);
-    if (!source || source->isDefault)
-        return noDataSource(session, *configuration, name);
-    const DataSourceWish wish{INS_ODBCINI_DEFAULT, source->driver, keysOf(configuration->sourcesFile().section(name))};
-    Outcome outcome;
-    code = writeDataSource(session, *configuration, wish, OtherKeys::remove, Existing::allowed, outcome);
-    return code != ExitCode::done ? code : outcome.tell(session, "The default data source is now as " + source->name);
-}
-
-ExitCode removeDefault(const Session& session) {
-    Outcome outcome;
-    const ExitCode code = removeDataSources(session, {INS_ODBCINI_DEFAULT}, outcome);
-    return code != ExitCode::done ? code : outcome.tell(session, "Removed the default data source");
+ExitCode makeDefault(const Session& session, const Configuration& configuration, const std::string& name) {
+    const auto source = configuration.dataSource(name);
+    return session.report(model::makeDefault(configuration, name, session.way()),
+                          "The default data source is now as " + (source ? source->name : name));
 }
 
 void addTwoNames(CLI::App& dsn, Session& session, Old old) {
@@ -136,7 +38,12 @@ void addTwoNames(CLI::App& dsn, Session& session, Old old) {
                                                   "odbcadmin dsn copy Sales SalesTest");
     const CLI::Option* from = addOperands(verb, "OLD", "Data source", {1, 1, Complete::dsn});
     const CLI::Option* to = addOperands(verb, "NEW", "New name", {1, 1});
-    onRun(verb, session, [=](Session& run) { return copyDataSource(run, operand(from, 0), operand(to, 0), old); });
+    onRead(verb, session, Needs::bothFiles, [=](Session& run, const Configuration& configuration) {
+        const auto source = configuration.dataSource(operand(from, 0));
+        return run.report(model::copyDataSource(configuration, operand(from, 0), operand(to, 0), old, run.way()),
+                          (old == Old::remove ? "Renamed data source " : "Copied data source ") +
+                              (source ? source->name : "") + " to " + operand(to, 0));
+    });
 }
 
 }  // namespace
@@ -150,11 +57,12 @@ void addDsnMoveCommands(CLI::App& app, Session& session) {
     CLI::Option* name = addOperands(verb, "NAME", "Data source", {0, 1, Complete::dsn});
     CLI::Option* unset = addSwitch(verb, "--unset", "Remove the default data source");
     excludeEachOther(unset, name);
-    onRun(verb, session, [=](Session& run) {
+    onRead(verb, session, Needs::bothFiles, [=](Session& run, const Configuration& configuration) {
         if (isGiven(unset))
-            return removeDefault(run);
-        return isGiven(name) ? makeDefault(run, operand(name, 0)) : showDefault(run);
+            return run.report(model::removeDataSources({rules::kDefault}, run.way()),
+                              "Removed the default data source");
+        return isGiven(name) ? makeDefault(run, configuration, operand(name, 0)) : showDefault(run, configuration);
     });
 }
 
-}  // namespace jx::admin
+}  // namespace jx::cli

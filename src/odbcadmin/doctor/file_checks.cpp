@@ -11,10 +11,10 @@
 #include <filesystem>
 #include <functional>
 
-#include "odbcadmin/cli/ini_view.h"
 #include "odbcadmin/doctor/checks.h"
 #include "odbcadmin/doctor/file_rights.h"
-#include "odbcadmin/doctor/owned_descriptor.h"
+#include "odbcadmin/model/ini_view.h"
+#include "odbcadmin/trial/owned_descriptor.h"
 #include "rules/secrets.h"
 
 namespace jx::doctor {
@@ -23,7 +23,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-void checkVariable(const ConfigPlace& place, Findings& findings) {
+void checkVariable(const model::ConfigPlace& place, Findings& findings) {
     const char* value = std::getenv(place.variable.c_str());
     if (value == nullptr)
         return;
@@ -39,8 +39,8 @@ void checkVariable(const ConfigPlace& place, Findings& findings) {
                                  "Give " + place.variable + " a full path."));
 }
 
-void checkRivals(const ConfigPlace& place, Findings& findings) {
-    for (const Candidate& each : place.candidates) {
+void checkRivals(const model::ConfigPlace& place, Findings& findings) {
+    for (const model::Candidate& each : place.candidates) {
         std::error_code ignored;
         if (each.wins || !each.exists || fs::equivalent(each.path, place.path, ignored))
             continue;
@@ -73,11 +73,11 @@ void checkAbsent(const std::string& path, const std::string& variable, int error
 }
 
 bool holdsSecret(const std::string& path) {
-    const std::optional<admin::IniView> view = admin::IniView::read(path.c_str());
+    const std::optional<model::IniView> view = model::IniView::read(path);
     if (!view)
         return false;
-    for (const admin::IniSection& section : view->sections())
-        for (const admin::IniEntry& entry : section.entries)
+    for (const model::IniSection& section : view->sections())
+        for (const model::IniEntry& entry : section.entries)
             if (rules::masked(entry.key, entry.value) != entry.value)
                 return true;
     return false;
@@ -114,7 +114,7 @@ void checkPresent(const std::string& path, const std::string& variable, Findings
                                  "Move it away; the first write makes a file."));
         return;
     }
-    const OwnedDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const trial::OwnedDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!file.isOpen()) {
         const std::string rights = rightsText(path);
         findings.push_back(found(check::kFileUnreadable, path,
@@ -128,9 +128,9 @@ void checkPresent(const std::string& path, const std::string& variable, Findings
 
 }  // namespace
 
-Findings checkFiles(const std::vector<ConfigPlace>& places) {
+Findings checkFiles(const std::vector<model::ConfigPlace>& places) {
     Findings findings;
-    for (const ConfigPlace& place : places) {
+    for (const model::ConfigPlace& place : places) {
         if (place.path.empty()) {
             findings.push_back(found(check::kNoPlace, place.file, "There is no home directory for " + place.file + ".",
                                      "Set HOME or " + place.variable + "."));

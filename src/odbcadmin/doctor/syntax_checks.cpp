@@ -9,9 +9,9 @@
 #include <memory>
 #include <optional>
 
-#include "odbcadmin/cli/text.h"
 #include "odbcadmin/doctor/checks.h"
 #include "odbcadmin/doctor/invisible.h"
+#include "odbcadmin/model/text.h"
 #include "rules/names.h"
 #include "rules/secrets.h"
 #include "rules/utf8.h"
@@ -34,7 +34,7 @@ std::string_view nameOf(const JxIniPiece& piece) {
 
 std::string quoted(std::string_view text) {
     constexpr std::size_t kExcerpt = 40;
-    const std::string shown = admin::printable(text.substr(0, kExcerpt));
+    const std::string shown = model::printable(text.substr(0, kExcerpt));
     return "\"" + shown + (text.size() > kExcerpt ? "..." : "") + "\"";
 }
 
