@@ -7,63 +7,17 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cmath>
 #include <cstdlib>
 #include <cstring>
-#include <iostream>
-#include <map>
 
 #include "odbcadmin/cli/commands.h"
+#include "odbcadmin/cli/verb.h"
 #include "odbcadmin/model/near_matches.h"
 #include "odbcadmin/model/text.h"
 
 namespace jx::cli {
 
 namespace {
-
-// CLI11 takes operands such as "[a,b]" and "{}" apart, and gives what follows "--" to the whole command once a verb has
-// all the operands it needs. So such words, and what begins with the mark itself, get a mark in front while CLI11 holds
-// them, and "--" never reaches it.
-constexpr char kMark = '\x01';
-
-bool needsMark(const std::string& word, bool onlyOperands) {
-    return !word.empty() && (word[0] == '[' || word[0] == '{' || word[0] == kMark || (onlyOperands && word[0] == '-'));
-}
-
-std::vector<std::string> marked(const std::vector<std::string>& words) {
-    std::vector<std::string> all;
-    bool onlyOperands = false;
-    for (const std::string& word : words) {
-        if (!onlyOperands && word == "--")
-            onlyOperands = true;
-        else
-            all.push_back(needsMark(word, onlyOperands) ? kMark + word : word);
-    }
-    return all;
-}
-
-std::string unmarked(const std::string& text) {
-    return !text.empty() && text[0] == kMark ? text.substr(1) : text;
-}
-
-std::string nounDescription(const std::string& name) {
-    static const std::map<std::string, std::string> kDescriptions{
-        {"dsn", "Data sources"},
-        {"driver", "Drivers"},
-        {"translator", "Translators"},
-        {"trace", "Call tracing of the driver manager"},
-        {"config", "Any section and key of any INI file"},
-    };
-    const auto found = kDescriptions.find(name);
-    return found == kDescriptions.end() ? "" : found->second;
-}
-
-std::string withExamples(const std::string& examples) {
-    std::string text = "Examples:";
-    for (const std::string& line : CLI::detail::split(examples, '\n'))
-        text.append("\n  ").append(line);
-    return text;
-}
 
 constexpr const char* kExamples = R"(odbcadmin driver add SQLite3 --lib /usr/lib/odbc/libsqlite3odbc.so
 odbcadmin dsn add Sales --driver SQLite3 Database=/srv/sales.db
@@ -163,107 +117,6 @@ ExitCode runAction(Session& session) {
     return session.action(session);
 }
 
-}  // namespace
-
-CLI::App& noun(CLI::App& app, const std::string& name) {
-    const auto present = app.get_subcommands([&](const CLI::App* each) { return each->get_name() == name; });
-    if (!present.empty())
-        return *present.front();
-    CLI::App& made = *app.add_subcommand(name, nounDescription(name));
-    made.require_subcommand(1);
-    made.footer("Examples, and more with odbcadmin " + name + " VERB --help:");
-    return made;
-}
-
-CLI::App& addVerb(CLI::App& parent, const std::string& name, const std::string& description,
-                  const std::string& examples) {
-    CLI::App& verb = *parent.add_subcommand(name, description);
-    verb.footer(withExamples(examples) + "\n\nodbcadmin --help shows the options that every command takes.");
-    if (parent.get_parent() != nullptr)
-        parent.footer(parent.get_footer() + "\n  " + examples.substr(0, examples.find('\n')));
-    return verb;
-}
-
-CLI::Option* addOperands(CLI::App& verb, const std::string& name, const std::string& description, OperandRule rule) {
-    CLI::Option* option = verb.add_option(name, description)->expected(rule.least, rule.most);
-    // CLI11 hands an operand more texts than the least number only when extra ones are allowed. Help does not show the
-    // group, which is what completion offers.
-    option->allow_extra_args(rule.most != rule.least);
-    option->type_name("")->required(rule.least > 0)->group(rule.complete);
-    return option;
-}
-
-CLI::Option* addValueOption(CLI::App& verb, const std::string& names, const std::string& description,
-                            const char* complete) {
-    return verb.add_option(names, description)->type_name(complete)->expected(1)->allow_extra_args(false);
-}
-
-CLI::Option* addTimeout(CLI::App& verb, const std::string& description) {
-    CLI::Option* option = addValueOption(verb, "--timeout", description);
-    option->type_name("SECONDS");
-    return option;
-}
-
-std::optional<std::chrono::milliseconds> timeLimit(const Session& session, const CLI::Option* timeout,
-                                                   std::chrono::milliseconds otherwise) {
-    constexpr double kDay = 86400;
-    constexpr double kMilliseconds = 1000;
-    const std::string text = operand(timeout, 0);
-    if (text.empty())
-        return otherwise;
-    char* end = nullptr;
-    const double seconds = std::strtod(text.c_str(), &end);
-    if (*end == '\0' && seconds > 0 && seconds <= kDay)
-        return std::chrono::milliseconds(static_cast<long>(std::ceil(seconds * kMilliseconds)));
-    session.fail(ExitCode::wrongUse, "--timeout is not a number of seconds: " + text, "Try --timeout 5");
-    return std::nullopt;
-}
-
-CLI::Option* addSwitch(CLI::App& verb, const std::string& names, const std::string& description) {
-    return verb.add_flag(names)->description(description);
-}
-
-void require(CLI::Option* option) {
-    option->required();
-}
-
-void excludeEachOther(CLI::Option* one, CLI::Option* other) {
-    one->excludes(other);
-}
-
-bool isGiven(const CLI::Option* option) {
-    return option != nullptr && option->count() > 0;
-}
-
-std::vector<std::string> operands(const CLI::Option* option) {
-    std::vector<std::string> texts = option->results();
-    for (std::string& text : texts)
-        text = unmarked(text);
-    return texts;
-}
-
-std::string operand(const CLI::Option* option, std::size_t index) {
-    return index < option->results().size() ? unmarked(option->results()[index]) : std::string();
-}
-
-void onRun(CLI::App& verb, Session& session, std::function<ExitCode(Session&)> action) {
-    verb.callback([&session, action = std::move(action)] { session.action = action; });
-}
-
-void onRead(CLI::App& verb, Session& session, Needs needs,
-            std::function<ExitCode(Session&, const model::Configuration&)> action) {
-    onRun(verb, session, [needs, action = std::move(action)](Session& run) {
-        const model::Configuration configuration = model::Configuration::read();
-        const bool needsSources = needs == Needs::dataSources || needs == Needs::bothFiles;
-        const bool needsDrivers = needs == Needs::drivers || needs == Needs::bothFiles;
-        if (needsSources && configuration.trouble(model::FileKind::dataSources))
-            return run.fail(configuration.trouble(model::FileKind::dataSources));
-        if (needsDrivers && configuration.trouble(model::FileKind::drivers))
-            return run.fail(configuration.trouble(model::FileKind::drivers));
-        return action(run, configuration);
-    });
-}
-
 void buildCommandLine(CLI::App& app, Session& session) {
     app.name("odbcadmin");
     app.fallthrough();
@@ -288,6 +141,8 @@ void buildCommandLine(CLI::App& app, Session& session) {
     addDoctorCommands(app, session);
     addCompleteCommand(app, session);
 }
+
+}  // namespace
 
 ExitCode runCommandLine(std::vector<std::string> arguments, ShowDialogs showDialogs) {
     CLI::App app("Manages ODBC data sources and drivers of this user.");

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/commands.h"
+#include "odbcadmin/cli/verb.h"
 #include "odbcadmin/model/text.h"
 
 namespace jx::cli {
@@ -147,8 +147,7 @@ void useHome(const std::string& home) {
     unsetenv("ODBCINSTINI");
 }
 
-}  // namespace
-
+// Candidates for the last of words, which is what stands left of the cursor, a tab and a description behind each one.
 std::vector<std::string> candidates(const CLI::App& app, const std::vector<std::string>& words) {
     Position at{&app, {}};
     for (std::size_t i = 0; i + 1 < words.size(); ++i)
@@ -172,15 +171,17 @@ std::vector<std::string> candidates(const CLI::App& app, const std::vector<std::
     return found;
 }
 
+}  // namespace
+
 void addCompleteCommand(CLI::App& app, Session& session) {
-    CLI::App& verb = *app.add_subcommand("__complete", "Candidates for the last word");
-    verb.group("");
-    const CLI::Option* words = addOperands(verb, "WORD", "What stands left of the cursor", {0, -1});
-    onRun(verb, session, [&app, words](Session& run) {
-        for (const std::string& candidate : candidates(app, operands(words)))
-            run.print(candidate);
-        return ExitCode::done;
-    });
+    addVerb(app, session, "__complete", "Candidates for the last word", "")
+        .operand("WORD", "What stands left of the cursor", kAny)
+        .onRun([&app](const Session& run, const Line& line) {
+            for (const std::string& candidate : candidates(app, line.texts("WORD")))
+                run.print(candidate);
+            return ExitCode::done;
+        });
+    app.get_subcommand("__complete")->group("");
 }
 
 }  // namespace jx::cli

@@ -2,9 +2,9 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
-#include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/findings_output.h"
+#include "odbcadmin/cli/verb.h"
 #include "odbcadmin/doctor/bug_report.h"
 #include "odbcadmin/doctor/file_checks.h"
 #include "odbcadmin/doctor/syntax_checks.h"
@@ -26,9 +26,9 @@ ExitCode showReport(const Session& session, const doctor::Findings& findings) {
     return codeOf(findings);
 }
 
-ExitCode runDoctor(const Session& session, const Configuration& configuration, const std::vector<std::string>& names,
-                   const CLI::Option* timeout, const CLI::Option* report) {
-    const auto limit = timeLimit(session, timeout, kDoctorLimit);
+ExitCode runDoctor(const Session& session, const Configuration& configuration, const Line& line) {
+    const std::vector<std::string> names = line.texts("NAME");
+    const auto limit = timeLimit(session, line, kDoctorLimit);
     if (!limit)
         return ExitCode::wrongUse;
     for (const std::string& name : names)
@@ -38,10 +38,11 @@ ExitCode runDoctor(const Session& session, const Configuration& configuration, c
         options.names = names;
         return doctor::examine(configuration, options);
     });
-    return isGiven(report) ? showReport(session, findings) : showFindings(session, findings);
+    return line.has("--report") ? showReport(session, findings) : showFindings(session, findings);
 }
 
-ExitCode runLint(const Session& session, const Configuration& configuration, const std::vector<std::string>& files) {
+ExitCode runLint(const Session& session, const Configuration& configuration, const Line& line) {
+    const std::vector<std::string> files = line.texts("FILE");
     if (files.empty())
         return showFindings(session, doctor::lint(configuration));
     doctor::Findings findings;
@@ -59,23 +60,16 @@ ExitCode runLint(const Session& session, const Configuration& configuration, con
 }  // namespace
 
 void addDoctorCommands(CLI::App& app, Session& session) {
-    CLI::App& lint = addVerb(app, "lint", "Look for mistakes in the files: rights, lines and names",
-                             "odbcadmin lint\nodbcadmin lint servers.ini");
-    const auto files = addOperands(lint, "FILE", "Files to look at; the two configuration files without any",
-                                   {.least = 0, .most = -1, .complete = Complete::files});
-    onRead(lint, session, Needs::nothing, [files](Session& run, const Configuration& configuration) {
-        return runLint(run, configuration, operands(files));
-    });
-
-    CLI::App& verb = addVerb(app, "doctor", "Look for everything that can be wrong with files, names and libraries",
-                             "odbcadmin doctor\nodbcadmin doctor Sales\nodbcadmin doctor --report > report.txt");
-    const auto names = addOperands(verb, "NAME", "Data sources and drivers; all of them without any",
-                                   {.least = 0, .most = -1, .complete = Complete::dsnOrDriver});
-    const auto timeout = addTimeout(verb, "Seconds that a library may take to load (10)");
-    const auto report = addSwitch(verb, "--report", "Print a text for a bug report, without secrets");
-    onRead(verb, session, Needs::nothing, [=](Session& run, const Configuration& configuration) {
-        return runDoctor(run, configuration, operands(names), timeout, report);
-    });
+    addVerb(app, session, "lint", "Look for mistakes in the files: rights, lines and names",
+            "odbcadmin lint\nodbcadmin lint servers.ini")
+        .operand("FILE", "Files to look at; the two configuration files without any", kAny, Complete::files)
+        .onRead(Needs::nothing, runLint);
+    addVerb(app, session, "doctor", "Look for everything that can be wrong with files, names and libraries",
+            "odbcadmin doctor\nodbcadmin doctor Sales\nodbcadmin doctor --report > report.txt")
+        .operand("NAME", "Data sources and drivers; all of them without any", kAny, Complete::dsnOrDriver)
+        .timeout("Seconds that a library may take to load (10)")
+        .flag("--report", "Print a text for a bug report, without secrets")
+        .onRead(Needs::nothing, runDoctor);
 }
 
 }  // namespace jx::cli

@@ -1,9 +1,9 @@
 // driver check: whether the libraries of drivers work.
 #include <nlohmann/json.hpp>
 
-#include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/findings_output.h"
+#include "odbcadmin/cli/verb.h"
 
 namespace jx::cli {
 
@@ -48,13 +48,12 @@ doctor::Findings check(const Wanted& wanted, const doctor::ExaminationOptions& o
     return findings;
 }
 
-ExitCode runCheck(const Session& session, const model::Configuration& configuration,
-                  const std::vector<std::string>& names, const CLI::Option* timeout) {
-    const auto limit = timeLimit(session, timeout, kLoadLimit);
+ExitCode runCheck(const Session& session, const model::Configuration& configuration, const Line& line) {
+    const auto limit = timeLimit(session, line, kLoadLimit);
     if (!limit)
         return ExitCode::wrongUse;
     Wanted wanted;
-    if (const model::Reason reason = sort(configuration, names, wanted))
+    if (const model::Reason reason = sort(configuration, line.texts("DRIVER|PATH"), wanted))
         return session.fail(reason);
     const doctor::Findings findings =
         findWith(session, *limit, [&](doctor::ExaminationOptions& options) { return check(wanted, options); });
@@ -69,16 +68,12 @@ ExitCode runCheck(const Session& session, const model::Configuration& configurat
 }  // namespace
 
 void addDriverCheck(CLI::App& app, Session& session) {
-    CLI::App& verb =
-        addVerb(noun(app, "driver"), "check", "Check that the libraries of drivers load and are what they should be",
-                "odbcadmin driver check\nodbcadmin driver check SQLite3\n"
-                "odbcadmin driver check /opt/acme/lib/libacmeodbc.so");
-    const auto names = addOperands(verb, "DRIVER|PATH", "Drivers, or libraries by their paths; all drivers without any",
-                                   {.least = 0, .most = -1, .complete = Complete::driver});
-    const auto timeout = addTimeout(verb, "Seconds that a library may take to load (10)");
-    onRead(verb, session, Needs::nothing, [=](Session& run, const model::Configuration& configuration) {
-        return runCheck(run, configuration, operands(names), timeout);
-    });
+    addVerb(app, session, "driver check", "Check that the libraries of drivers load and are what they should be",
+            "odbcadmin driver check\nodbcadmin driver check SQLite3\n"
+            "odbcadmin driver check /opt/acme/lib/libacmeodbc.so")
+        .operand("DRIVER|PATH", "Drivers, or libraries by their paths; all drivers without any", kAny, Complete::driver)
+        .timeout("Seconds that a library may take to load (10)")
+        .onRead(Needs::nothing, runCheck);
 }
 
 }  // namespace jx::cli

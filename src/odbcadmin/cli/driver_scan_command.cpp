@@ -3,9 +3,9 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
-#include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/progress.h"
+#include "odbcadmin/cli/verb.h"
 #include "odbcadmin/doctor/driver_scan.h"
 #include "odbcadmin/model/text.h"
 
@@ -69,10 +69,9 @@ ExitCode show(const Session& session, const model::Configuration& configuration,
     return ExitCode::done;
 }
 
-ExitCode runScan(const Session& session, const model::Configuration& configuration,
-                 const std::vector<std::string>& given) {
+ExitCode runScan(const Session& session, const model::Configuration& configuration, const Line& line) {
     std::vector<std::string> directories;
-    for (const std::string& each : given) {
+    for (const std::string& each : line.texts("DIR")) {
         std::error_code error;
         if (!std::filesystem::is_directory(each, error))
             return session.fail(ExitCode::fileTrouble, "There is no directory " + each, "Give directories that exist.");
@@ -92,14 +91,10 @@ ExitCode runScan(const Session& session, const model::Configuration& configurati
 }  // namespace
 
 void addDriverScan(CLI::App& app, Session& session) {
-    CLI::App& verb =
-        addVerb(noun(app, "driver"), "scan", "Find ODBC drivers on the disk and print the lines that would add them",
-                "odbcadmin driver scan\nodbcadmin driver scan /opt/acme/lib\nodbcadmin driver scan | sh");
-    const auto directories = addOperands(verb, "DIR", "Directories to look into; the usual ones without any",
-                                         {.least = 0, .most = -1, .complete = Complete::directories});
-    onRead(verb, session, Needs::nothing, [directories](Session& run, const model::Configuration& configuration) {
-        return runScan(run, configuration, operands(directories));
-    });
+    addVerb(app, session, "driver scan", "Find ODBC drivers on the disk and print the lines that would add them",
+            "odbcadmin driver scan\nodbcadmin driver scan /opt/acme/lib\nodbcadmin driver scan | sh")
+        .operand("DIR", "Directories to look into; the usual ones without any", kAny, Complete::directories)
+        .onRead(Needs::nothing, runScan);
 }
 
 }  // namespace jx::cli

@@ -1,9 +1,9 @@
 // dsn list, show and get.
 #include <nlohmann/json.hpp>
 
-#include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/sections.h"
+#include "odbcadmin/cli/verb.h"
 #include "odbcadmin/model/text.h"
 
 namespace jx::cli {
@@ -18,7 +18,7 @@ Json sourceJson(const DataSource& source) {
         {"name", source.name}, {"driver", source.driver}, {"listed", source.isListed()}, {"default", source.isDefault}};
 }
 
-ExitCode listDataSources(const Session& session, const Configuration& configuration) {
+ExitCode listDataSources(const Session& session, const Configuration& configuration, const Line& /*line*/) {
     Json json = Json::array();
     std::vector<std::vector<std::string>> rows;
     for (const DataSource& source : configuration.dataSources()) {
@@ -37,7 +37,8 @@ ExitCode listDataSources(const Session& session, const Configuration& configurat
     return ExitCode::done;
 }
 
-ExitCode showDataSource(const Session& session, const Configuration& configuration, const std::string& name) {
+ExitCode showDataSource(const Session& session, const Configuration& configuration, const Line& line) {
+    const std::string name = line.text("NAME");
     const auto source = configuration.dataSource(name);
     if (!source)
         return session.fail(model::noDataSource(configuration, name));
@@ -56,8 +57,9 @@ ExitCode showDataSource(const Session& session, const Configuration& configurati
     return ExitCode::done;
 }
 
-ExitCode getValue(const Session& session, const Configuration& configuration, const std::string& name,
-                  const std::string& key) {
+ExitCode getValue(const Session& session, const Configuration& configuration, const Line& line) {
+    const std::string name = line.text("NAME");
+    const std::string key = line.text("KEY");
     const auto source = configuration.dataSource(name);
     if (!source)
         return session.fail(model::noDataSource(configuration, name));
@@ -69,24 +71,17 @@ ExitCode getValue(const Session& session, const Configuration& configuration, co
 }  // namespace
 
 void addDsnReadCommands(CLI::App& app, Session& session) {
-    CLI::App& dsn = noun(app, "dsn");
-    onRead(addVerb(dsn, "list", "List the data sources and their drivers",
-                   "odbcadmin dsn list\nodbcadmin dsn list -q\nodbcadmin dsn list --json"),
-           session, Needs::bothFiles, listDataSources);
-
-    CLI::App& show = addVerb(dsn, "show", "Show all keys of a data source", "odbcadmin dsn show Sales");
-    const CLI::Option* shown = addOperands(show, "NAME", "Data source", {1, 1, Complete::dsn});
-    onRead(show, session, Needs::bothFiles, [shown](Session& run, const Configuration& configuration) {
-        return showDataSource(run, configuration, operand(shown, 0));
-    });
-
-    CLI::App& get = addVerb(dsn, "get", "Print one value of a data source",
-                            "odbcadmin dsn get Sales Database\nodbcadmin dsn get Sales PWD --show-secrets");
-    const CLI::Option* name = addOperands(get, "NAME", "Data source", {1, 1, Complete::dsn});
-    const CLI::Option* key = addOperands(get, "KEY", "Key", {1, 1, Complete::keysOfDsn});
-    onRead(get, session, Needs::bothFiles, [=](Session& run, const Configuration& configuration) {
-        return getValue(run, configuration, operand(name, 0), operand(key, 0));
-    });
+    addVerb(app, session, "dsn list", "List the data sources and their drivers",
+            "odbcadmin dsn list\nodbcadmin dsn list -q\nodbcadmin dsn list --json")
+        .onRead(Needs::bothFiles, listDataSources);
+    addVerb(app, session, "dsn show", "Show all keys of a data source", "odbcadmin dsn show Sales")
+        .operand("NAME", "Data source", kOne, Complete::dsn)
+        .onRead(Needs::bothFiles, showDataSource);
+    addVerb(app, session, "dsn get", "Print one value of a data source",
+            "odbcadmin dsn get Sales Database\nodbcadmin dsn get Sales PWD --show-secrets")
+        .operand("NAME", "Data source", kOne, Complete::dsn)
+        .operand("KEY", "Key", kOne, Complete::keysOfDsn)
+        .onRead(Needs::bothFiles, getValue);
 }
 
 }  // namespace jx::cli

@@ -2,9 +2,9 @@
 #include <cstring>
 #include <nlohmann/json.hpp>
 
-#include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/progress.h"
+#include "odbcadmin/cli/verb.h"
 #include "odbcadmin/model/text.h"
 #include "odbcadmin/trial/connection.h"
 #include "odbcadmin/trial/sql_state.h"
@@ -98,9 +98,9 @@ ExitCode show(const Session& session, const std::string& name, const std::string
     return code;
 }
 
-ExitCode runTest(const Session& session, const model::Configuration& configuration, const std::string& name,
-                 const CLI::Option* timeout) {
-    const auto limit = timeLimit(session, timeout, kConnectLimit);
+ExitCode runTest(const Session& session, const model::Configuration& configuration, const Line& line) {
+    const std::string name = line.text("NAME");
+    const auto limit = timeLimit(session, line, kConnectLimit);
     if (!limit)
         return ExitCode::wrongUse;
     const auto source = configuration.dataSource(name);
@@ -116,19 +116,17 @@ ExitCode runTest(const Session& session, const model::Configuration& configurati
         progress.begin("Connecting to " + source->name);
         report = trial::tryConnecting({library, source->name, *limit}, [&] { progress.tick(); });
     }
-    return show(session, source->name, library, report, isGiven(timeout) ? operand(timeout, 0) + " s" : "20 s");
+    return show(session, source->name, library, report, line.has("--timeout") ? line.text("--timeout") + " s" : "20 s");
 }
 
 }  // namespace
 
 void addDsnTest(CLI::App& app, Session& session) {
-    CLI::App& verb = addVerb(noun(app, "dsn"), "test", "Connect to a data source and show what happens",
-                             "odbcadmin dsn test Sales\nodbcadmin dsn test Sales --timeout 5");
-    const auto name = addOperands(verb, "NAME", "Data source", {.least = 1, .most = 1, .complete = Complete::dsn});
-    const auto timeout = addTimeout(verb, "Seconds until the driver is given up (20)");
-    onRead(verb, session, Needs::nothing, [=](Session& run, const model::Configuration& configuration) {
-        return runTest(run, configuration, operand(name, 0), timeout);
-    });
+    addVerb(app, session, "dsn test", "Connect to a data source and show what happens",
+            "odbcadmin dsn test Sales\nodbcadmin dsn test Sales --timeout 5")
+        .operand("NAME", "Data source", kOne, Complete::dsn)
+        .timeout("Seconds until the driver is given up (20)")
+        .onRead(Needs::nothing, runTest);
 }
 
 }  // namespace jx::cli

@@ -6,9 +6,9 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/document_json.h"
+#include "odbcadmin/cli/verb.h"
 #include "odbcadmin/model/text.h"
 
 namespace jx::cli {
@@ -34,7 +34,8 @@ ExitCode readInput(const Session& session, const std::string& name, std::string&
                         "Give a file, or - for standard input.");
 }
 
-ExitCode apply(const Session& session, const Configuration& configuration, const std::string& file) {
+ExitCode apply(const Session& session, const Configuration& configuration, const Line& line) {
+    const std::string file = line.text("--file");
     std::string text;
     if (const ExitCode code = readInput(session, file, text); code != ExitCode::done)
         return code;
@@ -49,7 +50,7 @@ ExitCode apply(const Session& session, const Configuration& configuration, const
                               model::counted(document->dataSources.size(), "data source"));
 }
 
-ExitCode exportAll(const Session& session, const Configuration& configuration) {
+ExitCode exportAll(const Session& session, const Configuration& configuration, const Line& /*line*/) {
     const model::Exchange made = model::documentOf(configuration, session.way().secrets);
     for (const model::DataSource& source : made.leftOut)
         session.warn(
@@ -71,18 +72,13 @@ ExitCode exportAll(const Session& session, const Configuration& configuration) {
 }  // namespace
 
 void addExchangeCommands(CLI::App& app, Session& session) {
-    CLI::App& verb =
-        addVerb(app, "apply", "Ensure everything that a JSON document names is there",
-                "odbcadmin apply -f odbc.json --dry-run\nodbcadmin export | odbcadmin apply -f - --home /srv/app");
-    CLI::Option* file = addValueOption(verb, "-f,--file", "The document; - is standard input", Complete::files);
-    require(file);
-    onRead(verb, session, Needs::bothFiles, [file](Session& run, const Configuration& configuration) {
-        return apply(run, configuration, operand(file, 0));
-    });
-    onRead(
-        addVerb(app, "export", "Print drivers, translators and data sources as JSON that apply takes",
-                "odbcadmin export > odbc.json\nodbcadmin export --show-secrets | odbcadmin apply -f - --home /srv/app"),
-        session, Needs::bothFiles, exportAll);
+    addVerb(app, session, "apply", "Add or change what a JSON document names",
+            "odbcadmin apply -f odbc.json --dry-run\nodbcadmin export | odbcadmin apply -f - --home /srv/app")
+        .requiredOption("-f,--file", "The document; - is standard input", Complete::files)
+        .onRead(Needs::bothFiles, apply);
+    addVerb(app, session, "export", "Print drivers, translators and data sources as JSON that apply takes",
+            "odbcadmin export > odbc.json\nodbcadmin export --show-secrets | odbcadmin apply -f - --home /srv/app")
+        .onRead(Needs::bothFiles, exportAll);
 }
 
 }  // namespace jx::cli

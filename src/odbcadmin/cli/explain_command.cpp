@@ -1,8 +1,8 @@
 // explain: from a name to its library, step by step.
 #include <nlohmann/json.hpp>
 
-#include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/commands.h"
+#include "odbcadmin/cli/verb.h"
 #include "odbcadmin/doctor/explanation.h"
 #include "odbcadmin/model/text.h"
 
@@ -39,7 +39,8 @@ void printSteps(const Session& session, const std::vector<doctor::Step>& steps) 
     session.printTable(table);
 }
 
-ExitCode runExplain(const Session& session, const model::Configuration& configuration, const std::string& name) {
+ExitCode runExplain(const Session& session, const model::Configuration& configuration, const Line& line) {
+    const std::string name = line.text("NAME");
     const std::vector<doctor::Step> steps = doctor::explain(configuration, name);
     if (steps.empty())
         return session.fail(model::noDataSourceOrDriver(configuration, name));
@@ -59,13 +60,10 @@ ExitCode runExplain(const Session& session, const model::Configuration& configur
 }  // namespace
 
 void addExplain(CLI::App& app, Session& session) {
-    CLI::App& verb = addVerb(app, "explain", "Show the way from a data source to its driver and its library",
-                             "odbcadmin explain Sales\nodbcadmin explain SQLite3");
-    const auto name =
-        addOperands(verb, "NAME", "Data source or driver", {.least = 1, .most = 1, .complete = Complete::dsnOrDriver});
-    onRead(verb, session, Needs::nothing, [name](Session& run, const model::Configuration& configuration) {
-        return runExplain(run, configuration, operand(name, 0));
-    });
+    addVerb(app, session, "explain", "Show the way from a data source to its driver and its library",
+            "odbcadmin explain Sales\nodbcadmin explain SQLite3")
+        .operand("NAME", "Data source or driver", kOne, Complete::dsnOrDriver)
+        .onRead(Needs::nothing, runExplain);
 }
 
 }  // namespace jx::cli

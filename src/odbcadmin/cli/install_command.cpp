@@ -5,9 +5,9 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
-#include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/progress.h"
+#include "odbcadmin/cli/verb.h"
 #include "odbcadmin/doctor/library_state.h"
 #include "odbcadmin/model/comparison.h"
 #include "odbcadmin/model/near_matches.h"
@@ -145,7 +145,10 @@ ExitCode install(const Session& session, const Configuration& before, const Requ
                                               " must have a line \"Driver\" whose second field names the library.");
 }
 
-ExitCode runInstall(const Session& session, const Configuration& configuration, Request request) {
+ExitCode runInstall(const Session& session, const Configuration& configuration, const Line& line) {
+    const std::string directory = line.text("--from");
+    Request request{model::absolutePath(line.text("FILE")), directory.empty() ? "" : model::absolutePath(directory),
+                    line.texts("DRIVER")};
     std::error_code error;
     if (!request.from.empty() && !std::filesystem::is_directory(request.from, error))
         return session.fail(ExitCode::fileTrouble, "There is no directory " + request.from,
@@ -169,20 +172,13 @@ ExitCode runInstall(const Session& session, const Configuration& configuration, 
 }  // namespace
 
 void addInstallCommand(CLI::App& app, Session& session) {
-    CLI::App& verb = addVerb(app, "install", "Install drivers and translators from a script, as products bring it",
-                             "odbcadmin install /media/pack/odbc.inf\n"
-                             "odbcadmin install /media/pack/odbc.inf --from /opt/pack/lib \"Sample Driver\" --dry-run");
-    const CLI::Option* script = addOperands(verb, "FILE", "Installation script (.inf)", {1, 1, Complete::files});
-    const CLI::Option* drivers = addOperands(verb, "DRIVER", "Drivers of the script; all of them without any",
-                                             {0, -1, Complete::scriptsDrivers});
-    const CLI::Option* from = addValueOption(
-        verb, "--from", "Where the libraries lie; where the script does, without it", Complete::directories);
-    onRead(verb, session, Needs::bothFiles, [=](Session& run, const Configuration& configuration) {
-        const std::string directory = operand(from, 0);
-        return runInstall(run, configuration,
-                          {model::absolutePath(operand(script, 0)),
-                           directory.empty() ? "" : model::absolutePath(directory), operands(drivers)});
-    });
+    addVerb(app, session, "install", "Install drivers and translators from a script, as products bring it",
+            "odbcadmin install /media/pack/odbc.inf\n"
+            "odbcadmin install /media/pack/odbc.inf --from /opt/pack/lib \"Sample Driver\" --dry-run")
+        .operand("FILE", "Installation script (.inf)", kOne, Complete::files)
+        .operand("DRIVER", "Drivers of the script; all of them without any", kAny, Complete::scriptsDrivers)
+        .option("--from", "Where the libraries lie; where the script does, without it", Complete::directories)
+        .onRead(Needs::bothFiles, runInstall);
 }
 
 }  // namespace jx::cli

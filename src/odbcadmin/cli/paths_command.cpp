@@ -1,8 +1,8 @@
 // paths: every file that is considered, and which one counts.
 #include <nlohmann/json.hpp>
 
-#include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/commands.h"
+#include "odbcadmin/cli/verb.h"
 #include "odbcadmin/doctor/file_rights.h"
 #include "odbcadmin/model/config_places.h"
 
@@ -39,7 +39,7 @@ ExitCode printJson(const Session& session, const std::vector<ConfigPlace>& place
     return ExitCode::done;
 }
 
-ExitCode runPaths(const Session& session) {
+ExitCode runPaths(const Session& session, const Line& /*line*/) {
     const std::vector<ConfigPlace> places = model::configPlaces();
     if (session.json)
         return printJson(session, places);
@@ -61,9 +61,9 @@ ExitCode runPaths(const Session& session) {
 }  // namespace
 
 void addPaths(CLI::App& app, Session& session) {
-    CLI::App& verb = addVerb(app, "paths", "Show every file that is considered, and which one counts",
-                             "odbcadmin paths\nodbcadmin -q paths");
-    onRun(verb, session, runPaths);
+    addVerb(app, session, "paths", "Show every file that is considered, and which one counts",
+            "odbcadmin paths\nodbcadmin -q paths")
+        .onRun(runPaths);
 }
 
 }  // namespace jx::cli

@@ -1,9 +1,8 @@
 // driver add, ensure and remove; translator add and remove.
 #include "odbcadmin/model/registration.h"
 
-#include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/commands.h"
-#include "odbcadmin/cli/pairs.h"
+#include "odbcadmin/cli/verb.h"
 #include "odbcadmin/doctor/library_state.h"
 #include "odbcadmin/model/data_source_change.h"
 #include "odbcadmin/model/text.h"
@@ -32,11 +31,21 @@ void warnOfLibrary(const Session& session, const std::string& what, const std::s
         session.warn("the " + what + " " + path + " is for another kind of processor");
 }
 
-ExitCode enter(const Session& session, const Configuration& configuration, const RegisteredKind& kind,
-               const model::Registration& wish, WhenPresent present) {
+ExitCode enter(const Session& session, const Configuration& configuration, const Line& line, const RegisteredKind& kind,
+               WhenPresent present) {
+    const bool isDriver = kind.key == model::kDriverKind.key;
+    model::Registration wish{line.text("NAME"), model::absoluteLibrary(line.text("--lib")), {}, {}};
+    if (const std::string setup = line.text("--setup"); !setup.empty())
+        wish.setup = model::absoluteLibrary(setup);
+    if (isDriver) {
+        const auto keys = takePairs(session, line.texts("KEY=VALUE"), kKeysGivenOtherwise);
+        if (!keys)
+            return ExitCode::wrongUse;
+        wish.keys = *keys;
+    }
     const bool isPresent = configuration.find(kind, wish.name).has_value();
     const ChangeResult result = model::registerEntry(configuration, kind, wish, present, session.way());
-    if (result.isDone() && kind.key == model::kDriverKind.key) {
+    if (result.isDone() && isDriver) {
         warnOfLibrary(session, "library", wish.library);
         warnOfLibrary(session, "setup library", wish.setup.value_or(""));
     }
@@ -44,8 +53,9 @@ ExitCode enter(const Session& session, const Configuration& configuration, const
 }
 
 // The data sources go first: one without its driver is of no use, a driver without data sources is.
-ExitCode removeDriver(const Session& session, const Configuration& configuration, const std::string& name,
-                      bool withDataSources) {
+ExitCode removeDriver(const Session& session, const Configuration& configuration, const Line& line) {
+    const std::string name = line.text("NAME");
+    const bool withDataSources = line.has("--with-dsns");
     const std::vector<std::string> users = namesOf(configuration.dataSourcesOf(name));
     const bool removesUsers = withDataSources && configuration.driver(name) && !users.empty();
     ChangeResult result;
@@ -60,69 +70,51 @@ ExitCode removeDriver(const Session& session, const Configuration& configuration
         result, "Removed driver " + name + (removesUsers ? " and data source " + model::joined(users) : ""), remarks);
 }
 
-// adds: otherwise what is there already is changed.
-void addEntering(CLI::App& verb, Session& session, const RegisteredKind& kind, WhenPresent present) {
-    const bool isNew = present == WhenPresent::fail;
-    const bool isDriver = kind.key == model::kDriverKind.key;
-    const CLI::Option* name = addOperands(verb, "NAME", isDriver ? "Driver" : "Translator",
-                                          {1, 1, isNew ? Complete::nothing : Complete::driver});
-    const CLI::Option* pairs =
-        isDriver ? addOperands(verb, "KEY=VALUE", "Further keys of its section", {0, -1}) : nullptr;
-    CLI::Option* library =
-        addValueOption(verb, "--lib", isDriver ? "The driver's library" : "Its library", Complete::files);
-    const CLI::Option* setup = addValueOption(verb, "--setup", "Its setup library", Complete::files);
-    if (isNew)
-        require(library);
-    onRead(verb, session, Needs::drivers, [=, &kind](Session& run, const Configuration& configuration) {
-        model::Registration wish{operand(name, 0), model::absoluteLibrary(operand(library, 0)), {}, {}};
-        if (!operand(setup, 0).empty())
-            wish.setup = model::absoluteLibrary(operand(setup, 0));
-        const auto keys =
-            takePairs(run, pairs == nullptr ? std::vector<std::string>() : operands(pairs), kKeysGivenOtherwise);
-        if (!keys)
-            return ExitCode::wrongUse;
-        wish.keys = *keys;
-        return enter(run, configuration, kind, wish, present);
-    });
+ExitCode removeTranslator(const Session& session, const Configuration& configuration, const Line& line) {
+    const std::string name = line.text("NAME");
+    return session.report(model::unregisterEntry(configuration, model::kTranslatorKind, name, session.way()),
+                          "Removed translator " + name);
 }
 
-void addRemoveDriver(CLI::App& driver, Session& session) {
-    CLI::App& verb = addVerb(driver, "remove", "Unregister a driver; its library file stays",
-                             "odbcadmin driver remove SQLite3\nodbcadmin driver remove SQLite3 --with-dsns --dry-run");
-    const CLI::Option* name = addOperands(verb, "NAME", "Driver", {1, 1, Complete::driver});
-    const CLI::Option* withDataSources = addSwitch(verb, "--with-dsns", "Remove the data sources that use it, too");
-    onRead(verb, session, Needs::bothFiles, [=](Session& run, const Configuration& configuration) {
-        return removeDriver(run, configuration, operand(name, 0), isGiven(withDataSources));
-    });
-}
-
-void addRemoveTranslator(CLI::App& translator, Session& session) {
-    CLI::App& verb = addVerb(translator, "remove", "Unregister a translator; its library file stays",
-                             "odbcadmin translator remove Latin1");
-    const CLI::Option* name = addOperands(verb, "NAME", "Translator", {1, 1, Complete::translator});
-    onRead(verb, session, Needs::drivers, [name](Session& run, const Configuration& configuration) {
-        return run.report(model::unregisterEntry(configuration, model::kTranslatorKind, operand(name, 0), run.way()),
-                          "Removed translator " + operand(name, 0));
-    });
+void onEnter(Verb verb, const RegisteredKind& kind, WhenPresent present) {
+    verb.option("--setup", "Its setup library", Complete::files)
+        .onRead(Needs::drivers,
+                [&kind, present](const Session& run, const Configuration& configuration, const Line& line) {
+                    return enter(run, configuration, line, kind, present);
+                });
 }
 
 }  // namespace
 
 void addRegisteredChangeCommands(CLI::App& app, Session& session) {
-    CLI::App& driver = noun(app, "driver");
-    addEntering(addVerb(driver, "add", "Register a driver",
-                        "odbcadmin driver add SQLite3 --lib /usr/lib/odbc/libsqlite3odbc.so\n"
-                        "odbcadmin driver add SQLite3 --lib libsqlite3odbc.so --setup libjxsetup.so FileUsage=1"),
-                session, model::kDriverKind, WhenPresent::fail);
-    addEntering(addVerb(driver, "ensure", "Ensure a driver is registered with these settings; do nothing if it is",
-                        "odbcadmin driver ensure SQLite3 --lib /usr/lib/odbc/libsqlite3odbc.so --check"),
-                session, model::kDriverKind, WhenPresent::change);
-    addRemoveDriver(driver, session);
-    CLI::App& translator = noun(app, "translator");
-    addEntering(addVerb(translator, "add", "Register a translator",
-                        "odbcadmin translator add Latin1 --lib /usr/lib/odbc/liblatin1.so"),
-                session, model::kTranslatorKind, WhenPresent::fail);
-    addRemoveTranslator(translator, session);
+    onEnter(addVerb(app, session, "driver add", "Register a driver",
+                    "odbcadmin driver add SQLite3 --lib /usr/lib/odbc/libsqlite3odbc.so\n"
+                    "odbcadmin driver add SQLite3 --lib libsqlite3odbc.so --setup libjxsetup.so FileUsage=1")
+                .operand("NAME", "Driver", kOne)
+                .operand("KEY=VALUE", "Further keys of its section", kAny)
+                .requiredOption("--lib", "The driver's library", Complete::files),
+            model::kDriverKind, WhenPresent::fail);
+    onEnter(
+        addVerb(app, session, "driver ensure", "Ensure a driver is registered with these settings; do nothing if it is",
+                "odbcadmin driver ensure SQLite3 --lib /usr/lib/odbc/libsqlite3odbc.so --check")
+            .operand("NAME", "Driver", kOne, Complete::driver)
+            .operand("KEY=VALUE", "Further keys of its section", kAny)
+            .option("--lib", "The driver's library", Complete::files),
+        model::kDriverKind, WhenPresent::change);
+    addVerb(app, session, "driver remove", "Unregister a driver; its library file stays",
+            "odbcadmin driver remove SQLite3\nodbcadmin driver remove SQLite3 --with-dsns --dry-run")
+        .operand("NAME", "Driver", kOne, Complete::driver)
+        .flag("--with-dsns", "Remove the data sources that use it, too")
+        .onRead(Needs::bothFiles, removeDriver);
+    onEnter(addVerb(app, session, "translator add", "Register a translator",
+                    "odbcadmin translator add Latin1 --lib /usr/lib/odbc/liblatin1.so")
+                .operand("NAME", "Translator", kOne)
+                .requiredOption("--lib", "Its library", Complete::files),
+            model::kTranslatorKind, WhenPresent::fail);
+    addVerb(app, session, "translator remove", "Unregister a translator; its library file stays",
+            "odbcadmin translator remove Latin1")
+        .operand("NAME", "Translator", kOne, Complete::translator)
+        .onRead(Needs::drivers, removeTranslator);
 }
 
 }  // namespace jx::cli

@@ -1,9 +1,9 @@
 // driver list and show, and translator list.
 #include <nlohmann/json.hpp>
 
-#include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/sections.h"
+#include "odbcadmin/cli/verb.h"
 #include "odbcadmin/doctor/library_state.h"
 #include "odbcadmin/model/text.h"
 
@@ -50,7 +50,8 @@ ExitCode list(const Session& session, const Configuration& configuration, const 
     return ExitCode::done;
 }
 
-ExitCode showDriver(const Session& session, const Configuration& configuration, const std::string& name) {
+ExitCode showDriver(const Session& session, const Configuration& configuration, const Line& line) {
+    const std::string name = line.text("NAME");
     const auto driver = configuration.driver(name);
     if (!driver)
         return session.fail(model::noneRegistered(configuration, model::kDriverKind, name));
@@ -72,25 +73,23 @@ ExitCode showDriver(const Session& session, const Configuration& configuration, 
     return ExitCode::done;
 }
 
-void addList(CLI::App& verb, Session& session, const model::RegisteredKind& kind) {
-    onRead(verb, session, Needs::drivers,
-           [&kind](Session& run, const Configuration& configuration) { return list(run, configuration, kind); });
+void onList(Verb verb, const model::RegisteredKind& kind) {
+    verb.onRead(Needs::drivers, [&kind](const Session& run, const Configuration& configuration, const Line& /*line*/) {
+        return list(run, configuration, kind);
+    });
 }
 
 }  // namespace
 
 void addRegisteredReadCommands(CLI::App& app, Session& session) {
-    CLI::App& driver = noun(app, "driver");
-    addList(addVerb(driver, "list", "List the drivers and the state of their libraries",
-                    "odbcadmin driver list\nodbcadmin driver list --json"),
-            session, model::kDriverKind);
-    CLI::App& show = addVerb(driver, "show", "Show all keys of a driver", "odbcadmin driver show SQLite3");
-    const CLI::Option* name = addOperands(show, "NAME", "Driver", {1, 1, Complete::driver});
-    onRead(show, session, Needs::bothFiles, [name](Session& run, const Configuration& configuration) {
-        return showDriver(run, configuration, operand(name, 0));
-    });
-    addList(addVerb(noun(app, "translator"), "list", "List the translators", "odbcadmin translator list"), session,
-            model::kTranslatorKind);
+    onList(addVerb(app, session, "driver list", "List the drivers and the state of their libraries",
+                   "odbcadmin driver list\nodbcadmin driver list --json"),
+           model::kDriverKind);
+    addVerb(app, session, "driver show", "Show all keys of a driver", "odbcadmin driver show SQLite3")
+        .operand("NAME", "Driver", kOne, Complete::driver)
+        .onRead(Needs::bothFiles, showDriver);
+    onList(addVerb(app, session, "translator list", "List the translators", "odbcadmin translator list"),
+           model::kTranslatorKind);
 }
 
 }  // namespace jx::cli

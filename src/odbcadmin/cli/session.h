@@ -31,7 +31,7 @@ struct Session {
     std::string home;          // --home DIR; already in force when a verb runs
 
     // What the chosen verb does; set while the command line is read.
-    std::function<ExitCode(Session&)> action;
+    std::function<ExitCode(const Session&)> action;
 
     // Whether nothing may be written.
     bool writesNothing() const { return dryRun || check; }

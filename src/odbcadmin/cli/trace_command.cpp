@@ -2,8 +2,8 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
-#include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/commands.h"
+#include "odbcadmin/cli/verb.h"
 #include "odbcadmin/model/text.h"
 #include "odbcadmin/model/trace_settings.h"
 
@@ -11,7 +11,7 @@ namespace jx::cli {
 
 namespace {
 
-ExitCode showStatus(const Session& session, const model::Configuration& configuration) {
+ExitCode showStatus(const Session& session, const model::Configuration& configuration, const Line& /*line*/) {
     const model::TraceSettings settings = model::traceSettings(configuration);
     std::error_code error;
     const std::uintmax_t size = std::filesystem::file_size(settings.file, error);
@@ -27,22 +27,26 @@ ExitCode showStatus(const Session& session, const model::Configuration& configur
     return ExitCode::done;
 }
 
+ExitCode turnOn(const Session& session, const Line& line) {
+    if (line.text("FILE").empty())
+        return session.fail(ExitCode::wrongUse, "The trace file has no name", "Give a path.");
+    const std::string path = model::absolutePath(line.text("FILE"));
+    return session.report(model::turnTraceOn(path, session.way()), "Tracing to " + path);
+}
+
+ExitCode turnOff(const Session& session, const Line& /*line*/) {
+    return session.report(model::turnTraceOff(session.way()), "Tracing is off");
+}
+
 }  // namespace
 
 void addTraceCommands(CLI::App& app, Session& session) {
-    CLI::App& trace = noun(app, "trace");
-    onRead(addVerb(trace, "status", "Show whether calls are traced, and where to", "odbcadmin trace status"), session,
-           Needs::dataSources, showStatus);
-    CLI::App& on = addVerb(trace, "on", "Trace calls to a file", "odbcadmin trace on /tmp/odbc.log");
-    const CLI::Option* file = addOperands(on, "FILE", "Trace file", {1, 1, Complete::files});
-    onRun(on, session, [file](Session& run) {
-        if (operand(file, 0).empty())
-            return run.fail(ExitCode::wrongUse, "The trace file has no name", "Give a path.");
-        const std::string path = model::absolutePath(operand(file, 0));
-        return run.report(model::turnTraceOn(path, run.way()), "Tracing to " + path);
-    });
-    onRun(addVerb(trace, "off", "Stop tracing; the trace file stays", "odbcadmin trace off"), session,
-          [](Session& run) { return run.report(model::turnTraceOff(run.way()), "Tracing is off"); });
+    addVerb(app, session, "trace status", "Show whether calls are traced, and where to", "odbcadmin trace status")
+        .onRead(Needs::dataSources, showStatus);
+    addVerb(app, session, "trace on", "Trace calls to a file", "odbcadmin trace on /tmp/odbc.log")
+        .operand("FILE", "Trace file", kOne, Complete::files)
+        .onRun(turnOn);
+    addVerb(app, session, "trace off", "Stop tracing; the trace file stays", "odbcadmin trace off").onRun(turnOff);
 }
 
 }  // namespace jx::cli
