@@ -175,6 +175,20 @@ std::string withoutAccessKey(const std::string& text) {
     return shown;
 }
 
+int controlOfAccessKey(HWND dialog, int letter) {
+    const int small = letter >= 'A' && letter <= 'Z' ? letter - 'A' + 'a' : letter;
+    int grey = -1;
+    JxwControlInfo control{};
+    for (int index = 0; JXW_GetControlInfo(dialog, index, &control) != 0; ++index) {
+        if (control.accessKey != small || control.kind == JXW_EDIT || control.kind == JXW_LISTBOX)
+            continue;
+        if (control.enabled != 0)
+            return index;
+        grey = index;
+    }
+    return grey;
+}
+
 std::string shownText(const JxwControlInfo& control) {
     return (control.flags & JXW_PLAIN) != 0 ? control.text : withoutAccessKey(control.text);
 }

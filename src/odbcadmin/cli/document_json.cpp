@@ -25,9 +25,9 @@ public:
         Document document;
         const bool good = isObject(json, "the document") &&
                           hasOnly(json, {"schema", "drivers", "translators", "dataSources"}, "the document") &&
-                          schema(json) && registered(json, "drivers", "Driver", document.drivers) &&
-                          registered(json, "translators", "Translator", document.translators) &&
-                          dataSources(json, document.dataSources);
+                          schema(json) && entries(json, "drivers", rules::kDriver, document.drivers) &&
+                          entries(json, "translators", rules::kTranslator, document.translators) &&
+                          entries(json, "dataSources", nullptr, document.dataSources);
         return good ? std::optional(document) : std::nullopt;
     }
 
@@ -78,9 +78,9 @@ private:
         return true;
     }
 
-    // Calls take(object, what) for each object of a list and sees that no name comes twice.
-    template <class Take>
-    bool each(const Json& json, const char* list, Take take) {
+    // The entries of a list, each of which comes once. Drivers and translators must have a library, data sources a
+    // driver.
+    bool entries(const Json& json, const char* list, const char* library, std::vector<DocumentEntry>& all) {
         const auto found = json.find(list);
         if (found == json.end())
             return true;
@@ -89,34 +89,28 @@ private:
         std::unordered_set<std::string> names;
         for (std::size_t i = 0; i < found->size(); ++i) {
             const std::string what = std::string(list) + "[" + std::to_string(i) + "]";
-            std::string name;
-            if (!isObject((*found)[i], what) || !text((*found)[i], "name", what, name) || !take((*found)[i], what))
+            DocumentEntry& entry = all.emplace_back();
+            if (!this->entry((*found)[i], what, library, entry))
                 return false;
-            if (!names.insert(rules::foldedName(name)).second)
-                return fail(what + ": \"" + name + "\" is there twice");
+            if (!names.insert(rules::foldedName(entry.name)).second)
+                return fail(what + ": \"" + entry.name + "\" is there twice");
         }
         return true;
     }
 
-    bool registered(const Json& json, const char* list, const char* library, std::vector<DocumentEntry>& all) {
-        return each(json, list, [&](const Json& object, const std::string& what) {
-            DocumentEntry& entry = all.emplace_back();
-            if (!hasOnly(object, {"name", "keys"}, what) || !text(object, "name", what, entry.name) ||
-                !keys(object, what, entry.keys))
-                return false;
-            const bool hasLibrary = std::any_of(entry.keys.begin(), entry.keys.end(), [&](const DocumentKey& key) {
-                return rules::sameName(key.name, library) && key.value && !key.value->empty();
-            });
-            return hasLibrary || fail(what + " has no key \"" + library + "\"");
-        });
-    }
-
-    bool dataSources(const Json& json, std::vector<DocumentEntry>& all) {
-        return each(json, "dataSources", [&](const Json& object, const std::string& what) {
-            DocumentEntry& entry = all.emplace_back();
-            return hasOnly(object, {"name", "driver", "keys"}, what) && text(object, "name", what, entry.name) &&
-                   text(object, "driver", what, entry.driver) && keys(object, what, entry.keys);
-        });
+    bool entry(const Json& object, const std::string& what, const char* library, DocumentEntry& entry) {
+        if (!isObject(object, what) || !text(object, "name", what, entry.name))
+            return false;
+        if (library == nullptr)
+            return hasOnly(object, {"name", "driver", "keys"}, what) && text(object, "driver", what, entry.driver) &&
+                   keys(object, what, entry.keys);
+        if (!hasOnly(object, {"name", "keys"}, what) || !keys(object, what, entry.keys))
+            return false;
+        return std::any_of(entry.keys.begin(), entry.keys.end(),
+                           [&](const DocumentKey& key) {
+                               return rules::sameName(key.name, library) && key.value && !key.value->empty();
+                           }) ||
+               fail(what + " has no key \"" + library + "\"");
     }
 
     std::string& fault_;

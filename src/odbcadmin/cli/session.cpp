@@ -47,26 +47,10 @@ std::string line(const std::vector<std::string>& row, const std::vector<std::siz
 }
 
 ExitCode codeOf(model::Reason::Kind kind) {
-    using Kind = model::Reason::Kind;
-    switch (kind) {
-        case Kind::none:
-            return ExitCode::done;
-        case Kind::refused:
-            return ExitCode::invalid;
-        case Kind::locked:
-            return ExitCode::locked;
-        case Kind::fileTrouble:
-            return ExitCode::fileTrouble;
-        case Kind::notFound:
-            return ExitCode::notFound;
-        case Kind::exists:
-            return ExitCode::exists;
-        case Kind::incomplete:
-            return ExitCode::wrongUse;
-        case Kind::failed:
-            break;
-    }
-    return ExitCode::failed;
+    using enum ExitCode;
+    // In the order of the kinds.
+    constexpr ExitCode kCodes[] = {done, invalid, locked, fileTrouble, notFound, exists, wrongUse, failed};
+    return kCodes[static_cast<std::size_t>(kind)];
 }
 
 // Each path once.

@@ -15,8 +15,6 @@ struct Step {
     std::string where;    // "PATH:LINE"; empty for what stands in no file
     std::string value;    // what stands there, or what is missing
     std::string advice;   // only of a broken step; names near matches
-
-    bool operator==(const Step&) const = default;
 };
 
 // The steps of a data source and its driver, or of a driver, up to the state of each library. Empty when there is

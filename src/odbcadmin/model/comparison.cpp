@@ -45,15 +45,8 @@ std::vector<Compared> compareDataSources(const Configuration& before, const Conf
 }
 
 const char* statusWord(Compared::Status status) {
-    switch (status) {
-        case Compared::Status::added:
-            return "added";
-        case Compared::Status::changed:
-            return "changed";
-        case Compared::Status::unchanged:
-            break;
-    }
-    return "unchanged";
+    constexpr const char* kWords[] = {"unchanged", "changed", "added"};
+    return kWords[static_cast<std::size_t>(status)];
 }
 
 }  // namespace jx::model

@@ -11,13 +11,6 @@ namespace jx::model {
 
 namespace {
 
-// Names that were met already, in any case.
-using Met = std::unordered_set<std::string>;
-
-bool isNew(Met& met, std::string_view name) {
-    return met.insert(rules::foldedName(name)).second;
-}
-
 // Whether the section is something's own, no list and no setting.
 bool isOwn(std::string_view name) {
     return !rules::isReservedSection(name) && !rules::isDefaultName(name);
@@ -54,8 +47,8 @@ Located libraryIn(const ConfigFile& file, const IniSection* section, const char*
     return entry == nullptr || entry->value.empty() ? Located() : located(file, entry);
 }
 
-DataSource dataSourceIn(const ConfigFile& file, std::string_view name, const IniEntry* listed,
-                        const IniSection* section) {
+DataSource dataSourceIn(const ConfigFile& file, std::string_view name, const IniEntry* listed) {
+    const IniSection* section = file.view.section(name);
     const std::string driver = listed != nullptr ? std::string(listed->value) : section->value(rules::kDriver);
     return {std::string(name),
             driver,
@@ -67,16 +60,35 @@ DataSource dataSourceIn(const ConfigFile& file, std::string_view name, const Ini
             libraryIn(file, section, rules::kDriver)};
 }
 
-Registered registeredIn(const ConfigFile& file, const RegisteredKind& kind, std::string_view name,
-                        const IniEntry* listed) {
-    const IniSection* section = file.view.section(name);
-    return {std::string(name),
-            &file,
-            section,
-            located(file, listed),
-            headerOf(file, section),
-            libraryIn(file, section, kind.key),
-            libraryIn(file, section, rules::kSetup)};
+auto registeredIn(const RegisteredKind& kind) {
+    return [&kind](const ConfigFile& file, std::string_view name, const IniEntry* listed) {
+        const IniSection* section = file.view.section(name);
+        return Registered{std::string(name),
+                          &file,
+                          section,
+                          located(file, listed),
+                          headerOf(file, section),
+                          libraryIn(file, section, kind.key),
+                          libraryIn(file, section, rules::kSetup)};
+    };
+}
+
+// What the list of each file names, then its further sections that have the key; make(file, name, line in the list or
+// null).
+template <class Row, class Make>
+std::vector<Row> collect(const std::vector<const ConfigFile*>& files, const char* list, const char* key, Make make) {
+    std::vector<Row> found;
+    std::unordered_set<std::string> met;
+    const auto isNew = [&](std::string_view name) { return met.insert(rules::foldedName(name)).second; };
+    for (const ConfigFile* file : files) {
+        for (const IniEntry& entry : entriesOf(*file, list))
+            if (isNew(entry.key))
+                found.push_back(make(*file, entry.key, &entry));
+        for (const IniSection& section : file->view.sections())
+            if (isOwn(section.name) && section.find(key) != nullptr && isNew(section.name))
+                found.push_back(make(*file, section.name, nullptr));
+    }
+    return found;
 }
 
 }  // namespace
@@ -110,16 +122,8 @@ const Reason& Configuration::trouble() const {
 }
 
 std::vector<DataSource> Configuration::dataSources() const {
-    std::vector<DataSource> found;
-    Met met;
-    for (const ConfigFile* file : files(FileKind::dataSources)) {
-        for (const IniEntry& entry : entriesOf(*file, rules::kDataSourceList))
-            if (isNew(met, entry.key))
-                found.push_back(dataSourceIn(*file, entry.key, &entry, file->view.section(entry.key)));
-        for (const IniSection& section : file->view.sections())
-            if (isOwn(section.name) && section.find(rules::kDriver) != nullptr && isNew(met, section.name))
-                found.push_back(dataSourceIn(*file, section.name, nullptr, &section));
-    }
+    auto found =
+        collect<DataSource>(files(FileKind::dataSources), rules::kDataSourceList, rules::kDriver, dataSourceIn);
     if (const auto source = defaultSource())
         found.push_back(*source);
     return found;
@@ -136,10 +140,10 @@ std::optional<DataSource> Configuration::dataSource(std::string_view name) const
         return defaultSource();
     for (const ConfigFile* file : files(FileKind::dataSources)) {
         if (const IniEntry* entry = exactEntry(*file, rules::kDataSourceList, name))
-            return dataSourceIn(*file, entry->key, entry, file->view.section(name));
+            return dataSourceIn(*file, entry->key, entry);
         const IniSection* section = exactSection(*file, name);
         if (section != nullptr && !rules::isReservedSection(name))
-            return dataSourceIn(*file, section->name, nullptr, section);
+            return dataSourceIn(*file, section->name, nullptr);
     }
     return std::nullopt;
 }
@@ -160,26 +164,16 @@ std::optional<DataSource> Configuration::defaultSource() const {
 }
 
 std::vector<Registered> Configuration::all(const RegisteredKind& kind) const {
-    std::vector<Registered> found;
-    Met met;
-    for (const ConfigFile* file : files(FileKind::drivers)) {
-        for (const IniEntry& entry : entriesOf(*file, kind.list))
-            if (isNew(met, entry.key))
-                found.push_back(registeredIn(*file, kind, entry.key, &entry));
-        for (const IniSection& section : file->view.sections())
-            if (isOwn(section.name) && section.find(kind.key) != nullptr && isNew(met, section.name))
-                found.push_back(registeredIn(*file, kind, section.name, nullptr));
-    }
-    return found;
+    return collect<Registered>(files(FileKind::drivers), kind.list, kind.key, registeredIn(kind));
 }
 
 std::optional<Registered> Configuration::find(const RegisteredKind& kind, std::string_view name) const {
     for (const ConfigFile* file : files(FileKind::drivers)) {
         if (const IniEntry* entry = exactEntry(*file, kind.list, name))
-            return registeredIn(*file, kind, entry->key, entry);
+            return registeredIn(kind)(*file, entry->key, entry);
         const IniSection* section = exactSection(*file, name);
         if (section != nullptr && isOwn(name) && section->find(kind.key) != nullptr)
-            return registeredIn(*file, kind, section->name, nullptr);
+            return registeredIn(kind)(*file, section->name, nullptr);
     }
     return std::nullopt;
 }

@@ -2,6 +2,7 @@
 #include "odbcadmin/model/near_matches.h"
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 #include "rules/names.h"
@@ -12,24 +13,6 @@ namespace {
 
 constexpr std::size_t kMostMatches = 3;
 constexpr std::size_t kShortestBeginning = 3;
-
-std::size_t difference(std::size_t a, std::size_t b) {
-    return a > b ? a - b : b - a;
-}
-
-// One row of the table: what the first row letters of left cost against each beginning of right.
-std::vector<std::size_t> nextRow(std::string_view left, std::string_view right, std::size_t row,
-                                 const std::vector<std::size_t>& above, const std::vector<std::size_t>& above2) {
-    std::vector<std::size_t> costs{row};
-    for (std::size_t i = 1; i <= right.size(); ++i) {
-        const std::size_t replaced = above[i - 1] + (left[row - 1] == right[i - 1] ? 0 : 1);
-        std::size_t cost = std::min({replaced, above[i] + 1, costs[i - 1] + 1});
-        if (row > 1 && i > 1 && left[row - 1] == right[i - 2] && left[row - 2] == right[i - 1])
-            cost = std::min(cost, above2[i - 2] + 1);
-        costs.push_back(cost);
-    }
-    return costs;
-}
 
 bool begins(std::string_view text, std::string_view beginning) {
     return beginning.size() >= kShortestBeginning && text.size() >= beginning.size() &&
@@ -46,22 +29,29 @@ std::string quoted(const std::vector<std::string>& names) {
 }  // namespace
 
 std::size_t editDistance(std::string_view leftName, std::string_view rightName, std::size_t limit) {
-    if (difference(leftName.size(), rightName.size()) > limit)
+    const std::size_t difference =
+        std::max(leftName.size(), rightName.size()) - std::min(leftName.size(), rightName.size());
+    if (difference > limit)
         return limit + 1;
     const std::string left = rules::foldedName(leftName);
     const std::string right = rules::foldedName(rightName);
-    std::vector<std::size_t> above2;
-    std::vector<std::size_t> above;
-    for (std::size_t i = 0; i <= right.size(); ++i)
-        above.push_back(i);
+    // What the first letters of left cost against each beginning of right: this row of the table and the two above it.
+    std::vector<std::size_t> above2, above, costs(right.size() + 1);
+    std::iota(costs.begin(), costs.end(), std::size_t{0});
     for (std::size_t row = 1; row <= left.size(); ++row) {
-        std::vector<std::size_t> costs = nextRow(left, right, row, above, above2);
+        above2 = std::move(above);
+        above = costs;
+        costs[0] = row;
+        for (std::size_t i = 1; i <= right.size(); ++i) {
+            const std::size_t replaced = above[i - 1] + (left[row - 1] == right[i - 1] ? 0 : 1);
+            costs[i] = std::min({replaced, above[i] + 1, costs[i - 1] + 1});
+            if (row > 1 && i > 1 && left[row - 1] == right[i - 2] && left[row - 2] == right[i - 1])
+                costs[i] = std::min(costs[i], above2[i - 2] + 1);
+        }
         if (*std::min_element(costs.begin(), costs.end()) > limit)
             return limit + 1;
-        above2 = std::move(above);
-        above = std::move(costs);
     }
-    return std::min(above.back(), limit + 1);
+    return std::min(costs.back(), limit + 1);
 }
 
 std::vector<std::string> nearMatches(std::string_view name, const std::vector<std::string>& candidates) {

@@ -3,34 +3,30 @@
 
 #include <jxini.h>
 
-#include <array>
 #include <cerrno>
+#include <utility>
 
 namespace jx::model {
 
 namespace {
 
 std::string adviceOn(const JxIniFailure& failure) {
-    switch (failure.error) {
-        case EACCES:
-        case EPERM:
-            return "Look at the rights of the file and of its directory: ls -ld.";
-        case EISDIR:
-            return "There must be a file at this place, or nothing.";
-        case EOPNOTSUPP:
-            return "There must be an ordinary file at this place, or nothing.";
-        case ENOSPC:
-        case EDQUOT:
-            return "Make room on the disk; the file is as it was.";
-        case EROFS:
-            return "The disk is mounted read-only.";
-        case ELOOP:
-            return "Make the link anew, or remove it.";
-        case ENOENT:
-            return "Make the directory first.";
-        default:
-            return failure.afterRename != 0 ? "The new text is in place all the same." : "The file is as it was.";
-    }
+    constexpr const char* kRights = "Look at the rights of the file and of its directory: ls -ld.";
+    constexpr const char* kRoom = "Make room on the disk; the file is as it was.";
+    constexpr std::pair<int, const char*> kAdvice[] = {
+        {EACCES, kRights},
+        {EPERM, kRights},
+        {EISDIR, "There must be a file at this place, or nothing."},
+        {EOPNOTSUPP, "There must be an ordinary file at this place, or nothing."},
+        {ENOSPC, kRoom},
+        {EDQUOT, kRoom},
+        {EROFS, "The disk is mounted read-only."},
+        {ELOOP, "Make the link anew, or remove it."},
+        {ENOENT, "Make the directory first."}};
+    for (const auto& [error, advice] : kAdvice)
+        if (error == failure.error)
+            return advice;
+    return failure.afterRename != 0 ? "The new text is in place all the same." : "The file is as it was.";
 }
 
 std::string sentenceOfFailure() {

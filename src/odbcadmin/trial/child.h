@@ -22,8 +22,6 @@ struct ChildOutcome {
     int code = 0;
     std::string output;  // what was written to standard output and standard error, as it came
     std::string result;  // what body wrote to its descriptor, complete up to the end
-
-    bool exitedWith(int wanted) const { return end == End::exited && code == wanted; }
 };
 
 // What runs in the child: writes its result to the descriptor and returns the exit code.

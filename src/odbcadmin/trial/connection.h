@@ -21,8 +21,6 @@ struct Diagnostic {
     std::string state;
     int native = 0;
     std::string message;
-
-    bool operator==(const Diagnostic&) const = default;
 };
 
 struct ConnectReport {
