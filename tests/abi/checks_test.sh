@@ -42,6 +42,14 @@ jxutl config/name_list.h
 jxutl/ini jxutl/dialog/window.h
 jxutl/dialog jxutl/ini/ini_text.h
 jxutl/thread jxutl/ini/ini_text.h
+odbcadmin/model odbcadmin/trial/child.h
+odbcadmin/trial odbcadmin/model/reason.h
+odbcadmin/doctor odbcadmin/assist/help.h
+odbcadmin/assist odbcadmin/cli/session.h
+odbcadmin/cli odbcadmin/terminal/screen.h
+odbcadmin/terminal odbcadmin/desktop/desktop_screen.h
+odbcadmin/desktop odbcadmin/cli/session.h
+odbcadmin jxutl/ini/ini_text.h
 END
 finds includes 'config may not include src/install/install_record.h' src/config/fault.cpp <<<'#include <install/install_record.h>'
 finds includes 'no header of this tree: gone.h' src/api/fault.cpp <<<'#include "gone.h"'
