@@ -35,7 +35,7 @@ ExitCode noSection(const Session& session, const IniView& view, const Line& line
     for (const IniSection& section : view.sections())
         names.emplace_back(section.name);
     return session.fail(ExitCode::notFound, "There is no section " + name + " in " + model::pathOf(line.text("FILE")),
-                        model::adviceFor(name, names, "odbcadmin config list FILE shows those there are."));
+                        model::adviceFor(name, names, "See odbcadmin config list FILE."));
 }
 
 ExitCode getValue(const Session& session, const Line& line) {

@@ -34,7 +34,7 @@ ExitCode changeDefault(const Session& session, const Configuration& configuratio
     const std::string name = line.text("NAME");
     const auto source = configuration.dataSource(name);
     return session.report(model::makeDefault(configuration, name, session.way()),
-                          "The default data source is now as " + (source ? source->name : name));
+                          "The default data source is now a copy of " + (source ? source->name : name));
 }
 
 ExitCode copyDataSource(const Session& session, const Configuration& configuration, const Line& line, Old old) {

@@ -52,7 +52,7 @@ ExitCode showDataSource(const Session& session, const Configuration& configurati
     }
     printHeader(session, source->name);
     printKeys(session, source->section);
-    session.say("; driver " + source->driver + ", " +
+    session.say("; " + (source->driver.empty() ? "no driver" : "driver " + source->driver) + ", " +
                 (source->header ? source->header.where() : source->file->path + " (no section)"));
     return ExitCode::done;
 }

@@ -37,9 +37,8 @@ std::vector<std::size_t> columnWidths(const std::vector<std::vector<std::string>
 std::string line(const std::vector<std::string>& row, const std::vector<std::size_t>& widths) {
     std::string text;
     std::size_t missing = 0;
-    for (std::size_t i = 0; i < row.size(); ++i) {
-        if (row[i].empty() && i + 1 == row.size())
-            break;
+    const auto last = std::find_if(row.rbegin(), row.rend(), [](const std::string& cell) { return !cell.empty(); });
+    for (std::size_t i = 0; i < static_cast<std::size_t>(row.rend() - last); ++i) {
         text.append(missing, ' ').append(printable(row[i]));
         missing = widths[i] - characterCount(row[i]) + 2;
     }

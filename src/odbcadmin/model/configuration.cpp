@@ -204,14 +204,15 @@ std::vector<std::string> Configuration::sectionNames(FileKind kind) const {
 Reason noDataSource(const Configuration& configuration, std::string_view name) {
     return {Reason::Kind::notFound,
             "There is no data source " + std::string(name) + " in " + configuration.file(FileKind::dataSources).path,
-            adviceFor(name, namesOf(configuration.dataSources()), "odbcadmin dsn list shows those there are.")};
+            adviceFor(name, namesOf(configuration.dataSources()), "See odbcadmin dsn list.")};
 }
 
 Reason noneRegistered(const Configuration& configuration, const RegisteredKind& kind, std::string_view name) {
     const std::string word = kind.word;
     return {Reason::Kind::notFound,
             "There is no " + word + " " + std::string(name) + " in " + configuration.file(FileKind::drivers).path,
-            adviceFor(name, namesOf(configuration.all(kind)), "Register it first: odbcadmin " + word + " add")};
+            adviceFor(name, namesOf(configuration.all(kind)),
+                      "See odbcadmin " + word + " list; odbcadmin " + word + " add registers one.")};
 }
 
 Reason noDataSourceOrDriver(const Configuration& configuration, std::string_view name) {

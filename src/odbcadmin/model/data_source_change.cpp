@@ -238,8 +238,10 @@ ChangeResult removeDataSources(const std::vector<std::string>& names, const Chan
 
 ChangeResult makeDefault(const Configuration& configuration, const std::string& name, const ChangeWay& way) {
     const std::optional<DataSource> source = configuration.dataSource(name);
-    if (!source || source->isDefault)
+    if (!source)
         return {noDataSource(configuration, name)};
+    if (source->isDefault)
+        return {{Kind::notFound, "The default data source cannot be a copy of itself", "Name another one."}};
     return write(configuration, {rules::kDefault, source->driver, pairsOf(source->section)}, OtherKeys::remove,
                  Existing::allowed, way);
 }

@@ -233,7 +233,7 @@ TEST_F(DsnChange, CopyLeavesTheOldOne) {
 
 TEST_F(DsnChange, DefaultIsMadeShownAndRemoved) {
     EXPECT_EQ(run({"dsn", "default"}).code, 3);
-    EXPECT_EQ(out({"dsn", "default", "Sales"}), "The default data source is now as Sales\n");
+    EXPECT_EQ(out({"dsn", "default", "Sales"}), "The default data source is now a copy of Sales\n");
     EXPECT_EQ(drivers(), std::string(kDrivers) + "\n[Default]\nDriver=Plain\n");
     EXPECT_EQ(sources(), std::string(kSources) + "\n[Default]\nDriver=/opt/libplain.so\nServer=db1\nPWD=geheim\n");
     EXPECT_EQ(out({"dsn", "default"}), "Default  Plain  same as Sales\n");

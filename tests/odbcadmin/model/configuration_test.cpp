@@ -291,9 +291,10 @@ TEST_F(ConfigurationTest, WhatIsNotThereComesWithNearNames) {
     EXPECT_EQ(told(noDataSource(configuration, "Slaes")),
               "not found: There is no data source Slaes in ~/.odbc.ini | Did you mean Sales?");
     EXPECT_EQ(told(noDataSource(configuration, "x")),
-              "not found: There is no data source x in ~/.odbc.ini | odbcadmin dsn list shows those there are.");
+              "not found: There is no data source x in ~/.odbc.ini | See odbcadmin dsn list.");
     EXPECT_EQ(told(noneRegistered(configuration, kTranslatorKind, "x")),
-              "not found: There is no translator x in ~/.odbcinst.ini | Register it first: odbcadmin translator add");
+              "not found: There is no translator x in ~/.odbcinst.ini | See odbcadmin translator list; odbcadmin "
+              "translator add registers one.");
     EXPECT_EQ(told(noDataSourceOrDriver(configuration, "Plaim")),
               "not found: There is no data source or driver Plaim in ~/.odbc.ini and ~/.odbcinst.ini | Did you mean "
               "Plain?");

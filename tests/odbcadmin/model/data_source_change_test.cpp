@@ -104,7 +104,8 @@ TEST_F(DataSourceChange, AddRefusesWithAReason) {
          name + "\"" + std::string(33, 'n') + "\": it has more than 32 bytes | Choose another name."},
         {{"Stock", "Plani", {}}, "not found: There is no driver Plani in ~/.odbcinst.ini | Did you mean Plain?"},
         {{"Stock", "xyz", {}},
-         "not found: There is no driver xyz in ~/.odbcinst.ini | Register it first: odbcadmin driver add"},
+         "not found: There is no driver xyz in ~/.odbcinst.ini | See odbcadmin driver list; odbcadmin driver add "
+         "registers one."},
         {{"Stock", "Hollow", {}},
          "failed: Driver Hollow has no library in ~/.odbcinst.ini | Register it: odbcadmin driver ensure NAME --lib "
          "PATH"},
@@ -202,7 +203,7 @@ TEST_F(DataSourceChange, SetAndUnsetRefuseWithAReason) {
     EXPECT_EQ(set("Slaes", {{"a", "b"}}),
               "not found: There is no data source Slaes in ~/.odbc.ini | Did you mean Sales?");
     EXPECT_EQ(set("xyz", {{"a", "b"}}),
-              "not found: There is no data source xyz in ~/.odbc.ini | odbcadmin dsn list shows those there are.");
+              "not found: There is no data source xyz in ~/.odbc.ini | See odbcadmin dsn list.");
     EXPECT_EQ(set("ODBC", {{"Trace", "1"}}),
               "refused: No data source can be called \"ODBC\": the section of that name has another use | Choose "
               "another name.");
@@ -215,7 +216,7 @@ TEST_F(DataSourceChange, SetAndUnsetRefuseWithAReason) {
               "refused: A data source cannot be without its Driver | Use odbcadmin dsn ensure NAME --driver to change "
               "it.");
     EXPECT_EQ(unset("Nothing", {"PWD"}),
-              "not found: There is no data source Nothing in ~/.odbc.ini | odbcadmin dsn list shows those there are.");
+              "not found: There is no data source Nothing in ~/.odbc.ini | See odbcadmin dsn list.");
 }
 
 TEST_F(DataSourceChange, UnsetPassesOverWhatIsNotThere) {
@@ -257,8 +258,7 @@ TEST_F(DataSourceChange, CopyAndRenameRefuseWithAReason) {
     } rows[] = {
         {"Sales", "accounts",
          "exists: There is a data source accounts in ~/.odbc.ini | Use odbcadmin dsn set or dsn ensure to change it."},
-        {"Nothing", "New",
-         "not found: There is no data source Nothing in ~/.odbc.ini | odbcadmin dsn list shows those there are."},
+        {"Nothing", "New", "not found: There is no data source Nothing in ~/.odbc.ini | See odbcadmin dsn list."},
         {"Sales", "Default", isDefault},
         {"default", "New", isDefault},
         {"Sales", "", "refused: No data source can be called \"\": it is empty | Choose another name."},
@@ -299,12 +299,17 @@ TEST_F(DataSourceChange, TheDefaultOneStandsInTwoFiles) {
 }
 
 TEST_F(DataSourceChange, TheDefaultOneIsACopyOfAnother) {
-    const std::string advice = " in ~/.odbc.ini | odbcadmin dsn list shows those there are.";
-    EXPECT_EQ(makeDefaultOf("Nothing"), "not found: There is no data source Nothing" + advice);
-    EXPECT_EQ(makeDefaultOf("Default"), "not found: There is no data source Default" + advice);
+    EXPECT_EQ(makeDefaultOf("Nothing"),
+              "not found: There is no data source Nothing in ~/.odbc.ini | See odbcadmin dsn list.");
+    EXPECT_EQ(makeDefaultOf("Default"),
+              "not found: There is no data source Default in ~/.odbc.ini | See odbcadmin dsn list.");
+    EXPECT_EQ(makeDefaultOf("Sales"), "");
+    EXPECT_EQ(makeDefaultOf("Default"),
+              "not found: The default data source cannot be a copy of itself | Name another one.");
     home_.put(".odbc.ini", "[ODBC Data Sources]\nOther=Gone\n[Other]\nDriver=/x.so\n");
     EXPECT_EQ(makeDefaultOf("Other"),
-              "not found: There is no driver Gone in ~/.odbcinst.ini | Register it first: odbcadmin driver add");
+              "not found: There is no driver Gone in ~/.odbcinst.ini | See odbcadmin driver list; odbcadmin driver add "
+              "registers one.");
 }
 
 // The driver's name goes first: a default without a section can be seen and repaired.

@@ -124,7 +124,8 @@ TEST_F(DocumentTest, IsCheckedWholeBeforeAnythingIsWritten) {
         {{{driver}, {}, {source, {"a@b", "New", {}}}},
          "refused: No data source can be called \"a@b\": it holds one of []{}(),;?*=!@\\ | Choose another name."},
         {{{driver}, {}, {source, {"B", "Nev", {}}}},
-         "not found: There is no driver Nev in ~/.odbcinst.ini | Register it first: odbcadmin driver add"},
+         "not found: There is no driver Nev in ~/.odbcinst.ini | See odbcadmin driver list; odbcadmin driver add "
+         "registers one."},
         {{{driver}, {}, {source, {"B", "New", {{"k", "a\nb"}}}}},
          "refused: This value of k cannot be stored: it holds a line break | ~/.odbc.ini could not give it back as it "
          "is; use another one."},

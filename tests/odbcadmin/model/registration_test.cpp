@@ -127,10 +127,11 @@ TEST_F(RegistrationTest, RemoveTakesListLineAndSectionAndNothingElse) {
     EXPECT_EQ(drivers(), "[ODBC Drivers]\n\n");
     EXPECT_EQ(sources(), kSources);
     EXPECT_EQ(remove("Plain"),
-              "not found: There is no driver Plain in ~/.odbcinst.ini | Register it first: odbcadmin driver add");
-    EXPECT_EQ(
-        remove("Plain", kTranslatorKind),
-        "not found: There is no translator Plain in ~/.odbcinst.ini | Register it first: odbcadmin translator add");
+              "not found: There is no driver Plain in ~/.odbcinst.ini | See odbcadmin driver list; odbcadmin driver "
+              "add registers one.");
+    EXPECT_EQ(remove("Plain", kTranslatorKind),
+              "not found: There is no translator Plain in ~/.odbcinst.ini | See odbcadmin translator list; odbcadmin "
+              "translator add registers one.");
     EXPECT_EQ(remove("ODBC Drivers"),
               "refused: No driver can be called \"ODBC Drivers\": the section of that name has another use | Choose "
               "another name.");
