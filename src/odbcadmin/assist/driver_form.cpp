@@ -59,8 +59,10 @@ std::string endText(const trial::LoadReport& report) {
             return "ends the program that loads it, with code " + std::to_string(report.code) + ".";
         case End::timedOut:
             return "was not loaded within 10 seconds.";
+        case End::withheld:
+            return "was not tried, since this is root: " + report.why + ".";
         case End::notStarted:
-            return "could not be tried: no process could be started.";
+            return "could not be tried: " + report.why + ".";
         case End::loaded:
             break;
     }

@@ -36,6 +36,7 @@ ExitCode runDoctor(const Session& session, const Configuration& configuration, c
             return session.fail(model::noDataSourceOrDriver(configuration, name));
     const doctor::Findings findings = findWith(session, *limit, [&](doctor::ExaminationOptions& options) {
         options.names = names;
+        options.library.namedBy = configuration.paths();
         return doctor::examine(configuration, options);
     });
     return line.has("--report") ? showReport(session, findings) : showFindings(session, findings);

@@ -20,8 +20,18 @@ using Remarks = std::vector<std::string>;
 // What is given by name and options and thus not as KEY=VALUE.
 const std::vector<std::string_view> kAttributesGivenOtherwise{"DSN", "Driver"};
 
-Remarks remarksOf(const SetupRoute& route) {
-    return route.reason.empty() ? Remarks() : Remarks{route.remark()};
+constexpr std::chrono::seconds kSetupLimit{30};
+
+// The change through the driver's setup library where that is the way and can be gone, else directly.
+ChangeResult change(const Session& session, const std::optional<model::Registered>& driver, const Line& line,
+                    const SetupWork& work, Remarks& remarks, const std::function<ChangeResult()>& directly) {
+    const SetupRoute route = findRoute(session, driver, line.has("--direct"));
+    if (!route.reason.empty())
+        remarks.push_back(route.remark());
+    if (!route.usable)
+        return directly();
+    auto result = goThroughSetup(session, *driver, work, remarks);
+    return result ? std::move(*result) : directly();
 }
 
 std::optional<model::DataSourceWish> wishOf(const Session& session, const Line& line) {
@@ -33,17 +43,16 @@ std::optional<model::DataSourceWish> wishOf(const Session& session, const Line& 
 
 ExitCode addDataSource(const Session& session, const Configuration& configuration, const Line& line) {
     const auto wish = wishOf(session, line);
-    if (!wish)
+    const auto limit = timeLimit(session, line, kSetupLimit);
+    if (!wish || !limit)
         return ExitCode::wrongUse;
     if (const model::Reason reason = model::whyNotAdd(configuration, *wish))
         return session.fail(reason);
-    const auto driver = configuration.driver(wish->driver);
-    const SetupRoute route = findRoute(session, driver, line.has("--direct"));
-    const ChangeResult result =
-        route.usable ? goThroughSetup(session, *driver, {Action::add, driver->name, wish->name, wish->attributes},
-                                      "add data source " + wish->name)
-                     : model::addDataSource(configuration, *wish, session.way());
-    return session.report(result, "Added data source " + wish->name, remarksOf(route));
+    const SetupWork work{Action::add, wish->name, wish->attributes, "add data source " + wish->name, *limit};
+    Remarks remarks;
+    const ChangeResult result = change(session, configuration.driver(wish->driver), line, work, remarks,
+                                       [&] { return model::addDataSource(configuration, *wish, session.way()); });
+    return session.report(result, "Added data source " + wish->name, remarks);
 }
 
 ExitCode ensureDataSource(const Session& session, const Configuration& configuration, const Line& line) {
@@ -80,18 +89,18 @@ std::optional<model::Pairs> attributesOf(const Session& session, const Line& lin
 // A setup library works on sections that exist, for drivers that are registered; it takes an empty value as none.
 ExitCode setKeys(const Session& session, const Configuration& configuration, const Line& line) {
     const std::string name = line.text("NAME");
-    const auto attributes = attributesOf(session, line);
+    const auto limit = timeLimit(session, line, kSetupLimit);
+    const auto attributes = limit ? attributesOf(session, line) : std::nullopt;
     if (!attributes)
         return ExitCode::wrongUse;
     if (const model::Reason reason = model::whyNotSet(configuration, name, *attributes))
         return session.fail(reason);
+    const SetupWork work{Action::configure, name, *attributes, "change data source " + name, *limit};
     const auto driver = configuration.driver(configuration.dataSource(name)->driver);
-    const SetupRoute route = findRoute(session, driver, line.has("--direct"));
-    const ChangeResult result =
-        route.usable ? goThroughSetup(session, *driver, {Action::configure, driver->name, name, *attributes},
-                                      "change data source " + name)
-                     : model::setKeys(configuration, name, *attributes, session.way());
-    return session.report(result, "Changed data source " + name, remarksOf(route));
+    Remarks remarks;
+    const ChangeResult result = change(session, driver, line, work, remarks,
+                                       [&] { return model::setKeys(configuration, name, *attributes, session.way()); });
+    return session.report(result, "Changed data source " + name, remarks);
 }
 
 ExitCode unsetKeys(const Session& session, const Configuration& configuration, const Line& line) {
@@ -112,26 +121,25 @@ model::Reason findAll(const Configuration& configuration, const Line& line, std:
     return {};
 }
 
+// Those that no setup library removes are left for one change of the file.
 ExitCode removeDataSources(const Session& session, const Configuration& configuration, const Line& line) {
     std::vector<model::DataSource> sources;
+    const auto limit = timeLimit(session, line, kSetupLimit);
+    if (!limit)
+        return ExitCode::wrongUse;
     if (const model::Reason reason = findAll(configuration, line, sources))
         return session.fail(reason);
     ChangeResult result;
     Remarks remarks;
     std::vector<std::string> left;
     for (const model::DataSource& source : sources) {
-        const auto driver = configuration.driver(source.driver);
-        const SetupRoute route = findRoute(session, driver, line.has("--direct"));
-        if (!route.usable) {
+        const SetupWork work{Action::remove, source.name, {}, "remove data source " + source.name, *limit};
+        ChangeResult next = change(session, configuration.driver(source.driver), line, work, remarks, [&] {
             left.push_back(source.name);
-            for (const std::string& remark : remarksOf(route))
-                remarks.push_back(remark);
-        } else if (!result
-                        .add(goThroughSetup(session, *driver, {Action::remove, driver->name, source.name, {}},
-                                            "remove data source " + source.name))
-                        .isDone()) {
+            return ChangeResult();
+        });
+        if (!result.add(std::move(next)).isDone())
             return session.fail(result.reason);
-        }
     }
     if (!left.empty())
         result.add(model::removeDataSources(left, session.way()));
@@ -139,6 +147,7 @@ ExitCode removeDataSources(const Session& session, const Configuration& configur
 }
 
 constexpr const char* kDirect = "Write the file without the driver's setup library";
+constexpr const char* kTimeout = "Seconds that the driver's setup library may take (30)";
 constexpr const char* kDriver = "Its driver, as driver list shows it";
 
 }  // namespace
@@ -151,6 +160,7 @@ void addDsnChangeCommands(CLI::App& app, Session& session) {
         .operand("KEY=VALUE", "What its section is to hold", kAny)
         .requiredOption("--driver", kDriver, Complete::driver)
         .flag("--direct", kDirect)
+        .timeout(kTimeout)
         .onRead(Needs::bothFiles, addDataSource);
     addVerb(app, session, "dsn ensure", "Ensure a data source is there with these keys; do nothing if it is",
             "odbcadmin dsn ensure Sales --driver SQLite3 Database=/srv/sales.db\n"
@@ -167,6 +177,7 @@ void addDsnChangeCommands(CLI::App& app, Session& session) {
         .operand("KEY=VALUE", "What to store", kSome, Complete::keysOfDsn)
         .flag("--stdin", "Read the value of the one KEY from standard input")
         .flag("--direct", kDirect)
+        .timeout(kTimeout)
         .onRead(Needs::bothFiles, setKeys);
     addVerb(app, session, "dsn unset", "Remove keys of a data source", "odbcadmin dsn unset Sales Timeout Server")
         .operand("NAME", "Data source", kOne, Complete::dsn)
@@ -177,6 +188,7 @@ void addDsnChangeCommands(CLI::App& app, Session& session) {
         .operand("NAME", "Data sources", kSome, Complete::dsn)
         .flag("--if-exists", "Pass over those that are not there")
         .flag("--direct", kDirect)
+        .timeout(kTimeout)
         .onRead(Needs::bothFiles, removeDataSources);
 }
 

@@ -1,5 +1,4 @@
 // dsn test: connecting, and showing what happens.
-#include <cstring>
 #include <nlohmann/json.hpp>
 
 #include "odbcadmin/cli/commands.h"
@@ -28,7 +27,7 @@ std::string libraryOf(const model::DataSource& source, const model::Configuratio
 }
 
 // How a trial ended, in a few words.
-std::string endText(const ConnectReport& report, const std::string& limit) {
+std::string endText(const ConnectReport& report, std::chrono::milliseconds limit) {
     using End = ConnectReport::End;
     const std::string during = report.function.empty() ? "while the driver was loaded" : "in " + report.function;
     switch (report.end) {
@@ -45,11 +44,13 @@ std::string endText(const ConnectReport& report, const std::string& limit) {
         case End::exited:
             return "the driver ended the program " + during + ", with exit code " + std::to_string(report.code);
         case End::timedOut:
-            return "no answer within " + limit + ", " + during;
+            return "no answer within " + secondsText(limit) + ", " + during;
+        case End::withheld:
+            return "its driver is not loaded with the rights of root: " + report.why;
         case End::notStarted:
             break;
     }
-    return std::string("no process could be started: ") + std::strerror(report.code);
+    return "the program that connects could not be started: " + report.why;
 }
 
 Json reportJson(const Session& session, const std::string& name, const std::string& library,
@@ -59,6 +60,7 @@ Json reportJson(const Session& session, const std::string& name, const std::stri
     object["lib"] = library;
     object["connected"] = report.end == ConnectReport::End::connected;
     object["result"] = end;
+    object["user"] = report.user;
     object["driver"] = report.driver;
     object["database"] = report.database;
     object["diagnostics"] = Json::array();
@@ -81,7 +83,7 @@ void print(const Session& session, const Diagnostic& diagnostic) {
 }
 
 ExitCode show(const Session& session, const std::string& name, const std::string& library, const ConnectReport& report,
-              const std::string& limit) {
+              std::chrono::milliseconds limit) {
     const bool connected = report.end == ConnectReport::End::connected;
     const ExitCode code = connected ? ExitCode::done : ExitCode::cannotConnect;
     const std::string end = endText(report, limit);
@@ -91,6 +93,8 @@ ExitCode show(const Session& session, const std::string& name, const std::string
     }
     for (const Diagnostic& each : report.diagnostics)
         print(session, each);
+    if (!report.user.empty())
+        session.warn("the driver had the rights of " + report.user + ", not those of root");
     if (!connected)
         return session.fail(code, "Cannot connect to " + name + ": " + end, "See odbcadmin doctor " + name);
     session.say(name + ": connected" + (report.driver.empty() ? "" : ", driver " + report.driver) +
@@ -114,9 +118,9 @@ ExitCode runTest(const Session& session, const model::Configuration& configurati
     {
         Progress progress(session.quiet);
         progress.begin("Connecting to " + source->name);
-        report = trial::tryConnecting({library, source->name, *limit}, [&] { progress.tick(); });
+        report = trial::tryConnecting({library, source->name, configuration.paths(), *limit}, [&] { progress.tick(); });
     }
-    return show(session, source->name, library, report, line.has("--timeout") ? line.text("--timeout") + " s" : "20 s");
+    return show(session, source->name, library, report, *limit);
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include "odbcadmin/model/near_matches.h"
 #include "odbcadmin/model/scratch_files.h"
 #include "odbcadmin/model/text.h"
+#include "odbcadmin/trial/installer_library.h"
 #include "rules/names.h"
 
 namespace jx::cli {
@@ -69,7 +70,9 @@ void installInto(const Session& session, const Request& request) {
     for (const std::string& name : request.drivers)
         list.append(name).push_back('\0');
     list.push_back('\0');
-    SQLInstallODBC(0, request.script.c_str(), request.from.empty() ? nullptr : request.from.c_str(), list.data());
+    const auto installOdbc = trial::installerFunction<decltype(&SQLInstallODBC)>("SQLInstallODBC");
+    if (installOdbc != nullptr)
+        installOdbc(0, request.script.c_str(), request.from.empty() ? nullptr : request.from.c_str(), list.data());
 }
 
 // Report: what the script was asked for, and whatever else is another than before.
@@ -128,6 +131,9 @@ ExitCode install(const Session& session, const Configuration& before, const Requ
     if (files.trouble())
         return session.fail(files.trouble());
     installInto(session, request);
+    if (!trial::installerTrouble().empty())
+        return session.fail(ExitCode::failed, "Cannot load the installer library: " + trial::installerTrouble(),
+                            "Install odbcadmin again, together with its libraries.");
     const Configuration after = Configuration::read();
     if (after.trouble())
         return session.fail(after.trouble());

@@ -83,6 +83,8 @@ inline constexpr Check kLoaderSays{"library.loader-says", note};  // when the ca
 inline constexpr Check kLoadCrashed{"library.load-crashed", error};
 inline constexpr Check kLoadExited{"library.load-exited", error};
 inline constexpr Check kLoadTimedOut{"library.load-timed-out", error};
+inline constexpr Check kLoadWithheld{"library.load-withheld", warning};
+inline constexpr Check kLoadedAs{"library.loaded-as", note};
 inline constexpr Check kLoadNotTried{"library.load-not-tried", warning};
 inline constexpr Check kUnloadFailed{"library.unload-failed", warning};
 inline constexpr Check kNoEntryPoint{"library.no-entry-point", error};

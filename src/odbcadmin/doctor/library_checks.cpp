@@ -52,7 +52,9 @@ public:
             return findings_;
         }
         lookAtFile();
-        load();
+        // All is said of a file that was copied in part, and what loads it may die of it.
+        if (file_.state != State::cutShort)
+            load();
         return findings_;
     }
 
@@ -149,7 +151,12 @@ private:
         for (const LibraryRole role : kRoles)
             for (const Group& group : groupsOf(role))
                 names.insert(names.end(), group.begin(), group.end());
-        const trial::LoadReport report = trial::tryLoading({path_, names, options_.limit}, options_.waiting);
+        const trial::LoadReport report =
+            trial::tryLoading({path_, names, options_.namedBy, options_.limit}, options_.waiting);
+        if (!report.user.empty())
+            tell(check::kLoadedAs,
+                 path_ + " was loaded with the rights of " + report.user + ", not with those of root.",
+                 "It, its directory or the file that names it is that user's, who could have it do anything.");
         if (report.end != trial::LoadReport::End::loaded)
             return tellLoad(report);
         tellFunctions(report.offered);
@@ -180,10 +187,16 @@ private:
                     check::kLoadTimedOut,
                     path_ + " was not loaded within " + std::to_string(options_.limit.count()) + " ms." + printed,
                     "Its own start-up code waits: for a server, a lock or a network file system.");
+            case End::withheld:
+                return tell(check::kLoadWithheld,
+                            path_ + " was not loaded, since this is root: " + report.why +
+                                ", who could have it do "
+                                "anything.",
+                            "Run the command as the user who works with the library.");
             default:
                 return tell(check::kLoadNotTried,
-                            "No process could be started to load " + path_ + ": " + std::strerror(report.code) + ".",
-                            "Try again when the system has room for more processes.");
+                            "The program that loads " + path_ + " could not be started: " + report.why + ".",
+                            "Try again when the system has room for more processes, or install odbcadmin again.");
         }
     }
 

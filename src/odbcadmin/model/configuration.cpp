@@ -108,6 +108,13 @@ std::vector<const ConfigFile*> Configuration::files(FileKind kind) const {
     return found;
 }
 
+std::vector<std::string> Configuration::paths() const {
+    std::vector<std::string> paths;
+    for (const ConfigFile& file : files_)
+        paths.push_back(file.path);
+    return paths;
+}
+
 const Reason& Configuration::trouble(FileKind kind) const {
     static const Reason kNone;
     for (const ConfigFile* file : files(kind))

@@ -82,6 +82,9 @@ public:
     // Where a new name of that kind goes.
     const ConfigFile& file(FileKind kind) const { return *files(kind).front(); }
 
+    // Of all files.
+    std::vector<std::string> paths() const;
+
     // Why the first unreadable file of a kind, or of all, cannot be read; of kind none when all could be.
     const Reason& trouble(FileKind kind) const;
     const Reason& trouble() const;

@@ -137,23 +137,17 @@ TEST(LibraryChecks, AFileThatWasCutIsTold) {
     EXPECT_EQ(home.check(path),
               "error library.cut-short X\n"
               "  ~/libsetup.so ends before what its header announces.\n"
-              "  It was copied or downloaded in part: install it again.\n"
-              "note library.loader-says X\n"
-              "  The loader says: ~/libsetup.so: cannot read file data\n"
-              "  Programs show this sentence; the cause is above.\n");
+              "  It was copied or downloaded in part: install it again.\n");
 }
 
-TEST(LibraryChecks, AFileThatWasCutInItsCodeIsTold) {
+TEST(LibraryChecks, AFileThatWasCutInItsCodeIsNotLoaded) {
     const DoctorHome home;
     const std::string path = home.take("libsetup.so");
     fs::resize_file(path, 4096);
-    const std::string told = home.check(path);
-    EXPECT_TRUE(
-        told.starts_with("error library.cut-short X\n"
-                         "  ~/libsetup.so ends before what its header announces.\n"
-                         "  It was copied or downloaded in part: install it again.\n"
-                         "error library.load-"))
-        << told;
+    EXPECT_EQ(home.check(path),
+              "error library.cut-short X\n"
+              "  ~/libsetup.so ends before what its header announces.\n"
+              "  It was copied or downloaded in part: install it again.\n");
 }
 
 TEST(LibraryChecks, AnObjectFileIsTold) {
