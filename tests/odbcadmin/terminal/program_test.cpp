@@ -39,8 +39,8 @@ std::string readFile(const std::string& path) {
     return text.str();
 }
 
-// Walk: one run of the program on one kind of terminal. What the dialogs hold is known from their dumps (docs/dialogs.md);
-// a screen of each sort is compared whole with the file of its name.
+// Walk: one run of the program on one kind of terminal. What the dialogs hold is known from their dumps
+// (docs/dialogs.md); a screen of each sort is compared whole with the file of its name.
 class Walk {
 public:
     explicit Walk(const Kind& kind)
@@ -153,7 +153,7 @@ TEST(Program, WithoutATerminalItTellsItsUseAndEndsWithTwo) {
     EXPECT_EQ(home.text("code"), "2\n");
     EXPECT_EQ(home.text("out"), "");
     EXPECT_EQ(home.text("err"),
-              "odbcadmin: standard input or output is no terminal\n"
+              "odbcadmin: standard input or output is not a terminal\n"
               "Without arguments it shows its dialogs, which need one. Commands work everywhere, such as\n"
               "  odbcadmin dsn list\n  odbcadmin --help\n");
     for (const char* kind : {"TERM=dumb", "TERM=no-such-terminal", "TERM="}) {
