@@ -37,7 +37,8 @@ void addGlobalOptions(CLI::App& app, Session& session) {
     app.add_flag("--show-secrets", session.showSecrets, "Show passwords and the like instead of ********");
     app.add_flag("--no-color", session.noColor, "No colors");
     app.add_option("--home", session.home, "Work on the files of this home directory")
-        ->type_name(Complete::directories);
+        ->type_name(Complete::directories)
+        ->check([](const std::string& home) { return home.empty() ? "it names no directory" : std::string(); });
     app.set_version_flag("--version", "odbcadmin " JX_VERSION);
 }
 

@@ -1,4 +1,7 @@
 // dsn add, ensure, set, unset and remove.
+#include <termios.h>
+#include <unistd.h>
+
 #include <iostream>
 #include <iterator>
 
@@ -75,12 +78,57 @@ std::string valueFromInput() {
     return value;
 }
 
+constexpr char kInterrupt = '\x03';
+
+// Typed values are not shown while they are typed. Ctrl-C ends the line instead of the program, which would leave the
+// terminal so.
+class Unseen {
+public:
+    Unseen() {
+        isTerminal_ = ::tcgetattr(STDIN_FILENO, &before_) == 0;
+        termios hidden = before_;
+        hidden.c_lflag &= ~static_cast<tcflag_t>(ECHO | ISIG);
+        hidden.c_cc[VEOL] = kInterrupt;
+        if (isTerminal_)
+            ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &hidden);
+    }
+    Unseen(const Unseen&) = delete;
+    Unseen& operator=(const Unseen&) = delete;
+    ~Unseen() {
+        if (isTerminal_)
+            ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &before_);
+    }
+
+private:
+    termios before_{};
+    bool isTerminal_ = false;
+};
+
+std::string typedValue(const std::string& key) {
+    std::string value;
+    std::cerr << "Value of " << model::printable(key) << ": " << std::flush;
+    {
+        const Unseen unseen;
+        for (int letter = std::cin.get(); letter != '\n' && letter != std::char_traits<char>::eof();
+             letter = letter == kInterrupt ? '\n' : std::cin.get())
+            value.push_back(static_cast<char>(letter));
+    }
+    std::cerr << '\n';
+    return value.ends_with(kInterrupt) ? "" : value;
+}
+
 std::optional<model::Pairs> attributesOf(const Session& session, const Line& line) {
     const std::vector<std::string> texts = line.texts("KEY=VALUE");
     if (!line.has("--stdin"))
         return takePairs(session, texts, kAttributesGivenOtherwise);
-    if (texts.size() == 1 && texts[0].find('=') == std::string::npos)
-        return model::Pairs{{texts[0], valueFromInput()}};
+    if (texts.size() == 1 && texts[0].find('=') == std::string::npos) {
+        std::string value = ::isatty(STDIN_FILENO) == 1 ? typedValue(texts[0]) : valueFromInput();
+        if (!value.empty() || line.has("--allow-empty"))
+            return model::Pairs{{texts[0], std::move(value)}};
+        session.fail(ExitCode::wrongUse, "Standard input gave no value for " + texts[0] + "; nothing was changed",
+                     "Look at the command before the |; --allow-empty stores an empty value.");
+        return std::nullopt;
+    }
     session.fail(ExitCode::wrongUse, "--stdin takes one KEY and no VALUE",
                  "odbcadmin dsn set NAME KEY --stdin reads the value.");
     return std::nullopt;
@@ -175,7 +223,8 @@ void addDsnChangeCommands(CLI::App& app, Session& session) {
             "odbcadmin dsn set Sales PWD --stdin < password.txt")
         .operand("NAME", "Data source", kOne, Complete::dsn)
         .operand("KEY=VALUE", "What to store", kSome, Complete::keysOfDsn)
-        .flag("--stdin", "Read the value of the one KEY from standard input")
+        .flag("--stdin", "Read the value of the one KEY from standard input, or ask for it unseen")
+        .flag("--allow-empty", "Take an empty standard input as an empty value")
         .flag("--direct", kDirect)
         .timeout(kTimeout)
         .onRead(Needs::bothFiles, setKeys);

@@ -71,6 +71,15 @@ void Session::print(std::string_view text) const {
     std::cout << text << '\n';
 }
 
+void Session::printOfFile(std::string_view lines) const {
+    std::string shown(lines);
+    if (isatty(STDOUT_FILENO) == 1)
+        for (char& byte : shown)
+            if (byte != '\n' && byte != '\t')
+                byte = printable({&byte, 1}).front();
+    print(shown);
+}
+
 void Session::say(std::string_view text) const {
     if (!quiet && !json)
         std::cout << printable(text) << '\n';
@@ -149,7 +158,7 @@ ExitCode Session::report(const model::ChangeResult& result, const std::string& s
     } else if (files.empty()) {
         say("unchanged: nothing to do");
     } else if (dryRun) {
-        print(std::string_view(difference).substr(0, difference.size() - 1));
+        printOfFile(std::string_view(difference).substr(0, difference.size() - 1));
     } else {
         say(check ? "would change: " + model::joined(files) : sentence);
     }

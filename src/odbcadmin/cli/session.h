@@ -48,6 +48,9 @@ struct Session {
     // A line of the result, on standard output.
     void print(std::string_view line) const;
 
+    // Lines of a file, on standard output: as they are, but on a terminal with "?" for each control character.
+    void printOfFile(std::string_view lines) const;
+
     // A line about what was done, on standard output; nothing with -q or --json.
     void say(std::string_view line) const;
 

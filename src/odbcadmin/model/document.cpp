@@ -58,6 +58,14 @@ std::string libraryOf(const Configuration& configuration, const Document& docume
     return driver ? driver->library.text : std::string();
 }
 
+Reason whyHidden(const std::vector<DocumentEntry>& entries) {
+    for (const DocumentEntry& entry : entries)
+        for (const DocumentKey& key : entry.keys)
+            if (Reason reason = model::whyHidden(key.name, key.value.value_or("")))
+                return reason;
+    return {};
+}
+
 Reason whyNotApply(const Configuration& configuration, const Document& document) {
     for (const DocumentEntry& driver : document.drivers)
         if (Reason reason = whyNoRegisteredName(configuration, kDriverKind, driver.name))
@@ -67,6 +75,9 @@ Reason whyNotApply(const Configuration& configuration, const Document& document)
             return reason;
     for (const DocumentEntry& source : document.dataSources)
         if (Reason reason = whyNoDataSourceName(configuration, source.name))
+            return reason;
+    for (const auto* entries : {&document.drivers, &document.translators, &document.dataSources})
+        if (Reason reason = whyHidden(*entries))
             return reason;
     for (const DocumentEntry& source : document.dataSources)
         if (libraryOf(configuration, document, source.driver).empty())

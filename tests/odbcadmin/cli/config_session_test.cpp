@@ -14,13 +14,15 @@ $ odbcadmin config get x.ini one A
 $ odbcadmin config get x.ini One c
 
 $ odbcadmin config get x.ini One token
-********
-! odbcadmin: the value is hidden; --show-secrets shows it
+! odbcadmin: The value of token is a secret
+!   --show-secrets prints it.
+[1]
 $ odbcadmin config get x.ini One token --show-secrets
 abc
 $ odbcadmin config get x.ini One Url
-db://anna:********@host/
-! odbcadmin: the value is hidden; --show-secrets shows it
+! odbcadmin: The value of Url is a secret
+!   --show-secrets prints it.
+[1]
 $ odbcadmin config list x.ini
 [One]
 a=1

@@ -230,5 +230,18 @@ TEST_F(Line, AResultThatCannotBeWrittenIsAFailure) {
     EXPECT_EQ(runProgram("/bin/sh", {"-c", shellQuoted(JX_ODBCADMIN) + " dsn list >/dev/full"}).code, 1);
 }
 
+TEST_F(Line, AnEmptyHomeIsNotTheCallersOwn) {
+    const ProgramResult result = run({"--home", "", "dsn", "remove", "Sales"});
+    EXPECT_EQ(result.code, 2);
+    EXPECT_NE(result.err.find("--home"), std::string::npos);
+    EXPECT_EQ(sources(), kSources);
+}
+
+TEST_F(Line, OutputToAFullDiskIsAnErrorThatIsSaid) {
+    const ProgramResult result = runProgram("/bin/sh", {"-c", "exec " JX_ODBCADMIN " dsn list >/dev/full"});
+    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.err, "odbcadmin: Cannot write the result: No space left on device\n");
+}
+
 }  // namespace
 }  // namespace jx::test
