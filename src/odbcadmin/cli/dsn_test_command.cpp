@@ -109,8 +109,12 @@ ExitCode runTest(const Session& session, const model::Configuration& configurati
         return ExitCode::wrongUse;
     const auto source = configuration.dataSource(name);
     if (!source)
-        return session.fail(model::noDataSource(configuration, name));
+        return session.fail(configuration.trouble(model::FileKind::dataSources)
+                                ? configuration.trouble(model::FileKind::dataSources)
+                                : model::noDataSource(configuration, name));
     const std::string library = libraryOf(*source, configuration);
+    if (library.empty() && configuration.trouble())
+        return session.fail(configuration.trouble());
     if (library.empty())
         return session.fail(ExitCode::cannotConnect, "The data source " + source->name + " leads to no library",
                             "See odbcadmin explain " + source->name);

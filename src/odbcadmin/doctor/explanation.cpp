@@ -31,7 +31,7 @@ public:
         if (source.listed)
             driverOf(source);
         if (source.library)
-            library(source.library.text);
+            library(source.library.text, LibraryRole::driver);
     }
 
     void driver(const model::Registered& driver) {
@@ -50,9 +50,10 @@ public:
     }
 
     void libraries(const model::Registered& driver) {
-        for (const Located& each : {driver.library, driver.setup})
-            if (each)
-                library(each.text);
+        if (driver.library)
+            library(driver.library.text, LibraryRole::driver);
+        if (driver.setup)
+            library(driver.setup.text, LibraryRole::setup);
     }
 
     std::vector<Step> steps() { return std::move(steps_); }
@@ -94,8 +95,8 @@ private:
                 "The data source's path counts; enter the driver's there unless it is meant.");
     }
 
-    void library(const std::string& path) {
-        const std::string state = libraryState(path);
+    void library(const std::string& path, LibraryRole role) {
+        const std::string state = libraryState(path, role, configuration_.paths());
         const bool ok = state == "ok";
         steps_.push_back({ok, "library", path, "", state, ok ? "" : "See odbcadmin driver check " + path});
     }

@@ -300,5 +300,50 @@ TEST_F(DoctorCommands, WhatOneMayNotReadIsTold) {
     EXPECT_NE(told.find("\"files.unreadable\""), std::string::npos) << told;
 }
 
+// One question has one answer, whoever is asked.
+TEST_F(DoctorCommands, ListExplainCheckAndDoctorAgreeOnALibrary) {
+    const struct {
+        std::string library, state;
+        bool isGood;
+    } rows[] = {
+        {home_.take("libdriver.so"), "ok", true},
+        {home_.take("libcrash_at_load.so"), "broken", false},
+        {home_.take("libundefined.so"), "broken", false},
+        {home_.take("libsetup.so"), "broken", false},
+        {home_.take("libforeign.so"), "wrong architecture", false},
+        {home_.file("none.so"), "missing", false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.library);
+        lead(row.library);
+        EXPECT_EQ(json({"driver", "list"})["drivers"][0]["state"], row.state);
+        EXPECT_EQ(json({"driver", "show", "Small"})["state"], row.state);
+        bool isExplained = false;
+        const Json explained = json({"explain", "Sales"});
+        for (const Json& step : explained["steps"])
+            isExplained |= step["where"] == "" && step["value"] == row.state;
+        EXPECT_TRUE(isExplained);
+        for (const std::vector<std::string>& verb :
+             {std::vector<std::string>{"driver", "check", "Small"}, {"doctor", "Sales"}, {"doctor"}})
+            EXPECT_EQ(jx::test::runProgram(JX_ODBCADMIN, verb).code, row.isGood ? 0 : 10);
+    }
+}
+
+TEST_F(DoctorCommands, AFileThatCannotBeReadIsSaidToBeOneAndNotAnAbsentName) {
+    home_.put(".odbc.ini", "");
+    std::filesystem::remove(home_.file(".odbc.ini"));
+    std::filesystem::create_directory(home_.file(".odbc.ini"));
+    for (const std::vector<std::string>& verb :
+         {std::vector<std::string>{"explain", "Sales"}, {"dsn", "test", "Sales"}, {"doctor", "Sales"}}) {
+        SCOPED_TRACE(verb[0]);
+        const ProgramResult result = jx::test::runProgram(JX_ODBCADMIN, verb);
+        EXPECT_EQ(result.code, 7);
+        EXPECT_NE(result.err.find(home_.file(".odbc.ini")), std::string::npos) << result.err;
+        EXPECT_EQ(result.err.find("There is no data source"), std::string::npos);
+    }
+    EXPECT_EQ(jx::test::runProgram(JX_ODBCADMIN, {"driver", "list"}).code, 0);
+    EXPECT_EQ(jx::test::runProgram(JX_ODBCADMIN, {"driver", "show", "Small"}).code, 0);
+}
+
 }  // namespace
 }  // namespace jx::doctor::test
