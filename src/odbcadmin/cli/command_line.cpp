@@ -2,6 +2,7 @@
 #include "odbcadmin/cli/command_line.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <CLI/CLI.hpp>
 
@@ -13,6 +14,7 @@
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/verb.h"
 #include "odbcadmin/model/near_matches.h"
+#include "odbcadmin/model/new_file_owner.h"
 #include "odbcadmin/model/text.h"
 
 namespace jx::cli {
@@ -39,6 +41,9 @@ void addGlobalOptions(CLI::App& app, Session& session) {
     app.add_option("--home", session.home, "Work on the files of this home directory")
         ->type_name(Complete::directories)
         ->check([](const std::string& home) { return home.empty() ? "it names no directory" : std::string(); });
+    app.add_option("--owner", session.owner,
+                   "Whose a configuration file is that root makes; without it the owner of its directory")
+        ->type_name("USER");
     app.set_version_flag("--version", "odbcadmin " JX_VERSION);
 }
 
@@ -115,7 +120,21 @@ ExitCode runAction(Session& session) {
     const ExitCode home = enterHome(session);
     if (home != ExitCode::done || !session.action)
         return home;
-    return session.action(session);
+    std::optional<model::Account> owner;
+    if (!session.owner.empty()) {
+        owner = model::accountOf(unmarked(session.owner));
+        if (!owner)
+            return session.fail(ExitCode::wrongUse, "There is no user " + unmarked(session.owner),
+                                "Give --owner the name of an account.");
+        if (::geteuid() != 0)
+            return session.fail(ExitCode::wrongUse, "Only root can make files of another user",
+                                "Leave --owner away; new files are yours.");
+    }
+    const model::NewFileOwner newFiles(owner);
+    const ExitCode code = session.action(session);
+    if (const model::Reason reason = newFiles.settle())
+        return session.fail(reason);
+    return code;
 }
 
 void buildCommandLine(CLI::App& app, Session& session) {

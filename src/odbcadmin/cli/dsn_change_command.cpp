@@ -187,7 +187,7 @@ ExitCode removeDataSources(const Session& session, const Configuration& configur
             return ChangeResult();
         });
         if (!result.add(std::move(next)).isDone())
-            return session.fail(result.reason);
+            return session.report(result, {});
     }
     if (!left.empty())
         result.add(model::removeDataSources(left, session.way()));

@@ -137,9 +137,12 @@ ExitCode Session::report(const model::ChangeResult& result, const std::string& s
 
 ExitCode Session::report(const model::ChangeResult& result, const std::string& sentence,
                          const std::vector<std::string>& remarks, const Json& more) const {
-    if (!result.isDone())
-        return fail(result.reason);
     const std::vector<std::string> files = pathsOf(result);
+    if (!result.isDone() && (files.empty() || writesNothing()))
+        return fail(result.reason);
+    if (!result.isDone())
+        return fail(codeOf(result.reason.kind), result.reason.fact,
+                    result.reason.advice + " Written before that: " + model::joined(files) + ".");
     std::string difference;
     for (const model::ChangedFile& file : result.files)
         difference += file.difference;

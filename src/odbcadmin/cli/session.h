@@ -29,6 +29,7 @@ struct Session {
     bool showSecrets = false;  // --show-secrets
     bool noColor = false;      // --no-color
     std::string home;          // --home DIR; already in force when a verb runs
+    std::string owner;         // --owner USER; of files that root makes
 
     // What the chosen verb does; set while the command line is read.
     std::function<ExitCode(const Session&)> action;

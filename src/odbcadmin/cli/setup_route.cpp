@@ -148,8 +148,6 @@ std::optional<model::ChangeResult> goThroughSetup(const Session& session, const 
         report.end == End::agreed ? look(driver, work, before, after, remarks) : reasonOf(report, driver, work);
     if (isChanged)
         result.files.push_back({model::pathOf(rules::kDataSourceFile), {}});
-    if (isChanged && result.reason)
-        result.reason.fact += ". It has changed the files";
     if (!report.user.empty())
         remarks.push_back("the setup library had the rights of " + report.user + ", not those of root");
     return result;

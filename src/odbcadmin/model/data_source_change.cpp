@@ -143,7 +143,7 @@ Reason whyNotSet(const Configuration& configuration, const std::string& name, co
 }
 
 void composeDataSource(FileChange& change, const DataSourceWish& wish, const std::string& library, OtherKeys others) {
-    if (!rules::isDefaultName(wish.name))
+    if (!rules::isDefaultName(wish.name) && !wish.driver.empty())
         change.set(rules::kDataSourceList, wish.name, wish.driver);
     if (others == OtherKeys::remove)
         removeOtherKeys(change, wish);

@@ -116,7 +116,8 @@ TEST_F(SetupRoute, WhatALibraryLeftOutOfItsWorkIsNamed) {
     EXPECT_EQ(added.code, 1);
     EXPECT_EQ(added.err, "odbcadmin: The setup library " + library("driver_writing") +
                              " of driver Writing said that it did add data source Stock, but it did not store Server, "
-                             "Port. It has changed the files\n  --direct writes without the library.\n");
+                             "Port\n  --direct writes without the library. Written before that: " +
+                             home_.file(".odbc.ini") + ".\n");
     EXPECT_EQ(out({"dsn", "get", "Stock", "Last"}), "Server=db1\n");
 }
 

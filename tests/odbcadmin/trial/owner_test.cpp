@@ -22,6 +22,7 @@ class Owner : public testing::Test {
 protected:
     Owner() {
         std::filesystem::create_directories(home_.file("lib/deep"));
+        std::filesystem::create_directory(home_.file("etc"));
         std::filesystem::copy_file(JX_MOODY, library_);
         home_.put(".odbcinst.ini", "[Moody]\n");
         ::chmod(home_.path().c_str(), 0777);
@@ -51,10 +52,10 @@ TEST_F(Owner, OnesOwnLibraryIsLoadedWithOnesOwnRights) {
 TEST_F(Owner, AnotherUsersLibraryIsLoadedWithThatUsersRights) {
     if (!isRoot())
         GTEST_SKIP() << "only root can give files away";
-    for (const char* given : {"lib/deep/libmoody.so", "lib/deep", "lib", ".odbcinst.ini"}) {
+    for (const char* given : {"lib/deep/libmoody.so", "lib/deep", "lib", ".odbcinst.ini", "etc"}) {
         SCOPED_TRACE(given);
         give(given, kDaemon);
-        const LoadReport report = load({home_.file(".odbcinst.ini")});
+        const LoadReport report = load({home_.file(".odbcinst.ini"), home_.file("etc/absent.ini")});
         EXPECT_EQ(report.end, LoadReport::End::loaded);
         EXPECT_EQ(report.user, ::getpwuid(kDaemon)->pw_name);
         give(given, 0);

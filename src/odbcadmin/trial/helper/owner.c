@@ -51,7 +51,7 @@ Owner ownerOf(const Request* request) {
     }
     size_t at = 0;
     for (const char* file = nextText(request, "named-by", &at); file != NULL; file = nextText(request, "named-by", &at))
-        takePath(&owner, file);
+        takeWithDirectories(&owner, file);
     return owner;
 }
 

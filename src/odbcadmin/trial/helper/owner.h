@@ -12,8 +12,8 @@ typedef struct {
     const char* path;  // what belongs to that user
 } Owner;
 
-// Looks at the library of a request, every directory above it, and the files that name it ("named-by"): is any of them
-// another user's than root's? Links are looked at themselves and followed.
+// Looks at the library of a request, the files that name it ("named-by"), which need not be there, and every directory
+// above them: is any of them another user's than root's? Links are looked at themselves and followed.
 Owner ownerOf(const Request* request);
 
 // Gives up all rights but those of a user with an account, for good. False when that cannot be done: rights may then be
