@@ -52,6 +52,10 @@ inline constexpr Check kDriverUnknown{"names.driver-unknown", error};
 inline constexpr Check kNoLibraryKey{"names.no-library-key", error};
 inline constexpr Check kNoSetupKey{"names.no-setup-key", note};
 inline constexpr Check kRelativePath{"names.relative-path", warning};
+inline constexpr Check kQuotedPath{"names.quoted-path", error};
+inline constexpr Check kUnexpandedPath{"names.unexpanded-path", error};
+inline constexpr Check kCommentInValue{"names.comment-in-value", error};
+inline constexpr Check kDriverByName{"names.driver-by-name", note};
 inline constexpr Check kStalePath{"names.stale-path", warning};
 inline constexpr Check kForbiddenCharacter{"names.forbidden-character", warning};
 inline constexpr Check kTooLong{"names.too-long", warning};
@@ -76,7 +80,6 @@ inline constexpr Check kWrongMachine{"library.wrong-machine", error};
 inline constexpr Check kNeededMissing{"library.needed-missing", error};
 inline constexpr Check kNeededOtherSystem{"library.needed-wrong-architecture", error};
 inline constexpr Check kNeededDamaged{"library.needed-damaged", error};
-inline constexpr Check kNeededFromProgram{"library.needed-from-program", warning};
 inline constexpr Check kVersionMissing{"library.version-missing", error};
 inline constexpr Check kLoadRefused{"library.load-refused", error};
 inline constexpr Check kLoaderSays{"library.loader-says", note};  // when the cause is reported already

@@ -10,6 +10,7 @@
 #include "odbcadmin/doctor/checks.h"
 #include "odbcadmin/doctor/file_checks.h"
 #include "odbcadmin/doctor/name_checks.h"
+#include "odbcadmin/doctor/path_mistakes.h"
 #include "odbcadmin/doctor/syntax_checks.h"
 #include "odbcadmin/model/trace_settings.h"
 #include "rules/names.h"
@@ -49,14 +50,25 @@ public:
         const std::string name = std::string(kind.word) + " " + entry.name;
         Findings findings;
         if (entry.library)
-            findings = check(name, entry.library.text, isDriver ? LibraryRole::driver : LibraryRole::translator);
+            findings = checkValue(name, entry.library, isDriver ? LibraryRole::driver : LibraryRole::translator);
         if (entry.setup)
-            append(findings, check("setup library of " + name, entry.setup.text,
-                                   isDriver ? LibraryRole::setup : LibraryRole::translatorSetup));
+            append(findings, checkValue("setup library of " + name, entry.setup,
+                                        isDriver ? LibraryRole::setup : LibraryRole::translatorSetup));
         return findings;
     }
 
 private:
+    // A mistake in the value says all; the file is then another one than meant.
+    Findings checkValue(const std::string& subject, const model::Located& value, LibraryRole role) {
+        if (const auto mistake = mistakeIn(value.text))
+            return {found(*mistake->check, subject, value.where() + ": the value " + mistake->fact + ".",
+                          "Write " + mistake->meant + " there.")};
+        const std::string found = value.text.find('/') != std::string::npos
+                                      ? value.text
+                                      : inDriverDirectories(value.text, options_.library.places);
+        return check(subject, found.empty() ? value.text : found, role);
+    }
+
     const ExaminationOptions& options_;
     std::map<std::pair<std::string, LibraryRole>, Findings> known_;
 };
@@ -121,9 +133,10 @@ Findings checkLibraries(const Selection& selection, const Configuration& configu
         append(findings, libraries.check(each, model::kDriverKind));
     for (const DataSource& each : selection.dataSources) {
         const auto driver = each.listed ? configuration.driver(each.driver) : std::nullopt;
-        const bool isDrivers = driver && driver->library && driver->library.text == each.library.text;
-        if (each.library && !isDrivers)
-            append(findings, libraries.check("data source " + each.name, each.library.text, LibraryRole::driver));
+        const std::string library = meantLibrary(each, configuration, options.library.places);
+        const bool isDrivers = driver && driver->library && driver->library.text == library;
+        if (each.library && !isDrivers && !mistakeIn(each.library.text))
+            append(findings, libraries.check("data source " + each.name, library, LibraryRole::driver));
     }
     for (const Registered& each : selection.translators)
         append(findings, libraries.check(each, model::kTranslatorKind));
@@ -160,11 +173,19 @@ Findings checkEnvironment(const Configuration& configuration) {
                   "It slows every call down and records values: turn it off with odbcadmin trace off.")};
 }
 
+static bool isMistake(const Finding& finding) {
+    return finding.id == check::kQuotedPath.id || finding.id == check::kUnexpandedPath.id ||
+           finding.id == check::kCommentInValue.id;
+}
+
 Findings examine(const Configuration& configuration, const ExaminationOptions& options) {
     Findings findings = checkTexts(configuration, options.systemFolder);
     const Selection selection = select(configuration, options.names);
     append(findings, checkNames(selection, configuration));
-    append(findings, checkLibraries(selection, configuration, options));
+    // What the checks of names say of a value need not be said again.
+    for (const Finding& each : checkLibraries(selection, configuration, options))
+        if (!isMistake(each))
+            findings.push_back(each);
     append(findings, checkEnvironment(configuration));
     return findings;
 }

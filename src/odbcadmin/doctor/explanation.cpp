@@ -5,7 +5,9 @@
 #include <utility>
 
 #include "odbcadmin/doctor/library_state.h"
+#include "odbcadmin/doctor/path_mistakes.h"
 #include "odbcadmin/model/near_matches.h"
+#include "rules/names.h"
 
 namespace jx::doctor {
 
@@ -31,7 +33,7 @@ public:
         if (source.listed)
             driverOf(source);
         if (source.library)
-            library(source.library.text, LibraryRole::driver);
+            library(meantLibrary(source, configuration_, loaderPlaces()), LibraryRole::driver);
     }
 
     void driver(const model::Registered& driver) {
@@ -90,7 +92,8 @@ private:
                                         "Add it with odbcadmin driver add."));
         }
         driver(*found);
-        if (found->library && source.library && found->library.text != source.library.text)
+        if (found->library && source.library && found->library.text != source.library.text &&
+            !rules::sameName(found->name, source.library.text))
             bad("Driver", found->library.where(), "not what the data source has: " + source.library.text,
                 "The data source's path counts; enter the driver's there unless it is meant.");
     }

@@ -93,10 +93,11 @@ void checkRights(mode_t mode, const Subject& file) {
     std::error_code ignored;
     const fs::path real = fs::canonical(path, ignored);
     const std::string directory = (ignored ? fs::path(path) : real).parent_path().string();
-    if (::access(directory.empty() ? "." : directory.c_str(), W_OK) != 0)
+    const int error = ::access(directory.empty() ? "." : directory.c_str(), W_OK) != 0 ? errno : 0;
+    if (error != 0)
         file.tell(check::kFileReadOnly,
                   path + " cannot be changed by " + thisUserText() + ": its directory " + directory + " (" +
-                      rightsText(directory) + ") cannot be written to: " + std::strerror(errno) + ".",
+                      rightsText(directory) + ") cannot be written to: " + std::strerror(error) + ".",
                   "Change it as another user, or name another file with ODBCINI or ODBCINSTINI.");
 }
 
@@ -112,11 +113,12 @@ void checkPresent(const std::string& variable, const Subject& file) {
         return file.tell(check::kFileNotRegular, path + " (" + rights + ") is not a regular file: it is not read.",
                          "Move it away; the first write makes a file.");
     const trial::OwnedDescriptor opened(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const int refused = errno;
     if (opened.isOpen())
         return checkRights(status.st_mode, file);
     file.tell(check::kFileUnreadable,
               path + (rights.empty() ? "" : " (" + rights + ")") + " cannot be read by " + thisUserText() + ": " +
-                  std::strerror(errno) + ".",
+                  std::strerror(refused) + ".",
               "Ask its owner for the right, or name another file with ODBCINI or ODBCINSTINI.");
 }
 

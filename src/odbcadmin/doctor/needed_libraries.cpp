@@ -81,10 +81,6 @@ private:
 
     void tellMissing(const std::string& name, const Loaded& requester, const LookUp& found) const {
         const std::string who = whoNeeds(name, requester);
-        if (places_.isLoaded(name))
-            return subject_.tell(check::kNeededFromProgram,
-                                 who + ", which only this program has loaded; the loader would not find it for others.",
-                                 "Name its directory in LD_LIBRARY_PATH or the loader's configuration.");
         if (!found.otherSystem.empty())
             return subject_.tell(check::kNeededOtherSystem,
                                  who + ", which is there for " + systemText(found.otherSystem.front().system) +

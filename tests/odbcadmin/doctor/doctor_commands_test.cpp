@@ -45,7 +45,7 @@ protected:
     void lead(const std::string& library) const {
         std::string list = "[ODBC Data Sources]\n";
         std::string sections;
-        for (const char* name : {"Sales", "Refuse", "Silent", "Hang", "Crash"}) {
+        for (const char* name : {"Sales", "Refuse", "Silent", "Hang", "Crash", "Repeat"}) {
             list.append(name).append("=Small\n");
             sections.append("[").append(name).append("]\nDriver=").append(library).append("\nPWD=geheim\n");
         }
@@ -98,7 +98,7 @@ TEST_F(DoctorCommands, TestTellsStateNativeCodeMessageAndMeaning) {
               "28000 (native 1001) Wrong password for anna, UID=anna;PWD=********;\n"
               "  means: user or password was refused. Check user and password of the data source, and the server's "
               "rights.\n"
-              "08S01 (native 1002) The server?closed the connection\n"
+              "08S01 (native 1002) The server\n  closed the connection\n"
               "  means: the connection to the server broke. Check network, firewall and encryption settings.\n"
               "--\n"
               "odbcadmin: Cannot connect to Refuse: SQLDriverConnect failed with result -1\n"
@@ -205,8 +205,8 @@ TEST_F(DoctorCommands, ExplainShowsEveryStepWithFileAndLine) {
               "0\n"
               "data source Sales\n"
               "  ok  listed  for the driver Small  ~/.odbc.ini:2\n"
-              "  ok  section  [Sales]  ~/.odbc.ini:7\n"
-              "  ok  Driver  ~/libdriver.so  ~/.odbc.ini:8\n"
+              "  ok  section  [Sales]  ~/.odbc.ini:8\n"
+              "  ok  Driver  ~/libdriver.so  ~/.odbc.ini:9\n"
               "driver Small\n"
               "  ok  listed  Installed  ~/.odbcinst.ini:2\n"
               "  ok  section  [Small]  ~/.odbcinst.ini:3\n"
@@ -343,6 +343,50 @@ TEST_F(DoctorCommands, AFileThatCannotBeReadIsSaidToBeOneAndNotAnAbsentName) {
     }
     EXPECT_EQ(jx::test::runProgram(JX_ODBCADMIN, {"driver", "list"}).code, 0);
     EXPECT_EQ(jx::test::runProgram(JX_ODBCADMIN, {"driver", "show", "Small"}).code, 0);
+}
+
+TEST_F(DoctorCommands, AMessageKeepsItsLinesAndLosesThePassword) {
+    EXPECT_EQ(run({"dsn", "test", "Repeat"}),
+              "11\n"
+              "01000 (native 1001) ******** (********)\n"
+              "  was refused?[31m\n"
+              "  means: a remark of the driver. Read its message; the cause may stand in it or in the next one.\n"
+              "--\n"
+              "odbcadmin: Cannot connect to Repeat: SQLDriverConnect failed with result -1\n"
+              "  See odbcadmin doctor Repeat\n");
+    EXPECT_EQ(run({"dsn", "test", "Repeat", "--json"}).find("geheim"), std::string::npos);
+    EXPECT_NE(run({"dsn", "test", "Repeat", "--show-secrets"}).find("geheim (geheim)\n"), std::string::npos);
+}
+
+TEST_F(DoctorCommands, ADriversNameInPlaceOfAPathLeadsToItsLibrary) {
+    home_.put(".odbc.ini", "[ODBC Data Sources]\nSales=Small\n[Sales]\nDriver=small\n");
+    EXPECT_EQ(run({"dsn", "test", "Sales"}), "0\nSales: connected, driver small driver 01.02\n");
+    EXPECT_EQ(jx::test::runProgram(JX_ODBCADMIN, {"doctor", "Sales"}).code, 0);
+    EXPECT_EQ(run({"explain", "Sales"}).find("broken"), std::string::npos) << run({"explain", "Sales"});
+}
+
+TEST_F(DoctorCommands, AMistakeInAPathIsTheOnlyErrorThereIs) {
+    const std::string library = home_.file("libdriver.so");
+    for (const std::string& value : {'"' + library + '"', library + " ; the old one"}) {
+        SCOPED_TRACE(value);
+        home_.put(".odbc.ini", "[ODBC Data Sources]\nSales=Small\n[Sales]\nDriver=" + value + "\n");
+        std::size_t errors = 0;
+        const Json findings = json({"doctor", "Sales"}).at("findings");
+        for (const Json& each : findings)
+            errors += each.at("severity") == "error" ? 1 : 0;
+        EXPECT_EQ(errors, 1U) << run({"doctor", "Sales"});
+        const std::string tested = run({"dsn", "test", "Sales"});
+        EXPECT_TRUE(tested.starts_with("11\n")) << tested;
+        EXPECT_NE(tested.find("Write the line as: Driver=~/libdriver.so\n"), std::string::npos) << tested;
+    }
+}
+
+TEST_F(DoctorCommands, AFileThatMayNotBeReadIsToldWithTheReason) {
+    home_.openToAll();
+    ::chmod(home_.file(".odbc.ini").c_str(), 0);
+    const std::string told = run({"lint"}, As::nobody);
+    EXPECT_NE(told.find("cannot be read by user nobody (65534): Permission denied."), std::string::npos) << told;
+    EXPECT_EQ(told.find("Success"), std::string::npos);
 }
 
 }  // namespace

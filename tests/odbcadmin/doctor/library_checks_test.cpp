@@ -9,6 +9,7 @@
 
 #include "doctor_fixture.h"
 #include "jxutl/ini/child_process.h"
+#include "odbcadmin/doctor/path_mistakes.h"
 
 namespace jx::doctor::test {
 namespace {
@@ -327,6 +328,31 @@ TEST(LibraryChecks, ANameWithoutASlashIsLookedForWhereTheLoaderLooks) {
               "  Give the library's full path.\n");
     home.take("libsetup.so", "default/libsetup.so");
     EXPECT_EQ(home.check("libsetup.so"), "");
+}
+
+TEST(MeantLibrary, IsAPathADriversOrAFileWhereDriversAreInstalled) {
+    DoctorHome home;
+    home.put(".odbcinst.ini",
+             "[ODBC Drivers]\nSmall=Installed\n[Small]\nDriver=/opt/small.so\n[Bare]\nDriver=libbare.so\n");
+    home.take("libdriver.so", "default/odbc/libbare.so");
+    home.take("libdriver.so", "default/libother.so");
+    const model::Configuration configuration = model::Configuration::read();
+    const struct {
+        std::string value, library;
+    } rows[] = {
+        {"/opt/any.so", "/opt/any.so"},
+        {"lib/any.so", "lib/any.so"},
+        {"SMALL", "/opt/small.so"},
+        {"bare", home.file("default/odbc/libbare.so")},
+        {"libbare.so", home.file("default/odbc/libbare.so")},
+        {"libother.so", home.file("default/libother.so")},
+        {"libnone.so", "libnone.so"},
+        {"", ""},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.value);
+        EXPECT_EQ(meantLibrary(row.value, configuration, home.options().places), row.library);
+    }
 }
 
 }  // namespace

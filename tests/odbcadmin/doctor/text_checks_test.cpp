@@ -244,6 +244,34 @@ TEST_F(NameChecks, RelativeStaleAndMissingPathsAreTold) {
               "  Enter the full path of the driver's library there.\n");
 }
 
+TEST_F(NameChecks, TheCommonestMistakesInAPathAreToldWithTheLineAsItShouldBe) {
+    const struct {
+        const char *value, *id, *line;
+    } rows[] = {
+        {"\"/l/d.so\"", "error names.quoted-path", "Driver=/l/d.so"},
+        {"'/l/d.so'", "error names.quoted-path", "Driver=/l/d.so"},
+        {"~/d.so", "error names.unexpanded-path", "Driver=~/d.so"},
+        {"$HOME/d.so", "error names.unexpanded-path", "Driver=~/d.so"},
+        {"${HOME}/d.so", "error names.unexpanded-path", "Driver=~/d.so"},
+        {"/l/d.so ; old", "error names.comment-in-value", "Driver=/l/d.so"},
+        {"/l/d.so # old", "error names.comment-in-value", "Driver=/l/d.so"},
+        {"d", "note names.driver-by-name", "Driver=/l/d.so"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.value);
+        const std::string text = told(std::string("[ODBC Data Sources]\nA=D\n[A]\nDriver=") + row.value + "\n", good_);
+        EXPECT_TRUE(text.starts_with(std::string(row.id) + " data source A\n  ~/.odbc.ini:4: ")) << text;
+        EXPECT_TRUE(text.ends_with(std::string("rite the line as: ") + row.line + "\n")) << text;
+    }
+}
+
+TEST_F(NameChecks, AKeyForOneWordSizeIsNoLibrary) {
+    EXPECT_EQ(told("[ODBC Data Sources]\nA=D\n[A]\nDriver64=/l/d.so\n", good_),
+              "error names.no-library-key data source A\n"
+              "  ~/.odbc.ini:3: the section has no value for Driver, and Driver64 is a key that nobody asks for here.\n"
+              "  Write the line as: Driver=/l/d.so\n");
+}
+
 TEST_F(NameChecks, ForbiddenLongAndReservedNamesAreTold) {
     const std::string longest(32, 'n');
     EXPECT_EQ(told("[ODBC Data Sources]\n" + longest + "=D\n[" + longest + "]\nDriver=/l/d.so\n", good_), "");
