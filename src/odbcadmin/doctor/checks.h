@@ -22,6 +22,8 @@ inline constexpr Check kNoPlace{"files.no-place", error};
 inline constexpr Check kVariableEmpty{"files.variable-empty", warning};
 inline constexpr Check kVariableRelative{"files.variable-relative", warning};
 inline constexpr Check kFileMissing{"files.missing", note};
+inline constexpr Check kWithoutDot{"files.without-dot", warning};
+inline constexpr Check kNoDirectory{"files.no-directory", error};
 inline constexpr Check kNamedFileMissing{"files.named-missing", warning};
 inline constexpr Check kFileUnreadable{"files.unreadable", error};
 inline constexpr Check kFileDanglingLink{"files.dangling-link", error};
@@ -80,6 +82,7 @@ inline constexpr Check kWrongMachine{"library.wrong-machine", error};
 inline constexpr Check kNeededMissing{"library.needed-missing", error};
 inline constexpr Check kNeededOtherSystem{"library.needed-wrong-architecture", error};
 inline constexpr Check kNeededDamaged{"library.needed-damaged", error};
+inline constexpr Check kInstaller{"library.installer", note};
 inline constexpr Check kVersionMissing{"library.version-missing", error};
 inline constexpr Check kLoadRefused{"library.load-refused", error};
 inline constexpr Check kLoaderSays{"library.loader-says", note};  // when the cause is reported already

@@ -4,6 +4,8 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <cstdlib>
 #include <map>
 #include <utility>
 
@@ -81,6 +83,51 @@ Findings checkTexts(const Configuration& configuration, const std::string& syste
     return findings;
 }
 
+// The lines below a header that is not closed, which were meant for another section than they are in.
+struct StrayLines {
+    std::string path, header;
+    std::size_t first, last;
+
+    // Whether a finding is about the section that was meant, or begins with one of the lines: "PATH:LINE ...".
+    bool cause(const Finding& finding) const {
+        const std::string name = finding.subject.substr(finding.subject.rfind(' ') + 1);
+        if (header.starts_with("\"[" + name))
+            return true;
+        if (!finding.fact.starts_with(path + ":"))
+            return false;
+        const std::size_t line = std::strtoul(finding.fact.c_str() + path.size() + 1, nullptr, 10);
+        return line >= first && line <= last;
+    }
+};
+
+std::vector<StrayLines> strayLines(const Findings& texts, const Configuration& configuration) {
+    std::vector<StrayLines> all;
+    for (const Finding& each : texts) {
+        if (each.id != check::kUnclosed.id)
+            continue;
+        const std::size_t colon = each.subject.rfind(':');
+        const std::size_t line = std::strtoul(each.subject.c_str() + colon + 1, nullptr, 10);
+        StrayLines stray{each.subject.substr(0, colon), each.fact.substr(each.fact.find('"')), line + 1, SIZE_MAX};
+        for (const FileKind kind : {FileKind::dataSources, FileKind::drivers})
+            for (const model::ConfigFile* file : configuration.files(kind))
+                for (const model::IniSection& section : file->view.sections())
+                    if (file->path == stray.path && section.line > line)
+                        stray.last = std::min(stray.last, section.line - 1);
+        all.push_back(stray);
+    }
+    return all;
+}
+
+// What follows from a header that is not closed is not said, and nothing is advised because of it: what was meant
+// cannot be known.
+Findings withoutFollowers(const Findings& names, const std::vector<StrayLines>& stray) {
+    Findings kept;
+    for (const Finding& each : names)
+        if (std::none_of(stray.begin(), stray.end(), [&](const StrayLines& lines) { return lines.cause(each); }))
+            kept.push_back(each);
+    return kept;
+}
+
 template <class Rows>
 bool holds(const Rows& rows, const std::string& name) {
     return std::any_of(rows.begin(), rows.end(), [&](const auto& row) { return rules::sameName(row.name, name); });
@@ -147,7 +194,8 @@ Findings checkLibraries(const Selection& selection, const Configuration& configu
 
 Findings lint(const Configuration& configuration, const std::string& systemFolder) {
     Findings findings = checkTexts(configuration, systemFolder);
-    append(findings, checkNames(select(configuration, {}), configuration));
+    append(findings,
+           withoutFollowers(checkNames(select(configuration, {}), configuration), strayLines(findings, configuration)));
     return findings;
 }
 
@@ -181,7 +229,7 @@ static bool isMistake(const Finding& finding) {
 Findings examine(const Configuration& configuration, const ExaminationOptions& options) {
     Findings findings = checkTexts(configuration, options.systemFolder);
     const Selection selection = select(configuration, options.names);
-    append(findings, checkNames(selection, configuration));
+    append(findings, withoutFollowers(checkNames(selection, configuration), strayLines(findings, configuration)));
     // What the checks of names say of a value need not be said again.
     for (const Finding& each : checkLibraries(selection, configuration, options))
         if (!isMistake(each))

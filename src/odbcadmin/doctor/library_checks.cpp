@@ -124,7 +124,9 @@ private:
                 return tell(check::kLibraryCutShort, path_ + " ends before what its header announces.",
                             "It was copied or downloaded in part: install it again.");
             case State::notShared:
-                return tell(check::kLibraryNotShared, path_ + " is an object file or a program, no shared library.",
+                return tell(check::kLibraryNotShared,
+                            path_ + (file_.isProgram ? " is a program, not a shared library."
+                                                     : " is an object file or a program, not a shared library."),
                             "Give the path of the shared library (.so).");
             default:
                 return tell(check::kLibraryNotElf,
@@ -160,10 +162,27 @@ private:
                  "It, its directory or the file that names it is that user's, who could have it do anything.");
         if (report.end != trial::LoadReport::End::loaded)
             return tellLoad(report);
+        // It has what it needs: the loader knows more places than are looked into here.
+        std::erase_if(findings_, [](const Finding& each) {
+            return each.id.starts_with("library.needed-") || each.id == check::kVersionMissing.id;
+        });
+        tellInstaller();
         tellFunctions(report.offered);
         if (!report.unloaded)
             tell(check::kUnloadFailed, path_ + " loads, but unloading it ends the program: " + report.unloadEnd + ".",
                  "Report it to the library's maker; programs that keep it loaded are not affected.");
+    }
+
+    // Which file answers a driver that was built for the other installer library.
+    void tellInstaller() {
+        constexpr const char* kInstaller = "libodbcinst.so.2";
+        if (std::find(file_.needed.begin(), file_.needed.end(), kInstaller) == file_.needed.end())
+            return;
+        const Requester requester{&file_, nullptr};
+        const LookUp found = lookUp(kInstaller, &requester, options_.places);
+        if (found.file.isThere())
+            tell(check::kInstaller, path_ + " needs " + kInstaller + ", and " + found.file.path + " answers it.",
+                 "That library decides which files the driver reads.");
     }
 
     void tellLoad(const trial::LoadReport& report) {

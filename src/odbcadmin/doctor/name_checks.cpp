@@ -4,6 +4,7 @@
 #include "odbcadmin/doctor/checks.h"
 #include "odbcadmin/doctor/path_mistakes.h"
 #include "odbcadmin/model/near_matches.h"
+#include "odbcadmin/model/text.h"
 #include "rules/sections.h"
 #include "rules/valid_names.h"
 
@@ -27,12 +28,12 @@ void checkName(const Located& where, const std::string& name, const Subject& sub
         subject.tell(check::kForbiddenCharacter,
                      where.where() + ": the name holds \"" + name[at] +
                          "\", which the standard forbids in names of data sources.",
-                     "Rename it: odbcadmin dsn rename");
+                     "Rename it: odbcadmin dsn rename " + model::shellWord(name) + " NEW");
     if (name.size() > kRules.longest)
         subject.tell(check::kTooLong,
                      where.where() + ": the name has " + std::to_string(name.size()) + " bytes; the standard allows " +
                          std::to_string(kRules.longest) + ".",
-                     "Rename it: odbcadmin dsn rename");
+                     "Rename it: odbcadmin dsn rename " + model::shellWord(name) + " NEW");
     if (rules::isReservedSection(name))
         subject.tell(check::kReserved,
                      where.where() + ": the section " + bracketed(name) + " has a meaning of its own.",
@@ -132,7 +133,8 @@ void checkSection(const DataSource& source, const Configuration& configuration, 
                             source.listed.where() + " lists it, and " + source.file->path + " has no section " +
                                 bracketed(source.name) + ".",
                             model::adviceFor(source.name, configuration.sectionNames(model::FileKind::dataSources),
-                                             "Add the section, or remove it from the list: odbcadmin dsn remove"));
+                                             "Add the section, or remove it from the list: odbcadmin dsn remove " +
+                                                 model::shellWord(source.name)));
     checkListed(source, configuration, subject);
     if (source.library)
         checkDriverValue(source, configuration, subject);

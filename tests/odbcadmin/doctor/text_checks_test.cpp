@@ -75,7 +75,10 @@ TEST(SyntaxChecks, TellEachFaultWithItsLine) {
         {"[]\nx=1\n", "syntax.no-key f:1: The section has no name, so nobody can ask for its keys.\n"},
         {"[A\nx=1\n",
          "syntax.unclosed-bracket f:1: The header \"[A\" is never closed: the keys below it belong to the section "
-         "above it.\nsyntax.key-before-section f:2: The key \"x\" stands before any section, so it belongs to none.\n"},
+         "above it.\n"},
+        {"[B]\nx=1\n[A\nx=1\nx=2\n",
+         "syntax.unclosed-bracket f:3: The header \"[A\" is never closed: the keys below it belong to the section "
+         "above it.\nsyntax.duplicate-key f:5: The key \"x\" stands in line 4 already, and that one counts.\n"},
     };
     for (const SyntaxRow& row : rows) {
         SCOPED_TRACE(row.text);
@@ -132,6 +135,27 @@ TEST_F(FileChecks, VariablesAreLookedAt) {
         told().starts_with("files.variable-relative ODBCINI: ODBCINI is \"some.ini\", a path that means another "
                            "file in every directory a program is started in.\n"))
         << told();
+}
+
+TEST_F(FileChecks, AFileWithoutTheDotIsToldWithTheCommandThatMendsIt) {
+    home_.put("odbc.ini", "[A]\n");
+    home_.put(".odbcinst.ini", "");
+    EXPECT_EQ(told(),
+              "files.missing ~/.odbc.ini: ~/.odbc.ini is not there: it is as if it were empty.\n"
+              "files.without-dot ~/odbc.ini: ~/odbc.ini is there and is not read: the name of the file begins with a "
+              "dot.\n");
+    home_.put(".odbc.ini", "");
+    EXPECT_EQ(told().find("files.without-dot"), 0U);
+}
+
+TEST_F(FileChecks, ADirectoryThatIsNotThereIsNoFileThatTheFirstWriteMakes) {
+    ::setenv("HOME", home_.file("gone").c_str(), 1);
+    ::setenv("ODBCINI", home_.file("none/odbc.ini").c_str(), 1);
+    EXPECT_EQ(told(),
+              "files.no-directory ~/none/odbc.ini: ODBCINI names ~/none/odbc.ini, and there is no directory ~/none: "
+              "nothing can be read or written there.\n"
+              "files.no-directory ~/gone/.odbcinst.ini: The home directory is ~/gone, and there is no such directory: "
+              "nothing can be read or written there.\n");
 }
 
 TEST_F(FileChecks, AFileForAllUsersIsToldAsIgnored) {
