@@ -162,12 +162,37 @@ void buildCommandLine(CLI::App& app, Session& session) {
     addCompleteCommand(app, session);
 }
 
+// The place of the first word that is no global option.
+std::size_t commandIn(const std::vector<std::string>& words) {
+    std::size_t at = 0;
+    while (at < words.size() && words[at].starts_with('-'))
+        at += words[at] == "--home" || words[at] == "--owner" ? 2 : 1;
+    return std::min(at, words.size());
+}
+
+// What many type from habit: "dsn ls", "driver rm", "help dsn add".
+void takeAliases(std::vector<std::string>& words) {
+    constexpr std::string_view kNouns[] = {"dsn", "driver", "translator", "trace", "config"};
+    const std::size_t at = commandIn(words);
+    if (at == words.size())
+        return;
+    if (words[at] == "help") {
+        words.erase(words.begin() + static_cast<std::ptrdiff_t>(at));
+        words.emplace_back("--help");
+    } else if (at + 1 < words.size() &&
+               std::find(std::begin(kNouns), std::end(kNouns), words[at]) != std::end(kNouns)) {
+        std::string& verb = words[at + 1];
+        verb = verb == "ls" ? "list" : verb == "rm" ? "remove" : verb;
+    }
+}
+
 }  // namespace
 
 ExitCode runCommandLine(std::vector<std::string> arguments, ShowDialogs showDialogs) {
     CLI::App app("Manages ODBC data sources and drivers of this user.");
     Session session;
     buildCommandLine(app, session);
+    takeAliases(arguments);
     arguments = marked(arguments);
     std::reverse(arguments.begin(), arguments.end());
     try {

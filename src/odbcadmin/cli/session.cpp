@@ -94,6 +94,7 @@ void Session::printTable(const std::vector<std::vector<std::string>>& rows) cons
 }
 
 void Session::printJson(const Json& object) const {
+    hasPrintedJson = true;
     Json whole;
     whole["schema"] = "odbcadmin/1";
     whole.update(object);
@@ -102,6 +103,8 @@ void Session::printJson(const Json& object) const {
 }
 
 ExitCode Session::fail(ExitCode code, std::string_view fact, std::string_view advice) const {
+    if (json && !hasPrintedJson)
+        printJson({{"error", {{"code", static_cast<int>(code)}, {"fact", fact}, {"advice", advice}}}});
     std::cout.flush();
     std::cerr << "odbcadmin: " << printable(fact) << '\n';
     if (!advice.empty())
@@ -150,6 +153,7 @@ ExitCode Session::report(const model::ChangeResult& result, const std::string& s
         Json object{{"result", files.empty()     ? "unchanged"
                                : writesNothing() ? "would change"
                                                  : "changed"},
+                    {"changed", !files.empty() && !writesNothing()},
                     {"message", sentence},
                     {"files", files}};
         if (!remarks.empty())

@@ -31,6 +31,8 @@ struct Session {
     std::string home;          // --home DIR; already in force when a verb runs
     std::string owner;         // --owner USER; of files that root makes
 
+    mutable bool hasPrintedJson = false;
+
     // What the chosen verb does; set while the command line is read.
     std::function<ExitCode(const Session&)> action;
 
@@ -62,7 +64,8 @@ struct Session {
     // An object with "schema": "odbcadmin/1" before everything else, indented. Bytes that are not UTF-8 become U+FFFD.
     void printJson(const Json& object) const;
 
-    // One line of fact and one of advice (none when empty), on standard error. Returns code.
+    // One line of fact and one of advice (none when empty), on standard error; with --json, if no object was printed
+    // yet, also one on standard output: {"error": {"code", "fact", "advice"}}. Returns code.
     ExitCode fail(ExitCode code, std::string_view fact, std::string_view advice = {}) const;
     ExitCode fail(const model::Reason& reason) const;
 

@@ -127,7 +127,9 @@ std::vector<std::string> namesOf(const Rows& rows) {
 }
 
 // That there is none of that name, with near matches.
-Reason noDataSource(const Configuration& configuration, std::string_view name);
+// One of a data source also says when it stands in the file that other systems keep for all users in systemFolder.
+Reason noDataSource(const Configuration& configuration, std::string_view name,
+                    const std::string& systemFolder = "/etc");
 Reason noneRegistered(const Configuration& configuration, const RegisteredKind& kind, std::string_view name);
 Reason noDataSourceOrDriver(const Configuration& configuration, std::string_view name);
 

@@ -230,6 +230,28 @@ TEST_F(Line, AResultThatCannotBeWrittenIsAFailure) {
     EXPECT_EQ(runProgram("/bin/sh", {"-c", shellQuoted(JX_ODBCADMIN) + " dsn list >/dev/full"}).code, 1);
 }
 
+TEST_F(Line, WhatManyTypeFromHabitIsUnderstood) {
+    EXPECT_EQ(out({"dsn", "ls", "-q"}), "Sales\nAccounts\n");
+    EXPECT_EQ(out({"help", "dsn", "add"}), out({"dsn", "add", "--help"}));
+    EXPECT_EQ(out({"help"}), out({"--help"}));
+    EXPECT_EQ(out({"dsn", "rm", "Sales", "-q"}), "");
+    EXPECT_EQ(out({"dsn", "ls", "-q"}), "Accounts\n");
+    EXPECT_EQ(out({"driver", "remove", "Gone", "--if-exists"}), "unchanged: nothing to do\n");
+    EXPECT_EQ(run({"driver", "remove", "Gone"}).code, 3);
+}
+
+TEST_F(Line, AFailureIsAnObjectToo) {
+    const ProgramResult result = run({"--json", "dsn", "show", "Nothing"});
+    EXPECT_EQ(result.code, 3);
+    const auto object = nlohmann::ordered_json::parse(result.out);
+    EXPECT_EQ(object["schema"], "odbcadmin/1");
+    EXPECT_EQ(object["error"]["code"], 3);
+    EXPECT_EQ(object["error"]["fact"], "There is no data source Nothing in " + home_.file(".odbc.ini"));
+    EXPECT_EQ(json({"dsn", "set", "Sales", "a=b"})["changed"], true);
+    EXPECT_EQ(json({"dsn", "set", "Sales", "a=b"})["changed"], false);
+    EXPECT_EQ(json({"dsn", "set", "Sales", "a=c", "-n"})["changed"], false);
+}
+
 TEST_F(Line, AnEmptyHomeIsNotTheCallersOwn) {
     const ProgramResult result = run({"--home", "", "dsn", "remove", "Sales"});
     EXPECT_EQ(result.code, 2);
