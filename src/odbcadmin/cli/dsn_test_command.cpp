@@ -1,5 +1,6 @@
 // dsn test: connecting, and showing what happens.
 #include <algorithm>
+#include <cctype>
 #include <nlohmann/json.hpp>
 
 #include "odbcadmin/cli/commands.h"
@@ -97,6 +98,20 @@ void print(const Session& session, const Diagnostic& diagnostic, trial::Outcome 
     session.print(std::string("  means: ") + meaning.meaning + ". " + meaning.advice);
 }
 
+// Every place where the word stands by itself; a long one anywhere, since nothing else looks like it.
+void hideWord(std::string& text, const std::string& word) {
+    constexpr std::size_t kLong = 8;
+    const auto isPartOfWord = [&](std::size_t at) {
+        return at < text.size() && std::isalnum(static_cast<unsigned char>(text[at])) != 0;
+    };
+    for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at)) {
+        const bool isPart = (at > 0 && isPartOfWord(at - 1)) || isPartOfWord(at + word.size());
+        if (!isPart || word.size() >= kLong)
+            text.replace(at, word.size(), rules::kMask);
+        at += !isPart || word.size() >= kLong ? rules::kMask.size() : word.size();
+    }
+}
+
 // A driver may repeat the password that it was refused with.
 void hideSecrets(const Session& session, const model::DataSource& source, ConnectReport& report) {
     const auto hide = [&](std::string& text) {
@@ -104,9 +119,7 @@ void hideSecrets(const Session& session, const model::DataSource& source, Connec
         for (const model::IniEntry& entry : source.section->entries) {
             if (session.showSecrets || !rules::isSecretKey(entry.key) || entry.value.empty())
                 continue;
-            for (std::size_t at = text.find(entry.value); at != std::string::npos;
-                 at = text.find(entry.value, at + rules::kMask.size()))
-                text.replace(at, entry.value.size(), rules::kMask);
+            hideWord(text, std::string(entry.value));
         }
     };
     if (source.section == nullptr)

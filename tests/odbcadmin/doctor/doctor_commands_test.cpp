@@ -348,12 +348,12 @@ TEST_F(DoctorCommands, AMessageKeepsItsLinesAndLosesThePassword) {
     EXPECT_EQ(run({"dsn", "test", "Repeat"}),
               "11\n"
               "01000 (native 1001) ******** (********)\n"
-              "  was refused?[31m\n"
+              "  ungeheim was refused?[31m\n"
               "  means: a remark of the driver. Read its message; the cause may stand in it or in the next one.\n"
               "--\n"
               "odbcadmin: Cannot connect to Repeat: SQLDriverConnect failed with result -1\n"
               "  See odbcadmin doctor Repeat\n");
-    EXPECT_EQ(run({"dsn", "test", "Repeat", "--json"}).find("geheim"), std::string::npos);
+    EXPECT_EQ(run({"dsn", "test", "Repeat", "--json"}).find("(geheim"), std::string::npos);
     EXPECT_NE(run({"dsn", "test", "Repeat", "--show-secrets"}).find("geheim (geheim)\n"), std::string::npos);
 }
 
