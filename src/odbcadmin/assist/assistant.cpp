@@ -88,6 +88,10 @@ void chooseOnly(HWND dialog, unsigned short list) {
 
 }  // namespace
 
+bool asksWhetherCancelled(std::string_view text) {
+    return text.find("If you did not cancel it") != std::string_view::npos;
+}
+
 void refreshDriverLists() {
     for (HWND dialog = JXW_NextDialog(0); dialog != 0; dialog = JXW_NextDialog(dialog)) {
         if (isLibraryDialog(dialog, JxDriversDialog))

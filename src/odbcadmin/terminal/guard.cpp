@@ -193,7 +193,11 @@ void Guard::install() {
         oldActions_.emplace_back(signal, old);
     };
     // A crash is told on a stack of its own: the program's may be what is used up.
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGABRT, SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGPIPE})
+    for (const int signal :
+         {SIGINT,  SIGTERM, SIGHUP,    SIGQUIT, SIGABRT, SIGSEGV, SIGBUS, SIGFPE,  SIGILL, SIGPIPE, SIGUSR1,
+          SIGUSR2, SIGALRM, SIGVTALRM, SIGPROF, SIGXCPU, SIGXFSZ, SIGSYS, SIGTRAP, SIGIO,  SIGPWR,  SIGSTKFLT})
+        set(signal, end, SA_ONSTACK);
+    for (int signal = SIGRTMIN; signal <= SIGRTMAX; ++signal)
         set(signal, end, SA_ONSTACK);
     set(SIGTSTP, stop, SA_RESTART | SA_ONSTACK);
     set(SIGCONT, wake, SA_RESTART | SA_ONSTACK);

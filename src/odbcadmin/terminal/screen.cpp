@@ -1,6 +1,8 @@
 // The callbacks between the dialog layer and the terminal.
 #include "odbcadmin/terminal/screen.h"
 
+#include <utility>
+
 #include "odbcadmin/assist/help.h"
 #include "odbcadmin/terminal/desk_painter.h"
 
@@ -32,11 +34,11 @@ std::string keysFor(bool isBox, int columns) {
 Screen::Screen(Terminal& terminal)
     : terminal_(terminal),
       abilities_(terminal.abilities()),
-      input_(abilities_, [this](const std::string& what) { paintWorking(what); }) {
+      input_(abilities_, [this](const std::string& what) { beginWork(what); }) {
     JxwScreen table{};
     table.context = this;
     table.opened = [](void* context, HWND dialog) { self(context).opened(dialog); };
-    table.closed = [](void* context, HWND dialog) { self(context).views_.erase(dialog); };
+    table.closed = [](void* context, HWND dialog) { self(context).closed(dialog); };
     table.wait = [](void* context, HWND dialog) { return self(context).wait(dialog); };
     table.messageBox = [](void* context, HWND /*owner*/, const char* text, const char* title, unsigned int style) {
         return self(context).ask(text, title, style);
@@ -50,9 +52,15 @@ Screen::~Screen() {
 }
 
 void Screen::opened(HWND dialog) {
+    endWork();
     views_[dialog];
     told_.clear();
     assistant_.opened(dialog);
+}
+
+void Screen::closed(HWND dialog) {
+    views_.erase(dialog);
+    resumeWork();
 }
 
 int Screen::wait(HWND dialog) {
@@ -76,11 +84,38 @@ void Screen::carryOut(HWND dialog, const Input& input) {
                       reinterpret_cast<const unsigned char*>("Help"), MB_OK);
     } else {
         const Rect area = partsOf(terminal_.columns(), terminal_.lines()).area;
-        told_ = input_.take(dialog, input, area, views_[dialog]);
+        // What there is to tell comes last: dialogs that open and close on the way tell things of their own.
+        std::string said;
+        selections_.around([&] { said = input_.take(dialog, input, area, views_[dialog]); });
+        endWork();
+        told_ = std::move(said);
     }
 }
 
+void Screen::beginWork(const std::string& what) {
+    selections_.begin(frontDialog());
+    terminal_.beforeWork();
+    isWorking_ = true;
+    paintWorking(what);
+}
+
+// A command goes on behind the dialog or the box that it opened.
+void Screen::resumeWork() {
+    if (!selections_.isInCommand() || isWorking_)
+        return;
+    terminal_.beforeWork();
+    isWorking_ = true;
+}
+
+void Screen::endWork() {
+    if (std::exchange(isWorking_, false))
+        terminal_.afterWork();
+}
+
 unsigned int Screen::ask(const char* text, const char* title, unsigned int style) {
+    endWork();
+    if (input_.cancelled() && assist::asksWhetherCancelled(text))
+        return IDOK;
     Message message(assistant_.boxText(text), title, style);
     told_.clear();
     messages_.push_back(&message);
@@ -98,6 +133,7 @@ unsigned int Screen::ask(const char* text, const char* title, unsigned int style
         }
     }
     assistant_.boxClosed();
+    resumeWork();
     return *answer;
 }
 
