@@ -31,6 +31,7 @@ public:
     Input next() override;
     void beforeWork() override;
     void afterWork() override;
+    void setWorker(const std::string& worker) override { guard_->setWorker(worker); }
 
 private:
     struct CloseFile {

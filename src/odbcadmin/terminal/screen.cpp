@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "odbcadmin/assist/help.h"
+#include "odbcadmin/assist/worker.h"
 #include "odbcadmin/terminal/desk_painter.h"
 
 namespace jx::terminal {
@@ -86,17 +87,29 @@ void Screen::carryOut(HWND dialog, const Input& input) {
         const Rect area = partsOf(terminal_.columns(), terminal_.lines()).area;
         // What there is to tell comes last: dialogs that open and close on the way tell things of their own.
         std::string said;
+        const std::string outer = worker_;
         selections_.around([&] { said = input_.take(dialog, input, area, views_[dialog]); });
         endWork();
+        setWorker(outer);
         told_ = std::move(said);
     }
 }
 
 void Screen::beginWork(const std::string& what) {
-    selections_.begin(frontDialog());
+    const HWND dialog = frontDialog();
+    selections_.begin(dialog);
+    const std::string worker = assist::workerOf(dialog);
+    if (!worker.empty())
+        setWorker(worker);
     terminal_.beforeWork();
     isWorking_ = true;
     paintWorking(what);
+}
+
+void Screen::setWorker(const std::string& worker) {
+    if (worker != worker_)
+        terminal_.setWorker(worker);
+    worker_ = worker;
 }
 
 // A command goes on behind the dialog or the box that it opened.

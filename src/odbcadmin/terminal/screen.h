@@ -34,6 +34,7 @@ private:
     void paint();
     void beginWork(const std::string& what);
     void resumeWork();
+    void setWorker(const std::string& worker);
     void endWork();
     void paintWorking(const std::string& what);
     std::string helpLine(HWND dialog) const;
@@ -46,6 +47,7 @@ private:
     std::vector<Message*> messages_;
     assist::SelectionKeeper selections_;
     bool isWorking_ = false;
+    std::string worker_;
     std::string told_;  // instead of the help on the focused control, until the next input
 };
 

@@ -39,6 +39,9 @@ public:
     // painted anew.
     virtual void beforeWork() = 0;
     virtual void afterWork() = 0;
+
+    // Whose code runs from now on, for the line that says who ended the program; empty: this program's own.
+    virtual void setWorker(const std::string& worker) = 0;
 };
 
 }  // namespace jx::terminal

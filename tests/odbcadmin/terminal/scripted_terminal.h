@@ -61,6 +61,9 @@ public:
     Input next() override;
     void beforeWork() override {}
     void afterWork() override;
+    void setWorker(const std::string& worker) override { workers_.push_back(worker); }
+    // Everybody whose code was announced, "" for the program's own.
+    const std::vector<std::string>& workers() const { return workers_; }
 
 private:
     int columns_;
@@ -72,6 +75,7 @@ private:
     std::string shown_;
     std::vector<std::string> seen_;
     std::vector<std::string> pictures_;
+    std::vector<std::string> workers_;
     long time_ = 0;
 };
 
