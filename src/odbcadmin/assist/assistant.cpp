@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "odbcadmin/assist/cut_list.h"
 #include "odbcadmin/assist/driver_form.h"
 #include "odbcadmin/model/comparison.h"
 
@@ -102,6 +103,7 @@ void refreshDriverLists() {
 }
 
 void Assistant::opened(HWND dialog) {
+    mendCutList(dialog);
     if (isLibraryDialog(dialog, JxAddDriverDialog))
         beforeScript_ = model::Configuration::read();
     else if (isLibraryDialog(dialog, JxAddDataSourceDialog))

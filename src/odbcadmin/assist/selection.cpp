@@ -8,6 +8,8 @@
 #include <string_view>
 #include <utility>
 
+#include "odbcadmin/assist/cut_list.h"
+
 namespace jx::assist {
 
 namespace {
@@ -55,6 +57,7 @@ Selection::Selection(HWND dialog) : dialog_(dialog), index_(keptList(dialog)) {
 
 void Selection::restore() const {
     JxwControlInfo list{};
+    mendCutList(dialog_);
     if (index_ < 0 || keptList(dialog_) != index_ || JXW_GetControlInfo(dialog_, index_, &list) == 0 ||
         list.rowCount == 0)
         return;

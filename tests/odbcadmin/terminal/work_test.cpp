@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <odbcinst.h>
 
+#include <algorithm>
 #include <clocale>
 
 #include "odbcadmin/terminal/screen.h"
@@ -69,6 +70,50 @@ TEST_F(Work, ACancelledSetupKeepsTheSelection) {
 
 TEST_F(Work, AVisitToTheDriversKeepsTheSelection) {
     EXPECT_EQ(rowAfter({press(Key::down), alt("r"), press(Key::escape)}), "Bob (Mine)");
+}
+
+// The library reads its names into 1,024 bytes, of which the list takes 1,022: names of 6 bytes fill it but for a rest.
+std::string listThatEndsWithin(const std::string& last, std::size_t bytesOfIt) {
+    std::string list = "[ODBC Data Sources]\nProd=Mine\n";
+    std::size_t room = 1022 - 5 - bytesOfIt;
+    for (int number = 10000; room > 12; ++number, room -= 7)
+        list += "N" + std::to_string(number) + "=Mine\n";
+    return list + std::string(room - 1, 'x') + "=Mine\n" + last + "=Mine\nMore=Mine\n";
+}
+
+TEST_F(Work, AListThatIsCutInsideANameShowsNoRowOfAnotherOne) {
+    for (std::size_t bytes = 2; bytes < 10; ++bytes) {
+        SCOPED_TRACE(bytes);
+        const std::string list = listThatEndsWithin("Production", bytes);
+        const auto names = std::count(list.begin(), list.end(), '=');
+        home_.put(".odbc.ini", list);
+        ScriptedTerminal user(80, 24);
+        std::string row;
+        user.then({press(Key::end), perform([&] { row = user.focusedRow(); })});
+        user.look();
+        const terminal::Screen screen(user);
+        SQLManageDataSources(0);
+        EXPECT_TRUE(row.starts_with("x")) << row;
+        EXPECT_NE(user.seen().at(0).find(std::to_string(names - 2) + " of " + std::to_string(names) +
+                                         " shown; odbcadmin dsn list shows all."),
+                  std::string::npos)
+            << user.seen().at(0);
+    }
+}
+
+TEST_F(Work, AListWithoutRoomForOneWholeNameMoreIsNotCutFurther) {
+    home_.put(".odbc.ini", listThatEndsWithin("Production", 11));
+    EXPECT_EQ(rowAfter({press(Key::end)}), "Production (Mine)");
+}
+
+TEST_F(Work, BelowACutNameStandsTheDefaultDataSource) {
+    home_.put(".odbc.ini", listThatEndsWithin("Production", 4) + "[Default]\nDriver=/none\n");
+    home_.put(".odbcinst.ini", "[ODBC Drivers]\nMine=Installed\n[Default]\nDriver=Mine\n");
+    EXPECT_EQ(rowAfter({press(Key::end)}), "Default (Mine)");
+    std::size_t productions = 0;
+    for (const std::string& picture : user_.pictures())
+        productions += picture.find("Prod (Mine)") != picture.rfind("Prod (Mine)") ? 1 : 0;
+    EXPECT_EQ(productions, 0U);
 }
 
 }  // namespace
