@@ -72,10 +72,10 @@ TEST_F(Work, AVisitToTheDriversKeepsTheSelection) {
     EXPECT_EQ(rowAfter({press(Key::down), alt("r"), press(Key::escape)}), "Bob (Mine)");
 }
 
-// The library reads its names into 1,024 bytes, of which the list takes 1,022: names of 6 bytes fill it but for a rest.
+// The library reads its names into 1,024 bytes: names of 6 bytes and one of x fill them up to the last one's part.
 std::string listThatEndsWithin(const std::string& last, std::size_t bytesOfIt) {
     std::string list = "[ODBC Data Sources]\nProd=Mine\n";
-    std::size_t room = 1022 - 5 - bytesOfIt;
+    std::size_t room = 1024 - 5 - bytesOfIt;
     for (int number = 10000; room > 12; ++number, room -= 7)
         list += "N" + std::to_string(number) + "=Mine\n";
     return list + std::string(room - 1, 'x') + "=Mine\n" + last + "=Mine\nMore=Mine\n";
