@@ -157,9 +157,9 @@ TEST(Signals, ALibraryThatSetsTheTerminalOtherwiseOrPaintsOnItIsUndone) {
     const std::string during = pty.modes();
     pty.send("a");
     ASSERT_TRUE(pty.waitFor("new data source:"));
+    pty.take();
     pty.send("\033[B\r");
     ASSERT_TRUE(pty.waitFor("paint over it"));
-    pty.take();
     // The whole picture, not only what changed in it.
     ASSERT_TRUE(pty.waitFor("F2 new driver"));
     EXPECT_EQ(pty.modes(), during);
