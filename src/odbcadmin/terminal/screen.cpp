@@ -23,6 +23,12 @@ HWND frontDialog() {
     return front;
 }
 
+ScreenParts partsFor(HWND dialog, int columns, int lines) {
+    JxwDialogInfo info{};
+    JXW_GetDialogInfo(dialog, &info);
+    return partsOf(columns, lines, wantedLines(info));
+}
+
 std::string keysFor(bool isBox, int columns) {
     std::string whole = isBox ? kBoxKeys : kKeys;
     if (static_cast<int>(whole.size()) <= columns - 2)
@@ -84,7 +90,7 @@ void Screen::carryOut(HWND dialog, const Input& input) {
         guiMessageBox(dialog, reinterpret_cast<const unsigned char*>(assist::helpOnAll(dialog).c_str()),
                       reinterpret_cast<const unsigned char*>("Help"), MB_OK);
     } else {
-        const Rect area = partsOf(terminal_.columns(), terminal_.lines()).area;
+        const Rect area = partsFor(dialog, terminal_.columns(), terminal_.lines()).area;
         // What there is to tell comes last: dialogs that open and close on the way tell things of their own.
         std::string said;
         const std::string outer = worker_;
@@ -180,8 +186,8 @@ std::string Screen::helpLine(HWND dialog) const {
 void Screen::paint() {
     abilities_ = terminal_.abilities();
     Canvas canvas(terminal_.columns(), terminal_.lines(), abilities_.charset);
-    const ScreenParts parts = partsOf(canvas.columns(), canvas.lines());
     const HWND front = frontDialog();
+    const ScreenParts parts = partsFor(front, canvas.columns(), canvas.lines());
     std::optional<Point> cursor = paintDialogs(canvas, abilities_, parts.area, views_);
     for (Message* message : messages_) {
         message->paint(canvas, parts.area);

@@ -131,7 +131,7 @@ TEST_F(ScreenTest, ArrowsAndLettersChooseRows) {
 
 TEST_F(ScreenTest, OnAListWithRowsNoWordPressesAButton) {
     std::vector<Step> steps;
-    for (const char* word : {"easy", "oder", "ey", "delete", "YES"})
+    for (const char* word : {"easy", "only", "ey", "delete", "YES"})
         for (const Step& step : typed(word))
             steps.push_back(step);
     const std::string shown = after(steps);
