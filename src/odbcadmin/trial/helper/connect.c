@@ -11,7 +11,10 @@
 #include "odbcadmin/trial/helper/report.h"
 #include "odbcadmin/trial/helper/wide_text.h"
 
-enum { kTextSize = 1024, kMostDiagnostics = 8, kMostBytes = 4 * kTextSize };
+enum { kTextSize = 1024, kMostBytes = 4 * kTextSize };
+
+static const short kMostDiagnostics = 8;
+static const Result kNoFunction = -1;
 
 typedef struct {
     void* library;
@@ -91,9 +94,9 @@ static Result callConnect(const Client* client, const Request* request) {
     if (find(client, "SQLDriverConnectW") != NULL || (!hasPlain && find(client, "SQLConnectW") != NULL))
         return connectWide(client, request);
     const Connect call = (Connect)required(client, "SQLConnect");
-    return call == NULL
-               ? (Result)-1
-               : call(client->connection, requestText(request, "source"), kWholeText, "", kWholeText, "", kWholeText);
+    if (call == NULL)
+        return kNoFunction;
+    return call(client->connection, requestText(request, "source"), kWholeText, "", kWholeText, "", kWholeText);
 }
 
 static void reportDiagnostic(const char* state, int native, const char* message) {

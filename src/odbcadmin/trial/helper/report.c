@@ -40,7 +40,7 @@ static bool addText(size_t* at, const char* text) {
         const bool isEscaped = *text == '\\' || *text == '\n';
         if (isEscaped && !add(at, '\\'))
             return false;
-        if (!add(at, *text == '\n' ? 'n' : *text))
+        if (!add(at, (char)(*text == '\n' ? 'n' : *text)))
             return false;
     }
     return true;

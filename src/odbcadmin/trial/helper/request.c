@@ -40,7 +40,7 @@ static void unescape(char* text) {
     for (const char* from = text; *from != '\0'; ++from) {
         if (*from == '\\' && from[1] != '\0') {
             ++from;
-            *to++ = *from == 'n' ? '\n' : *from;
+            *to++ = (char)(*from == 'n' ? '\n' : *from);
         } else {
             *to++ = *from;
         }
@@ -68,7 +68,7 @@ bool readRequest(int descriptor, Request* request) {
     char* text = readWhole(descriptor);
     if (text == NULL || strncmp(text, kFirstLine, sizeof kFirstLine - 1) != 0)
         return false;
-    request->lines = calloc(countOf(text, '\n'), sizeof *request->lines);
+    request->lines = calloc(countOf(text, '\n') + 1, sizeof *request->lines);
     request->count = 0;
     if (request->lines == NULL)
         return false;

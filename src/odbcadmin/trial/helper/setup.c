@@ -82,6 +82,7 @@ void callSetupRoutine(const Request* request) {
     char* attributes = attributeList(request);
     if (routine == NULL || attributes == NULL) {
         report("missing", name);
+        free(attributes);
         return;
     }
     const unsigned short code = (unsigned short)strtoul(requestText(request, "request"), NULL, 10);
