@@ -46,7 +46,7 @@ struct ConnectReport : Remarks {
 // Loads the library and connects to the data source as a driver manager would: SQLAllocHandle, SQLSetEnvAttr,
 // SQLDriverConnect with "DSN=NAME" and no dialog, SQLGetDiagRec; with the functions of the standard's second version
 // where a driver has those only, and with the wide ones (UTF-16) where it has no others. Then disconnects. Nothing else
-// is loaded: the driver finds the installer library that it asks for, or does not, as in any program started so.
+// is loaded: the driver finds the installer library that it asks for, or does not.
 ConnectReport tryConnecting(const ConnectRequest& request, const Waiting& waiting = {});
 
 }  // namespace jx::trial

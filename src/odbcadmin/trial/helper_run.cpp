@@ -13,9 +13,11 @@
 #include <cerrno>
 #include <charconv>
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 
+#include "odbcadmin/trial/installer_library.h"
 #include "odbcadmin/trial/owned_descriptor.h"
 
 extern char** environ;
@@ -25,7 +27,7 @@ namespace jx::trial {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-using End = HelperOutcome::End;
+using Ending = HelperOutcome::End;
 
 constexpr std::size_t kOutputLimit = 64U << 10U;
 constexpr std::size_t kReportLimit = 2U << 20U;
@@ -125,6 +127,42 @@ bool drain(int descriptor, std::string& text, std::size_t limit) {
     return length > 0;
 }
 
+// Drivers look for libodbcinst.so.1 by its name. Programs that use this product have it, wherever it is installed; so
+// it must be found here, but by those alone who ask for it, and behind everything else.
+class Environment {
+public:
+    Environment() {
+        const std::string directory = std::filesystem::path(installerPath()).parent_path().string();
+        const bool isFound = directory.empty() || isSystems(directory);
+        for (char** each = environ; *each != nullptr; ++each)
+            if (isFound || !std::string_view(*each).starts_with(kSearchPath))
+                variables_.push_back(*each);
+        const char* present = std::getenv("LD_LIBRARY_PATH");
+        path_ = kSearchPath + (present != nullptr && *present != '\0' ? std::string(present) + ":" : "") + directory;
+        if (!isFound)
+            variables_.push_back(path_.data());
+        variables_.push_back(nullptr);
+    }
+    Environment(const Environment&) = delete;
+    Environment& operator=(const Environment&) = delete;
+
+    char* const* get() const { return variables_.data(); }
+
+private:
+    // Where every loader looks, or where distributions have it look.
+    static bool isSystems(const std::string& directory) {
+        for (const char* begin : {"/lib", "/usr/lib", "/usr/local/lib"})
+            if (directory.starts_with(begin))
+                return true;
+        return false;
+    }
+
+    static constexpr const char* kSearchPath = "LD_LIBRARY_PATH=";
+
+    std::string path_;
+    std::vector<char*> variables_;
+};
+
 // The helper with its standard streams; the errno of what failed.
 int start(const std::string& path, const Channel& request, const Channel& report, const Channel& output,
           pid_t& helper) {
@@ -145,7 +183,8 @@ int start(const std::string& path, const Channel& request, const Channel& report
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
     std::string name = path;
     char* const arguments[] = {name.data(), nullptr};
-    const int error = ::posix_spawn(&helper, path.c_str(), &actions, &attributes, arguments, environ);
+    const Environment environment;
+    const int error = ::posix_spawn(&helper, path.c_str(), &actions, &attributes, arguments, environment.get());
     posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&actions);
     return error;
@@ -176,17 +215,17 @@ void takeEnd(const std::string& text, HelperOutcome& outcome) {
     const std::size_t blank = std::min(text.find(' '), text.size());
     const std::string how = text.substr(0, blank);
     std::from_chars(text.data() + std::min(blank + 1, text.size()), text.data() + text.size(), outcome.code);
-    outcome.end = how == "exited"      ? End::exited
-                  : how == "signalled" ? End::signalled
-                  : how == "timed-out" ? End::timedOut
-                                       : End::notStarted;
-    if (outcome.end == End::notStarted)
+    outcome.end = how == "exited"      ? Ending::exited
+                  : how == "signalled" ? Ending::signalled
+                  : how == "timed-out" ? Ending::timedOut
+                                       : Ending::notStarted;
+    if (outcome.end == Ending::notStarted)
         outcome.why = helperPath() + ": " + std::strerror(outcome.code);
 }
 
 // The helper's own end stands for the library's where no report says how that ended.
 void takeHelpersEnd(int status, HelperOutcome& outcome) {
-    outcome.end = WIFSIGNALED(status) ? End::signalled : End::exited;
+    outcome.end = WIFSIGNALED(status) ? Ending::signalled : Ending::exited;
     outcome.code = WIFSIGNALED(status) ? WTERMSIG(status) : WEXITSTATUS(status);
 }
 
@@ -245,9 +284,9 @@ HelperOutcome runHelper(const HelperRequest& request, const Waiting& waiting) {
     takeHelpersEnd(status, outcome);
     takeReport(lines, outcome);
     if (textOf(outcome.report, "finished") != nullptr)
-        outcome.end = End::finished;
+        outcome.end = Ending::finished;
     if (const std::string* why = textOf(outcome.report, "withheld")) {
-        outcome.end = End::withheld;
+        outcome.end = Ending::withheld;
         outcome.why = *why;
     }
     return outcome;

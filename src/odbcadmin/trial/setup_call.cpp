@@ -1,8 +1,6 @@
 // Asking the helper for a call of a setup routine and reading its answer.
 #include "odbcadmin/trial/setup_call.h"
 
-#include "odbcadmin/trial/installer_library.h"
-
 namespace jx::trial {
 
 namespace {
@@ -64,7 +62,6 @@ SetupReport callSetup(const SetupRequest& request, const Waiting& waiting) {
         return tooLong("the driver's name is too long");
     details.emplace_back("request", codeOf(request.action));
     details.emplace_back("driver", request.driver);
-    details.emplace_back("installer", installerPath());
     return answerOf<SetupReport>(
         runHelper({"setup", request.library, request.namedBy, details, request.limit}, waiting), takeSetup);
 }

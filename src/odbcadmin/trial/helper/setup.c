@@ -60,19 +60,8 @@ static void reportErrors(void* library) {
     }
 }
 
-// A setup library is called by programs that have an installer library: one that is found in no other way is loaded
-// before it.
-static void* openSetup(const Request* request) {
-    const char* path = requestText(request, "library");
-    const char* installer = requestText(request, "installer");
-    void* library = openLibrary(path);
-    if (library == NULL && *installer != '\0' && dlopen(installer, RTLD_NOW | RTLD_LOCAL) != NULL)
-        library = openLibrary(path);
-    return library;
-}
-
 void callSetupRoutine(const Request* request) {
-    void* library = openSetup(request);
+    void* library = openLibrary(requestText(request, "library"));
     if (library == NULL) {
         report("refused", openFailure());
         return;
