@@ -288,6 +288,7 @@ HelperOutcome runHelper(const HelperRequest& request, const Waiting& waiting) {
     if (const std::string* why = textOf(outcome.report, "withheld")) {
         outcome.end = Ending::withheld;
         outcome.why = *why;
+        outcome.user.clear();
     }
     return outcome;
 }

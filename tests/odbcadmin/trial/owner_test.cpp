@@ -82,6 +82,7 @@ TEST_F(Owner, WhereThereIsNoOneUserToBecomeNothingIsLoaded) {
     give("lib", kNobodys);
     const LoadReport unknown = load();
     EXPECT_EQ(unknown.end, LoadReport::End::withheld);
+    EXPECT_EQ(unknown.user, "");
     EXPECT_EQ(unknown.why, home_.file("lib") + " belongs to user 54321");
     give("lib", kDaemon);
     give(".odbcinst.ini", kBin);
