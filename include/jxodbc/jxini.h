@@ -30,17 +30,16 @@ typedef enum JxIniStep {
     JxIniStepNone = 0, /* nothing failed */
     JxIniStepArgument, /* a section, key or value that cannot be stored, a null argument, the commit of a preview */
     JxIniStepMemory,
-    JxIniStepLocate, /* finding the home directory or following symbolic links */
+    JxIniStepLocate, /* finding the home directory or following symbolic links (EACCES: one is not to be trusted) */
     JxIniStepLook,   /* asking for the file's state */
     JxIniStepOpen,
     JxIniStepRead,
-    JxIniStepLock,  /* making or locking NAME.lock, or waiting for it (errno ETIMEDOUT) */
-    JxIniStepEmpty, /* emptying NAME.lock */
-    JxIniStepWrite,
+    JxIniStepLock,      /* making or locking .NAME.jxlock, waiting for it (ETIMEDOUT), another file there (EEXIST) */
+    JxIniStepWrite = 9, /* making or writing the new file */
     JxIniStepMode,
     JxIniStepOwner,
     JxIniStepFlush,
-    JxIniStepRename,
+    JxIniStepRename,         /* putting it in place (ESTALE: another program put its own there meanwhile) */
     JxIniStepFlushDirectory, /* the new text is in place then */
     JxIniStepRemove
 } JxIniStep;
@@ -57,7 +56,7 @@ typedef struct JxIniFailure {
 JX_EXPORT JxIniFailure jxIniLastFailure(void);
 
 /* One English sentence for that failure, cut to size bytes with its NUL; returns its full length, 0 when nothing
- * failed: Cannot rename /home/a/.odbc.ini.lock: Device or resource busy /home/a/.odbc.ini: cannot store the key "a=b":
+ * failed: Cannot replace /home/a/.odbc.ini: Device or resource busy /home/a/.odbc.ini: cannot store the key "a=b":
  * it holds = It never holds a value, which could be a password. */
 JX_EXPORT size_t jxIniFailureText(char* buffer, size_t size);
 

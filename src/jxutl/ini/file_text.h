@@ -11,8 +11,6 @@
 #include <string>
 #include <string_view>
 
-#include "jxutl/ini/descriptor.h"
-
 namespace jx::ini {
 
 inline bool isSameTime(const timespec& left, const timespec& right) {
@@ -65,7 +63,6 @@ public:
     std::size_t memory() const { return room_; }
 
 private:
-    Descriptor open(const std::string& path);
     bool readOnce(int fd, const std::string& path, FileStamp& stamp, bool& agrees);
     bool fill(int fd, const std::string& path, std::size_t expected);
     std::span<char> roomFrom(std::size_t filled, std::size_t expected);
@@ -76,10 +73,10 @@ private:
     std::size_t size_ = 0;
     std::size_t room_ = 0;
     FileStamp stamp_;
-    bool settled_ = false;  // the text is the file's as long as the stamp is
-    bool holds_ = false;    // bytes_ are a complete file
-    bool same_ = false;     // the bytes read so far are those in bytes_
-    bool leavesAccessTime_ = true;
+    bool settled_ = false;          // the text is the file's as long as the stamp is
+    bool holds_ = false;            // bytes_ are a complete file
+    bool same_ = false;             // the bytes read so far are those in bytes_
+    bool leavesAccessTime_ = true;  // O_NOATIME was not refused yet
 };
 
 }  // namespace jx::ini

@@ -13,7 +13,7 @@
 #include "jxutl/ini/ini_change.h"
 #include "jxutl/ini/ini_line.h"
 #include "jxutl/ini/ini_location.h"
-#include "jxutl/ini/ini_target.h"
+#include "jxutl/ini/ini_place.h"
 #include "jxutl/ini/whole_file.h"
 #include "jxutl/thread/failure.h"
 #include "rules/names.h"
@@ -33,7 +33,6 @@ struct JxIniText {
 
 struct JxIniChange {
     ini::IniChange change;
-    std::string before;
 };
 
 namespace {
@@ -70,14 +69,14 @@ JxIniText* readText(const char* file) {
         ini::noteFailure(JxIniStepLocate, file, errno);
         return nullptr;
     }
-    std::string target;
-    if (!ini::findTarget(where.path, target))
+    ini::IniPlace place;
+    if (!place.find(where.path))
         return nullptr;
     std::string bytes;
     struct stat state;
-    const ini::Whole outcome = ini::readWhole(target, bytes, state);
+    const ini::Whole outcome = ini::readWhole(place, bytes, state);
     if (outcome == ini::Whole::absent)
-        ini::noteFailure(JxIniStepOpen, target, ENOENT);
+        ini::noteFailure(JxIniStepOpen, place.path(), ENOENT);
     return outcome == ini::Whole::read ? makeText(std::move(bytes)) : nullptr;
 }
 
@@ -118,7 +117,6 @@ std::unique_ptr<JxIniChange> makeChange(const char* file, With with) {
     const bool ready = with == With::lock ? made->change.begin(where) : made->change.preview(where);
     if (!ready)
         return nullptr;
-    made->before = made->change.text();
     ini::noteSuccess();
     return made;
 }
@@ -278,7 +276,7 @@ int jxIniSet(JxIniChange* change, const char* section, const char* key, const ch
 }
 
 const char* jxIniBefore(const JxIniChange* change, size_t* length) {
-    return textOf(change == nullptr ? nullptr : &change->before, length);
+    return textOf(change == nullptr ? nullptr : &change->change.before(), length);
 }
 
 const char* jxIniAfter(const JxIniChange* change, size_t* length) {
@@ -291,10 +289,13 @@ int jxIniCommit(JxIniChange* change) {
         ini::noteFailure(JxIniStepArgument, {}, EINVAL);
         return 0;
     }
-    // Edits that undid each other change nothing.
-    const bool same = change->change.holdsLock() && change->before == change->change.text();
-    if (!(same ? change->change.discard() : change->change.commit()))
+    try {
+        if (!change->change.commit())
+            return 0;
+    } catch (const std::bad_alloc&) {
+        ini::noteFailure(JxIniStepMemory, {}, ENOMEM);
         return 0;
+    }
     ini::noteSuccess();
     return 1;
 }

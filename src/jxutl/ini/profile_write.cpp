@@ -1,5 +1,6 @@
 // Profile writes.
 #include <cerrno>
+#include <cstdint>
 #include <new>
 #include <string>
 
@@ -8,6 +9,7 @@
 #include "jxutl/ini/ini_change.h"
 #include "jxutl/ini/ini_line.h"
 #include "jxutl/ini/ini_location.h"
+#include "jxutl/ini/ini_lock.h"
 #include "jxutl/ini/ini_text.h"
 #include "jxutl/ini/profile_file.h"
 #include "jxutl/thread/failure.h"
@@ -64,11 +66,27 @@ bool isStoredAlready(const Request& request, const ini::IniLocation& where) {
     return false;
 }
 
-bool change(const Request& request, const ini::IniLocation& where) {
+bool changeOnce(const Request& request, const ini::IniLocation& where) {
     ini::IniChange change;
     if (!change.begin(where))
         return isStoredAlready(request, where);
     return change.apply(request.section, request.key, request.value) != ini::Edit::refused && change.commit();
+}
+
+// Whether a program that does not lock put another text in place between the reading and the renaming.
+bool isOvertaken(const ini::Failure& failure) {
+    return failure.step == JxIniStepRename && failure.error == ESTALE && !failure.afterRename;
+}
+
+// One request is right for any text, so an overtaken change is made again.
+bool change(const Request& request, const ini::IniLocation& where) {
+    const std::int64_t end = ini::files().waitingClockInMilliseconds() + ini::kLongestWaitInMilliseconds;
+    for (;;) {
+        if (changeOnce(request, where))
+            return true;
+        if (!isOvertaken(ini::lastFailure()) || ini::files().waitingClockInMilliseconds() >= end)
+            return false;
+    }
 }
 
 template <typename Locate>
