@@ -12,8 +12,8 @@
  *
  * The names ".odbc.ini" and ".odbcinst.ini", spelled exactly so, mean the user's two files; every other name is used as
  * spelled. Texts are bytes; lengths are in bytes without a NUL. An object belongs to one thread at a time; only one
- * change of a file can be open. Plain C can include this header. docs/ini-store.md describes the format and the
- * promises. */
+ * change of a file can be open. A thread that is cancelled inside a call completes it first. Plain C can include this
+ * header. docs/ini-store.md describes the format and the promises. */
 #ifndef JXINI_H
 #define JXINI_H
 

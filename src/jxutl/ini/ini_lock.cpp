@@ -10,10 +10,10 @@
 #include <cerrno>
 #include <charconv>
 #include <climits>
-#include <span>
 #include <string_view>
 
 #include "jxutl/ini/file_ops.h"
+#include "jxutl/ini/whole_file.h"
 #include "jxutl/thread/failure.h"
 
 namespace jx::ini {
@@ -184,7 +184,7 @@ IniLock::Attempt IniLock::prepare() {
     if (!made_)
         return Attempt::taken;
     giveToOwnerOfDirectory();
-    return writeLine() ? Attempt::taken : fail(errno);
+    return writeAll(file_.get(), kLine) ? Attempt::taken : fail(errno);
 }
 
 // If root's writer is killed, the owner of the directory can take up the lock it leaves. Where that is not possible
@@ -194,19 +194,6 @@ void IniLock::giveToOwnerOfDirectory() {
     if (::geteuid() != 0 || lookAtOpen(place_->directory(), directory) != 0 || directory.st_uid == state_.st_uid)
         return;
     (void)uninterrupted([&] { return files().setOwner(file_.get(), directory.st_uid, static_cast<gid_t>(-1)); });
-}
-
-bool IniLock::writeLine() {
-    std::span<const char> rest(kLine);
-    while (!rest.empty()) {
-        const ssize_t count = uninterrupted([&] { return files().writeSome(file_.get(), rest); });
-        if (count <= 0) {
-            errno = count == 0 ? EIO : errno;
-            return false;
-        }
-        rest = rest.subspan(static_cast<std::size_t>(count));
-    }
-    return true;
 }
 
 IniLock::Attempt IniLock::unlock(Attempt outcome) {

@@ -66,7 +66,6 @@ private:
     Attempt prepare();
     Attempt unlock(Attempt outcome);
     void giveToOwnerOfDirectory();
-    bool writeLine();
     int removeOwn() const;
     Attempt fail(int error);
     Attempt refuse();

@@ -5,7 +5,6 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <span>
 
 #include "jxutl/ini/file_ops.h"
 #include "jxutl/ini/whole_file.h"
@@ -17,20 +16,6 @@ namespace {
 
 constexpr mode_t kAllModeBits = 07777;
 constexpr mode_t kOwnerOnly = 0600;
-
-bool writeAll(int fd, std::span<const char> bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count = uninterrupted([&] { return files().writeSome(fd, bytes); });
-        if (count < 0)
-            return false;
-        if (count == 0) {
-            errno = EIO;
-            return false;
-        }
-        bytes = bytes.subspan(static_cast<std::size_t>(count));
-    }
-    return true;
-}
 
 // Whether the group's bits differ from the bits of all others.
 bool groupMatters(mode_t mode) {

@@ -16,6 +16,7 @@
 #include "jxutl/ini/ini_place.h"
 #include "jxutl/ini/whole_file.h"
 #include "jxutl/thread/failure.h"
+#include "jxutl/thread/no_cancellation.h"
 #include "rules/names.h"
 
 namespace ini = jx::ini;
@@ -126,6 +127,7 @@ JxIniChange* changeOrNull(const char* file, With with) {
         ini::noteFailure(JxIniStepLocate, {}, EINVAL);
         return nullptr;
     }
+    const jx::NoCancellation beginning;
     try {
         return makeChange(file, with).release();
     } catch (const std::bad_alloc&) {
@@ -168,6 +170,7 @@ JxIniText* jxIniRead(const char* file) {
         ini::noteFailure(JxIniStepLocate, {}, EINVAL);
         return nullptr;
     }
+    const jx::NoCancellation reading;
     return textOrNull(file, [file] { return readText(file); });
 }
 
@@ -284,6 +287,7 @@ const char* jxIniAfter(const JxIniChange* change, size_t* length) {
 }
 
 int jxIniCommit(JxIniChange* change) {
+    const jx::NoCancellation writing;
     const std::unique_ptr<JxIniChange> owner(change);
     if (change == nullptr) {
         ini::noteFailure(JxIniStepArgument, {}, EINVAL);
@@ -301,5 +305,6 @@ int jxIniCommit(JxIniChange* change) {
 }
 
 void jxIniDiscard(JxIniChange* change) {
+    const jx::NoCancellation closing;
     delete change;
 }

@@ -7,6 +7,7 @@
 
 #include "jxutl/ini/file_ops.h"
 #include "jxutl/thread/failure.h"
+#include "jxutl/thread/no_cancellation.h"
 
 namespace jx::ini {
 
@@ -35,6 +36,7 @@ IniIndex* ProfileCache::read(const std::string& path, std::uint64_t number) {
         return nullptr;
     File& file = fileFor(path, number);
     if (!file.text.isCurrent(state)) {
+        const NoCancellation reading;
         const FileText::Outcome outcome = file.text.read(path, state);
         if (outcome == FileText::Outcome::none)
             return nullptr;

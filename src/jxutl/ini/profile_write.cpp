@@ -13,6 +13,7 @@
 #include "jxutl/ini/ini_text.h"
 #include "jxutl/ini/profile_file.h"
 #include "jxutl/thread/failure.h"
+#include "jxutl/thread/no_cancellation.h"
 #include "rules/names.h"
 
 namespace ini = jx::ini;
@@ -110,6 +111,7 @@ int writeAndNote(const Request& request, const char* file, Locate locate) {
         ini::noteFailure(JxIniStepLocate, {}, EINVAL);
         return 0;
     }
+    const jx::NoCancellation writing;
     try {
         if (!write(request, file, locate))
             return 0;

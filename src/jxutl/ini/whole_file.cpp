@@ -1,12 +1,14 @@
-// Reads a whole file.
+// Reads and writes whole files.
 #include "jxutl/ini/whole_file.h"
 
 #include <cerrno>
+#include <csignal>
 #include <span>
 
 #include "jxutl/ini/descriptor.h"
 #include "jxutl/ini/file_ops.h"
 #include "jxutl/thread/failure.h"
+#include "jxutl/thread/held_signal.h"
 
 namespace jx::ini {
 
@@ -63,6 +65,21 @@ Whole readWhole(const IniPlace& place, std::string& bytes, struct stat& state) {
     if (state.st_size >= static_cast<off_t>(kTooManyBytes))
         return fail(JxIniStepRead, path, EFBIG);
     return readAll(file.get(), path, static_cast<std::size_t>(state.st_size), bytes);
+}
+
+bool writeAll(int fd, std::span<const char> bytes) {
+    const HeldSignal held(SIGXFSZ);
+    while (!bytes.empty()) {
+        const ssize_t count = uninterrupted([&] { return files().writeSome(fd, bytes); });
+        if (count < 0)
+            return false;
+        if (count == 0) {
+            errno = EIO;
+            return false;
+        }
+        bytes = bytes.subspan(static_cast<std::size_t>(count));
+    }
+    return true;
 }
 
 }  // namespace jx::ini

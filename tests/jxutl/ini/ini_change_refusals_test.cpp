@@ -1,6 +1,7 @@
 // Files that cannot be changed, and the failures reported.
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <pthread.h>
 #include <sched.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
@@ -261,14 +262,30 @@ TEST_F(IniChangeTest, AFullFileSystemIsReported) {
 TEST_F(IniChangeTest, AFileSizeLimitIsReported) {
     home_.put("x.ini", "[A]\nk=1\n");
     EXPECT_TRUE(passesInChild([&] {
-        ::signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{1000, 1000};
+        const rlimit limit{1000, 1000};  // SIGXFSZ, left at its default, would end the process
         ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
         EXPECT_FALSE(write(file_, "A", "k", std::string(2000, 'y').c_str()));
         expectFailure(JxIniStepWrite, EFBIG, file_);
         EXPECT_EQ(home_.text("x.ini"), "[A]\nk=1\n");
         EXPECT_EQ(home_.names(), Names{"x.ini"});
         EXPECT_TRUE(write(file_, "A", "k", "2"));
+        sigset_t waiting;
+        sigpending(&waiting);
+        EXPECT_EQ(sigismember(&waiting, SIGXFSZ), 0);
+        EXPECT_EQ(::pthread_sigmask(SIG_BLOCK, nullptr, &waiting), 0);
+        EXPECT_EQ(sigismember(&waiting, SIGXFSZ), 0);
+    }));
+}
+
+// A limit below the lock file's line.
+TEST_F(IniChangeTest, NoRoomForTheLockIsReported) {
+    home_.put("x.ini", "[A]\nk=1\n");
+    EXPECT_TRUE(passesInChild([&] {
+        const rlimit limit{0, 0};
+        ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+        EXPECT_FALSE(write(file_, "A", "k", "2"));
+        expectFailure(JxIniStepLock, EFBIG, lock_);
+        EXPECT_EQ(home_.names(), Names{"x.ini"});
     }));
 }
 
