@@ -69,6 +69,8 @@ FileText::Outcome FileText::read(const std::string& path, const struct stat& sta
     }
     stamp_ = stamp;
     holds_ = true;
+    if (!same_)
+        giveBackRoom();
     return same_ ? Outcome::same : Outcome::other;
 }
 
@@ -150,6 +152,17 @@ void FileText::makeRoom(std::size_t room, std::size_t kept) {
         std::memcpy(bytes.get(), bytes_.get(), kept);
     bytes_ = std::move(bytes);
     room_ = wanted;
+}
+
+// A file that became much smaller.
+void FileText::giveBackRoom() {
+    constexpr std::size_t kWorthIt = std::size_t{1} << 20;
+    if (room_ < kWorthIt || room_ / 4 < size_)
+        return;
+    auto bytes = std::make_unique_for_overwrite<char[]>(size_ + 1);
+    std::memcpy(bytes.get(), bytes_.get(), size_);
+    bytes_ = std::move(bytes);
+    room_ = size_ + 1;
 }
 
 }  // namespace jx::ini

@@ -52,6 +52,9 @@ public:
     // Whether the text is certainly that of the file with that state.
     bool isCurrent(const struct stat& state) const { return settled_ && stamp_ == stampOf(state); }
 
+    // Whether the text was read from the file in that state.
+    bool isOf(const struct stat& state) const { return holds_ && stamp_ == stampOf(state); }
+
     // Reads the whole file; state is its fresh stat(), that of a regular file. It never waits, even if a FIFO has
     // replaced the file since. A file that changes meanwhile is read again, up to five times; after that the text is
     // kept but is not current.
@@ -68,6 +71,7 @@ private:
     std::span<char> roomFrom(std::size_t filled, std::size_t expected);
     void takeOver(std::size_t filled, std::span<const char> part, std::size_t expected);
     void makeRoom(std::size_t room, std::size_t kept);
+    void giveBackRoom();
 
     std::unique_ptr<char[]> bytes_;
     std::size_t size_ = 0;

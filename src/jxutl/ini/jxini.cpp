@@ -14,6 +14,7 @@
 #include "jxutl/ini/ini_line.h"
 #include "jxutl/ini/ini_location.h"
 #include "jxutl/ini/ini_place.h"
+#include "jxutl/ini/name_hash.h"
 #include "jxutl/ini/whole_file.h"
 #include "jxutl/thread/failure.h"
 #include "jxutl/thread/no_cancellation.h"
@@ -51,7 +52,7 @@ std::size_t copyOut(std::string_view text, char* buffer, std::size_t size) noexc
 }
 
 struct HashName {
-    std::size_t operator()(std::string_view name) const { return rules::hashName(name); }
+    std::size_t operator()(std::string_view name) const { return ini::hashName(name); }
 };
 struct SameName {
     bool operator()(std::string_view left, std::string_view right) const { return rules::sameName(left, right); }
