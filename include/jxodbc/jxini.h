@@ -145,6 +145,35 @@ JX_EXPORT int jxIniCommit(JxIniChange* change);
 /* Unlocks and releases change; the file is as it was. Null is allowed. */
 JX_EXPORT void jxIniDiscard(JxIniChange* change);
 
+/* ---- several writes as one ---- */
+
+/* A run: from its beginning to its end the calling thread's writes, of whatever function, are kept back, and its reads
+ * see what it has written so far. Then each file is written once, in the order in which the files were first written.
+ *
+ *     JxIniRun* run = jxIniBeginRun();
+ *     ... jxWritePrivateProfileString(...), jxIniBegin(...) and jxIniCommit(...), as often as needed ...
+ *     if (!jxIniCommitRun(run))
+ *         ... jxIniLastFailure() says why ...
+ *
+ * A file is locked from its first write to the end of the run, so other threads and processes that write it wait, and
+ * give up after 10 seconds: end the run before anything that waits for a user or for another process. Inside a run
+ * jxIniCommit adds to the run. A run that is begun inside another is part of it. If the thread ends, its run is given
+ * up. */
+typedef struct JxIniRun JxIniRun;
+
+/* Null when memory is short. Touches no file. */
+JX_EXPORT JxIniRun* jxIniBeginRun(void);
+
+/* Writes the files and releases run. 1, and all of it survives a power cut; or 0: when one of the writes failed,
+ * because its file could not be locked or read or memory was short, no file is written; when a file cannot be written
+ * now, it and the files after it are as they were. A write whose text was refused does not count as failed. For a run
+ * inside another it only releases run. Null returns 0. */
+JX_EXPORT int jxIniCommitRun(JxIniRun* run);
+
+/* Gives up all writes of the run and releases it; the files are as they were. Of a run inside another: the commit of
+ * the outer one then fails, and writes nothing (ECANCELED). Null is allowed. */
+JX_EXPORT void jxIniDiscardRun(JxIniRun* run);
+
 JX_EXTERN_C_END
 
 #endif

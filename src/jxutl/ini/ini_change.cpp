@@ -113,11 +113,44 @@ bool IniChange::discard() {
     return !std::exchange(holdsLock_, false) || lock_.withdraw();
 }
 
-bool IniChange::commit() {
+bool IniChange::isAt(const IniPlace& place) const {
+    const auto look = [](const IniPlace& there, struct stat& state) {
+        return uninterrupted([&] { return files().lookAtOpen(there.directory(), &state); }) == 0;
+    };
+    struct stat own;
+    struct stat other;
+    return place_.name() == place.name() && look(place_, own) && look(place, other) && isSameFile(own, other);
+}
+
+void IniChange::look(const IniChange& other) {
+    before_ = other.text();
+    text_ = IniText(before_);
+}
+
+void IniChange::join(const std::shared_ptr<IniChange>& outer) {
+    look(*outer);
+    joined_ = true;
+    outer_ = outer;
+}
+
+bool IniChange::commitToOuter() {
+    const std::shared_ptr<IniChange> outer = outer_.lock();
+    if (outer == nullptr || !outer->holdsLock_)
+        return fail(JxIniStepArgument, {}, EPERM);
+    if (outer->text() != before_)
+        return fail(JxIniStepRename, outer->place_.path(), ESTALE);
+    outer->changed_ = outer->changed_ || changed_;
+    outer->text_ = std::move(text_);
+    return true;
+}
+
+bool IniChange::commit(Undone undone) {
+    if (joined_)
+        return commitToOuter();
     if (!holdsLock_)
         return fail(JxIniStepArgument, place_.path(), EPERM);
-    // Edits that undid each other change nothing.
-    if (!changed_ || before_ == text_.bytes())
+    const bool makesFile = undone == Undone::makesTheFile && !present_;
+    if (!changed_ || (before_ == text_.bytes() && !makesFile))
         return discard();
     const std::int64_t end = files().waitingClockInMilliseconds() + kLongestWaitInMilliseconds;
     for (;;) {

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include "jxutl/ini/ini_location.h"
@@ -33,15 +34,30 @@ public:
     // Reads without the lock: apply and text show what a change would do, commit refuses.
     bool preview(const IniLocation& where);
 
+    // Begins on the text of another change, to look at it only.
+    void look(const IniChange& other);
+
+    // The same, and commits to the other change instead of to the file. The other may end before: then commit fails.
+    void join(const std::shared_ptr<IniChange>& outer);
+
     Edit apply(const char* section, const char* key, const char* value);
 
     // The file's text as it was read, and with the edits so far.
     const std::string& before() const { return before_; }
     const std::string& text() const { return text_.bytes(); }
 
-    bool commit();
+    // Edits that undid each other change nothing, but may have made a file that was absent: one at a time they would.
+    enum class Undone { changesNothing, makesTheFile };
+
+    bool commit(Undone undone = Undone::changesNothing);
 
     bool holdsLock() const { return holdsLock_; }
+
+    // Whether the file is absent and no edit has changed that.
+    bool isAbsent() const { return !present_ && !changed_; }
+
+    // Whether this is the change of the file at that place.
+    bool isAt(const IniPlace& place) const;
 
     // Unlocks and leaves the file untouched; false when the lock file could not be removed.
     bool discard();
@@ -51,6 +67,7 @@ private:
     bool readTarget();
     IniNewFile::Outcome replace();
     bool beginAgain(std::int64_t end);
+    bool commitToOuter();
     bool fail(JxIniStep step, const std::string& path, int error);
 
     IniPlace place_;
@@ -62,6 +79,8 @@ private:
     std::string before_;
     IniText text_{std::string()};
     IniLock lock_;
+    bool joined_ = false;
+    std::weak_ptr<IniChange> outer_;
 };
 
 }  // namespace jx::ini

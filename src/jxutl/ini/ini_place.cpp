@@ -115,7 +115,7 @@ PlaceWalk::Step PlaceWalk::stop(JxIniStep step, const std::string& path, int err
 bool PlaceWalk::start() {
     const bool fromRoot = rest_.starts_with('/');
     const char* origin = fromRoot ? "/" : ".";
-    place_.prefix_ = fromRoot ? "/" : "";
+    place_.prefix_.assign(fromRoot ? 1 : 0, '/');
     place_.directory_ =
         Descriptor(uninterrupted([=] { return files().openFile(AT_FDCWD, origin, kPathOnly | O_DIRECTORY, 0); }));
     return place_.directory_ || fail(JxIniStepLook, whole_, errno);
@@ -229,7 +229,7 @@ bool IniPlace::find(const std::string& path) {
     path_ = spelled();
     directoryPath_ = prefix_.size() > 1 ? prefix_.substr(0, prefix_.size() - 1) : prefix_;
     if (prefix_.empty())
-        directoryPath_ = ".";
+        directoryPath_.assign(1, '.');
     return found;
 }
 
@@ -269,8 +269,9 @@ bool IniPlace::accept(const struct stat& state) const {
 
 void IniPlace::split(const std::string& path) {
     const std::size_t slash = path.rfind('/');
-    prefix_ = slash == std::string::npos ? "" : path.substr(0, slash + 1);
-    name_ = slash == std::string::npos ? path : path.substr(slash + 1);
+    const std::size_t begin = slash == std::string::npos ? 0 : slash + 1;
+    prefix_ = path.substr(0, begin);
+    name_ = path.substr(begin);
 }
 
 bool IniPlace::admits(const struct stat* state) const {

@@ -14,6 +14,7 @@
 #include "jxutl/ini/ini_line.h"
 #include "jxutl/ini/ini_location.h"
 #include "jxutl/ini/ini_place.h"
+#include "jxutl/ini/ini_run.h"
 #include "jxutl/ini/name_hash.h"
 #include "jxutl/ini/whole_file.h"
 #include "jxutl/thread/failure.h"
@@ -35,6 +36,11 @@ struct JxIniText {
 
 struct JxIniChange {
     ini::IniChange change;
+};
+
+// A run inside another is part of it.
+struct JxIniRun {
+    bool isOutermost;
 };
 
 namespace {
@@ -65,12 +71,18 @@ JxIniText* makeText(std::string bytes) {
     return text.release();
 }
 
+std::shared_ptr<ini::IniChange> pendingIn(ini::IniRun* run, const std::string& path) {
+    return run != nullptr ? run->pending(path) : nullptr;
+}
+
 JxIniText* readText(const char* file) {
     const ini::IniLocation where = ini::locate(file);
     if (where.path.empty()) {
         ini::noteFailure(JxIniStepLocate, file, errno);
         return nullptr;
     }
+    if (const auto pending = pendingIn(ini::currentRun(), where.path); pending != nullptr && !pending->isAbsent())
+        return makeText(pending->text());
     ini::IniPlace place;
     if (!place.find(where.path))
         return nullptr;
@@ -113,10 +125,32 @@ void eachHeader(const JxIniText& text, Visit visit) {
 
 enum class With { lock, preview };
 
+bool begin(ini::IniChange& change, const ini::IniLocation& where, With with) {
+    return with == With::lock ? change.begin(where) : change.preview(where);
+}
+
+bool beginInRun(ini::IniRun& run, ini::IniChange& change, const ini::IniLocation& where, With with) {
+    if (with == With::preview) {
+        const std::shared_ptr<ini::IniChange> pending = run.pending(where.path);
+        if (pending == nullptr)
+            return change.preview(where);
+        change.look(*pending);
+        return true;
+    }
+    const std::shared_ptr<ini::IniChange> pending = run.changeOf(where);
+    if (pending == nullptr) {
+        run.fail();
+        return false;
+    }
+    change.join(pending);
+    return true;
+}
+
 std::unique_ptr<JxIniChange> makeChange(const char* file, With with) {
     auto made = std::make_unique<JxIniChange>();
     const ini::IniLocation where = ini::locate(file);
-    const bool ready = with == With::lock ? made->change.begin(where) : made->change.preview(where);
+    ini::IniRun* run = ini::currentRun();
+    const bool ready = run != nullptr ? beginInRun(*run, made->change, where, with) : begin(made->change, where, with);
     if (!ready)
         return nullptr;
     ini::noteSuccess();
@@ -308,4 +342,54 @@ int jxIniCommit(JxIniChange* change) {
 void jxIniDiscard(JxIniChange* change) {
     const jx::NoCancellation closing;
     delete change;
+}
+
+JxIniRun* jxIniBeginRun(void) {
+    const jx::NoCancellation beginning;
+    try {
+        auto made = std::make_unique<JxIniRun>(JxIniRun{ini::currentRun() == nullptr});
+        if (made->isOutermost && !ini::beginRun())
+            throw std::bad_alloc();
+        ini::noteSuccess();
+        return made.release();
+    } catch (const std::bad_alloc&) {
+        ini::noteFailure(JxIniStepMemory, {}, ENOMEM);
+        return nullptr;
+    }
+}
+
+int jxIniCommitRun(JxIniRun* run) {
+    const jx::NoCancellation writing;
+    const std::unique_ptr<JxIniRun> owner(run);
+    ini::IniRun* current = ini::currentRun();
+    if (run == nullptr || current == nullptr) {
+        ini::noteFailure(JxIniStepArgument, {}, EINVAL);
+        return 0;
+    }
+    if (!run->isOutermost)
+        return 1;
+    bool written = false;
+    try {
+        written = current->commit();
+    } catch (const std::bad_alloc&) {
+        ini::noteFailure(JxIniStepMemory, {}, ENOMEM);
+    }
+    ini::endRun();
+    if (written)
+        ini::noteSuccess();
+    return written ? 1 : 0;
+}
+
+void jxIniDiscardRun(JxIniRun* run) {
+    const jx::NoCancellation closing;
+    const std::unique_ptr<JxIniRun> owner(run);
+    ini::IniRun* current = ini::currentRun();
+    if (run == nullptr || current == nullptr)
+        return;
+    if (run->isOutermost) {
+        ini::endRun();
+        return;
+    }
+    ini::noteFailure(JxIniStepArgument, {}, ECANCELED);
+    current->fail();
 }

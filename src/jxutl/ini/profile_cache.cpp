@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "jxutl/ini/file_ops.h"
+#include "jxutl/ini/ini_run.h"
 #include "jxutl/thread/failure.h"
 #include "jxutl/thread/no_cancellation.h"
 
@@ -30,7 +31,16 @@ bool look(const std::string& path, struct stat& state) {
 
 }  // namespace
 
+// An absent file that the run has locked but not changed is still absent.
+IniIndex* ProfileCache::readPending(const IniChange& change) {
+    noteSuccess();
+    return change.isAbsent() ? nullptr : run_->index(change);
+}
+
 IniIndex* ProfileCache::read(const std::string& path, std::uint64_t number) {
+    if (run_ != nullptr)
+        if (const std::shared_ptr<IniChange> pending = run_->pending(path); pending != nullptr)
+            return readPending(*pending);
     struct stat state;
     if (!look(path, state)) {
         letGoOfPath(path);

@@ -15,6 +15,9 @@
 
 namespace jx::ini {
 
+class IniChange;
+class IniRun;
+
 // ProfileCache: up to kMostFiles files, which take up to kMostBytes besides the one read last; beyond that the least
 // recently read are let go. A file that is gone is let go at the next read of it, and any file that is gone or changed
 // when another one is read for the first time.
@@ -37,6 +40,9 @@ public:
     // that is not 0 always means the same path, so paths are not compared.
     IniIndex* read(const std::string& path, std::uint64_t number = 0);
 
+    // From now on files that this run has written are read from it; null ends that.
+    void readThrough(IniRun* run) { run_ = run; }
+
     // Finds the paths for file names.
     IniLocator& locator() { return locator_; }
 
@@ -53,6 +59,7 @@ private:
         IniIndex index;
     };
 
+    IniIndex* readPending(const IniChange& change);
     File& fileFor(const std::string& path, std::uint64_t number);
     File* fileNumbered(std::uint64_t number);
     File& fileAt(const std::string& path);
@@ -71,6 +78,7 @@ private:
     std::uint64_t uses_ = 0;
     IniLocator locator_;
     const Failure* kept_;
+    IniRun* run_ = nullptr;
 };
 
 // Makes the calling thread's cache; failure as below.

@@ -1,6 +1,7 @@
 // Profile writes.
 #include <cerrno>
 #include <cstdint>
+#include <memory>
 #include <new>
 #include <string>
 
@@ -10,6 +11,7 @@
 #include "jxutl/ini/ini_line.h"
 #include "jxutl/ini/ini_location.h"
 #include "jxutl/ini/ini_lock.h"
+#include "jxutl/ini/ini_run.h"
 #include "jxutl/ini/ini_text.h"
 #include "jxutl/ini/profile_file.h"
 #include "jxutl/thread/failure.h"
@@ -79,8 +81,21 @@ bool isOvertaken(const ini::Failure& failure) {
     return failure.step == JxIniStepRename && failure.error == ESTALE && !failure.afterRename;
 }
 
+// A store that fails fails the run, even where the program does not look at the result of each write.
+bool changeInRun(ini::IniRun& run, const Request& request, const ini::IniLocation& where) {
+    const std::shared_ptr<ini::IniChange> pending = run.changeOf(where);
+    if (pending != nullptr)
+        return pending->apply(request.section, request.key, request.value) != ini::Edit::refused;
+    if (isStoredAlready(request, where))
+        return true;
+    run.fail();
+    return false;
+}
+
 // One request is right for any text, so an overtaken change is made again.
 bool change(const Request& request, const ini::IniLocation& where) {
+    if (ini::IniRun* run = ini::currentRun(); run != nullptr)
+        return changeInRun(*run, request, where);
     const std::int64_t end = ini::files().waitingClockInMilliseconds() + ini::kLongestWaitInMilliseconds;
     for (;;) {
         if (changeOnce(request, where))
@@ -117,6 +132,8 @@ int writeAndNote(const Request& request, const char* file, Locate locate) {
             return 0;
     } catch (const std::bad_alloc&) {
         ini::noteFailure(JxIniStepMemory, file, ENOMEM);
+        if (ini::IniRun* run = ini::currentRun(); run != nullptr)
+            run->fail();
         return 0;
     }
     ini::noteSuccess();

@@ -1,0 +1,98 @@
+// Keeps a thread's pending changes, and commits them.
+#include "jxutl/ini/ini_run.h"
+
+#include <utility>
+
+#include "jxutl/ini/file_ops.h"
+#include "jxutl/ini/ini_place.h"
+#include "jxutl/ini/profile_cache.h"
+#include "jxutl/thread/thread_data.h"
+
+namespace jx::ini {
+
+std::shared_ptr<IniChange> IniRun::pending(const std::string& path) {
+    for (const auto& file : files_)
+        if (file->path == path)
+            return file->change;
+    if (files_.empty())
+        return nullptr;
+    // Another path may lead to one of the files. Whether it can be found is the caller's business.
+    const Failure before = lastFailure();
+    IniPlace place;
+    std::shared_ptr<IniChange> found;
+    if (place.find(path) && place.missing() == 0)
+        for (const auto& file : files_)
+            if (file->change->isAt(place))
+                found = file->change;
+    noteFailure(before);
+    return found;
+}
+
+std::shared_ptr<IniChange> IniRun::changeOf(const IniLocation& where) {
+    if (std::shared_ptr<IniChange> known = pending(where.path); known != nullptr)
+        return known;
+    auto file = std::make_unique<File>();
+    file->path = where.path;
+    file->change = std::make_shared<IniChange>();
+    if (!file->change->begin(where))
+        return nullptr;
+    files_.push_back(std::move(file));
+    return files_.back()->change;
+}
+
+IniIndex* IniRun::index(const IniChange& change) {
+    for (const auto& file : files_) {
+        if (file->change.get() != &change)
+            continue;
+        if (file->indexed != change.text()) {
+            file->indexed = change.text();
+            file->index.reset(file->indexed);
+        }
+        return &file->index;
+    }
+    return nullptr;
+}
+
+void IniRun::fail() {
+    if (failure_.step == JxIniStepNone)
+        failure_ = lastFailure();
+}
+
+bool IniRun::commit() {
+    const auto files = std::exchange(files_, {});
+    if (failure_.step != JxIniStepNone) {
+        noteFailure(failure_);
+        return false;
+    }
+    for (const auto& file : files)
+        if (!file->change->commit(IniChange::Undone::makesTheFile))
+            return false;
+    return true;
+}
+
+// ---- the thread's run ----
+
+IniRun* currentRun() {
+    const ThreadData* data = existingThreadData();
+    return data != nullptr ? data->run.get() : nullptr;
+}
+
+bool beginRun() {
+    ProfileCache* cache = threadCache();
+    if (cache == nullptr)
+        return false;
+    threadData()->run = std::make_shared<IniRun>();
+    cache->readThrough(currentRun());
+    return true;
+}
+
+void endRun() noexcept {
+    ThreadData* data = existingThreadData();
+    if (data == nullptr)
+        return;
+    if (data->profiles != nullptr)
+        data->profiles->readThrough(nullptr);
+    data->run.reset();
+}
+
+}  // namespace jx::ini

@@ -1,0 +1,63 @@
+// The changes of several writes of one thread, pending until they are committed together.
+#pragma once
+
+#include <sys/stat.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "jxutl/ini/ini_change.h"
+#include "jxutl/ini/ini_index.h"
+#include "jxutl/ini/ini_location.h"
+#include "jxutl/thread/failure.h"
+
+namespace jx::ini {
+
+// IniRun: one pending change for each file that the thread writes while the run lives.
+// Use      open, then the thread's writes and reads go through it; commit, or give it up.
+// Order    a file is locked by its first write and stays locked; commit writes the files in the order of their first
+//          writes, each once.
+// Failure  a file that cannot be locked or read, or too little memory for a write, fails the whole run: commit then
+// writes
+//          nothing. A refused text does not: it was never going to be stored.
+// Threads  a run belongs to its thread.
+class IniRun {
+public:
+    // The pending change of the file, begun now if necessary; null, with the failure noted, when it cannot be begun.
+    std::shared_ptr<IniChange> changeOf(const IniLocation& where);
+
+    // The pending change of the file that path leads to; null when the run has not written it.
+    std::shared_ptr<IniChange> pending(const std::string& path);
+
+    // Its text for look-ups, valid until the next write of the run.
+    IniIndex* index(const IniChange& change);
+
+    // Fails the run with the thread's last failure, unless it has failed already.
+    void fail();
+
+    // Ends the run. False, with the failure noted, when the run or the writing of a file failed: the files from that
+    // one on are as they were.
+    bool commit();
+
+private:
+    struct File {
+        std::string path;  // under which it was written first
+        std::shared_ptr<IniChange> change;
+        IniIndex index;
+        std::string indexed;  // the text of the index
+    };
+
+    std::vector<std::unique_ptr<File>> files_;
+    Failure failure_;
+};
+
+// The calling thread's run; null when it has none.
+IniRun* currentRun();
+
+// Begins a run of the calling thread, or gives it up. Begin throws std::bad_alloc; false when there is no memory for
+// the thread's data.
+bool beginRun();
+void endRun() noexcept;
+
+}  // namespace jx::ini
