@@ -1,6 +1,7 @@
 // Keeps a thread's pending changes, and commits them.
 #include "jxutl/ini/ini_run.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "jxutl/ini/file_ops.h"
@@ -10,32 +11,47 @@
 
 namespace jx::ini {
 
-std::shared_ptr<IniChange> IniRun::pending(const std::string& path) {
-    for (const auto& file : files_)
-        if (file->path == path)
-            return file->change;
-    if (files_.empty())
-        return nullptr;
-    // Another path may lead to one of the files. Whether it can be found is the caller's business.
+namespace {
+
+bool holds(const std::vector<std::string>& paths, const std::string& path) {
+    return std::find(paths.begin(), paths.end(), path) != paths.end();
+}
+
+}  // namespace
+
+// Another path may lead to one of the files; whether it can be followed is the caller's business.
+IniRun::File* IniRun::fileAt(const std::string& path) {
     const Failure before = lastFailure();
     IniPlace place;
-    std::shared_ptr<IniChange> found;
+    File* found = nullptr;
     if (place.find(path) && place.missing() == 0)
         for (const auto& file : files_)
             if (file->change->isAt(place))
-                found = file->change;
+                found = file.get();
     noteFailure(before);
     return found;
+}
+
+std::shared_ptr<IniChange> IniRun::pending(const std::string& path) {
+    for (const auto& file : files_)
+        if (holds(file->paths, path))
+            return file->change;
+    if (files_.empty() || holds(elsewhere_, path))
+        return nullptr;
+    File* file = fileAt(path);
+    (file != nullptr ? file->paths : elsewhere_).push_back(path);
+    return file != nullptr ? file->change : nullptr;
 }
 
 std::shared_ptr<IniChange> IniRun::changeOf(const IniLocation& where) {
     if (std::shared_ptr<IniChange> known = pending(where.path); known != nullptr)
         return known;
     auto file = std::make_unique<File>();
-    file->path = where.path;
+    file->paths.push_back(where.path);
     file->change = std::make_shared<IniChange>();
     if (!file->change->begin(where))
         return nullptr;
+    elsewhere_.clear();
     files_.push_back(std::move(file));
     return files_.back()->change;
 }

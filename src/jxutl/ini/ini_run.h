@@ -27,7 +27,8 @@ public:
     // The pending change of the file, begun now if necessary; null, with the failure noted, when it cannot be begun.
     std::shared_ptr<IniChange> changeOf(const IniLocation& where);
 
-    // The pending change of the file that path leads to; null when the run has not written it.
+    // The pending change of the file that path leads to; null when the run has not written it. The path is followed
+    // once.
     std::shared_ptr<IniChange> pending(const std::string& path);
 
     // Its text for look-ups, valid until the next write of the run.
@@ -42,13 +43,16 @@ public:
 
 private:
     struct File {
-        std::string path;  // under which it was written first
+        std::vector<std::string> paths;  // known to lead to it
         std::shared_ptr<IniChange> change;
         IniIndex index;
         std::string indexed;  // the text of the index
     };
 
+    File* fileAt(const std::string& path);
+
     std::vector<std::unique_ptr<File>> files_;
+    std::vector<std::string> elsewhere_;  // paths known to lead to none of them
     Failure failure_;
 };
 

@@ -21,6 +21,7 @@
 #include "faulty_files.h"
 #include "ini_change_fixture.h"
 #include "recording_files.h"
+#include "stamped_files.h"
 
 namespace jx::ini::test {
 namespace {
@@ -98,6 +99,20 @@ TEST_F(IniRunTest, TheThreadReadsWhatItHasWritten) {
     EXPECT_EQ(jxIniCommitRun(run), 1);
     EXPECT_EQ(textOfFile("x.ini"), "[A]\nk=2\n");
     EXPECT_EQ(get("x.ini", "A", "k"), "2");
+}
+
+TEST_F(IniRunTest, AReadOfAnotherFileCostsOneStatAsEver) {
+    home_.put("x.ini", "[A]\nk=1\n");
+    StampedFiles files;
+    const InUse inUse(files);
+    JxIniRun* run = jxIniBeginRun();
+    EXPECT_TRUE(put("y.ini", "A", "k", "2"));
+    EXPECT_EQ(get("x.ini", "A", "k"), "1");
+    files.forget();
+    for (int n = 0; n < 10; ++n)
+        EXPECT_EQ(get("x.ini", "A", "k"), "1");
+    EXPECT_EQ(files.calls(), "look 10");
+    EXPECT_EQ(jxIniCommitRun(run), 1);
 }
 
 TEST_F(IniRunTest, AnAbsentFileIsAbsentUntilItIsWritten) {
