@@ -157,8 +157,8 @@ JX_EXPORT void jxIniDiscard(JxIniChange* change);
  *
  * A file is locked from its first write to the end of the run, so other threads and processes that write it wait, and
  * give up after 10 seconds: end the run before anything that waits for a user or for another process. Inside a run
- * jxIniCommit adds to the run. A run that is begun inside another is part of it. If the thread ends, its run is given
- * up. */
+ * jxIniCommit adds to the run. A run that is begun inside another is part of it, and ends before it. If the thread
+ * ends, its run is given up. */
 typedef struct JxIniRun JxIniRun;
 
 /* Null when memory is short. Touches no file. */

@@ -21,6 +21,7 @@ bool holds(const std::vector<std::string>& paths, const std::string& path) {
 
 // Another path may lead to one of the files; whether it can be followed is the caller's business.
 IniRun::File* IniRun::fileAt(const std::string& path) {
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the search below may note another
     const Failure before = lastFailure();
     IniPlace place;
     File* found = nullptr;
@@ -93,13 +94,16 @@ IniRun* currentRun() {
     return data != nullptr ? data->run.get() : nullptr;
 }
 
-bool beginRun() {
+IniRun* beginRun() {
     ProfileCache* cache = threadCache();
     if (cache == nullptr)
-        return false;
-    threadData()->run = std::make_shared<IniRun>();
-    cache->readThrough(currentRun());
-    return true;
+        return nullptr;
+    std::shared_ptr<IniRun>& run = threadData()->run;
+    if (run == nullptr)
+        run = std::make_shared<IniRun>();
+    run->enter();
+    cache->readThrough(run.get());
+    return run.get();
 }
 
 void endRun() noexcept {

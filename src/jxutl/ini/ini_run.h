@@ -37,8 +37,13 @@ public:
     // Fails the run with the thread's last failure, unless it has failed already.
     void fail();
 
-    // Ends the run. False, with the failure noted, when the run or the writing of a file failed: the files from that
-    // one on are as they were.
+    // A run that begins inside this one is part of it; leave tells which of them ends.
+    enum class Level { outer, inner };
+    void enter() { ++depth_; }
+    Level leave() { return --depth_ == 0 ? Level::outer : Level::inner; }
+
+    // Writes the files. False, with the failure noted, when the run or the writing of a file failed: the files from
+    // that one on are as they were.
     bool commit();
 
 private:
@@ -54,14 +59,16 @@ private:
     std::vector<std::unique_ptr<File>> files_;
     std::vector<std::string> elsewhere_;  // paths known to lead to none of them
     Failure failure_;
+    int depth_ = 0;
 };
 
 // The calling thread's run; null when it has none.
 IniRun* currentRun();
 
-// Begins a run of the calling thread, or gives it up. Begin throws std::bad_alloc; false when there is no memory for
-// the thread's data.
-bool beginRun();
+// Begins a run of the calling thread, or one inside it; null, or std::bad_alloc, when memory is short.
+IniRun* beginRun();
+
+// Ends it, and gives up what was not committed.
 void endRun() noexcept;
 
 }  // namespace jx::ini

@@ -38,11 +38,6 @@ struct JxIniChange {
     ini::IniChange change;
 };
 
-// A run inside another is part of it.
-struct JxIniRun {
-    bool isOutermost;
-};
-
 namespace {
 
 // Copies text into a buffer of size bytes, cut to fit and ended with NUL; returns the text's full length. A null buffer
@@ -344,29 +339,30 @@ void jxIniDiscard(JxIniChange* change) {
     delete change;
 }
 
+// The thread's run is its own handle, also for the runs inside it: they end in the reverse order of their beginnings.
 JxIniRun* jxIniBeginRun(void) {
     const jx::NoCancellation beginning;
+    ini::IniRun* run = nullptr;
     try {
-        auto made = std::make_unique<JxIniRun>(JxIniRun{ini::currentRun() == nullptr});
-        if (made->isOutermost && !ini::beginRun())
-            throw std::bad_alloc();
-        ini::noteSuccess();
-        return made.release();
+        run = ini::beginRun();
     } catch (const std::bad_alloc&) {
-        ini::noteFailure(JxIniStepMemory, {}, ENOMEM);
-        return nullptr;
+        run = nullptr;
     }
+    if (run == nullptr)
+        ini::noteFailure(JxIniStepMemory, {}, ENOMEM);
+    else
+        ini::noteSuccess();
+    return reinterpret_cast<JxIniRun*>(run);
 }
 
 int jxIniCommitRun(JxIniRun* run) {
     const jx::NoCancellation writing;
-    const std::unique_ptr<JxIniRun> owner(run);
     ini::IniRun* current = ini::currentRun();
-    if (run == nullptr || current == nullptr) {
+    if (current == nullptr || reinterpret_cast<ini::IniRun*>(run) != current) {
         ini::noteFailure(JxIniStepArgument, {}, EINVAL);
         return 0;
     }
-    if (!run->isOutermost)
+    if (current->leave() == ini::IniRun::Level::inner)
         return 1;
     bool written = false;
     try {
@@ -382,11 +378,10 @@ int jxIniCommitRun(JxIniRun* run) {
 
 void jxIniDiscardRun(JxIniRun* run) {
     const jx::NoCancellation closing;
-    const std::unique_ptr<JxIniRun> owner(run);
     ini::IniRun* current = ini::currentRun();
-    if (run == nullptr || current == nullptr)
+    if (current == nullptr || reinterpret_cast<ini::IniRun*>(run) != current)
         return;
-    if (run->isOutermost) {
+    if (current->leave() == ini::IniRun::Level::outer) {
         ini::endRun();
         return;
     }

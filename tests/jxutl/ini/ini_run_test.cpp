@@ -244,7 +244,10 @@ TEST_F(IniRunTest, ARunInsideAnotherIsPartOfIt) {
 TEST_F(IniRunTest, WithoutARunThereIsNothingToCommit) {
     EXPECT_EQ(jxIniCommitRun(nullptr), 0);
     EXPECT_EQ(lastFailure().error, EINVAL);
-    EXPECT_EQ(jxIniCommitRun(jxIniBeginRun()), 1) << "a run without writes";
+    JxIniRun* run = jxIniBeginRun();
+    EXPECT_EQ(jxIniCommitRun(run), 1) << "a run without writes";
+    EXPECT_EQ(jxIniCommitRun(run), 0) << "it has ended";
+    jxIniDiscardRun(run);
 }
 
 // ---- changes inside a run ----
