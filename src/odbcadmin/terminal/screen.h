@@ -7,9 +7,10 @@
 #include <vector>
 
 #include "odbcadmin/assist/assistant.h"
+#include "odbcadmin/assist/selection.h"
+#include "odbcadmin/terminal/dialog_input.h"
 #include "odbcadmin/terminal/message.h"
 #include "odbcadmin/terminal/terminal.h"
-#include "odbcadmin/terminal/user.h"
 
 namespace jx::terminal {
 
@@ -25,20 +26,28 @@ private:
     static Screen& self(void* context) { return *static_cast<Screen*>(context); }
 
     void opened(HWND dialog);
+    void closed(HWND dialog);
     int wait(HWND dialog);
     unsigned int ask(const char* text, const char* title, unsigned int style);
     void setCursor(unsigned int cursor);
     void carryOut(HWND dialog, const Input& input);
     void paint();
+    void beginWork(const std::string& what);
+    void resumeWork();
+    void setWorker(const std::string& worker);
+    void endWork();
     void paintWorking(const std::string& what);
     std::string helpLine(HWND dialog) const;
 
     Terminal& terminal_;
     Abilities abilities_;
-    User user_;
+    DialogInput input_;
     assist::Assistant assistant_;
     Views views_;
     std::vector<Message*> messages_;
+    assist::SelectionKeeper selections_;
+    bool isWorking_ = false;
+    std::string worker_;
     std::string told_;  // instead of the help on the focused control, until the next input
 };
 

@@ -7,7 +7,8 @@ namespace {
 
 class ConfigSession : public AdminTest {};
 
-constexpr const char* kReading = R"sh($ printf '; top\n[One]\na = 1\ntoken=abc\nUrl=db://anna:geheim@host/\n\n[Two]\nb=2\n[one]\nA=9\nc\n' >x.ini
+constexpr const char* kReading =
+    R"sh($ printf '; top\n[One]\na = 1\ntoken=abc\nUrl=db://anna:geheim@host/\n\n[Two]\nb=2\n[one]\nA=9\nc\n' >x.ini
 $ odbcadmin config get x.ini one A
 1
 $ odbcadmin config get x.ini One c

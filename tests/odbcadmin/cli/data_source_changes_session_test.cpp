@@ -298,7 +298,8 @@ TEST_F(DataSourceChangesSession, RemovingSome) {
 }
 
 // A section with a driver counts as a data source; one without can still be shown.
-constexpr const char* kOnesThatAreNotListed = R"sh($ printf '[Loose]\nDriver=/opt/libplain.so\n[Other]\nKey=1\n[Stray]\nDriver=/x.so\n' >.odbc.ini
+constexpr const char* kOnesThatAreNotListed =
+    R"sh($ printf '[Loose]\nDriver=/opt/libplain.so\n[Other]\nKey=1\n[Stray]\nDriver=/x.so\n' >.odbc.ini
 $ odbcadmin dsn list
 Loose  /opt/libplain.so  (not listed)
 Stray  /x.so             (not listed)

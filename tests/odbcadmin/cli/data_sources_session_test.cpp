@@ -190,7 +190,8 @@ TEST_F(DataSourcesSession, NamesThatAreRefusedForNewOnes) {
 }
 
 // What an earlier version or an editor has put there can be used, changed and removed.
-constexpr const char* kForbiddenNamesThatAreThere = R"sh($ printf '[ODBC Data Sources]\nA(B)=Plain\n[A(B)]\nDriver=/opt/libplain.so\n' >.odbc.ini
+constexpr const char* kForbiddenNamesThatAreThere =
+    R"sh($ printf '[ODBC Data Sources]\nA(B)=Plain\n[A(B)]\nDriver=/opt/libplain.so\n' >.odbc.ini
 $ odbcadmin dsn set 'A(B)' k=v
 Changed data source A(B)
 ! odbcadmin: written directly: Plain has no setup library

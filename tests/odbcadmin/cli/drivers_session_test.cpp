@@ -26,7 +26,7 @@ $ odbcadmin driver show xyz
 [3]
 $ printf '[Loose]\nDriver=/x.so\nPWD=geheim\n[Default]\nDriver=Loose\n[ODBC Drivers]\nGone=Installed\n' >.odbcinst.ini
 $ odbcadmin driver list
-Gone   missing  
+Gone   missing
 Loose  missing  /x.so  (not listed)
 $ odbcadmin driver show Loose
 [Loose]
@@ -51,7 +51,8 @@ TEST_F(DriversSession, DriversAreListedAndShown) {
     EXPECT_EQ(played(home_, kDriversAreListedAndShown), kDriversAreListedAndShown);
 }
 
-constexpr const char* kDriversAreAdded = R"sh($ odbcadmin driver add New --lib /opt/new.so --setup /opt/set.so FileUsage=1 'Opt=a=b'
+constexpr const char* kDriversAreAdded =
+    R"sh($ odbcadmin driver add New --lib /opt/new.so --setup /opt/set.so FileUsage=1 'Opt=a=b'
 Added driver New
 ! odbcadmin: the library /opt/new.so is not there
 ! odbcadmin: the setup library /opt/set.so is not there
@@ -259,7 +260,8 @@ TEST_F(DriversSession, DriversAreRemoved) {
     EXPECT_EQ(played(home_, kDriversAreRemoved), kDriversAreRemoved);
 }
 
-constexpr const char* kForbiddenNamesThatAreThere = R"sh($ printf '[ODBC Drivers]\nA;B=Installed\n[A;B]\nDriver=/a.so\n' >.odbcinst.ini
+constexpr const char* kForbiddenDriverNames =
+    R"sh($ printf '[ODBC Drivers]\nA;B=Installed\n[A;B]\nDriver=/a.so\n' >.odbcinst.ini
 $ odbcadmin driver ensure 'a;b' --lib /b.so
 Changed driver a;b
 ! odbcadmin: the library /b.so is not there
@@ -275,8 +277,8 @@ $ odbcadmin driver ensure 'A;B' --lib /b.so
 [5]
 )sh";
 
-TEST_F(DriversSession, ForbiddenNamesThatAreThere) {
-    EXPECT_EQ(played(home_, kForbiddenNamesThatAreThere), kForbiddenNamesThatAreThere);
+TEST_F(DriversSession, ForbiddenDriverNames) {
+    EXPECT_EQ(played(home_, kForbiddenDriverNames), kForbiddenDriverNames);
 }
 
 constexpr const char* kTranslators = R"sh($ odbcadmin translator add Latin --lib /opt/latin.so --setup /opt/set.so
