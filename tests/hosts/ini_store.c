@@ -41,6 +41,20 @@ static void change(const char* file) {
     CHECK(file_holds("own.ini", "; mine\n[A]\nb=2\n"));
 }
 
+static void run(const char* file) {
+    JxIniRun* run = jxIniBeginRun();
+    JxIniChange* change = jxIniBegin(file);
+    CHECK(jxIniSet(change, "A", "b", "3") == 1 && jxIniCommit(change) == 1);
+    CHECK(file_holds("own.ini", "; mine\n[A]\nb=2\n"));
+    CHECK(jxIniCommitRun(run) == 1);
+    CHECK(file_holds("own.ini", "; mine\n[A]\nb=3\n"));
+    run = jxIniBeginRun();
+    change = jxIniBegin(file);
+    CHECK(jxIniSet(change, "A", "b", "4") == 1 && jxIniCommit(change) == 1);
+    jxIniDiscardRun(run);
+    CHECK(file_holds("own.ini", "; mine\n[A]\nb=3\n"));
+}
+
 void use_ini_store(void) {
     char path[512], sentence[512] = "";
     JxIniText* text;
@@ -54,6 +68,7 @@ void use_ini_store(void) {
     look_at(text);
     jxIniRelease(text);
     change(path);
+    run(path);
     CHECK(jxIniRead(in_folder("none.ini")) == NULL);
     CHECK(jxIniLastFailure().step != JxIniStepNone && jxIniLastFailure().error != 0);
     CHECK(jxIniFailureText(sentence, sizeof sentence) == strlen(sentence) && sentence[0] != '\0');
