@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "setup/data_source_request.h"
+#include "setup/setup_files.h"
 
 namespace jx::setup {
 
@@ -27,7 +28,7 @@ bool isSecret(const Attribute& attribute);
 std::string rowText(const Attribute& attribute);
 
 // Why something typed cannot be stored as it stands, as a sentence; empty when it can.
-std::string objectionToName(std::string_view name);
+std::string objectionToName(std::string_view name, const SetupFiles& files);
 std::string objectionToKeyword(std::string_view keyword);
 std::string objectionToValue(std::string_view value);
 

@@ -18,12 +18,13 @@ struct JxIniChange {
 
 namespace {
 
-enum class With { turn, preview };
+enum class With { turn, sharedFile, preview };
 
 std::unique_ptr<JxIniChange> makeChange(const char* file, With with) {
     auto made = std::make_unique<JxIniChange>();
-    const ini::IniLocation where = ini::locate(file);
-    const bool ready = with == With::turn ? made->change.begin(where) : made->change.preview(where);
+    ini::IniLocation where = ini::locate(file);
+    where.shared = where.shared || with == With::sharedFile;
+    const bool ready = with == With::preview ? made->change.preview(where) : made->change.begin(where);
     if (!ready)
         return nullptr;
     made->before = made->change.text();
@@ -54,6 +55,10 @@ const char* textOf(const std::string* bytes, size_t* length) {
 
 JxIniChange* jxIniBegin(const char* file) {
     return changeOrNull(file, With::turn);
+}
+
+JxIniChange* jxIniBeginShared(const char* file) {
+    return changeOrNull(file, With::sharedFile);
 }
 
 JxIniChange* jxIniPreview(const char* file) {
