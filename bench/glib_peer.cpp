@@ -1,4 +1,4 @@
-// GLib's key files as a peer.
+// Measured beside the store: GLib's key files.
 #include <glib.h>
 
 #include <memory>

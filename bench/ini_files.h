@@ -1,4 +1,4 @@
-// Texts of configuration files of any size, and folders that stand for a user's home.
+// Texts of configuration files of any size, and folders used as a user's home.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@
 
 namespace jx::bench {
 
-// IniEntry: one key of a made file and the value a read must give.
+// IniEntry: one key of a generated file and the value a read must give.
 struct IniEntry {
     std::string section;
     std::string key;
@@ -36,10 +36,10 @@ IniFile makeDrivers(std::size_t count);
 // count of the file's entries, evenly spread from its beginning to its end (all of them where there are fewer).
 std::vector<IniEntry> spread(const IniFile& file, std::size_t count);
 
-// The same entries in an order that jumps about, the same in every run.
+// The same entries in random order, the same in every run.
 void shuffle(std::vector<IniEntry>& entries);
 
-// Folder: a new directory in the current one (so on the disk that the program is started on), gone with the object.
+// Folder: a new directory in the current one, so on the same disk; removed with the object.
 class Folder {
 public:
     Folder();
@@ -51,14 +51,14 @@ public:
     std::string file(std::string_view name) const { return path_ + "/" + std::string(name); }
     const std::string& path() const { return path_; }
 
-    // Makes this folder the user's home for what follows in this process.
+    // Sets HOME of this process to this folder.
     void becomeHome() const;
 
 private:
     std::string path_;
 };
 
-// Writes a file whole, with mode 0600; false when that failed.
+// Writes a whole file with mode 0600; false when that failed.
 bool putFile(const std::string& path, std::string_view text);
 
 // Waits until files written before this call are older than the time within which a further change of them might not

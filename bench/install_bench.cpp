@@ -14,8 +14,10 @@
 #include "config/text_bytes.h"
 #include "ini_files.h"
 #include "install/batch_installation.h"
+#include "install/installation_paths.h"
 #include "install/item_installation.h"
-#include "install/script_reader.h"
+#include "install/script_entries.h"
+#include "install/script_items.h"
 #include "rounds.h"
 #include "yardsticks.h"
 
@@ -31,7 +33,7 @@ using jx::bench::Stopwatch;
 constexpr double kFailed = -1;
 constexpr std::size_t kFilesOfADriver = 20;
 
-// ---- a script, and the list of its drivers as a caller hands it over ----
+// ---- a script, and the list of its drivers for a caller ----
 
 struct Script {
     std::string text;
@@ -114,8 +116,8 @@ private:
 
 // ---- reading ----
 
-// The time of reading a script whose file did not change since it was read first.
-jx::bench::Turn readingOf(const Folder& folder, const std::string& name, std::size_t drivers) {
+// The time of reading a script that did not change since the first read.
+jx::bench::Work readingOf(const Folder& folder, const std::string& name, std::size_t drivers) {
     const auto script = std::make_shared<Script>(makeScript(drivers));
     const std::string path = folder.file(name + ".inf");
     const bool ready = jx::bench::putFile(path, script->text);
@@ -129,7 +131,7 @@ jx::bench::Turn readingOf(const Folder& folder, const std::string& name, std::si
     };
 }
 
-// Four times the drivers may take five times as long; the smaller scripts show the way there and have no bound.
+// Four times the drivers may take five times as long; the smaller scripts have no bound.
 void readScript(benchmark::State& state) {
     const Folder folder;
     const auto drivers = static_cast<std::size_t>(state.range(0));
@@ -143,8 +145,8 @@ void readScript(benchmark::State& state) {
 
 // ---- installing ----
 
-// What every write of an installation is followed by while one is measured: the same bytes written durably to a file of
-// their own, on another watch.
+// While an installation is measured, each of its writes is followed by a durable write of the same bytes to another
+// file, on another stopwatch.
 class WriteForWrite {
 public:
     explicit WriteForWrite(const Folder& home) : home_(home) { current_ = this; }
@@ -154,7 +156,7 @@ public:
 
     static WriteForWrite* current() { return current_; }
 
-    // Looks whether the last write changed its file.
+    // Whether the last write changed its file.
     void follow(const std::string& name) {
         installing.stop();
         struct stat state {};
@@ -191,7 +193,7 @@ private:
 
 WriteForWrite* WriteForWrite::current_ = nullptr;
 
-// Both sides of the comparison come from one run; whichever is asked for first makes it.
+// Both sides of the comparison come from one run, made by the first of the two calls.
 class Installation {
 public:
     explicit Installation(std::size_t drivers) : script_(makeScript(drivers)) {}
@@ -244,7 +246,7 @@ using ProfileWrite = int (*)(const unsigned char*, const unsigned char*, const u
 
 }  // namespace
 
-// The installation's writes come here first: this program's definition stands before the library's.
+// The installation calls this one: the program's definition is found before the library's.
 JX_EXPORT int jxWritePrivateProfileString(const unsigned char* section, const unsigned char* key,
                                           const unsigned char* value, const unsigned char* file) {
     static const auto write =

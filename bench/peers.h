@@ -1,5 +1,5 @@
-// Two well-known INI libraries, called as a program must call them while other processes may write the file: each call
-// opens the file, parses it and asks, since neither sees that a file has changed.
+// Two well-known INI libraries. Other processes may write the file and neither notices a change, so each call opens the
+// file, parses it and looks the key up.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 namespace jx::bench {
 
 // Peer: one library's way to read a key, to list a section's keys and to change a key durably. Each returns false when
-// it failed. A change takes no turn: two programs that write at once lose one of the changes.
+// it failed. A change does not lock: of two changes made at the same time one is lost.
 struct Peer {
     const char* name;
     bool (*read)(const std::string& path, const std::string& section, const std::string& key, std::string& value);
@@ -19,7 +19,7 @@ struct Peer {
 // GLib's key files; written with g_file_set_contents_full, made consistent and durable.
 extern const Peer kGlib;
 
-// SimpleIni; its text is put in place by replaceDurably, since its own saving is neither atomic nor durable.
+// SimpleIni; its text is written by replaceDurably, since its own saving is neither atomic nor durable.
 extern const Peer kSimpleIni;
 
 }  // namespace jx::bench

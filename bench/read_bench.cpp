@@ -1,4 +1,4 @@
-// Measures reads: of an unchanged file, of a changed one, of the list of names; and the memory a large file takes.
+// Measures reads of an unchanged file, of a changed one and of the list of names, and the memory of a large file.
 #include <benchmark/benchmark.h>
 #include <jxprofile.h>
 #include <malloc.h>
@@ -39,9 +39,9 @@ constexpr double kFailed = -1;
 constexpr double kWarmBound = 1.25;
 constexpr double kChangedBound = 0.6;
 constexpr double kMemoryBound = 4;
-constexpr std::size_t kCallsInTurn = 200;
+constexpr std::size_t kCallsInRound = 200;
 
-// Few of the peers' calls must do: one of them may take as long as a hundred thousand of the store's.
+// Only few calls of the other libraries: one may take as long as a hundred thousand of the store's.
 constexpr std::size_t kPeersTakePartEvery = 50;
 
 const Peer* const kPeers[] = {&jx::bench::kGlib, &jx::bench::kSimpleIni};
@@ -66,7 +66,7 @@ std::size_t peerCalls(std::size_t dataSources) {
 
 // ---- an unchanged file ----
 
-// Question: one read, with what each contender needs for it at hand.
+// Question: one read, prepared for each contender.
 struct Question {
     IniEntry entry;
     const char* file;
@@ -75,7 +75,7 @@ struct Question {
     std::string path;
 };
 
-// WarmFiles: both files in a home folder, and questions that ask them in turn for keys spread over them.
+// WarmFiles: both files in a home folder, and questions alternating between them, for keys spread over both.
 class WarmFiles {
 public:
     explicit WarmFiles(std::size_t count)
@@ -124,8 +124,8 @@ bool storeAnswersAll(const std::vector<Question>& questions) {
                        [](const Question& question) { return storeReads(question.entry, question.file); });
 }
 
-// Asking: a contender's turn: some questions more at each, in the same order for every contender. Turns are short, so
-// that most of them pass without another program in between.
+// Asking: the work of one contender in a round: the next few questions, in the same order for every contender. Few, so
+// that most rounds are not interrupted by another program.
 template <typename Ask>
 class Asking {
 public:
@@ -177,8 +177,8 @@ void readUnchanged(benchmark::State& state) {
         return;
     }
     Rounds rounds;
-    rounds.add("store", Asking(files.questions(), kCallsInTurn, askStore));
-    rounds.add("S", Asking(files.questions(), kCallsInTurn, askIndex));
+    rounds.add("store", Asking(files.questions(), kCallsInRound, askStore));
+    rounds.add("S", Asking(files.questions(), kCallsInRound, askIndex));
     for (const Peer* peer : kPeers) {
         const auto ask = [peer](const Question& question) { return askPeer(*peer, question); };
         rounds.add(peer->name, Asking(files.questions(), peerCalls(count), ask), kPeersTakePartEvery);
@@ -186,8 +186,7 @@ void readUnchanged(benchmark::State& state) {
     rounds.run(state, kWarmBound);
 }
 
-// A thread of its own knows no file yet; its first turn over all keys shows what finding keys costs that were never
-// asked for.
+// A new thread has no file in its cache; its first pass over all keys shows the cost of the first read of a key.
 double askEveryKeyOnce(const IniFile& file) {
     double time = kFailed;
     std::thread([&time, &file] {
@@ -212,7 +211,7 @@ void readEveryKeyOnce(benchmark::State& state) {
     }
     Rounds rounds;
     rounds.add("store", [&files] { return askEveryKeyOnce(files.dataSources()); });
-    rounds.add("S", Asking(files.questions(), kCallsInTurn, askIndex));
+    rounds.add("S", Asking(files.questions(), kCallsInRound, askIndex));
     rounds.run(state, /*bound=*/0);
 }
 
@@ -231,7 +230,7 @@ public:
     const IniFile& file() const { return file_; }
     std::string path() const { return home_.file(kDataSourceFile); }
 
-    // Puts the other text's file in place: the same size, another inode, a time of now; nothing is copied.
+    // Replaces the file by the one with the other text: same size, another inode, the time of now; nothing is copied.
     bool change() {
         const std::string beside = home_.file("beside");
         turn_ = 1 - turn_;
@@ -241,7 +240,7 @@ public:
 private:
     std::string state(int number) const { return home_.file("state" + std::to_string(number)); }
 
-    // The text with a line in its middle that tells one state from the other.
+    // The text with a line in its middle that differs between the states.
     std::string withComment(const char* comment) const {
         std::string text = file_.text;
         return text.insert(text.find("\n\n", text.size() / 2) + 1, comment);
@@ -253,7 +252,7 @@ private:
     bool ready_ = false;
 };
 
-// One read of each key, the file being changed before each; read tells whether the answer was right.
+// One read of each key, with a change of the file before each; read returns whether the value was right.
 template <typename Read>
 double readChanged(ChangingFile& file, const std::vector<IniEntry>& keys, Read read) {
     Stopwatch watch;
@@ -306,8 +305,8 @@ void readAfterChange(benchmark::State& state) {
 
 constexpr int kListCalls = 100;
 
-// ShiftingBuffer: room for a text at another place each time. How fast bytes are copied depends on how source and
-// target lie to each other; going through many places evens that out for everyone who copies.
+// ShiftingBuffer: a buffer at another address each time. The speed of a copy depends on the addresses of source and
+// target; many addresses even that out for all contenders.
 class ShiftingBuffer {
 public:
     explicit ShiftingBuffer(std::size_t size) : bytes_(size + kPlaces * kStep), size_(size) {}
@@ -339,7 +338,7 @@ double listNames(int calls, List list) {
     return listed ? watch.nanoseconds() / calls : kFailed;
 }
 
-// Through the utility library: the installer's own function takes sizes up to 32767 only.
+// Through the utility library: the installer's function takes sizes up to 32767 only.
 int storeList(std::span<unsigned char> buffer) {
     const auto* section = reinterpret_cast<const unsigned char*>(kDataSourceList);
     const auto* file = reinterpret_cast<const unsigned char*>(kDataSourceFile);
@@ -401,7 +400,7 @@ bool readAll(const IniFile& file, std::vector<unsigned char>& listBuffer) {
     return answered;
 }
 
-// False when a read failed. Run in a thread of its own, which begins without any file.
+// False when a read failed. Runs in a new thread, whose cache is empty.
 bool readAndMeasure(ChangingFile& file, Growth& growth) {
     std::vector<unsigned char> listBuffer(file.file().names.size() + 1);
     Buffer buffer;
@@ -440,7 +439,7 @@ void forEverySize(benchmark::internal::Benchmark* registered) {
     registered->Arg(10)->Arg(100)->Arg(1000)->Arg(10000)->UseManualTime()->Unit(benchmark::kMicrosecond);
 }
 
-// What takes microseconds is easily disturbed by other programs for as long as it is measured.
+// Other programs easily disturb measurements of microseconds.
 void severalTimes(benchmark::internal::Benchmark* registered) {
     registered->Repetitions(3)->ReportAggregatesOnly();
 }

@@ -1,4 +1,4 @@
-// Plays the rounds of a comparison and publishes their medians.
+// Runs the rounds of a comparison and computes their medians.
 #include "rounds.h"
 
 #include <algorithm>
@@ -32,8 +32,8 @@ double median(std::vector<double> values) {
     return *middle;
 }
 
-void Rounds::add(std::string name, Turn turn, std::size_t every) {
-    contenders_.push_back({std::move(name), std::move(turn), every, {}});
+void Rounds::add(std::string name, Work work, std::size_t every) {
+    contenders_.push_back({std::move(name), std::move(work), every, {}});
 }
 
 void Rounds::run(benchmark::State& state, double bound) {
@@ -59,7 +59,7 @@ bool Rounds::playRound(std::size_t round) {
         Contender& contender = contenders_[round % 2 == 0 ? i : count - 1 - i];
         if (round % contender.every != 0)
             continue;
-        const double time = contender.turn();
+        const double time = contender.work();
         if (time < 0) {
             failed_ = contender.name;
             return false;

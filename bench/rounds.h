@@ -1,4 +1,4 @@
-// Measures things that are compared in turns, so that a machine that changes its pace changes it for all of them.
+// Measures several contenders alternately, so that a machine that changes its speed changes it for all of them.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -10,7 +10,7 @@
 
 namespace jx::bench {
 
-// Stopwatch: nanoseconds of the stretches between start and stop, added up.
+// Stopwatch: adds up the nanoseconds between start and stop.
 class Stopwatch {
 public:
     void start();
@@ -22,25 +22,25 @@ private:
     double begin_ = 0;
 };
 
-// Turn: does its work once and returns the nanoseconds of one call in it, or a negative number when it failed.
-using Turn = std::function<double()>;
+// Work: does a contender's work once and returns the nanoseconds of one call, or a negative number when it failed.
+using Work = std::function<double()>;
 
-// Rounds: contenders that take one turn each in every round, in an order that is reversed from round to round.
+// Rounds: in each round every contender works once, in an order that is reversed from round to round.
 // Use      add the one that is judged first and its yardstick second, then the others; run once.
-// Result   counters of the benchmark: "<name>_ns" the median of each, "ratio" the median of the first's time through
-//          the second's in the same round, "bound" what it may be; the benchmark's own time is the first's.
+// Result   counters of the benchmark: "<name>_ns" is the median of each, "ratio" the median of the first's time divided
+//          by the second's in the same round, "bound" the limit of that; the benchmark's own time is the first's.
 class Rounds {
 public:
-    // every: takes part in every so many rounds only, for what takes long and is not part of the ratio.
-    void add(std::string name, Turn turn, std::size_t every = 1);
+    // every: takes part only in one of so many rounds, for slow contenders that are not part of the ratio.
+    void add(std::string name, Work work, std::size_t every = 1);
 
-    // Plays one round for each iteration of state, after one that does not count. bound 0: there is none.
+    // Runs one round for each iteration of state, after one that does not count. bound 0: no bound.
     void run(benchmark::State& state, double bound);
 
 private:
     struct Contender {
         std::string name;
-        Turn turn;
+        Work work;
         std::size_t every;
         std::vector<double> times;
     };
@@ -52,7 +52,7 @@ private:
     std::string failed_;
 };
 
-// The middle one; 0 for none.
+// The median; 0 without numbers.
 double median(std::vector<double> values);
 
 }  // namespace jx::bench

@@ -1,4 +1,4 @@
-// SimpleIni as a peer.
+// Measured beside the store: SimpleIni.
 // Bytes as they are, which is also the fastest way it has.
 #define SI_NO_CONVERSION
 #include <SimpleIni.h>

@@ -32,7 +32,7 @@ std::string textOf(const std::string& path) {
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
-// Writes: each call gives one of the keys, which are spread over the file, a value it never had.
+// Writes: each call gives a new value to one of the keys, which are spread over the file.
 class Writes {
 public:
     explicit Writes(const IniFile& file) : keys_(jx::bench::spread(file, 64)) { jx::bench::shuffle(keys_); }
@@ -57,7 +57,7 @@ bool storeWrite(const IniEntry& key, const std::string& value) {
     return SQLWritePrivateProfileString(key.section.c_str(), key.key.c_str(), value.c_str(), kDataSourceFile) != 0;
 }
 
-// The bytes that the store wrote last, put over a file of their own.
+// Replaces another file with the bytes that the store wrote last.
 double writeSameBytes(const std::string& from, const std::string& to) {
     const std::string bytes = textOf(from);
     Stopwatch watch;
@@ -67,7 +67,7 @@ double writeSameBytes(const std::string& from, const std::string& to) {
     return written ? watch.nanoseconds() : kFailed;
 }
 
-// Flushing costs the same whatever the file; what reading and editing add to it grows with the size.
+// Flushing costs the same for every file; reading and editing cost more for a larger one.
 double boundFor(std::size_t dataSources) {
     if (dataSources <= 100)
         return 1.15;

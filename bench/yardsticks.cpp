@@ -1,4 +1,4 @@
-// The least that reading a key, passing over a changed file and replacing a file durably cost.
+// The minimal ways to read a key, to search a changed file and to replace a file durably.
 #include "yardsticks.h"
 
 #include <fcntl.h>

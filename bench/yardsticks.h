@@ -1,4 +1,4 @@
-// What the store is measured by: the least that a call of its kind has to do.
+// What the store is compared with: the least that a call of its kind has to do.
 #pragma once
 
 #include <cstddef>
@@ -15,10 +15,10 @@ class HashIndex {
 public:
     HashIndex(std::string path, const IniFile& file);
 
-    // The name that find takes for a key, to be made beforehand.
+    // The name of a key for find, to be made before the measurement.
     static std::string nameOf(const IniEntry& entry) { return entry.section + "\n" + entry.key; }
 
-    // Null when the file or the key is not there.
+    // Null when the file or key is absent.
     const std::string* find(const std::string& name) const;
 
 private:
@@ -26,14 +26,15 @@ private:
     std::unordered_map<std::string, std::string> values_;
 };
 
-// P: opens the file, reads it whole, and passes over it line by line until the key is found. Names match without
-// regard to ASCII case and blanks around them do not count, as in the store. False when there is no such key.
+// P: opens the file, reads it whole and goes through it line by line until the key is found. Names match as in the
+// store, without regard to ASCII case and blanks around them. False when there is no such key.
 bool passOverFile(const std::string& path, std::string_view section, std::string_view key, std::string& value);
 
-// One stat of the file and a copy of bytes that lie ready; false when the file is not there.
+// One stat of the file and a copy of bytes in memory; false when the file is absent.
 bool statAndCopy(const std::string& path, const std::string& bytes, char* target);
 
-// W: bytes written to a file beside, flushed, renamed over path; then its directory flushed. Mode 0600.
+// W: writes bytes to another file in the directory, flushes it, renames it over path and flushes the directory. Mode
+// 0600.
 bool replaceDurably(const std::string& path, std::string_view bytes);
 
 }  // namespace jx::bench

@@ -1,6 +1,5 @@
-# Fails unless LIBRARY calls jxDllDialog through its dynamic symbol table, and nothing else of its own but dialog procedures, as
-# READELF tells. Runs after each link: what reached the compiler or the linker in other ways than the flags that
-# JxRefuseFlags.cmake knows shows here.
+# Fails unless READELF shows that LIBRARY calls jxDllDialog through its dynamic symbol table, and nothing else of its own except
+# dialog procedures. Runs after each link, and so also finds flags that JxRefuseFlags.cmake does not see.
 
 execute_process(COMMAND ${READELF} -rW ${LIBRARY} OUTPUT_VARIABLE relocations COMMAND_ERROR_IS_FATAL ANY)
 if(NOT relocations MATCHES "(JUMP_SLO|GLOB_DAT)[^\n]* jxDllDialog")

@@ -1,4 +1,4 @@
-# How everything of this project is compiled: language level, warnings, visibility, refused functions.
+# How all code is compiled: language, warnings, visibility, refused functions.
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -18,7 +18,7 @@ endif()
 
 include(${CMAKE_CURRENT_LIST_DIR}/JxRefuseFlags.cmake)
 
-# The preset i386 gives -m32 to both compilers.
+# The preset i386 passes -m32 to both compilers.
 if("$CACHE{JX_32BIT}" AND NOT CMAKE_SIZEOF_VOID_P EQUAL 4)
   message(FATAL_ERROR "Make this folder anew with the preset i386: -m32 comes in CMAKE_C_FLAGS and CMAKE_CXX_FLAGS now")
 endif()
@@ -39,10 +39,9 @@ if(JX_32BIT)
   add_compile_definitions(_TIME_BITS=64)
 endif()
 
-# Most of the time a source takes is its headers'. Where the sources of a folder can be compiled several at a time, that
-# takes a third; other test programs share one precompiled header. Not so the libraries': each read of a key takes a few
-# hundredths longer then. The presets debug and clang take each source for itself, so that none leans on what another
-# includes.
+# Compiling a source takes most of its time for headers. Several sources of a folder compiled at a time need a third of
+# it; other test programs share one precompiled header. The libraries do neither: reads would take a few hundredths
+# longer. The presets debug and clang compile each source for itself, so that a missing include is found.
 option(JX_UNITY "Compile several sources at a time" ON)
 option(JX_PRECOMPILE "Compile what all tests include once" ON)
 set(CMAKE_UNITY_BUILD_BATCH_SIZE 10)

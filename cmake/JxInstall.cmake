@@ -1,4 +1,4 @@
-# What cmake --install puts where. Nothing that is installed holds an absolute path: the folder may be moved.
+# What cmake --install installs where. No installed file holds an absolute path: the folder may be moved.
 
 include(CMakePackageConfigHelpers)
 
@@ -17,7 +17,7 @@ write_basic_package_version_file(jxodbcConfigVersion.cmake COMPATIBILITY SameMin
 install(FILES ${PROJECT_BINARY_DIR}/jxodbcConfig.cmake ${PROJECT_BINARY_DIR}/jxodbcConfigVersion.cmake
   DESTINATION ${jx_package_folder})
 
-# The pkg-config files find the installation from where they lie themselves.
+# The pkg-config files find the installation relative to their own folder.
 if(IS_ABSOLUTE ${CMAKE_INSTALL_LIBDIR} OR IS_ABSOLUTE ${CMAKE_INSTALL_INCLUDEDIR})
   message(FATAL_ERROR "CMAKE_INSTALL_LIBDIR and CMAKE_INSTALL_INCLUDEDIR must be relative to the install prefix")
 endif()

@@ -1,5 +1,5 @@
-# Refuses compiler and linker flags that would bind the library's calls of jxDllDialog to its own no-op for good, so that
-# a program that defines the dialog starters could no longer take their place. Runs in scripts, too (cmake -P).
+# Refuses compiler and linker flags that would bind the library's calls of jxDllDialog to its own function: a program could
+# then no longer replace it. Runs as a script too (cmake -P).
 
 set(jx_binding_flags
   "Bsymbolic|--dynamic-list|-flto|-fwhole-program|-fno-semantic-interposition|-fvisibility=protected")

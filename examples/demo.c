@@ -2,8 +2,8 @@
  *
  * Usage: demo PREFIX DRIVER FOLDER
  *   PREFIX  where jxodbc is installed     DRIVER  the driver library     FOLDER  an empty folder for two databases
- * HOME should be a folder of the demo's own: .odbc.ini and .odbcinst.ini are written there. The exit code is 0 when
- * every step did what it says. */
+ * Set HOME to an empty folder: .odbc.ini and .odbcinst.ini are written there. The exit code is 0 when every step did
+ * what it says. */
 #include <odbcinst.h>
 #include <stdarg.h>
 #include <stdio.h>
@@ -26,7 +26,7 @@ static void begin_step(const char* name) {
     steps[step_count - 1].done = 1;
 }
 
-/* Prints a call and its result; a result that is not what the step needs fails the step. */
+/* Prints a call and its result; an unexpected result fails the step. */
 static int expect(int as_expected, const char* format, ...) {
     va_list arguments;
     va_start(arguments, format);
@@ -59,7 +59,7 @@ static int exists(const char* path) {
     return file != NULL;
 }
 
-/* The name of a path's file, and where it begins. */
+/* The file name of a path. */
 static const char* file_name(const char* path) {
     const char* slash = strrchr(path, '/');
     return slash != NULL ? slash + 1 : path;
@@ -81,10 +81,10 @@ static void register_driver(const char* prefix, const char* driver) {
     expect(result && strncmp(path, driver, length) == 0,
            "SQLInstallDriver(NULL, \"SQLite3\\0Driver=%s\\0...\", path, %d, &length) -> %d: %s", driver,
            (int)sizeof path, result, path);
-    /* A driver's own setup library lies beside it; this one lies where jxodbc is. */
+    /* A driver's own setup library lies beside it; this one comes with jxodbc. */
     snprintf(setup, sizeof setup, "%s/lib/libjxsetup.so", prefix);
     write_key("SQLite3", "Setup", setup);
-    /* SQLInstallDriver makes the driver's section; entering it in the list is the installation program's part. */
+    /* SQLInstallDriver makes the driver's section; the installation program adds it to the list. */
     write_key("ODBC Drivers", "SQLite3", "Installed");
     show_file(".odbcinst.ini");
 }
@@ -120,7 +120,7 @@ static void read_back(const char* database) {
            (int)sizeof value, length, value);
 }
 
-/* Every library in this process whose name tells that it is an installer library must be the one of PREFIX. */
+/* Every library in this process that is an installer library by its name must be the one of PREFIX. */
 static void look_for_installer_libraries(const char* prefix) {
     char line[kPathSize + 128], ours[kPathSize + 32], last[kPathSize + 128] = "";
     FILE* maps = fopen("/proc/self/maps", "r");
@@ -141,7 +141,7 @@ static void look_for_installer_libraries(const char* prefix) {
     expect(found == 1, "installer libraries in this process: %d", found);
 }
 
-/* Nothing but .odbc.ini names the database, so it comes into being only when the driver read the data source there. */
+/* Only .odbc.ini names the database, so it is made only when the driver read the data source there. */
 static int connect_to(struct connection* connection, const char* prefix, const char* database) {
     char driver[kPathSize];
     SQLGetPrivateProfileString("Sales", "Driver", "", driver, sizeof driver, ".odbc.ini");
@@ -188,7 +188,7 @@ static void remove_data_source(void) {
     show_file(".odbcinst.ini");
 }
 
-/* The script of a package that brings the same library under another name. */
+/* The script of a package with the same library under another name. */
 static int put_script(const char* script, const char* library) {
     FILE* file = fopen(script, "w");
     if (file == NULL)

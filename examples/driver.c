@@ -1,4 +1,4 @@
-/* Calling a driver's ODBC functions, declared as the ODBC reference declares them and found by name. */
+/* Calls a driver's ODBC functions, declared as in the ODBC reference and found by name. */
 #include "driver.h"
 
 #include <dlfcn.h>
@@ -57,7 +57,7 @@ static int has_all_functions(const struct connection* connection) {
 
 #define CALL(connection, type, name) ((type)function(connection, name))
 
-/* 0 and 1 (success with a remark) are success in every ODBC function. */
+/* 0 and 1 (success with information) mean success in every ODBC function. */
 static int succeeded(short result) {
     return result == 0 || result == 1;
 }

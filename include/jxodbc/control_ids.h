@@ -1,4 +1,5 @@
-/* The dialogs of module "odbcinst" and the ids of their controls, for hosts that show or drive them:
+/* The template ids of the dialogs of module "odbcinst" and the ids of their controls, for hosts that show or drive them
+ * (jxscreen.h):
  *
  *     JXW_UserSelect(dialog, JxDataSourcesList, 0);
  *     JXW_UserCommand(dialog, JxSetupButton);
@@ -21,7 +22,7 @@ typedef enum JxDialogId {
 } JxDialogId;
 
 typedef enum JxControlId {
-    JxClaimedCommand = 10, /* no control has it: a command that most dialogs answer with 1 */
+    JxClaimedCommand = 10, /* belongs to no control: most dialogs answer this command with 1 */
 
     JxAddDataSourceList = 101,
 

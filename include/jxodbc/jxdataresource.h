@@ -1,6 +1,7 @@
-/* A text resource as a node of a list: it takes a resource number and holds nothing.
+/* A list node that stands for a text resource. It keeps nothing: the number is ignored.
  *
- *     list.append(new JxDataResource(55));
+ *     JxList list;
+ *     list.append(new JxDataResource(JxTextUnknownDataSource));
  *
  * C++ only; in C this header is empty. */
 #ifndef JXDATARESOURCE_H
@@ -10,10 +11,10 @@
 
 #ifdef __cplusplus
 
-/* JxDataResource: orders as every JxObject does. Each object belongs to one thread at a time; nothing can fail. */
+/* JxDataResource: compares as every JxObject does. An object belongs to one thread at a time; nothing can fail. */
 class JX_EXPORT JxDataResource : public JxObject {
 public:
-    /* The number of a string resource, which is ignored. */
+    /* id is the number of a text resource; it is not kept. */
     explicit JxDataResource(unsigned short id);
     ~JxDataResource() override;
 };

@@ -1,8 +1,15 @@
 /* Errors and warnings recorded per thread, and texts with parameters.
  *
- * Objects belong to the thread that made them; nothing here locks. Memory that runs short shows in the results told
- * below and nowhere else: no call throws. Objects handed over are made with new and released with delete; a program's
- * own classes must stay loaded as long as objects of theirs are in a list. */
+ *     addError(JxTextAddFailed);
+ *     for (unsigned long at = 0; at < JxErrorKeeper::count(); ++at)
+ *         puts(reinterpret_cast<const char*>(JxErrorKeeper::errorAt(at)->text()));
+ *     JxErrorKeeper::clear();
+ *
+ * C++ only; in C this header is empty.
+ * Threads  an object belongs to the thread that made it; nothing is locked.
+ * Failure  no call throws; only the results below show that memory was short.
+ * Owner    objects handed over are made with new and released with delete. The code of a program's own classes must
+ *          stay loaded as long as objects of theirs are in a list. */
 #ifndef JXERRORS_H
 #define JXERRORS_H
 
@@ -18,8 +25,8 @@ public:
     JxObject();
     virtual ~JxObject();
 
-    /* Below, equal to or above 0 as this object orders before, with or after other; null orders first. The base orders
-     * by address. */
+    /* Less than, equal to or greater than 0 as this object orders before, with or after other; null orders first. The
+     * base class orders by address. */
     virtual int compare(const JxObject* other) const;
 
     JxObject(const JxObject&) = delete;
@@ -32,8 +39,8 @@ public:
     JxList();
     ~JxList() override;
 
-    /* Appends node and takes ownership; returns it. A node goes into one list, once. A null node is ignored and null
-     * returned. When memory is short the node is released and null returned. */
+    /* Appends node, takes ownership and returns it; put a node into one list only, and once. Null for a null node, and
+     * when memory is short: node is then released. */
     JxObject* append(JxObject* node);
 
     /* The node at position (0 is the oldest), still owned by the list; null outside the list. */
@@ -55,15 +62,14 @@ enum ErrorType { ErrorTypeError = 0, ErrorTypeWarning = 1 };
 /* One recorded error or warning: a number, a text that can be extended, a kind. */
 class JX_EXPORT JxError : public JxObject {
 public:
-    /* text may be null and is copied (when memory is short the text is empty); the two last values are kept for the
-     * caller. */
+    /* Copies text; it is empty for null or when memory is short. detail and value are kept for the caller. */
     JxError(unsigned short id, const unsigned char* text, ErrorType type, unsigned short detail, long value);
     ~JxError() override;
 
     /* By number; other must be a JxError too, or null. */
     int compare(const JxObject* other) const override;
 
-    /* Appends a copy of text to the error's own; null is ignored, and when memory is short the text stays as it is. */
+    /* Appends a copy of text to the error's own. Null is ignored; when memory is short the text stays as it is. */
     void appendText(const unsigned char* text);
 
     unsigned short number() const;
@@ -71,7 +77,7 @@ public:
     unsigned short detail() const;
     long value() const;
 
-    /* Owned by the error and valid until the next appendText; never null. */
+    /* Never null; owned by the error, valid until the next appendText. */
     const unsigned char* text() const;
 
 private:
@@ -82,15 +88,15 @@ private:
     unsigned char* text_;
 };
 
-/* The calling thread's list of errors: the JxList of slot PerThreadErrors of jxtasks.h. Each thread has its own; it
- * ends with the thread. */
+/* The calling thread's list of errors, which is slot PerThreadErrors of jxtasks.h. It is released when the thread ends.
+ */
 class JX_EXPORT JxErrorKeeper {
 public:
-    /* Appends error to the list and takes ownership; a null error is ignored and null returned. Returns error, or null
-     * when memory was short (the error is released then). */
+    /* Appends error to the list, takes ownership and returns it. Null for a null error, and when memory is short: error
+     * is then released. */
     static JxError* add(JxError* error);
 
-    /* Appends text (null: nothing) to the newest error and returns that error; null when there is none. */
+    /* Appends text (null is ignored) to the newest error and returns that error; null when there is none. */
     static JxError* appendToLastError(const unsigned char* text);
 
     /* The thread's list, oldest first; null when memory is short. Owned by the thread. */
@@ -107,7 +113,7 @@ public:
 };
 
 /* A text with numbered places, such as "Cannot load %1.". A place is a % and a number from 1 to 999 999 999 without
- * leading zeros, read as far as its digits go ("%10" is the tenth place); every other % is text. */
+ * leading zeros; "%10" is the tenth place, not the first and a 0. Every other % is text. */
 class JX_EXPORT JxParamString {
 public:
     JxParamString();
@@ -115,17 +121,16 @@ public:
     JxParamString(const JxParamString&) = delete;
     JxParamString& operator=(const JxParamString&) = delete;
 
-    /* Starts again from a copy of pattern (null: empty). Returns 1, or 0 when memory is short (the text is then empty).
-     */
+    /* Starts again from a copy of pattern (null: empty). 1, or 0 when memory is short: the text is then empty. */
     int initialize(const unsigned char* pattern);
 
-    /* Puts text (null: empty) into the next place: the first call fills "%1", the second "%2" and so on, wherever and
-     * however often it stands; what is put in is never searched again. A pattern without the place stays as it is, and
-     * a place that was not filled is shown as it stands. text may be this object's own text.
-     * Returns 1, or 0 when memory is short (the text is then as it was). */
+    /* Puts text (null: empty) into the next place: the first call fills every "%1", the second every "%2" and so on.
+     * Text that was put in is not searched for places. A pattern without that place stays as it is; a place not filled
+     * stays in the text. text may be this object's own text. 1, or 0 when memory is short: the text is then as it was.
+     */
     int setParam(const unsigned char* text);
 
-    /* The text so far, ended with NUL at length(); never null, valid until the next change. */
+    /* The text so far, length() bytes and a NUL; never null, owned by the object, valid until the next change. */
     const unsigned char* text() const;
     size_t length() const;
 

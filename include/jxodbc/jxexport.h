@@ -1,9 +1,14 @@
-/* What is visible outside the two libraries, and how calls to it bind. */
+/* Marks what the libraries export; the other headers include it:
+ *
+ *     JX_EXTERN_C_BEGIN
+ *     JX_EXPORT int visibleToPrograms(void);
+ *     JX_EXTERN_C_END
+ */
 #ifndef JXEXPORT_H
 #define JXEXPORT_H
 
-/* Visible to programs. Calls from inside the installer library reach its own functions even so, whatever else in the
- * process exports their names; the dialog starters and procedures are the exceptions (src/api/dynamic.list). */
+/* Visible to programs. The installer library's own calls still reach its own functions, whatever else in the process
+ * exports their names; only the dialog starters and procedures are looked up by name (src/api/dynamic.list). */
 #define JX_EXPORT __attribute__((visibility("default")))
 
 #ifdef __cplusplus

@@ -1,10 +1,19 @@
-/* The INI store for programs that need more than the profile calls: the pieces of a file with their line numbers,
- * look-ups without a size limit, several changes committed at once, the text before and after, the last failure.
+/* The INI store for programs that need more than the profile calls: several changes at once, the lines of a file,
+ * values of any length, the reason of a failure.
  *
- * File names: ".odbc.ini" and ".odbcinst.ini", spelled exactly so, mean the user's two files; every other name is used
- * as spelled. Texts are bytes; lengths are in bytes and count no NUL. Objects belong to one thread at a time; two
- * objects on one file take turns. Plain C can include this header. The promises are written down in docs/ini-store.md.
- */
+ *     char reason[1024];
+ *     JxIniChange* change = jxIniBegin(".odbc.ini");
+ *     if (!jxIniSet(change, "Sales", "Timeout", "30") || !jxIniSet(change, "Sales", "Password", NULL)) {
+ *         jxIniDiscard(change);
+ *     } else if (!jxIniCommit(change)) {
+ *         jxIniFailureText(reason, sizeof reason);
+ *         fprintf(stderr, "%s\n", reason);
+ *     }
+ *
+ * The names ".odbc.ini" and ".odbcinst.ini", spelled exactly so, mean the user's two files; every other name is used as
+ * spelled. Texts are bytes; lengths are in bytes without a NUL. An object belongs to one thread at a time; only one
+ * change of a file can be open. Plain C can include this header. docs/ini-store.md describes the format and the
+ * promises. */
 #ifndef JXINI_H
 #define JXINI_H
 
@@ -20,13 +29,13 @@ JX_EXTERN_C_BEGIN
 /* What was being done when it failed. */
 typedef enum JxIniStep {
     JxIniStepNone = 0, /* nothing failed */
-    JxIniStepArgument, /* a section, key or value the file could not hold was refused */
+    JxIniStepArgument, /* a section, key or value that cannot be stored, a null argument, the commit of a preview */
     JxIniStepMemory,
     JxIniStepLocate, /* finding the home directory or following symbolic links */
     JxIniStepLook,   /* asking for the file's state */
     JxIniStepOpen,
     JxIniStepRead,
-    JxIniStepTurn,  /* making or locking NAME.lock, or waiting for the turn (errno ETIMEDOUT) */
+    JxIniStepLock,  /* making or locking NAME.lock, or waiting for it (errno ETIMEDOUT) */
     JxIniStepEmpty, /* emptying NAME.lock */
     JxIniStepWrite,
     JxIniStepMode,
@@ -44,19 +53,19 @@ typedef struct JxIniFailure {
     const char* path; /* the file of that step; owned by the thread, valid until its next call into the store */
 } JxIniFailure;
 
-/* The calling thread's last failure; step is JxIniStepNone when its last read or write of a file succeeded. An absent
- * file is no failure of a read. */
+/* The calling thread's last failure; step is JxIniStepNone when its last read or write of a file succeeded. For a
+ * profile read an absent file is not a failure. */
 JX_EXPORT JxIniFailure jxIniLastFailure(void);
 
-/* One English sentence for that failure, such as "Cannot rename /home/a/.odbc.ini.lock: No space left on device", cut
- * to size bytes with its NUL; returns its full length. A refusal says which text and why, "/home/a/.odbc.ini: cannot
- * store the key "a=b": it holds =", and never repeats a value. An empty text when nothing failed. */
+/* One English sentence for that failure, cut to size bytes with its NUL; returns its full length, 0 when nothing
+ * failed: Cannot rename /home/a/.odbc.ini.lock: Device or resource busy /home/a/.odbc.ini: cannot store the key "a=b":
+ * it holds = It never holds a value, which could be a password. */
 JX_EXPORT size_t jxIniFailureText(char* buffer, size_t size);
 
 /* ---- where the files are ---- */
 
-/* The path that file stands for at this moment, cut to size bytes with its NUL; returns its full length, or 0 when
- * there is none (a null or empty name, no home directory). */
+/* The path that file stands for at this moment, cut to size bytes with its NUL; returns its full length. 0 and an empty
+ * text for a null or empty name, without a home directory, or when memory is short. */
 JX_EXPORT size_t jxIniPath(const char* file, char* buffer, size_t size);
 
 /* ---- reading ---- */
@@ -69,44 +78,44 @@ typedef enum JxIniKind {
     JxIniOther    /* a byte order mark, an unclosed header, a key with no name */
 } JxIniKind;
 
-/* One line with its line end (the byte order mark is a piece of its own). The pieces of a text, joined, are the text.
- */
+/* One line with its line end; a byte order mark is a piece of its own. The pieces of a text, joined, are the text. */
 typedef struct JxIniPiece {
     JxIniKind kind;
     size_t begin, end; /* the bytes of the text it covers */
     size_t line;       /* counted from 1 */
-    const char* name;  /* section name or key, trimmed, not NUL-terminated; null when the kind has none */
+    const char* name;  /* section name or key, trimmed, not NUL-terminated; null for the other kinds */
     size_t nameLength;
     const char* value; /* value, trimmed; null when there is no = */
     size_t valueLength;
 } JxIniPiece;
 
-/* A text that was read once and does not change; null from the calls below means see jxIniLastFailure. */
+/* A text that does not change. When a call below returns null for it, jxIniLastFailure gives the reason. */
 typedef struct JxIniText JxIniText;
 
-/* Reads a file. An absent file is a failure here (step Look or Open, errno ENOENT). Release it with jxIniRelease, which
- * allows null. */
+/* Reads a file; an absent one is a failure (step Open, errno ENOENT). Release the text with jxIniRelease, which allows
+ * null. */
 JX_EXPORT JxIniText* jxIniRead(const char* file);
 
-/* Takes a copy of length bytes as the text. */
+/* A text from a copy of length bytes; bytes may be null when length is 0. */
 JX_EXPORT JxIniText* jxIniParse(const char* bytes, size_t length);
 JX_EXPORT void jxIniRelease(JxIniText* text);
 
-/* The whole text; owned by it. */
+/* The whole text, followed by a NUL, and its length (length may be null). The text owns it. Null and 0 for null. */
 JX_EXPORT const char* jxIniBytes(const JxIniText* text, size_t* length);
 
+/* The number of pieces; 0 for null. */
 JX_EXPORT size_t jxIniPieceCount(const JxIniText* text);
 
-/* Fills *piece with piece number index (from 0); 1, or 0 outside the text. Its pointers are owned by the text. */
+/* Fills *piece with piece number index (from 0); 1, or 0 outside the text. The text owns what piece points to. */
 JX_EXPORT int jxIniPieceAt(const JxIniText* text, size_t index, JxIniPiece* piece);
 
-/* Finds the entry that a look-up of key in section answers with and fills *piece (which may be null) with it; 1, or 0
- * when there is none. A null key finds the first header of the section. */
+/* Finds the entry whose value a profile read of key in section gives and fills *piece (which may be null) with it; 1,
+ * or 0 when there is none. A null key finds the first header of the section. */
 JX_EXPORT int jxIniFind(const JxIniText* text, const char* section, const char* key, JxIniPiece* piece);
 
-/* Calls visit for every key that a list of section holds, in order, with its first piece; a null section visits the
- * first header of every section. A visit that returns 0 ends the walk. Returns the number of visits. Exceptions pass
- * through. */
+/* Calls visit for every key that a profile read lists for section, in order, with the key's first piece; for a null
+ * section, with the first header of every section. Ends when visit returns 0. Returns the number of visits; 0 also when
+ * memory is short. An exception of visit passes through. */
 typedef int (*JxIniVisit)(void* context, const JxIniPiece* piece);
 JX_EXPORT size_t jxIniEach(const JxIniText* text, const char* section, JxIniVisit visit, void* context);
 
@@ -157,30 +166,30 @@ JX_EXPORT size_t jxIniLine(JxIniView* view, const char* section, const char* key
 /* Several changes of one file that happen together or not at all. */
 typedef struct JxIniChange JxIniChange;
 
-/* Takes the turn, waiting at most 10 seconds, and reads the file (an absent one is empty). Null when that fails. While
- * the object lives, every other writer of the file waits: end it soon, with jxIniCommit or jxIniDiscard. */
+/* Locks the file, waiting at most 10 seconds, and reads it; an absent one is empty. Null when that fails. Every other
+ * writer of the file waits until jxIniCommit or jxIniDiscard, so end the change soon. */
 JX_EXPORT JxIniChange* jxIniBegin(const char* file);
 
-/* The same for a file that everybody reads: one that is made new gets the mode 0666 less the umask instead of 0600. */
+/* The same for a file that everybody reads: a new file gets the mode 0666 less the umask instead of 0600. */
 JX_EXPORT JxIniChange* jxIniBeginShared(const char* file);
 
-/* The same as jxIniBegin without the turn, to look at what a change would do: jxIniCommit refuses it. */
+/* As jxIniBegin, but without the lock, to see what a change would do: jxIniCommit refuses it. */
 JX_EXPORT JxIniChange* jxIniPreview(const char* file);
 
-/* Stores, or deletes with null as jxWritePrivateProfileString does; 1, or 0 when refused: the change is then as before
- * the call. Nothing reaches the disk. */
+/* Stores value under key in section; a null value deletes the key, a null key the section. Nothing reaches the disk
+ * yet. 1, or 0 when the text cannot be stored, memory is short or change is null: the change is then as before. */
 JX_EXPORT int jxIniSet(JxIniChange* change, const char* section, const char* key, const char* value);
 
-/* The file's text when the turn was taken, and with the changes so far; owned by the change, the second valid until the
- * next jxIniSet. */
+/* The file's text as it was read, and with the changes so far, each followed by a NUL; length may be null. The change
+ * owns them; the second is valid until the next jxIniSet. Null and 0 for null. */
 JX_EXPORT const char* jxIniBefore(const JxIniChange* change, size_t* length);
 JX_EXPORT const char* jxIniAfter(const JxIniChange* change, size_t* length);
 
-/* Writes the new text, unless nothing changed, gives the turn back and releases change; 1, or 0 with the file as it was
- * (except as JxIniFailure::afterRename tells). Null returns 0. */
+/* Writes the new text, unless nothing changed, unlocks and releases change. 1, and the new text survives a power cut;
+ * or 0 with the file as it was, unless afterRename of jxIniLastFailure is set. Null returns 0. */
 JX_EXPORT int jxIniCommit(JxIniChange* change);
 
-/* Gives the turn back and releases change; null is allowed. The file is as it was. */
+/* Unlocks and releases change; the file is as it was. Null is allowed. */
 JX_EXPORT void jxIniDiscard(JxIniChange* change);
 
 JX_EXTERN_C_END

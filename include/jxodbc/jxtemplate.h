@@ -1,15 +1,15 @@
-/* Texts and dialog templates: what a module shows, as constant tables.
+/* Texts and dialog templates, which a module registers under its name before it shows a dialog.
  *
- * Use      a library describes its dialogs and texts in tables like
- *              static const JxwControl controls[] = {
- *                  {JXW_LABEL, 0, 6, 8, 50, 8, "&Name:", 0},
- *                  {JXW_EDIT, 201, 60, 6, 120, 12, "", 0},
- *                  {JXW_BUTTON, IDOK, 60, 30, 50, 14, "OK", JXW_DEFAULT},
- *                  {JXW_NO_CONTROL, 0, 0, 0, 0, 0, 0, 0}};
- *              static const JxwTemplate templates[] = {{200, "Sample", 200, 50, controls}, {0, 0, 0, 0, 0}};
- *          and registers them under its module's name before it shows one.
+ *     static const JxwControl controls[] = {
+ *         {JXW_LABEL, 0, 6, 8, 50, 8, "&Name:", 0},
+ *         {JXW_EDIT, 201, 60, 6, 120, 12, "", 0},
+ *         {JXW_BUTTON, IDOK, 60, 30, 50, 14, "OK", JXW_DEFAULT},
+ *         {JXW_NO_CONTROL, 0, 0, 0, 0, 0, 0, 0}};
+ *     static const JxwTemplate templates[] = {{200, "Sample", 200, 50, controls}, {0, 0, 0, 0, 0}};
+ *     JXW_RegisterModule("sample", 0, templates);
+ *
  * Threads  everything here may be called from any thread.
- * Owner    tables and texts are copied when they are registered: a library may be unloaded afterwards. */
+ * Owner    tables and texts are copied when they are registered: the library that holds them may be unloaded. */
 #ifndef JXTEMPLATE_H
 #define JXTEMPLATE_H
 
@@ -42,7 +42,7 @@ enum {
     JXW_CLOSE = 2,    /* a button: Escape presses it in a dialog that has no IDCANCEL control */
     JXW_PASSWORD = 4, /* an edit field: screens hide its characters; the layer does not */
     JXW_GREY = 8,     /* disabled from the start */
-    JXW_GROUP = 16,   /* a radio button: begins another group although a radio button stands before it */
+    JXW_GROUP = 16,   /* a radio button: begins a new group, also directly after another radio button */
     JXW_PLAIN = 32    /* a label: its text is data, such as a name; an "&" in it is an "&" and makes no access key */
 };
 
@@ -50,9 +50,9 @@ enum {
  * its height. The order of an array is the order of the Tab key. */
 typedef struct JxwControl {
     int kind;
-    unsigned short id; /* unique in its dialog; 0 for a control that nobody refers to */
+    unsigned short id; /* unique in its dialog; 0 for a control that is never referred to */
     short x, y, width, height;
-    const char* text; /* "&" stands before the access key, "&&" is one "&", but not with JXW_PLAIN; null is empty */
+    const char* text; /* "&" comes before the access key, "&&" is one "&", but not with JXW_PLAIN; null is empty */
     unsigned int flags;
 } JxwControl;
 
@@ -64,15 +64,16 @@ typedef struct JxwTemplate {
     const JxwControl* controls; /* ended by JXW_NO_CONTROL; null is a dialog without controls */
 } JxwTemplate;
 
-/* Gives the module called name its texts and templates, which are copied. A name that is registered again gets the new
- * ones in place of the old; open dialogs keep what they were made from. Null arrays are empty. Names are compared byte
- * for byte; of two texts or templates with one id the first counts. Returns 1, or 0 for a null or empty name or when
- * memory is short (what was registered before stays). A load at the same time sees the old ones or the new ones. */
+/* Registers copies of the texts and templates of the module called name, in place of those it had; open dialogs keep
+ * what they were made from, and a load at the same time sees the old or the new ones. Null arrays are empty. Names are
+ * compared byte for byte; of two texts or templates with one id the first counts. 1, or 0 for a null or empty name or
+ * when memory is short: what was registered before then stays. */
 JX_EXPORT int JXW_RegisterModule(const char* name, const JxwString* strings, const JxwTemplate* templates);
 
-/* Copies text id of module into buffer, cut at size - 1 bytes and ended with NUL; returns its length. A size of 0 or
- * less takes the buffer to hold 256 bytes. An unknown module or id leaves the buffer untouched and returns 0, and so
- * does a null buffer. */
+/* Copies text id of module into buffer, cut at size - 1 bytes and ended with NUL; returns the length copied. With a
+ * size of 0 or less the buffer must have 256 bytes. 0 and an untouched buffer for an unknown module or id or a null
+ * buffer.
+ */
 JX_EXPORT int JXW_LoadString(const char* module, unsigned short id, unsigned char* buffer, int size);
 
 JX_EXTERN_C_END

@@ -1,7 +1,9 @@
-/* The integer and text types of the ODBC installer interface.
+/* The integer and text types of the ODBC installer interface. When another ODBC header defines these names, include it
+ * first and leave them out here; they must have the widths given below:
  *
- * Define JX_NO_ODBC_TYPES before the first include when another ODBC header already defines these names;
- * its definitions must then have the widths given here. */
+ *     #define JX_NO_ODBC_TYPES
+ *     #include <odbcinst.h>
+ */
 #ifndef JXTYPES_H
 #define JXTYPES_H
 
@@ -11,7 +13,7 @@
 typedef int BOOL;            /* 1 TRUE, 0 FALSE */
 typedef unsigned short WORD; /* 16 bits: sizes and request codes */
 typedef uint32_t DWORD;      /* 32 bits: option values */
-typedef uint32_t HWND;       /* a window of the dialog layer; 0 is no window */
+typedef uint32_t HWND;       /* a window of the dialog layer; 0 means no window */
 typedef char* LPSTR;         /* NUL-terminated single-byte text, written to */
 typedef const char* LPCSTR;  /* NUL-terminated single-byte text, read only */
 #endif

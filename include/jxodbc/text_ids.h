@@ -1,4 +1,4 @@
-/* The texts of module "odbcinst" by number, for programs that load them:
+/* The numbers of the texts of module "odbcinst":
  *
  *     unsigned char text[256];
  *     winGetString(text, JxTextAddFailed);

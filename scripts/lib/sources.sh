@@ -36,47 +36,50 @@ check_scripts() {
 # What a folder may include stands in docs/architecture.md, for readers and for this check.
 check_includes() { files_named include src -- '*.h' '*.cpp' '*.c' | awk -f scripts/lib/includes.awk; }
 
-# GoogleTest's headers are those of the sources that every build compiles.
-googletest=$(sed -n 's/^JX_GOOGLETEST_SOURCE:[A-Z]*=//p' "${build:-}/CMakeCache.txt" 2>/dev/null)
-include_folders="-Isrc -Iinclude/jxodbc -Itests/support
-    -isystem ${googletest:-/usr/src/googletest}/googletest/include"
-
-# Compiles a header twice, and nothing else, with the given compiler, language and options.
-compile_header() { # header compiler...
-    local header=$1
-    shift
-    printf '#include "%s"\n#include "%s"\n%s\n' "$root/$header" "$root/$header" "extern int jxNotAnEmptySource;" |
-        "$@" -fsyntax-only -Wall -Wextra -Werror $include_folders - 2>&1 ||
-        echo "$header does not compile alone: $*"
-}
-export -f compile_header
-export root include_folders
-
-own_types='typedef int BOOL; typedef unsigned short WORD; typedef unsigned int DWORD; typedef unsigned int HWND;
-typedef char* LPSTR; typedef const char* LPCSTR;'
-
-# Installed headers are included by C programs, by older C++ and beside other ODBC headers.
-installed_header_findings() {
-    local header compiler
+# How each header is tried, for ninja, which tries it again only when something that it includes has changed: with nothing
+# before it, and twice; the installed headers also in C, in older C++ and behind the types of other ODBC headers.
+header_tries() {
+    local folder=${build// /\$ }/headers header googletest
+    local types='typedef int BOOL; typedef unsigned short WORD; typedef unsigned int DWORD; typedef unsigned int HWND;\n'
+    types+='typedef char* LPSTR; typedef const char* LPCSTR;\n#define JX_NO_ODBC_TYPES\n'
+    # GoogleTest's headers are those of the sources that every build compiles.
+    googletest=$(sed -n 's/^JX_GOOGLETEST_SOURCE:[A-Z]*=//p' "$build/CMakeCache.txt" 2>/dev/null)
+    cat <<END
+builddir = $folder
+rule try
+  command = printf '\$before#include "\$in"\\n#include "\$in"\\nextern int jxNotAnEmptySource;\\n' | $
+    \$compiler -fsyntax-only -Wall -Wextra -Werror -Isrc -Iinclude/jxodbc -Itests/support $
+    -isystem '${googletest:-/usr/src/googletest}/googletest/include' -MD -MF \$out.d - && touch \$out || $
+    { echo '\$in does not compile \$how: \$compiler'; exit 1; }
+  depfile = \$out.d
+  deps = gcc
+END
+    try() { # header how before compiler...
+        local name="$1 ${*:4}"
+        [ -z "$3" ] || name+=" types"
+        name=${name//\//,}
+        printf 'build %s/%s: try %s\n' "$folder" "${name// /_}" "$1"
+        printf '  %s = %s\n' how "$2" before "$3" compiler "${*:4}"
+    }
+    for header in $(files_named include src tests -- '*.h'); do
+        try "$header" alone '' g++ -x c++ -std=c++20
+    done
     for header in include/jxodbc/*.h; do
-        for compiler in gcc clang; do
-            compile_header "$header" $compiler -x c -std=c99 -pedantic
-        done
-        compile_header "$header" g++ -x c++ -std=c++11 -pedantic
+        try "$header" alone '' gcc -x c -std=c99 -pedantic
+        try "$header" alone '' clang -x c -std=c99 -pedantic
+        try "$header" alone '' g++ -x c++ -std=c++11 -pedantic
     done
     for header in include/jxodbc/{odbcinst,odbcins,jxdialog}.h; do
-        printf '%s\n#define JX_NO_ODBC_TYPES\n#include "%s"\n' "$own_types" "$root/$header" |
-            gcc -x c -std=c99 -pedantic -Wall -Wextra -Werror -fsyntax-only $include_folders - 2>&1 ||
-            echo "$header does not take types that are defined already"
+        try "$header" 'behind types that are defined already' "$types" gcc -x c -std=c99 -pedantic
     done
 }
 
 check_headers() {
-    {
-        files_named include src tests -- '*.h' |
-            xargs -P 2 -I '{}' bash -c 'compile_header "$1" g++ -x c++ -std=c++20' - '{}'
-        installed_header_findings
-    } | nothing
+    local findings
+    mkdir -p "$build/headers"
+    header_tries >"$build/headers/tries.ninja"
+    findings=$(ninja -f "$build/headers/tries.ninja" -j "$(nproc)" -k 0 --quiet 2>&1) ||
+        sed '/^FAILED: /{N;d}' <<<"$findings" | nothing
 }
 
 check_lengths() { scripts/lengths; }
@@ -84,8 +87,8 @@ check_lengths() { scripts/lengths; }
 # Nothing is left for later, switched off or waited for; only a stress test may stop at a random moment.
 check_markers() {
     {
-        text_files | xargs grep -nE '\b(TO''DO|FIX''ME|XX''X|HA''CK)\b'
-        find tests -name '*.cpp' -not -path 'tests/stress/*' -exec grep -nE '\bDISABLED_|sleep_for|sleep_until|\busleep\(|\bsleep\(' {} +
+        text_files | xargs grep -HnE '\b(TO''DO|FIX''ME|XX''X|HA''CK)\b'
+        find tests -name '*.cpp' -not -path 'tests/stress/*' -exec grep -HnE '\bDISABLED_|sleep_for|sleep_until|\busleep\(|\bsleep\(' {} +
     } | nothing
 }
 

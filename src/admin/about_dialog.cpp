@@ -1,58 +1,36 @@
-// The About dialog: eight texts of whoever shows it.
+// The About dialog: shows eight texts of its caller.
+#include "admin/about_dialog.h"
+
 #include <jxmemory.h>
 #include <jxwindow.h>
 #include <odbcinst.h>
 
-#include <control_ids.h>
-#include "admin/about_record.h"
-#include "admin/dialog_record.h"
+#include "admin/dialog_procedure.h"
 #include "config/text_bytes.h"
 
 using namespace jx::admin;
 
 namespace {
 
-unsigned int open(HWND dialog, uintptr_t lparam) {
-    const auto* record = takeRecord<AboutRecord>(dialog, lparam);
-    if (record == nullptr)
-        return 0;
+void open(HWND dialog, AboutRecord& record) {
     unsigned short id = JxAboutFirstText;
-    for (const unsigned char* text : record->texts)
+    for (const unsigned char* text : record.texts)
         JXW_SetDlgItemText(dialog, id++, text != nullptr ? jx::asChars(text) : "Not Available");
-    winCenterBox(dialog);
-    return 1;
 }
 
-// Deliberate: only this button releases the texts, and the record keeps their addresses: pressed again while the dialog
-// is going, it has none to release.
-unsigned int close(HWND dialog) {
+// Deliberate: only the button releases the texts, and the record keeps their addresses. When it is pressed again before
+// the dialog is gone, nothing is released a second time.
+void releaseTexts(HWND dialog, AboutRecord& record) {
     if (JXW_IsDialogEnded(dialog, nullptr) != 0)
-        return 0;
-    if (const auto* record = recordOf<AboutRecord>(dialog)) {
-        for (unsigned char* text : record->texts)
-            ramFree(text);
-    }
-    return endDialog(dialog);
+        return;
+    for (unsigned char* text : record.texts)
+        ramFree(text);
 }
 
-unsigned int command(HWND dialog, int id) {
-    switch (id) {
-        case IDOK:
-            return close(dialog);
-        default:
-            return 0;
-    }
-}
+constexpr DialogKind<AboutRecord> kDialog{.open = open, .closing = IDOK, .close = releaseTexts, .claimed = kNoCommand};
 
 }  // namespace
 
 unsigned int AboutDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam) {
-    switch (message) {
-        case WM_INITDIALOG:
-            return open(hwnd, lparam);
-        case WM_COMMAND:
-            return command(hwnd, wparam);
-        default:
-            return 0;
-    }
+    return answer(kDialog, hwnd, message, wparam, lparam);
 }

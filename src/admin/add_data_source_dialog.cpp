@@ -1,100 +1,55 @@
-// The Add Data Source dialog: picks the driver that a new data source is for.
+// The Add Data Source dialog: the user picks the driver of a new data source.
 #include <jxtext.h>
 #include <odbcins.h>
 #include <odbcinst.h>
 
-#include <control_ids.h>
-#include "admin/dialog_record.h"
-#include "config/list_row.h"
+#include <text_ids.h>
+#include "admin/dialog_procedure.h"
+#include "config/list_box.h"
 #include "config/text_bytes.h"
 
 using namespace jx::admin;
 
 namespace {
 
-constexpr unsigned long kDriverRow = 0;    // the mode of a row that is a driver's name
-constexpr unsigned long kSectionKeys = 2;  // the mode of a list of keys
-constexpr unsigned long kAddFailed = 52;
 constexpr int kOutsideCall = WM_USER + 1;
 
-unsigned int open(HWND dialog, uintptr_t lparam) {
-    auto* ins = takeRecord<OdbcIns>(dialog, lparam);
-    if (ins == nullptr)
-        return 0;
-    HWNDADDLG = dialog;
-    ins->PopulateLB(dialog, JxAddDataSourceList, kSectionKeys, jx::asBytes(INS_ODBCINI_DRIVERS));
-    // Nothing is selected yet: the first press of OK without a selection leaves the dialog as it is.
+void open(HWND dialog, OdbcIns& ins) {
+    ins.PopulateLB(dialog, JxAddDataSourceList, jx::kSectionKeyRows, jx::asBytes(INS_ODBCINI_DRIVERS));
+    // Nothing is selected yet. OK does nothing until it is.
     enableControl(dialog, IDOK, jx::rowCount(dialog, JxAddDataSourceList) > 0);
-    winCenterBox(dialog);
-    return 1;
 }
 
-unsigned int close(HWND dialog) {
-    HWNDADDLG = 0;
-    return endDialog(dialog);
+void enableOk(HWND dialog, OdbcIns& /*ins*/) {
+    enableControl(dialog, IDOK, jx::selectedRow(dialog, JxAddDataSourceList) != -1);
 }
 
-// The dialog closes whether the driver accepted or not.
-unsigned int add(HWND dialog, OdbcIns& ins) {
-    if (ins.SaveSelectedLBItem(dialog, JxAddDataSourceList, kDriverRow) != 0)
-        return 0;
-    unsigned char driver[sizeof ins.driverName];  // a copy: adding clears the record's own
+// The dialog closes even if the driver refused.
+void add(HWND dialog, OdbcIns& ins) {
+    if (ins.SaveSelectedLBItem(dialog, JxAddDataSourceList, jx::kDriverRows) != 0)
+        return;
+    unsigned char driver[sizeof ins.driverName];  // a copy, since adding clears the record's own
     BUTSTCPY(driver, jx::asBytes(ins.driverName));
     if (ins.jxSQLConfigDataSource(dialog, ODBC_ADD_DSN, driver, nullptr) == FALSE)
-        ins.DisplayMB(dialog, kAddFailed);
-    return close(dialog);
+        ins.DisplayMB(dialog, JxTextAddFailed);
+    HWNDADDLG = 0;
+    endDialog(dialog);
 }
 
-unsigned int hearList(HWND dialog, OdbcIns& ins, int notification) {
-    if (notification == LBN_SELCHANGE)
-        enableControl(dialog, IDOK, jx::selectedRow(dialog, JxAddDataSourceList) != -1);
-    return notification == LBN_DBLCLK ? add(dialog, ins) : 0;
-}
-
-unsigned int act(HWND dialog, OdbcIns& ins, int id, int notification) {
-    switch (id) {
-        case JxAddDataSourceList:
-            return hearList(dialog, ins, notification);
-        case IDOK:
-            return add(dialog, ins);
-        default:
-            return 0;
-    }
-}
-
-// Others call the open dialog through HWNDADDLG; it clicks itself, two numbers 4 by value.
+// A message that programs send to the open dialog, whose handle is in HWNDADDLG: it posts itself a click at 4, 4.
 unsigned int clickItself(HWND dialog) {
     constexpr int kPair = 0x00040004;
     JXW_PostMessage(dialog, WM_LBUTTONDOWN, kPair, 0);
     return 0;
 }
 
-// What needs no record comes first, so that a dialog without one can be closed.
-unsigned int command(HWND dialog, int id, int notification) {
-    if (id == JxClaimedCommand)
-        return 1;
-    if (id == IDCANCEL)
-        return close(dialog);
-    auto* ins = recordOf<OdbcIns>(dialog);
-    return ins != nullptr ? act(dialog, *ins, id, notification) : 0;
-}
+constexpr Reaction<OdbcIns> kReactions[] = {
+    {JxAddDataSourceList, enableOk, LBN_SELCHANGE}, {JxAddDataSourceList, add, LBN_DBLCLK}, {IDOK, add}};
 
-unsigned int hear(HWND hwnd, int message, int wparam, uintptr_t lparam) {
-    switch (message) {
-        case WM_INITDIALOG:
-            return open(hwnd, lparam);
-        case WM_COMMAND:
-            return command(hwnd, wparam, notificationOf(lparam));
-        case kOutsideCall:
-            return clickItself(hwnd);
-        default:
-            return 0;
-    }
-}
+constexpr DialogKind<OdbcIns> kDialog{.open = open, .reactions = kReactions, .closing = IDCANCEL, .handle = &HWNDADDLG};
 
 }  // namespace
 
 unsigned int AddDataSourceDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam) {
-    OpenWord word(HWNDADDLG, hwnd);
-    return word.answer(hear(hwnd, message, wparam, lparam));
+    return message == kOutsideCall ? clickItself(hwnd) : answer(kDialog, hwnd, message, wparam, lparam);
 }

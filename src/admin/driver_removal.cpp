@@ -1,8 +1,6 @@
 // Removes an installed driver from the disk and from both configuration files.
 #include "admin/driver_removal.h"
 
-#include <jxdialog.h>
-#include <jxerrors.h>
 #include <jxfiles.h>
 #include <jxtext.h>
 #include <odbcins.h>
@@ -14,9 +12,9 @@
 #include <cstring>
 
 #include <text_ids.h>
-#include "admin/short_key_list.h"
+#include "config/configuration_file.h"
+#include "config/message_box.h"
 #include "config/text_bytes.h"
-#include "install/profile_text.h"
 
 namespace jx::admin {
 
@@ -30,21 +28,14 @@ void readValue(OdbcIns& ins, const char* section, const char* key, const char* f
     ins.jxSQLGetPrivateProfileString(asBytes(section), asBytes(key), nullptr, value.data(), kValueSize, asBytes(file));
 }
 
-// Tells that the file at path is still there, and why.
+// Shows that a file was not deleted, and why.
 void reportKept(HWND dialog, const unsigned char* path, int reason) {
-    unsigned char pattern[256] = {};
-    unsigned char title[256] = {};
     std::array<char, 512> file{};
-    winGetString(pattern, JxTextFileNotDeleted);
-    winGetString(title, JxTextFileNotDeletedTitle);
     std::snprintf(file.data(), file.size(), "%s: %s", asChars(path), std::strerror(reason));
-    JxParamString text;
-    text.initialize(pattern);
-    text.setParam(asBytes(file.data()));
-    guiMessageBox(dialog, text.text(), title, MB_OK);
+    showText(dialog, JxTextFileNotDeleted, asBytes(file.data()), JxTextFileNotDeletedTitle, MB_OK);
 }
 
-// 0, or why the file was not deleted.
+// 0, or the error number of the failure.
 int deleteFile(const unsigned char* path) {
     if (BUTSTLEN(path) >= kValueSize - 1)
         return ENAMETOOLONG;
@@ -63,11 +54,12 @@ void removeDataSource(OdbcIns& ins, const unsigned char* name) {
     ins.jxSQLWritePrivateProfileString(name, nullptr, nullptr, file);
 }
 
-// Deliberate: a part of the name is enough, so the data sources of every driver whose name holds this one's go too.
+// Deliberate: the driver's name may be part of a longer one. So the data sources of every driver whose name contains
+// this name are removed too.
 bool usesDriver(OdbcIns& ins, const unsigned char* dataSource, const unsigned char* driverName) {
     Value driver{};
     readValue(ins, INS_ODBCINI_DS, asChars(dataSource), INS_ODBCINI_FILENAME, driver);
-    return driver[0] != 0 && strFind(driver.data(), driverName) != nullptr;
+    return strFind(driver.data(), driverName) != nullptr;
 }
 
 }  // namespace
@@ -82,13 +74,10 @@ int DeleteTheDriver(unsigned int hwnd, unsigned char* path, short quiet) {
 }
 
 void FixODBCINIFile(unsigned int /*hwnd*/, const unsigned char* driverName, OdbcIns* ins) {
-    ShortKeyList list(*ins, INS_ODBCINI_DS, INS_ODBCINI_FILENAME);
-    for (unsigned char* name = list.text(); *name != 0;) {
-        unsigned char* next = install::textAfter(name);
-        install::cutAtEquals(name);
+    KeyList names(asBytes(INS_ODBCINI_DS), "", dataSourceFile().name(), LastKey::whole, kShortListSize);
+    for (const unsigned char* name = names.next(); name != nullptr; name = names.next()) {
         if (*name != 0 && usesDriver(*ins, name, driverName))
             removeDataSource(*ins, name);
-        name = next;
     }
 }
 

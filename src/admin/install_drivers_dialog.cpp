@@ -1,69 +1,53 @@
-// The Install Drivers dialog: which drivers of a script are to be installed.
+// The Install Drivers dialog: the user picks drivers of a script to install.
 #include <odbcinst.h>
 
-#include <control_ids.h>
-#include "admin/dialog_record.h"
+#include <string>
+
+#include "admin/dialog_procedure.h"
 #include "admin/script_drivers.h"
+#include "config/list_box.h"
 
 using namespace jx::admin;
 using jx::install::InstallDriversRecord;
 
 namespace {
 
-unsigned int open(HWND dialog, uintptr_t lparam) {
-    auto* record = takeRecord<InstallDriversRecord>(dialog, lparam);
-    if (record == nullptr)
-        return 0;
-    record->proceed = 0;
-    // A script without drivers: the dialog cancels itself as soon as it runs.
-    if (FillLB(dialog, JxInstallDriversList, record->install) == 1)
+void open(HWND dialog, InstallDriversRecord& record) {
+    record.proceed = 0;
+    // Without drivers in the script the dialog cancels itself.
+    if (FillLB(dialog, JxInstallDriversList, record.install) == 1)
         JXW_PostMessage(dialog, WM_COMMAND, IDCANCEL, 0);
-    selectFirstRow(dialog, JxInstallDriversList, IDOK);
-    winCenterBox(dialog);
-    return 1;
+    enableControl(dialog, IDOK, jx::selectFirstRow(dialog, JxInstallDriversList));
 }
 
-unsigned int confirm(HWND dialog, InstallDriversRecord& record) {
-    SaveSelectedLBItems(dialog, JxInstallDriversList, record.install);
-    record.proceed = 1;
-    return endDialog(dialog);
-}
-
-unsigned int showAdvancedOptions(HWND dialog, InstallDriversRecord& record) {
-    jxDllDialog(dialog, JxAdvancedOptionsDialog, AdvancedInstallationOptionsDlgProc, record.install);
-    return 0;
-}
-
-unsigned int act(HWND dialog, InstallDriversRecord& record, int id) {
-    switch (id) {
-        case IDOK:
-            return confirm(dialog, record);
-        case JxAdvancedButton:
-            return showAdvancedOptions(dialog, record);
-        default:
-            return 0;
+// Deliberate: asks for the selection once per row, so the selected driver is added as often as the list has rows.
+void SaveSelectedLBItems(HWND dialog, unsigned short listId, jx::install::_Install* install) {
+    const short count = jx::rowCount(dialog, listId);
+    for (short pass = 0; pass < count; ++pass) {
+        const short row = jx::selectedRow(dialog, listId);
+        std::string name;
+        if (row == -1 || !jx::readRow(dialog, listId, row, name))
+            return;
+        appendItem(install, name, jx::install::DriverItem);
     }
 }
 
-// What needs no record comes first, so that a dialog without one can be closed.
-unsigned int command(HWND dialog, int id) {
-    if (id == JxClaimedCommand)
-        return 1;
-    if (id == IDCANCEL)
-        return endDialog(dialog);
-    auto* record = recordOf<InstallDriversRecord>(dialog);
-    return record != nullptr ? act(dialog, *record, id) : 0;
+void confirm(HWND dialog, InstallDriversRecord& record) {
+    SaveSelectedLBItems(dialog, JxInstallDriversList, record.install);
+    record.proceed = 1;
+    endDialog(dialog);
 }
+
+void showAdvancedOptions(HWND dialog, InstallDriversRecord& record) {
+    jxDllDialog(dialog, JxAdvancedOptionsDialog, AdvancedInstallationOptionsDlgProc, record.install);
+}
+
+constexpr Reaction<InstallDriversRecord> kReactions[] = {{IDOK, confirm}, {JxAdvancedButton, showAdvancedOptions}};
+
+constexpr DialogKind<InstallDriversRecord> kDialog{.open = open, .reactions = kReactions, .closing = IDCANCEL};
 
 }  // namespace
 
 unsigned int InstallDriversDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam) {
-    switch (message) {
-        case WM_INITDIALOG:
-            return open(hwnd, lparam);
-        case WM_COMMAND:
-            return command(hwnd, wparam);
-        default:
-            return 0;
-    }
+    return answer(kDialog, hwnd, message, wparam, lparam);
 }

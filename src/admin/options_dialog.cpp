@@ -3,8 +3,7 @@
 #include <odbcins.h>
 #include <odbcinst.h>
 
-#include <control_ids.h>
-#include "admin/dialog_record.h"
+#include "admin/dialog_procedure.h"
 #include "config/text_bytes.h"
 
 using namespace jx::admin;
@@ -23,13 +22,13 @@ void writeSetting(OdbcIns& ins, const char* key, const unsigned char* text) {
     ins.jxSQLWritePrivateProfileString(asBytes(INS_ODBCINI_ODBC), asBytes(key), text, asBytes(INS_ODBCINI_FILENAME));
 }
 
-// Deliberate: only the low 16 bits of the stored number count, so 65536 shows as off.
+// Deliberate: only the low 16 bits of the stored number count, so 65536 is shown as off.
 void showBox(HWND dialog, unsigned short id, OdbcIns& ins, const char* key) {
     unsigned char text[kTextSize];
     unsigned long value = 0;
     readSetting(ins, key, "0", text);
     convert(text, &value);
-    JXW_CheckDlgButton(dialog, id, static_cast<short>(value & 0xFFFF));
+    JXW_CheckDlgButton(dialog, id, static_cast<short>(value));
 }
 
 void storeBox(HWND dialog, unsigned short id, OdbcIns& ins, const char* key) {
@@ -39,64 +38,35 @@ void storeBox(HWND dialog, unsigned short id, OdbcIns& ins, const char* key) {
     writeSetting(ins, key, text);
 }
 
-// This dialog alone is not centered.
-unsigned int open(HWND dialog, uintptr_t lparam) {
-    auto* ins = takeRecord<OdbcIns>(dialog, lparam);
-    if (ins == nullptr)
-        return 0;
+void open(HWND dialog, OdbcIns& ins) {
     unsigned char traceFile[kTextSize];
-    showBox(dialog, JxTraceBox, *ins, "Trace");
-    showBox(dialog, JxTraceAutoStopBox, *ins, "TraceAutoStop");
-    readSetting(*ins, "TraceFile", "sql.log", traceFile);
+    showBox(dialog, JxTraceBox, ins, "Trace");
+    showBox(dialog, JxTraceAutoStopBox, ins, "TraceAutoStop");
+    readSetting(ins, "TraceFile", "sql.log", traceFile);
     JXW_SetDlgItemText(dialog, JxTraceFileEdit, jx::asChars(traceFile));
-    return 1;
 }
 
-// All three are written, changed or not, and the dialog closes whether that succeeded or not.
-unsigned int save(HWND dialog) {
-    auto* ins = recordOf<OdbcIns>(dialog);
-    if (ins == nullptr)
-        return 0;
-    storeBox(dialog, JxTraceBox, *ins, "Trace");
-    storeBox(dialog, JxTraceAutoStopBox, *ins, "TraceAutoStop");
+// Writes all three settings, changed or not. The dialog closes even when a write fails.
+void save(HWND dialog, OdbcIns& ins) {
+    storeBox(dialog, JxTraceBox, ins, "Trace");
+    storeBox(dialog, JxTraceAutoStopBox, ins, "TraceAutoStop");
     char traceFile[kTextSize];
     JXW_GetDlgItemText(dialog, JxTraceFileEdit, traceFile, kTextSize);
-    writeSetting(*ins, "TraceFile", asBytes(traceFile));
-    return endDialog(dialog);
+    writeSetting(ins, "TraceFile", asBytes(traceFile));
+    endDialog(dialog);
 }
 
-// Deliberate: there is no file chooser; the button's caption says so.
-void SelectTraceFileName(HWND /*dialog*/) {}
+// Deliberate: does nothing. There is no file chooser, as the button's caption says.
+void SelectTraceFileName(HWND /*dialog*/, OdbcIns& /*ins*/) {}
 
-unsigned int chooseTraceFile(HWND dialog) {
-    SelectTraceFileName(dialog);
-    return 0;
-}
+constexpr Reaction<OdbcIns> kReactions[] = {{JxTraceFileButton, SelectTraceFileName}, {IDOK, save}};
 
-unsigned int command(HWND dialog, int id) {
-    switch (id) {
-        case JxClaimedCommand:
-            return 1;
-        case JxTraceFileButton:
-            return chooseTraceFile(dialog);
-        case IDOK:
-            return save(dialog);
-        case IDCANCEL:
-            return endDialog(dialog);
-        default:
-            return 0;
-    }
-}
+// The only dialog that is not centered.
+constexpr DialogKind<OdbcIns> kDialog{
+    .open = open, .reactions = kReactions, .closing = IDCANCEL, .place = Place::unchanged};
 
 }  // namespace
 
 unsigned int OdbcOptionsDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam) {
-    switch (message) {
-        case WM_INITDIALOG:
-            return open(hwnd, lparam);
-        case WM_COMMAND:
-            return command(hwnd, wparam);
-        default:
-            return 0;
-    }
+    return answer(kDialog, hwnd, message, wparam, lparam);
 }

@@ -1,54 +1,94 @@
 // The Versions dialog: what the script says about its drivers' libraries.
 #include <odbcinst.h>
 
-#include <control_ids.h>
-#include "admin/dialog_record.h"
+#include <initializer_list>
+#include <string>
+#include <string_view>
+
+#include "admin/dialog_procedure.h"
 #include "admin/script_drivers.h"
+#include "config/list_box.h"
+#include "config/profile_value.h"
+#include "install/bounded_text.h"
+#include "install/script.h"
+#include "install/script_line.h"
 
 using namespace jx::admin;
+using jx::asBytes;
 using jx::install::_Install;
+using jx::install::ScriptLine;
 
 namespace {
 
-unsigned int open(HWND dialog, uintptr_t lparam) {
-    auto* install = takeRecord<_Install>(dialog, lparam);
-    if (install == nullptr)
-        return 0;
-    FillLB(dialog, JxVersionsList, install);
-    selectFirstRow(dialog, JxVersionsList, IDOK);
-    winCenterBox(dialog);
-    return 1;
+constexpr char kDriverKey[] = "\"Driver\"";  // the script writes its keys in double quotes
+
+// Shows the parts as one text. It fits, since it is not longer than the line it comes from.
+void show(HWND dialog, unsigned short id, std::initializer_list<std::string_view> parts) {
+    jx::install::BoundedText<jx::ProfileValue::kSize> text;
+    for (const std::string_view part : parts)
+        text.append(part);
+    JXW_SetDlgItemText(dialog, id, jx::asChars(text.text()));
 }
 
-unsigned int hearList(HWND dialog, int notification) {
-    if (notification != LBN_SELCHANGE)
-        return endDialog(dialog);
-    DisplayDriverVersion(dialog, nullptr, JxVersionsList);
-    return 0;
+// Scripts write year-month-day. The dialog shows what follows the first "-", then the part before it.
+void showDate(HWND dialog, std::string_view date) {
+    const std::size_t dash = date.find('-');
+    if (dash == std::string_view::npos)
+        show(dialog, JxVersionDate, {date});
+    else
+        show(dialog, JxVersionDate, {date.substr(dash + 1), "-", date.substr(0, dash)});
 }
 
-// Deliberate: IDOK, enabled or greyed when the dialog opens, has no case here; the dialog is closed with Cancel or a
-// double click.
-unsigned int command(HWND dialog, int id, int notification) {
-    switch (id) {
-        case JxVersionsList:
-            return hearList(dialog, notification);
-        case IDCANCEL:
-            return endDialog(dialog);
-        default:
-            return 0;
-    }
+void showLine(HWND dialog, const ScriptLine& line) {
+    show(dialog, JxVersionFileName, {line.field(ScriptLine::kFileName)});
+    show(dialog, JxVersionRole, {"Driver"});
+    show(dialog, JxVersionNumber, {line.field(ScriptLine::kVersion)});
+    showDate(dialog, line.field(ScriptLine::kDate));
+    show(dialog, JxVersionSize, {line.field(ScriptLine::kNumber15)});
 }
+
+void clearLine(HWND dialog) {
+    for (unsigned short id = JxVersionFileName; id <= JxVersionSize; ++id)
+        JXW_SetDlgItemText(dialog, id, nullptr);
+}
+
+// For a driver without a line in the script the texts do not change.
+void DisplayDriverVersion(HWND dialog, _Install& install) {
+    const short row = jx::selectedRow(dialog, JxVersionsList);
+    std::string driver;
+    jx::ProfileValue value;
+    if (row == -1 || !jx::readRow(dialog, JxVersionsList, row, driver))
+        return;
+    const unsigned char* section = asBytes(driver.c_str());
+    if (!jx::install::Script(install.infFile).read(section, asBytes(kDriverKey), value))
+        return;
+    const ScriptLine line(value.view());
+    if (line.isComplete())
+        return showLine(dialog, line);
+    // Deliberate: the number is one too high. A line without commas is reported with comma 2.
+    jx::install::showMissingComma(dialog, line.fieldCount() + 2, install.infFile, section, asBytes(kDriverKey));
+    clearLine(dialog);
+}
+
+void open(HWND dialog, _Install& install) {
+    FillLB(dialog, JxVersionsList, &install);
+    enableControl(dialog, IDOK, jx::selectFirstRow(dialog, JxVersionsList));
+}
+
+void close(HWND dialog, _Install& /*install*/) {
+    endDialog(dialog);
+}
+
+// Deliberate: the dialog enables or greys IDOK when it opens, but the button does nothing. Cancel and a double click
+// close the dialog.
+constexpr Reaction<_Install> kReactions[] = {{JxVersionsList, DisplayDriverVersion, LBN_SELCHANGE},
+                                             {JxVersionsList, close}};
+
+constexpr DialogKind<_Install> kDialog{
+    .open = open, .reactions = kReactions, .closing = IDCANCEL, .claimed = kNoCommand};
 
 }  // namespace
 
 unsigned int VersionsDlgProc(HWND hwnd, int message, int wparam, uintptr_t lparam) {
-    switch (message) {
-        case WM_INITDIALOG:
-            return open(hwnd, lparam);
-        case WM_COMMAND:
-            return command(hwnd, wparam, notificationOf(lparam));
-        default:
-            return 0;
-    }
+    return answer(kDialog, hwnd, message, wparam, lparam);
 }

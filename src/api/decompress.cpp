@@ -2,6 +2,6 @@
 #include <odbcinst.h>
 
 unsigned int Decompress(unsigned int /*hwnd*/, unsigned char* /*source*/, unsigned char* /*target*/) {
-    // Deliberate: files are registered where they lie, so none is transferred and the answer is always the same.
+    // Deliberate: nothing is transferred, since files are registered where they lie.
     return 1;
 }

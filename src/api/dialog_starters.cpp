@@ -1,9 +1,9 @@
-// The library's dialog starters, alone in their file so that no caller can be compiled together with them: every call
-// goes through the dynamic symbol table, where a program that shows dialogs puts its own two in their place.
+// The library's dialog starters. They have a file of their own, so that the compiler cannot inline them into a caller:
+// every call must go through the dynamic symbol table, where a program that shows dialogs replaces them by its own.
 #include <odbcinst.h>
 
 int32_t jxDllDialog(HWND /*owner*/, unsigned short /*templateId*/, JxDialogProcedure /*procedure*/, void* /*record*/) {
-    // Deliberate: a library shows nothing by itself; its callers go on with the record as it is.
+    // Deliberate: shows nothing. Its callers go on with the record unchanged.
     return 0;
 }
 

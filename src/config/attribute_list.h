@@ -12,14 +12,14 @@ namespace jx {
 
 // AttributeList: a copy of a caller's keyword=value list.
 // Use      take the list, then ask for the data source.
-// Limits   1024 bytes with the final empty text; a longer list is refused, never cut.
-// Ownership the copy belongs to the object; what dataSource returns lies in it.
+// Limits   1024 bytes with the final empty text; a longer list is refused.
+// Ownership  the object owns the copy; what dataSource returns points into it.
 class AttributeList {
 public:
     // Whether a caller's list is null or has no items.
     static bool isEmpty(const unsigned char* list) { return list == nullptr || *list == 0; }
 
-    // Copies a list that has items; false when it is too long. Reads no byte behind the list's end.
+    // Copies a list that has items; false when it is too long. Reads no byte past the end of the list.
     bool take(const unsigned char* list) {
         for (std::size_t end = 1; end < kSize; ++end) {
             if (list[end] == 0 && list[end - 1] == 0) {
@@ -30,8 +30,8 @@ public:
         return false;
     }
 
-    // The value of the first item whose keyword is "DSN", spelled so; null when there is none before the end or before
-    // the first item without "=".
+    // The value of the first item whose keyword is exactly "DSN". Null when there is none, or when an item without "="
+    // comes before it.
     const unsigned char* dataSource() const {
         NameList items(bytes_, sizeof bytes_);
         for (std::string_view item = items.next(); !item.empty(); item = items.next()) {

@@ -10,8 +10,9 @@
 #include <string_view>
 
 #include "config/attribute_list.h"
+#include "config/configuration_file.h"
 #include "config/key_list.h"
-#include "config/message_text.h"
+#include "config/message_box.h"
 #include "config/setup_library.h"
 #include "config/text_bytes.h"
 #include "rules/sections.h"
@@ -23,7 +24,7 @@ namespace {
 
 constexpr unsigned int kQuestion = MB_YESNO | MB_ICONQUESTION;
 
-// ConfigurationRequest: what a caller asked for. dataSource is null when an add leaves the name to the setup routine.
+// ConfigurationRequest: what a caller asked for. dataSource is null when an add leaves the name to the setup library.
 struct ConfigurationRequest {
     HWND hwnd;
     unsigned short request;
@@ -31,19 +32,19 @@ struct ConfigurationRequest {
 
     bool adds() const { return request == ODBC_ADD_DSN; }
 
-    // Shows a message about the data source to the window, which must be there; returns the button chosen.
+    // Shows a message about the data source and returns the button chosen. Only for requests with a window.
     unsigned int show(std::string_view before, std::string_view after, unsigned int style) const {
         return jx::showMessage(hwnd, jx::MessageText(before, asChars(dataSource), after).text(), style);
     }
 };
 
-// Replacing or removing a reserved section, which is no data source, would lose a whole list or the settings.
+// A reserved section is not a data source. Replacing or removing it would lose a whole list or the settings.
 bool dataSourceExists(const unsigned char* name) {
     return !jx::rules::isReservedSection(asChars(name)) &&
-           !jx::KeyList(name, jx::kNotAvailable, asBytes(INS_ODBCINI_FILENAME)).isMissing();
+           jx::KeyList(name, jx::kNotAvailable, jx::dataSourceFile().name()).isThere();
 }
 
-// An add without a name: the setup routine can ask for it where there is a window. Everything else needs the name.
+// Only an add with a window needs no name: the setup library asks the user for it.
 bool goesOnWithoutName(const ConfigurationRequest& asked) {
     if (asked.adds())
         return asked.hwnd != 0;
@@ -52,7 +53,7 @@ bool goesOnWithoutName(const ConfigurationRequest& asked) {
     return false;
 }
 
-// An add replaces a data source of the same name, after asking where there is a window.
+// An add replaces a data source of the same name. With a window the user is asked first.
 bool goesOnWithAdd(const ConfigurationRequest& asked) {
     if (!dataSourceExists(asked.dataSource))
         return true;
@@ -78,7 +79,7 @@ bool goesOn(const ConfigurationRequest& asked) {
     return asked.adds() ? goesOnWithAdd(asked) : goesOnWithChange(asked);
 }
 
-// A data source whose driver cannot be loaded can still be removed; nothing else can be done with it.
+// Without its driver's setup library, a data source can only be removed.
 int finishWithoutDriver(const ConfigurationRequest& asked) {
     if (asked.request != ODBC_REMOVE_DSN)
         return FALSE;
@@ -93,7 +94,7 @@ int finishWithoutDriver(const ConfigurationRequest& asked) {
 
 int OdbcIns::jxSQLConfigDataSource(unsigned int hwnd, unsigned short fRequest, const unsigned char* lpszDriver,
                                    const unsigned char* lpszAttributes) {
-    // A description that is cut would be another driver's.
+    // A description that is too long is refused: cut, it could be the name of another driver.
     const std::size_t driverLength = BUTSTLEN(lpszDriver);
     if (lpszDriver == nullptr || driverLength >= sizeof driverName)
         return FALSE;
@@ -109,7 +110,7 @@ int OdbcIns::jxSQLConfigDataSource(unsigned int hwnd, unsigned short fRequest, c
         if (!goesOn(asked))
             return FALSE;
     }
-    BUTMEMCP(driverName, lpszDriver, driverLength);  // may be this very field
+    BUTMEMCP(driverName, lpszDriver, driverLength);  // lpszDriver may be this field
     std::memset(driverName + driverLength, 0, sizeof driverName - driverLength);
     if (LoadDriver() != 0)
         return finishWithoutDriver(asked);

@@ -1,6 +1,7 @@
-// Building the data source list: names, then drivers.
+// The data source list: names, drivers, and the texts that dialogs show.
+#include "config/data_source_list.h"
+
 #include <jxmemory.h>
-#include <jxprofile.h>
 #include <jxtext.h>
 #include <odbcins.h>
 #include <odbcinst.h>
@@ -8,28 +9,37 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <string_view>
 
-#include "config/data_source_rows.h"
+#include <text_ids.h>
+#include "config/configuration_file.h"
 #include "config/key_list.h"
+#include "config/message_box.h"
 #include "config/text_bytes.h"
 
 using jx::asBytes;
 
-namespace {
+namespace jx {
 
-// A heap copy of text; null when memory is short.
-unsigned char* heapCopy(std::string_view text) {
-    auto* copy = static_cast<unsigned char*>(ramAllocZ(text.size() + 1));
-    if (copy != nullptr)
-        std::memcpy(copy, text.data(), text.size());
-    return copy;
+void releaseRows(DataSourceEntry* rows, std::size_t count) {
+    if (rows == nullptr)
+        return;
+    for (std::size_t row = 0; row < count; ++row) {
+        ramFree(rows[row].name);
+        ramFree(rows[row].driver);
+        ramFree(rows[row].display);
+    }
+    ramFree(rows);
 }
 
-// Reads the default data source's driver description, cut at size - 1 bytes; returns its length.
-int readDefaultDriver(unsigned char* buffer, int size) {
-    return jxGetPrivateProfileString(asBytes(INS_ODBCINI_DEFAULT), asBytes(INS_ODBCINI_DRIVER), asBytes(""), buffer,
-                                     size, asBytes(INS_ODBCINST_FILENAME));
+}  // namespace jx
+
+namespace {
+
+constexpr int kDriverSize = 1024;
+
+// Reads the driver of the default data source, cut at sizeInBytes - 1 bytes; returns its length.
+int readDefaultDriver(unsigned char* buffer, int sizeInBytes) {
+    return jx::driverFile().read(asBytes(INS_ODBCINI_DEFAULT), asBytes(INS_ODBCINI_DRIVER), buffer, sizeInBytes);
 }
 
 bool defaultExists() {
@@ -37,29 +47,41 @@ bool defaultExists() {
     return readDefaultDriver(driver, sizeof driver) != 0;
 }
 
-// Fills the rows' names from items that may be keys or key=value; false when memory is short.
-bool fillNames(DataSourceEntry* rows, jx::NameList items) {
-    for (std::string_view item = items.next(); !item.empty(); item = items.next(), ++rows) {
-        rows->name = heapCopy(item.substr(0, item.find('=')));
+// Fills in the names of the rows, the default data source's last if there is one; false when memory is short.
+bool fillNames(DataSourceEntry* rows, jx::KeyList& names, bool hasDefault) {
+    for (const unsigned char* name = names.next(); name != nullptr; name = names.next(), ++rows) {
+        rows->name = ramAllocStr(name);
         if (rows->name == nullptr)
             return false;
     }
-    return true;
+    return !hasDefault || (rows->name = ramAllocStr(asBytes(INS_ODBCINI_DEFAULT))) != nullptr;
 }
 
-// Puts a heap copy of driver into a row in place of what it held.
+// Replaces the driver of a row by a heap copy of driver.
 void setDriver(DataSourceEntry& row, const unsigned char* driver) {
     ramFree(row.driver);
     row.driver = ramAllocStr(driver);
 }
 
+// "name (driver)" as a new heap block; null when memory is short. Null texts are empty.
+unsigned char* displayText(const unsigned char* name, const unsigned char* driver) {
+    auto* display = static_cast<unsigned char*>(ramAllocZ(BUTSTLEN(name) + BUTSTLEN(driver) + 5));
+    if (display == nullptr)
+        return nullptr;
+    for (const unsigned char* part : {name, asBytes(" ("), driver, asBytes(")")}) {
+        if (part != nullptr)
+            BUTSTCAT(display, part);
+    }
+    return display;
+}
+
 }  // namespace
 
 unsigned int OdbcIns::GetDataSourceNames() {
-    const jx::KeyList keys(asBytes(INS_ODBCINI_DS), "", asBytes(INS_ODBCINI_FILENAME));
-    const std::size_t named = keys.names().count();
+    jx::KeyList names(asBytes(INS_ODBCINI_DS), "", jx::dataSourceFile().name());
+    const std::size_t named = names.names().count();
     entryCount = 0;
-    // Deliberate: a default data source alone is not listed, and hasDefault is then left as it was.
+    // Deliberate: without other data sources the default one is not listed either, and hasDefault is not changed.
     if (named == 0)
         return 1;
     hasDefault = defaultExists() ? 1 : 0;
@@ -67,10 +89,7 @@ unsigned int OdbcIns::GetDataSourceNames() {
     auto* rows = static_cast<DataSourceEntry*>(ramAllocZ(count * sizeof(DataSourceEntry)));
     if (rows == nullptr)
         return 1;
-    bool complete = fillNames(rows, keys.names());
-    if (complete && hasDefault != 0)
-        complete = (rows[named].name = heapCopy(INS_ODBCINI_DEFAULT)) != nullptr;
-    if (!complete) {
+    if (!fillNames(rows, names, hasDefault != 0)) {
         jx::releaseRows(rows, count);
         return 1;
     }
@@ -80,24 +99,44 @@ unsigned int OdbcIns::GetDataSourceNames() {
 }
 
 unsigned int OdbcIns::GetDriverNames() {
-    // An empty list may stand beside a hasDefault of an earlier one.
+    // hasDefault may be left from an earlier list.
     if (entryCount == 0 || entries == nullptr)
         return 0;
     const auto named = static_cast<std::uint16_t>(entryCount - (hasDefault != 0 ? 1 : 0));
-    unsigned char driver[1024];
+    unsigned char driver[kDriverSize];
     for (std::uint16_t row = 0; row < named; ++row) {
-        // Without a name the read would give the list of all data sources.
+        // With a null name the read would give the list of all data sources.
         if (entries[row].name == nullptr)
             continue;
         std::memset(driver, 0, sizeof driver);
-        jxGetPrivateProfileString(asBytes(INS_ODBCINI_DS), entries[row].name, asBytes(""), driver, sizeof driver,
-                                  asBytes(INS_ODBCINI_FILENAME));
+        jx::dataSourceFile().read(asBytes(INS_ODBCINI_DS), entries[row].name, driver, kDriverSize);
         setDriver(entries[row], driver);
     }
     if (hasDefault != 0) {
         std::memset(driver, 0, sizeof driver);
-        readDefaultDriver(driver, sizeof driver);
+        readDefaultDriver(driver, kDriverSize);
         setDriver(entries[named], driver);
     }
+    return 0;
+}
+
+unsigned int OdbcIns::ConcatenateNames() {
+    for (std::uint32_t row = 0; entries != nullptr && row < entryCount; ++row) {
+        // Deliberate: an earlier display text is not released, since a caller may still use it.
+        entries[row].display = displayText(entries[row].name, entries[row].driver);
+    }
+    return 0;
+}
+
+int OdbcIns::jxSQLValidDSN(const char* dsn) {
+    ResetData(ResetKeepAddedFlag);
+    GetDataSourceNames();
+    for (std::uint32_t row = 0; dsn != nullptr && row < entryCount; ++row) {
+        if (BUTSTCMP(asBytes(dsn), entries[row].name) == 0)
+            return 1;
+    }
+    unsigned char text[255] = {};
+    JXW_LoadString(BJXHINST, JxTextUnknownDataSource, text, sizeof text);
+    jx::showMessage(/*owner=*/0, text, MB_OK | MB_ICONSTOP);
     return 0;
 }

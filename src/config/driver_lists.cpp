@@ -28,15 +28,15 @@ bool isScriptName(const unsigned char* path) {
            strCompareCi(extension, asBytes("INF")) == 0;
 }
 
-// What stands between the double quotes of a key. A key without an opening quote counts from its first character, one
-// without a closing quote to its end.
+// The part of a key between its double quotes. Without an opening quote it begins at the first character, without a
+// closing one it goes to the end.
 std::string_view withoutQuotes(std::string_view key) {
     if (key.front() == '"')
         key.remove_prefix(1);
     return key.substr(0, key.find('"'));
 }
 
-// UnquotedList: the names of a list of quoted keys, as a list of their own.
+// UnquotedList: the names in a list of quoted keys, as a list.
 class UnquotedList {
 public:
     explicit UnquotedList(jx::NameList keys) {
@@ -48,7 +48,7 @@ public:
     std::size_t sizeInBytes() const { return length_; }
 
 private:
-    // An empty name is left out: it would end the list before its last name.
+    // An empty name is left out, since it would end the list.
     void append(std::string_view name) {
         if (name.empty() || name.size() + 1 >= sizeof bytes_ - length_)
             return;
@@ -67,7 +67,7 @@ int OdbcIns::jxSQLGetInstalledDrivers(unsigned char* lpszBuf, unsigned short cbB
         return 0;
     const jx::KeyList keys(asBytes(INS_ODBCINI_DRIVERS), jx::kNotAvailable, asBytes(INS_ODBCINST_FILENAME));
     const std::size_t total = keys.names().sizeInBytes();
-    if (keys.isMissing() || total == 0)
+    if (!keys.isThere() || total == 0)
         return 0;
     jx::handOutList(keys.bytes(), total, lpszBuf, cbBufMax, pcbBufOut);
     return 1;
@@ -80,7 +80,7 @@ int OdbcIns::jxSQLGetAvailableDrivers(const unsigned char* lpszInfFile, unsigned
     if (!isScriptName(lpszInfFile))
         return 0;
     const jx::KeyList keys(asBytes(INS_ODBCINI_DRIVERS), jx::kNotAvailable, lpszInfFile);
-    if (keys.isMissing() || keys.names().count() == 0)
+    if (!keys.isThere() || keys.names().count() == 0)
         return 0;
     const UnquotedList names(keys.names());
     jx::handOutList(names.bytes(), names.sizeInBytes(), lpszBuf, cbBufMax, pcbBufOut);

@@ -1,19 +1,20 @@
 // Loading a driver's setup library and calling its ConfigDSN.
 #include <jxfiles.h>
-#include <jxprofile.h>
 #include <odbcins.h>
 #include <odbcinst.h>
 
 #include <cstdio>
 
+#include "config/configuration_file.h"
 #include "config/setup_library.h"
 #include "config/text_bytes.h"
+#include "rules/sections.h"
 
 using jx::asBytes;
 
 namespace {
 
-// DataSourceItem: a list whose only item names a data source.
+// DataSourceItem: an attribute list with one item, the name of a data source.
 class DataSourceItem {
 public:
     explicit DataSourceItem(const char (&name)[50]) {
@@ -30,8 +31,7 @@ private:
 
 int OdbcIns::LoadDriver() {
     unsigned char path[1024] = {};
-    jxGetPrivateProfileString(asBytes(driverName), asBytes("Setup"), asBytes(""), path, sizeof path,
-                              asBytes(INS_ODBCINST_FILENAME));
+    jx::driverFile().read(asBytes(driverName), asBytes(jx::rules::kSetup), path, sizeof path);
     hSetupLib = bosLoadLibrary(path, 0);
     if (hSetupLib == nullptr)
         return 1;

@@ -1,4 +1,4 @@
-// Walking over a list of NUL-ended names that an empty name ends.
+// Walking over a list of names, each ended by a NUL and the list by an empty name.
 #pragma once
 
 #include <algorithm>
@@ -10,9 +10,9 @@
 namespace jx {
 
 // NameList: a read-only walk over the list in a buffer of sizeInBytes bytes.
-// Use      call next until it gives an empty name.
-// Safety   never looks beyond the buffer: a list cut inside a name, or without its end, ends with the buffer.
-// Ownership the names lie in the buffer, which must outlive them.
+// Use      call next until it returns an empty name.
+// Safety   never reads past the buffer: a list that is cut, or has no end, ends with it.
+// Ownership  the names point into the buffer, which must outlive them.
 class NameList {
 public:
     NameList(const unsigned char* list, std::size_t sizeInBytes) : rest_(asChars(list), sizeInBytes) {}
@@ -25,7 +25,7 @@ public:
         return name;
     }
 
-    // The names still to come.
+    // How many names are left.
     std::size_t count() const {
         NameList walk(*this);
         std::size_t names = 0;
@@ -34,7 +34,7 @@ public:
         return names;
     }
 
-    // The bytes of the names still to come with one NUL each; the list's final NUL is not counted.
+    // The size of the names that are left, with a NUL for each but without the list's final NUL.
     std::size_t sizeInBytes() const {
         NameList walk(*this);
         std::size_t bytes = 0;
@@ -46,12 +46,5 @@ public:
 private:
     std::string_view rest_;
 };
-
-// Takes the name at the edge out of a list of size bytes that was read with one byte more: where the byte before the
-// last is no end, the name goes on beyond size bytes, and what is left of it could be another name.
-inline void dropCutName(unsigned char* list, std::size_t size) {
-    while (size > 0 && list[size - 1] != 0)
-        list[--size] = 0;
-}
 
 }  // namespace jx

@@ -1,12 +1,12 @@
-// An INI file that is opened under the name a caller spelled.
+// An INI file opened under the name a caller gave.
 #pragma once
 
 #include <jxprofile.h>
 
 namespace jx {
 
-// NamedProfile: owns the utility library's access to one file as named and releases it.
-// Failure  get gives null when memory is short; reads and writes through null answer 0.
+// NamedProfile: opens a file of the utility library by its name as spelled, and closes it at the end of its scope.
+// Failure  get returns null when memory is short; reads and writes through null return 0.
 class NamedProfile {
 public:
     explicit NamedProfile(const unsigned char* file) : cache_(jxPrivateProfileInit(file)) {}

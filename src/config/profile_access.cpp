@@ -12,8 +12,8 @@
 
 namespace {
 
-// The user's configuration file that a name stands for, in its own spelling; null when the name is any other file's.
-// Nearly every call comes with that spelling, and comparing without regard to case would take a tenth of a read's time.
+// The user's configuration file that a name means, in its standard spelling; null for every other name. The exact
+// comparison comes first, since comparing without regard to case takes a tenth of a read's time.
 const unsigned char* userFile(const unsigned char* file) {
     const char* const names[] = {INS_ODBCINI_FILENAME, INS_ODBCINST_FILENAME};
     for (const char* name : names) {

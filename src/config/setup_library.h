@@ -7,9 +7,8 @@
 
 namespace jx {
 
-// SetupLibrary: owns one load of a setup library and unloads it when its scope is left.
-// Exceptions  a scope left by an exception that began inside it keeps the library loaded: the exception's own code
-//             lies in there and is still needed by whoever catches it.
+// SetupLibrary: unloads a setup library at the end of its scope.
+// Exceptions  when an exception leaves the scope the library stays loaded: the exception's own code may be in it.
 class SetupLibrary {
 public:
     explicit SetupLibrary(void* handle) : handle_(handle), exceptionsBefore_(std::uncaught_exceptions()) {}
@@ -25,8 +24,8 @@ private:
     int exceptionsBefore_;
 };
 
-// Finds a setup library's entry point under its upper-case name or, only when that is not exported, under the other;
-// null when it has neither.
+// A setup library's entry point, under its upper-case name if it exports that, else under the other; null if it exports
+// neither.
 template <class Routine>
 Routine findRoutine(void* library, const char* upperCaseName, const char* mixedCaseName) {
     void* address = dlsym(library, upperCaseName);

@@ -1,4 +1,4 @@
-// Handing results to callers who gave a buffer, its size and a place for the length.
+// Copying results into a caller's buffer of a given size, and the length into its variable.
 #pragma once
 
 #include <jxtext.h>
@@ -8,14 +8,14 @@
 
 namespace jx {
 
-// Stores length where the caller asked for it; null asks for nothing.
+// Stores a length; place may be null.
 inline void storeLength(unsigned short* place, std::size_t length) {
     if (place != nullptr)
         *place = static_cast<unsigned short>(length);
 }
 
-// Copies a list of total bytes (without its final NUL) into a buffer of size bytes, which must not be 0; the rest of
-// the buffer is zeroed. A list that leaves no room for that final NUL is cut at size - 1 bytes, perhaps inside a name.
+// Copies a list of total bytes (its final NUL not counted) into a buffer of size bytes, not 0, and zeroes the rest. If
+// the final NUL does not fit, the list is cut at size - 1 bytes, perhaps inside a name.
 inline void handOutList(const unsigned char* list, std::size_t total, unsigned char* buffer, unsigned short size,
                         unsigned short* lengthOut) {
     std::memset(buffer, 0, size);
@@ -24,8 +24,8 @@ inline void handOutList(const unsigned char* list, std::size_t total, unsigned c
     storeLength(lengthOut, copied);
 }
 
-// Copies text into a buffer of size bytes, cut at size - 1, and stores how much was copied. A null buffer or one of
-// size 0 receives nothing: the length is 0.
+// Copies text into a buffer, cut at size - 1 bytes, and stores the length copied. With a null buffer or a size of 0
+// nothing is copied, and the length is 0.
 inline void handOutText(const unsigned char* text, unsigned char* buffer, unsigned short size,
                         unsigned short* lengthOut) {
     storeLength(lengthOut, buffer == nullptr ? 0 : strCopy(buffer, text, size));

@@ -1,4 +1,5 @@
-// Text as the two kinds of character that meet here: char at the exported edge, unsigned char in the utility library.
+// Conversions between the two character types of texts: char in exported functions, unsigned char in the utility
+// library.
 #pragma once
 
 #include <cstddef>
@@ -6,7 +7,7 @@
 
 namespace jx {
 
-// The same text under the other type; null stays null.
+// The same text as the other type; null stays null.
 inline const unsigned char* asBytes(const char* text) {
     return reinterpret_cast<const unsigned char*>(text);
 }
@@ -17,12 +18,17 @@ inline const char* asChars(const unsigned char* text) {
     return reinterpret_cast<const char*>(text);
 }
 
-// A read-only text for the members that take a writable one and do not write.
+// For members that take a writable text and do not write to it.
 inline unsigned char* asReadOnlyArgument(const char* text) {
     return asBytes(const_cast<char*>(text));
 }
 
-// The text in a buffer of sizeInBytes bytes, ended by its first NUL or the buffer's end.
+// A text as a view. Null gives an empty one, whose data() is not null.
+inline std::string_view viewOf(const unsigned char* text) {
+    return text == nullptr ? std::string_view("") : std::string_view(asChars(text));
+}
+
+// The text in a buffer: up to its first NUL, or all of it.
 inline std::string_view textInside(const unsigned char* buffer, std::size_t sizeInBytes) {
     const std::string_view whole(asChars(buffer), sizeInBytes);
     return whole.substr(0, whole.find('\0'));

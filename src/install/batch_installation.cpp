@@ -1,22 +1,22 @@
 // One batch installation: the order of its steps and its outcome.
 #include "install/batch_installation.h"
 
+#include <jxmemory.h>
 #include <odbcinst.h>
 
-#include "config/message_text.h"
+#include <control_ids.h>
+#include "config/message_box.h"
 #include "config/text_bytes.h"
+#include "install/installation_paths.h"
 #include "install/item_installation.h"
-#include "install/owned_text.h"
-#include "install/script_reader.h"
-#include "install/wait_cursor.h"
+#include "install/script_entries.h"
+#include "install/script_items.h"
 
 namespace jx::install {
 
 namespace {
 
-constexpr unsigned short kInstallDriversTemplate = 129;
-
-// InstallRun: owns the record of one run, also when a host's dialog throws.
+// InstallRun: owns the record of one run; the record is released when a host's dialog throws, too.
 class InstallRun {
 public:
     InstallRun() = default;
@@ -27,12 +27,12 @@ public:
         ramFree(record_);
     }
 
-    // False when there is no record.
+    // False when memory was short.
     bool begin(unsigned int parent, const unsigned char* infFile, const unsigned char* sourcePath) {
         return InstallInit(parent, record_, infFile, sourcePath) == 0;
     }
 
-    // Releases what the record holds; its outcome can still be read.
+    // Releases what the record holds. Its outcome can still be read.
     void end() { InstallTerm(record_); }
 
     _Install* record() { return record_; }
@@ -46,10 +46,10 @@ enum class Choice { cancelled, failed, made };
 // Lets the user choose drivers.
 Choice askForDrivers(unsigned int parent, _Install* install) {
     InstallDriversRecord record{0, install};
-    jxDllDialog(parent, kInstallDriversTemplate, InstallDriversDlgProc, &record);
+    jxDllDialog(parent, JxInstallDriversDialog, InstallDriversDlgProc, &record);
     if (record.proceed == 0)
         return Choice::cancelled;
-    setWaitCursor();
+    JXW_SetCursor(JXW_LoadCursor(0, kJxwWaitCursor));
     return GetTheDriverKeys(install) == 0 ? Choice::made : Choice::failed;
 }
 
@@ -100,7 +100,7 @@ int installOdbc(unsigned int parent, const unsigned char* infFile, const unsigne
     const bool succeeded = choice == Choice::made && installChosen(parent, run.record());
     run.end();
     reportOutcome(parent, succeeded, run.record()->anyFileInstalled != 0);
-    setArrowCursor();
+    JXW_SetCursor(JXW_LoadCursor(0, kJxwArrowCursor));
     return succeeded ? 1 : 0;
 }
 

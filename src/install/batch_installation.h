@@ -5,16 +5,12 @@
 
 namespace jx::install {
 
-// Installs what the script infFile describes: the work behind SQLInstallODBC, whose comment tells what it does. drivers
-// is cut while it is read. 1 or 0.
+// Installs what the script infFile describes: the work behind SQLInstallODBC, whose comment in odbcinst.h says what it
+// does. The list drivers is written into while it is read. Returns 1 or 0.
 int installOdbc(unsigned int parent, const unsigned char* infFile, const unsigned char* sourcePath,
                 unsigned char* drivers);
 
-// Takes the paths of a run into the record: the script, where its files come from, and where they are registered (both
-// as full paths). False when memory is short or the current directory is needed and unknown.
-bool takePaths(_Install& install, const unsigned char* infFile, const unsigned char* sourcePath);
-
-// Tells the user how a run ended; nothing without a window, or when it succeeded without a file.
+// Shows the user how a run ended. Shows nothing without a window, or when a run succeeded but installed no file.
 void reportOutcome(unsigned int parent, bool succeeded, bool anyFileInstalled);
 
 }  // namespace jx::install

@@ -8,7 +8,7 @@
 namespace jx::install {
 
 // BoundedText: kSize bytes including the final NUL, empty at first.
-// Failure  append returns false when the text does not fit and leaves what was there before.
+// Failure  append returns false when the text does not fit; what was there before stays.
 template <std::size_t kSize>
 class BoundedText {
 public:
@@ -21,7 +21,7 @@ public:
         return true;
     }
 
-    // Puts character in the place of the last one; an empty text stays empty.
+    // Replaces the last character; an empty text stays empty.
     void replaceLast(unsigned char character) {
         if (length_ > 0)
             bytes_[length_ - 1] = character;

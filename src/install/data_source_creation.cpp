@@ -1,35 +1,28 @@
 // The data sources a driver asks for when it is installed.
-#include <jxtext.h>
-#include <odbcinst.h>
+#include "install/data_source_creation.h"
 
-#include "config/text_bytes.h"
-#include "install/configuration_update.h"
-#include "install/owned_text.h"
-#include "install/profile_text.h"
+#include <jxtext.h>
+
+#include "config/configuration_file.h"
+#include "config/profile_value.h"
 #include "rules/sections.h"
 
 namespace jx::install {
 
 namespace {
 
-void write(const unsigned char* section, const unsigned char* key, const unsigned char* value) {
-    jxWritePrivateProfileString(section, key, value, asBytes(INS_ODBCINI_FILENAME));
-}
-
 void createDataSource(const unsigned char* name, const unsigned char* driverName) {
-    const unsigned char* list = asBytes(INS_ODBCINI_DS);
+    const ConfigurationFile file = dataSourceFile();
     const unsigned char* driverKey = asBytes(INS_ODBCINI_DRIVER);
-    ProfileText text;
-    // Deliberate: a list that reads as absent is cleared first, as that of the drivers is.
-    if (!text.read(list, nullptr, asBytes(INS_ODBCINI_FILENAME)) && !text.readFailed())
-        write(list, nullptr, nullptr);
-    write(list, name, driverName);
-    write(name, nullptr, nullptr);
-    write(name, driverKey, nullptr);
-    // Deliberate: a driver without a library leaves the default of the read in its data sources.
-    text.read(driverName, driverKey, asBytes(INS_ODBCINST_FILENAME));
-    if (!text.readFailed())
-        write(name, driverKey, text.text());
+    file.clearAbsentList(asBytes(INS_ODBCINI_DS));
+    file.write(asBytes(INS_ODBCINI_DS), name, driverName);
+    file.removeSection(name);
+    file.removeKey(name, driverKey);
+    ProfileValue library;
+    // Deliberate: the data sources of a driver without a library get "NOT AVAILABLE", the default of this read.
+    library.read(driverName, driverKey, driverFile().name());
+    if (!library.readFailed())
+        file.write(name, driverKey, library.text());
 }
 
 unsigned char* skipBlanks(unsigned char* text) {
@@ -46,7 +39,7 @@ void CreateDataSources(unsigned char* dataSourceList, const unsigned char* drive
         unsigned char* comma = strFind(name, static_cast<unsigned char>(','));
         if (comma != nullptr)
             *comma = 0;
-        // Blanks before the comma are handed on; what a name may hold is the store's business.
+        // Blanks before the comma stay part of the name; the store trims them.
         if (!rules::isReservedSection(asChars(name)))
             createDataSource(name, driverName);
         if (comma == nullptr)

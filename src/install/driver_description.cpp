@@ -1,11 +1,9 @@
-// What a caller hands to SQLInstallDriver: a description, or a list that begins with one.
+// What a caller passes to SQLInstallDriver: a driver's description, or a keyword list that begins with it.
 #include "install/driver_description.h"
 
 #include <jxtext.h>
 
 #include <cstring>
-
-#include "install/profile_text.h"
 
 namespace jx::install {
 
@@ -26,15 +24,14 @@ bool DriverDescription::take(const unsigned char* source, DescriptionForm form) 
     const std::size_t size = descriptionSize(source, form);
     if (size == 0)
         return false;
-    bytes_.fill(0);
     BUTMEMCP(bytes_.data(), source, size);
     return true;
 }
 
 unsigned char* keywordText(unsigned char* list, unsigned position) {
     unsigned char* text = list;
-    for (unsigned passed = 0; passed < position; ++passed)
-        text = textAfter(text);
+    for (unsigned passed = 0; passed < position && *text != 0; ++passed)
+        text += BUTSTLEN(text) + 1;
     return text;
 }
 

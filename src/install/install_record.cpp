@@ -1,4 +1,4 @@
-// The record of one batch installation: made, grown, released.
+// The record of one batch installation: making it, adding components, releasing it.
 #include "install/install_record.h"
 
 #include <utility>

@@ -5,14 +5,11 @@
 #include <span>
 #include <string_view>
 
-#include "config/capability_keys.h"
+#include "install/capability_keys.h"
 
 namespace jx::install {
 
-// The place of "CreateDSN" in kCapabilityKeys: its value is no property of the driver but a list of data sources.
-inline constexpr std::size_t kCreateDsn = 1;
-
-// One file of a component, from one line of the script. Texts are owned heap blocks; null where the line gives none.
+// One file of a component, from one line of the script. Texts are owned heap blocks, null where the line has none.
 struct InfEntry {
     unsigned char* key;  // the file's role: "Driver", "Setup", "Translator", ...
     long number0;        // field 0 of the line
@@ -61,30 +58,30 @@ static_assert(sizeof(void*) != 4 || (sizeof(_Install) == 56 && sizeof(InstallIte
 
 // What the Install Drivers dialog works on.
 struct InstallDriversRecord {
-    std::uint32_t proceed;  // the dialog's outcome: 1 to go on, 0 when it was cancelled
+    std::uint32_t proceed;  // set by the dialog: 1 to go on, 0 when it was cancelled
     _Install* install;
 };
 
-// What DoTheTempDirectoryThing is to do.
+// What DoTheTempDirectoryThing is asked to do.
 enum TempDirectoryType : std::uint32_t { TempDirectoryRemove = 1 };
 
-// Makes an empty record in install, which the caller ends with InstallTerm and then releases with ramFree. The paths
-// are not taken over. 0, or 1 with install null when memory is short.
+// Makes an empty record in install. The caller ends it with InstallTerm and then releases it with ramFree. The paths
+// are not stored. Returns 0, or 1 with install null when memory is short.
 unsigned int InstallInit(unsigned int hwnd, _Install*& install, const unsigned char* infFile,
                          const unsigned char* srcPath);
 
-// Where a temporary directory would be made and removed; does nothing and returns 0.
+// The place to make or remove a temporary directory. Does nothing and returns 0.
 unsigned int DoTheTempDirectoryThing(unsigned int hwnd, _Install* install, unsigned char* path, TempDirectoryType kind);
 
-// Releases everything the record owns and empties it; anyFileInstalled and the record itself stay, since the outcome is
-// read afterwards. Null is allowed.
+// Releases everything the record owns and empties it. The record itself and anyFileInstalled stay: the outcome is read
+// afterwards. Null is allowed.
 void InstallTerm(_Install* install);
 
-// Appends a component with a copy of name and nothing else set; names are not compared, so one may stand twice.
-// 0, or 1 with the record unchanged when memory is short.
+// Appends a component with a copy of name. A name that is there already is added again.
+// Returns 0, or 1 with the record unchanged when memory is short.
 unsigned int appendItem(_Install* install, std::string_view name, ItemKind kind);
 
-// Releases the item's entries; it has none then.
+// Releases the item's entries and sets their number to 0.
 void releaseEntries(InstallItem& item);
 
 inline std::span<InstallItem> itemsOf(const _Install& install) {

@@ -1,9 +1,11 @@
 // The paths a batch installation works with.
+#include "install/installation_paths.h"
+
 #include <unistd.h>
 
 #include <array>
 
-#include "install/batch_installation.h"
+#include "config/text_bytes.h"
 #include "install/owned_text.h"
 
 namespace jx::install {
@@ -12,7 +14,7 @@ namespace {
 
 constexpr std::size_t kLongestPath = 1024;
 
-// The directory part of path without its trailing slash; "/" for a file in the root, empty when there is none.
+// The directory of path without its trailing slash: "/" for a file in the root, empty for a bare file name.
 std::string_view directoryOf(std::string_view path) {
     const std::size_t slash = path.rfind('/');
     if (slash == std::string_view::npos)
@@ -20,8 +22,8 @@ std::string_view directoryOf(std::string_view path) {
     return path.substr(0, slash == 0 ? 1 : slash);
 }
 
-// Registered paths lead to the files from any directory, so they are full ones. Null when the current directory is
-// needed and unknown or too long for a registered path, or memory is short.
+// Registered paths must work from any directory, so a relative one is made absolute. Null when memory is short, or when
+// the current directory cannot be found out or is too long for a registered path.
 OwnedText fullPath(std::string_view directory) {
     if (directory.starts_with('/'))
         return copyOf(directory);

@@ -1,15 +1,17 @@
-// Walking the components of a run and their files.
+// Installing the files of a run, component by component.
 #include "install/item_installation.h"
 
+#include <jxdialog.h>
 #include <odbcinst.h>
 
 #include <cstring>
-#include <utility>
 
+#include "config/text_bytes.h"
 #include "install/bounded_text.h"
 #include "install/configuration_update.h"
 #include "install/owned_text.h"
-#include "install/wait_cursor.h"
+#include "install/processed_files.h"
+#include "install/transfer_hooks.h"
 
 namespace jx::install {
 
@@ -20,8 +22,8 @@ constexpr std::size_t kInputSize = 16384;
 constexpr std::size_t kOutputSize = 32768;
 constexpr std::size_t kSpareSize = 2048;
 
-// One of the exported work buffers. The memory is ours: whatever another thread's run puts into the exported pointer,
-// each run releases its own once.
+// One of the exported work buffers. Several threads may install at once and overwrite the exported pointer, so each run
+// keeps its own pointer and releases its own memory.
 class WorkBuffer {
 public:
     WorkBuffer(unsigned char*& exported, void* block, std::size_t size)
@@ -33,7 +35,7 @@ public:
     void clear() { std::memset(block_.get(), 0, size_); }
 
 private:
-    // Deliberate: the exported pointer is not reset when the memory goes.
+    // Deliberate: the exported pointer is not reset when the memory is released.
     OwnedText block_;
     std::size_t size_;
 };
@@ -57,7 +59,8 @@ bool hasVersion(const InfEntry& entry) {
     return role == "Driver" || role == "Windows00" || role == "CPanel" || role == "Translator";
 }
 
-// Calls visit(item number, entry number) for every file of the components that accept takes, until it returns false.
+// Calls visit(item number, entry number) for every file of the components that accept returns true for. Stops when
+// visit returns false.
 template <typename Accept, typename Visit>
 bool everyFile(const _Install& install, Accept accept, Visit visit) {
     for (std::uint32_t item = 0; item < install.itemCount; ++item) {
@@ -77,7 +80,7 @@ void checkVersions(unsigned int hwnd, _Install* install) {
         [&](std::uint32_t item, std::uint32_t entry) {
             if (hasVersion(install->items[item].entries[entry])) {
                 VersionCheck(hwnd, install, item, entry);
-                setWaitCursor();
+                JXW_SetCursor(JXW_LoadCursor(0, kJxwWaitCursor));
             }
             return true;
         });
@@ -91,8 +94,8 @@ bool copyDisks(unsigned int hwnd, _Install* install) {
 
 using FilePath = BoundedText<kPathSize>;
 
-// The names of the file on its medium, where the last character is an underscore, and where it lies afterwards. False
-// when one is too long.
+// Builds the file's path on its medium, where the last character is an underscore, and the path it is registered with.
+// False when one is too long.
 bool buildPaths(const _Install& install, const InfEntry& entry, FilePath& source, FilePath& target) {
     const std::string_view name = viewOf(entry.fileName);
     const bool fits = source.append(viewOf(install.sourceDir)) && source.append("/") && source.append(name) &&
@@ -101,7 +104,7 @@ bool buildPaths(const _Install& install, const InfEntry& entry, FilePath& source
     return fits;
 }
 
-// False when memory is short: the file would be processed again under the next component.
+// False when memory is short: the next component that has the file would process it again.
 bool processFile(unsigned int hwnd, _Install* install, std::uint32_t item, std::uint32_t entry, WorkBuffers& buffers) {
     const InfEntry& file = install->items[item].entries[entry];
     FilePath source;
@@ -122,7 +125,7 @@ void processFiles(unsigned int hwnd, _Install* install) {
         return;
     everyFile(
         *install,
-        // Deliberate: any value but 0 counts here, while only 1 counts where disks are asked for.
+        // Deliberate: here any value but 0 counts as selected; for the disks only 1 does.
         [](const InstallItem& item) { return item.selected != 0; },
         [&](std::uint32_t item, std::uint32_t entry) { return processFile(hwnd, install, item, entry, buffers); });
 }
@@ -133,7 +136,7 @@ unsigned int InstallItems(unsigned int hwnd, _Install* install) {
     checkVersions(hwnd, install);
     if (copyDisks(hwnd, install))
         processFiles(hwnd, install);
-    // Deliberate: 1 in every case; the caller takes the run for a failed one and the outcome is in the files.
+    // Deliberate: always 1, which the caller takes as failure. The outcome is in the files.
     return 1;
 }
 

@@ -1,7 +1,9 @@
-// The list of the files a run has processed.
+// The files a run has processed, in the record's list.
+#include "install/processed_files.h"
+
 #include <algorithm>
 
-#include "install/item_installation.h"
+#include "config/text_bytes.h"
 #include "install/owned_text.h"
 
 namespace jx::install {

@@ -1,88 +1,63 @@
-// Turning an installation script into the components of a record: the files of one component.
-#include <cstdio>
+// The files of an installation's components, as the script lists them.
+#include "install/script_entries.h"
 
-#include "config/message_text.h"
-#include "config/named_profile.h"
+#include "config/text_bytes.h"
 #include "install/owned_text.h"
-#include "install/profile_text.h"
+#include "install/script.h"
 #include "install/script_line.h"
-#include "install/script_reader.h"
 
 namespace jx::install {
 
 namespace {
 
-// Reads the keys of the component's section; an absent or unreadable one leaves an empty list.
-void readKeys(const unsigned char* script, const unsigned char* section, ProfileText& keys) {
-    const NamedProfile cache(script);
-    if (!keys.read(section, nullptr, cache.get()))
-        *keys.text() = 0;
-}
+enum class Outcome { done, commaMissing, failed };
 
-// All entries at once: whatever ends the reading early, the count tells how many there are.
-bool makeEntries(InstallItem& item, std::uint32_t count) {
+// Makes all entries at once, so that their number is right when reading ends early.
+bool makeEntries(InstallItem& item, std::size_t count) {
     item.entries = static_cast<InfEntry*>(ramAllocZ(count * sizeof(InfEntry)));
     if (item.entries == nullptr)
         return false;
-    item.entryCount = count;
+    item.entryCount = static_cast<std::uint32_t>(count);
     return true;
 }
 
-const char* orEmpty(const unsigned char* text) {
-    return text == nullptr ? "" : viewOf(text).data();
-}
-
-// Tells which comma is missing; without memory for the text nothing is told.
-void reportMissingComma(const _Install& install, const InstallItem& item, const InfEntry& entry, unsigned comma) {
-    constexpr char kPattern[] = "Not able to find comma %u in File: %s Section: %s Entry: %s";
-    const char* file = orEmpty(install.infFile);
-    const char* section = orEmpty(item.name);
-    const char* key = orEmpty(entry.key);
-    const int length = std::snprintf(nullptr, 0, kPattern, comma, file, section, key);
-    const std::size_t size = static_cast<std::size_t>(length < 0 ? 0 : length) + 1;
-    const OwnedText text(static_cast<unsigned char*>(ramAllocZ(size)));
-    if (text == nullptr)
-        return;
-    std::snprintf(reinterpret_cast<char*>(text.get()), size, kPattern, comma, file, section, key);
-    showMessage(0, text.get(), MB_OK);
-}
-
-// Fills one entry from the line under key; a key without a line leaves it empty. A line that could not be read counts
-// as a lack of memory, which it mostly is.
-LineResult readEntry(const unsigned char* script, const InstallItem& item, unsigned char* key, InfEntry& entry) {
-    constexpr LineResult kComplete{LineResult::Outcome::complete, 0};
-    constexpr LineResult kMemoryShort{LineResult::Outcome::memoryShort, 0};
-    ProfileText line;
-    cutAtEquals(key);
-    if (!line.read(item.name, key, script))
-        return line.readFailed() ? kMemoryShort : kComplete;
-    entry.key = copyOf(quotedName(key)).release();
-    return entry.key == nullptr ? kMemoryShort : readLine(viewOf(line.text()), entry);
+// Fills one entry from the line of key, which is cut to its name. The entry of a key without a line stays empty.
+Outcome readEntry(const unsigned char* infFile, const InstallItem& item, unsigned char* key, InfEntry& entry) {
+    const Script script(infFile);
+    ProfileValue value;
+    if (!script.read(item.name, key, value))
+        return value.readFailed() ? Outcome::failed : Outcome::done;
+    entry.key = copyOf(viewOf(quotedName(key))).release();
+    const ScriptLine line(value.view());
+    if (entry.key == nullptr || !line.fill(entry))
+        return Outcome::failed;
+    if (line.isComplete())
+        return Outcome::done;
+    showMissingComma(0, line.fieldCount() + 1, infFile, item.name, entry.key);
+    return Outcome::commaMissing;
 }
 
 }  // namespace
 
+unsigned int GetTheOdbcInfEntriesForEachItem(_Install* install) {
+    for (std::uint32_t index = 0; index < install->itemCount; ++index)
+        GetDataFromObdcInf(install, index);
+    return 0;
+}
+
 unsigned int GetDataFromObdcInf(_Install* install, std::uint32_t index) {
     InstallItem& item = install->items[index];
     releaseEntries(item);
-    ProfileText keys;
-    readKeys(install->infFile, item.name, keys);
-    const std::uint32_t count = countTexts(keys.text());
+    KeyList keys = Script(install->infFile).fileKeys(item.name);
+    const std::size_t count = keys.isThere() ? keys.names().count() : 0;
     if (count == 0 || !makeEntries(item, count))
         return 1;
-    unsigned char* key = keys.text();
     for (InfEntry& entry : entriesOf(item)) {
-        unsigned char* next = textAfter(key);
-        const LineResult result = readEntry(install->infFile, item, key, entry);
-        if (result.outcome == LineResult::Outcome::memoryShort) {
+        const Outcome outcome = readEntry(install->infFile, item, keys.next(), entry);
+        if (outcome == Outcome::failed)
             releaseEntries(item);
+        if (outcome != Outcome::done)
             return 1;
-        }
-        if (result.outcome == LineResult::Outcome::commaMissing) {
-            reportMissingComma(*install, item, entry, result.missingComma);
-            return 1;
-        }
-        key = next;
     }
     return 0;
 }

@@ -2,11 +2,13 @@
 #include "install/script_line.h"
 
 #include <algorithm>
-#include <array>
+#include <cstdio>
 #include <cstdlib>
 
+#include "config/message_box.h"
+#include "config/profile_value.h"
+#include "config/text_bytes.h"
 #include "install/owned_text.h"
-#include "install/profile_text.h"
 
 namespace jx::install {
 
@@ -17,14 +19,14 @@ std::string_view withoutLeadingBlanks(std::string_view text) {
     return text;
 }
 
-// The columns from first to before end, as far as text reaches.
+// The characters from first up to end, as far as text reaches.
 std::string_view columns(std::string_view text, std::size_t first, std::size_t end) {
     return first < text.size() ? text.substr(first, end - first) : std::string_view{};
 }
 
-// The decimal number text begins with, 0 when there is none; one too large for the type becomes the largest.
+// The decimal number at the start of text, 0 without one. A number too large for the type becomes the largest.
 long numberIn(std::string_view text) {
-    std::array<char, kProfileTextSize> digits{};
+    std::array<char, ProfileValue::kSize> digits{};
     text.copy(digits.data(), digits.size() - 1);
     return std::strtol(digits.data(), nullptr, 10);
 }
@@ -50,44 +52,41 @@ bool storeText(std::string_view text, unsigned char*& target) {
     return target != nullptr;
 }
 
-bool storeField(unsigned number, std::string_view text, InfEntry& entry) {
-    const std::string_view field = withoutLeadingBlanks(text);
-    switch (number) {
-        case 0:
-            entry.number0 = numberIn(field);
-            return true;
-        case 1:
-            return storeText(field, entry.fileName);
-        case 5:
-            readDate(field, entry);
-            return true;
-        case 8:
-            return storeText(field.empty() ? "OLDER" : field, entry.text8);
-        case 14:
-            return storeText(field, entry.text14);
-        case 15:
-            entry.number15 = numberIn(field);
-            return true;
-        case 19:
-            readVersion(field, entry);
-            return true;
-        default:
-            return true;
+}  // namespace
+
+ScriptLine::ScriptLine(std::string_view line) {
+    for (; count_ < kFields; ++count_) {
+        const std::size_t comma = line.find(',');
+        if (comma == std::string_view::npos)
+            return;
+        fields_[count_] = withoutLeadingBlanks(line.substr(0, comma));
+        line.remove_prefix(comma + 1);
     }
 }
 
-}  // namespace
+bool ScriptLine::fill(InfEntry& entry) const {
+    entry.number0 = numberIn(field(kNumber0));
+    readDate(field(kDate), entry);
+    entry.number15 = numberIn(field(kNumber15));
+    readVersion(field(kVersion), entry);
+    // Field 8 has a default, but only when the line reaches that far.
+    const std::string_view text8 = count_ > kText8 && field(kText8).empty() ? "OLDER" : field(kText8);
+    return storeText(field(kFileName), entry.fileName) && storeText(text8, entry.text8) &&
+           storeText(field(kText14), entry.text14);
+}
 
-LineResult readLine(std::string_view line, InfEntry& entry) {
-    for (unsigned comma = 1; comma <= kLineCommas; ++comma) {
-        const std::size_t end = line.find(',');
-        if (end == std::string_view::npos)
-            return {LineResult::Outcome::commaMissing, comma};
-        if (!storeField(comma - 1, line.substr(0, end), entry))
-            return {LineResult::Outcome::memoryShort, 0};
-        line.remove_prefix(end + 1);
-    }
-    return {LineResult::Outcome::complete, 0};
+void showMissingComma(HWND owner, unsigned comma, const unsigned char* script, const unsigned char* section,
+                      const unsigned char* key) {
+    const auto write = [&](char* text, std::size_t size) {
+        return std::snprintf(text, size, "Not able to find comma %u in File: %s Section: %s Entry: %s", comma,
+                             viewOf(script).data(), viewOf(section).data(), viewOf(key).data());
+    };
+    const std::size_t size = static_cast<std::size_t>(std::max(write(nullptr, 0), 0)) + 1;
+    const OwnedText text(static_cast<unsigned char*>(ramAlloc(size)));
+    if (text == nullptr)
+        return;
+    write(reinterpret_cast<char*>(text.get()), size);
+    showMessage(owner, text.get(), MB_OK);
 }
 
 }  // namespace jx::install

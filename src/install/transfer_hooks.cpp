@@ -1,5 +1,5 @@
-// The hooks of the file transfer, which this system leaves empty: files are registered where they lie.
-#include "install/item_installation.h"
+// The hooks of the file transfer. They do nothing: files are registered where they lie.
+#include "install/transfer_hooks.h"
 
 namespace jx::install {
 

@@ -24,7 +24,7 @@ struct JxList::Nodes {
     std::vector<JxObject*> inOrder;
 };
 
-// The nodes' place is made by the first append, which can say that memory was short.
+// nodes_ is made by the first append, which can report that memory was short.
 JxList::JxList() : nodes_(nullptr) {}
 
 JxList::~JxList() {
@@ -117,7 +117,7 @@ const unsigned char* JxError::text() const {
 
 namespace {
 
-// Looking does not make the list.
+// Does not make the list.
 JxList* existingErrors() {
     const jx::ThreadData* data = jx::existingThreadData();
     return data != nullptr ? data->errors.get() : nullptr;

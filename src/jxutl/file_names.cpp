@@ -11,7 +11,7 @@
 #include <vector>
 
 #include <jxfiles.h>
-#include "ini/file_ops.h"
+#include "jxutl/ini/file_ops.h"
 
 namespace {
 
@@ -85,7 +85,7 @@ std::vector<std::string> matchingFiles(std::string_view pattern) {
     const std::string directory(pattern.substr(0, nameAt));
     const std::string_view name = pattern.substr(nameAt);
     std::vector<std::string> names;
-    // A plain name needs no reading of the directory, which may allow entering only.
+    // A plain name is found without reading the directory, which may be unreadable.
     if (name.find_first_of("*?") == std::string_view::npos)
         names.emplace_back(name);
     else

@@ -8,7 +8,7 @@
 
 namespace {
 
-// The sentence is a help, not the result: without memory for it the load has failed just the same.
+// Without memory for the sentence the load has failed all the same.
 void keepLoadError(const char* sentence) {
     jx::ThreadData* data = jx::threadData();
     if (data == nullptr || sentence == nullptr)

@@ -1,4 +1,4 @@
-// Heap blocks, by way of malloc and its kin so that either side of the library's edge can release them.
+// Heap blocks from malloc, so that the library and its callers can release each other's.
 #include <jxmemory.h>
 
 #include <cerrno>
@@ -7,7 +7,7 @@
 
 namespace {
 
-// malloc(0) may answer null, which callers would take for memory that ran short.
+// malloc(0) may return null, which callers would take for a failure.
 std::size_t atLeastOne(std::size_t sizeInBytes) {
     return sizeInBytes != 0 ? sizeInBytes : 1;
 }

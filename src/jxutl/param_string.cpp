@@ -14,7 +14,7 @@ struct JxParamString::State {
 
 namespace {
 
-// A place in a pattern: the number after a %, and how many bytes both take; a number of 0 is no place.
+// A place in a pattern: the number after a %, and how many bytes both take. Number 0: not a place.
 struct Place {
     std::size_t number = 0;
     std::size_t length = 0;

@@ -12,7 +12,7 @@ const char* plain(const unsigned char* text) {
     return reinterpret_cast<const char*>(text);
 }
 
-// The searches give a pointer into a text that the caller may own the right to change.
+// The searches return a pointer that the caller may write through if the text is writable.
 unsigned char* changeable(const char* place) {
     return reinterpret_cast<unsigned char*>(const_cast<char*>(place));
 }

@@ -12,21 +12,19 @@
 namespace {
 
 #ifdef JX_HAS_TERMINAL
-constexpr jx::admin::ShowDialogs kShowDialogs = [] {
-    return static_cast<jx::admin::ExitCode>(jx::terminal::runScreen());
-};
+constexpr jx::cli::ShowDialogs kShowDialogs = [] { return static_cast<jx::cli::ExitCode>(jx::terminal::runScreen()); };
 #else
-constexpr jx::admin::ShowDialogs kShowDialogs = nullptr;
+constexpr jx::cli::ShowDialogs kShowDialogs = nullptr;
 #endif
 
 }  // namespace
 
 int main(int count, char** arguments) {
-    using jx::admin::ExitCode;
+    using jx::cli::ExitCode;
     ExitCode code = ExitCode::failed;
     try {
         std::ios::sync_with_stdio(/*sync=*/false);
-        code = jx::admin::runCommandLine({arguments + 1, arguments + count}, kShowDialogs);
+        code = jx::cli::runCommandLine({arguments + 1, arguments + count}, kShowDialogs);
     } catch (const std::bad_alloc&) {
         std::fputs("odbcadmin: Out of memory\n", stderr);
     } catch (const std::exception& error) {

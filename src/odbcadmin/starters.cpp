@@ -1,7 +1,7 @@
-// Starts the library's dialogs on the thread's screen.
-#include "odbcadmin/starters.h"
-
+// The dialog starters of a program that shows dialogs: they take the place of the library's own two in a program that
+// exports its names (ENABLE_EXPORTS), so every dialog of the library appears on the calling thread's screen.
 #include <jxwindow.h>
+#include <odbcinst.h>
 
 int32_t jxDllDialog(HWND owner, unsigned short templateId, JxDialogProcedure procedure, void* record) {
     return JXW_DialogBox(BJXHINST, templateId, owner, procedure, record);

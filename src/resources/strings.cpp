@@ -7,8 +7,8 @@ namespace jx {
 
 namespace {
 
-// Registrar: what it registers is copied, so there is nothing to take back when the library goes. Without memory the
-// texts stay empty and every call still works.
+// Registrar: registers copies, so nothing needs to be removed when the library is unloaded. When memory is short the
+// texts are empty, and every call still works.
 struct Registrar {
     Registrar() { (void)JXW_RegisterModule(kTextModule, kTexts, kTemplates); }
 };

@@ -6,12 +6,11 @@
 
 namespace jx {
 
-// The name that programs find in BJXHINST.
+// The name of the module, as in BJXHINST.
 inline constexpr char kTextModule[] = "odbcinst";
 
-// The texts by id, ended as JXW_RegisterModule wants it. They are registered while the library is loaded; load them
-// with JXW_LoadString. Each fits a buffer of 255 bytes, 53 with a name of 49 bytes too; the filled templates may be
-// longer, since a path is shown whole.
+// The texts by id, as JXW_RegisterModule takes them; JXW_LoadString loads one. Each fits into 255 bytes, 53 also with a
+// name of 49 bytes in it. Texts with "%1" may become longer, since paths are shown whole.
 inline constexpr JxwString kTexts[] = {
     {JxTextRemoveFailed,
      "The driver's setup library did not remove the data source. If you did not cancel it, check that you may write to "

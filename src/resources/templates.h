@@ -1,7 +1,7 @@
 // The dialog templates of module "odbcinst".
 //
-// Positions are in dialog units, 4 to a column and 8 to a line of a terminal. Everything lies on that grid with a free
-// line between buttons, so a terminal of 80 columns and 24 lines shows each dialog whole.
+// Positions are in dialog units, 4 to a column and 8 to a line of a terminal. All are multiples of these, with an empty
+// line between buttons, and each dialog fits into a terminal of 80 columns and 24 lines.
 #pragma once
 
 #include <control_ids.h>
@@ -18,7 +18,7 @@ inline constexpr JxwControl kAddDataSourceControls[] = {
     {JXW_BUTTON, IDCANCEL, 204, 32, 68, 14, "Cancel", 0},
     kEndOfControls};
 
-// A double click sets the data source up, so that button is the default one.
+// The default button does what a double click does.
 inline constexpr JxwControl kDataSourcesControls[] = {
     {JXW_LABEL, 0, 8, 8, 184, 8, "&Data sources (driver):", 0},
     {JXW_LISTBOX, JxDataSourcesList, 8, 16, 184, 104, nullptr, 0},
@@ -41,7 +41,7 @@ inline constexpr JxwControl kOptionsControls[] = {
     {JXW_BUTTON, IDCANCEL, 204, 104, 68, 14, "Cancel", 0},
     kEndOfControls};
 
-// Enter closes: deleting a driver deletes files and must be asked for by name.
+// Close is the default button, since Delete also deletes files.
 inline constexpr JxwControl kDriversControls[] = {
     {JXW_LABEL, JxDriversLabel, 8, 8, 184, 8, "&Installed drivers:", 0},
     {JXW_LISTBOX, JxDriversList, 8, 16, 184, 88, nullptr, 0},
@@ -50,7 +50,7 @@ inline constexpr JxwControl kDriversControls[] = {
     {JXW_BUTTON, JxCloseButton, 204, 88, 68, 14, "&Close", JXW_DEFAULT | JXW_CLOSE},
     kEndOfControls};
 
-// Nothing reads the three values yet, and the labels say so.
+// Nothing reads the three values yet, as the labels say.
 inline constexpr JxwControl kAdvancedOptionsControls[] = {
     {JXW_CHECKBOX, JxOptionFlagBox, 8, 8, 264, 8, "&Option: on (kept, but has no effect yet)", 0},
     {JXW_GROUPBOX, 0, 8, 24, 128, 64, "1st choice (no effect yet)", 0},
@@ -82,7 +82,7 @@ inline constexpr JxwControl kAddDriverControls[] = {
     {JXW_BUTTON, IDCANCEL, 204, 48, 68, 14, "Cancel", 0},
     kEndOfControls};
 
-// OK does nothing in this dialog, so the button that closes it is the default one.
+// OK does nothing in this dialog, so Close is the default button.
 inline constexpr JxwControl kVersionsControls[] = {
     {JXW_LABEL, 0, 8, 8, 184, 8, "&Drivers in the installation script:", 0},
     {JXW_LISTBOX, JxVersionsList, 8, 16, 184, 48, nullptr, 0},
@@ -108,7 +108,7 @@ inline constexpr JxwControl kSelectTranslatorControls[] = {
     {JXW_LABEL, 0, 8, 96, 264, 8, "Cancel chooses no translator.", 0},
     kEndOfControls};
 
-// What the eight texts mean is the affair of whoever shows the dialog.
+// The caller decides what the eight texts mean.
 inline constexpr JxwControl kAboutControls[] = {{JXW_GROUPBOX, 0, 8, 8, 264, 88, "About", 0},
                                                 {JXW_LABEL, 146, 16, 24, 248, 8, nullptr, JXW_PLAIN},
                                                 {JXW_LABEL, 147, 16, 32, 248, 8, nullptr, JXW_PLAIN},

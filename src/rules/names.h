@@ -1,8 +1,8 @@
-// Names of sections and keys: what belongs to them, how they compare, how they are found in tables.
+// Names of sections and keys: trimming, comparing and hashing them.
 //
 //     if (rules::sameName(rules::trimmed(typed), entry.key)) ...
 //
-// Only ASCII letters have a case, whatever the locale. All of it is inline: a look-up spends its time here.
+// Only ASCII letters have a case, in every locale. Everything is inline: look-ups spend their time here.
 #pragma once
 
 #include <cstddef>
@@ -32,12 +32,12 @@ constexpr std::string_view trimmed(std::string_view text) {
     return {begin, static_cast<std::size_t>(end - begin)};
 }
 
-// An argument as the store sees it: trimmed. Null gives a view whose data() is null, an empty text one whose is not.
+// An argument as the store uses it: trimmed. data() of the result is null for a null text only.
 constexpr std::string_view argument(const char* text) {
     return text == nullptr ? std::string_view() : trimmed(text);
 }
 
-// Whether a program can ask for the name, so that lists may hold it.
+// Whether a look-up can find the name, so that lists may hold it.
 inline bool canBeAskedFor(std::string_view name) {
     return !name.empty() && name.find('\0') == std::string_view::npos;
 }
@@ -49,8 +49,8 @@ inline constexpr std::uint64_t kEveryByte = 0x0101010101010101U;
 inline constexpr std::uint64_t kTopBits = 0x80 * kEveryByte;
 inline constexpr std::uint64_t kCaseBits = 0x20 * kEveryByte;
 
-// Eight bytes with their ASCII capitals made small. Bit 7 of each byte of atLeastA and aboveZ tells how its lower seven
-// bits compare; bytes that are not ASCII stay.
+// Eight bytes with their ASCII capitals made small; other bytes stay. Bit 7 of each byte of atLeastA and aboveZ is the
+// result of comparing its lower seven bits.
 constexpr std::uint64_t folded(std::uint64_t word) {
     const std::uint64_t low = word & ~kTopBits;
     const std::uint64_t atLeastA = low + (0x80U - 'A') * kEveryByte;
@@ -59,7 +59,7 @@ constexpr std::uint64_t folded(std::uint64_t word) {
     return word | (capitals >> 2U);
 }
 
-// Most words are the same as they stand, or differ in more than the bits of case.
+// Most words are equal, or differ in more than the bits of case.
 constexpr bool isSame(std::uint64_t left, std::uint64_t right) {
     const std::uint64_t difference = left ^ right;
     return difference == 0 || ((difference & ~kCaseBits) == 0 && folded(left) == folded(right));
@@ -76,7 +76,7 @@ inline std::uint64_t wordAt(const char* bytes) {
     return load<std::uint64_t>(bytes);
 }
 
-// A name of 0 to 7 bytes; together with their count the word stands for exactly those bytes.
+// A word for a name of 0 to 7 bytes; names of the same length have the same word only when they are equal.
 inline std::uint64_t shortName(const char* bytes, std::size_t count) {
     if (count >= 4)
         return load<std::uint32_t>(bytes) | std::uint64_t{load<std::uint32_t>(bytes + count - 4)} << 32U;
@@ -88,7 +88,7 @@ inline std::uint64_t shortName(const char* bytes, std::size_t count) {
     return first | std::uint64_t{middle} << 8U | std::uint64_t{last} << 16U;
 }
 
-// A product takes every bit upwards only, and tables use the lower bits: what it carried up comes down again.
+// A multiplication moves bits upwards only, and tables use the lower bits: the shift brings the upper ones down.
 constexpr std::uint64_t mixed(std::uint64_t word) {
     word *= 0x9E3779B97F4A7C15U;
     return word ^ word >> 32U;
@@ -96,8 +96,8 @@ constexpr std::uint64_t mixed(std::uint64_t word) {
 
 }  // namespace name_words
 
-// Whether the first bytes of a text are that name. A name of eight bytes or more is compared in words, the last of
-// which may overlap the one before; it comes first, since names in one file tend to differ at the end.
+// Whether a text begins with that name. A name of eight bytes or more is compared in words; the last one, which may
+// overlap the one before, is compared first, since names in one file tend to differ at the end.
 inline bool beginsWithName(std::string_view text, std::string_view name) {
     using namespace name_words;
     const std::size_t size = name.size();
@@ -117,7 +117,7 @@ inline bool sameName(std::string_view left, std::string_view right) {
     return left.size() == right.size() && beginsWithName(left, right);
 }
 
-// The name with its ASCII letters small: equal for names that are the same.
+// The name with its ASCII capitals made small: equal for names that match.
 inline std::string foldedName(std::string_view name) {
     std::string folded(name);
     for (char& letter : folded)
@@ -126,7 +126,7 @@ inline std::string foldedName(std::string_view name) {
     return folded;
 }
 
-// Equal for names that are the same: it leaves out the bits of case, of letters and all else.
+// Equal for names that match: it ignores the bit of case in every byte.
 inline std::uint32_t hashName(std::string_view name) {
     using namespace name_words;
     const std::size_t size = name.size();

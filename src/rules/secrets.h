@@ -1,8 +1,8 @@
-// Which values nobody should see by accident.
+// Which values are secrets, and how to show text without them.
 //
 //     std::cout << key << '=' << rules::masked(key, value);
 //
-// A rule of thumb over names and forms; it looks at no value's content but for keys and addresses inside it.
+// The rules look at names of keys, also inside connection strings and URLs; a value alone is never judged.
 #pragma once
 
 #include <algorithm>
@@ -16,20 +16,20 @@ namespace jx::rules {
 
 inline constexpr std::string_view kMask = "********";
 
-// Whether the key's name says password, secret, token, passphrase, private key or the like, in any case and spelling:
-// "SSL-Key_Password" is one, "PasswordFile" and "Compass" are none.
+// Whether the key's name means a password, secret, token, passphrase, private key or the like, in any case and
+// spelling: true for "SSL-Key_Password", false for "PasswordFile" and "Compass".
 inline bool isSecretKey(std::string_view key);
 
-// The value, or what stands for it: all of it behind a secret key, and the part behind "PWD=" or another secret key in
-// a connection string or an URL, also in braces or quotes, or the password of an URL. An empty value is no secret.
+// The value with its secrets replaced by kMask: all of it under a secret key; otherwise the part after "PWD=" or
+// another secret key in a connection string or URL, also in braces or quotes, and the password of a URL. An empty value
+// stays.
 inline std::string masked(std::string_view key, std::string_view value);
 
-// The secret key that is a line's first word when more than blanks follows: a key that lost its "=" has the secret in
-// what is read as its name. Empty when there is none.
+// The first word of a line, if it is a secret key and more than blanks follow: the line is then a key that lost its
+// "=", and the secret is read as part of the name. Empty otherwise.
 inline std::string_view secretWord(std::string_view line);
 
-// A line of an INI file with its value masked, a comment too; without "=", what stands behind a secret key as its first
-// word.
+// A line of an INI file, or a comment, with its value masked; without "=", what follows a secret key as first word.
 inline std::string maskedLine(std::string_view line);
 
 namespace secrets {
@@ -63,15 +63,15 @@ inline constexpr std::array<std::string_view, 17> kSecretParts{"pwd",
 inline constexpr std::array<std::string_view, 6> kSecretNames{"pass", "pw", "pin", "sas", "sig", "authorization"};
 inline constexpr std::array<std::string_view, 2> kSecretEnds{"pass", "cookie"};
 
-// Keys that name a file of secrets, or say how long or where to ask, show nothing that is one.
+// Keys that end so hold no secret, but a file's name, a time or the like.
 inline constexpr std::array<std::string_view, 6> kHarmlessEnds{"file",   "path",   "timeout",
                                                                "prompt", "bypass", "compass"};
 
 inline constexpr std::string_view kClosing = "}\"'";
 inline constexpr std::string_view kGaps = " \t={(\"'?&,";
 
-// Where the secret in an item's value begins; nothing when there is none. The key may stand behind another word, as in
-// "host=db1 password=x", "{PWD=x" and "?password=x", or be two words, as "Private Key".
+// Where the secret in an item begins, or npos. Its key may follow another word, as in "host=db1 password=x", "{PWD=x"
+// and "?password=x", or be two words, as in "Private Key".
 inline std::size_t secretIn(std::string_view item) {
     const auto isGap = [](char letter) { return kGaps.find(letter) != std::string_view::npos; };
     for (std::size_t equals = item.find('='); equals < item.size(); equals = item.find('=', equals + 1)) {
@@ -84,7 +84,7 @@ inline std::size_t secretIn(std::string_view item) {
     return std::string_view::npos;
 }
 
-// Where a secret ends: at a semicolon, but in braces or quotes it may hold some.
+// Where a secret ends: at a semicolon, unless it is in braces or quotes.
 inline std::size_t secretEnd(std::string_view text, std::size_t begin) {
     const std::size_t first = std::min(text.find_first_not_of(" \t", begin), text.size());
     const std::size_t opening =
@@ -97,8 +97,8 @@ inline std::size_t secretEnd(std::string_view text, std::size_t begin) {
     return std::min(text.find(';', close), text.size());
 }
 
-// Where the password in the address that begins at a place ends; nothing when there is none. It may hold a slash, which
-// begins the path when a port stands before it.
+// Where the password of the address that begins at begin ends, or npos. It may hold a slash; but after a port a slash
+// begins the path.
 inline std::size_t urlPasswordEnd(std::string_view text, std::size_t begin, std::size_t colon) {
     const std::size_t slash = std::min(text.find_first_of("/?#; \"'", begin), text.size());
     const std::size_t host = text.substr(0, slash).rfind('@');
@@ -189,7 +189,7 @@ inline std::string maskedLine(std::string_view line) {
     while (end > value && (line[end - 1] == '\r' || line[end - 1] == '\n'))
         --end;
     std::string shown(line.substr(0, value));
-    // A key that was commented out is no less secret.
+    // A key that was commented out is as secret as before.
     std::string_view key = line.substr(0, equals);
     while (!key.empty() && (key.front() == ';' || key.front() == '#' || key.front() == ' ' || key.front() == '\t'))
         key.remove_prefix(1);

@@ -1,6 +1,6 @@
-// The sections of the two configuration files that have a use of their own, and the files themselves.
+// Names in the two configuration files, and which sections are reserved.
 //
-//     if (rules::isReservedSection(name)) ...   // no data source, driver or translator can be called so
+//     if (rules::isReservedSection(name)) ...   // not allowed for a data source, driver or translator
 #pragma once
 
 #include <algorithm>
@@ -30,11 +30,11 @@ inline constexpr char kTranslator[] = "Translator";
 inline constexpr char kUsageCount[] = "UsageCount";
 inline constexpr char kPoolTimeout[] = "CPTimeout";
 
-// What a list says behind a driver or translator.
+// The value of each driver and translator in its list.
 inline constexpr char kInstalled[] = "Installed";
 
-// Whether a section of that name, in any case, holds settings or a list: nothing else may be called so. Blanks around
-// the name are no part of it.
+// Whether the section of that name holds settings or a list, so that nothing else may have the name. Case and blanks
+// around it make no difference.
 inline bool isReservedSection(std::string_view name) {
     constexpr std::array<std::string_view, 5> kReserved{kSettings, kDataSourceList, kDriverList, kTranslatorList,
                                                         kCore};
@@ -49,7 +49,7 @@ inline bool isListSection(std::string_view name) {
                        [bare = trimmed(name)](std::string_view each) { return sameName(bare, each); });
 }
 
-// Whether name, in any case, is the default data source's.
+// Whether name is the default data source's, likewise.
 inline bool isDefaultName(std::string_view name) {
     return sameName(trimmed(name), kDefault);
 }

@@ -1,4 +1,4 @@
-// What a file can store, and why not: the store refuses by these rules, and programs ask them before they try.
+// What a file can store, and why not. The store refuses by these rules; programs may check them first.
 //
 //     if (const Refusal refused = refusalOf(section, key, value))
 //         ... refused.what, refused.why ...    // Text::key, "it holds ="
@@ -11,7 +11,7 @@
 
 namespace jx::rules {
 
-// Why a text cannot be stored, as the end of a sentence about it; null when it can.
+// Why a text cannot be stored, as the end of a sentence ("it holds ="); null when it can.
 using Why = const char*;
 
 inline constexpr Why kHoldsLineBreak = "it holds a line break";
@@ -21,8 +21,7 @@ constexpr bool holdsLineBreak(std::string_view text) {
     return text.find_first_of("\r\n") != std::string_view::npos;
 }
 
-// A section's name. From a header whose name looks like one with a comment behind it a read would get another name
-// back.
+// For a section's name. A blank and ; or # in it would be read back as the begin of a comment.
 constexpr Why whyNoSection(std::string_view name) {
     if (name.empty())
         return kIsEmpty;
@@ -34,7 +33,7 @@ constexpr Why whyNoSection(std::string_view name) {
     return nullptr;
 }
 
-// A key. The empty one is no matter of this: it is never stored, and storing it succeeds.
+// For a key. Null for the empty one too: it is not stored, but storing it succeeds.
 constexpr Why whyNoKey(std::string_view key) {
     if (holdsLineBreak(key))
         return kHoldsLineBreak;
@@ -56,8 +55,8 @@ constexpr Why whyNoValue(std::string_view value) {
     return holdsLineBreak(value) ? kHoldsLineBreak : nullptr;
 }
 
-// What is lost although it is stored: a read gives a text back without the blanks around it and ends at a NUL. For
-// programs that promise their users to store what they were given.
+// Why a read would not give a stored text back as it was: it drops blanks around the text and ends at a NUL. For
+// programs that must store exactly what they were given.
 constexpr Why whyNotGivenBack(std::string_view text) {
     if (text.find('\0') != std::string_view::npos)
         return "it holds a NUL";
@@ -74,8 +73,7 @@ struct Refusal {
     constexpr explicit operator bool() const { return why != nullptr; }
 };
 
-// The first thing that speaks against a write, whose texts come as the store takes them: trimmed, with null for the key
-// or the value of a deletion.
+// The first reason against a write of these texts, which must be trimmed; key or value are null for a deletion.
 constexpr Refusal refusalOf(std::string_view section, std::string_view key, std::string_view value) {
     if (const Why why = whyNoSection(section))
         return {Text::section, why};
@@ -84,7 +82,7 @@ constexpr Refusal refusalOf(std::string_view section, std::string_view key, std:
     return {Text::value, whyNoValue(value)};
 }
 
-// The same for texts that are to come back as they are: an empty key and blanks around a text are refused, too.
+// The same for texts that must come back as they are: an empty key and blanks around a text are refused too.
 constexpr Refusal exactRefusalOf(std::string_view section, std::string_view key, std::string_view value) {
     if (const Refusal refused = refusalOf(section, key, value))
         return refused;

@@ -1,8 +1,8 @@
-// Characters of texts in UTF-8: where one ends, which code point it is, what is none.
+// Characters of texts in UTF-8.
 //
 //     for (std::size_t at = 0; at < text.size(); at += rules::characterAt(text, at).length) ...
 //
-// A byte that begins no character counts as one by itself, so any text can be walked; nothing is read beyond its end.
+// Any bytes can be walked: a byte that does not begin a character counts as one. Nothing is read beyond the end.
 #pragma once
 
 #include <cstddef>
@@ -12,7 +12,7 @@
 
 namespace jx::rules {
 
-// Character: a code point and the bytes it takes; kNoCharacter is one byte that begins none.
+// Character: a code point and its number of bytes; kNoCharacter is one byte that does not begin a character.
 inline constexpr char32_t kNoCharacter = 0xFFFFFFFF;
 
 struct Character {
@@ -24,15 +24,15 @@ constexpr bool isContinuation(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
 }
 
-// How many bytes a character has that begins with this one, 1 also for a byte that begins none.
+// How many bytes a character has that begins with this one; 1 also for a byte that does not begin one.
 constexpr std::size_t lengthFrom(unsigned char first) {
     if (first < 0xC2 || first > 0xF4)
         return 1;
     return first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
 }
 
-// The character that begins at a place inside the text. Longer spellings than needed, halves of surrogate pairs and
-// what lies beyond the last character are none: a careless terminal could take such a spelling for a control character.
+// The character that begins at a place inside the text. Overlong forms, surrogates and code points above 0x10FFFF are
+// refused: a careless terminal could read an overlong form as a control character.
 constexpr Character characterAt(std::string_view text, std::size_t at) {
     constexpr char32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
     const auto first = static_cast<unsigned char>(text[at]);
@@ -61,7 +61,7 @@ constexpr bool isUtf8(std::string_view text) {
     return true;
 }
 
-// How many characters a text has.
+// The number of characters in a text.
 constexpr std::size_t characterCount(std::string_view text) {
     std::size_t count = 0;
     for (std::size_t at = 0; at < text.size(); at += characterAt(text, at).length)
@@ -79,7 +79,7 @@ constexpr std::string_view cutAtCharacter(std::string_view text, std::size_t lon
     return text.substr(0, longest);
 }
 
-// Whether a terminal could act on it: the ranges below 32 and from 127 to 159, alone or in UTF-8.
+// Whether it is a control character: below 32 or from 127 to 159, as a single byte or in UTF-8.
 constexpr bool isControl(Character character, char byte) {
     const char32_t code = character.code == kNoCharacter ? static_cast<unsigned char>(byte) : character.code;
     return code < 0x20 || (code >= 0x7F && code < 0xA0);

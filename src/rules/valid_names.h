@@ -1,4 +1,4 @@
-// What a data source, a driver or a translator may be called.
+// Which names a data source, a driver or a translator may have.
 //
 //     if (const Why why = whyNoName("A(B)", kNewDataSource)) ...   // "it holds one of []{}(),;?*=!@\\"
 #pragma once
@@ -12,19 +12,19 @@
 
 namespace jx::rules {
 
-// NameRules: what a kind of name may be, beyond what a file can store.
+// NameRules: limits of one kind of name, besides what a file can store.
 struct NameRules {
     std::size_t longest;  // in bytes
     Why whyTooLong;
     std::string_view forbidden;  // characters that it may not hold
     Why whyForbidden;
-    bool mayBeDefault;  // whether it may be called as the default data source is
+    bool mayBeDefault;  // whether "Default" is allowed
     bool wantsParenthesesInPairs;
 };
 
 inline constexpr std::size_t kAnyLength = std::string_view::npos;
 inline constexpr std::size_t kLongestDataSourceName = 32;  // the standard's SQL_MAX_DSN_LENGTH
-inline constexpr std::size_t kLongestDialogName = 49;      // what the dialogs and SQLConfigDataSource carry
+inline constexpr std::size_t kLongestDialogName = 49;      // the limit of the dialogs and of SQLConfigDataSource
 
 // A new data source, by the standard.
 inline constexpr NameRules kNewDataSource{kLongestDataSourceName,
@@ -34,8 +34,8 @@ inline constexpr NameRules kNewDataSource{kLongestDataSourceName,
                                           /*mayBeDefault=*/true,
                                           /*wantsParenthesesInPairs=*/false};
 
-// A new driver or translator. The standard has no rule for their names; these keep it usable in connection strings
-// (DRIVER={NAME}), in scripts, where names stand between quotes, and in the rows "data source (driver)" of the dialogs.
+// A new driver or translator. The standard has no rule; these names work in connection strings (DRIVER={NAME}), in
+// scripts, where names are in quotes, and in the dialogs' rows "data source (driver)".
 inline constexpr NameRules kNewDriver{kLongestDialogName,
                                       "it has more than 49 bytes",
                                       "[]{};=\"\\",
@@ -51,7 +51,7 @@ inline constexpr NameRules kNewDataSourceInCharacters{kAnyLength,
                                                       /*mayBeDefault=*/true,
                                                       /*wantsParenthesesInPairs=*/false};
 
-// What is there already, whoever made it, can be changed and removed under any name that a file holds.
+// An existing one can be changed and removed under any name that a file can hold.
 inline constexpr NameRules kAnyDataSource{kAnyLength, nullptr, {}, nullptr, /*mayBeDefault=*/true, false};
 inline constexpr NameRules kAnyDriver{kAnyLength, nullptr, {}, nullptr, /*mayBeDefault=*/false, false};
 
@@ -65,7 +65,7 @@ inline bool hasParenthesesInPairs(std::string_view name) {
     return open == 0;
 }
 
-// Why nothing of that kind may be called so, as the end of a sentence about the name; null when it may.
+// Why something of that kind may not have that name, as the end of a sentence; null when it may.
 inline Why whyNoName(std::string_view name, const NameRules& rules) {
     if (const Refusal refused = exactRefusalOf(name, name, {}))
         return refused.why;

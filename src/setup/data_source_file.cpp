@@ -1,4 +1,4 @@
-// One data source in the configuration files: composed in memory, looked at once more, then committed at once.
+// Writing one data source: the change is made in memory, read back, and then committed as a whole.
 #include "setup/data_source_file.h"
 
 #include <algorithm>
@@ -37,8 +37,8 @@ bool commit(Change change) {
     return jxIniCommit(change.release()) != 0;
 }
 
-// The store trims what it is asked for: a name with outer blanks, such as one that was cut behind a word, would find,
-// and change, another data source or driver. Equal length tells that the name found is the name asked for.
+// The store trims names: a name with outer blanks would find, and change, the data source or driver without them. So
+// the length of the name that was found must be equal, too.
 bool hasSection(const Text& text, const std::string& name) {
     JxIniPiece header;
     return text && jxIniFind(text.get(), name.c_str(), nullptr, &header) != 0 && header.nameLength == name.size();
@@ -52,7 +52,7 @@ std::optional<std::string> valueOf(const Text& text, const std::string& section,
     return entry.value == nullptr ? std::string() : std::string(entry.value, entry.valueLength);
 }
 
-// Whether a look-up of key would find another key, the one that is left when outer blanks are cut off.
+// Whether a look-up of key would find the key without its outer blanks.
 bool meansAnotherKey(const Text& text, const std::string& section, const std::string& key) {
     JxIniPiece entry;
     return text && jxIniFind(text.get(), section.c_str(), key.c_str(), &entry) != 0 && entry.nameLength != key.size();
@@ -85,7 +85,7 @@ bool readsBack(const Change& change, const std::string& name, const std::vector<
            });
 }
 
-// What an add and a change make of their attributes: only a change removes a key with an empty value.
+// The attributes as changes. In a change of a data source, unlike in an add, an empty value removes the key.
 std::vector<KeyChange> asChanges(const std::vector<Attribute>& attributes, bool emptyRemoves) {
     std::vector<KeyChange> changes;
     changes.reserve(attributes.size());
@@ -94,7 +94,7 @@ std::vector<KeyChange> asChanges(const std::vector<Attribute>& attributes, bool 
     return changes;
 }
 
-// A visit of jxIniEach: adds a key to the attributes, unless it is the driver's.
+// For jxIniEach: adds a key to the attributes, unless it is "Driver".
 int keepAttribute(void* attributes, const JxIniPiece* piece) {
     Attribute found{std::string(piece->name, piece->nameLength), {}};
     if (piece->value != nullptr)
@@ -109,7 +109,7 @@ bool enterInList(const Change& change, const std::string& name, const char* driv
            set(change, rules::kDataSourceList, name.c_str(), driver);
 }
 
-// The same writes in the same order as SQLWriteDSNToIni and the attribute writes make.
+// Makes the same writes in the same order as SQLWriteDSNToIni, followed by one write for each attribute.
 bool composeSection(const Change& change, const std::string& library, const DataSourceRequest& request) {
     if (!set(change, request.name, nullptr, nullptr) || !set(change, request.name, rules::kDriver, library.c_str()))
         return false;
@@ -119,7 +119,7 @@ bool composeSection(const Change& change, const std::string& library, const Data
     return readsBack(change, request.name, asChanges(request.attributes, /*emptyRemoves=*/false));
 }
 
-// key null: the whole section.
+// A null key means the whole section.
 bool writeDefaultEntry(const SetupFiles& files, const char* key, const char* driver) {
     Change change = begin(files.drivers);
     return set(change, rules::kDefault, key, driver) && commit(std::move(change));
@@ -136,7 +136,7 @@ bool writeSection(const SetupFiles& files, const std::string& library, const Dat
     return composeSection(change, library, request) && commit(std::move(change));
 }
 
-// Both files never have their turn taken at once: the two names may stand for one file.
+// The two files are not locked at the same time, since both names may mean the same file.
 bool addDefaultDataSource(const SetupFiles& files, const char* driver, const std::string& library,
                           const DataSourceRequest& request) {
     if (!composeSection(Change(jxIniPreview(files.dataSources.name.c_str())), library, request))

@@ -1,4 +1,4 @@
-// Comparing, showing and judging what a user typed for a data source.
+// What a user edits of a data source: comparing, showing and checking it.
 #include "setup/data_source_form.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// What a user edits of a data source: its name, its keys with their values, and which of them the file could hold.
+// What a user edits of a data source: its name and its keys with their values.
 #pragma once
 
 #include <cstddef>
@@ -11,23 +11,22 @@
 
 namespace jx::setup {
 
-// Where a keyword stands among attributes, without regard to case; attributes.size() when it does not.
+// The position of a keyword, in any case, among attributes; attributes.size() when it is not there.
 std::size_t placeOf(const std::vector<Attribute>& attributes, const std::string& keyword);
 
-// Gives the attributes of changes their values; an empty value removes its attribute.
+// Applies changes to attributes; an empty value removes its attribute.
 void overlay(std::vector<Attribute>& attributes, const std::vector<Attribute>& changes);
 
-// What leads from one set of attributes to another: removals first, then what is new or has another value.
+// The changes from one set of attributes to another: first what is removed, then what is new or has another value.
 std::vector<KeyChange> changesBetween(const std::vector<Attribute>& before, const std::vector<Attribute>& now);
 
-// Whether the pair is not to be read over a shoulder: the key is a secret's, or the value holds one, as a connection
-// string or an address does.
+// Whether the pair must be hidden: the key is a secret's, or the value contains a secret, as a connection string may.
 bool isSecret(const Attribute& attribute);
 
-// "Key = value" as a list shows it; secrets become stars, as many for a long one as for a short one.
+// "Key = value" as a list shows it. A secret is shown as stars, whose number does not depend on its length.
 std::string rowText(const Attribute& attribute);
 
-// Why something typed cannot be stored as it stands, as a sentence; empty when it can.
+// Why the text cannot be stored, as a sentence for the user; empty when it can.
 std::string objectionToName(std::string_view name, const SetupFiles& files);
 std::string objectionToKeyword(std::string_view keyword);
 std::string objectionToValue(std::string_view value);

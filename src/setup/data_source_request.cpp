@@ -1,4 +1,4 @@
-// Taking an attribute list apart.
+// Parsing an attribute list.
 #include "setup/data_source_request.h"
 
 #include <algorithm>

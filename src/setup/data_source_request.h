@@ -1,4 +1,4 @@
-// What a setup routine is asked to store: the attribute list of a call, taken apart and checked.
+// What a setup routine is asked to store: the parsed attribute list of a call.
 #pragma once
 
 #include <optional>
@@ -13,29 +13,28 @@ struct Attribute {
     std::string value;
 };
 
-// KeyChange: a key's new value, or nothing to remove the key.
+// KeyChange: the new value of a key; none removes it.
 struct KeyChange {
     std::string keyword;
     std::optional<std::string> value;
 };
 
-// DataSourceRequest: the data source a list names, and the attributes to store for it in the list's order. The items
-// DSN and DRIVER are not among them: the first is the name, and a data source always uses its driver's registered
-// library.
+// DataSourceRequest: the data source that a list names, and its other attributes in the list's order. DSN and DRIVER
+// are not among them: DSN is the name, and the library is always the one that the driver is registered with.
 struct DataSourceRequest {
     std::string name;
     std::vector<Attribute> attributes;
 };
 
-// Takes a list of keyword=value texts apart; an empty text ends it, and null is an empty list. Keywords match without
-// regard to case. Nothing for a list without a DSN item or with an empty name, an item without "=", an empty keyword or
-// a keyword that stands twice. Whether the file can hold names and values shows when they are stored.
+// Parses a list of keyword=value texts, which an empty text ends; null is an empty list. Keywords are compared without
+// regard to case. Returns nothing when DSN is missing or empty, an item has no "=", or a keyword is empty or given
+// twice. Whether the file can store names and values is checked when they are stored.
 std::optional<DataSourceRequest> parseRequest(const char* list);
 
-// The same for a list that need not have a name: somebody can still be asked for it.
+// The same for a list that may have no DSN, since the user can be asked for the name.
 std::optional<DataSourceRequest> parseNamelessRequest(const char* list);
 
-// Whether keyword is, in any case, the one that names a driver's library.
+// Whether keyword is "Driver", in any case.
 bool isDriverKeyword(std::string_view keyword);
 
 }  // namespace jx::setup

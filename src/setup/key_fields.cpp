@@ -1,4 +1,4 @@
-// Two fields for one value: the one in sight, and the one for secrets.
+// The fields of one key: its name, and two for its value, one visible and one for secrets.
 #include "setup/key_fields.h"
 
 #include "rules/names.h"

@@ -1,4 +1,4 @@
-// The fields of the setup dialog in which one key and its value are edited.
+// The fields of the setup dialog in which the user edits one key and its value.
 #pragma once
 
 #include <string>
@@ -8,17 +8,17 @@
 
 namespace jx::setup {
 
-// The whole text of an edit field, however long.
+// The whole text of an edit field.
 std::string fieldText(HWND dialog, unsigned short id);
 
-// Shows a pair; a secret's value goes into the field whose characters screens hide.
+// Shows a pair; the value of a secret goes into the field that screens hide.
 void showPair(HWND dialog, const Attribute& pair);
 
-// What the fields hold, the key without outer blanks.
+// The pair that was typed, its key without outer blanks.
 Attribute typedPair(HWND dialog);
 
-// Enables the value's field that fits the key as it is typed and empties the other. A value in sight moves along when
-// the key becomes a secret's; a hidden one is never brought into sight.
+// Call it when the key changes: enables the field for its value, visible or hidden, and empties the other. A visible
+// value moves to the hidden field when the key becomes a secret's; a hidden value is never made visible.
 void followKey(HWND dialog);
 
 }  // namespace jx::setup

@@ -1,13 +1,13 @@
-// The entry points of libjxsetup.so, the setup library for drivers that bring none.
+// The entry points of libjxsetup.so, the setup library for drivers that have none of their own.
 #include <new>
 
 #include <odbcinst.h>
 #include "setup/setup_routine.h"
 
-// Adds, changes or removes the data source that lpszAttributes names, for the installed driver lpszDriver. FALSE, with
-// nothing changed, on a list or a value that cannot be stored as it was given. With a window and a screen on this
-// thread the user adds and changes in a dialog, which begins with the attributes given; FALSE then when the user gave
-// up.
+// Adds, changes or removes the data source that lpszAttributes names, for the installed driver lpszDriver. With a
+// window and a screen on this thread, adding and changing shows a dialog, in which the user can edit the given
+// attributes first. FALSE, and nothing changed, when the list is bad, a value cannot be stored as given, or the user
+// cancelled.
 extern "C" JX_EXPORT BOOL ConfigDSN(HWND hwnd, WORD fRequest, LPCSTR lpszDriver, LPCSTR lpszAttributes) {
     try {
         const auto outcome = jx::setup::configureDataSource(jx::setup::usersFiles(), {hwnd != 0, hwnd},
@@ -18,7 +18,7 @@ extern "C" JX_EXPORT BOOL ConfigDSN(HWND hwnd, WORD fRequest, LPCSTR lpszDriver,
     }
 }
 
-// A translator without options of its own: option 0, always TRUE. A null pvOption is skipped.
+// For translators without options: sets *pvOption (which may be null) to 0 and returns TRUE.
 extern "C" JX_EXPORT BOOL ConfigTranslator(HWND hwnd, DWORD* pvOption) {
     static_cast<void>(hwnd);
     if (pvOption != nullptr)

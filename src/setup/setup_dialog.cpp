@@ -19,34 +19,34 @@ unsigned int ask(HWND dialog, const std::string& text, unsigned int style) {
                          reinterpret_cast<const unsigned char*>("Data Source Setup"), style);
 }
 
-// Tells why something cannot be done; false, for whoever cannot do it.
+// Shows why something cannot be done. Returns false, so that callers can return the result.
 bool refuse(HWND dialog, const std::string& reason) {
     ask(dialog, reason, MB_OK | MB_ICONEXCLAMATION);
     return false;
 }
 
-int tellList(HWND dialog, int message, int row, const char* text = nullptr) {
+int sendToList(HWND dialog, int message, int row, const char* text = nullptr) {
     return JXW_SendDlgItemMessage(dialog, kKeyList, message, row, reinterpret_cast<uintptr_t>(text));
 }
 
-// The selected row, which is its attribute's place; the number of attributes when there is none.
+// The position of the selected attribute; the number of attributes when none is selected.
 std::size_t selection(HWND dialog, const SetupForm& form) {
-    const int row = tellList(dialog, LB_GETCURSEL, 0);
+    const int row = sendToList(dialog, LB_GETCURSEL, 0);
     return row == LB_ERR ? form.now.attributes.size() : static_cast<std::size_t>(row);
 }
 
-// Selects a row, or none with -1, and shows its key and value.
+// Selects a row (-1: none) and shows its key and value.
 void selectRow(HWND dialog, const SetupForm& form, int row) {
-    tellList(dialog, LB_SETCURSEL, row);
+    sendToList(dialog, LB_SETCURSEL, row);
     for (const unsigned short button : {kChangeButton, kRemoveButton})
         JXW_EnableWindow(JXW_GetDlgItem(dialog, button), row >= 0 ? 1 : 0);
     showPair(dialog, row >= 0 ? form.now.attributes[static_cast<std::size_t>(row)] : Attribute{});
 }
 
 void fillList(HWND dialog, const SetupForm& form) {
-    tellList(dialog, LB_RESETCONTENT, 0);
+    sendToList(dialog, LB_RESETCONTENT, 0);
     for (const Attribute& attribute : form.now.attributes)
-        tellList(dialog, LB_ADDSTRING, 0, rowText(attribute).c_str());
+        sendToList(dialog, LB_ADDSTRING, 0, rowText(attribute).c_str());
 }
 
 unsigned int open(HWND dialog, uintptr_t lparam) {
@@ -61,7 +61,7 @@ unsigned int open(HWND dialog, uintptr_t lparam) {
     return 1;
 }
 
-// Takes over what the fields hold, unless it cannot be stored.
+// Reads the pair that was typed. False, after a message, when it cannot be stored.
 bool takePair(HWND dialog, Attribute& pair) {
     pair = typedPair(dialog);
     std::string objection = objectionToKeyword(pair.keyword);
@@ -83,7 +83,7 @@ bool addPair(HWND dialog, SetupForm& form) {
     form.now.attributes.push_back(pair);
     fillList(dialog, form);
     selectRow(dialog, form, -1);
-    JXW_SetFocus(JXW_GetDlgItem(dialog, kKeyEdit));  // for the next one
+    JXW_SetFocus(JXW_GetDlgItem(dialog, kKeyEdit));  // for the next pair
     return true;
 }
 
@@ -110,7 +110,7 @@ void removePair(HWND dialog, SetupForm& form) {
     selectRow(dialog, form, -1);
 }
 
-// Whether the fields hold nothing, or what the selected row shows: that may be a key that could not be typed here.
+// Whether the fields are empty, or the same as the selected row, whose key may be one that cannot be typed here.
 bool hasNothingToTake(const Attribute& typed, const SetupForm& form, std::size_t selected) {
     if (typed.keyword.empty() && typed.value.empty())
         return true;
@@ -120,8 +120,8 @@ bool hasNothingToTake(const Attribute& typed, const SetupForm& form, std::size_t
     return typed.keyword == rules::trimmed(shown.keyword) && typed.value == shown.value;
 }
 
-// A key and value that were typed but not yet put into the list are meant to be stored too: the key of that name gets
-// the value, or is added. No other key goes for it, and while a row is selected no other row's value.
+// On OK, a pair that was typed but not added or changed in the list is stored, too: the key of that name gets the
+// value, or is added. While a row is selected, the pair cannot change another row.
 bool takeRest(HWND dialog, SetupForm& form) {
     const std::size_t selected = selection(dialog, form);
     Attribute pair = typedPair(dialog);
@@ -157,7 +157,7 @@ bool writeToFiles(const SetupForm& form) {
                : changeKeys(form.files, form.driver, form.now.name, changesBetween(form.before, form.now.attributes));
 }
 
-// The store's own sentence on what went wrong; empty when it was not the store.
+// The store's message about its failure; empty when the failure was not the store's.
 std::string reasonOfTheStore() {
     char reason[1024];
     jxIniFailureText(reason, sizeof reason);
@@ -176,15 +176,15 @@ unsigned int save(HWND dialog, SetupForm& form) {
     return 0;
 }
 
-void hearList(HWND dialog, const SetupForm& form, int notification) {
+void followSelection(HWND dialog, const SetupForm& form, int notification) {
     if (notification == LBN_SELCHANGE)
-        selectRow(dialog, form, tellList(dialog, LB_GETCURSEL, 0));
+        selectRow(dialog, form, sendToList(dialog, LB_GETCURSEL, 0));
 }
 
 unsigned int command(HWND dialog, SetupForm& form, int id, int notification) {
     switch (id) {
         case kKeyList:
-            hearList(dialog, form, notification);
+            followSelection(dialog, form, notification);
             return 0;
         case kKeyEdit:
             followKey(dialog);

@@ -1,6 +1,6 @@
 // The dialog of module "jxsetup": its template and the ids of its controls.
 //
-// Positions lie on a terminal's grid, 4 units to a column and 8 to a line, with a free line between buttons.
+// Positions are multiples of a terminal's cell, 4 units wide and 8 high, with an empty line between buttons.
 #pragma once
 
 #include <jxdialog.h>
@@ -20,7 +20,7 @@ enum ControlId : unsigned short {
     kRemoveButton = 206,
     kKeyEdit = 207,
     kValueEdit = 208,
-    kHiddenEdit = 209  // takes the value's place while the key is a secret's
+    kHiddenEdit = 209  // for the value while the key is a secret's
 };
 
 inline constexpr JxwControl kSetupControls[] = {

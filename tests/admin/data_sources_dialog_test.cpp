@@ -115,7 +115,7 @@ TEST_F(DataSourcesDialog, AFailedSetupLeavesTheOldListAndUnloadsTheLibrary) {
     EXPECT_EQ(calls.lines().back(), "unloaded");
 }
 
-TEST_F(DataSourcesDialog, TellsWhenTheSetupLibraryCannotBeLoaded) {
+TEST_F(DataSourcesDialog, ReportsASetupLibraryThatCannotBeLoaded) {
     ScriptedUser user({selectRow(JxDataSourcesList, 2), press(JxSetupButton), press(JxDeleteButton)},
                       {IDOK, IDYES, IDOK});
     const std::string before = home.text(".odbc.ini");
@@ -141,7 +141,7 @@ TEST_F(DataSourcesDialog, DeletesNothingUnlessTheAnswerIsYes) {
     }
 }
 
-TEST_F(DataSourcesDialog, TellsWhenTheDriverRefusesToDelete) {
+TEST_F(DataSourcesDialog, ReportsADriverThatRefusesToDelete) {
     ScriptedUser user({selectRow(JxDataSourcesList, 1), press(JxDeleteButton), look()}, {IDYES, IDOK});
     SQLManageDataSources(0);
     EXPECT_EQ(user.boxes, (Texts{"KALDERO ODBC Admin|" + filled(53, "Stock") + "|36", adminBox(50, 48)}));

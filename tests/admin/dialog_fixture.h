@@ -1,4 +1,4 @@
-// What the tests of the dialogs begin with: a home directory, drivers, a record of what their setup libraries did.
+// The fixture of the dialogs' tests: a home directory, drivers, a record of the calls of their setup libraries.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -19,7 +19,7 @@ namespace jx::test {
 
 using Texts = std::vector<std::string>;
 
-// A message box of the administrator, as a ScriptedUser notes it.
+// A message box of the administrator, as ScriptedUser::boxes has it.
 inline std::string adminBox(unsigned short text, unsigned int style) {
     unsigned char buffer[256] = {};
     winGetString(buffer, text);

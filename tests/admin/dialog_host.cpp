@@ -1,5 +1,5 @@
-// The dialog starters of this program, which take the place of the library's own: they run dialogs on the thread's
-// screen and see what the procedures answer.
+// The dialog starters of this program, which replace the library's own: they run dialogs on the thread's screen and
+// check the results of the procedures.
 #include <gtest/gtest.h>
 #include <jxscreen.h>
 #include <jxwindow.h>
@@ -16,7 +16,7 @@ std::map<unsigned short, JxDialogProcedure>& procedures() {
     return shown;
 }
 
-// Every procedure says of the set-up that it was handled, and of nothing else but the claimed command.
+// A procedure returns 1 for WM_INITDIALOG and 0 for everything else but the claimed command.
 unsigned int watched(HWND dialog, int message, int wparam, uintptr_t lparam) {
     JxwDialogInfo info{};
     EXPECT_EQ(JXW_GetDialogInfo(dialog, &info), 1);

@@ -162,7 +162,7 @@ TEST_F(DriversDialog, DeletingTheLastOneGreysTheButton) {
     EXPECT_EQ(listIn(user.dumps[0]), "  list 117\n");
 }
 
-// Names of nine bytes and their NULs, and one more of a length of its own.
+// Names of nine bytes and their NULs up to so many bytes, and then one more.
 std::string namesUpTo(int bytes, const std::string& last) {
     std::string list;
     for (int used = 0; used + 10 <= bytes; used += 10)
@@ -191,7 +191,7 @@ TEST_F(DriversDialog, LeavesADataSourceAloneWhoseNameDoesNotFitTheList) {
     for (const std::size_t length : {std::size_t{8}, std::size_t{9}, std::size_t{20}}) {
         SCOPED_TRACE(length);
         const std::string last(length, 'n');
-        // What the list would hold of a longer name is a data source of its own here.
+        // If the longer name were cut, it would be the name of this data source.
         const std::string other = "[" + std::string(8, 'n') + (length == 8 ? "x" : "") + "]\nA=1\n";
         home.put(".odbc.ini", "[ODBC Data Sources]\n" + namesUpTo(990, last) + other);
         SQLWritePrivateProfileString("ODBC Data Sources", last.c_str(), "Bare", ".odbc.ini");
@@ -239,53 +239,6 @@ TEST_F(DriversDialog, AnswersItsCommandsAsAgreed) {
         EXPECT_EQ(JXW_IsDialogEnded(open, nullptr), 0);
     })};
     run();
-}
-
-// ---- adding drivers ----
-
-class AddingDrivers : public DriversDialog {
-protected:
-    AddingDrivers() { mkdir(directory.c_str(), 0700); }
-
-    const std::string directory = home.file("kit");
-};
-
-TEST_F(AddingDrivers, CancellingChangesNothing) {
-    ScriptedUser user{press(JxAddDriverButton), press(IDCANCEL), look()};
-    run();
-    EXPECT_EQ(user.appearances, (Texts{"+ODBC Drivers", "+Add Driver", "-Add Driver", "-ODBC Drivers"}));
-    EXPECT_EQ(user.actionsLeft(), 0U);
-}
-
-TEST_F(AddingDrivers, AsksAgainForADirectoryThatHoldsNoScript) {
-    ScriptedUser user({press(JxAddDriverButton), type(JxDirectoryEdit, directory), press(IDOK), look(), press(IDOK)},
-                      {IDYES, IDNO});
-    run();
-    const std::string noScript = plain(169) + "|" + plain(171) + "|36";
-    EXPECT_EQ(user.boxes, (Texts{noScript, noScript}));
-    EXPECT_NE(user.dumps[0].find("edit 133 \"A:\\\""), std::string::npos);
-    EXPECT_EQ(user.actionsLeft(), 0U);
-}
-
-TEST_F(AddingDrivers, RunsTheInstallationOfTheScript) {
-    home.put("kit/odbc.inf", "[ODBC Drivers]\n\"Fresh\"=x\n");
-    ScriptedUser user(
-        {press(JxAddDriverButton), type(JxDirectoryEdit, directory), press(IDOK), look(), press(IDCANCEL)});
-    run();
-    EXPECT_EQ(listIn(user.dumps[0]), "  list 130 focus\n    > Fresh\n");
-    EXPECT_EQ(user.appearances, (Texts{"+ODBC Drivers", "+Add Driver", "-Add Driver", "+Install Drivers",
-                                       "-Install Drivers", "-ODBC Drivers"}));
-}
-
-TEST_F(AddingDrivers, LeavesItsListAsItIsAfterAnInstallationWhichIsAlwaysReportedAsAborted) {
-    home.put("kit/odbc.inf", "[ODBC Drivers]\n\"Fresh\"=x\n");
-    ScriptedUser user(
-        {press(JxAddDriverButton), type(JxDirectoryEdit, directory), press(IDOK),
-         call([this](HWND) { home.put(".odbcinst.ini", "[ODBC Drivers]\nNew=Installed\n"); }), press(IDOK), look()},
-        {IDOK});
-    run();
-    EXPECT_EQ(user.boxes, Texts{"KALDERO ODBC Admin|Installation was aborted|0"});
-    EXPECT_NE(user.dumps[0].find("> Sample\n"), std::string::npos);
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// A walk through all dialogs; the pictures in docs/dialogs.md are what it sees. With JX_UPDATE_WALK set, the document
-// gets the pictures of today instead of being compared.
+// A walk through all dialogs, which compares each with its picture in docs/dialogs.md. With JX_UPDATE_WALK set it
+// updates the pictures instead.
 #include <jxmemory.h>
 #include <sys/stat.h>
 
@@ -9,8 +9,8 @@
 #include <map>
 #include <sstream>
 
-#include "admin/about_record.h"
-#include "config/translator_choice.h"
+#include "admin/about_dialog.h"
+#include "config/translators.h"
 #include "dialog_dump.h"
 #include "dialog_fixture.h"
 #include "setup/setup_template.h"

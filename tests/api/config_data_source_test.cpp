@@ -1,4 +1,4 @@
-// SQLConfigDataSource with real setup libraries: what is asked, removed, loaded, called and answered.
+// SQLConfigDataSource with real setup libraries.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <odbcinst.h>
@@ -144,7 +144,7 @@ TEST(ConfigDataSource, ASectionWhoseFirstKeyIsSpelledLikeTheAnswerForNoneIsTaken
     EXPECT_EQ(scene.calls.lines(), Lines{});
 }
 
-TEST(ConfigDataSource, ChangeAndRemoveOfAnAbsentDataSourceTellTheWindowAndLoadNothing) {
+TEST(ConfigDataSource, ChangeAndRemoveOfAMissingDataSourceAreReportedAndLoadNothing) {
     for (const WORD request : {WORD{ODBC_CONFIG_DSN}, WORD{ODBC_REMOVE_DSN}}) {
         SCOPED_TRACE(request);
         const Scene scene("driver_mixed");
@@ -273,7 +273,7 @@ TEST(ConfigDataSource, RemoveWithoutALoadableDriverAsksTheWindowAndOnlyYesDelete
     }
 }
 
-TEST(ConfigDataSource, AddAndChangeWithoutALoadableDriverFailWithoutAWord) {
+TEST(ConfigDataSource, AddAndChangeWithoutALoadableDriverFailWithoutAMessage) {
     const Scene scene("");
     EXPECT_EQ(SQLConfigDataSource(kWindow, ODBC_CONFIG_DSN, "Sample Driver", kSalesItem), FALSE);
     EXPECT_EQ(SQLConfigDataSource(kWindow, ODBC_ADD_DSN, "Sample Driver", "DSN=New\0"), FALSE);
@@ -383,7 +383,7 @@ TEST(ConfigDataSource, LeavesANameThatNoSectionCanHaveToTheSetupRoutine) {
     EXPECT_EQ(scene.dataSources(), kSales);
 }
 
-// The lists' own sections would be replaced, or removed, with all that is in them.
+// Otherwise a whole list would be replaced or removed.
 TEST(ConfigDataSource, TakesNoListOrSettingsForADataSource) {
     const std::string before =
         "[ODBC Data Sources]\nSales=Sample Driver\n\n[ODBC]\nTrace=1\n\n[odbc drivers]\na=1\n\n" +
@@ -447,7 +447,7 @@ TEST(ConfigDataSource, UnloadsTheLibraryWhenCalledWhileAnotherExceptionIsOnItsWa
 
 }  // namespace jx::test
 
-// What an empty path would find in this program.
+// The entry point that an empty path would find: this program's own.
 extern "C" __attribute__((visibility("default"))) BOOL CONFIGDSN(HWND, WORD, LPCSTR, LPCSTR) {
     ADD_FAILURE() << "the program itself was loaded as a setup library";
     return TRUE;

@@ -54,7 +54,7 @@ TEST(WriteDSNToIni, WritesNothingAtAllForANewNameOfADriverThatIsNotInstalled) {
     EXPECT_TRUE(home.names().empty());
 }
 
-// The store cuts outer blanks off, so a name that is only told apart by them is the same data source.
+// The store trims names, so a name with outer blanks is the same data source.
 TEST(DefaultDataSource, IsTheSameWithBlanksAroundItsName) {
     const TestHome home{{".odbcinst.ini", "[Sample Driver]\nDriver=/opt/sample.so\n"}};
     EXPECT_EQ(SQLWriteDSNToIni(" Default\t", "Sample Driver"), TRUE);
@@ -75,6 +75,15 @@ TEST(WriteDSNToIni, TakesDefaultInAnyCaseAsTheDefaultDataSource) {
                   "[Sample Driver]\nDriver=/opt/sample.so\n\n[Default]\nDriver=Sample Driver\n");
         EXPECT_EQ(home.text(".odbc.ini"), "[" + name + "]\nDriver=/opt/sample.so\n");
     }
+}
+
+TEST(WriteDSNToIni, RemovesADefaultInLowerCaseAsAnOrdinaryNameBeforeItIsTheDefault) {
+    const TestHome home{{".odbcinst.ini", "[Sample Driver]\nDriver=/opt/sample.so\n"},
+                        {".odbc.ini", "[ODBC Data Sources]\ndefault=Other\nA=Other\n\n[default]\nUID=me\n"}};
+    EXPECT_EQ(SQLWriteDSNToIni("default", "Sample Driver"), TRUE);
+    EXPECT_EQ(home.text(".odbc.ini"), "[ODBC Data Sources]\nA=Other\n\n[default]\nDriver=/opt/sample.so\n");
+    EXPECT_EQ(home.text(".odbcinst.ini"),
+              "[Sample Driver]\nDriver=/opt/sample.so\n\n[Default]\nDriver=Sample Driver\n");
 }
 
 TEST(WriteDSNToIni, RefusesNullsAndChangesNothing) {

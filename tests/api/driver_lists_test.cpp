@@ -18,7 +18,7 @@ constexpr WORD kLengthBefore = 4711;
 // "Sample Driver", NUL, "Other", NUL
 const std::string kNames = listBytes({"Sample Driver", "Other"});
 
-// A section of 1-byte names and one that crosses the edge of 1024 bytes, and the list that is left of it.
+// A section with more keys than 1024 bytes hold.
 std::string longSection(std::string_view quote) {
     std::string text = "[ODBC Drivers]\n";
     for (int key = 0; key < 130; ++key)
@@ -50,7 +50,7 @@ void expectRefused(const Answer& answer) {
     EXPECT_TRUE(answer.buffer.isUntouched());
 }
 
-// What a caller with size bytes gets of the list.
+// The part of the list that a caller with size bytes gets.
 void expectList(const Answer& answer, const std::string& list, WORD size) {
     const std::size_t copied = list.size() < size ? list.size() : std::size_t{size} - 1;
     EXPECT_EQ(answer.result, TRUE);
@@ -231,6 +231,22 @@ TEST(AvailableDrivers, OfAVeryLongSectionAreCutInsideTheLastName) {
     for (int key = 0; key < 102; ++key)
         expected += listBytes({"drv" + std::to_string(1000 + key)});
     expectList(answer, expected + listBytes({"dr"}), 65535);
+}
+
+// The keys are read into 1024 bytes, their quotes with them.
+TEST(AvailableDrivers, OfASectionThatEndsAtTheEdgeAreWholeOnlyWithTheirClosingQuote) {
+    struct Row {
+        std::size_t length;
+        std::string names;
+    };
+    for (const Row& row :
+         {Row{1019, listBytes({std::string(1019, 'x'), "B"})}, Row{1020, listBytes({std::string(1020, 'x')})},
+          Row{1022, listBytes({std::string(1022, 'x')})}, Row{70000, listBytes({std::string(1022, 'x')})}}) {
+        SCOPED_TRACE(row.length);
+        const TestHome home;
+        home.put("odbc.inf", "[ODBC Drivers]\n\"" + std::string(row.length, 'x') + "\"=\nB=\n");
+        expectList(available(home.file("odbc.inf"), 2000), row.names, 2000);
+    }
 }
 
 }  // namespace jx::test

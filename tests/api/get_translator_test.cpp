@@ -22,7 +22,7 @@ std::string translators(std::string_view setup) {
            "\n";
 }
 
-// Asked: one call with its outputs.
+// One call with its outputs.
 struct Asked {
     Asked(std::string_view name, WORD nameSize, WORD pathSize, HWND hwnd = kWindow)
         : nameBuffer(std::max<std::size_t>(nameSize, name.size() + 1)), pathBuffer(pathSize) {

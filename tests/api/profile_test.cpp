@@ -4,6 +4,8 @@
 
 #include <sys/stat.h>
 
+#include <algorithm>
+#include <cctype>
 #include <climits>
 #include <string>
 
@@ -24,7 +26,7 @@ std::string read(const char* section, const char* entry, const char* fallback, c
     return buffer.all().substr(0, static_cast<std::size_t>(length));
 }
 
-// A size, the size it counts as, and how much room the caller really has.
+// A size and what it is taken for.
 struct SizeRow {
     int size;
     int counts;
@@ -138,6 +140,18 @@ TEST(ProfileWrite, DeletesAKeyForANullValueAndASectionForANullKey) {
     EXPECT_EQ(home.text(".odbcinst.ini"), "[A]\ny=2\n[B]\nz=3\n");
     EXPECT_EQ(SQLWritePrivateProfileString("A", nullptr, nullptr, ".odbcinst.ini"), TRUE);
     EXPECT_EQ(home.text(".odbcinst.ini"), "[B]\nz=3\n");
+}
+
+TEST(ProfileWrite, TakesTheNamesOfTheUserFilesFromTheExportedPointers) {
+    const TestHome home;
+    const std::string moved = home.file("moved.ini");
+    std::string capitals = moved;
+    std::transform(capitals.begin(), capitals.end(), capitals.begin(), [](unsigned char c) { return std::toupper(c); });
+    const char* own = INS_ODBCINI_FILENAME;
+    INS_ODBCINI_FILENAME = moved.c_str();
+    EXPECT_EQ(SQLWritePrivateProfileString("A", "x", "1", capitals.c_str()), TRUE);
+    INS_ODBCINI_FILENAME = own;
+    EXPECT_EQ(home.text("moved.ini"), "[A]\nx=1\n");
 }
 
 TEST(ProfileWrite, UsesEveryOtherNameAsSpelled) {

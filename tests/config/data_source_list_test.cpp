@@ -1,4 +1,4 @@
-// The data source list: order, the default data source, drivers, and the check of a name against it.
+// The data source list: order, the default data source, drivers, display texts, and the check of a name against it.
 #include <gtest/gtest.h>
 #include <odbcins.h>
 #include <odbcinst.h>
@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "data_source_rows.h"
 #include "message_box_script.h"
 #include "test_home.h"
 
@@ -37,6 +38,10 @@ struct List : OdbcIns {
         return found;
     }
 };
+
+std::string display(const OdbcIns& ins, std::size_t row) {
+    return reinterpret_cast<const char*>(ins.entries[row].display);
+}
 
 std::string unknownNameText() {
     unsigned char text[255] = {};
@@ -189,7 +194,7 @@ TEST(KnownDataSource, IsFoundByItsExactSpelling) {
     EXPECT_EQ(boxes.boxes(), Boxes{});
 }
 
-TEST(KnownDataSource, TellsAboutEveryOtherName) {
+TEST(KnownDataSource, ReportsEveryOtherName) {
     const TestHome home{{".odbc.ini", kTwo}, {".odbcinst.ini", kDefault}};
     for (const char* name : {"a", "C", "", "default", static_cast<const char*>(nullptr)}) {
         SCOPED_TRACE(name == nullptr ? "(null)" : name);
@@ -220,6 +225,57 @@ TEST(KnownDataSource, IsUnknownInAnEmptyList) {
     List list;
     EXPECT_EQ(list.jxSQLValidDSN("Default"), 0);
     EXPECT_EQ(boxes.boxes().size(), 1U);
+}
+
+TEST(ConcatenateNames, PutsTheDriverInParentheses) {
+    OdbcIns ins;
+    setRows(ins, {{"Sales", "Sample Driver"}, {"Default", "Sample Driver"}, {"a (b)", "c (d)"}});
+    EXPECT_EQ(ins.ConcatenateNames(), 0U);
+    EXPECT_EQ(display(ins, 0), "Sales (Sample Driver)");
+    EXPECT_EQ(display(ins, 1), "Default (Sample Driver)");
+    EXPECT_EQ(display(ins, 2), "a (b) (c (d))");
+    ins.ResetData(ResetAll);
+}
+
+TEST(ConcatenateNames, LeavesTheParenthesesEmptyForAnEmptyOrNullDriver) {
+    OdbcIns ins;
+    setRows(ins, {{"Sales", ""}, {"Plain", nullptr}, {nullptr, nullptr}, {"", ""}});
+    EXPECT_EQ(ins.ConcatenateNames(), 0U);
+    EXPECT_EQ(display(ins, 0), "Sales ()");
+    EXPECT_EQ(display(ins, 1), "Plain ()");
+    EXPECT_EQ(display(ins, 2), " ()");
+    EXPECT_EQ(display(ins, 3), " ()");
+    ins.ResetData(ResetAll);
+}
+
+TEST(ConcatenateNames, TakesLongNames) {
+    OdbcIns ins;
+    const std::string name(70000, 'n');
+    const std::string driver(65535, 'd');
+    setRows(ins, {{name.c_str(), driver.c_str()}});
+    EXPECT_EQ(ins.ConcatenateNames(), 0U);
+    EXPECT_EQ(display(ins, 0), name + " (" + driver + ")");
+    ins.ResetData(ResetAll);
+}
+
+TEST(ConcatenateNames, DoesNotReleaseAnEarlierDisplayText) {
+    OdbcIns ins;
+    setRows(ins, {{"A", "B"}});
+    ins.ConcatenateNames();
+    unsigned char* earlier = ins.entries[0].display;
+    EXPECT_EQ(ins.ConcatenateNames(), 0U);
+    EXPECT_NE(ins.entries[0].display, earlier);
+    EXPECT_STREQ(reinterpret_cast<const char*>(earlier), "A (B)");
+    ramFree(earlier);
+    ins.ResetData(ResetAll);
+}
+
+TEST(ConcatenateNames, OfAnEmptyListDoesNothing) {
+    OdbcIns ins;
+    EXPECT_EQ(ins.ConcatenateNames(), 0U);
+    ins.entryCount = 3;
+    EXPECT_EQ(ins.ConcatenateNames(), 0U);
+    EXPECT_EQ(ins.entries, nullptr);
 }
 
 }  // namespace jx::test

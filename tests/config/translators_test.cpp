@@ -45,7 +45,7 @@ TEST(ConfigTranslator, ReturnsTheRoutinesAnswerUnchangedAndKeepsItsLibrary) {
     }
 }
 
-TEST(ConfigTranslator, ClearsThePathAndTellsWhenThereIsNone) {
+TEST(ConfigTranslator, ClearsThePathAndReportsAMissingOne) {
     Named translator("");
     MessageBoxScript boxes;
     GuardedBuffer buffer(300);

@@ -1,4 +1,4 @@
-// Any bytes as an attribute list: it is refused, or its items are those that stand in it, in their order.
+// Any bytes as an attribute list: it is refused, or its items come out in their order.
 #include <cstdint>
 #include <string>
 #include <string_view>

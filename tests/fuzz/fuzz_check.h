@@ -1,4 +1,4 @@
-// How a fuzz target says that a property does not hold.
+// How a fuzz target reports that a property does not hold.
 #pragma once
 
 #include <cstdio>

@@ -1,5 +1,5 @@
-// Any bytes as an INI text: its pieces join to it, jumping through it finds what all lines tell, and an edit keeps
-// every line it does not address.
+// Any bytes as an INI text: its pieces join to it, walking finds what a search through all lines finds, and an edit
+// keeps every other line.
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -20,7 +20,7 @@ using jx::ini::IniIndex;
 using jx::ini::IniText;
 using jx::ini::test::TextModel;
 
-// Four lines, the first three of which are a change, and the rest, which is the file; a line that is missing is null.
+// Three lines that are a change, and the rest, which is the file. A missing line is null.
 struct Input {
     std::optional<std::string> section;
     std::optional<std::string> key;
@@ -32,7 +32,7 @@ const char* orNull(const std::optional<std::string>& argument) {
     return argument ? argument->c_str() : nullptr;
 }
 
-// An argument ends at its first NUL, as it does for a program. A line that is only a ! stands for null.
+// An argument ends at its first NUL. A line that is only "!" means null.
 std::optional<std::string> takeArgument(std::string_view& rest) {
     const std::size_t end = rest.find('\n');
     const std::string line(rest.substr(0, end));

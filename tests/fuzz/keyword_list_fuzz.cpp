@@ -16,11 +16,11 @@
 
 namespace {
 
-// FuzzHome: a home of this run whose files are written without being flushed.
+// FuzzHome: a home folder of this run; its files are not flushed.
 class FuzzHome {
 public:
     FuzzHome() {
-        // In memory where that can be had: every input writes files.
+        // In memory if possible: every input writes files.
         std::string pattern = std::string(access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp") + "/jxodbc-fuzz-XXXXXX";
         FUZZ_CHECK(mkdtemp(pattern.data()) != nullptr);
         path_ = pattern;
@@ -49,7 +49,7 @@ private:
     std::string path_;
 };
 
-// A block of exactly the bytes that the function may read: up to the list's end, or 1024 of a list that has none there.
+// A block of exactly the bytes that the function may read: up to the list's end, but at most 1024.
 std::unique_ptr<char[]> listOf(const std::uint8_t* data, std::size_t size, std::size_t& listSize) {
     std::string bytes(reinterpret_cast<const char*>(data), size);
     if (size < 1024)
@@ -60,14 +60,14 @@ std::unique_ptr<char[]> listOf(const std::uint8_t* data, std::size_t size, std::
     return list;
 }
 
-// What the store takes for a name or a value whatever else it holds: no line break, no outer blanks, nothing that
-// begins a comment, and not empty.
+// A text that the store certainly accepts as a name or value: no line break, no blanks around it, nothing that begins a
+// comment, not empty.
 bool isPlain(const std::string& text) {
     return !text.empty() && text.find_first_of("\r\n;#") == std::string::npos && text.front() > ' ' &&
            text.back() > ' ';
 }
 
-// The second text of a list that has one.
+// The second text of a list.
 std::string textBehind(const std::string& list) {
     return list.c_str() + std::string(list.c_str()).size() + 1;
 }

@@ -1,5 +1,5 @@
-// Runs a fuzz target for every file of a folder and for a fixed number of changed copies of each: the main program of
-// the targets in ordinary builds.
+// The main program of the targets in ordinary builds: runs a target for every file of a folder and for a fixed number
+// of changed copies of each.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -21,10 +21,10 @@ void run(const std::string& bytes) {
     LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
 }
 
-// Changer: the same changes in every run.
+// Changer: makes random changes, the same in every run.
 class Changer {
 public:
-    // Takes a part out, puts one in twice, or puts in a byte, a few times over.
+    // A few times: removes a part, doubles a part or inserts a byte.
     std::string changed(std::string bytes) {
         for (std::size_t left = below(4) + 1; left > 0; --left)
             changeOnce(bytes);

@@ -1,4 +1,4 @@
-// Any bytes as an installation script: what is read is whole and within its bounds, and it can be installed.
+// Any bytes as an installation script: what is read is complete and within its bounds, and can be installed.
 #include <jxdialog.h>
 #include <jxmemory.h>
 #include <jxprofile.h>
@@ -14,8 +14,10 @@
 #include "config/text_bytes.h"
 #include "fuzz_check.h"
 #include "install/batch_installation.h"
+#include "install/installation_paths.h"
 #include "install/item_installation.h"
-#include "install/script_reader.h"
+#include "install/script_entries.h"
+#include "install/script_items.h"
 #include "watched_files.h"
 
 namespace {
@@ -23,20 +25,19 @@ namespace {
 using namespace jx::install;
 using jx::asBytes;
 
-// FarFuture: the system's files at a time when no file was written lately, so that every look-up trusts the file's
-// stamp.
+// FarFuture: the real disk with a clock far ahead, so that every look-up trusts the file's stamp.
 class FarFuture : public jx::ini::test::WatchedFiles {
 public:
     timespec fileClock() override { return {1'000'000'000'000, 0}; }
 };
 
-// MemoryScript: a file in memory whose every text has a stamp of its own.
+// MemoryScript: a file in memory; each text has another stamp.
 class MemoryScript {
 public:
     MemoryScript() : fd_(memfd_create("odbc.inf", 0)), path_("/proc/self/fd/" + std::to_string(fd_)) {
         static FarFuture files;
         jx::ini::useFiles(&files);
-        // Reading is what is tested; writes end where they would find their directory.
+        // Only reading is tested: writes fail at their directory.
         setenv("ODBCINI", "/no such directory/odbc.ini", 1);
         setenv("ODBCINSTINI", "/no such directory/odbcinst.ini", 1);
         JXW_SetMessageBoxHandler([](void*, HWND, const char*, const char*, unsigned int) { return unsigned{IDOK}; },
@@ -85,7 +86,7 @@ void checkRecord(const _Install& install) {
     }
 }
 
-// The script's own sections, and one it hardly has, as the list of drivers.
+// The list of drivers: the script's sections, and one that it probably does not have.
 std::string driversOf(const MemoryScript& script) {
     char sections[256] = {};
     const int length = jxGetPrivateProfileString(nullptr, nullptr, nullptr, asBytes(sections), 200, script.path());

@@ -1,5 +1,5 @@
-/* The address of every exported function, as a program that is linked to a fixed place takes it: without a warning of
- * the linker, and the same one that the dynamic loader gives. Usage: addresses SETUP-LIBRARY */
+/* A program linked to a fixed place takes the address of every exported function: the linker does not warn, and the
+ * dynamic loader gives the same address. Usage: addresses SETUP-LIBRARY */
 #define _GNU_SOURCE
 #include <dlfcn.h>
 #include <odbcinst.h>

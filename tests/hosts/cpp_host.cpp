@@ -53,7 +53,7 @@ void useErrorList() {
     CHECK(JxErrorKeeper::count() == 0 && appendTextToLastError(55) == nullptr);
 }
 
-// A program's own kind of node, released by the list.
+// A node class of the program, released by the list.
 class Node : public JxObject {
 public:
     explicit Node(int& alive) : alive_(alive) { ++alive_; }

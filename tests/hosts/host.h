@@ -1,4 +1,4 @@
-/* What the parts of the C host program share: a check that reports and counts, and the folder it works in. */
+/* Shared by the parts of the C host program: a check that reports and counts failures, and the program's folder. */
 #ifndef HOST_H
 #define HOST_H
 
@@ -14,7 +14,7 @@ extern int host_failures;
         }                                                                          \
     } while (0)
 
-/* An empty folder of this program's own, its home; without a trailing slash. */
+/* This program's home: an empty folder, without a trailing slash. */
 extern const char* host_folder;
 
 /* The installed libjxsetup.so. */
@@ -23,11 +23,11 @@ extern const char* host_setup_library;
 /* FOLDER/name, valid until the next call. */
 const char* in_folder(const char* name);
 
-/* Writes a file of the folder whole, and compares one. */
+/* Writes, and compares, a whole file of the folder. */
 void put_file(const char* name, const char* text);
 int file_holds(const char* name, const char* text);
 
-/* The parts; each touches the functions of one header or two. */
+/* The parts; each calls the functions of one header or two. */
 void use_profiles(void);
 void use_data_sources(void);
 void use_installation(void);

@@ -1,4 +1,4 @@
-/* A C program that links the installed libraries and touches every exported C function once.
+/* A C program that links the installed libraries and calls every exported C function once.
  * Usage: c_host SETUP-LIBRARY */
 #define _POSIX_C_SOURCE 200809L
 #include <stdlib.h>

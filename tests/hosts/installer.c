@@ -57,7 +57,7 @@ void use_installation(void) {
     CHECK(SQLInstallDriver(NULL, keywords, NULL, 0, NULL) == FALSE);
     put_file("odbc.inf", "[Batch Driver]\n\"Driver\"=1,libbatch.so,,,,2024-03-15,,,,,,,,,,,,,,02.50.00.0001,\n");
     CHECK(SQLInstallODBC(0, in_folder("odbc.inf"), "/opt/batch", chosen) == FALSE);
-    CHECK(strcmp(chosen, "Batch Driver") == 0); /* cut while it was read */
+    CHECK(strcmp(chosen, "Batch Driver") == 0); /* the call cut it at the = */
     CHECK(SQLInstallODBC(0, NULL, NULL, NULL) == FALSE);
     CHECK(InstallDriversDlgProc(0, 0, 0, 0) == 0);
     CHECK(file_holds(".odbcinst.ini",

@@ -1,5 +1,5 @@
-/* A program that runs dialogs on a screen of its own: it defines the two starters, so the dialogs that the library's
- * dialogs begin appear too, each in front of the one that began it. */
+/* A program that shows dialogs on its own screen. It defines the two starters, so dialogs that the library's dialogs
+ * start appear too, each in front of the one that started it. */
 #define _POSIX_C_SOURCE 200809L
 #include <jxscreen.h>
 #include <jxwindow.h>
@@ -46,7 +46,7 @@ static void note_closed(void* context, HWND dialog) {
     --open_dialogs;
 }
 
-/* Every dialog behind the one in front waits. */
+/* Every dialog behind the one in front is disabled. */
 static void check_order(HWND front) {
     HWND dialog = 0;
     while ((dialog = JXW_NextDialog(dialog)) != 0)

@@ -1,5 +1,5 @@
-/* A program without dialog starters of its own: the library's do nothing, even on a thread that has a screen, and calls
- * that would show a dialog go on. */
+/* A program that does not define the dialog starters: the library's do nothing, even on a thread that has a screen, and
+ * calls that would show a dialog go on without it. */
 #include <jxscreen.h>
 #include <odbcinst.h>
 #include <string.h>

@@ -1,5 +1,5 @@
-/* A program that exports installer functions of its own, as a second library in the process would: the library's calls
- * of its own functions must not end here. Its profile functions count as such calls: adding a data source uses them.
+/* A program that exports functions with the library's names, as a second library in the process could: the library must
+ * still call its own functions. Adding a data source calls SQLRemoveDSNFromIni and the profile functions.
  * Usage: other_names SETUP-LIBRARY */
 #define _POSIX_C_SOURCE 200809L
 #include <dlfcn.h>

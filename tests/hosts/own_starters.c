@@ -1,4 +1,4 @@
-/* A program that defines the two dialog starters itself: every dialog the library begins must reach it. */
+/* A program that defines the two dialog starters itself: the library must start every dialog through them. */
 #define _POSIX_C_SOURCE 200809L
 #include <jxdialog.h>
 #include <odbcinst.h>

@@ -59,7 +59,7 @@ static void use_as_a_user(HWND dialog) {
     CHECK(JXW_UserDoubleClick(dialog, NAMES, 1) == 1 && double_clicks == 1);
     CHECK(JXW_UserAccessKey(dialog, 't') == 1 && JXW_IsDlgButtonChecked(dialog, TRACE) == 0);
     CHECK(JXW_UserFocus(dialog, NAME) == 1 && JXW_UserKey(dialog, JXW_KEY_NEXT) == 1);
-    CHECK(JXW_UserCommand(dialog, NAME) == 0); /* no button */
+    CHECK(JXW_UserCommand(dialog, NAME) == 0); /* not a button */
 }
 
 static void see(HWND dialog) {
@@ -89,7 +89,7 @@ static void use_a_screen(void) {
     CHECK(JXW_SetScreen(NULL) == 1);
 }
 
-/* On a window that is none they do nothing; About needs no more than eight texts. */
+/* On an unknown window they do nothing; About needs only its eight texts. */
 static void use_procedures(void) {
     const JxwProcedure procedures[] = {
         DataSourcesDlgProc,      AddDataSourceDlgProc, OdbcDriversDlgProc,    OdbcOptionsDlgProc,

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 #include <jxdialog.h>
 #include <odbcinst.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -15,7 +14,7 @@
 #include <vector>
 
 #include "config/text_bytes.h"
-#include "install/script_reader.h"
+#include "install/script_items.h"
 #include "message_box_script.h"
 #include "page_edge.h"
 #include "record_text.h"
@@ -119,7 +118,7 @@ TEST(BatchInstallation, WithoutAWindowOrAListInstallsTranslatorsAndCoreComponent
     }
 }
 
-TEST(BatchInstallation, ReturnsFalseAndTellsAnAbortionThoughTheFilesHoldItsOutcome) {
+TEST(BatchInstallation, ReturnsFalseAndReportsAnAbortionThoughTheFilesHoldItsOutcome) {
     const TestHome home({{"odbc.inf", oneDriver()}});
     MessageBoxScript boxes;
     EXPECT_EQ(installAll(kWindow, home.file("odbc.inf"), "/l", "D\0"s), FALSE);
@@ -270,15 +269,12 @@ TEST(BatchInstallation, ReleasesItsRecordWhenTheMessageBoxHandlerThrows) {
     JXW_SetMessageBoxHandler(nullptr, nullptr);
 }
 
-TEST(BatchInstallation, MarksEveryItemAsSelected) {
-    const TestHome home({{"odbc.inf", oneDriver() + "[ODBC]\n\"Windows00\"=" + scriptLine("core.so") + "\n"}});
-    RecordedHooks hooks;
-    WritableText list("D\0"s);
-    const std::string script = home.file("odbc.inf");
-    EXPECT_EQ(installOdbc(0, jx::asBytes(script.c_str()), jx::asBytes("/l"), list.bytes()), 0);
-    EXPECT_EQ(hooks.calls,
-              (std::vector<std::string>{"VersionCheck 0 0", "VersionCheck 1 0", "CopyDisk 0 0", "CopyDisk 1 0",
-                                        "Decompress /l/d.s_ /l/d.so", "Decompress /l/core.s_ /l/core.so"}));
+TEST(BatchInstallation, SelectsEveryComponent) {
+    const TestHome home({{"odbc.inf", oneDriver() + "[ODBC Translators]\n\"T\"=\n[T]\n\"Setup\"=" + scriptLine("t.so") +
+                                          "\n[ODBC Administrator]\n\"Setup\"=" + scriptLine("core.so") + "\n"}});
+    installAll(0, home.file("odbc.inf"), "/l", "D\0"s);
+    EXPECT_EQ(home.text(".odbcinst.ini"),
+              oneDriverInstalled("/l") + "\n[T]\nSetup=/l/t.so\n\n[ODBC Administrator]\nSetup=/l/core.so\n");
 }
 
 TEST(BatchInstallation, RegistersFilesWhereTheyLie) {
@@ -313,18 +309,6 @@ TEST(BatchInstallation, RegistersFilesWhereTheyLie) {
     }
 }
 
-TEST(BatchInstallation, TakesPathsIntoTheRecordAsTheyBelongTogether) {
-    TestRecord record;
-    ASSERT_TRUE(takePaths(*record.get(), jx::asBytes("/pkg/odbc.inf"), nullptr));
-    EXPECT_EQ(quoted(record->infFile), "\"/pkg/odbc.inf\"");
-    EXPECT_EQ(quoted(record->sourceDir), "\"/pkg\"");
-    EXPECT_EQ(quoted(record->targetDir), "\"/pkg/\"");
-    TestRecord root;
-    ASSERT_TRUE(takePaths(*root.get(), jx::asBytes("/odbc.inf"), nullptr));
-    EXPECT_EQ(quoted(root->sourceDir), "\"/\"");
-    EXPECT_EQ(quoted(root->targetDir), "\"/\"");
-}
-
 TEST(BatchInstallation, EndsAsAnAbortedOneWhenTheCurrentDirectoryIsNeededAndGone) {
     const TestHome home;
     const std::string gone = home.file("gone");
@@ -343,11 +327,11 @@ TEST(BatchInstallation, EndsAsAnAbortedOneWhenTheCurrentDirectoryIsNeededAndGone
     EXPECT_TRUE(home.names().empty());
 }
 
-TEST(BatchInstallation, SurvivesScriptsThatAreNoFile) {
+TEST(BatchInstallation, SurvivesScriptsThatCannotBeRead) {
     const TestHome home;
-    ASSERT_EQ(mkdir(home.file("folder").c_str(), 0700), 0);
-    ASSERT_EQ(mkfifo(home.file("fifo").c_str(), 0600), 0);
-    for (const std::string& script : {home.file("folder"), home.file("fifo"), home.file("absent"), "/dev/zero"s, ""s}) {
+    std::vector<std::string> scripts = unusableScripts(home);
+    scripts.emplace_back("/dev/zero");
+    for (const std::string& script : scripts) {
         SCOPED_TRACE(script);
         EXPECT_EQ(installAll(0, script, "/l", "D\0"s), FALSE);
         EXPECT_EQ(home.text(".odbcinst.ini"), "(absent)");
@@ -366,7 +350,7 @@ TEST(BatchInstallation, TakesNamesOf1024CharactersAndMore) {
     }
 }
 
-TEST(Outcome, IsToldOnlyToAWindowAndNotWhenNothingHappened) {
+TEST(Outcome, IsShownOnlyToAWindowAndNotWhenNothingHappened) {
     struct Row {
         unsigned int window;
         bool succeeded;

@@ -36,7 +36,7 @@ TEST(ConfigurationUpdate, WritesAllCapabilitiesInOrderButForCreateDSN) {
     const TestHome home;
     TestRecord record;
     record.item(DriverItem, "D").file("Driver", "d.so");
-    for (const char* key : jx::kCapabilityKeys) {
+    for (const char* key : kCapabilityKeys) {
         if (std::string(key) != "CreateDSN")
             record.capability(key, key);
     }
@@ -68,6 +68,14 @@ TEST(ConfigurationUpdate, ClearsAListThatReadsAsAbsent) {
     EXPECT_EQ(home.text(".odbcinst.ini"), "[ODBC Drivers]\nD=Installed\n\n[D]\nDriver=/l/d.so\n");
 }
 
+TEST(ConfigurationUpdate, KeepsAListThatIsThereThoughNoDriverIsInIt) {
+    const TestHome home({{".odbcinst.ini", "[ODBC Drivers]\n; mine\n"}});
+    TestRecord record;
+    record.item(DriverItem, "D").file("Driver", "d.so");
+    update(record, 0, 0, "/l/d.so");
+    EXPECT_EQ(home.text(".odbcinst.ini"), "[ODBC Drivers]\nD=Installed\n; mine\n\n[D]\nDriver=/l/d.so\n");
+}
+
 TEST(ConfigurationUpdate, WritesTheDriverAsItsOwnSetupLibraryWhenBothAreOneFile) {
     const TestHome home;
     TestRecord record;
@@ -88,6 +96,14 @@ TEST(ConfigurationUpdate, WritesAnotherSetupLibraryWhenThatFileIsInstalled) {
               "[ODBC Drivers]\nD=Installed\n\n[D]\nDriver=/l/d.so\nAPILevel=1\nSetup=/l/s.so\n");
 }
 
+TEST(ConfigurationUpdate, MovesASetupLibraryThatIsInstalledAgainToTheEndOfItsSection) {
+    const TestHome home({{".odbcinst.ini", "[D]\nDriver=/l/d.so\nSetup=/l/s.so\nSQLLevel=1\n"}});
+    TestRecord record;
+    record.item(DriverItem, "D").file("Setup", "s.so");
+    update(record, 0, 0, "/l/s.so");
+    EXPECT_EQ(home.text(".odbcinst.ini"), "[D]\nDriver=/l/d.so\nSQLLevel=1\nSetup=/l/s.so\n");
+}
+
 TEST(ConfigurationUpdate, CreatesTheDriversDataSourcesWithTheLibraryJustWritten) {
     const TestHome home({{".odbcinst.ini", "[D]\nDriver=/old/d.so\n"}});
     TestRecord record;
@@ -106,6 +122,15 @@ TEST(ConfigurationUpdate, EntersATranslator) {
     update(record, 0, 0, "/l/t.so");
     EXPECT_EQ(home.text(".odbcinst.ini"),
               "[ODBC Translators]\nOld=Installed\nT=Installed\n\n[T]\nTranslator=/l/t.so\n");
+}
+
+TEST(ConfigurationUpdate, LeavesATranslatorThatIsInstalledAgainAtItsPlaceInTheList) {
+    const TestHome home({{".odbcinst.ini", "[ODBC Translators]\nT=1\nOther=Installed\n"}});
+    TestRecord record;
+    record.item(TranslatorItem, "T").file("Translator", "t.so");
+    update(record, 0, 0, "/l/t.so");
+    EXPECT_EQ(home.text(".odbcinst.ini"),
+              "[ODBC Translators]\nT=Installed\nOther=Installed\n\n[T]\nTranslator=/l/t.so\n");
 }
 
 TEST(ConfigurationUpdate, WritesATranslatorAsItsOwnSetupLibraryOnlyWhenBothAreOneFile) {

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "config/text_bytes.h"
-#include "install/configuration_update.h"
+#include "install/data_source_creation.h"
 #include "record_text.h"
 #include "test_home.h"
 

@@ -1,10 +1,10 @@
-// The entries of a driver's section, written by the steps of an installation one at a time.
+// The entries of a driver's section, each step of writing them on its own.
 #include <gtest/gtest.h>
 
 #include <string>
 
 #include "config/text_bytes.h"
-#include "install/driver_installation.h"
+#include "install/driver_entries.h"
 #include "record_text.h"
 #include "test_home.h"
 
@@ -17,7 +17,7 @@ using namespace std::string_literals;
 
 const std::string kList = "D\0Driver=/l/d=1.so\0Setup=/l/s.so\0A=1\0no pair\0B=2=3\0"s;
 
-// Writes one library entry in directory /t; the key's buffer afterwards shows in key.
+// Writes one library entry in directory /t; key is cut.
 int writeEntry(WritableText& list, WritableText& key, const unsigned char* script = nullptr, const char* path = "/t") {
     return WriteTheDriverAndSetupEntryToTheOdbcInstIni(script, list.bytes(), asBytes(path), key.bytes());
 }

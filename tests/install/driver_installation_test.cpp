@@ -16,7 +16,7 @@ namespace {
 using namespace jx::test;
 using namespace std::string_literals;
 
-// What one call gave back.
+// The results of one call.
 struct Answer {
     BOOL result;
     std::string path;
@@ -28,7 +28,7 @@ struct Answer {
     }
 };
 
-// Installs from a list that ends where memory ends; an untouched buffer is a text of question marks.
+// Installs from a list that ends where readable memory ends. The path of an unchanged buffer is "untouched".
 Answer install(const std::string& list, WORD size = 64) {
     PageEdge edge(list);
     GuardedBuffer path(size);
@@ -219,7 +219,7 @@ TEST(InstallDriver, SkipsANullLengthOnEveryWay) {
     EXPECT_STREQ(path, "/l");
 }
 
-TEST(InstallDriver, TellsWhatIsWrongWithTheSecondTextAndTouchesNothing) {
+TEST(InstallDriver, ReportsWhatIsWrongWithTheSecondTextAndChangesNothing) {
     const TestHome home;
     for (const std::string& list :
          {"Name\0Setup=/l/s.so\0Driver=/l/d.so\0\0"s, "Name\0\0"s, "\0"s, "Name\0Driver\0\0"s}) {

@@ -14,7 +14,7 @@ namespace {
 using namespace jx::test;
 using namespace std::string_literals;
 
-// A call on the script odbc.inf of the test's home.
+// The results of a call with the script odbc.inf in the test's home.
 struct Call {
     BOOL result;
     std::string path;

@@ -1,4 +1,4 @@
-// The record of an installation: made, grown, released.
+// The record of an installation: making it, adding components, releasing it.
 #include "install/install_record.h"
 
 #include <gtest/gtest.h>
@@ -103,7 +103,7 @@ TEST(InstallRecord, HasNothingToDoForATemporaryDirectory) {
     EXPECT_TRUE(isBlank(*record.get()));
 }
 
-// The fields' offsets when each stands behind the one before, aligned to its size: in 32 bits that is 4 bytes a field.
+// In 32 bits every field takes 4 bytes.
 constexpr std::size_t kWord = sizeof(void*);
 
 TEST(InstallRecord, HasItsFieldsInOrder) {

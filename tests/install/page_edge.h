@@ -1,4 +1,4 @@
-// Texts that end where readable memory ends.
+// Texts at the end of readable memory.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -10,8 +10,8 @@
 
 namespace jx::test {
 
-// PageEdge: a writable copy of bytes whose last one is the last of a page that no readable one follows. A read behind
-// it ends the test program, in every build.
+// PageEdge: a writable copy of bytes at the end of a page; the next page is not readable. A read past the copy ends the
+// test program, in every build.
 class PageEdge {
 public:
     explicit PageEdge(std::string_view bytes)

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 #include <jxmemory.h>
+#include <sys/stat.h>
 
 #include "config/text_bytes.h"
 
@@ -10,6 +11,7 @@ namespace jx::test {
 
 using install::InfEntry;
 using install::InstallItem;
+using install::kCapabilityKeys;
 
 TestRecord::TestRecord(const char* infFile) {
     if (install::InstallInit(0, install_, nullptr, nullptr) != 0)
@@ -50,6 +52,14 @@ TestRecord& TestRecord::directories(const char* sourceDir, const char* targetDir
     install_->sourceDir = ownedText(sourceDir);
     install_->targetDir = ownedText(targetDir);
     return *this;
+}
+
+ScriptRecord::ScriptRecord(const std::string& text) : home{{"odbc.inf", text}}, record(home.file("odbc.inf").c_str()) {}
+
+std::vector<std::string> unusableScripts(const TestHome& home) {
+    EXPECT_EQ(mkdir(home.file("folder").c_str(), 0700), 0);
+    EXPECT_EQ(mkfifo(home.file("fifo").c_str(), 0600), 0);
+    return {home.file("folder"), home.file("fifo"), home.file("absent"), ""};
 }
 
 unsigned char* ownedText(const char* text) {
@@ -101,6 +111,13 @@ std::string dumpNames(const install::_Install& install) {
     std::string text;
     for (const InstallItem& item : itemsOf(install))
         text += dumpHead(item) + "\n";
+    return text;
+}
+
+std::string dumpProcessed(const install::_Install& install) {
+    std::string text;
+    for (const unsigned char* file : std::span(install.processedFiles, install.processedCount))
+        text += quoted(file);
     return text;
 }
 

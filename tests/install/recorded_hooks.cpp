@@ -1,7 +1,7 @@
-// Takes the place of the file transfer's hooks and of the dialog starters.
+// Replaces the hooks of the file transfer and the dialog starters.
 #include "recorded_hooks.h"
 
-#include "install/item_installation.h"
+#include "install/transfer_hooks.h"
 
 namespace jx::test {
 

@@ -1,4 +1,4 @@
-// The hooks of an installation as a test wants them: what was called is kept, what happens then is the test's choice.
+// Hooks of an installation that record their calls and do what a test wants.
 #pragma once
 
 #include <odbcinst.h>
@@ -9,8 +9,8 @@
 
 namespace jx::test {
 
-// RecordedHooks: while it lives, it answers the file transfer's hooks of the archive under test and the dialog starter
-// of the whole process. One at a time.
+// RecordedHooks: while it exists, records the calls of the file transfer's hooks and of the dialog starter. One at a
+// time.
 class RecordedHooks {
 public:
     RecordedHooks();

@@ -3,19 +3,23 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
 #include <memory>
 #include <string>
 
+#include "config/text_bytes.h"
 #include "install/owned_text.h"
+#include "message_box_script.h"
 #include "record_text.h"
 
 namespace {
 
 using namespace jx::install;
+using jx::test::Boxes;
+using jx::test::MessageBoxScript;
 using jx::test::quoted;
 using jx::test::scriptLine;
-using Outcome = LineResult::Outcome;
 
 // An entry that releases its texts.
 struct Entry : InfEntry {
@@ -33,19 +37,22 @@ std::string lineWith(unsigned field, const std::string& text) {
     return std::string(field, ',') + text + std::string(20 - field, ',');
 }
 
-// Reads from a heap block of exactly the line's size, so that a read behind it shows under the sanitizer.
-LineResult read(std::string_view line, InfEntry& entry) {
+// Reads from a heap block of exactly the line's size, so that a sanitizer sees a read past it. Returns the number of
+// fields.
+unsigned read(std::string_view line, InfEntry& entry) {
     const std::unique_ptr<char[]> bytes(new char[line.size()]);
     line.copy(bytes.get(), line.size());
-    return readLine({bytes.get(), line.size()}, entry);
+    const ScriptLine fields({bytes.get(), line.size()});
+    EXPECT_TRUE(fields.fill(entry));
+    EXPECT_EQ(fields.isComplete(), fields.fieldCount() == 20);
+    return fields.fieldCount();
 }
 
 TEST(ScriptLine, FillsEveryFieldThatIsRead) {
     Entry entry;
     EXPECT_EQ(
-        read("7, libdrv.so,a,b,c, 1995-03-15,d,e, NEWER,f,g,h,i,j, shared, 48211,k,l,m, 02.50.00.1234,n,o,p", entry)
-            .outcome,
-        Outcome::complete);
+        read("7, libdrv.so,a,b,c, 1995-03-15,d,e, NEWER,f,g,h,i,j, shared, 48211,k,l,m, 02.50.00.1234,n,o,p", entry),
+        20U);
     EXPECT_EQ(entry.key, nullptr);
     EXPECT_EQ(entry.number0, 7);
     EXPECT_EQ(quoted(entry.fileName), "\"libdrv.so\"");
@@ -63,7 +70,7 @@ TEST(ScriptLine, FillsEveryFieldThatIsRead) {
 
 TEST(ScriptLine, OfNothingButCommasIsCompleteWithOLDERAsTheOnlyText) {
     Entry entry;
-    EXPECT_EQ(read(std::string(20, ','), entry).outcome, Outcome::complete);
+    EXPECT_EQ(read(std::string(20, ','), entry), 20U);
     EXPECT_EQ(entry.fileName, nullptr);
     EXPECT_EQ(quoted(entry.text8), "\"OLDER\"");
     EXPECT_EQ(entry.text14, nullptr);
@@ -74,7 +81,7 @@ TEST(ScriptLine, OfNothingButCommasIsCompleteWithOLDERAsTheOnlyText) {
 
 TEST(ScriptLine, TakesFieldsOfBlanksForEmptyOnes) {
     Entry entry;
-    EXPECT_EQ(read("  ,  ,,,,  ,,,  ,,,,,,  ,  ,,,,  ,", entry).outcome, Outcome::complete);
+    EXPECT_EQ(read("  ,  ,,,,  ,,,  ,,,,,,  ,  ,,,,  ,", entry), 20U);
     EXPECT_EQ(entry.fileName, nullptr);
     EXPECT_EQ(quoted(entry.text8), "\"OLDER\"");
     EXPECT_EQ(entry.text14, nullptr);
@@ -87,20 +94,29 @@ TEST(ScriptLine, KeepsBlanksBehindAField) {
     EXPECT_EQ(quoted(entry.fileName), "\"lib drv.so  \"");
 }
 
-TEST(ScriptLine, NeedsTwentyCommasAndNamesTheFirstThatIsMissing) {
+TEST(ScriptLine, IsCompleteWithTwentyCommas) {
     for (unsigned commas = 0; commas <= 22; ++commas) {
         SCOPED_TRACE(commas);
         Entry entry;
-        const LineResult result = read(std::string(commas, ','), entry);
-        EXPECT_EQ(result.outcome, commas < 20 ? Outcome::commaMissing : Outcome::complete);
-        EXPECT_EQ(result.missingComma, commas < 20 ? commas + 1 : 0);
+        EXPECT_EQ(read(std::string(commas, ','), entry), std::min(commas, 20U));
     }
+}
+
+TEST(ScriptLine, GivesItsFieldsWithoutTheBlanksBeforeThem) {
+    const ScriptLine line("7, libdrv.so ,,,,  95-06-14,behind");
+    EXPECT_EQ(line.field(ScriptLine::kNumber0), "7");
+    EXPECT_EQ(line.field(ScriptLine::kFileName), "libdrv.so ");
+    EXPECT_EQ(line.field(ScriptLine::kDate), "95-06-14");
+    EXPECT_EQ(line.field(ScriptLine::kText8), "");
+    EXPECT_EQ(line.field(ScriptLine::kVersion), "");
+    EXPECT_EQ(line.fieldCount(), 6U);
+    EXPECT_EQ(ScriptLine("7, no comma behind").field(ScriptLine::kFileName), "");
 }
 
 TEST(ScriptLine, KeepsTheFieldsBeforeAMissingComma) {
     Entry entry;
-    const LineResult result = read("7,libdrv.so,,,,1995-03-15,,,NEWER", entry);
-    EXPECT_EQ(result.missingComma, 9U);
+    const unsigned fields = read("7,libdrv.so,,,,1995-03-15,,,NEWER", entry);
+    EXPECT_EQ(fields, 8U);
     EXPECT_EQ(entry.number0, 7);
     EXPECT_EQ(quoted(entry.fileName), "\"libdrv.so\"");
     EXPECT_EQ(entry.dateYear, 1995);
@@ -129,7 +145,7 @@ TEST(ScriptLine, ReadsDatesByColumnsAndNeverBehindTheirEnd) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.field);
         Entry entry;
-        EXPECT_EQ(read(lineWith(5, row.field), entry).outcome, Outcome::complete);
+        EXPECT_EQ(read(lineWith(5, row.field), entry), 20U);
         EXPECT_EQ(entry.dateYear, row.year);
         EXPECT_EQ(entry.dateMonth, row.month);
         EXPECT_EQ(entry.dateDay, row.day);
@@ -147,7 +163,7 @@ TEST(ScriptLine, ReadsVersionsByColumnsAndNeverBehindTheirEnd) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.field);
         Entry entry;
-        EXPECT_EQ(read(lineWith(19, row.field), entry).outcome, Outcome::complete);
+        EXPECT_EQ(read(lineWith(19, row.field), entry), 20U);
         for (int position = 0; position < 4; ++position)
             EXPECT_EQ(entry.version[position], row.numbers[position]) << position;
     }
@@ -181,15 +197,26 @@ TEST(ScriptLine, ReadsNumbersWithSignsAndBlanksAndStopsAtTheirLimits) {
 TEST(ScriptLine, TakesNamesOfAnyLengthALineCanHold) {
     const std::string name(1000, 'n');
     Entry entry;
-    EXPECT_EQ(read("1," + name + std::string(19, ','), entry).outcome, Outcome::complete);
+    EXPECT_EQ(read("1," + name + std::string(19, ','), entry), 20U);
     EXPECT_EQ(quoted(entry.fileName), '"' + name + '"');
 }
 
 TEST(ScriptLine, OfTheTestsIsComplete) {
     Entry entry;
-    EXPECT_EQ(read(scriptLine("a.so"), entry).outcome, Outcome::complete);
+    EXPECT_EQ(read(scriptLine("a.so"), entry), 20U);
     EXPECT_EQ(quoted(entry.fileName), "\"a.so\"");
     EXPECT_EQ(entry.version[3], 1234);
+}
+
+TEST(MissingComma, IsShownWithWhereItIsMissing) {
+    const MessageBoxScript boxes;
+    const std::string script(70000, 's');
+    showMissingComma(7, 4, jx::asBytes(script.c_str()), jx::asBytes("D"), jx::asBytes("Setup"));
+    showMissingComma(0, 20, nullptr, nullptr, nullptr);
+    EXPECT_EQ(
+        boxes.boxes(),
+        (Boxes{{7, "Not able to find comma 4 in File: " + script + " Section: D Entry: Setup", "KALDERO ODBC Admin", 0},
+               {0, "Not able to find comma 20 in File:  Section:  Entry: ", "KALDERO ODBC Admin", 0}}));
 }
 
 }  // namespace

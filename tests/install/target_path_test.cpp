@@ -1,4 +1,4 @@
-// The directory that SQLInstallDriver hands to its caller.
+// The directory that SQLInstallDriver returns.
 #include <gtest/gtest.h>
 #include <jxtypes.h>
 
@@ -7,7 +7,7 @@
 
 #include "config/text_bytes.h"
 #include "guarded_buffer.h"
-#include "install/driver_installation.h"
+#include "install/target_path.h"
 #include "message_box_script.h"
 #include "page_edge.h"
 #include "test_home.h"
@@ -73,7 +73,7 @@ TEST(TargetPath, IsCutToTheBufferAndTheLengthIsThatOfTheCutText) {
     }
 }
 
-TEST(TargetPath, NeedsADriverPairAsTheSecondTextAndTellsWhatIsMissing) {
+TEST(TargetPath, NeedsADriverPairAsTheSecondTextAndReportsWhatIsMissing) {
     struct Row {
         std::string list;
         const char* message;

@@ -1,4 +1,4 @@
-// Takes the place of operator new and of the C allocation calls in a test program.
+// Replaces operator new and the C allocation calls in a test program.
 #include "allocations.h"
 
 #include <gtest/gtest.h>

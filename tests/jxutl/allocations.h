@@ -5,7 +5,7 @@
 
 namespace jx::test {
 
-// Blocks that operator new and the C allocation calls of this program gave out and that were not released yet.
+// The number of blocks that operator new and the C allocation calls returned and that were not released yet.
 long liveBlocks();
 
 enum class Fail { once, fromThenOn };
@@ -20,7 +20,7 @@ public:
 
     void begin() const;
 
-    // Memory is plenty again; true when an allocation did fail since begin.
+    // No further allocation fails; true when one has failed since begin.
     bool end();
 
 private:
@@ -29,12 +29,12 @@ private:
     bool fired_ = false;
 };
 
-// Runs call with its first allocation failing, then its second and so on, each once and from then on, until one run in
-// which none fails. call prepares, says begin(), does its work, says end() and compares. After each run as many blocks
-// must be alive as before it. Returns the number of allocations that were made to fail once.
+// Runs call with its first allocation failing, then its second and so on, each once and from then on, until a run in
+// which none fails. call prepares, calls begin(), does its work, calls end() and compares. After each run as many
+// blocks must be alive as before it. Returns the number of allocations that were made to fail once.
 int failEachAllocation(const std::function<void(ShortMemory&)>& call);
 
-// The same, every run on a thread of its own that has no data of the library yet.
+// The same, each run on a new thread, which has no data of the library yet.
 int failEachAllocationOfNewThread(const std::function<void(ShortMemory&)>& call);
 
 }  // namespace jx::test

@@ -1,4 +1,4 @@
-// Recorded errors: objects, lists and the thread's own list.
+// Recorded errors: objects, lists and the thread's list.
 #include <jxerrors.h>
 
 #include <gtest/gtest.h>
@@ -28,7 +28,7 @@ JxError* newError(unsigned short id, const char* text = nullptr) {
     return new JxError(id, bytes(text), ErrorTypeError, 0, 0);
 }
 
-// Node: notes its release.
+// Node: records its release.
 class Node : public JxObject {
 public:
     Node(int id, std::vector<int>& released) : id_(id), released_(released) {}
@@ -107,7 +107,7 @@ TEST(List, HoldsLists) {
     EXPECT_EQ(released, std::vector{1});
 }
 
-// Adder: puts a node into its own list while it is released.
+// Adder: adds a node to its list while it is released.
 class Adder : public JxObject {
 public:
     explicit Adder(JxList& list) : list_(list) {}
@@ -261,7 +261,7 @@ TEST(ErrorKeeper, AppendsToTheNewest) {
     });
 }
 
-TEST(ErrorKeeper, AppendsToNothingWithoutAnError) {
+TEST(ErrorKeeper, AppendsNothingWithoutAnError) {
     onNewThread([] {
         EXPECT_EQ(JxErrorKeeper::appendToLastError(bytes("!")), nullptr);
         EXPECT_NE(JxErrorKeeper::list(), nullptr);

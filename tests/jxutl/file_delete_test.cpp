@@ -1,4 +1,4 @@
-// Deleting files: what goes, what stays, and that the product's own libraries stay however they are named.
+// Deleting files: what is deleted and what is refused, above all the product's libraries under any name.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <sys/socket.h>
@@ -22,7 +22,7 @@ using jx::test::TestHome;
 using Names = std::vector<std::string>;
 using Delete = decltype(&bosFileDelete);
 
-// 0, or the reason for which nothing was deleted.
+// 0, or the errno with which nothing was deleted.
 int refusal(const std::string& path, Delete deletes = bosFileDelete) {
     errno = 0;
     const int result = deletes(reinterpret_cast<const unsigned char*>(path.c_str()));
@@ -56,7 +56,7 @@ TEST(FileDelete, NullAndEmptyPathsAreRefused) {
     EXPECT_EQ(refusal(""), EINVAL);
 }
 
-// A socket's name in the file system, which stays when the socket is gone.
+// A socket's file, which stays when the socket is closed.
 void makeSocket(const std::string& path) {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
@@ -79,7 +79,7 @@ TEST(FileDelete, NothingButARegularFileIsDeleted) {
     EXPECT_EQ(home.names(), (Names{"directory", "fifo", "socket"}));
 }
 
-TEST(FileDelete, ALinkToARegularFileLosesTheLinkOnly) {
+TEST(FileDelete, DeletingALinkToARegularFileKeepsTheFile) {
     const TestHome home{{"file", "text"}};
     fs::create_symlink("file", home.file("link"));
     EXPECT_EQ(refusal(home.file("link")), 0);
@@ -112,7 +112,7 @@ TEST(FileDelete, TheSystemsRefusalIsReported) {
     EXPECT_TRUE(fs::exists(home.file("guarded/f")));
 }
 
-// Installed: a copy of the utility library in a directory of its own, with stand-ins for the libraries beside it.
+// Installed: a copy of the utility library in a new directory, with empty files for the libraries beside it.
 class Installed {
 public:
     Installed() {
@@ -174,7 +174,7 @@ TEST(FileDelete, AProductWithoutTheLinkForDevelopersStaysToo) {
     EXPECT_TRUE(fs::exists(product.home.file("lib/libodbcinst.so.1")));
 }
 
-TEST(FileDelete, OtherLibrariesBesideAndEqualNamesElsewhereGo) {
+TEST(FileDelete, DeletesOtherLibrariesBesideAndEqualNamesElsewhere) {
     const Installed product;
     const Delete deletes = product.load(product.home.file("lib/libjxutl08.so"));
     ASSERT_NE(deletes, nullptr);

@@ -28,7 +28,7 @@ constinit int readsUntilFailure = 0;  // 0 is never
 
 }  // namespace
 
-// Reading a directory, which the system hardly ever fails at in the middle, fails here on demand.
+// Makes reading a directory fail in the middle.
 dirent64* __wrap_readdir64(DIR* directory) {
     if (readsUntilFailure == 0 || --readsUntilFailure > 0)
         return __real_readdir64(directory);

@@ -1,4 +1,4 @@
-// Loading shared libraries: what loads, what does not, and the reason that is kept for each thread.
+// Loading shared libraries: what loads, what does not, and the reason kept for each thread.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
@@ -39,7 +39,7 @@ TEST(Libraries, SymbolsStayPrivateToTheirLibrary) {
 }
 
 TEST(Libraries, AMissingSymbolIsFoundWhileLoading) {
-    // That the loader would take it without asking for every symbol shows that the test means something.
+    // With lazy binding it loads: only the missing symbol makes it fail below.
     void* unchecked = dlopen(JX_INCOMPLETE_LIBRARY, RTLD_LAZY | RTLD_LOCAL);
     ASSERT_NE(unchecked, nullptr) << dlerror();
     dlclose(unchecked);
@@ -55,7 +55,7 @@ TEST(Libraries, NullAndEmptyPathsNeverNameTheProgram) {
     EXPECT_EQ(reason(), "no library is named");
 }
 
-TEST(Libraries, FilesThatAreNoLibraryFailWithTheirName) {
+TEST(Libraries, FilesThatAreNotLibrariesFailWithTheirName) {
     const jx::test::TestHome home{{"libtext.so", "This is a text.\n"},
                                   {"libempty.so", ""},
                                   {"libshort.so",
@@ -85,7 +85,7 @@ TEST(Libraries, TheReasonIsGoneAfterASuccess) {
     dlclose(library);
 }
 
-TEST(Libraries, AnUndisturbedThreadHasNoReason) {
+TEST(Libraries, AThreadWithoutAFailedLoadHasNoReason) {
     std::thread([] { EXPECT_EQ(reason(), ""); }).join();
 }
 
@@ -98,7 +98,7 @@ TEST(Libraries, EachThreadHasItsOwnReason) {
     EXPECT_NE(reason().find("first"), std::string::npos);
 }
 
-// The fixture is linked with the shared library, so it is loaded through that one's own functions.
+// The fixture is linked with the shared library, so it is loaded through the functions of that library.
 TEST(Libraries, AFailureInALibrarysStartUpCodeIsNotTheReason) {
     void* utilities = dlopen(JX_UTILITY_LIBRARY, RTLD_NOW | RTLD_LOCAL);
     ASSERT_NE(utilities, nullptr) << dlerror();
@@ -111,7 +111,7 @@ TEST(Libraries, AFailureInALibrarysStartUpCodeIsNotTheReason) {
     dlclose(utilities);
 }
 
-TEST(Libraries, AFailedLoadIsOneWithoutMemoryForTheReasonToo) {
+TEST(Libraries, ALoadAlsoFailsWithoutMemoryForTheReason) {
     const int failures = jx::test::failEachAllocationOfNewThread([](ShortMemory& memory) {
         const std::string path = "/nowhere/a-name-that-is-too-long-for-a-short-string.so";
         memory.begin();
@@ -123,7 +123,7 @@ TEST(Libraries, AFailedLoadIsOneWithoutMemoryForTheReasonToo) {
     EXPECT_GE(failures, 2);
 }
 
-TEST(Libraries, AReasonThatCannotBeKeptDoesNotLeaveAnOldOne) {
+TEST(Libraries, WithoutMemoryForTheReasonNoOldOneIsLeft) {
     EXPECT_GE(jx::test::failEachAllocationOfNewThread([](ShortMemory& memory) {
                   EXPECT_EQ(load("/nowhere/old.so"), nullptr);
                   const std::string path = "/nowhere/" + std::string(300, 'n') + ".so";

@@ -1,4 +1,4 @@
-// Heap blocks: contents, sizes and what happens without memory.
+// Heap blocks: contents, sizes and failures.
 #include <jxmemory.h>
 
 #include <gtest/gtest.h>
@@ -82,7 +82,7 @@ TEST(Memory, ResizingNothingAllocates) {
     ramFree(block);
 }
 
-TEST(Memory, TextsAreCopiedWithTheirEnd) {
+TEST(Memory, TextsAreCopiedWithTheirNul) {
     for (const char* original : {"", "a", "Sample Driver", "\xff\x80\x01"}) {
         unsigned char* copy = ramAllocStr(bytes(original));
         ASSERT_NE(copy, nullptr);
@@ -113,7 +113,7 @@ TEST(Memory, BlocksAndMallocReleaseEachOther) {
 }
 
 #ifndef JX_SANITIZED  // sanitizers end the program over such a size
-// Sizes that no compiler looks through, since it warns of absurd ones.
+// volatile hides the sizes from the compiler, which warns of absurd ones.
 std::size_t opaque(std::size_t size) {
     volatile std::size_t hidden = size;
     return hidden;

@@ -29,7 +29,7 @@ TEST(Tasks, PairsNest) {
     });
 }
 
-TEST(Tasks, TheDepthNeverFallsBelowNone) {
+TEST(Tasks, TheDepthNeverFallsBelowZero) {
     onNewThread([] {
         EXPECT_EQ(mdsPerTaskTerm(), 0);
         EXPECT_EQ(mdsPerTaskInit(), 1);

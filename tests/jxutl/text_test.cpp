@@ -24,7 +24,7 @@ int sign(int value) {
     return (value > 0) - (value < 0);
 }
 
-// A buffer that starts full of a byte which no call writes.
+// A buffer filled with a byte that no call writes.
 template <std::size_t size>
 struct Buffer {
     unsigned char room[size];
@@ -37,18 +37,18 @@ struct Buffer {
 
 using namespace std::string_literals;
 
-TEST(Text, LengthCountsBytesBeforeTheEnd) {
+TEST(Text, LengthCountsBytesBeforeTheNul) {
     EXPECT_EQ(BUTSTLEN(bytes("")), 0U);
     EXPECT_EQ(BUTSTLEN(bytes("abc\0d")), 3U);
     EXPECT_EQ(BUTSTLEN(bytes("\xc3\xa9")), 2U);
     EXPECT_EQ(BUTSTLEN(bytes(std::string(70000, 'x').c_str())), 70000U);
 }
 
-TEST(Text, NullHasNoLength) {
+TEST(Text, NullHasLengthZero) {
     EXPECT_EQ(BUTSTLEN(nullptr), 0U);
 }
 
-TEST(Text, CopyTakesTheEndAndNoMore) {
+TEST(Text, CopyIncludesTheNulAndNoMore) {
     Buffer<6> buffer;
     EXPECT_EQ(BUTSTCPY(buffer.room, bytes("abc")), buffer.room);
     EXPECT_EQ(buffer.all(), "abc\0##"s);
@@ -143,7 +143,7 @@ TEST(Text, FindsTheFirstAndTheLastByte) {
     EXPECT_EQ(offset(text, strFindReverse(bytes(text), 'x')), std::nullopt);
 }
 
-TEST(Text, ASearchForZeroFindsTheEnd) {
+TEST(Text, ASearchForZeroFindsTheNul) {
     constexpr unsigned char kEnd = 0;
     const char* text = "abc";
     EXPECT_EQ(offset(text, strFind(bytes(text), kEnd)), 3);
@@ -167,7 +167,7 @@ struct Cut {
     const char* text;
 };
 
-TEST(Text, SizedCopyCutsAndAlwaysEnds) {
+TEST(Text, SizedCopyCutsAndAlwaysAddsANul) {
     constexpr Cut kCuts[] = {{"abc", 1, ""},    {"abc", 2, "a"}, {"abc", 3, "ab"}, {"abc", 4, "abc"},
                              {"abc", 5, "abc"}, {"", 1, ""},     {"", 5, ""}};
     for (const Cut& cut : kCuts) {

@@ -1,4 +1,4 @@
-// Runs a check without the rights of root, for which no permission would be refused.
+// Runs a check without the rights of root, who would be refused nothing.
 #pragma once
 
 #include <grp.h>
@@ -9,8 +9,8 @@
 
 namespace jx::test {
 
-// Runs check in a child process that is no longer root and returns its result (0 to 255); -1 when the child did not
-// come to its end. check reports by its result only: expectations that fail inside are not seen.
+// Runs check in a child process that is not root and returns its result (0 to 255); -1 when the child did not exit.
+// check reports by its result only: expectations that fail inside are lost.
 inline int asNobody(const std::function<int()>& check) {
     const pid_t child = fork();
     if (child == 0) {

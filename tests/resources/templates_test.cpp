@@ -1,4 +1,4 @@
-// Every dialog template of the modules "odbcinst" and "jxsetup", looked at as a screen sees it.
+// Every dialog template of the modules "odbcinst" and "jxsetup", as a screen sees it.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -32,8 +32,8 @@ std::vector<Registered> allTemplates() {
     return all;
 }
 
-// One dialog of a module, made by the layer from what was registered: by the installer library itself, and here for
-// the setup library, which does it for each call.
+// A dialog made from a registered template. The installer library has registered its own; the setup library's are
+// registered here, since that library does it for each call.
 class EachTemplate : public testing::TestWithParam<Registered> {
 protected:
     EachTemplate() {
@@ -155,7 +155,7 @@ TEST_P(EachTemplate, HasOneDefaultButtonAndOneThatEscapePresses) {
     EXPECT_EQ(closing, 1);
 }
 
-// The focus begins in the list or field the dialog is about; Tab goes down and right from there.
+// At first the focus is in the dialog's main list or field; Tab moves it down and to the right.
 TEST_P(EachTemplate, HasATabOrderThatFollowsTheEye) {
     const JxwControlInfo* before = nullptr;
     for (const JxwControlInfo& control : controls) {
@@ -172,7 +172,7 @@ TEST_P(EachTemplate, HasATabOrderThatFollowsTheEye) {
 INSTANTIATE_TEST_SUITE_P(OfTheModule, EachTemplate, testing::ValuesIn(allTemplates()),
                          [](const auto& named) { return "Template" + std::to_string(named.param.shape.id); });
 
-// The kinds of the controls that the procedures use, by dialog and id.
+// The kinds of the controls that the procedures use.
 struct ControlKinds {
     unsigned short dialog;
     std::map<unsigned short, int> kinds;
@@ -241,7 +241,7 @@ TEST(Templates, HoldEveryControlThatAProcedureUses) {
     }
 }
 
-// What stands there is somebody's data, in which "&" has no meaning.
+// These show data, in which "&" has no meaning.
 TEST(Templates, MarkTheLabelsThatReceiveData) {
     std::set<unsigned short> marked;
     for (const Registered& each : allTemplates()) {

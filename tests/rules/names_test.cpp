@@ -17,7 +17,7 @@ char lower(char letter) {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
 }
 
-// The same question, one byte at a time.
+// The same comparison, one byte at a time.
 bool sameByBytes(std::string_view left, std::string_view right) {
     if (left.size() != right.size())
         return false;
@@ -50,7 +50,7 @@ TEST(Names, AnEmptyOneAndOneWithANulCannotBeAskedFor) {
     EXPECT_FALSE(canBeAskedFor("\0"sv));
 }
 
-// Every pair of bytes, at every place of names of every length that is handled in its own way.
+// Every pair of bytes, at every place of names of every length that the code treats differently.
 TEST(Names, OnlyAsciiLettersHaveACase) {
     for (const std::size_t size : {1U, 2U, 3U, 4U, 7U, 8U, 9U, 15U, 16U, 17U}) {
         for (std::size_t place = 0; place < size; ++place) {
@@ -99,7 +99,7 @@ TEST(Names, ATextBeginsWithTheNameItBeginsWith) {
     EXPECT_TRUE(beginsWithName("", ""));
 }
 
-// Names as data sources have them differ in a few digits at the end: tables use the lower bits.
+// Names of data sources often differ in a few digits at the end; tables use the lower bits of the hash.
 TEST(Names, NumberedNamesSpreadOverATable) {
     for (const std::string_view stem : {"", "ds", "Data Source ", "A rather long name of a data source, number "}) {
         std::set<std::uint32_t> slots;

@@ -1,4 +1,4 @@
-// Which keys are secrets', and what is shown in their place.
+// Which keys are secrets, and what is shown instead of their values.
 #include "rules/secrets.h"
 
 #include <gtest/gtest.h>

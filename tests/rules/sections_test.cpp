@@ -1,4 +1,4 @@
-// Which sections have a use of their own.
+// Which sections are reserved.
 #include "rules/sections.h"
 
 #include <gtest/gtest.h>

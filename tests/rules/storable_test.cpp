@@ -1,4 +1,4 @@
-// What a file can store, and the words for what it cannot.
+// What a file can store, and the reasons for what it cannot.
 #include "rules/storable.h"
 
 #include <gtest/gtest.h>

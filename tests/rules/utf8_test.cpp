@@ -1,4 +1,4 @@
-// Characters, and what is none.
+// Characters, and bytes that are not characters.
 #include "rules/utf8.h"
 
 #include <gtest/gtest.h>

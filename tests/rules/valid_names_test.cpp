@@ -1,4 +1,4 @@
-// Names of data sources, drivers and translators: taken and refused.
+// Names of data sources, drivers and translators: accepted and refused.
 #include "rules/valid_names.h"
 
 #include <gtest/gtest.h>

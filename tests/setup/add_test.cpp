@@ -213,7 +213,7 @@ TEST_F(SetupAdd, ChangesNeitherFileWhenTheDefaultsAttributesAreBad) {
     EXPECT_EQ(drivers(), installedDriver());
 }
 
-// The change of .odbc.ini gets no turn here: a directory stands where its new text would be written.
+// .odbc.ini cannot be locked here: a directory has the name of its lock file.
 TEST_F(SetupAdd, PutsTheDefaultsEntryBackWhenItsSectionCannotBeWritten) {
     home.put("sources.ini", "[Default]\nDriver=/opt/old.so\n");
     setenv("ODBCINI", home.file("sources.ini").c_str(), 1);

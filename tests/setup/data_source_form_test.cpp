@@ -1,4 +1,4 @@
-// What a user may type for a data source, what is hidden of it, and what has changed.
+// What a user may type for a data source, which values are hidden, and what was changed.
 #include "setup/data_source_form.h"
 
 #include <gtest/gtest.h>
@@ -37,7 +37,7 @@ TEST(DataSourceForm, OverlaysChangesAndTakesAnEmptyValueForARemoval) {
     EXPECT_EQ(texts(attributes), "Server=b|Empty=|New=x|");
 }
 
-TEST(DataSourceForm, TellsWhatChanged) {
+TEST(DataSourceForm, KnowsWhatChanged) {
     const std::vector<Attribute> before{{"Server", "a"}, {"Port", "1"}, {"Empty", ""}};
     EXPECT_EQ(texts(changesBetween(before, before)), "");
     EXPECT_EQ(texts(changesBetween(before, {{"EMPTY", ""}, {"server", "a"}, {"Port", "1"}})), "");

@@ -1,4 +1,4 @@
-// The setup library's dialog, driven by every path through its own entry point.
+// The setup library's dialog, driven by every path through its entry point.
 #include <jxwindow.h>
 #include <sys/stat.h>
 
@@ -133,7 +133,7 @@ TEST_F(SetupDialog, StaysOpenForANameThatCannotBe) {
     }
 }
 
-// The change of .odbc.ini gets no turn here: a directory stands where its new text would be written.
+// .odbc.ini cannot be locked here: a directory has the name of its lock file.
 TEST_F(SetupDialog, AFailedWriteLeavesEverythingAsItWasAndTheDialogOpen) {
     home.put("sources.ini", kSales);
     setenv("ODBCINI", home.file("sources.ini").c_str(), 1);
@@ -146,7 +146,7 @@ TEST_F(SetupDialog, AFailedWriteLeavesEverythingAsItWasAndTheDialogOpen) {
                           {name[0] == 'S' ? unsigned{IDYES} : unsigned{IDOK}, IDOK});
         EXPECT_EQ(add(), FALSE);
         EXPECT_EQ(user.boxes.back().find("Data Source Setup|The data source was not stored."), 0U);
-        // Putting the default data source's entry back succeeded, which is then the store's last word.
+        // Restoring the entry of the default data source succeeded, so the store reports no failure.
         EXPECT_EQ(user.boxes.back().find("\nCannot ") != std::string::npos, name[0] != 'D') << user.boxes.back();
         EXPECT_NE(user.dumps[0].find("      Server = b\n"), std::string::npos);
         EXPECT_EQ(home.text("sources.ini"), kSales);
@@ -335,7 +335,7 @@ TEST_F(SetupDialog, OkTakesNothingFromEmptiedFields) {
     EXPECT_EQ(dataSources(), kSales);
 }
 
-// A key that the dialog does not let anyone type, as a file edited by hand may hold it.
+// A key that cannot be typed in the dialog, but may be in a file edited by hand.
 TEST_F(SetupDialog, OkLeavesASelectedRowThatCouldNotBeTyped) {
     const std::string odd = written("Sales", "DSN=Other\nServer=a\n");
     home.put(".odbc.ini", odd);
@@ -386,7 +386,7 @@ TEST_F(SetupDialog, AnswersItsCommandsAsADialogShould) {
     EXPECT_EQ(dataSources(), kSales);
 }
 
-// ---- without anyone to ask ----
+// ---- without a user ----
 
 TEST_F(SetupDialog, WithoutAScreenAWindowChangesNothing) {
     EXPECT_EQ(add(list({"DSN=Sales", "Server=a"})), TRUE);

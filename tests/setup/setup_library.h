@@ -1,4 +1,4 @@
-// The built libjxsetup.so, loaded as a program loads it, and a home with a driver that names it.
+// The built libjxsetup.so, loaded as a program does it, and a home with a driver that uses it.
 #pragma once
 
 #include <dlfcn.h>

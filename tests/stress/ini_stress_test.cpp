@@ -1,4 +1,4 @@
-// Many writers at one file, in processes and threads, some of them killed: no change is lost and no half text is seen.
+// Many writers of one file, in processes and threads, some of them killed: no change is lost and no half text is read.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <poll.h>
@@ -34,7 +34,7 @@ using jx::test::TestHome;
 constexpr int kWriters = 4;
 constexpr int kKeysEach = 25;
 
-// New keys go into the first section, so a text that lost its end, or its begin, shows.
+// New keys go into the first section, so a text without its begin or end is noticed.
 constexpr std::string_view kBegin = "[Keys]\n";
 constexpr std::string_view kEnd = "\n[End]\nmark=1\n";
 
@@ -46,18 +46,17 @@ const unsigned char* bytes(const std::string& text) {
     return reinterpret_cast<const unsigned char*>(text.c_str());
 }
 
-// On a machine with much else to do a writer may not get its turn in time. It is told so, has changed nothing and asks
-// again.
-bool hadNoTurn() {
+// On a busy machine a writer may not get the lock in time. The call fails and has changed nothing; it is made again.
+bool timedOut() {
     const JxIniFailure failure = jxIniLastFailure();
-    return failure.step == JxIniStepTurn && failure.error == ETIMEDOUT;
+    return failure.step == JxIniStepLock && failure.error == ETIMEDOUT;
 }
 
 bool write(const std::string& file, const std::string& key, const std::string& value) {
     bool written = false;
     do
         written = jxWritePrivateProfileString(bytes("Keys"), bytes(key), bytes(value), bytes(file)) == 1;
-    while (!written && hadNoTurn());
+    while (!written && timedOut());
     return written;
 }
 
@@ -74,7 +73,7 @@ std::string keyOf(int writer, int number) {
     return "w" + std::to_string(writer) + "k" + std::to_string(number);
 }
 
-// Writes one writer's keys; how many failed.
+// Writes one writer's keys; returns how many failed.
 int writeAll(const std::string& file, int writer) {
     int failed = 0;
     for (int number = 0; number < kKeysEach; ++number)
@@ -103,8 +102,7 @@ pid_t startChild(const std::function<int()>& body) {
     return child;
 }
 
-// Events: wakes up whenever something happens in a folder. A reader that looked without a pause would keep the machine
-// from the very writes it looks for.
+// Events: waits until something changes in a folder. A reader without a pause would slow the writers down.
 class Events {
 public:
     explicit Events(const std::string& folder) : fd_(::inotify_init1(IN_CLOEXEC | IN_NONBLOCK)) {
@@ -112,7 +110,7 @@ public:
         EXPECT_GE(::inotify_add_watch(fd_.get(), folder.c_str(), kByWriters), 0);
     }
 
-    // False once the other end of the pipe has been closed by all who held it.
+    // False once every process has closed the other end of the pipe.
     bool wait(int pipe) const {
         pollfd ready[] = {{fd_.get(), POLLIN, 0}, {pipe, 0, 0}};
         ::poll(ready, 2, -1);
@@ -126,7 +124,7 @@ private:
     Descriptor fd_;
 };
 
-// Ends: a pipe whose writing end is held by whoever is still at work.
+// Ends: a pipe; every process still at work holds its writing end.
 struct Ends {
     Ends() {
         int ends[2] = {-1, -1};
@@ -139,7 +137,7 @@ struct Ends {
     Descriptor writing;
 };
 
-// Starts one child for each writer and looks at the file until all have ended; how often it did not look whole, or a
+// Starts one child for each writer and reads the file until all have ended; returns how often it was not whole or a
 // child failed.
 int watchWriters(const TestHome& home, const std::function<int(int)>& write) {
     const Events events(home.path());
@@ -193,7 +191,7 @@ TEST(IniStress, ThreadsLoseNoChangeAndReadersSeeWholeTexts) {
     EXPECT_EQ(home.names(), std::vector<std::string>{"x.ini"});
 }
 
-TEST(IniStress, WritersThroughALinkAndByNameTakeTheSameTurns) {
+TEST(IniStress, WritersThroughALinkAndByNameUseTheSameLock) {
     const TestHome home{{"x.ini", beginning()}};
     ASSERT_EQ(::symlink("x.ini", home.file("link").c_str()), 0);
     const auto name = [](int writer) { return writer % 2 == 0 ? "x.ini" : "link"; };
@@ -202,13 +200,13 @@ TEST(IniStress, WritersThroughALinkAndByNameTakeTheSameTurns) {
     EXPECT_EQ(home.names(), (std::vector<std::string>{"link", "x.ini"}));
 }
 
-// Adds one to two counters at once; a lost or half change would leave them wrong or different.
+// Adds one to two counters together; a lost or half change would leave them wrong or different.
 int countUp(const std::string& file, int times) {
     for (int i = 0; i < times; ++i) {
         JxIniChange* change = nullptr;
         do
             change = jxIniBegin(file.c_str());
-        while (change == nullptr && hadNoTurn());
+        while (change == nullptr && timedOut());
         std::size_t length = 0;
         const char* before = change == nullptr ? nullptr : jxIniBefore(change, &length);
         JxIniText* text = jxIniParse(before, length);

@@ -1,11 +1,23 @@
-// What dialog procedures do with windows and controls: properties, texts, enabling, check marks.
+// Properties, texts, enabling and check marks of dialogs and controls.
+#include "jxutl/dialog/controls.h"
+
 #include <algorithm>
 #include <cstring>
 
 #include <jxdialog.h>
 #include "jxutl/dialog/desk.h"
 #include "jxutl/dialog/focus.h"
-#include "jxutl/dialog/messages.h"
+
+namespace jx::dialog {
+
+void setChecked(const Window& box, bool checked) {
+    if (box.control->checked == checked)
+        return;
+    box.control->checked = checked;
+    notifyChanged(box);
+}
+
+}  // namespace jx::dialog
 
 using namespace jx::dialog;
 
@@ -23,7 +35,7 @@ int setText(const Window& window, const char* text) {
         place = text != nullptr ? text : "";
         return 1;
     });
-    tellChanged(window);
+    notifyChanged(window);
     return set;
 }
 
@@ -38,7 +50,7 @@ void enableControl(const Window& window, bool enable) {
     if (window.control->enabled == enable)
         return;
     window.control->enabled = enable;
-    tellChanged(window);
+    notifyChanged(window);
     if (!enable)
         passFocusFrom(window);
 }
@@ -83,7 +95,7 @@ int winCenterBox(HWND dialog) {
     if (placed == nullptr)
         return 0;
     placed->centered = true;
-    tellChanged(*placed);
+    notifyChanged(*placed);
     return 1;
 }
 
@@ -100,7 +112,7 @@ int JXW_EnableWindow(HWND hwnd, int enable) {
         enableControl(window, enable != 0);
     } else {
         window.dialog->enabled = enable != 0;
-        tellChanged(window);
+        notifyChanged(window);
     }
     return 1;
 }

@@ -1,4 +1,4 @@
-// The cursor that programs ask for.
+// The process's cursor.
 #include <atomic>
 
 #include "jxutl/dialog/desk.h"

@@ -12,12 +12,12 @@ namespace jx::dialog {
 
 namespace {
 
-// Handles only count up, in all threads together: one that was given out never names another window. The first lies
-// above what callers pass who only need some window that is not 0.
+// Handles only count up, over all threads, so none is given out twice. The first is above the small numbers that
+// callers pass when any window but 0 will do.
 constexpr HWND kFirstHandle = 0x10000;
 std::atomic<HWND> nextHandle{kFirstHandle};
 
-// The first of count fresh handles in a row; 0 when so many are not left.
+// The first of count new handles in a row; 0 when handles have run out.
 HWND takeHandles(std::size_t count) {
     HWND first = nextHandle.load();
     do {
@@ -62,7 +62,7 @@ DialogPointer Desk::ownedBy(HWND owner) const {
 void Desk::remove(const DialogPointer& dialog) {
     while (const DialogPointer owned = ownedBy(dialog->handle))
         remove(owned);
-    // Told once, even if the screen destroys the dialog again meanwhile.
+    // The screen is called once, even if it destroys the dialog again meanwhile.
     if (std::exchange(dialog->shown, false) && screen.closed != nullptr)
         screen.closed(screen.context, dialog->handle);
     dialogs_.erase(dialog->handle);
@@ -88,8 +88,8 @@ void Desk::activate(const DialogPointer& dialog) {
     const DialogPointer before = active();
     active_ = dialog->handle;
     if (before != nullptr)
-        tellChanged(*before, 0);
-    tellChanged(*dialog, 0);
+        notifyChanged(*before, 0);
+    notifyChanged(*dialog, 0);
 }
 
 HWND Desk::next(HWND previous) const {
@@ -113,13 +113,13 @@ bool Desk::takePosted(const Dialog* dialog, std::uint64_t last, PostedMessage& m
     return true;
 }
 
-void Desk::tellOpened(Dialog& dialog) const {
+void Desk::notifyOpened(Dialog& dialog) const {
     dialog.shown = true;
     if (screen.opened != nullptr)
         screen.opened(screen.context, dialog.handle);
 }
 
-void Desk::tellChanged(const Dialog& dialog, unsigned short id) const {
+void Desk::notifyChanged(const Dialog& dialog, unsigned short id) const {
     if (dialog.shown && screen.changed != nullptr)
         screen.changed(screen.context, dialog.handle, id);
 }
@@ -157,12 +157,12 @@ DialogPointer dialogOf(HWND hwnd) {
     return window.isDialog() ? window.dialog : nullptr;
 }
 
-void tellChanged(const Window& window) {
-    existingDesk()->tellChanged(*window.dialog, window.control != nullptr ? window.control->id : 0);
+void notifyChanged(const Window& window) {
+    existingDesk()->notifyChanged(*window.dialog, window.control != nullptr ? window.control->id : 0);
 }
 
-void tellChanged(const Dialog& dialog) {
-    existingDesk()->tellChanged(dialog, 0);
+void notifyChanged(const Dialog& dialog) {
+    existingDesk()->notifyChanged(dialog, 0);
 }
 
 }  // namespace jx::dialog

@@ -1,4 +1,4 @@
-// One thread's dialogs: who is there, in which order, with what queued, and the screen that shows them.
+// One thread's dialogs, their posted messages, the focus, and the screen that shows them.
 #pragma once
 
 #include <cstdint>
@@ -22,35 +22,34 @@ struct PostedMessage {
 // Desk: belongs to one thread and is released with it. Nothing here calls a dialog procedure.
 class Desk {
 public:
-    // What a handle names on this thread.
+    // The window with this handle; empty when this thread has no such window.
     Window find(HWND hwnd);
 
-    // Enters a dialog under fresh handles; false when there are none left. Throws std::bad_alloc, nothing is then
-    // entered.
+    // Adds a dialog and gives it new handles; false when handles have run out. Throws std::bad_alloc: nothing is then
+    // added.
     bool enter(const DialogPointer& dialog);
 
-    // Takes a dialog out with its posted messages, after the dialogs that it owns, telling the screen of each.
+    // Removes the dialogs that dialog owns, then dialog, with their posted messages, and notifies the screen of each.
     void remove(const DialogPointer& dialog);
 
-    // The dialog that has the focus; null when there is none.
+    // The dialog that has the focus; null without one.
     DialogPointer active() { return find(active_).dialog; }
     void activate(const DialogPointer& dialog);
 
-    // The first dialog with a handle above previous; 0 when there is none.
+    // The first dialog with a handle above previous, or 0.
     HWND next(HWND previous) const;
 
     void post(HWND window, int message, int wparam, std::uintptr_t lparam);
     std::uint64_t lastPosted() const { return posted_; }
     bool hasPosted() const { return !queue_.empty(); }
 
-    // Takes the oldest message for dialog (null: any) with a number up to last out of the queue; false when none is
-    // there.
+    // Takes the oldest message for dialog (null: any) with a number up to last out of the queue; false without one.
     bool takePosted(const Dialog* dialog, std::uint64_t last, PostedMessage& message);
 
     JxwScreen screen{};
 
-    void tellOpened(Dialog& dialog) const;
-    void tellChanged(const Dialog& dialog, unsigned short id) const;
+    void notifyOpened(Dialog& dialog) const;
+    void notifyChanged(const Dialog& dialog, unsigned short id) const;
 
 private:
     DialogPointer ownedBy(HWND owner) const;
@@ -62,23 +61,24 @@ private:
     HWND active_ = 0;
 };
 
-// The calling thread's desk: null when it has none yet.
+// The calling thread's desk, or null before it has one.
 Desk* existingDesk();
 
-// The same, made now if need be; null when memory is short.
+// The same, made now if necessary; null when memory is short.
 Desk* desk();
 
-// What a handle names on the calling thread, the control of a dialog, and only a dialog.
+// The calling thread's window with that handle; control id of a dialog; the dialog with that handle. Empty or null when
+// there is no such thing.
 Window windowOf(HWND hwnd);
 Window itemOf(HWND dialog, unsigned short id);
 DialogPointer dialogOf(HWND hwnd);
 
-// Tells the thread's screen that a window changed.
-void tellChanged(const Window& window);
-void tellChanged(const Dialog& dialog);
+// Notifies the thread's screen of a change.
+void notifyChanged(const Window& window);
+void notifyChanged(const Dialog& dialog);
 
-// Does work; the answer when memory is short is failure. Nothing that calls a dialog procedure or a screen may stand in
-// work: what those throw is not ours to catch.
+// The result of work, or failure when it throws std::bad_alloc. work must not call a dialog procedure or a screen,
+// whose exceptions pass through.
 template <class Answer, class Work>
 Answer orWhenShort(Answer failure, Work work) {
     try {

@@ -1,12 +1,83 @@
-// The life of a dialog: made, run, ended, destroyed.
+// The life of a dialog: made from a template, run, ended, destroyed.
+#include "jxutl/dialog/dialog.h"
+
+#include <string_view>
 #include <utility>
 
 #include <jxscreen.h>
 #include <jxwindow.h>
-#include "jxutl/dialog/dialog_template.h"
+#include "jxutl/dialog/desk.h"
+#include "jxutl/dialog/disabled_owner.h"
 #include "jxutl/dialog/focus.h"
 #include "jxutl/dialog/messages.h"
-#include "jxutl/dialog/owner_turn.h"
+#include "jxutl/dialog/modules.h"
+
+namespace jx::dialog {
+
+namespace {
+
+Control makeControl(const ControlTemplate& shape) {
+    Control control;
+    control.kind = shape.kind;
+    control.id = shape.id;
+    control.x = shape.x;
+    control.y = shape.y;
+    control.width = shape.width;
+    control.height = shape.height;
+    control.text = shape.text;
+    control.flags = shape.flags;
+    control.enabled = (shape.flags & JXW_GREY) == 0;
+    return control;
+}
+
+// Whether the control at index belongs to the group of the radio button before it.
+bool continuesGroup(const Dialog& dialog, std::size_t index) {
+    const Control& control = dialog.controls[index];
+    return control.kind == JXW_RADIO && (control.flags & JXW_GROUP) == 0;
+}
+
+int lowerKey(char character) {
+    if (character >= 'A' && character <= 'Z')
+        return character - 'A' + 'a';
+    const bool isKey = (character >= 'a' && character <= 'z') || (character >= '0' && character <= '9');
+    return isKey ? character : 0;
+}
+
+}  // namespace
+
+DialogPointer makeDialog(const DialogTemplate& shape) {
+    auto dialog = std::make_shared<Dialog>();
+    dialog->templateId = shape.id;
+    dialog->title = shape.title;
+    dialog->width = shape.width;
+    dialog->height = shape.height;
+    for (const ControlTemplate& control : shape.controls)
+        dialog->controls.push_back(makeControl(control));
+    return dialog;
+}
+
+Range radioGroup(const Dialog& dialog, std::size_t index) {
+    Range group{index, index + 1};
+    while (group.begin > 0 && continuesGroup(dialog, group.begin) && dialog.controls[group.begin - 1].kind == JXW_RADIO)
+        --group.begin;
+    while (group.end < dialog.controls.size() && continuesGroup(dialog, group.end))
+        ++group.end;
+    return group;
+}
+
+int accessKeyOf(const Control& control) {
+    if (control.kind == JXW_EDIT || (control.flags & JXW_PLAIN) != 0)
+        return 0;
+    const std::string_view text = control.text;
+    for (std::size_t at = text.find('&'); at != std::string_view::npos && at + 1 < text.size();
+         at = text.find('&', at + 2)) {
+        if (text[at + 1] != '&')
+            return lowerKey(text[at + 1]);
+    }
+    return 0;
+}
+
+}  // namespace jx::dialog
 
 using namespace jx::dialog;
 
@@ -14,7 +85,7 @@ namespace {
 
 constexpr int kFailed = -1;
 
-// OwnedDialog: destroys its dialog when its scope is left, unless released; one that is gone by then is no matter.
+// OwnedDialog: destroys its dialog when its scope is left, unless released. A dialog already destroyed is ignored.
 class OwnedDialog {
 public:
     OwnedDialog() = default;
@@ -31,7 +102,7 @@ private:
     HWND handle_ = 0;
 };
 
-// Makes a dialog that no one was told of yet; null when there is no template or no memory.
+// Makes a dialog without calling its procedure or the screen; null when there is no such template.
 DialogPointer enterDialog(Desk& desk, const char* module, unsigned short templateId, HWND owner,
                           JxwProcedure procedure) {
     const auto shape = findTemplate(module, templateId);
@@ -45,7 +116,7 @@ DialogPointer enterDialog(Desk& desk, const char* module, unsigned short templat
     return desk.enter(dialog) ? dialog : nullptr;
 }
 
-// Lets the procedure set the dialog up; the focus it did not set goes to the first control that can take it.
+// Lets the procedure set the dialog up. Unless it set the focus, the first control that can take it gets it.
 void initialize(const DialogPointer& dialog, void* record) {
     const int first = nextStop(*dialog, -1, Direction::forward);
     const HWND control = first >= 0 ? dialog->handleAt(static_cast<std::size_t>(first)) : 0;
@@ -57,19 +128,19 @@ void initialize(const DialogPointer& dialog, void* record) {
 void show(Desk& desk, const DialogPointer& dialog) {
     if (dialog->ended)
         return;
-    desk.tellOpened(*dialog);
+    desk.notifyOpened(*dialog);
     if (dialogOf(dialog->handle) == dialog)
         desk.activate(dialog);
 }
 
-// The user has gone: the dialog gets the chance to close, and what still stays open then has failed.
+// The user has left: closes the dialog, or ends it with failure when that does not end it.
 void closeFor(const DialogPointer& dialog) {
     JXW_UserKey(dialog->handle, JXW_KEY_CLOSE);
     if (!dialog->ended)
         JXW_EndDialog(dialog->handle, kFailed);
 }
 
-// The modal loop: what is posted goes before what the user does.
+// The modal loop: posted messages are delivered before the user acts.
 void runUntilEnded(Desk& desk, const DialogPointer& dialog) {
     while (!dialog->ended && dialogOf(dialog->handle) != nullptr) {
         if (desk.hasPosted())
@@ -101,8 +172,8 @@ int JXW_DialogBox(const char* module, unsigned short templateId, HWND owner, Jxw
     Desk* own = existingDesk();
     if (own == nullptr || own->screen.wait == nullptr)
         return kFailed;
-    OwnedDialog owned;  // goes last: its owner is enabled again before, so that the focus finds it ready
-    const OwnerTurn ownerWaits(owner);
+    OwnedDialog owned;  // destroyed after the owner is enabled again, so that the owner can take the focus
+    const DisabledOwner disabled(owner);
     owned.take(JXW_CreateDialog(module, templateId, owner, procedure, record));
     const DialogPointer dialog = dialogOf(owned.handle());
     if (dialog == nullptr)

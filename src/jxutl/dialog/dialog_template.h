@@ -1,7 +1,6 @@
 // Dialog templates as the layer keeps them: copies of what modules registered.
 #pragma once
 
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -28,9 +27,5 @@ using DialogTemplates = std::vector<DialogTemplate>;
 
 // A copy of an array as JXW_RegisterModule takes it; null is an empty one.
 DialogTemplates copyOf(const JxwTemplate* templates);
-
-// A module's template, shared with the module for as long as one of the two keeps it; null when there is none.
-// Throws std::bad_alloc.
-std::shared_ptr<const DialogTemplate> findTemplate(const char* module, unsigned short id);
 
 }  // namespace jx::dialog

@@ -57,7 +57,7 @@ void moveFocus(Dialog& dialog, int index) {
     if (dialog.focus == index)
         return;
     dialog.focus = index;
-    tellChanged(dialog);
+    notifyChanged(dialog);
 }
 
 }  // namespace jx::dialog

@@ -7,8 +7,8 @@
 
 namespace jx::dialog {
 
-// ListBox: every operation answers as its message does (jxdialog.h); a row that does not exist changes nothing.
-// Throws std::bad_alloc where it stores a text, with the list unchanged.
+// ListBox: every operation returns what its message does (jxdialog.h); a row that does not exist changes nothing.
+// Throws std::bad_alloc when it cannot store a text, with the list unchanged.
 class ListBox {
 public:
     int rowCount() const { return static_cast<int>(rows_.size()); }

@@ -1,17 +1,18 @@
-// Delivers messages at once, and queues those that are to come later.
+// Delivers messages at once, and queues posted ones.
 #include "jxutl/dialog/messages.h"
 
 #include <cstring>
 #include <utility>
 
 #include <jxwindow.h>
+#include "jxutl/dialog/controls.h"
 #include "jxutl/dialog/desk.h"
 
 namespace jx::dialog {
 
 namespace {
 
-// What a list box answers, and whether the user can see a difference.
+// What a list box returns, and whether its look changed.
 struct Answer {
     int value;
     bool changed;
@@ -90,13 +91,6 @@ void notify(const DialogPointer& dialog, unsigned short id, int notification) {
     callProcedure(dialog, WM_COMMAND, id, static_cast<std::uintptr_t>(notification) << 16);
 }
 
-void setChecked(const Window& box, bool checked) {
-    if (box.control->checked == checked)
-        return;
-    box.control->checked = checked;
-    tellChanged(box);
-}
-
 int answer(const Window& window, int message, int wparam, std::uintptr_t lparam) {
     if (window.control->isBox())
         return answerBox(window, message, wparam);
@@ -104,7 +98,7 @@ int answer(const Window& window, int message, int wparam, std::uintptr_t lparam)
         return 0;
     const Answer answered = answerList(window.control->list, message, wparam, lparam);
     if (answered.changed)
-        tellChanged(window);
+        notifyChanged(window);
     return answered.value;
 }
 

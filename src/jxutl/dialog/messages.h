@@ -5,16 +5,13 @@
 
 namespace jx::dialog {
 
-// Calls the dialog's procedure. The dialog may end or go meanwhile; the pointer keeps it readable until the return.
+// Calls the dialog's procedure. It may end or destroy the dialog; the pointer keeps it readable until the return.
 int callProcedure(DialogPointer dialog, int message, int wparam, std::uintptr_t lparam);
 
-// Tells the dialog that something happened to control id.
+// Sends the dialog a notification of control id.
 void notify(const DialogPointer& dialog, unsigned short id, int notification);
 
-// Answers a message to a control; 0 for one that its kind does not know.
+// Sends a message to a control and returns its result; 0 for a message that its kind does not have.
 int answer(const Window& window, int message, int wparam, std::uintptr_t lparam);
-
-// Checks or clears one check box or radio button, no other.
-void setChecked(const Window& box, bool checked);
 
 }  // namespace jx::dialog

@@ -1,4 +1,4 @@
-// The thread's screen, and what it and tests can see of the dialogs.
+// Sets the thread's screen, and reads dialogs and controls.
 #include <jxscreen.h>
 
 #include "jxutl/dialog/desk.h"
@@ -7,7 +7,7 @@ using namespace jx::dialog;
 
 namespace {
 
-// The control at index of a dialog; nothing when there is none.
+// The control at index of a dialog; empty without one.
 Window controlAt(HWND dialog, int index) {
     const DialogPointer around = dialogOf(dialog);
     if (around == nullptr || index < 0 || static_cast<std::size_t>(index) >= around->controls.size())

@@ -1,7 +1,8 @@
-// What the user does, carried into dialogs.
+// Carries out the user's actions.
 #include <algorithm>
 
 #include <jxscreen.h>
+#include "jxutl/dialog/controls.h"
 #include "jxutl/dialog/desk.h"
 #include "jxutl/dialog/focus.h"
 #include "jxutl/dialog/messages.h"
@@ -10,7 +11,7 @@ using namespace jx::dialog;
 
 namespace {
 
-// Control id of a dialog, when it is of this kind and the user can act on it now; else nothing.
+// Control id of a dialog, when it is of this kind and the user can act on it now; else an empty window.
 Window usable(HWND dialog, unsigned short id, int kind) {
     Window item = itemOf(dialog, id);
     if (!item || item.control->kind != kind || !item.control->enabled || !item.dialog->isUsable())
@@ -27,7 +28,7 @@ int press(const DialogPointer& dialog, unsigned short id) {
     return 1;
 }
 
-// The first control that fits; null when there is none.
+// The first control that fits, or null.
 template <class Fits>
 Control* findControl(Dialog& dialog, Fits fits) {
     const auto found = std::find_if(dialog.controls.begin(), dialog.controls.end(), fits);
@@ -59,7 +60,7 @@ int cancel(const DialogPointer& dialog) {
     return press(dialog, IDCANCEL);
 }
 
-// Moves the focus to the next stop from the control at index on.
+// Moves the focus to the next stop after the control at index.
 int moveOn(Dialog& dialog, int index, Direction direction) {
     const int next = nextStop(dialog, index, direction);
     if (next < 0)
@@ -89,7 +90,7 @@ int selectRow(const Window& list, int row) {
         return 0;
     list.control->list.select(row);
     takeFocus(list);
-    tellChanged(list);
+    notifyChanged(list);
     notify(list.dialog, list.control->id, LBN_SELCHANGE);
     return 1;
 }
@@ -115,7 +116,7 @@ int JXW_UserDoubleClick(HWND dialog, unsigned short id, int row) {
         return 0;
     if (list.control->list.selection() != row)
         selectRow(list, row);
-    // The selection may have ended or changed the dialog: the second click then finds nothing there.
+    // LBN_SELCHANGE may have ended or changed the dialog: the second click then has no effect.
     if (!usable(dialog, id, JXW_LISTBOX) || list.control->list.selection() != row)
         return 1;
     notify(list.dialog, id, LBN_DBLCLK);

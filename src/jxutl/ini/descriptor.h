@@ -8,8 +8,8 @@
 
 namespace jx::ini {
 
-// Descriptor: closes its file when it goes; below 0 it holds none. errno survives the closing, and a failure to close
-// is not told: nothing is read from the file any more, and what was written to it was flushed or is given up.
+// Descriptor: closes its file when it is destroyed; below 0 it has none. Closing keeps errno. Its errors are ignored:
+// nothing is read any more, and what was written was flushed or is thrown away.
 class Descriptor {
 public:
     Descriptor() = default;

@@ -1,4 +1,4 @@
-// The system's own calls behind the seam, and which object stands in the seam.
+// The system's calls, and the object in use.
 #include "jxutl/ini/file_ops.h"
 
 #include <fcntl.h>
@@ -13,7 +13,7 @@ namespace jx::ini {
 
 namespace {
 
-// PosixFiles: each member is the one system call it is named for, and nothing else.
+// PosixFiles: each member makes one system call.
 class PosixFiles final : public FileOps {
 public:
     int openFile(const char* path, int flags, mode_t mode) override { return ::open(path, flags, mode); }
@@ -47,7 +47,7 @@ public:
         return static_cast<std::int64_t>(now.tv_sec) * 1000 + now.tv_nsec / 1'000'000;
     }
 
-    // A signal may end the pause early; whoever waits asks the clock.
+    // A signal may end the pause early; callers ask the clock.
     void pause(std::int64_t milliseconds) override {
         timespec length{};
         length.tv_sec = static_cast<time_t>(milliseconds / 1000);

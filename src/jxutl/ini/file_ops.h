@@ -1,4 +1,4 @@
-// The one seam between the store and the disk: every call that touches a file goes through here.
+// Every call that touches a file, in one place.
 #pragma once
 
 #include <sys/stat.h>
@@ -12,7 +12,7 @@
 
 namespace jx::ini {
 
-// FileOps: the system's calls under names of our own, so that tests can fail, record or stop each of them.
+// FileOps: the system's calls as virtual functions, so that tests can make each of them fail, record it or stop at it.
 // Results  as the system's: -1 with errno set on failure.
 // Threads  one object serves every thread.
 class FileOps {
@@ -38,19 +38,32 @@ public:
     virtual int renameOver(const char* from, const char* to) = 0;
     virtual int removeFile(const char* path) = 0;
 
-    // The clock that file times come from, and the one that waiting is measured by.
+    // The clock that file times come from, and the one for waiting.
     virtual timespec fileClock() = 0;
     virtual std::int64_t waitingClockInMilliseconds() = 0;
     virtual void pause(std::int64_t milliseconds) = 0;
 };
 
-// Whether a call failed because the file is not there, or could not be.
+// Whether a call failed because the file, or its directory, does not exist.
 inline bool isAbsence(int error) {
     return error == ENOENT || error == ENOTDIR;
 }
 
-// The object in use: the system's own unless a test put in another. Null puts the system's own back. Not to be changed
-// while another thread is inside the store.
+// Signals that arrive faster than a call can be made must not delay it without end.
+inline constexpr int kMostInterruptions = 1000;
+
+// Makes call again while it fails with EINTR; the result is that of the last call. Not for close, which must not be
+// made twice, nor for rename and unlink, which signals do not interrupt.
+template <typename Call>
+auto uninterrupted(Call call) {
+    auto result = call();
+    for (int count = 0; result == -1 && errno == EINTR && count < kMostInterruptions; ++count)
+        result = call();
+    return result;
+}
+
+// The object in use: PosixFiles unless a test set another; null sets PosixFiles again. Do not set it while another
+// thread uses the store.
 FileOps& files();
 void useFiles(FileOps* replacement);
 

@@ -1,4 +1,4 @@
-// Reads a file whole and judges its times.
+// Reads a whole file and judges its times.
 #include "jxutl/ini/file_text.h"
 
 #include <fcntl.h>
@@ -11,7 +11,6 @@
 
 #include "jxutl/ini/descriptor.h"
 #include "jxutl/ini/file_ops.h"
-#include "jxutl/ini/uninterrupted.h"
 #include "jxutl/ini/whole_file.h"
 #include "jxutl/thread/failure.h"
 
@@ -28,7 +27,7 @@ constexpr std::int64_t kFineStep = kSecond / 50;
 constexpr std::int64_t kCoarseStep = 2 * kSecond + kFineStep;
 constexpr time_t kLongAgoInSeconds = 10;  // and no product below overflows
 
-bool liesBack(const timespec& time, const timespec& now) {
+bool isOldEnough(const timespec& time, const timespec& now) {
     if (time.tv_sec > now.tv_sec || time.tv_sec < now.tv_sec - kLongAgoInSeconds)
         return time.tv_sec < now.tv_sec;
     const std::int64_t age = (std::int64_t{now.tv_sec} - time.tv_sec) * kSecond + now.tv_nsec - time.tv_nsec;
@@ -47,7 +46,7 @@ bool isTooLarge(off_t size) {
 }  // namespace
 
 bool isSettled(const FileStamp& stamp, const timespec& now) {
-    return liesBack(stamp.written, now) && liesBack(stamp.changed, now);
+    return isOldEnough(stamp.written, now) && isOldEnough(stamp.changed, now);
 }
 
 FileText::Outcome FileText::read(const std::string& path, const struct stat& state) {
@@ -56,8 +55,7 @@ FileText::Outcome FileText::read(const std::string& path, const struct stat& sta
     FileStamp stamp = stampOf(state);
     bool agrees = false;
     for (int count = 0; count < kMostReadings && !agrees; ++count) {
-        // The clock is asked first: a change from here on must not fall into the steps that the stamp's times came
-        // from.
+        // The time is taken before the reading: a change from here on must get a later time than the stamp's.
         const timespec begun = files().fileClock();
         const Descriptor file = open(path);
         if (!file || !readOnce(file.get(), path, stamp, agrees))
@@ -69,7 +67,7 @@ FileText::Outcome FileText::read(const std::string& path, const struct stat& sta
     return same_ ? Outcome::same : Outcome::other;
 }
 
-// Noting the time of a read costs more than reading a small file. Only a file's owner may leave it out.
+// O_NOATIME: updating the access time costs more than reading a small file. Only the file's owner may use it.
 Descriptor FileText::open(const std::string& path) {
     constexpr int kFlags = O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY;
     const auto openWith = [&path](int flags) {
@@ -87,8 +85,8 @@ Descriptor FileText::open(const std::string& path) {
     return file;
 }
 
-// stamp is the file's before the reading and becomes the one after it; they agree when nothing happened in between, not
-// even that another file took the place.
+// stamp comes as the file's before the reading and becomes the one after it. They agree when the file was not changed
+// or replaced in between.
 bool FileText::readOnce(int fd, const std::string& path, FileStamp& stamp, bool& agrees) {
     if (isTooLarge(stamp.size))
         return fail(JxIniStepRead, path, EFBIG);
@@ -105,9 +103,8 @@ bool FileText::readOnce(int fd, const std::string& path, FileStamp& stamp, bool&
     return true;
 }
 
-// Reads on until the expected size is reached, or the end of a file that grew or shrank meanwhile; one that goes on
-// growing is left. While the bytes are those that are there already, they are only compared: what was prepared from
-// them goes on serving then.
+// Reads up to the expected size, or to the end of a file that grew or shrank meanwhile; gives up on one that keeps
+// growing. As long as the bytes are those of the text, they are only compared: an index of the text stays valid then.
 bool FileText::fill(int fd, const std::string& path, std::size_t expected) {
     std::unique_ptr<char[]> part;
     if (same_)
@@ -133,7 +130,7 @@ bool FileText::fill(int fd, const std::string& path, std::size_t expected) {
     return true;
 }
 
-// Room to read into. The text is no whole one from here until it is filled.
+// Room to read into. From here until it is filled, the text is not complete.
 std::span<char> FileText::roomFrom(std::size_t filled, std::size_t expected) {
     holds_ = false;
     if (filled == 0)
@@ -143,7 +140,7 @@ std::span<char> FileText::roomFrom(std::size_t filled, std::size_t expected) {
     return {bytes_.get() + filled, room_ - filled};
 }
 
-// Compares a part that was read with the text; the first difference makes it the text's.
+// Compares a part that was read with the text, and stores it from the first difference on.
 void FileText::takeOver(std::size_t filled, std::span<const char> part, std::size_t expected) {
     const std::string_view held = view().substr(std::min(filled, size_), part.size());
     if (held == std::string_view(part.data(), part.size()))

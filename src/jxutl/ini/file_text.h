@@ -1,4 +1,4 @@
-// The text of a file as it was read, and whether it still is the file's text.
+// The text of a file in memory, and whether the file has changed since.
 #pragma once
 
 #include <sys/stat.h>
@@ -19,7 +19,7 @@ inline bool isSameTime(const timespec& left, const timespec& right) {
     return left.tv_sec == right.tv_sec && left.tv_nsec == right.tv_nsec;
 }
 
-// FileStamp: what tells one state of a file from another.
+// FileStamp: identifies one state of a file.
 struct FileStamp {
     dev_t device = 0;
     ino_t inode = 0;
@@ -37,26 +37,26 @@ inline FileStamp stampOf(const struct stat& state) {
     return {state.st_dev, state.st_ino, state.st_size, state.st_mtim, state.st_ctim};
 }
 
-// Whether a change made at now or later must show in the stamp: both its times lie further back than the steps in which
-// the file system counts. A time without sub-second part may come from one that counts in steps of up to two seconds;
-// the others follow the kernel's clock, which ticks at least every ten milliseconds. A time that lies ahead tells
-// nothing.
+// Whether a change made at now or later must show in the stamp: both its times are older than one step of the file
+// system's clock. A time without a sub-second part may come from a clock with steps of up to two seconds; others follow
+// the kernel's clock, which ticks at least every ten milliseconds. For a time in the future the result is false.
 bool isSettled(const FileStamp& stamp, const timespec& now);
 
-// FileText: the bytes of one file in memory that is used again for its next state.
-// Use      while isCurrent says no, read again; then view.
-// Failure  read says none, noted as the thread's failure; that the file is absent is none, and noted as success. After
+// FileText: the bytes of one file; their memory is used again for the file's next state.
+// Use      when isCurrent is false, read; then view.
+// Failure  read returns none and notes the thread's failure; for an absent file it returns none and notes success.
+// After
 //          none, and after std::bad_alloc, which may be thrown, there is nothing to view until a read succeeds.
 class FileText {
 public:
-    enum class Outcome { none, same, other };  // same: the bytes are those that were there before
+    enum class Outcome { none, same, other };  // same: the bytes are those of the read before
 
-    // Whether the text is that of the file with that state, for certain.
+    // Whether the text is certainly that of the file with that state.
     bool isCurrent(const struct stat& state) const { return settled_ && stamp_ == stampOf(state); }
 
-    // Reads the file whole; state is what stat() just told of it, a regular file. It never waits, not even when another
-    // thing has taken the file's place since. A file that changes meanwhile is read again, up to five times, then taken
-    // as it came and not held to be current.
+    // Reads the whole file; state is its fresh stat(), that of a regular file. It never waits, even if a FIFO has
+    // replaced the file since. A file that changes meanwhile is read again, up to five times; after that the text is
+    // kept but is not current.
     Outcome read(const std::string& path, const struct stat& state);
 
     std::string_view view() const { return {bytes_.get(), size_}; }
@@ -76,9 +76,9 @@ private:
     std::size_t size_ = 0;
     std::size_t room_ = 0;
     FileStamp stamp_;
-    bool settled_ = false;  // while the stamp stays, so does the text
-    bool holds_ = false;    // bytes_ are those of a whole file
-    bool same_ = false;     // and so far those that are being read
+    bool settled_ = false;  // the text is the file's as long as the stamp is
+    bool holds_ = false;    // bytes_ are a complete file
+    bool same_ = false;     // the bytes read so far are those in bytes_
     bool leavesAccessTime_ = true;
 };
 

@@ -13,7 +13,6 @@
 #include "jxutl/ini/descriptor.h"
 #include "jxutl/ini/file_ops.h"
 #include "jxutl/ini/ini_target.h"
-#include "jxutl/ini/uninterrupted.h"
 #include "jxutl/ini/whole_file.h"
 #include "jxutl/thread/failure.h"
 
@@ -25,7 +24,7 @@ constexpr mode_t kAllModeBits = 07777;
 constexpr mode_t kPrivateMode = 0600;
 constexpr mode_t kSharedMode = 0666;
 
-// The thread's umask, which no system call tells without changing it for every other thread on the way.
+// Read from /proc: umask() would change it for every other thread meanwhile.
 std::optional<mode_t> currentUmask() {
     const Descriptor status(
         uninterrupted([] { return files().openFile("/proc/thread-self/status", O_RDONLY | O_CLOEXEC | O_NOCTTY, 0); }));
@@ -44,13 +43,13 @@ std::optional<mode_t> currentUmask() {
     return mask;
 }
 
-// Where the umask cannot be told, nobody gets more than the owner.
+// Without a known umask the file is for its owner only.
 mode_t modeOfNewFile(bool shared) {
     const std::optional<mode_t> mask = shared ? currentUmask() : std::nullopt;
     return mask ? kSharedMode & ~*mask : kPrivateMode;
 }
 
-// Whether the group's bits give its members anything that others, or nobody, would not have.
+// Whether the group's bits differ from the bits of all others.
 bool groupMatters(mode_t mode) {
     return (mode >> 3 & 07) != (mode & 07);
 }
@@ -73,14 +72,14 @@ bool flushNow(int fd) {
     return uninterrupted([fd] { return files().flush(fd); }) == 0;
 }
 
-// A directory that may not be read, and a file system that knows no flushing of directories, count as flushed.
+// A directory that may not be read counts as flushed, and so does one on a file system that cannot flush directories.
 bool flushDirectory(const Descriptor& directory) {
     if (!directory || flushNow(directory.get()))
         return true;
     return errno == EINVAL || errno == ENOTSUP || errno == ENOSYS || errno == EROFS;
 }
 
-// Too many open files, or too little memory: no property of the directory.
+// Too many open files or too little memory, not a property of the directory.
 bool isShortage(int error) {
     return error == EMFILE || error == ENFILE || error == ENOMEM;
 }
@@ -89,8 +88,8 @@ bool isShortage(int error) {
 
 bool IniChange::fail(JxIniStep step, const std::string& path, int error) {
     noteFailure(step, path, error);
-    turn_.discard();
-    holdsTurn_ = false;
+    lock_.discard();
+    holdsLock_ = false;
     return false;
 }
 
@@ -105,9 +104,9 @@ bool IniChange::find(const IniLocation& where) {
 }
 
 bool IniChange::begin(const IniLocation& where) {
-    if (!find(where) || !turn_.take(target_))
+    if (!find(where) || !lock_.take(target_))
         return false;
-    holdsTurn_ = true;
+    holdsLock_ = true;
     return readTarget();
 }
 
@@ -122,8 +121,8 @@ bool IniChange::readTarget() {
     text_ = IniText(std::move(bytes));
     if (outcome != Whole::failed)
         return true;
-    turn_.discard();
-    holdsTurn_ = false;
+    lock_.discard();
+    holdsLock_ = false;
     return false;
 }
 
@@ -136,11 +135,11 @@ Edit IniChange::apply(const char* section, const char* key, const char* value) {
 }
 
 bool IniChange::discard() {
-    return !std::exchange(holdsTurn_, false) || turn_.withdraw();
+    return !std::exchange(holdsLock_, false) || lock_.withdraw();
 }
 
 bool IniChange::commit() {
-    if (!holdsTurn_)
+    if (!holdsLock_)
         return fail(JxIniStepArgument, target_, EPERM);
     if (!changed_)
         return discard();
@@ -148,8 +147,8 @@ bool IniChange::commit() {
         uninterrupted([this] { return files().openFile(directory_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0); }));
     if (!directory && isShortage(errno))
         return fail(JxIniStepOpen, directory_, errno);
-    holdsTurn_ = false;
-    if (!writeNewFile() || !turn_.moveOver(target_))
+    holdsLock_ = false;
+    if (!writeNewFile() || !lock_.moveOver(target_))
         return false;
     if (flushDirectory(directory))
         return true;
@@ -161,36 +160,36 @@ bool IniChange::writeNewFile() {
     const std::string& bytes = text_.bytes();
     if (bytes.size() >= kTooManyBytes)
         return fail(JxIniStepWrite, target_, EFBIG);
-    // The owner first: a file left by a killed writer can then be taken up by the one it is for. The mode last, since
-    // writing takes bits away.
+    // The owner first: if this writer is killed, the target's owner can reuse the file. The mode last: writing clears
+    // the set-user-id and set-group-id bits.
     if (!keepOwner())
         return false;
-    if (!writeAll(turn_.file(), bytes))
-        return fail(JxIniStepWrite, turn_.path(), errno);
+    if (!writeAll(lock_.file(), bytes))
+        return fail(JxIniStepWrite, lock_.path(), errno);
     if (!keepMode())
         return false;
-    return flushNow(turn_.file()) || fail(JxIniStepFlush, turn_.path(), errno);
+    return flushNow(lock_.file()) || fail(JxIniStepFlush, lock_.path(), errno);
 }
 
 bool IniChange::keepOwner() {
-    const bool sameOwner = !present_ || old_.st_uid == turn_.state().st_uid;
-    const bool sameGroup = !present_ || old_.st_gid == turn_.state().st_gid;
+    const bool sameOwner = !present_ || old_.st_uid == lock_.state().st_uid;
+    const bool sameGroup = !present_ || old_.st_gid == lock_.state().st_gid;
     if (sameOwner && sameGroup)
         return true;
     const uid_t owner = sameOwner ? static_cast<uid_t>(-1) : old_.st_uid;
-    if (files().setOwner(turn_.file(), owner, old_.st_gid) == 0)
+    if (files().setOwner(lock_.file(), owner, old_.st_gid) == 0)
         return true;
-    // A user may own a file whose group he is not in. Where that group has no rights of its own, nothing is lost.
+    // A user may own a file whose group they are not in. Nothing is lost when that group has no rights of its own.
     if (sameOwner && errno == EPERM && !groupMatters(old_.st_mode))
         return true;
-    return fail(JxIniStepOwner, turn_.path(), errno);
+    return fail(JxIniStepOwner, lock_.path(), errno);
 }
 
 bool IniChange::keepMode() {
     const mode_t mode = present_ ? old_.st_mode & kAllModeBits : modeOfNewFile(shared_);
     if (mode == kPrivateMode)
         return true;
-    return files().setMode(turn_.file(), mode) == 0 || fail(JxIniStepMode, turn_.path(), errno);
+    return files().setMode(lock_.file(), mode) == 0 || fail(JxIniStepMode, lock_.path(), errno);
 }
 
 }  // namespace jx::ini

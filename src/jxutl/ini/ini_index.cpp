@@ -1,7 +1,6 @@
-// Prepares a text for look-ups, a part at a time.
+// Prepares a text for look-ups, part by part.
 #include "jxutl/ini/ini_index.h"
 
-#include <algorithm>
 #include <new>
 
 #include "jxutl/ini/ini_line.h"
@@ -12,12 +11,12 @@ namespace jx::ini {
 
 namespace {
 
-// The hash of a key in the section of that name: one table serves all sections, so that one look-up finds a value.
+// The hash of a key in a section: one table serves all sections, so that one look-up finds a value.
 std::uint32_t hashKey(std::uint32_t sectionHash, std::string_view key) {
     return rules::hashName(key) + sectionHash * 0x9E3779B1U;
 }
 
-// Room for more, grown by a quarter: these vectors may hold an entry for every line of a large file.
+// Makes room for more by growing a quarter: these vectors may have an element for every line of a large file.
 template <class Element>
 void makeRoom(std::vector<Element>& elements, std::size_t more = 1) {
     if (elements.size() + more > elements.capacity())
@@ -45,39 +44,6 @@ std::optional<std::string_view> valueByWalking(std::string_view text, std::strin
 }
 
 }  // namespace
-
-void NameTable::clear() noexcept {
-    if (used_ == 0)
-        return;
-    // Emptying a table that a far larger text left behind would cost more than making a new one.
-    if (slots_.size() > used_ * 16)
-        std::vector<Slot>().swap(slots_);
-    std::fill(slots_.begin(), slots_.end(), Slot());
-    used_ = 0;
-}
-
-void NameTable::place(Slot slot) {
-    const std::size_t mask = slots_.size() - 1;
-    std::size_t at = slot.hash & mask;
-    while (slots_[at].number != kNone)
-        at = (at + 1) & mask;
-    slots_[at] = slot;
-}
-
-void NameTable::grow() {
-    std::vector<Slot> old(std::max<std::size_t>(slots_.size() * 2, 16));
-    old.swap(slots_);
-    for (const Slot& slot : old)
-        if (slot.number != kNone)
-            place(slot);
-}
-
-void NameTable::insert(std::uint32_t hash, std::uint32_t number) {
-    if ((used_ + 1) * 4 > slots_.size() * 3)
-        grow();
-    place({hash, number});
-    ++used_;
-}
 
 void IniIndex::reset(std::string_view text) noexcept {
     clear();
@@ -178,7 +144,7 @@ IniIndex::Finding IniIndex::find(std::string_view section, std::string_view key)
     return {std::nullopt, true, prepared.section->keysWithAt};
 }
 
-// Memory that runs short halfway leaves nothing half prepared.
+// When memory runs short, nothing is left half prepared.
 IniIndex::Prepared IniIndex::prepareSection(std::string_view name, std::uint32_t hash) {
     if (!prepared_)
         prepareSections();

@@ -1,4 +1,4 @@
-// One text prepared for look-ups.
+// Look-ups in one text.
 #pragma once
 
 #include <cstddef>
@@ -7,62 +7,29 @@
 #include <string_view>
 #include <vector>
 
+#include "jxutl/ini/name_table.h"
+
 namespace jx::ini {
 
 class SectionWalk;
 
-// NameTable: numbers found by the hash of a name; flat, open addressing, at most three quarters full.
-class NameTable {
-public:
-    static constexpr std::uint32_t kNone = UINT32_MAX;
-
-    void clear() noexcept;
-    std::size_t memory() const { return slots_.capacity() * sizeof(Slot); }
-
-    // The number put in under this hash for which matches is true, or kNone.
-    template <class Matches>
-    std::uint32_t find(std::uint32_t hash, Matches matches) const {
-        if (slots_.empty())
-            return kNone;
-        const std::size_t mask = slots_.size() - 1;
-        for (std::size_t at = hash & mask; slots_[at].number != kNone; at = (at + 1) & mask)
-            if (slots_[at].hash == hash && matches(slots_[at].number))
-                return slots_[at].number;
-        return kNone;
-    }
-
-    void insert(std::uint32_t hash, std::uint32_t number);
-
-private:
-    struct Slot {
-        std::uint32_t hash = 0;
-        std::uint32_t number = kNone;
-    };
-
-    void place(Slot slot);
-    void grow();
-
-    std::vector<Slot> slots_;  // a power of two, or none
-    std::size_t used_ = 0;
-};
-
-// IniIndex: answers look-ups in one text, and prepares only what is asked for: the first value is found by walking from
-// header to header, the second question finds all sections, each section's keys are prepared when one of them is asked
-// for then, and each list is joined once. Asking again is one hash look-up, or a list that is ready.
-// Use      reset with a text below 1 GiB, which must outlive the index or the next reset; then ask. Names are given
-//          trimmed. Answers are views of the text or of the index and end with the next reset or the next question.
-// Threads  one at a time: asking prepares.
-// Failure  std::bad_alloc may be thrown; the next question starts again from the text.
+// IniIndex: prepares only what is needed. The first value is found by walking from header to header. The second look-up
+// finds all sections; a section's keys are prepared with the first of them, a list when it is first read. After that a
+// value is one hash look-up and a list is ready.
+// Use      reset with a text below 1 GiB, which must stay valid until the next reset; then look up trimmed names.
+//          Results are views of the text or the index, valid until the next reset or look-up.
+// Threads  one at a time, since look-ups prepare.
+// Failure  std::bad_alloc may be thrown; the next look-up starts again from the text.
 class IniIndex {
 public:
     void reset(std::string_view text) noexcept;
 
-    // The value of the first line of key in the first section of that name that holds it, up to its first NUL; none
-    // when there is no such line. A key without = has an empty value.
+    // The value of the first line of key in the first section of that name that has the key, up to its first NUL, or
+    // nothing. A key without = has an empty value.
     std::optional<std::string_view> value(std::string_view section, std::string_view key);
 
-    // The keys of all sections of that name, each once and ended with NUL, in the file's order and spelling; none when
-    // there is no such section.
+    // The keys of all sections of that name, each once and ended with NUL, in the file's order and spelling; nothing
+    // for an absent section.
     std::optional<std::string_view> keys(std::string_view section);
 
     // The names of all sections, as keys lists them.
@@ -95,7 +62,7 @@ private:
         std::uint32_t nameLength = 0;
         std::uint32_t firstBody = 0;
         std::uint32_t lastBody = 0;
-        std::uint32_t firstKey = kNotYet;  // its keys stand in keys_ one after another
+        std::uint32_t firstKey = kNotYet;  // its keys are consecutive in keys_
         std::uint32_t keyCount = 0;
         std::uint32_t keysWithAt = 0;
         std::uint32_t list = kNotYet;  // in lists_
@@ -109,7 +76,7 @@ private:
         std::uint32_t section = 0;  // in sections_
     };
     struct Prepared {
-        Section* section = nullptr;  // null when there is no such section
+        Section* section = nullptr;  // null for an absent section
         bool isNew = false;          // its keys were not prepared before
     };
 

@@ -1,4 +1,4 @@
-// Splits a text into lines and says what each one is.
+// Splits a text into lines and classifies them.
 #include "jxutl/ini/ini_line.h"
 
 #include "rules/names.h"
@@ -37,7 +37,7 @@ void setEntry(JxIniPiece& piece, std::string_view line) {
     piece.valueLength = entry.value.size();
 }
 
-// Fills in what a line is; the piece comes as JxIniOther.
+// Sets the piece's kind, name and value from its line; the piece comes as JxIniOther.
 void classify(JxIniPiece& piece, std::string_view line) {
     const std::string_view content = withoutLeadingBlanks(line);
     if (content.empty())

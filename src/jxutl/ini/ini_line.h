@@ -1,10 +1,10 @@
-// The lines of an INI text: what each one is, its name and value.
+// The lines of an INI text: their kinds, names and values.
 //
-// Blanks are space and tab. A line ends with LF, and a CR directly before that LF or at the end of the text belongs to
-// the line end; every other CR, every NUL and every stray byte is content. Any bytes are an INI text.
+// Blanks are space and tab. A line ends with LF; a CR directly before it, or at the end of the text, belongs to the
+// line end. Every other byte is content: any bytes are an INI text.
 //
-// A name that is empty or holds a NUL is no name a program could ask for: such a section or key stays in the file, is
-// on no list and answers no look-up. A value that holds a NUL ends there for a reader of texts.
+// A section or key whose name is empty or holds a NUL stays in the file, but is not listed and not found. A value that
+// holds a NUL is read up to it.
 #pragma once
 
 #include <cstddef>
@@ -18,8 +18,8 @@ namespace jx::ini {
 
 inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-// The section name of a line without its line end: from [ to the last ] before a comment. A view with a null data()
-// when the line is no section header, also when it is never closed.
+// The section name of a line without its line end: from [ to the last ] before a comment. Its data() is null when the
+// line is not a section header or has no ].
 std::string_view headerName(std::string_view line);
 
 // Entry: a line that holds a key. The key without = has no value: value.data() is null.
@@ -28,8 +28,8 @@ struct Entry {
     std::string_view value;
 };
 
-// The key and value of a line without its line end that begins no comment and no section; both are views of it. A key
-// with a null data() when nothing stands before the = or in the line.
+// The key and value of a line without its line end that is neither a comment nor a header; both are views of it. The
+// key's data() is null when the line is blank or begins with =.
 Entry entryOf(std::string_view line);
 
 // Where the line that begins at begin ends: after its LF, or at the end of the text.

@@ -1,4 +1,4 @@
-// Asks the environment and the account where the user's files are.
+// Finds the user's files through the environment and the account.
 #include "jxutl/ini/ini_location.h"
 
 #include <pwd.h>
@@ -10,6 +10,8 @@
 #include <cstring>
 #include <string_view>
 #include <vector>
+
+#include "rules/sections.h"
 
 namespace jx::ini {
 
@@ -23,13 +25,13 @@ struct UsersFile {
     int number;
 };
 
-constexpr UsersFile kDataSources{kDataSourceFile, "ODBCINI", false, 0};
-constexpr UsersFile kDrivers{kDriverFile, "ODBCINSTINI", true, 1};
+constexpr UsersFile kDataSources{rules::kDataSourceFile, "ODBCINI", false, 0};
+constexpr UsersFile kDrivers{rules::kDriverFile, "ODBCINSTINI", true, 1};
 
-// Home directories of accounts are short; an entry of the account list that is longer than this is damaged.
+// An entry of the account list longer than this is damaged.
 constexpr std::size_t kLongestAccount = std::size_t{1} << 20;
 
-// Release builds unroll it; it takes half the time of a call of strcmp then.
+// Release builds unroll it; it then takes half the time of strcmp.
 template <std::size_t sizeWithNul>
 bool isText(const char* text, const char (&name)[sizeWithNul]) {
     for (std::size_t at = 0; at < sizeWithNul; ++at)
@@ -39,12 +41,12 @@ bool isText(const char* text, const char (&name)[sizeWithNul]) {
 }
 
 const UsersFile* usersFile(const char* file) {
-    if (isText(file, kDataSourceFile))
+    if (isText(file, rules::kDataSourceFile))
         return &kDataSources;
-    return isText(file, kDriverFile) ? &kDrivers : nullptr;
+    return isText(file, rules::kDriverFile) ? &kDrivers : nullptr;
 }
 
-// A variable that is set and not empty. In a program with raised rights whoever started it must not choose its files.
+// A variable that is set and not empty; null in a program with raised rights, whose files the caller must not choose.
 const char* trustedVariable(const char* name) {
     const char* value = secure_getenv(name);
     return value != nullptr && *value != '\0' ? value : nullptr;
@@ -58,13 +60,12 @@ const char* valueOf(const char* variable, std::string_view name) {
     return *variable == '=' ? variable + 1 : nullptr;
 }
 
-// Once the C library has told this program a variable, it is one whose environment counts.
+// Set once secure_getenv returned a variable: this program has no raised rights.
 std::atomic<bool> isEnvironmentTrusted = false;
 
-// HOME as trustedVariable tells it, in an environment that does not hold other; null when it does, or when there is no
-// such HOME. A read of an unchanged file spends most of its time outside the kernel here, and one pass takes two thirds
-// of what two calls of getenv take. It goes over the C library's environment: a program may have an environ of its own
-// that setenv does not know.
+// HOME as trustedVariable returns it; null without it, and when the environment holds other. Outside the kernel a read
+// of an unchanged file spends most of its time here, and one pass takes two thirds of the time of two calls of getenv.
+// __environ is the C library's own: a program may define another environ, which setenv does not change.
 const char* homeWithout(std::string_view other) {
     if (__environ == nullptr)
         return nullptr;
@@ -87,8 +88,8 @@ const char* homeWithout(std::string_view other) {
     return home;
 }
 
-// The home directory of the account whose rights the program has: with raised rights, the files of the user who started
-// it would be his choice as much as his environment. Empty, with errno set, when there is none.
+// The home directory of the effective user: a program with raised rights must not use files of the user who started it.
+// Empty, with errno set, when there is none.
 std::string accountHome() {
     std::vector<char> room(1024);
     passwd account{};
@@ -148,7 +149,7 @@ IniLocator::Found IniLocator::find(const char* file) {
     }
     Place& place = places_[known->number];
     if (std::strcmp(place.home.c_str(), home) != 0) {
-        place.home.clear();  // should memory run short in between, the path is not taken for another home's
+        place.home.clear();  // if memory runs short below, the old path is not used for the new home
         join(place.path, home, known->name);
         place.home = home;
         place.number = ++numbersGiven_;

@@ -1,4 +1,4 @@
-// Which path a file name stands for.
+// The path for a file name.
 #pragma once
 
 #include <cstdint>
@@ -6,25 +6,21 @@
 
 namespace jx::ini {
 
-// The names that mean the user's own files.
-inline constexpr char kDataSourceFile[] = ".odbc.ini";
-inline constexpr char kDriverFile[] = ".odbcinst.ini";
-
-// IniLocation: a path, and the mode a new file there gets. A path is empty when there is none (errno tells why).
+// IniLocation: a path, and which mode a new file there gets. An empty path is a failure with errno set.
 struct IniLocation {
     std::string path;
     bool shared = false;  // the place ODBCINSTINI names: 0666 less the umask instead of 0600
 };
 
-// Finds the user's files through ODBCINI, ODBCINSTINI, HOME and the account, read at each call; in a program with
-// raised rights only the account counts. Every other name is its own path.
+// The user's two files through ODBCINI, ODBCINSTINI, HOME and the account, read at each call; in a program with raised
+// rights through the account only. Every other name is its own path.
 IniLocation locate(const char* file);
 
-// A file name as a program spelled it, never special.
+// The name as its own path; no name is special.
 IniLocation locateAsSpelled(const char* file);
 
-// IniLocator: locate for the path of frequent reads, which mostly finds what it found before. It asks at each call like
-// locate and only spares itself putting the path together again.
+// IniLocator: locate for frequent reads. It reads the environment at each call too, but keeps the path while HOME stays
+// the same.
 // Threads  one at a time.
 class IniLocator {
 public:

@@ -11,7 +11,7 @@ constexpr bool beginsKey(char character) {
     return character != '[' && character != '=' && !rules::beginsComment(character);
 }
 
-// The first byte from begin on that is no blank. Every line ends, so there is one, unless the text ends in blanks.
+// The first byte from begin on that is not a blank, or the end of the text.
 std::size_t afterBlanks(std::string_view text, std::size_t begin) {
     while (begin < text.size() && rules::isBlank(text[begin]))
         ++begin;
@@ -29,7 +29,7 @@ SectionWalk::SectionWalk(std::string_view text)
     findHeader(start_);
 }
 
-// Whether there is nothing but blanks before the byte in its line.
+// Whether only blanks are before the byte in its line.
 bool SectionWalk::beginsLine(std::size_t at) const {
     while (at > start_ && rules::isBlank(text_[at - 1]))
         --at;
@@ -44,7 +44,7 @@ std::size_t SectionWalk::findOpening(std::size_t from) const {
     return open;
 }
 
-// Reads the header at an opening; false when it is never closed.
+// Reads the header at an opening [; false when the line has no ].
 bool SectionWalk::readHeader(std::size_t open) {
     const std::size_t end = lineEndAfter(text_, open);
     following_.name = headerName(withoutLineEnd(text_.substr(open, end - open)));
@@ -77,8 +77,8 @@ bool SectionWalk::nextNamed(std::string_view name) {
         return false;
     if (rules::sameName(following_.name, name))
         return next();
-    // Only headers that begin with the name are read, and the one after it. The name is compared first: nearly always
-    // it differs, and then it does not matter where the [ stands.
+    // Only headers that begin with the name are read, and the one after. The name is compared first, since it nearly
+    // always differs.
     for (std::size_t open = text_.find('[', following_.end); open != std::string_view::npos;
          open = text_.find('[', open + 1)) {
         const std::string_view rest = text_.substr(afterBlanks(text_, open + 1));

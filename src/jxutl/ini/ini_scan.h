@@ -1,4 +1,4 @@
-// Finding sections and keys in a text without looking at every line.
+// Finds sections and keys in a text without splitting it into lines.
 #pragma once
 
 #include <cstddef>
@@ -9,15 +9,15 @@
 namespace jx::ini {
 
 // SectionWalk: the sections of a text one after another, from header to header. The text must outlive the walk.
-// Use      while (walk.next()) or while (walk.nextNamed(name)), then the four questions.
+// Use      while (walk.next()) or while (walk.nextNamed(name)); then read the section's name and places.
 class SectionWalk {
 public:
     explicit SectionWalk(std::string_view text);
 
-    // Goes to the next section (the first at first); false when there is none.
+    // Goes to the first or next section; false after the last.
     bool next();
 
-    // The same for sections of that name; the name must be one that can be asked for.
+    // The same for sections of that name, which must not be empty or hold a NUL.
     bool nextNamed(std::string_view name);
 
     std::string_view name() const { return current_.name; }
@@ -40,10 +40,10 @@ private:
     std::string_view text_;
     std::size_t start_ = 0;  // after the byte order mark
     Header current_;
-    Header following_;  // with a null name.data() when there is none
+    Header following_;  // name.data() is null after the last
 };
 
-// EntryLine: one line that holds a key. entry.key has a null data() when there is none.
+// EntryLine: one line that holds a key; false when none was found.
 struct EntryLine {
     std::size_t begin = 0;
     std::size_t end = 0;
@@ -52,7 +52,7 @@ struct EntryLine {
     explicit operator bool() const { return entry.key.data() != nullptr; }
 };
 
-// The first line of key between begin, where a line begins, and end, where one ends; no header lies between.
+// The first line of key between begin, where a line begins, and end, where one ends; there must be no header between.
 EntryLine findEntry(std::string_view text, std::size_t begin, std::size_t end, std::string_view key);
 
 // The first line between begin and end that holds any key.

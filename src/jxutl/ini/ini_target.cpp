@@ -12,7 +12,7 @@ namespace jx::ini {
 
 namespace {
 
-// As many links as the system itself follows in one path.
+// As many links as the kernel follows in one path.
 constexpr int kMostLinks = 40;
 
 bool fail(JxIniStep step, const std::string& path, int error) {
@@ -20,7 +20,7 @@ bool fail(JxIniStep step, const std::string& path, int error) {
     return false;
 }
 
-// Replaces path, which is a symbolic link, by where it leads.
+// Replaces path, which is a symbolic link, by its target.
 bool followOne(std::string& path) {
     std::array<char, PATH_MAX> room;
     const ssize_t length = files().readLink(path.c_str(), room);

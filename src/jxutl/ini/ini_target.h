@@ -1,13 +1,13 @@
-// The file that a change of an INI file really replaces.
+// The file that a change replaces: the one that symbolic links lead to.
 #pragma once
 
 #include <string>
 
 namespace jx::ini {
 
-// Follows the symbolic links that path ends in, so that each of them stays a link: target becomes the path of a regular
-// file or of no file at all (also where a dangling link points). Every other thing is refused without being opened: a
-// directory, a FIFO, a device, more than 40 links one after another. False then, noted as the thread's failure.
+// Follows the symbolic links at the end of path: target becomes the path of a regular file, or of a file that does not
+// exist yet (a dangling link's too). False, noted as the thread's failure, for a directory, FIFO or device, none of
+// which is opened, and for a chain of more than 40 links.
 bool findTarget(const std::string& path, std::string& target);
 
 // The directory that holds path, "." for a bare name.

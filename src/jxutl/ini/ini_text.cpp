@@ -1,4 +1,4 @@
-// Edits of one text: where a change goes, and what it leaves alone.
+// Edits one text.
 #include "jxutl/ini/ini_text.h"
 
 #include <cstddef>
@@ -43,8 +43,8 @@ std::size_t lineBefore(std::string_view text, std::size_t end) {
     return feed == std::string_view::npos ? 0 : feed + 1;
 }
 
-// The line end for a new line after the one that ends at end: that line's own, or the last one above it. A CR at the
-// end of the text is the first half of its own.
+// The line end for a new line after the one that ends at end: that of this line, or the last one above. A CR at the end
+// of the text is half a CRLF.
 std::string_view lineEndAt(std::string_view text, std::size_t end) {
     if (end > 0 && text[end - 1] == '\r')
         return "\r\n";
@@ -61,7 +61,7 @@ std::string_view missingLineEnd(std::string_view text, std::string_view lineEnd)
     return text.back() == '\r' ? "\n" : lineEnd;
 }
 
-// Where the comment block directly above a header begins; the header's own line when there is none.
+// Where the comment block directly above a header begins; without comments, where the header's line begins.
 std::size_t commentBlockAbove(std::string_view text, std::size_t body, std::size_t header) {
     std::size_t begin = header;
     while (begin > body) {

@@ -7,19 +7,19 @@
 
 namespace jx::ini {
 
-// What an edit did. refused: the arguments could not be stored so that a read gives them back as the same place.
+// What an edit did. refused: a read could not give the arguments back from the file.
 enum class Edit { unchanged, changed, refused };
 
-// IniText: the bytes of a file, edited by spans: whatever an edit does not address stays byte for byte.
-// Use      construct with a file's bytes (any bytes), apply edits, take bytes().
-// Failure  an edit that is refused changes nothing; std::bad_alloc may be thrown and leaves the text as it was.
+// IniText: the bytes of a file. An edit changes only the lines it is about; all others stay byte for byte.
+// Use      construct with a file's bytes (any bytes), apply edits, read bytes().
+// Failure  a refused edit changes nothing; std::bad_alloc may be thrown and leaves the text as it was.
 class IniText {
 public:
     explicit IniText(std::string bytes) : bytes_(std::move(bytes)) {}
 
     const std::string& bytes() const { return bytes_; }
 
-    // The meaning of a profile write: null value deletes the key, null key the section; arguments are trimmed.
+    // As a profile write: a null value deletes the key, a null key the section; arguments are trimmed.
     Edit apply(const char* section, const char* key, const char* value);
 
 private:

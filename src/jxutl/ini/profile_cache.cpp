@@ -1,4 +1,4 @@
-// Keeps files while their stamps vouch for them.
+// Keeps files until their stamps change.
 #include "jxutl/ini/profile_cache.h"
 
 #include <algorithm>
@@ -6,14 +6,13 @@
 #include <utility>
 
 #include "jxutl/ini/file_ops.h"
-#include "jxutl/ini/uninterrupted.h"
 #include "jxutl/thread/failure.h"
 
 namespace jx::ini {
 
 namespace {
 
-// The state of a regular file; false, noted, when there is none.
+// The state of a regular file; false, with success or a failure noted, when there is none.
 bool look(const std::string& path, struct stat& state) {
     if (uninterrupted([&] { return files().lookAt(path.c_str(), &state); }) != 0) {
         if (isAbsence(errno))
@@ -73,7 +72,7 @@ ProfileCache::File& ProfileCache::fileAt(const std::string& path) {
     return file;
 }
 
-// An empty place: a new one, or that of the file read longest ago, whose memory goes.
+// An empty place: a new one, or that of the least recently read file, which is released.
 ProfileCache::File& ProfileCache::placeForAnother() {
     auto empty = std::make_unique<File>();
     if (files_.size() < kMostFiles) {

@@ -1,4 +1,4 @@
-// The files a thread has read, kept for as long as they have not changed.
+// The files a thread has read, kept until they change.
 #pragma once
 
 #include <cstddef>
@@ -15,27 +15,26 @@
 
 namespace jx::ini {
 
-// ProfileCache: up to kMostFiles files, the least recently read one making place for another.
-// Use      read for each look-up; what it returns is the file's state at that call, as one stat() tells it. Nobody
-// needs
-//          to tell the cache of a change: while a change could hide in the file's times, it reads again.
+// ProfileCache: up to kMostFiles files; another one replaces the least recently read.
+// Use      read for each look-up; it makes one stat() and gives the file's state at that call. It reads the file again
+//          as long as its times are too new to show every change.
 // Threads  each thread has its own.
-// Failure  read returns null and notes the failure; an absent file is none, and notes success. std::bad_alloc may be
-//          thrown and leaves the cache in order.
-// Not seen a change that leaves size and times as they were, which only a clock that was set back, a write through mmap
-//          that the kernel has not noticed yet, or a network file system brings about.
+// Failure  read returns null and notes the failure; an absent file is not a failure. std::bad_alloc may be thrown and
+//          leaves the cache in order.
+// Not seen changes that leave size and times as they were: after a clock was set back, by a write through mmap that the
+//          kernel has not noticed yet, or on a network file system.
 class ProfileCache {
 public:
     static constexpr std::size_t kMostFiles = 12;
 
-    // With the place where the thread's failure is kept, success is noted only where that is something new.
+    // kept is the thread's failure, or null; with it, success is noted only after a failure.
     explicit ProfileCache(const Failure* kept = nullptr) : kept_(kept) {}
 
-    // The index of the file at path; null when there is no regular file to read. Valid until the next read. A number
-    // that is not 0 stands for that path at every read, and spares comparing it.
+    // The index of the file at path, valid until the next read; null when there is no regular file to read. A number
+    // that is not 0 always means the same path, so paths are not compared.
     IniIndex* read(const std::string& path, std::uint64_t number = 0);
 
-    // Finds the paths of the files that programs name.
+    // Finds the paths for file names.
     IniLocator& locator() { return locator_; }
 
     // The bytes that texts and indexes take.
@@ -61,11 +60,10 @@ private:
     const Failure* kept_;
 };
 
-// A cache for a thread that has none; as for threadCache.
+// Makes the calling thread's cache; failure as below.
 ProfileCache* newThreadCache();
 
-// The calling thread's cache; null when memory is too short for what is kept for a thread. std::bad_alloc may be
-// thrown.
+// The calling thread's cache; null when there is no memory for the thread's data. std::bad_alloc may be thrown.
 inline ProfileCache* threadCache() {
     const ThreadData* data = existingThreadData();
     return data != nullptr && data->profiles != nullptr ? data->profiles.get() : newThreadCache();

@@ -1,12 +1,12 @@
-// What jxPrivateProfileInit hands out.
+// The object that jxPrivateProfileInit makes.
 #pragma once
 
 #include <string>
 
 #include <jxprofile.h>
 
-// JxIniFileCache: the name of one file as the program spelled it. The text is kept where every read of the thread keeps
-// it; a read or write through this object is one of the file of that name.
+// JxIniFileCache: the name of one file, as the program spelled it. It caches nothing: reads use the thread's
+// ProfileCache.
 struct JxIniFileCache {
     std::string file;
 };

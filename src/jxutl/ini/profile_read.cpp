@@ -1,4 +1,4 @@
-// The profile calls that read.
+// Profile reads, and whether the last one failed.
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -29,7 +29,7 @@ const char* asText(const unsigned char* text) {
     return reinterpret_cast<const char*>(text);
 }
 
-// Copies what fits and ends it with NUL; the number of bytes before that.
+// Copies what fits and a NUL; returns the number of bytes before it.
 int place(const Target& target, std::string_view text) {
     const std::size_t length = std::min(text.size(), target.size - 1);
     if (length > 0)
@@ -38,7 +38,7 @@ int place(const Target& target, std::string_view text) {
     return static_cast<int>(length);
 }
 
-// One question: null section or key asks for the list.
+// One look-up; a null section or key means the list.
 struct Question {
     const unsigned char* section;
     const unsigned char* key;
@@ -75,7 +75,7 @@ int answerFrom(ProfileCache& cache, const Target& target, const Question& questi
     return index != nullptr ? answer(target, question, *index) : placeFallback(target, question);
 }
 
-// For a thread for which nothing can be kept. Out of line: other reads need not make room for a cache on their stack.
+// For a thread without data. Out of line, so that other reads have no cache on their stack.
 template <class Find>
 [[gnu::noinline]] int answerOnce(const Target& target, const Question& question, Find find) {
     ProfileCache once;
@@ -118,17 +118,6 @@ int jxGetPrivateProfileString(const unsigned char* section, const unsigned char*
     });
 }
 
-JxIniFileCache* jxPrivateProfileInit(const unsigned char* file) {
-    if (file == nullptr)
-        return nullptr;
-    try {
-        return new JxIniFileCache{jx::ini::asText(file)};
-    } catch (const std::bad_alloc&) {
-        jx::ini::noteFailure(JxIniStepMemory, jx::ini::asText(file), ENOMEM);
-        return nullptr;
-    }
-}
-
-void jxPrivateProfileTerm(JxIniFileCache* cache) {
-    delete cache;
+int jxProfileReadFailed(void) {
+    return jx::ini::lastFailure().step != JxIniStepNone ? 1 : 0;
 }

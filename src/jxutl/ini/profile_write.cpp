@@ -1,4 +1,4 @@
-// The profile calls that write.
+// Profile writes.
 #include <cerrno>
 #include <new>
 #include <string>
@@ -30,7 +30,7 @@ struct Request {
     ini::Edit applyTo(ini::IniText& text) const { return text.apply(section, key, value); }
 };
 
-// What the arguments alone decide, without a look at the file.
+// What the arguments decide without the file.
 enum class Verdict { dependsOnFile, storesNothing, refused };
 
 Verdict judge(const Request& request) {
@@ -49,25 +49,25 @@ bool isFull(int error) {
     return error == ENOSPC || error == EDQUOT;
 }
 
-// Where no turn could be taken because nobody may write there, the disk is full or there is no such directory, whoever
-// asks for what is there already still has it. The failure of the turn stays noted unless that is so.
-bool needsNoTurn(const Request& request, const ini::IniLocation& where) {
-    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the look below may note another
-    const ini::Failure noTurn = ini::lastFailure();
-    const int error = noTurn.error;
-    if (noTurn.step != JxIniStepTurn || !(isForbidden(error) || isFull(error) || ini::isAbsence(error)))
+// If the file cannot be locked for want of rights, space or the directory, a write that would change nothing still
+// succeeds. Otherwise the failure to lock stays noted.
+bool isStoredAlready(const Request& request, const ini::IniLocation& where) {
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the preview below may note another
+    const ini::Failure notLocked = ini::lastFailure();
+    const int error = notLocked.error;
+    if (notLocked.step != JxIniStepLock || !(isForbidden(error) || isFull(error) || ini::isAbsence(error)))
         return false;
-    ini::IniChange look;
-    if (look.preview(where) && look.apply(request.section, request.key, request.value) == ini::Edit::unchanged)
+    ini::IniChange preview;
+    if (preview.preview(where) && preview.apply(request.section, request.key, request.value) == ini::Edit::unchanged)
         return true;
-    ini::noteFailure(noTurn);
+    ini::noteFailure(notLocked);
     return false;
 }
 
 bool change(const Request& request, const ini::IniLocation& where) {
     ini::IniChange change;
     if (!change.begin(where))
-        return needsNoTurn(request, where);
+        return isStoredAlready(request, where);
     return change.apply(request.section, request.key, request.value) != ini::Edit::refused && change.commit();
 }
 
@@ -77,7 +77,7 @@ bool write(const Request& request, const char* file, Locate locate) {
         case Verdict::refused:
             ini::noteRefusal(locate(file).path, request.section, request.key, request.value);
             return false;
-        // Deliberate: an empty key name stores nothing and succeeds; programs rely on it to leave the file alone.
+        // Deliberate: an empty key stores nothing and succeeds; programs rely on it.
         case Verdict::storesNothing:
             return true;
         case Verdict::dependsOnFile:
@@ -87,7 +87,7 @@ bool write(const Request& request, const char* file, Locate locate) {
 }
 
 template <typename Locate>
-int writeOrTell(const Request& request, const char* file, Locate locate) {
+int writeAndNote(const Request& request, const char* file, Locate locate) {
     if (file == nullptr || *file == '\0') {
         ini::noteFailure(JxIniStepLocate, {}, EINVAL);
         return 0;
@@ -107,11 +107,11 @@ int writeOrTell(const Request& request, const char* file, Locate locate) {
 
 int jxWritePrivateProfileString(const unsigned char* section, const unsigned char* key, const unsigned char* value,
                                 const unsigned char* file) {
-    return writeOrTell({asText(section), asText(key), asText(value)}, asText(file), ini::locate);
+    return writeAndNote({asText(section), asText(key), asText(value)}, asText(file), ini::locate);
 }
 
 int jxWritePrivateProfileString(const unsigned char* section, const unsigned char* key, const unsigned char* value,
                                 JxIniFileCache* cache) {
     const char* file = cache == nullptr ? nullptr : cache->file.c_str();
-    return writeOrTell({asText(section), asText(key), asText(value)}, file, ini::locateAsSpelled);
+    return writeAndNote({asText(section), asText(key), asText(value)}, file, ini::locateAsSpelled);
 }

@@ -1,4 +1,4 @@
-// Reads a file whole.
+// Reads a whole file.
 #include "jxutl/ini/whole_file.h"
 
 #include <fcntl.h>
@@ -8,7 +8,6 @@
 
 #include "jxutl/ini/descriptor.h"
 #include "jxutl/ini/file_ops.h"
-#include "jxutl/ini/uninterrupted.h"
 #include "jxutl/thread/failure.h"
 
 namespace jx::ini {
@@ -20,10 +19,10 @@ Whole fail(JxIniStep step, const std::string& path, int error) {
     return Whole::failed;
 }
 
-// Room for a few more lines: an edit need not move a long text.
+// Room for a few more lines, so that an edit does not move a long text.
 constexpr std::size_t kRoomForEdits = 4096;
 
-// Until the end, wherever it is by then: a program that edits in place may still be at work.
+// Reads to the end, which may have moved: a program may be editing the file in place.
 Whole readAll(int fd, const std::string& path, std::size_t expected, std::string& bytes) {
     bytes.reserve(expected + kRoomForEdits);
     bytes.resize(expected + 1);

@@ -1,4 +1,4 @@
-// A file's bytes, read at once.
+// All bytes of a file.
 #pragma once
 
 #include <sys/stat.h>
@@ -13,8 +13,8 @@ inline constexpr std::size_t kTooManyBytes = std::size_t{1} << 30;
 
 enum class Whole { read, absent, failed };
 
-// Reads the regular file at path, which must not be a symbolic link, and its state. It never waits: what a FIFO or a
-// device is shows before anything is read. failed is noted as the thread's failure; std::bad_alloc may be thrown.
+// Reads the regular file at path, which must not be a symbolic link, and its state. It never waits: a FIFO or device is
+// refused before anything is read. failed is noted as the thread's failure; std::bad_alloc may be thrown.
 Whole readWhole(const std::string& path, std::string& bytes, struct stat& state);
 
 }  // namespace jx::ini

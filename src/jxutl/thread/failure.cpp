@@ -12,7 +12,7 @@ namespace jx::ini {
 
 namespace {
 
-// Where not even a failure can be kept, that is the failure.
+// The failure when there is no memory to keep one.
 const Failure kNoMemoryToNote{JxIniStepMemory, {}, ENOMEM, false};
 
 const char* verb(JxIniStep step) {
@@ -20,9 +20,9 @@ const char* verb(JxIniStep step) {
         case JxIniStepNone:
             return "";
         case JxIniStepArgument:
-            return "store that in";
+            return "change";
         case JxIniStepMemory:
-            return "find memory for";
+            return "process";
         case JxIniStepLocate:
             return "find";
         case JxIniStepLook:
@@ -31,7 +31,7 @@ const char* verb(JxIniStep step) {
             return "open";
         case JxIniStepRead:
             return "read";
-        case JxIniStepTurn:
+        case JxIniStepLock:
             return "lock";
         case JxIniStepEmpty:
             return "empty";
@@ -70,8 +70,8 @@ std::string refusalSentence(const char* section, const char* key, const char* va
 
 // In English whatever the locale.
 std::string reason(const Failure& failure) {
-    if (failure.step == JxIniStepTurn && failure.error == ETIMEDOUT)
-        return "another program held it all the time";
+    if (failure.step == JxIniStepLock && failure.error == ETIMEDOUT)
+        return "another writer kept it locked for 10 seconds";
     const char* words = strerrordesc_np(failure.error);
     return words != nullptr ? words : "error " + std::to_string(failure.error);
 }

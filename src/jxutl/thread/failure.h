@@ -10,7 +10,7 @@
 namespace jx::ini {
 
 // Failure: step, file and errno of a failed call. afterRename: the new text was already in place. refused: which text
-// could not be stored and why, as a sentence without its end.
+// could not be stored and why, as the end of a sentence.
 struct Failure {
     JxIniStep step = JxIniStepNone;
     std::string path;
@@ -19,11 +19,11 @@ struct Failure {
     std::string refused{};
 };
 
-// Keep a failure for the calling thread, or note success. Noting never throws: when memory is short the path is empty.
+// Set the calling thread's failure, or success. When memory is short the path is empty.
 void noteFailure(JxIniStep step, std::string_view path, int error, bool afterRename = false) noexcept;
 void noteFailure(const Failure& failure) noexcept;
 
-// Keeps that a write of these arguments was refused for the file at path.
+// Sets that a write of these arguments to the file at path was refused.
 void noteRefusal(std::string_view path, const char* section, const char* key, const char* value) noexcept;
 
 void noteSuccess() noexcept;

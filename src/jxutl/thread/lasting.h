@@ -3,9 +3,9 @@
 
 namespace jx {
 
-// Lasting: process-wide state that other threads, and clean-up that runs at exit, may still use while the program ends.
-// Use      constinit jx::Lasting<T> name; then name.object. T starts as its default constructor leaves it.
-// Promise  what T owns at the end is given back by the end of the process alone.
+// Lasting: process-wide state that other threads and exit handlers may still use while the program ends.
+// Use      constinit jx::Lasting<T> name; then name.object. T is default-constructed.
+// Memory   what T owns at the end is released by the end of the process only.
 template <class T>
 union Lasting {
     T object;

@@ -19,41 +19,42 @@ namespace dialog {
 class Desk;
 }
 
-// ThreadData: one thread's own data, made when it is first needed and released when the thread ends.
-// Why not  thread_local: where that lives in a library that is loaded late, the first use in a thread allocates behind
-//          our back and ends the program when memory is short.
+// ThreadData: one thread's data, made when it is first needed and released when the thread ends.
+// Why not  thread_local: in a library that is loaded late its first use in a thread allocates, and ends the program
+// when
+//          memory is short.
 struct ThreadData {
     std::unique_ptr<JxList> errors;
     std::string loadError;
     int taskDepth = 0;
     ini::Failure storeFailure;
-    std::shared_ptr<ini::ProfileCache> profiles;  // shared_ptr, so that only its maker needs to know it
+    std::shared_ptr<ini::ProfileCache> profiles;  // shared_ptr: the type need not be complete here
     std::shared_ptr<dialog::Desk> desk;           // likewise
 };
 
-// Where a thread finds its data; the key is there from the first data on.
+// The key of the threads' data; it exists from the first data on.
 namespace thread_key {
 extern pthread_key_t key;
 extern std::atomic<bool> isMade;
 }  // namespace thread_key
 
-// The calling thread's data, null when it has none yet. Inline: nearly every call begins with it.
+// The calling thread's data, or null before it has any. Inline: nearly every call begins with it.
 inline ThreadData* existingThreadData() {
     if (!thread_key::isMade.load(std::memory_order_acquire))
         return nullptr;
     return static_cast<ThreadData*>(pthread_getspecific(thread_key::key));
 }
 
-// Data for a thread that has none; null when memory is short.
+// Makes the calling thread's data; null when memory is short.
 ThreadData* newThreadData();
 
-// The calling thread's data, made now if need be; null when memory is short.
+// The calling thread's data, made now if necessary; null when memory is short.
 inline ThreadData* threadData() {
     ThreadData* known = existingThreadData();
     return known != nullptr ? known : newThreadData();
 }
 
-// The calling thread's list of errors, made now if need be; null when memory is short.
+// The calling thread's list of errors, made now if necessary; null when memory is short.
 JxList* threadErrors();
 
 }  // namespace jx

@@ -1,6 +1,7 @@
 // The additions to boxes and lists.
 #include "odbcadmin/assist/assistant.h"
 
+#include <control_ids.h>
 #include <dlfcn.h>
 #include <jxfiles.h>
 #include <odbcinst.h>
@@ -8,8 +9,8 @@
 #include <algorithm>
 #include <string_view>
 
-#include "odbcadmin/assist/dialogs.h"
 #include "odbcadmin/assist/driver_form.h"
+#include "odbcadmin/model/comparison.h"
 
 namespace jx::assist {
 
@@ -45,7 +46,10 @@ std::string rowAt(HWND dialog, unsigned short list, int row) {
 }
 
 void refresh(HWND dialog, unsigned short list, unsigned short button) {
-    std::vector<std::string> missing = namesIn(INS_ODBCINST_FILENAME, INS_ODBCINI_DRIVERS);
+    std::vector<std::string> missing;
+    for (const model::Registered& driver : model::Configuration::read().drivers())
+        if (driver.listed)
+            missing.push_back(driver.name);
     for (int row = JXW_SendDlgItemMessage(dialog, list, LB_GETCOUNT, 0, 0) - 1; row >= 0; --row) {
         if (std::erase(missing, rowAt(dialog, list, row)) == 0)
             JXW_SendDlgItemMessage(dialog, list, LB_DELETESTRING, row, 0);
@@ -56,6 +60,24 @@ void refresh(HWND dialog, unsigned short list, unsigned short button) {
     if (!isEmpty && JXW_SendDlgItemMessage(dialog, list, LB_GETCURSEL, 0, 0) < 0)
         JXW_SendDlgItemMessage(dialog, list, LB_SETCURSEL, 0, 0);
     JXW_EnableWindow(JXW_GetDlgItem(dialog, button), isEmpty ? 0 : 1);
+}
+
+std::string enteredOf(const char* kind, const std::vector<model::Compared>& entries) {
+    using Status = model::Compared::Status;
+    std::string names;
+    for (const model::Compared& each : entries)
+        if (each.status != Status::unchanged)
+            names += (names.empty() ? "" : ", ") + each.name + (each.status == Status::changed ? " (changed)" : "");
+    return names.empty() ? "" : "\n" + std::string(kind) + ": " + names;
+}
+
+std::string enteredSince(const model::Configuration& before) {
+    const model::Configuration after = model::Configuration::read();
+    const std::string entered = enteredOf("Drivers", compareRegistered(model::kDriverKind, before, after)) +
+                                enteredOf("Translators", compareRegistered(model::kTranslatorKind, before, after)) +
+                                enteredOf("Data sources", compareDataSources(before, after));
+    return entered.empty() ? "Compared with before, nothing new is in your files."
+                           : "Your files show what was really entered:" + entered;
 }
 
 // The only driver there is needs no choosing.
@@ -77,7 +99,7 @@ void refreshDriverLists() {
 
 void Assistant::opened(HWND dialog) {
     if (isLibraryDialog(dialog, JxAddDriverDialog))
-        beforeScript_ = Inventory::take();
+        beforeScript_ = model::Configuration::read();
     else if (isLibraryDialog(dialog, JxAddDataSourceDialog))
         chooseOnly(dialog, JxAddDataSourceList);
 }
@@ -88,7 +110,7 @@ void Assistant::beforeAction() {
 
 std::string Assistant::boxText(const std::string& text) {
     if (beforeScript_ && text.starts_with(kInstallation))
-        return text + "\n\n" + tellEntered(*beforeScript_, Inventory::take());
+        return text + "\n\n" + enteredSince(*beforeScript_);
     const std::string sentence = loaderSentence();
     forgetLoaderSentence();
     if (sentence.empty() || text.find(sentence) != std::string::npos)

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "odbcadmin/assist/entries.h"
+#include "odbcadmin/model/configuration.h"
 
 namespace jx::assist {
 
@@ -33,7 +33,7 @@ public:
     void registerDriver(HWND owner);
 
 private:
-    std::optional<Inventory> beforeScript_;
+    std::optional<model::Configuration> beforeScript_;
 };
 
 // Brings the rows of open lists of drivers up to date with the file.

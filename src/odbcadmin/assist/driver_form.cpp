@@ -9,7 +9,9 @@
 #include <array>
 #include <cstdlib>
 
-#include "odbcadmin/assist/driver_entry.h"
+#include "odbcadmin/model/registration.h"
+#include "odbcadmin/trial/library_load.h"
+#include "rules/names.h"
 
 namespace jx::assist {
 
@@ -34,9 +36,7 @@ constexpr JxwTemplate kTemplates[] = {{kFormDialog, kTitle, 280, 104, kControls}
 std::string textOf(HWND dialog, unsigned short id) {
     std::array<char, 4096> text{};
     JXW_GetDlgItemText(dialog, id, text.data(), static_cast<int>(text.size()));
-    const std::string whole = text.data();
-    const std::size_t begin = whole.find_first_not_of(" \t");
-    return begin == std::string::npos ? "" : whole.substr(begin, whole.find_last_not_of(" \t") - begin + 1);
+    return std::string(rules::trimmed(text.data()));
 }
 
 unsigned int say(HWND dialog, const std::string& text, unsigned int style) {
@@ -44,39 +44,81 @@ unsigned int say(HWND dialog, const std::string& text, unsigned int style) {
                          reinterpret_cast<const unsigned char*>(kTitle), style);
 }
 
-std::string tryWithPatience(const DriverEntry& entry) {
+std::string sentence(const model::Reason& reason) {
+    return reason.fact + ". " + reason.advice;
+}
+
+std::string endText(const trial::LoadReport& report) {
+    using End = trial::LoadReport::End;
+    switch (report.end) {
+        case End::refused:
+            return "cannot be loaded. The loader says:\n" + report.sentence;
+        case End::crashed:
+            return "crashes when it is loaded: " + trial::signalText(report.code) + ".";
+        case End::exited:
+            return "ends the program that loads it, with code " + std::to_string(report.code) + ".";
+        case End::timedOut:
+            return "was not loaded within 10 seconds.";
+        case End::notStarted:
+            return "could not be tried: no process could be started.";
+        case End::loaded:
+            break;
+    }
+    return report.unloaded ? "" : "cannot be unloaded: " + report.unloadEnd + ".";
+}
+
+// What speaks against a library, as a sentence; empty when nothing does. It must have at least one of the functions.
+std::string troubleWith(const char* what, const std::string& path, const std::vector<std::string>& functions) {
+    if (path.empty())
+        return {};
+    const trial::LoadReport report = trial::tryLoading({path, functions});
+    std::string trouble = endText(report);
+    if (trouble.empty() && report.offered.empty())
+        trouble = "can be loaded, but has no function " + functions.front() + ": is it the right file?";
+    return trouble.empty() ? "" : std::string("The ") + what + " " + trouble + "\n\n";
+}
+
+std::string tryLibraries(const model::Registration& wish) {
     const unsigned int before = JXW_SetCursor(JXW_LoadCursor(0, kJxwWaitCursor));
-    std::string trouble = tryLibraries(entry);
+    const std::string trouble = troubleWith("driver's library", wish.library,
+                                            {"SQLConnect", "SQLConnectW", "SQLDriverConnect", "SQLDriverConnectW"}) +
+                                troubleWith("setup library", *wish.setup, {"ConfigDSN", "CONFIGDSN"});
     JXW_SetCursor(before);
     return trouble;
 }
 
 // Whether the user wants it entered after all that is said about it.
-bool isWanted(HWND dialog, const DriverEntry& entry) {
-    if (isRegistered(entry.name) &&
-        say(dialog, "A driver called " + entry.name + " is registered already. Replace its libraries?",
+bool isWanted(HWND dialog, const model::Configuration& configuration, const model::Registration& wish) {
+    if (configuration.driver(wish.name) &&
+        say(dialog, "A driver called " + wish.name + " is registered already. Replace its libraries?",
             MB_YESNO | MB_ICONQUESTION) != IDYES)
         return false;
-    const std::string trouble = tryWithPatience(entry);
+    const std::string trouble = tryLibraries(wish);
     return trouble.empty() ||
-           say(dialog, trouble + "\n\nRegister the driver all the same?", MB_YESNO | MB_ICONEXCLAMATION) == IDYES;
+           say(dialog, trouble + "Register the driver all the same?", MB_YESNO | MB_ICONEXCLAMATION) == IDYES;
 }
 
 void confirm(HWND dialog) {
-    const DriverEntry entry{textOf(dialog, kFormName), textOf(dialog, kFormLibrary), textOf(dialog, kFormSetup)};
-    const std::string why = whyNot(entry);
-    if (!why.empty()) {
-        say(dialog, why, MB_OK | MB_ICONEXCLAMATION);
+    const model::Registration wish{
+        textOf(dialog, kFormName), textOf(dialog, kFormLibrary), textOf(dialog, kFormSetup), {}};
+    const model::Configuration configuration = model::Configuration::read();
+    model::Reason why = model::whyNotRegister(configuration, model::kDriverKind, wish);
+    if (!why && wish.library.empty())
+        why = {model::Reason::Kind::incomplete, "The driver has no library",
+               "Name it, such as /usr/lib/odbc/libsqlite3odbc.so."};
+    if (why) {
+        say(dialog, sentence(why), MB_OK | MB_ICONEXCLAMATION);
         return;
     }
-    if (!isWanted(dialog, entry))
+    if (!isWanted(dialog, configuration, wish))
         return;
-    const std::string failure = enter(entry);
-    if (!failure.empty()) {
-        say(dialog, failure, MB_OK | MB_ICONSTOP);
+    const model::ChangeResult result =
+        model::registerEntry(configuration, model::kDriverKind, wish, model::WhenPresent::change, model::ChangeWay());
+    if (!result.isDone()) {
+        say(dialog, "The driver was not entered. " + sentence(result.reason), MB_OK | MB_ICONSTOP);
         return;
     }
-    say(dialog, entry.name + " is registered.\nNext: Add... in the Data Sources dialog makes a data source for it.",
+    say(dialog, wish.name + " is registered.\nNext: Add... in the Data Sources dialog makes a data source for it.",
         MB_OK);
     JXW_EndDialog(dialog, 1);
 }

@@ -1,15 +1,15 @@
 // The sentences of the help line and of the help page.
 #include "odbcadmin/assist/help.h"
 
+#include <control_ids.h>
 #include <jxtemplate.h>
 #include <odbcinst.h>
 
+#include <cstdlib>
 #include <string_view>
 
-#include "odbcadmin/assist/dialogs.h"
 #include "odbcadmin/assist/driver_form.h"
-#include "odbcadmin/assist/entries.h"
-#include "odbcadmin/assist/file_names.h"
+#include "odbcadmin/model/configuration.h"
 
 namespace jx::assist {
 
@@ -25,7 +25,10 @@ struct Sentence {
 
 constexpr std::string_view kLibrary = "odbcinst";
 constexpr std::string_view kForm = kFormModule;
-constexpr std::string_view kSetup = kSetupModule;
+
+// The dialog of libjxsetup.so.
+constexpr std::string_view kSetup = "jxsetup";
+constexpr unsigned short kSetupDialog = 200;
 
 constexpr const char* kChooseSource = "Choose a data source in the list first. None there? Add... makes one.";
 constexpr const char* kChooseKey = "Choose a key in the list first.";
@@ -33,41 +36,47 @@ constexpr const char* kNoDriver = "No driver is registered yet. Press F2 to regi
 
 constexpr Sentence kSentences[] = {
     {kLibrary, JxDataSourcesDialog, JxDataSourcesList, "Your data sources. Enter or a double click sets one up.", ""},
-    {kLibrary, JxDataSourcesDialog, 105, "Changes the settings of the chosen data source.", kChooseSource},
-    {kLibrary, JxDataSourcesDialog, 106, "Removes the chosen data source; asks first.", kChooseSource},
-    {kLibrary, JxDataSourcesDialog, 107, "Makes a new data source for one of your drivers.", ""},
-    {kLibrary, JxDataSourcesDialog, 108, "Shows, installs and removes drivers. F2 registers one by hand.", ""},
-    {kLibrary, JxDataSourcesDialog, 109, "Turns the tracing of calls on and off.", ""},
-    {kLibrary, JxDataSourcesDialog, 104, "Ends the program.", ""},
+    {kLibrary, JxDataSourcesDialog, JxSetupButton, "Changes the settings of the chosen data source.", kChooseSource},
+    {kLibrary, JxDataSourcesDialog, JxDeleteButton, "Removes the chosen data source; asks first.", kChooseSource},
+    {kLibrary, JxDataSourcesDialog, JxAddButton, "Makes a new data source for one of your drivers.", ""},
+    {kLibrary, JxDataSourcesDialog, JxDriversButton, "Shows, installs and removes drivers. F2 registers one by hand.",
+     ""},
+    {kLibrary, JxDataSourcesDialog, JxOptionsButton, "Turns the tracing of calls on and off.", ""},
+    {kLibrary, JxDataSourcesDialog, JxCloseButton, "Ends the program.", ""},
     {kLibrary, JxAddDataSourceDialog, JxAddDataSourceList, "Choose the driver that reaches your database.", ""},
     {kLibrary, JxAddDataSourceDialog, IDOK, "Lets the chosen driver ask for the settings.", kNoDriver},
     {kLibrary, JxAddDataSourceDialog, IDCANCEL, "Makes no data source.", ""},
     {kLibrary, JxDriversDialog, JxDriversList, "The drivers registered for you.", ""},
-    {kLibrary, JxDriversDialog, 119, "Installs from a vendor's script (odbc.inf). F2 registers a driver without one.",
-     ""},
+    {kLibrary, JxDriversDialog, JxAddDriverButton,
+     "Installs from a vendor's script (odbc.inf). F2 registers a driver without one.", ""},
     {kLibrary, JxDriversDialog, JxDeleteDriverButton,
      "Removes the chosen driver, deletes its files and its data sources; asks first.",
      "Choose a driver in the list first. None there? F2 registers one."},
-    {kLibrary, JxDriversDialog, 104, "Back to the data sources.", ""},
-    {kLibrary, JxOptionsDialog, 111, "A driver manager that reads this setting writes its calls into the file.", ""},
-    {kLibrary, JxOptionsDialog, 112, "Asks the driver manager to end the tracing with the program it traces.", ""},
-    {kLibrary, JxOptionsDialog, 113, "The file that the calls are written to.", ""},
-    {kLibrary, JxOptionsDialog, 114, "Not available: type the file's name above.", "Type the file's name above."},
+    {kLibrary, JxDriversDialog, JxCloseButton, "Back to the data sources.", ""},
+    {kLibrary, JxOptionsDialog, JxTraceBox, "A driver manager that reads this setting writes its calls into the file.",
+     ""},
+    {kLibrary, JxOptionsDialog, JxTraceAutoStopBox,
+     "Asks the driver manager to end the tracing with the program it traces.", ""},
+    {kLibrary, JxOptionsDialog, JxTraceFileEdit, "The file that the calls are written to.", ""},
+    {kLibrary, JxOptionsDialog, JxTraceFileButton, "Not available: type the file's name above.",
+     "Type the file's name above."},
     {kLibrary, JxOptionsDialog, IDOK, "Stores the three settings.", ""},
     {kLibrary, JxOptionsDialog, IDCANCEL, "Leaves the settings as they were.", ""},
-    {kLibrary, JxAddDriverDialog, 133, "The directory with the vendor's odbc.inf. No such file? Escape, then F2.", ""},
+    {kLibrary, JxAddDriverDialog, JxDirectoryEdit,
+     "The directory with the vendor's odbc.inf. No such file? Escape, then F2.", ""},
     {kLibrary, JxAddDriverDialog, IDOK, "Reads the script in that directory.", "Type a directory first."},
     {kLibrary, JxAddDriverDialog, IDCANCEL, "Installs nothing.", ""},
-    {kLibrary, JxInstallDriversDialog, 130, "The drivers that the script can install.", ""},
+    {kLibrary, JxInstallDriversDialog, JxInstallDriversList, "The drivers that the script can install.", ""},
     {kLibrary, JxInstallDriversDialog, IDOK, "Installs the chosen driver.", "The script has no driver."},
     {kLibrary, JxInstallDriversDialog, IDCANCEL, "Installs nothing.", ""},
-    {kLibrary, JxInstallDriversDialog, 131, "Options of the installation, and what the script says of versions.", ""},
-    {kLibrary, JxAdvancedOptionsDialog, 121, "Kept for a later release; nothing reads it yet.", ""},
-    {kLibrary, JxAdvancedOptionsDialog, 128, "Shows what the script says about its drivers' files.", ""},
-    {kLibrary, JxVersionsDialog, 137, "Choose a driver to see its file below.", ""},
+    {kLibrary, JxInstallDriversDialog, JxAdvancedButton,
+     "Options of the installation, and what the script says of versions.", ""},
+    {kLibrary, JxAdvancedOptionsDialog, JxOptionFlagBox, "Kept for a later release; nothing reads it yet.", ""},
+    {kLibrary, JxAdvancedOptionsDialog, JxVersionsButton, "Shows what the script says about its drivers' files.", ""},
+    {kLibrary, JxVersionsDialog, JxVersionsList, "Choose a driver to see its file below.", ""},
     {kLibrary, JxVersionsDialog, IDOK, "Does nothing here; Close leaves the dialog.", "Close leaves the dialog."},
     {kLibrary, JxVersionsDialog, IDCANCEL, "Back to the options.", ""},
-    {kLibrary, JxSelectTranslatorDialog, 144, "The translators registered for you.", ""},
+    {kLibrary, JxSelectTranslatorDialog, JxTranslatorsList, "The translators registered for you.", ""},
     {kLibrary, JxSelectTranslatorDialog, IDOK, "Takes the chosen translator.", "Choose a translator first."},
     {kForm, kFormDialog, kFormName, "Any name you like: data sources refer to the driver by it.", ""},
     {kForm, kFormDialog, kFormLibrary, "The driver's file, with its whole path. Its package lists it (dpkg -L NAME).",
@@ -78,7 +87,7 @@ constexpr Sentence kSentences[] = {
     {kForm, kFormDialog, IDCANCEL, "Registers nothing.", ""},
     {kSetup, kSetupDialog, 201, "Any name you like: programs open the data source by it.",
      "The name stays as it is; a new data source gets another one."},
-    {kSetup, kSetupDialog, 203, "What the driver will be told. Choose a row to change or remove it.", ""},
+    {kSetup, kSetupDialog, 203, "What the driver gets. Choose a row to change or remove it.", ""},
     {kSetup, kSetupDialog, 204, "Puts the key and value below into the list.", ""},
     {kSetup, kSetupDialog, 205, "Gives the chosen row the key and value below.", kChooseKey},
     {kSetup, kSetupDialog, 206, "Takes the chosen row out of the list.", kChooseKey},
@@ -125,7 +134,7 @@ std::string emptyListHelp(const JxwDialogInfo& dialog, const JxwControlInfo& con
         return {};
     switch (dialog.templateId) {
         case JxDataSourcesDialog:
-            return namesIn(INS_ODBCINST_FILENAME, INS_ODBCINI_DRIVERS).empty()
+            return model::Configuration::read().drivers().empty()
                        ? "No data source yet: Add... makes one, after a driver is registered (F2)."
                        : "No data source yet: Add... makes one.";
         case JxAddDataSourceDialog:
@@ -144,6 +153,16 @@ std::string labelOf(const JxwControlInfo& control) {
     return text;
 }
 
+// The path of the user's file of that kind, with "~" for the home directory.
+std::string shownPath(model::FileKind kind) {
+    const std::string path = model::pathOf(nameOf(kind));
+    const char* home = std::getenv("HOME");
+    const std::string folder = home != nullptr ? home : "";
+    if (path.empty())
+        return nameOf(kind);
+    return !folder.empty() && path.starts_with(folder + "/") ? "~" + path.substr(folder.size()) : path;
+}
+
 }  // namespace
 
 std::string withoutAccessKey(const std::string& text) {
@@ -156,6 +175,20 @@ std::string withoutAccessKey(const std::string& text) {
     return shown;
 }
 
+int controlOfAccessKey(HWND dialog, int letter) {
+    const int small = letter >= 'A' && letter <= 'Z' ? letter - 'A' + 'a' : letter;
+    int grey = -1;
+    JxwControlInfo control{};
+    for (int index = 0; JXW_GetControlInfo(dialog, index, &control) != 0; ++index) {
+        if (control.accessKey != small || control.kind == JXW_EDIT || control.kind == JXW_LISTBOX)
+            continue;
+        if (control.enabled != 0)
+            return index;
+        grey = index;
+    }
+    return grey;
+}
+
 std::string shownText(const JxwControlInfo& control) {
     return (control.flags & JXW_PLAIN) != 0 ? control.text : withoutAccessKey(control.text);
 }
@@ -165,21 +198,21 @@ std::string headingOf(HWND dialog) {
     if (JXW_GetDialogInfo(dialog, &info) == 0)
         return {};
     if (info.module == kForm)
-        return "Registers a driver in " + shownPath(INS_ODBCINST_FILENAME);
+        return "Registers a driver in " + shownPath(model::FileKind::drivers);
     if (info.module == kSetup)
-        return "A data source in " + shownPath(INS_ODBCINI_FILENAME);
+        return "A data source in " + shownPath(model::FileKind::dataSources);
     if (info.module != kLibrary)
         return info.title;
     switch (info.templateId) {
         case JxDataSourcesDialog:
-            return "Data sources in " + shownPath(INS_ODBCINI_FILENAME);
+            return "Data sources in " + shownPath(model::FileKind::dataSources);
         case JxAddDataSourceDialog:
         case JxDriversDialog:
-            return "Drivers in " + shownPath(INS_ODBCINST_FILENAME);
+            return "Drivers in " + shownPath(model::FileKind::drivers);
         case JxSelectTranslatorDialog:
-            return "Translators in " + shownPath(INS_ODBCINST_FILENAME);
+            return "Translators in " + shownPath(model::FileKind::drivers);
         case JxOptionsDialog:
-            return "Settings in " + shownPath(INS_ODBCINI_FILENAME);
+            return "Settings in " + shownPath(model::FileKind::dataSources);
         default:
             return info.title;
     }

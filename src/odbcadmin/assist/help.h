@@ -20,6 +20,10 @@ std::string helpOnAll(HWND dialog);
 // A text without its access key's "&".
 std::string withoutAccessKey(const std::string& text);
 
+// The control that a letter means, without regard to case; a grey one only when it means no other. -1: none. Edit
+// fields and lists take letters for themselves.
+int controlOfAccessKey(HWND dialog, int letter);
+
 // A control's text as it is read: without the mark of the access key, but data (JXW_PLAIN) as it stands.
 std::string shownText(const JxwControlInfo& control);
 

@@ -9,89 +9,15 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
-#include <iostream>
-#include <map>
 
 #include "odbcadmin/cli/commands.h"
-#include "odbcadmin/cli/near_matches.h"
-#include "odbcadmin/cli/text.h"
+#include "odbcadmin/cli/verb.h"
+#include "odbcadmin/model/near_matches.h"
+#include "odbcadmin/model/text.h"
 
-namespace jx::admin {
+namespace jx::cli {
 
 namespace {
-
-// CLI11 takes operands such as "[a,b]" and "{}" apart, and gives what follows "--" to the whole command once a verb has
-// all the operands it needs. So such words, and what begins with the mark itself, get a mark in front while CLI11 holds
-// them, and "--" never reaches it.
-constexpr char kMark = '\x01';
-
-bool needsMark(const std::string& word, bool onlyOperands) {
-    return !word.empty() && (word[0] == '[' || word[0] == '{' || word[0] == kMark || (onlyOperands && word[0] == '-'));
-}
-
-std::vector<std::string> marked(const std::vector<std::string>& words) {
-    std::vector<std::string> all;
-    bool onlyOperands = false;
-    for (const std::string& word : words) {
-        if (!onlyOperands && word == "--")
-            onlyOperands = true;
-        else
-            all.push_back(needsMark(word, onlyOperands) ? kMark + word : word);
-    }
-    return all;
-}
-
-std::string unmarked(const std::string& text) {
-    return !text.empty() && text[0] == kMark ? text.substr(1) : text;
-}
-
-std::string nounDescription(const std::string& name) {
-    static const std::map<std::string, std::string> kDescriptions{
-        {"dsn", "Data sources"},
-        {"driver", "Drivers"},
-        {"translator", "Translators"},
-        {"trace", "Call tracing of the driver manager"},
-        {"config", "Any section and key of any INI file"},
-    };
-    const auto found = kDescriptions.find(name);
-    return found == kDescriptions.end() ? "" : found->second;
-}
-
-std::string withExamples(const std::string& examples) {
-    std::string text = "Examples:";
-    for (const std::string& line : CLI::detail::split(examples, '\n'))
-        text.append("\n  ").append(line);
-    return text;
-}
-
-// How a kind of text is called in the help of options. Operands have it as their group, which help does not show.
-const char* wordFor(Complete complete) {
-    switch (complete) {
-        case Complete::files:
-            return "FILE";
-        case Complete::directories:
-            return "DIR";
-        case Complete::dsn:
-            return "DSN";
-        case Complete::driver:
-            return "DRIVER";
-        case Complete::translator:
-            return "TRANSLATOR";
-        case Complete::dsnOrDriver:
-            return "NAME";
-        case Complete::keysOfDsn:
-            return "KEY";
-        case Complete::sections:
-            return "SECTION";
-        case Complete::keysOfSection:
-            return "KEY OF SECTION";
-        case Complete::scriptsDrivers:
-            return "DRIVER OF SCRIPT";
-        case Complete::nothing:
-            break;
-    }
-    return "TEXT";
-}
 
 constexpr const char* kExamples = R"(odbcadmin driver add SQLite3 --lib /usr/lib/odbc/libsqlite3odbc.so
 odbcadmin dsn add Sales --driver SQLite3 Database=/srv/sales.db
@@ -100,7 +26,7 @@ odbcadmin dsn set Sales Timeout=30 --dry-run)";
 
 constexpr const char* kExitCodes =
     R"(Exit codes: 0 done or nothing to do, 1 failed, 2 wrong use, 3 not found, 4 exists, 5 invalid name or value,
-  6 input of apply is not valid, 7 file cannot be read or written, 8 turn not obtained in time,
+  6 input of apply is not valid, 7 file cannot be read or written, 8 file locked by another program,
   9 --check would change, 10 doctor, lint or check found errors, 11 dsn test could not connect.)";
 
 void addGlobalOptions(CLI::App& app, Session& session) {
@@ -111,14 +37,14 @@ void addGlobalOptions(CLI::App& app, Session& session) {
     app.add_flag("--show-secrets", session.showSecrets, "Show passwords and the like instead of ********");
     app.add_flag("--no-color", session.noColor, "No colors");
     app.add_option("--home", session.home, "Work on the files of this home directory")
-        ->type_name(wordFor(Complete::directories));
+        ->type_name(Complete::directories);
     app.set_version_flag("--version", "odbcadmin " JX_VERSION);
 }
 
 ExitCode enterHome(const Session& session) {
     if (session.home.empty())
         return ExitCode::done;
-    const std::string home = absolutePath(unmarked(session.home));
+    const std::string home = model::absolutePath(unmarked(session.home));
     struct stat state {};
     const int error = stat(home.c_str(), &state) != 0 ? errno : S_ISDIR(state.st_mode) ? 0 : ENOTDIR;
     if (error != 0)
@@ -143,19 +69,19 @@ std::string pathTo(const CLI::App& place) {
     return place.get_parent() == nullptr ? name : pathTo(*place.get_parent()) + " " + name;
 }
 
-// What CLI11 tells as a missing subcommand may be one that is misspelled.
+// What CLI11 reports as a missing subcommand may be one that is misspelled.
 ExitCode noCommand(const CLI::App& app, const CLI::App& place, const Session& session) {
     const std::vector<std::string> verbs = verbsOf(place);
     const std::vector<std::string> others = app.remaining(/*recurse=*/true);
     if (others.empty())
-        return session.fail(ExitCode::wrongUse, pathTo(place) + " needs one of " + joined(verbs),
+        return session.fail(ExitCode::wrongUse, pathTo(place) + " needs one of " + model::joined(verbs),
                             "See " + pathTo(place) + " --help");
     const std::string given = unmarked(others.front());
     if (given.starts_with('-'))
         return session.fail(ExitCode::wrongUse, pathTo(place) + " has no option " + given,
                             "See " + pathTo(place) + " --help");
     return session.fail(ExitCode::wrongUse, pathTo(place) + " has no command " + given,
-                        adviceFor(given, verbs, "See " + pathTo(place) + " --help"));
+                        model::adviceFor(given, verbs, "See " + pathTo(place) + " --help"));
 }
 
 ExitCode wrongUse(const CLI::App& app, const CLI::ParseError& error, const Session& session) {
@@ -191,77 +117,6 @@ ExitCode runAction(Session& session) {
     return session.action(session);
 }
 
-}  // namespace
-
-CLI::App& noun(CLI::App& app, const std::string& name) {
-    const auto present = app.get_subcommands([&](const CLI::App* each) { return each->get_name() == name; });
-    if (!present.empty())
-        return *present.front();
-    CLI::App& made = *app.add_subcommand(name, nounDescription(name));
-    made.require_subcommand(1);
-    made.footer("Examples, and more with odbcadmin " + name + " VERB --help:");
-    return made;
-}
-
-CLI::App& addVerb(CLI::App& parent, const std::string& name, const std::string& description,
-                  const std::string& examples) {
-    CLI::App& verb = *parent.add_subcommand(name, description);
-    verb.footer(withExamples(examples) + "\n\nodbcadmin --help shows the options that every command takes.");
-    if (parent.get_parent() != nullptr)
-        parent.footer(parent.get_footer() + "\n  " + examples.substr(0, examples.find('\n')));
-    return verb;
-}
-
-CLI::Option* addOperands(CLI::App& verb, const std::string& name, const std::string& description, OperandRule rule) {
-    CLI::Option* option = verb.add_option(name, description)->expected(rule.least, rule.most);
-    // CLI11 hands an operand more texts than the least number only when extra ones are allowed.
-    option->allow_extra_args(rule.most != rule.least);
-    option->type_name("")->required(rule.least > 0)->group(wordFor(rule.complete));
-    return option;
-}
-
-CLI::Option* addValueOption(CLI::App& verb, const std::string& names, const std::string& description,
-                            Complete complete) {
-    return verb.add_option(names, description)->type_name(wordFor(complete))->expected(1)->allow_extra_args(false);
-}
-
-CLI::Option* addTimeout(CLI::App& verb, const std::string& description) {
-    CLI::Option* option = addValueOption(verb, "--timeout", description);
-    option->type_name("SECONDS");
-    return option;
-}
-
-CLI::Option* addSwitch(CLI::App& verb, const std::string& names, const std::string& description) {
-    return verb.add_flag(names)->description(description);
-}
-
-void require(CLI::Option* option) {
-    option->required();
-}
-
-void excludeEachOther(CLI::Option* one, CLI::Option* other) {
-    one->excludes(other);
-}
-
-bool isGiven(const CLI::Option* option) {
-    return option != nullptr && option->count() > 0;
-}
-
-std::vector<std::string> operands(const CLI::Option* option) {
-    std::vector<std::string> texts = option->results();
-    for (std::string& text : texts)
-        text = unmarked(text);
-    return texts;
-}
-
-std::string operand(const CLI::Option* option, std::size_t index) {
-    return index < option->results().size() ? unmarked(option->results()[index]) : std::string();
-}
-
-void onRun(CLI::App& verb, Session& session, std::function<ExitCode(Session&)> action) {
-    verb.callback([&session, action = std::move(action)] { session.action = action; });
-}
-
 void buildCommandLine(CLI::App& app, Session& session) {
     app.name("odbcadmin");
     app.fallthrough();
@@ -272,17 +127,22 @@ void buildCommandLine(CLI::App& app, Session& session) {
     addDsnReadCommands(app, session);
     addDsnChangeCommands(app, session);
     addDsnMoveCommands(app, session);
-    addDriverReadCommands(app, session);
-    addDriverChangeCommands(app, session);
-    addTranslatorCommands(app, session);
+    addDsnTest(app, session);
+    addRegisteredReadCommands(app, session);
+    addRegisteredChangeCommands(app, session);
+    addDriverCheck(app, session);
+    addDriverScan(app, session);
     addTraceCommands(app, session);
     addInstallCommand(app, session);
     addConfigCommands(app, session);
-    addApplyCommand(app, session);
-    addExportCommand(app, session);
+    addExchangeCommands(app, session);
+    addPaths(app, session);
+    addExplain(app, session);
     addDoctorCommands(app, session);
     addCompleteCommand(app, session);
 }
+
+}  // namespace
 
 ExitCode runCommandLine(std::vector<std::string> arguments, ShowDialogs showDialogs) {
     CLI::App app("Manages ODBC data sources and drivers of this user.");
@@ -305,4 +165,4 @@ ExitCode runCommandLine(std::vector<std::string> arguments, ShowDialogs showDial
     return runAction(session);
 }
 
-}  // namespace jx::admin
+}  // namespace jx::cli

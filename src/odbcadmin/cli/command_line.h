@@ -1,94 +1,14 @@
-// The command line: nouns, verbs, operands and help.
+// The command line: reading it and running what it asks for.
 //
-// A file NAME_command.cpp adds its verbs in a function that commands.h declares and command_line.cpp calls:
-//
-//     void addDsnTest(CLI::App& app, Session& session) {
-//         CLI::App& verb = addVerb(noun(app, "dsn"), "test", "Connect to a data source and tell what happens",
-//                                  "odbcadmin dsn test Sales");
-//         auto names = addOperands(verb, "NAME", "data source", {.least = 1, .most = 1, .complete = Complete::dsn});
-//         onRun(verb, session, [names](Session& run) { return testDataSource(run, operand(names, 0)); });
-//     }
-//
-// The action runs after the whole line was read and --home is in force, so it finds the global options in its Session.
+// A file NAME_command.cpp adds its verbs (verb.h) in a function that commands.h declares and command_line.cpp calls.
 #pragma once
 
-#include <functional>
 #include <string>
-#include <string_view>
 #include <vector>
 
-#include "odbcadmin/cli/session.h"
+#include "odbcadmin/cli/exit_code.h"
 
-// The parser's header is large: only the files that build and read the line include it.
-namespace CLI {
-class App;
-class Option;
-}  // namespace CLI
-
-namespace jx::admin {
-
-// What the shell offers for an operand.
-enum class Complete {
-    nothing,
-    files,
-    directories,
-    dsn,
-    driver,
-    dsnOrDriver,
-    translator,
-    keysOfDsn,       // of the data source that the first operand names
-    sections,        // of the file that the first operand names
-    keysOfSection,   // of that file, in the section of the second operand
-    scriptsDrivers,  // what the installation script of the first operand offers
-};
-
-struct OperandRule {
-    int least = 0;
-    int most = 1;  // -1: any number
-    Complete complete = Complete::nothing;
-};
-
-// The noun called name, which is made by its first user; add its description in nounDescription of command_line.cpp.
-CLI::App& noun(CLI::App& app, const std::string& name);
-
-// A verb of a noun, or of the whole command (pass app). examples: whole command lines, one below the other.
-CLI::App& addVerb(CLI::App& parent, const std::string& name, const std::string& description,
-                  const std::string& examples);
-
-// Operands that may be any text: use operands or operand to read them, not CLI11's own ways, which take texts such as
-// "[a,b]" apart.
-CLI::Option* addOperands(CLI::App& verb, const std::string& name, const std::string& description, OperandRule rule);
-
-// An option with a value of any text; read it with operand(option, 0).
-CLI::Option* addValueOption(CLI::App& verb, const std::string& names, const std::string& description,
-                            Complete complete = Complete::nothing);
-
-// The option --timeout; see timeLimit in findings_output.h.
-CLI::Option* addTimeout(CLI::App& verb, const std::string& description);
-
-// An option without a value; isGiven tells about it.
-CLI::Option* addSwitch(CLI::App& verb, const std::string& names, const std::string& description);
-
-// The option must be given.
-void require(CLI::Option* option);
-
-// Only one of the two may be given.
-void excludeEachOther(CLI::Option* one, CLI::Option* other);
-
-// Whether it was given; false for null.
-bool isGiven(const CLI::Option* option);
-
-// What was given for them, in order.
-std::vector<std::string> operands(const CLI::Option* option);
-
-// Number index of them; empty when there are fewer.
-std::string operand(const CLI::Option* option, std::size_t index);
-
-// What the verb does.
-void onRun(CLI::App& verb, Session& session, std::function<ExitCode(Session&)> action);
-
-// Adds the global options and all commands.
-void buildCommandLine(CLI::App& app, Session& session);
+namespace jx::cli {
 
 // Shows the dialogs until the user leaves and gives the program's exit code.
 using ShowDialogs = ExitCode (*)();
@@ -97,8 +17,4 @@ using ShowDialogs = ExitCode (*)();
 // --no-color; null: there are none, and it is wrong use.
 ExitCode runCommandLine(std::vector<std::string> arguments, ShowDialogs showDialogs = nullptr);
 
-// Candidates for the last of words, which is what stands left of the cursor, a tab and a description behind each one:
-// what the completion scripts of the shells call.
-std::vector<std::string> candidates(const CLI::App& app, const std::vector<std::string>& words);
-
-}  // namespace jx::admin
+}  // namespace jx::cli

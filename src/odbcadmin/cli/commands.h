@@ -7,21 +7,23 @@ namespace CLI {
 class App;
 }
 
-namespace jx::admin {
+namespace jx::cli {
 
-void addDsnReadCommands(CLI::App& app, Session& session);     // dsn list, show, get
-void addDsnChangeCommands(CLI::App& app, Session& session);   // dsn add, ensure, set, unset, remove
-void addDsnMoveCommands(CLI::App& app, Session& session);     // dsn rename, copy, default
-void addDriverReadCommands(CLI::App& app, Session& session);  // driver list, show
-void addDriverChangeCommands(CLI::App& app, Session& session);
-void addTranslatorCommands(CLI::App& app, Session& session);
+void addDsnReadCommands(CLI::App& app, Session& session);    // dsn list, show, get
+void addDsnChangeCommands(CLI::App& app, Session& session);  // dsn add, ensure, set, unset, remove
+void addDsnMoveCommands(CLI::App& app, Session& session);    // dsn rename, copy, default
+void addDsnTest(CLI::App& app, Session& session);
+void addRegisteredReadCommands(CLI::App& app, Session& session);    // driver list, show; translator list
+void addRegisteredChangeCommands(CLI::App& app, Session& session);  // add, ensure and remove of drivers and translators
+void addDriverCheck(CLI::App& app, Session& session);
+void addDriverScan(CLI::App& app, Session& session);
 void addTraceCommands(CLI::App& app, Session& session);
 void addInstallCommand(CLI::App& app, Session& session);
 void addConfigCommands(CLI::App& app, Session& session);
-void addApplyCommand(CLI::App& app, Session& session);
-void addExportCommand(CLI::App& app, Session& session);
+void addExchangeCommands(CLI::App& app, Session& session);
+void addPaths(CLI::App& app, Session& session);
+void addExplain(CLI::App& app, Session& session);
+void addDoctorCommands(CLI::App& app, Session& session);
 void addCompleteCommand(CLI::App& app, Session& session);
-void addDoctorCommands(CLI::App& app,
-                       Session& session);  // dsn test, driver check, driver scan, paths, explain, lint, doctor
 
-}  // namespace jx::admin
+}  // namespace jx::cli

@@ -1,18 +1,14 @@
 // Candidates for a word of the command line: the shells' completion scripts ask "odbcadmin __complete -- WORD...".
-#include <odbcinst.h>
-
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <cstdlib>
 #include <string>
 #include <vector>
 
-#include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/commands.h"
-#include "odbcadmin/cli/configuration.h"
-#include "odbcadmin/cli/text.h"
+#include "odbcadmin/cli/verb.h"
+#include "odbcadmin/model/text.h"
 
-namespace jx::admin {
+namespace jx::cli {
 
 namespace {
 
@@ -81,7 +77,7 @@ void addCandidate(std::vector<std::string>& found, const std::string& beginning,
     // A line and a tab part candidates from each other and from what is said about them.
     const bool holdsTab = name.find_first_of("\t\r\n") != std::string::npos;
     if (name.starts_with(beginning) && !holdsTab)
-        found.push_back(name + "\t" + printable(firstLine(description)));
+        found.push_back(name + "\t" + model::printable(firstLine(description)));
 }
 
 void addOptions(const CLI::App* app, const std::string& beginning, std::vector<std::string>& found) {
@@ -93,53 +89,51 @@ void addOptions(const CLI::App* app, const std::string& beginning, std::vector<s
                     addCandidate(found, beginning, "--" + name, option->get_description());
 }
 
+void addKeys(const model::IniSection* section, const std::string& beginning, std::vector<std::string>& found) {
+    if (section != nullptr)
+        for (const std::string& key : section->keys())
+            addCandidate(found, beginning, key, "");
+}
+
 // What stands in a file that the line names.
-void addFromFile(const std::string& kind, const Position& at, const std::string& beginning,
+void addFromFile(std::string_view kind, const Position& at, const std::string& beginning,
                  std::vector<std::string>& found) {
-    const std::optional<IniView> file = at.operands.empty() ? std::nullopt : IniView::read(at.operands.front().c_str());
+    const auto file = at.operands.empty() ? std::nullopt : model::IniView::read(at.operands.front());
     if (!file)
         return;
-    if (kind == "SECTION")
-        for (const IniSection& section : file->sections())
+    if (kind == Complete::sections)
+        for (const model::IniSection& section : file->sections())
             addCandidate(found, beginning, std::string(section.name), "");
-    const bool isScript = kind == "DRIVER OF SCRIPT";
-    const IniSection* section = isScript                 ? file->section(INS_ODBCINI_DRIVERS)
-                                : at.operands.size() > 1 ? file->section(at.operands[1])
-                                                         : nullptr;
-    if (section == nullptr || kind == "SECTION")
-        return;
-    for (const IniEntry& entry : section->entries)
-        addCandidate(found, beginning, isScript ? withoutQuotes(entry.key) : std::string(entry.key), "");
+    else if (kind == Complete::keysOfSection && at.operands.size() > 1)
+        addKeys(file->section(at.operands[1]), beginning, found);
+    else if (const model::IniSection* drivers = file->section(rules::kDriverList))
+        for (const std::string& key : drivers->keys())
+            addCandidate(found, beginning, model::withoutQuotes(key), "");
 }
 
-void addFromConfiguration(const std::string& kind, const Position& at, const std::string& beginning,
+void addFromConfiguration(std::string_view kind, const Position& at, const std::string& beginning,
                           std::vector<std::string>& found) {
-    std::optional<IniView> sources = IniView::read(INS_ODBCINI_FILENAME);
-    std::optional<IniView> drivers = IniView::read(INS_ODBCINST_FILENAME);
-    if (!sources || !drivers)
-        return;
-    const Configuration configuration(std::move(*sources), std::move(*drivers));
-    if (kind == "DSN" || kind == "NAME")
-        for (const DataSource& source : configuration.dataSources())
+    const model::Configuration configuration = model::Configuration::read();
+    if (kind == Complete::dsn || kind == Complete::dsnOrDriver)
+        for (const model::DataSource& source : configuration.dataSources())
             addCandidate(found, beginning, source.name, source.driver);
-    if (kind == "DRIVER" || kind == "NAME")
-        for (const Registered& driver : configuration.drivers())
-            addCandidate(found, beginning, driver.name, driver.library);
-    if (kind == "TRANSLATOR")
-        for (const Registered& translator : configuration.translators())
-            addCandidate(found, beginning, translator.name, translator.library);
-    if (kind == "KEY" && !at.operands.empty())
-        if (const IniSection* section = configuration.sourcesFile().section(at.operands.front()))
-            for (const IniEntry& entry : section->entries)
-                addCandidate(found, beginning, std::string(entry.key), "");
+    if (kind == Complete::driver || kind == Complete::dsnOrDriver)
+        for (const model::Registered& driver : configuration.drivers())
+            addCandidate(found, beginning, driver.name, driver.library.text);
+    if (kind == Complete::translator)
+        for (const model::Registered& translator : configuration.all(model::kTranslatorKind))
+            addCandidate(found, beginning, translator.name, translator.library.text);
+    if (kind == Complete::keysOfDsn && !at.operands.empty())
+        if (const auto source = configuration.dataSource(at.operands.front()))
+            addKeys(source->section, beginning, found);
 }
 
-// The word that a shell must complete by itself is told by a line of its own.
-void addNames(const std::string& kind, const Position& at, const std::string& beginning,
+// The word that a shell must complete by itself is asked for by a line of its own.
+void addNames(std::string_view kind, const Position& at, const std::string& beginning,
               std::vector<std::string>& found) {
-    if (kind == "FILE" || kind == "DIR")
-        found.push_back(":" + kind);
-    else if (kind == "SECTION" || kind == "KEY OF SECTION" || kind == "DRIVER OF SCRIPT")
+    if (kind == Complete::files || kind == Complete::directories)
+        found.push_back(":" + std::string(kind));
+    else if (kind == Complete::sections || kind == Complete::keysOfSection || kind == Complete::scriptsDrivers)
         addFromFile(kind, at, beginning, found);
     else
         addFromConfiguration(kind, at, beginning, found);
@@ -148,13 +142,12 @@ void addNames(const std::string& kind, const Position& at, const std::string& be
 void useHome(const std::string& home) {
     if (home.empty())
         return;
-    setenv("HOME", absolutePath(home).c_str(), 1);
+    setenv("HOME", model::absolutePath(home).c_str(), 1);
     unsetenv("ODBCINI");
     unsetenv("ODBCINSTINI");
 }
 
-}  // namespace
-
+// Candidates for the last of words, which is what stands left of the cursor, a tab and a description behind each one.
 std::vector<std::string> candidates(const CLI::App& app, const std::vector<std::string>& words) {
     Position at{&app, {}};
     for (std::size_t i = 0; i + 1 < words.size(); ++i)
@@ -178,15 +171,17 @@ std::vector<std::string> candidates(const CLI::App& app, const std::vector<std::
     return found;
 }
 
+}  // namespace
+
 void addCompleteCommand(CLI::App& app, Session& session) {
-    CLI::App& verb = *app.add_subcommand("__complete", "Candidates for the last word");
-    verb.group("");
-    const CLI::Option* words = addOperands(verb, "WORD", "What stands left of the cursor", {0, -1});
-    onRun(verb, session, [&app, words](Session& run) {
-        for (const std::string& candidate : candidates(app, operands(words)))
-            run.print(candidate);
-        return ExitCode::done;
-    });
+    addVerb(app, session, "__complete", "Candidates for the last word", "")
+        .operand("WORD", "What stands left of the cursor", kAny)
+        .onRun([&app](const Session& run, const Line& line) {
+            for (const std::string& candidate : candidates(app, line.texts("WORD")))
+                run.print(candidate);
+            return ExitCode::done;
+        });
+    app.get_subcommand("__complete")->group("");
 }
 
-}  // namespace jx::admin
+}  // namespace jx::cli

@@ -1,87 +1,75 @@
-// odbcadmin doctor: everything that can be wrong, in order.
+// doctor and lint: everything that can be wrong, in order.
+#include <filesystem>
 #include <nlohmann/json.hpp>
 
-#include "odbcadmin/cli/command_line.h"
-#include "odbcadmin/cli/doctor_commands.h"
+#include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/findings_output.h"
-#include "odbcadmin/cli/near_matches.h"
-#include "odbcadmin/cli/progress.h"
+#include "odbcadmin/cli/verb.h"
 #include "odbcadmin/doctor/bug_report.h"
-#include "odbcadmin/doctor/examination.h"
+#include "odbcadmin/doctor/file_checks.h"
+#include "odbcadmin/doctor/syntax_checks.h"
+#include "odbcadmin/model/text.h"
 
-namespace jx::admin {
+namespace jx::cli {
 
 namespace {
 
+using model::Configuration;
+
 constexpr std::chrono::seconds kDoctorLimit{10};
 
-// The first of names that is neither a data source nor a driver.
-const std::string* unknownOf(const std::vector<std::string>& names, const doctor::Records& records) {
-    for (const std::string& name : names)
-        if (records.dataSource(name) == nullptr && records.driver(name) == nullptr)
-            return &name;
-    return nullptr;
-}
-
-ExitCode failUnknown(const Session& session, const std::string& name, const doctor::Records& records) {
-    std::vector<std::string> candidates = namesOf(records.dataSources);
-    const std::vector<std::string> drivers = namesOf(records.drivers);
-    candidates.insert(candidates.end(), drivers.begin(), drivers.end());
-    return session.fail(
-        ExitCode::notFound,
-        "There is no data source or driver " + name + " in " + records.odbcPath + " and " + records.odbcinstPath,
-        adviceFor(name, candidates, "See odbcadmin dsn list and odbcadmin driver list."));
-}
-
-bool hasErrors(const doctor::Findings& findings) {
-    for (const doctor::Finding& each : findings)
-        if (each.severity == doctor::Severity::error)
-            return true;
-    return false;
-}
-
 ExitCode showReport(const Session& session, const doctor::Findings& findings) {
-    const std::string report = doctor::bugReport(JX_VERSION, doctor::configPlaces(), findings);
+    const std::string report = doctor::bugReport(JX_VERSION, model::configPlaces(), findings);
     if (session.json)
         return showFindings(session, findings, {{"report", report}});
     session.print(report.substr(0, report.size() - 1));
-    return hasErrors(findings) ? ExitCode::foundErrors : ExitCode::done;
+    return codeOf(findings);
 }
 
-ExitCode runDoctor(const Session& session, const std::vector<std::string>& names, const std::string& timeout,
-                   bool report) {
-    const auto limit = timeLimit(timeout, kDoctorLimit);
+ExitCode runDoctor(const Session& session, const Configuration& configuration, const Line& line) {
+    const std::vector<std::string> names = line.texts("NAME");
+    const auto limit = timeLimit(session, line, kDoctorLimit);
     if (!limit)
-        return session.fail(ExitCode::wrongUse, "--timeout is no number of seconds: " + timeout, "Try --timeout 5");
-    const doctor::Records records = doctor::readRecords();
-    if (const std::string* unknown = unknownOf(names, records))
-        return failUnknown(session, *unknown, records);
-    doctor::Findings findings;
-    {
-        Progress progress(session.quiet);
-        doctor::ExaminationOptions options;
+        return ExitCode::wrongUse;
+    for (const std::string& name : names)
+        if (!configuration.dataSource(name) && !configuration.driver(name))
+            return session.fail(model::noDataSourceOrDriver(configuration, name));
+    const doctor::Findings findings = findWith(session, *limit, [&](doctor::ExaminationOptions& options) {
         options.names = names;
-        options.library.places = doctor::loaderPlaces();
-        options.library.limit = *limit;
-        options.library.waiting = [&] { progress.tick(); };
-        options.progress = [&](const std::string& what) { progress.begin(what); };
-        findings = doctor::examine(records, options);
+        return doctor::examine(configuration, options);
+    });
+    return line.has("--report") ? showReport(session, findings) : showFindings(session, findings);
+}
+
+ExitCode runLint(const Session& session, const Configuration& configuration, const Line& line) {
+    const std::vector<std::string> files = line.texts("FILE");
+    if (files.empty())
+        return showFindings(session, doctor::lint(configuration));
+    doctor::Findings findings;
+    for (const std::string& file : files) {
+        const std::string path = model::absolutePath(file);
+        std::error_code error;
+        if (std::filesystem::symlink_status(path, error).type() == std::filesystem::file_type::not_found)
+            return session.fail(ExitCode::fileTrouble, "There is no file " + path, "Give files that exist.");
+        for (const doctor::Findings& each : {doctor::checkFile(path), doctor::checkSyntax(path)})
+            findings.insert(findings.end(), each.begin(), each.end());
     }
-    return report ? showReport(session, findings) : showFindings(session, findings);
+    return showFindings(session, findings);
 }
 
 }  // namespace
 
-void addDoctor(CLI::App& app, Session& session) {
-    CLI::App& verb = addVerb(app, "doctor", "Look for everything that can be wrong with files, names and libraries",
-                             "odbcadmin doctor\nodbcadmin doctor Sales\nodbcadmin doctor --report > report.txt");
-    const auto names = addOperands(verb, "NAME", "Data sources and drivers; all of them without any",
-                                   {.least = 0, .most = -1, .complete = Complete::dsnOrDriver});
-    const auto timeout = addTimeout(verb, "Seconds that a library may take to load (10)");
-    const auto report = addSwitch(verb, "--report", "Print a text for a bug report, without secrets");
-    onRun(verb, session, [names, timeout, report](Session& run) {
-        return runDoctor(run, operands(names), operand(timeout, 0), isGiven(report));
-    });
+void addDoctorCommands(CLI::App& app, Session& session) {
+    addVerb(app, session, "lint", "Look for mistakes in the files: rights, lines and names",
+            "odbcadmin lint\nodbcadmin lint servers.ini")
+        .operand("FILE", "Files to look at; the two configuration files without any", kAny, Complete::files)
+        .onRead(Needs::nothing, runLint);
+    addVerb(app, session, "doctor", "Look for everything that can be wrong with files, names and libraries",
+            "odbcadmin doctor\nodbcadmin doctor Sales\nodbcadmin doctor --report > report.txt")
+        .operand("NAME", "Data sources and drivers; all of them without any", kAny, Complete::dsnOrDriver)
+        .timeout("Seconds that a library may take to load (10)")
+        .flag("--report", "Print a text for a bug report, without secrets")
+        .onRead(Needs::nothing, runDoctor);
 }
 
-}  // namespace jx::admin
+}  // namespace jx::cli

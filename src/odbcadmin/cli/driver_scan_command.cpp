@@ -1,16 +1,15 @@
-// odbcadmin driver scan: drivers that lie on the disk.
+// driver scan: drivers that lie on the disk.
 #include <algorithm>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
-#include "odbcadmin/cli/command_line.h"
-#include "odbcadmin/cli/doctor_commands.h"
+#include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/progress.h"
-#include "odbcadmin/cli/text.h"
+#include "odbcadmin/cli/verb.h"
 #include "odbcadmin/doctor/driver_scan.h"
-#include "odbcadmin/doctor/records.h"
+#include "odbcadmin/model/text.h"
 
-namespace jx::admin {
+namespace jx::cli {
 
 namespace {
 
@@ -27,10 +26,11 @@ std::string quoted(const std::string& word) {
     return text + "'";
 }
 
-bool isRegistered(const FoundDriver& found, const doctor::Records& records) {
-    return std::any_of(records.drivers.begin(), records.drivers.end(), [&](const doctor::DriverRecord& each) {
+bool isRegistered(const FoundDriver& found, const model::Configuration& configuration) {
+    const std::vector<model::Registered> drivers = configuration.drivers();
+    return std::any_of(drivers.begin(), drivers.end(), [&](const model::Registered& each) {
         std::error_code ignored;
-        return each.library && std::filesystem::equivalent(each.library->text, found.path, ignored);
+        return each.library && std::filesystem::equivalent(each.library.text, found.path, ignored);
     });
 }
 
@@ -48,15 +48,14 @@ Json foundJson(const FoundDriver& found, bool registered) {
     return object;
 }
 
-ExitCode show(const Session& session, const std::vector<std::string>& directories,
-              const std::vector<FoundDriver>& drivers) {
-    const doctor::Records records = doctor::readRecords();
+ExitCode show(const Session& session, const model::Configuration& configuration,
+              const std::vector<std::string>& directories, const std::vector<FoundDriver>& drivers) {
     Json object;
     object["directories"] = directories;
     object["drivers"] = Json::array();
     std::size_t registered = 0;
     for (const FoundDriver& each : drivers) {
-        const bool known = isRegistered(each, records);
+        const bool known = isRegistered(each, configuration);
         registered += known ? 1 : 0;
         object["drivers"].push_back(foundJson(each, known));
         if (!session.json && !known)
@@ -65,18 +64,18 @@ ExitCode show(const Session& session, const std::vector<std::string>& directorie
     if (session.json)
         session.printJson(object);
     else if (registered == drivers.size())
-        session.warn((drivers.empty() ? "No driver was found in " : "No driver but registered ones was found in ") +
-                     joined(directories));
+        session.warn((drivers.empty() ? "No drivers were found in " : "All drivers found are registered already: ") +
+                     model::joined(directories));
     return ExitCode::done;
 }
 
-ExitCode runScan(const Session& session, const std::vector<std::string>& given) {
+ExitCode runScan(const Session& session, const model::Configuration& configuration, const Line& line) {
     std::vector<std::string> directories;
-    for (const std::string& each : given) {
+    for (const std::string& each : line.texts("DIR")) {
         std::error_code error;
         if (!std::filesystem::is_directory(each, error))
             return session.fail(ExitCode::fileTrouble, "There is no directory " + each, "Give directories that exist.");
-        directories.push_back(absolutePath(each));
+        directories.push_back(model::absolutePath(each));
     }
     if (directories.empty())
         directories = doctor::usualDriverDirectories(doctor::loaderPlaces());
@@ -86,18 +85,16 @@ ExitCode runScan(const Session& session, const std::vector<std::string>& given) 
         drivers = doctor::scanForDrivers(
             directories, [&](const std::string& what) { progress.begin(what); }, [&] { progress.tick(); });
     }
-    return show(session, directories, drivers);
+    return show(session, configuration, directories, drivers);
 }
 
 }  // namespace
 
 void addDriverScan(CLI::App& app, Session& session) {
-    CLI::App& verb =
-        addVerb(noun(app, "driver"), "scan", "Find ODBC drivers on the disk and print the lines that would add them",
-                "odbcadmin driver scan\nodbcadmin driver scan /opt/acme/lib\nodbcadmin driver scan | sh");
-    const auto directories = addOperands(verb, "DIR", "Directories to look into; the usual ones without any",
-                                         {.least = 0, .most = -1, .complete = Complete::directories});
-    onRun(verb, session, [directories](Session& run) { return runScan(run, operands(directories)); });
+    addVerb(app, session, "driver scan", "Find ODBC drivers on the disk and print the lines that would add them",
+            "odbcadmin driver scan\nodbcadmin driver scan /opt/acme/lib\nodbcadmin driver scan | sh")
+        .operand("DIR", "Directories to look into; the usual ones without any", kAny, Complete::directories)
+        .onRead(Needs::nothing, runScan);
 }
 
-}  // namespace jx::admin
+}  // namespace jx::cli

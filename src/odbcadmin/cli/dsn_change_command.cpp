@@ -1,153 +1,59 @@
 // dsn add, ensure, set, unset and remove.
-#include <odbcinst.h>
-
-#include <algorithm>
 #include <iostream>
 #include <iterator>
 
-#include "odbcadmin/cli/command_line.h"
 #include "odbcadmin/cli/commands.h"
-#include "odbcadmin/cli/data_source_change.h"
-#include "odbcadmin/cli/near_matches.h"
 #include "odbcadmin/cli/setup_route.h"
-#include "odbcadmin/cli/text.h"
-#include "rules/names.h"
+#include "odbcadmin/cli/verb.h"
+#include "odbcadmin/model/data_source_change.h"
+#include "odbcadmin/model/text.h"
 
-namespace jx::admin {
+namespace jx::cli {
 
 namespace {
+
+using model::ChangeResult;
+using model::Configuration;
+using Action = trial::SetupRequest::Action;
+using Remarks = std::vector<std::string>;
 
 // What is given by name and options and thus not as KEY=VALUE.
 const std::vector<std::string_view> kAttributesGivenOtherwise{"DSN", "Driver"};
 
-struct Request {
-    DataSourceWish wish;
-    bool direct = false;
-    bool exact = false;
-};
-
-void noteDirect(const SetupRoute& route, Outcome& outcome) {
-    if (!route.reason.empty())
-        outcome.noteRemark("written directly: " + route.reason);
+Remarks remarksOf(const SetupRoute& route) {
+    return route.reason.empty() ? Remarks() : Remarks{route.remark()};
 }
 
-ExitCode checkWish(const Session& session, const DataSourceWish& wish) {
-    if (const ExitCode code = checkDataSourceName(session, wish.name); code != ExitCode::done)
-        return code;
-    for (const auto& [key, value] : wish.attributes) {
-        const std::string whyKey = whyNoKey(key);
-        if (!whyKey.empty())
-            return session.fail(ExitCode::invalid, "The key \"" + key + "\" cannot be stored: " + whyKey,
-                                "Use another key.");
-        const std::string whyValue = whyNoValue(value);
-        if (!whyValue.empty())
-            return session.fail(ExitCode::invalid, "This value of " + key + " cannot be stored: " + whyValue,
-                                "The file could not give it back as it is.");
-    }
-    return ExitCode::done;
+std::optional<model::DataSourceWish> wishOf(const Session& session, const Line& line) {
+    auto attributes = takePairs(session, line.texts("KEY=VALUE"), kAttributesGivenOtherwise);
+    if (!attributes)
+        return std::nullopt;
+    return model::DataSourceWish{line.text("NAME"), line.text("--driver"), std::move(*attributes)};
 }
 
-ExitCode addDataSource(const Session& session, const Request& request) {
-    ExitCode code = checkWish(session, request.wish);
-    if (code != ExitCode::done)
-        return code;
-    const std::optional<Configuration> configuration = Configuration::read(session, code);
-    if (!configuration)
-        return code;
-    const std::string& name = request.wish.name;
-    if (configuration->dataSource(name))
-        return dataSourceExists(session, name);
-    const std::optional<Registered> driver = configuration->driver(request.wish.driver);
-    if (!driver)
-        return noDriver(session, *configuration, request.wish.driver);
-    const SetupRoute route = findRoute(session, *driver, request.direct);
-    Outcome outcome;
-    if (route.usable)
-        code = configureThroughSetup(session, *driver, ODBC_ADD_DSN, name, request.wish.attributes,
-                                     "add data source " + name, outcome);
-    else
-        code = writeDataSource(session, *configuration, request.wish, OtherKeys::keep, Existing::refused, outcome);
-    if (code != ExitCode::done)
-        return code;
-    noteDirect(route, outcome);
-    return outcome.tell(session, "Added data source " + name);
+ExitCode addDataSource(const Session& session, const Configuration& configuration, const Line& line) {
+    const auto wish = wishOf(session, line);
+    if (!wish)
+        return ExitCode::wrongUse;
+    if (const model::Reason reason = model::whyNotAdd(configuration, *wish))
+        return session.fail(reason);
+    const auto driver = configuration.driver(wish->driver);
+    const SetupRoute route = findRoute(session, driver, line.has("--direct"));
+    const ChangeResult result =
+        route.usable ? goThroughSetup(session, *driver, {Action::add, driver->name, wish->name, wish->attributes},
+                                      "add data source " + wish->name)
+                     : model::addDataSource(configuration, *wish, session.way());
+    return session.report(result, "Added data source " + wish->name, remarksOf(route));
 }
 
-// Of a data source that is in no list only the library is known: the driver is the registered one that has it.
-std::string driverNow(const Configuration& configuration, const DataSource& source) {
-    if (source.isListed || source.isDefault)
-        return source.driver;
-    for (const Registered& driver : configuration.drivers())
-        if (driver.library == source.driver)
-            return driver.name;
-    return {};
-}
-
-ExitCode ensureDataSource(const Session& session, Request request) {
-    ExitCode code = checkWish(session, request.wish);
-    if (code != ExitCode::done)
-        return code;
-    const std::optional<Configuration> configuration = Configuration::read(session, code);
-    if (!configuration)
-        return code;
-    const std::optional<DataSource> present = configuration->dataSource(request.wish.name);
-    if (request.wish.driver.empty() && present)
-        request.wish.driver = driverNow(*configuration, *present);
-    if (request.wish.driver.empty())
-        return session.fail(ExitCode::wrongUse,
-                            present ? "The driver of data source " + request.wish.name +
-                                          " is not known: no driver is registered with its library"
-                                    : "There is no data source " + request.wish.name + " yet",
-                            "Say with --driver what it is to use.");
-    Outcome outcome;
-    code = writeDataSource(session, *configuration, request.wish, request.exact ? OtherKeys::remove : OtherKeys::keep,
-                           Existing::allowed, outcome);
-    if (code != ExitCode::done)
-        return code;
-    return outcome.tell(session, (present ? "Changed data source " : "Added data source ") + request.wish.name);
-}
-
-ExitCode setDirectly(const Session& session, const std::string& name, const Pairs& attributes, Outcome& outcome) {
-    FileChange change(session, INS_ODBCINI_FILENAME);
-    if (!change.isOpen())
-        return change.trouble();
-    for (const auto& [key, value] : attributes)
-        if (!change.set(name, key, value))
-            return change.trouble();
-    return outcome.finish(change);
-}
-
-// A setup library works on sections that exist, for drivers that are registered; it takes an empty value as none.
-SetupRoute routeForSet(const Session& session, const Configuration& configuration, const DataSource& source,
-                       const Request& request) {
-    const std::optional<Registered> driver = configuration.driver(source.driver);
-    if (!driver)
-        return {false, request.direct ? "as --direct asks" : "its driver is not registered"};
-    return findRoute(session, *driver, request.direct);
-}
-
-ExitCode setKeys(const Session& session, const Request& request) {
-    const auto& [name, driverName, attributes] = request.wish;
-    ExitCode code = checkWish(session, request.wish);
-    if (code != ExitCode::done)
-        return code;
-    const std::optional<Configuration> configuration = Configuration::read(session, code);
-    if (!configuration)
-        return code;
-    const std::optional<DataSource> source = configuration->dataSource(name);
-    if (!source)
-        return noDataSource(session, *configuration, name);
-    const SetupRoute route = routeForSet(session, *configuration, *source, request);
-    Outcome outcome;
-    if (route.usable)
-        code = configureThroughSetup(session, *configuration->driver(source->driver), ODBC_CONFIG_DSN, name, attributes,
-                                     "change data source " + name, outcome);
-    else
-        code = setDirectly(session, name, attributes, outcome);
-    if (code != ExitCode::done)
-        return code;
-    noteDirect(route, outcome);
-    return outcome.tell(session, "Changed data source " + name);
+ExitCode ensureDataSource(const Session& session, const Configuration& configuration, const Line& line) {
+    const auto wish = wishOf(session, line);
+    if (!wish)
+        return ExitCode::wrongUse;
+    const bool isPresent = configuration.dataSource(wish->name).has_value();
+    const model::OtherKeys others = line.has("--exact") ? model::OtherKeys::remove : model::OtherKeys::keep;
+    return session.report(model::ensureDataSource(configuration, *wish, others, session.way()),
+                          (isPresent ? "Changed data source " : "Added data source ") + wish->name);
 }
 
 // One line end at the end of the input is the shell's, not the value's.
@@ -160,168 +66,118 @@ std::string valueFromInput() {
     return value;
 }
 
-ExitCode setFromInput(const Session& session, Request request, const std::vector<std::string>& keys) {
-    if (keys.size() != 1 || keys[0].find('=') != std::string::npos)
-        return session.fail(ExitCode::wrongUse, "--stdin takes one KEY and no VALUE",
-                            "odbcadmin dsn set NAME KEY --stdin reads the value.");
-    request.wish.attributes.emplace_back(keys[0], valueFromInput());
-    return setKeys(session, request);
+std::optional<model::Pairs> attributesOf(const Session& session, const Line& line) {
+    const std::vector<std::string> texts = line.texts("KEY=VALUE");
+    if (!line.has("--stdin"))
+        return takePairs(session, texts, kAttributesGivenOtherwise);
+    if (texts.size() == 1 && texts[0].find('=') == std::string::npos)
+        return model::Pairs{{texts[0], valueFromInput()}};
+    session.fail(ExitCode::wrongUse, "--stdin takes one KEY and no VALUE",
+                 "odbcadmin dsn set NAME KEY --stdin reads the value.");
+    return std::nullopt;
 }
 
-ExitCode unsetKeys(const Session& session, const std::string& name, const std::vector<std::string>& keys) {
-    ExitCode code = checkDataSourceName(session, name);
-    if (code != ExitCode::done)
-        return code;
-    const std::optional<Configuration> configuration = Configuration::read(session, code);
-    if (!configuration)
-        return code;
-    if (!configuration->dataSource(name))
-        return noDataSource(session, *configuration, name);
-    const auto isDriver = [](const std::string& key) {
-        return rules::sameName(rules::trimmed(key), INS_ODBCINI_DRIVER);
-    };
-    if (std::any_of(keys.begin(), keys.end(), isDriver))
-        return session.fail(ExitCode::invalid, "A data source cannot be without its Driver",
-                            "Use odbcadmin dsn ensure NAME --driver to change it.");
-    FileChange change(session, INS_ODBCINI_FILENAME);
-    if (!change.isOpen())
-        return change.trouble();
-    for (const std::string& key : keys)
-        if (!change.erase(name, key))
-            return change.trouble();
-    Outcome outcome;
-    code = outcome.finish(change);
-    return code != ExitCode::done ? code : outcome.tell(session, "Changed data source " + name);
+// A setup library works on sections that exist, for drivers that are registered; it takes an empty value as none.
+ExitCode setKeys(const Session& session, const Configuration& configuration, const Line& line) {
+    const std::string name = line.text("NAME");
+    const auto attributes = attributesOf(session, line);
+    if (!attributes)
+        return ExitCode::wrongUse;
+    if (const model::Reason reason = model::whyNotSet(configuration, name, *attributes))
+        return session.fail(reason);
+    const auto driver = configuration.driver(configuration.dataSource(name)->driver);
+    const SetupRoute route = findRoute(session, driver, line.has("--direct"));
+    const ChangeResult result =
+        route.usable ? goThroughSetup(session, *driver, {Action::configure, driver->name, name, *attributes},
+                                      "change data source " + name)
+                     : model::setKeys(configuration, name, *attributes, session.way());
+    return session.report(result, "Changed data source " + name, remarksOf(route));
 }
 
-struct Removal {
-    std::vector<std::string> names;
-    bool ifExists = false;
-    bool direct = false;
-};
+ExitCode unsetKeys(const Session& session, const Configuration& configuration, const Line& line) {
+    const std::string name = line.text("NAME");
+    return session.report(model::unsetKeys(configuration, name, line.texts("KEY"), session.way()),
+                          "Changed data source " + name);
+}
 
 // Every name is looked up before the first one is removed.
-ExitCode findAll(const Session& session, const Configuration& configuration, const Removal& removal,
-                 std::vector<DataSource>& sources) {
-    for (const std::string& name : removal.names) {
-        if (const ExitCode code = checkDataSourceName(session, name); code != ExitCode::done)
-            return code;
-        const std::optional<DataSource> source = configuration.dataSource(name);
-        if (source)
-            sources.push_back(*source);
-        else if (!removal.ifExists)
-            return noDataSource(session, configuration, name);
+model::Reason findAll(const Configuration& configuration, const Line& line, std::vector<model::DataSource>& sources) {
+    for (const std::string& name : line.texts("NAME")) {
+        model::Reason reason = model::whyNotThere(configuration, name);
+        if (!reason)
+            sources.push_back(*configuration.dataSource(name));
+        else if (reason.kind != model::Reason::Kind::notFound || !line.has("--if-exists"))
+            return reason;
     }
-    return ExitCode::done;
+    return {};
 }
 
-ExitCode removeOne(const Session& session, const Configuration& configuration, const DataSource& source, bool direct,
-                   std::vector<std::string>& left, Outcome& outcome) {
-    const std::optional<Registered> driver = configuration.driver(source.driver);
-    const SetupRoute route = driver ? findRoute(session, *driver, direct)
-                                    : SetupRoute{false, direct ? "as --direct asks" : "its driver is not registered"};
-    if (route.usable)
-        return configureThroughSetup(session, *driver, ODBC_REMOVE_DSN, source.name, {},
-                                     "remove data source " + source.name, outcome);
-    left.push_back(source.name);
-    noteDirect(route, outcome);
-    return ExitCode::done;
-}
-
-ExitCode removeThem(const Session& session, const Removal& removal) {
-    ExitCode code = ExitCode::done;
-    const std::optional<Configuration> configuration = Configuration::read(session, code);
-    if (!configuration)
-        return code;
-    std::vector<DataSource> sources;
-    if (code = findAll(session, *configuration, removal, sources); code != ExitCode::done)
-        return code;
-    Outcome outcome;
+ExitCode removeDataSources(const Session& session, const Configuration& configuration, const Line& line) {
+    std::vector<model::DataSource> sources;
+    if (const model::Reason reason = findAll(configuration, line, sources))
+        return session.fail(reason);
+    ChangeResult result;
+    Remarks remarks;
     std::vector<std::string> left;
-    for (const DataSource& source : sources)
-        if (code = removeOne(session, *configuration, source, removal.direct, left, outcome); code != ExitCode::done)
-            return code;
+    for (const model::DataSource& source : sources) {
+        const auto driver = configuration.driver(source.driver);
+        const SetupRoute route = findRoute(session, driver, line.has("--direct"));
+        if (!route.usable) {
+            left.push_back(source.name);
+            for (const std::string& remark : remarksOf(route))
+                remarks.push_back(remark);
+        } else if (!result
+                        .add(goThroughSetup(session, *driver, {Action::remove, driver->name, source.name, {}},
+                                            "remove data source " + source.name))
+                        .isDone()) {
+            return session.fail(result.reason);
+        }
+    }
     if (!left.empty())
-        if (code = removeDataSources(session, left, outcome); code != ExitCode::done)
-            return code;
-    std::vector<std::string> names(sources.size());
-    std::transform(sources.begin(), sources.end(), names.begin(), [](const DataSource& source) { return source.name; });
-    return outcome.tell(session, "Removed data source " + joined(names));
+        result.add(model::removeDataSources(left, session.way()));
+    return session.report(result, "Removed data source " + model::joined(namesOf(sources)), remarks);
 }
 
-void addAddAndEnsure(CLI::App& dsn, Session& session, bool ensures) {
-    CLI::App& verb =
-        ensures
-            ? addVerb(dsn, "ensure", "See that a data source is there with these keys; do nothing when it is",
-                      "odbcadmin dsn ensure Sales --driver SQLite3 Database=/srv/sales.db\n"
-                      "odbcadmin dsn ensure Sales --driver SQLite3 Database=/srv/sales.db --exact --check")
-            : addVerb(dsn, "add", "Add a data source",
-                      "odbcadmin dsn add Sales --driver SQLite3 Database=/srv/sales.db Timeout=30\n"
-                      "odbcadmin dsn add \"Sales 2026\" --driver SQLite3 \"Description=Sales of the year\" --dry-run");
-    const CLI::Option* name = addOperands(verb, "NAME", "Data source", {1, 1, Complete::nothing});
-    const CLI::Option* pairs = addOperands(verb, "KEY=VALUE", "What its section is to hold", {0, -1});
-    CLI::Option* driver = addValueOption(verb, "--driver", "Its driver, as driver list shows it", Complete::driver);
-    const CLI::Option* exact = nullptr;
-    const CLI::Option* direct = nullptr;
-    if (ensures)
-        exact = addSwitch(verb, "--exact", "Remove all other keys of its section");
-    else
-        direct = addSwitch(verb, "--direct", "Write the file without the driver's setup library");
-    if (!ensures)
-        require(driver);
-    onRun(verb, session, [=](Session& run) {
-        Request request{{operand(name, 0), operand(driver, 0), {}}, isGiven(direct), isGiven(exact)};
-        const ExitCode code = takePairs(run, operands(pairs), request.wish.attributes, kAttributesGivenOtherwise);
-        if (code != ExitCode::done)
-            return code;
-        return ensures ? ensureDataSource(run, request) : addDataSource(run, request);
-    });
-}
-
-void addSet(CLI::App& dsn, Session& session) {
-    CLI::App& verb = addVerb(dsn, "set", "Set keys of a data source",
-                             "odbcadmin dsn set Sales Timeout=30 Server=db1\n"
-                             "odbcadmin dsn set Sales PWD --stdin < password.txt");
-    const CLI::Option* name = addOperands(verb, "NAME", "Data source", {1, 1, Complete::dsn});
-    const CLI::Option* pairs = addOperands(verb, "KEY=VALUE", "What to store", {1, -1, Complete::keysOfDsn});
-    const CLI::Option* input = addSwitch(verb, "--stdin", "Read the value of the one KEY from standard input");
-    const CLI::Option* direct = addSwitch(verb, "--direct", "Write the file without the driver's setup library");
-    onRun(verb, session, [=](Session& run) {
-        Request request{{operand(name, 0), {}, {}}, isGiven(direct), /*exact=*/false};
-        if (isGiven(input))
-            return setFromInput(run, request, operands(pairs));
-        const ExitCode code = takePairs(run, operands(pairs), request.wish.attributes, kAttributesGivenOtherwise);
-        return code != ExitCode::done ? code : setKeys(run, request);
-    });
-}
-
-void addUnset(CLI::App& dsn, Session& session) {
-    CLI::App& verb = addVerb(dsn, "unset", "Remove keys of a data source", "odbcadmin dsn unset Sales Timeout Server");
-    const CLI::Option* name = addOperands(verb, "NAME", "Data source", {1, 1, Complete::dsn});
-    const CLI::Option* keys = addOperands(verb, "KEY", "Keys", {1, -1, Complete::keysOfDsn});
-    onRun(verb, session, [=](Session& run) { return unsetKeys(run, operand(name, 0), operands(keys)); });
-}
-
-void addRemove(CLI::App& dsn, Session& session) {
-    CLI::App& verb = addVerb(dsn, "remove", "Remove data sources",
-                             "odbcadmin dsn remove Sales\nodbcadmin dsn remove Sales Accounts --if-exists");
-    const CLI::Option* names = addOperands(verb, "NAME", "Data sources", {1, -1, Complete::dsn});
-    const CLI::Option* ifExists = addSwitch(verb, "--if-exists", "Pass over those that are not there");
-    const CLI::Option* direct = addSwitch(verb, "--direct", "Write the file without the driver's setup library");
-    onRun(verb, session, [=](Session& run) {
-        return removeThem(run, {operands(names), isGiven(ifExists), isGiven(direct)});
-    });
-}
+constexpr const char* kDirect = "Write the file without the driver's setup library";
+constexpr const char* kDriver = "Its driver, as driver list shows it";
 
 }  // namespace
 
 void addDsnChangeCommands(CLI::App& app, Session& session) {
-    CLI::App& dsn = noun(app, "dsn");
-    addAddAndEnsure(dsn, session, /*ensures=*/false);
-    addAddAndEnsure(dsn, session, /*ensures=*/true);
-    addSet(dsn, session);
-    addUnset(dsn, session);
-    addRemove(dsn, session);
+    addVerb(app, session, "dsn add", "Add a data source",
+            "odbcadmin dsn add Sales --driver SQLite3 Database=/srv/sales.db Timeout=30\n"
+            "odbcadmin dsn add \"Sales 2026\" --driver SQLite3 \"Description=Sales of the year\" --dry-run")
+        .operand("NAME", "Data source", kOne)
+        .operand("KEY=VALUE", "What its section is to hold", kAny)
+        .requiredOption("--driver", kDriver, Complete::driver)
+        .flag("--direct", kDirect)
+        .onRead(Needs::bothFiles, addDataSource);
+    addVerb(app, session, "dsn ensure", "Ensure a data source is there with these keys; do nothing if it is",
+            "odbcadmin dsn ensure Sales --driver SQLite3 Database=/srv/sales.db\n"
+            "odbcadmin dsn ensure Sales --driver SQLite3 Database=/srv/sales.db --exact --check")
+        .operand("NAME", "Data source", kOne)
+        .operand("KEY=VALUE", "What its section is to hold", kAny)
+        .option("--driver", kDriver, Complete::driver)
+        .flag("--exact", "Remove all other keys of its section")
+        .onRead(Needs::bothFiles, ensureDataSource);
+    addVerb(app, session, "dsn set", "Set keys of a data source",
+            "odbcadmin dsn set Sales Timeout=30 Server=db1\n"
+            "odbcadmin dsn set Sales PWD --stdin < password.txt")
+        .operand("NAME", "Data source", kOne, Complete::dsn)
+        .operand("KEY=VALUE", "What to store", kSome, Complete::keysOfDsn)
+        .flag("--stdin", "Read the value of the one KEY from standard input")
+        .flag("--direct", kDirect)
+        .onRead(Needs::bothFiles, setKeys);
+    addVerb(app, session, "dsn unset", "Remove keys of a data source", "odbcadmin dsn unset Sales Timeout Server")
+        .operand("NAME", "Data source", kOne, Complete::dsn)
+        .operand("KEY", "Keys", kSome, Complete::keysOfDsn)
+        .onRead(Needs::bothFiles, unsetKeys);
+    addVerb(app, session, "dsn remove", "Remove data sources",
+            "odbcadmin dsn remove Sales\nodbcadmin dsn remove Sales Accounts --if-exists")
+        .operand("NAME", "Data sources", kSome, Complete::dsn)
+        .flag("--if-exists", "Pass over those that are not there")
+        .flag("--direct", kDirect)
+        .onRead(Needs::bothFiles, removeDataSources);
 }
 
-}  // namespace jx::admin
+}  // namespace jx::cli

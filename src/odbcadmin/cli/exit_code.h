@@ -1,7 +1,7 @@
 // What the command's exit code tells a script. The numbers are frozen: scripts depend on them.
 #pragma once
 
-namespace jx::admin {
+namespace jx::cli {
 
 enum class ExitCode {
     done = 0,            // done, or nothing to do
@@ -9,13 +9,13 @@ enum class ExitCode {
     wrongUse = 2,        // the command line makes no sense
     notFound = 3,        // a data source, driver, translator or key is not there
     exists = 4,          // what should be added is there already
-    invalid = 5,         // a name or value that the file could not give back, or a reserved name
+    invalid = 5,         // a name or value that the file could not give back, or that is not allowed
     badInput = 6,        // the input of apply is not valid
     fileTrouble = 7,     // a file cannot be read or written
-    noTurn = 8,          // another program kept the file for too long
+    locked = 8,          // another program kept the file locked for too long
     wouldChange = 9,     // --check: the command would change a file
     foundErrors = 10,    // doctor, lint or driver check found errors
     cannotConnect = 11,  // dsn test could not connect
 };
 
-}  // namespace jx::admin
+}  // namespace jx::cli

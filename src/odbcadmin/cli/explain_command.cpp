@@ -1,25 +1,18 @@
-// odbcadmin explain: from a name to its library, step by step.
+// explain: from a name to its library, step by step.
 #include <nlohmann/json.hpp>
-#include "odbcadmin/cli/command_line.h"
-#include "odbcadmin/cli/doctor_commands.h"
 
-#include "odbcadmin/cli/near_matches.h"
-#include "odbcadmin/cli/text.h"
+#include "odbcadmin/cli/commands.h"
+#include "odbcadmin/cli/verb.h"
 #include "odbcadmin/doctor/explanation.h"
+#include "odbcadmin/model/text.h"
 
-namespace jx::admin {
+namespace jx::cli {
 
 namespace {
 
 Json stepJson(const doctor::Step& step) {
-    Json object;
-    object["ok"] = step.ok;
-    object["subject"] = step.subject;
-    object["step"] = step.what;
-    object["where"] = step.where;
-    object["value"] = step.value;
-    object["advice"] = step.advice;
-    return object;
+    return {{"ok", step.ok},       {"subject", step.subject}, {"step", step.what},
+            {"where", step.where}, {"value", step.value},     {"advice", step.advice}};
 }
 
 void printSteps(const Session& session, const std::vector<doctor::Step>& steps) {
@@ -41,23 +34,16 @@ void printSteps(const Session& session, const std::vector<doctor::Step>& steps) 
         }
         session.printTable(table);
         table.clear();
-        session.print(printable(row[0]));
+        session.print(model::printable(row[0]));
     }
     session.printTable(table);
 }
 
-ExitCode runExplain(const Session& session, const std::string& name) {
-    const doctor::Records records = doctor::readRecords();
-    const std::vector<doctor::Step> steps = doctor::explain(records, name);
-    if (steps.empty()) {
-        std::vector<std::string> candidates = namesOf(records.dataSources);
-        for (const std::string& driver : namesOf(records.drivers))
-            candidates.push_back(driver);
-        return session.fail(
-            ExitCode::notFound,
-            "There is no data source or driver " + name + " in " + records.odbcPath + " and " + records.odbcinstPath,
-            adviceFor(name, candidates, "See odbcadmin dsn list and odbcadmin driver list."));
-    }
+ExitCode runExplain(const Session& session, const model::Configuration& configuration, const Line& line) {
+    const std::string name = line.text("NAME");
+    const std::vector<doctor::Step> steps = doctor::explain(configuration, name);
+    if (steps.empty())
+        return session.fail(model::noDataSourceOrDriver(configuration, name));
     if (!session.json) {
         printSteps(session, steps);
         return ExitCode::done;
@@ -74,11 +60,10 @@ ExitCode runExplain(const Session& session, const std::string& name) {
 }  // namespace
 
 void addExplain(CLI::App& app, Session& session) {
-    CLI::App& verb = addVerb(app, "explain", "Show the way from a data source to its driver and its library",
-                             "odbcadmin explain Sales\nodbcadmin explain SQLite3");
-    const auto name =
-        addOperands(verb, "NAME", "Data source or driver", {.least = 1, .most = 1, .complete = Complete::dsnOrDriver});
-    onRun(verb, session, [name](Session& run) { return runExplain(run, operand(name, 0)); });
+    addVerb(app, session, "explain", "Show the way from a data source to its driver and its library",
+            "odbcadmin explain Sales\nodbcadmin explain SQLite3")
+        .operand("NAME", "Data source or driver", kOne, Complete::dsnOrDriver)
+        .onRead(Needs::nothing, runExplain);
 }
 
-}  // namespace jx::admin
+}  // namespace jx::cli

@@ -2,14 +2,12 @@
 #include "odbcadmin/cli/findings_output.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cmath>
-#include <cstdlib>
 #include <nlohmann/json.hpp>
 
-#include "odbcadmin/cli/text.h"
+#include "odbcadmin/cli/progress.h"
+#include "odbcadmin/model/text.h"
 
-namespace jx::admin {
+namespace jx::cli {
 
 namespace {
 
@@ -29,15 +27,14 @@ std::string colored(const Session& session, Severity severity) {
 }
 
 void print(const Session& session, const Finding& finding) {
-    const std::string head = colored(session, finding.severity) + " " + finding.id + " " + printable(finding.subject);
+    const std::string head =
+        colored(session, finding.severity) + " " + finding.id + " " + model::printable(finding.subject);
     session.print(head);
     if (session.quiet)
         return;
-    session.print("  " + printable(finding.fact));
-    session.print("  " + printable(finding.advice));
+    session.print("  " + model::printable(finding.fact));
+    session.print("  " + model::printable(finding.advice));
 }
-
-}  // namespace
 
 Json findingJson(const Finding& finding) {
     Json object;
@@ -49,13 +46,29 @@ Json findingJson(const Finding& finding) {
     return object;
 }
 
+}  // namespace
+
+doctor::Findings findWith(const Session& session, std::chrono::milliseconds limit,
+                          const std::function<doctor::Findings(doctor::ExaminationOptions&)>& examine) {
+    Progress progress(session.quiet);
+    doctor::ExaminationOptions options;
+    options.library.places = doctor::loaderPlaces();
+    options.library.limit = limit;
+    options.library.waiting = [&] { progress.tick(); };
+    options.progress = [&](const std::string& what) { progress.begin(what); };
+    return examine(options);
+}
+
+ExitCode codeOf(const doctor::Findings& findings) {
+    return countOf(findings, Severity::error) > 0 ? ExitCode::foundErrors : ExitCode::done;
+}
+
 ExitCode showFindings(const Session& session, const doctor::Findings& findings) {
     return showFindings(session, findings, Json::object());
 }
 
 ExitCode showFindings(const Session& session, const doctor::Findings& findings, const Json& more) {
-    const std::size_t errors = countOf(findings, Severity::error);
-    const ExitCode code = errors > 0 ? ExitCode::foundErrors : ExitCode::done;
+    const ExitCode code = codeOf(findings);
     if (session.json) {
         Json object = more;
         object["findings"] = Json::array();
@@ -69,21 +82,10 @@ ExitCode showFindings(const Session& session, const doctor::Findings& findings, 
     if (findings.empty())
         session.say("Nothing was found.");
     else
-        session.say(counted(errors, "error") + ", " + counted(countOf(findings, Severity::warning), "warning") + ", " +
-                    counted(countOf(findings, Severity::note), "note") + ".");
+        session.say(model::counted(countOf(findings, Severity::error), "error") + ", " +
+                    model::counted(countOf(findings, Severity::warning), "warning") + ", " +
+                    model::counted(countOf(findings, Severity::note), "note") + ".");
     return code;
 }
 
-std::optional<std::chrono::milliseconds> timeLimit(const std::string& text, std::chrono::milliseconds otherwise) {
-    if (text.empty())
-        return otherwise;
-    constexpr double kDay = 86400;
-    constexpr double kMilliseconds = 1000;
-    char* end = nullptr;
-    const double seconds = std::strtod(text.c_str(), &end);
-    if (*end != '\0' || !(seconds > 0) || seconds > kDay)
-        return std::nullopt;
-    return std::chrono::milliseconds(static_cast<long>(std::ceil(seconds * kMilliseconds)));
-}
-
-}  // namespace jx::admin
+}  // namespace jx::cli

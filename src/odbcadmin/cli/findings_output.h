@@ -1,25 +1,26 @@
-// Showing findings, and what they mean for the exit code.
+// Finding out and showing findings, and what they mean for the exit code.
 #pragma once
 
 #include <chrono>
-#include <optional>
-#include <string>
+#include <functional>
 
 #include "odbcadmin/cli/session.h"
+#include "odbcadmin/doctor/examination.h"
 #include "odbcadmin/doctor/finding.h"
 
-namespace jx::admin {
+namespace jx::cli {
+
+// Calls examine with the options of an examination in which each library may take so long; a line on the terminal shows
+// what is being loaded.
+doctor::Findings findWith(const Session& session, std::chrono::milliseconds limit,
+                          const std::function<doctor::Findings(doctor::ExaminationOptions&)>& examine);
 
 // Prints findings as paragraphs, as JSON, or with -q as one line each; then how many there are of each severity. more
 // is merged into the JSON object. foundErrors when there is an error, else done.
 ExitCode showFindings(const Session& session, const doctor::Findings& findings);
 ExitCode showFindings(const Session& session, const doctor::Findings& findings, const Json& more);
 
-// {"id", "severity", "subject", "fact", "advice"}
-Json findingJson(const doctor::Finding& finding);
+// foundErrors when there is an error, else done.
+ExitCode codeOf(const doctor::Findings& findings);
 
-// The option --timeout in milliseconds: a number of seconds, also with a fraction. Nothing when it is none or above a
-// day.
-std::optional<std::chrono::milliseconds> timeLimit(const std::string& text, std::chrono::milliseconds otherwise);
-
-}  // namespace jx::admin
+}  // namespace jx::cli

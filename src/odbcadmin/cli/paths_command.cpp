@@ -1,57 +1,56 @@
-// odbcadmin paths: every file that is considered, and which one counts.
+// paths: every file that is considered, and which one counts.
 #include <nlohmann/json.hpp>
-#include "odbcadmin/cli/command_line.h"
-#include "odbcadmin/cli/doctor_commands.h"
 
-#include "odbcadmin/doctor/config_places.h"
+#include "odbcadmin/cli/commands.h"
+#include "odbcadmin/cli/verb.h"
+#include "odbcadmin/doctor/file_rights.h"
+#include "odbcadmin/model/config_places.h"
 
-namespace jx::admin {
+namespace jx::cli {
 
 namespace {
 
-Json candidateJson(const doctor::Candidate& candidate) {
-    Json object;
-    object["path"] = candidate.path;
-    object["wins"] = candidate.wins;
-    object["exists"] = candidate.exists;
-    object["rights"] = candidate.rights;
-    object["readers"] = candidate.readers;
-    object["why"] = candidate.why;
-    return object;
+using model::Candidate;
+using model::ConfigPlace;
+
+Json candidateJson(const Candidate& candidate) {
+    return {{"path", candidate.path},
+            {"wins", candidate.wins},
+            {"exists", candidate.exists},
+            {"rights", doctor::rightsText(candidate.path)},
+            {"readers", doctor::readersText(candidate.path)},
+            {"why", candidate.why}};
 }
 
-std::string presence(const doctor::Candidate& candidate) {
-    return candidate.exists ? candidate.rights + ", read by " + candidate.readers : "not there";
+std::string presence(const Candidate& candidate) {
+    return candidate.exists ? doctor::rightsText(candidate.path) + ", read by " + doctor::readersText(candidate.path)
+                            : "not there";
 }
 
-ExitCode printJson(const Session& session, const std::vector<doctor::ConfigPlace>& places) {
-    Json object;
-    object["files"] = Json::array();
-    for (const doctor::ConfigPlace& place : places) {
-        Json file;
-        file["file"] = place.file;
-        file["path"] = place.path;
-        file["candidates"] = Json::array();
-        for (const doctor::Candidate& each : place.candidates)
-            file["candidates"].push_back(candidateJson(each));
-        object["files"].push_back(file);
+ExitCode printJson(const Session& session, const std::vector<ConfigPlace>& places) {
+    Json files = Json::array();
+    for (const ConfigPlace& place : places) {
+        Json candidates = Json::array();
+        for (const Candidate& each : place.candidates)
+            candidates.push_back(candidateJson(each));
+        files.push_back({{"file", place.file}, {"path", place.path}, {"candidates", candidates}});
     }
-    session.printJson(object);
+    session.printJson({{"files", files}});
     return ExitCode::done;
 }
 
-ExitCode runPaths(const Session& session) {
-    const std::vector<doctor::ConfigPlace> places = doctor::configPlaces();
+ExitCode runPaths(const Session& session, const Line& /*line*/) {
+    const std::vector<ConfigPlace> places = model::configPlaces();
     if (session.json)
         return printJson(session, places);
     std::vector<std::vector<std::string>> rows;
-    for (const doctor::ConfigPlace& place : places) {
+    for (const ConfigPlace& place : places) {
         if (session.quiet) {
             session.print(place.path);
             continue;
         }
         rows.push_back({place.file});
-        for (const doctor::Candidate& each : place.candidates)
+        for (const Candidate& each : place.candidates)
             rows.push_back({(each.wins ? "  * " : "    ") + each.path, presence(each), each.why});
     }
     session.printTable(rows);
@@ -62,9 +61,9 @@ ExitCode runPaths(const Session& session) {
 }  // namespace
 
 void addPaths(CLI::App& app, Session& session) {
-    CLI::App& verb = addVerb(app, "paths", "Show every file that is considered, and which one counts",
-                             "odbcadmin paths\nodbcadmin -q paths");
-    onRun(verb, session, [](Session& run) { return runPaths(run); });
+    addVerb(app, session, "paths", "Show every file that is considered, and which one counts",
+            "odbcadmin paths\nodbcadmin -q paths")
+        .onRun(runPaths);
 }
 
-}  // namespace jx::admin
+}  // namespace jx::cli

@@ -6,9 +6,9 @@
 #include <iostream>
 #include <system_error>
 
-#include "odbcadmin/cli/text.h"
+#include "odbcadmin/model/text.h"
 
-namespace jx::admin {
+namespace jx::cli {
 
 namespace {
 
@@ -36,7 +36,7 @@ void Progress::tick() {
     drawn_ = now;
     isShown_ = true;
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(now - began_);
-    std::cerr << "\r\x1b[K" << printable(what_) << " ... " << seconds.count() << " s" << std::flush;
+    std::cerr << "\r\x1b[K" << model::printable(what_) << " ... " << seconds.count() << " s" << std::flush;
 }
 
 void Progress::erase() {
@@ -73,4 +73,4 @@ void Waiting::drawUntilOver() {
         progress_.tick();
 }
 
-}  // namespace jx::admin
+}  // namespace jx::cli

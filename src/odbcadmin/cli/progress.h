@@ -7,7 +7,7 @@
 #include <string>
 #include <thread>
 
-namespace jx::admin {
+namespace jx::cli {
 
 // Progress: shows what is going on, and for how long, on standard error once that took a second; nothing when standard
 // error is no terminal, or quiet. The line is gone when the object is.
@@ -56,4 +56,4 @@ private:
     std::thread thread_;
 };
 
-}  // namespace jx::admin
+}  // namespace jx::cli

@@ -8,11 +8,21 @@
 #include <iostream>
 #include <nlohmann/json.hpp>
 
-#include "odbcadmin/cli/text.h"
+#include "odbcadmin/cli/progress.h"
+#include "odbcadmin/model/text.h"
+#include "rules/secrets.h"
+#include "rules/utf8.h"
 
-namespace jx::admin {
+namespace jx::cli {
+
+using model::printable;
 
 namespace {
+
+// Bytes that belong to no UTF-8 character count one each.
+std::size_t characterCount(std::string_view text) {
+    return text.size() - static_cast<std::size_t>(std::count_if(text.begin(), text.end(), rules::isContinuation));
+}
 
 std::vector<std::size_t> columnWidths(const std::vector<std::vector<std::string>>& rows) {
     std::vector<std::size_t> widths;
@@ -27,13 +37,28 @@ std::vector<std::size_t> columnWidths(const std::vector<std::vector<std::string>
 std::string line(const std::vector<std::string>& row, const std::vector<std::size_t>& widths) {
     std::string text;
     std::size_t missing = 0;
-    for (std::size_t i = 0; i < row.size(); ++i) {
-        if (row[i].empty() && i + 1 == row.size())
-            break;
+    const auto last = std::find_if(row.rbegin(), row.rend(), [](const std::string& cell) { return !cell.empty(); });
+    for (std::size_t i = 0; i < static_cast<std::size_t>(row.rend() - last); ++i) {
         text.append(missing, ' ').append(printable(row[i]));
         missing = widths[i] - characterCount(row[i]) + 2;
     }
     return text;
+}
+
+ExitCode codeOf(model::Reason::Kind kind) {
+    using enum ExitCode;
+    // In the order of the kinds.
+    constexpr ExitCode kCodes[] = {done, invalid, locked, fileTrouble, notFound, exists, wrongUse, failed};
+    return kCodes[static_cast<std::size_t>(kind)];
+}
+
+// Each path once.
+std::vector<std::string> pathsOf(const model::ChangeResult& result) {
+    std::vector<std::string> paths;
+    for (const model::ChangedFile& file : result.files)
+        if (std::find(paths.begin(), paths.end(), file.path) == paths.end())
+            paths.push_back(file.path);
+    return paths;
 }
 
 }  // namespace
@@ -75,6 +100,65 @@ ExitCode Session::fail(ExitCode code, std::string_view fact, std::string_view ad
     return code;
 }
 
+ExitCode Session::fail(const model::Reason& reason) const {
+    return fail(codeOf(reason.kind), reason.fact, reason.advice);
+}
+
+model::ChangeWay Session::way() const {
+    model::ChangeWay way;
+    if (writesNothing())
+        way.writing = model::ChangeWay::Writing::never;
+    if (showSecrets)
+        way.secrets = model::ChangeWay::Secrets::shown;
+    way.aroundWait = [isQuiet = quiet](const std::string& path, const std::function<void()>& wait) {
+        const Waiting waiting(isQuiet, "Waiting for the lock on " + path);
+        wait();
+    };
+    return way;
+}
+
+std::string Session::shown(std::string_view key, std::string_view value) const {
+    return showSecrets ? std::string(value) : rules::masked(key, value);
+}
+
+ExitCode Session::report(const model::ChangeResult& result, const std::string& sentence,
+                         const std::vector<std::string>& remarks) const {
+    return report(result, sentence, remarks, Json::object());
+}
+
+ExitCode Session::report(const model::ChangeResult& result, const std::string& sentence,
+                         const std::vector<std::string>& remarks, const Json& more) const {
+    if (!result.isDone())
+        return fail(result.reason);
+    const std::vector<std::string> files = pathsOf(result);
+    std::string difference;
+    for (const model::ChangedFile& file : result.files)
+        difference += file.difference;
+    if (json) {
+        Json object{{"result", files.empty()     ? "unchanged"
+                               : writesNothing() ? "would change"
+                                                 : "changed"},
+                    {"message", sentence},
+                    {"files", files}};
+        if (!remarks.empty())
+            object["remarks"] = remarks;
+        if (dryRun)
+            object["difference"] = difference;
+        object.update(more);
+        printJson(object);
+    } else if (files.empty()) {
+        say("unchanged: nothing to do");
+    } else if (dryRun) {
+        print(std::string_view(difference).substr(0, difference.size() - 1));
+    } else {
+        say(check ? "would change: " + model::joined(files) : sentence);
+    }
+    if (!json)
+        for (const std::string& remark : remarks)
+            warn(remark);
+    return check && !files.empty() ? ExitCode::wouldChange : ExitCode::done;
+}
+
 void Session::warn(std::string_view text) const {
     if (quiet)
         return;
@@ -82,4 +166,4 @@ void Session::warn(std::string_view text) const {
     std::cerr << "odbcadmin: " << printable(text) << '\n';
 }
 
-}  // namespace jx::admin
+}  // namespace jx::cli

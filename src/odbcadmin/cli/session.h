@@ -9,14 +9,16 @@
 #include <vector>
 
 #include "odbcadmin/cli/exit_code.h"
+#include "odbcadmin/model/file_change.h"
+#include "odbcadmin/model/reason.h"
 
-namespace jx::admin {
+namespace jx::cli {
 
 // Keys stay in the order in which they were put in. Whoever builds one includes <nlohmann/json.hpp>.
 using Json = nlohmann::ordered_json;
 
 // Session: made once in main, filled by the command line, handed to the verb that runs. A verb writes its result with
-// print, printTable or printJson, tells what it did with say, and what went wrong with fail; it returns its exit code
+// print, printTable or printJson, says what it did with report, and what went wrong with fail; it returns its exit code
 // and never ends the process itself. Not for more than one thread.
 struct Session {
     // ---- global options ----
@@ -29,10 +31,16 @@ struct Session {
     std::string home;          // --home DIR; already in force when a verb runs
 
     // What the chosen verb does; set while the command line is read.
-    std::function<ExitCode(Session&)> action;
+    std::function<ExitCode(const Session&)> action;
 
     // Whether nothing may be written.
     bool writesNothing() const { return dryRun || check; }
+
+    // How the model is to change files: what the options say, and a line on the terminal while a lock is waited for.
+    model::ChangeWay way() const;
+
+    // A value as it is shown: a secret is masked unless the options say otherwise.
+    std::string shown(std::string_view key, std::string_view value) const;
 
     // Whether to colour what is written to standard output.
     bool colors() const;
@@ -52,9 +60,18 @@ struct Session {
 
     // One line of fact and one of advice (none when empty), on standard error. Returns code.
     ExitCode fail(ExitCode code, std::string_view fact, std::string_view advice = {}) const;
+    ExitCode fail(const model::Reason& reason) const;
+
+    // What a verb that changes files says at its end: sentence, such as "Added data source Sales", or what would
+    // change, or that nothing did; then the remarks as warnings; or the reason why it was not done. 9 when --check
+    // asked and something would change. more: further members of the JSON object.
+    ExitCode report(const model::ChangeResult& result, const std::string& sentence,
+                    const std::vector<std::string>& remarks = {}) const;
+    ExitCode report(const model::ChangeResult& result, const std::string& sentence,
+                    const std::vector<std::string>& remarks, const Json& more) const;
 
     // A line on standard error that does not stop anything; not with -q.
     void warn(std::string_view line) const;
 };
 
-}  // namespace jx::admin
+}  // namespace jx::cli

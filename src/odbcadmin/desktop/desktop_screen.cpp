@@ -85,7 +85,7 @@ unsigned int DesktopScreen::ask(const char* text, const char* title, unsigned in
     message_->open();
     while (!message_->answer() && Fl::wait() >= 0) {
     }
-    const unsigned int answer = message_->answer().value_or((style & MB_YESNO) != 0 ? IDNO : IDOK);
+    const unsigned int answer = message_->answer().value_or(message_->leastAnswer());
     message_ = std::move(before);
     assistant_.boxClosed();
     return answer;

@@ -257,20 +257,18 @@ void DialogWindow::explainAt(int column, int line) {
     }
 }
 
-// The control that the key means; a grey one tells why.
+// A grey control is not pressed; the help line says why.
 void DialogWindow::pressAccessKey(int key) {
+    const int index = assist::controlOfAccessKey(dialog_, key);
     JxwControlInfo control{};
-    for (int index = 0; JXW_GetControlInfo(dialog_, index, &control) != 0; ++index) {
-        if (control.accessKey != key || control.kind == JXW_EDIT || control.kind == JXW_LISTBOX)
-            continue;
-        if (control.enabled == 0)
-            tell(assist::helpOn(dialog_, index));
-        else if (control.kind == JXW_BUTTON)
-            press(control);
-        else
-            add_([key, handle = dialog_] { JXW_UserAccessKey(handle, key); });
+    if (JXW_GetControlInfo(dialog_, index, &control) == 0)
         return;
-    }
+    if (control.enabled == 0)
+        tell(assist::helpOn(dialog_, index));
+    else if (control.kind == JXW_BUTTON)
+        press(control);
+    else
+        add_([key, handle = dialog_] { JXW_UserAccessKey(handle, key); });
 }
 
 bool DialogWindow::takeKey(int key, unsigned int state) {

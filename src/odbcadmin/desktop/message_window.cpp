@@ -5,7 +5,6 @@
 #include <FL/Fl_Box.H>
 #include <FL/Fl_Button.H>
 #include <FL/fl_draw.H>
-#include <jxdialog.h>
 
 #include <algorithm>
 #include <cstdint>
@@ -16,33 +15,16 @@ namespace jx::desktop {
 
 namespace {
 
-constexpr unsigned int kButtonSet = 15;
-constexpr unsigned int kIcon = 0xF0;
 constexpr int kTextWidth = 440;
 constexpr int kMargin = 16;
 constexpr int kSignWidth = 40;
 constexpr int kButtonWidth = 90;
 constexpr int kButtonHeight = 28;
 
-const char* signOf(unsigned int style) {
-    switch (style & kIcon) {
-        case MB_ICONSTOP:
-            return "X";
-        case MB_ICONQUESTION:
-            return "?";
-        case MB_ICONEXCLAMATION:
-            return "!";
-        default:
-            return "i";
-    }
-}
-
 }  // namespace
 
 MessageWindow::MessageWindow(const std::string& text, const std::string& title, unsigned int style)
-    : Fl_Double_Window(100, 100),
-      asks_((style & kButtonSet) == MB_YESNO),
-      isWarning_((style & kIcon) == MB_ICONEXCLAMATION) {
+    : Fl_Double_Window(100, 100), style_(assist::boxStyle(style)) {
     int width = kTextWidth;
     int height = 0;
     fl_font(FL_HELVETICA, FL_NORMAL_SIZE);
@@ -50,24 +32,23 @@ MessageWindow::MessageWindow(const std::string& text, const std::string& title, 
     fl_measure(shown.c_str(), width, height, 0);
     height = std::max(height + 8, kSignWidth);
     size(kTextWidth + kSignWidth + 3 * kMargin, height + kButtonHeight + 3 * kMargin);
-    auto* sign = new Fl_Box(FL_UP_BOX, kMargin, kMargin, kSignWidth, kSignWidth, signOf(style));
+    auto* sign =
+        new Fl_Box(FL_UP_BOX, kMargin, kMargin, kSignWidth, kSignWidth, *style_.sign != '\0' ? style_.sign : "i");
     sign->labelsize(24);
     sign->labelfont(FL_HELVETICA_BOLD);
     // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): widgets belong to the window that is being filled
     auto* box = new Fl_Box(kSignWidth + 2 * kMargin, kMargin, kTextWidth, height);
     box->align(FL_ALIGN_LEFT | FL_ALIGN_TOP | FL_ALIGN_INSIDE | FL_ALIGN_WRAP);
     box->copy_label(shown.c_str());
-    if (asks_) {
-        addButton(1, IDYES, "&Yes");
-        addButton(0, IDNO, "&No");
-    } else {
-        addButton(0, IDOK, "&OK");
+    int place = static_cast<int>(style_.buttons.size());
+    for (const assist::BoxButton& each : style_.buttons) {
+        Fl_Widget* button = addButton(--place, each);
+        if (&each == &style_.buttons[style_.first])
+            firstFocus_ = button;
     }
     end();
     copy_label(title.c_str());
     callback([](Fl_Widget* widget, void* /*data*/) { static_cast<MessageWindow*>(widget)->takeKey(FL_Escape); });
-    // A warning begins at its "No".
-    firstFocus_ = child(asks_ && !isWarning_ ? 2 : children() - 1);
 }
 
 void MessageWindow::open() {
@@ -76,30 +57,32 @@ void MessageWindow::open() {
     firstFocus_->take_focus();
 }
 
-void MessageWindow::addButton(int place, unsigned int answer, const char* text) {
+Fl_Widget* MessageWindow::addButton(int place, const assist::BoxButton& made) {
     const int left = w() - kMargin - (place + 1) * (kButtonWidth + kMargin) + kMargin;
-    auto* button = new Fl_Button(left, h() - kMargin - kButtonHeight, kButtonWidth, kButtonHeight, text);
+    auto* button = new Fl_Button(left, h() - kMargin - kButtonHeight, kButtonWidth, kButtonHeight, made.text);
     button->callback(
         [](Fl_Widget* widget, void* data) {
             static_cast<MessageWindow*>(widget->window())->answer_ =
                 static_cast<unsigned int>(reinterpret_cast<std::uintptr_t>(data));
         },
         // NOLINTNEXTLINE(performance-no-int-to-ptr): callbacks carry numbers so
-        reinterpret_cast<void*>(static_cast<std::uintptr_t>(answer)));
+        reinterpret_cast<void*>(static_cast<std::uintptr_t>(made.answer)));
+    return button;
 }  // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks): the window's
 
 bool MessageWindow::takeKey(int key) {
-    if (key == FL_Escape)
-        answer_ = asks_ ? IDNO : IDOK;
-    else if (key == FL_Enter || key == FL_KP_Enter)
+    if (key == FL_Escape) {
+        answer_ = leastAnswer();
+        return true;
+    }
+    if (key == FL_Enter || key == FL_KP_Enter) {
         (contains(Fl::focus()) != 0 ? Fl::focus() : firstFocus_)->do_callback();
-    else if (asks_ && (key == 'y' || key == 'n'))
-        answer_ = key == 'y' ? IDYES : IDNO;
-    else if (!asks_ && key == 'o')
-        answer_ = IDOK;
-    else
-        return false;
-    return true;
+        return true;
+    }
+    for (const assist::BoxButton& button : style_.buttons)
+        if (key == (button.text[1] | 0x20))
+            answer_ = button.answer;
+    return answer_.has_value();
 }
 
 }  // namespace jx::desktop

@@ -6,6 +6,8 @@
 #include <optional>
 #include <string>
 
+#include "odbcadmin/assist/message_box.h"
+
 namespace jx::desktop {
 
 // MessageWindow: open until an answer is there.
@@ -17,17 +19,17 @@ public:
     void open();
 
     std::optional<unsigned int> answer() const { return answer_; }
+    unsigned int leastAnswer() const { return style_.leastAnswer(); }
 
     // A key: Enter, Escape, or the first letter of a button; true when it was taken.
     bool takeKey(int key);
 
 private:
-    void addButton(int place, unsigned int answer, const char* text);
+    Fl_Widget* addButton(int place, const assist::BoxButton& made);
 
     std::optional<unsigned int> answer_;
     Fl_Widget* firstFocus_ = nullptr;
-    bool asks_;
-    bool isWarning_;
+    assist::BoxStyle style_;
 };
 
 }  // namespace jx::desktop

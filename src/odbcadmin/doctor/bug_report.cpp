@@ -9,9 +9,9 @@
 #include <memory>
 #include <string_view>
 
-#include "odbcadmin/cli/text.h"
-#include "odbcadmin/doctor/elf_header.h"
 #include "odbcadmin/doctor/file_rights.h"
+#include "odbcadmin/doctor/library_file.h"
+#include "odbcadmin/model/text.h"
 #include "rules/secrets.h"
 
 namespace jx::doctor {
@@ -31,7 +31,7 @@ std::string variableLines() {
     std::string text;
     for (const char* name : {"HOME", "ODBCINI", "ODBCINSTINI", "LD_LIBRARY_PATH", "LD_PRELOAD"}) {
         const char* value = std::getenv(name);
-        text.append(name).append(value == nullptr ? " is not set" : "=" + admin::printable(value)).append("\n");
+        text.append(name).append(value == nullptr ? " is not set" : "=" + model::printable(value)).append("\n");
     }
     return text;
 }
@@ -53,31 +53,32 @@ std::string fileLines(const std::string& path) {
     JxIniPiece piece;
     for (std::size_t i = 0; i < count && i < kMostLines && jxIniPieceAt(text.get(), i, &piece) != 0; ++i)
         lines
-            .append(admin::printable(rules::maskedLine(withoutLineEnd({bytes + piece.begin, piece.end - piece.begin}))))
+            .append(model::printable(rules::maskedLine(withoutLineEnd({bytes + piece.begin, piece.end - piece.begin}))))
             .append("\n");
     if (count > kMostLines)
         lines.append("(and " + std::to_string(count - kMostLines) + " more)\n");
     return lines;
 }
 
-std::string placeLines(const ConfigPlace& place) {
+std::string placeLines(const model::ConfigPlace& place) {
     std::string text;
-    for (const Candidate& each : place.candidates)
-        text.append((each.wins ? "* " : "  ") + admin::printable(each.path) + "  " +
-                    (each.exists ? each.rights : "not there") + "  " + each.why + "\n");
+    for (const model::Candidate& each : place.candidates)
+        text.append((each.wins ? "* " : "  ") + model::printable(each.path) + "  " +
+                    (each.exists ? rightsText(each.path) : "not there") + "  " + each.why + "\n");
     return text;
 }
 
 }  // namespace
 
-std::string bugReport(const std::string& version, const std::vector<ConfigPlace>& places, const Findings& findings) {
+std::string bugReport(const std::string& version, const std::vector<model::ConfigPlace>& places,
+                      const Findings& findings) {
     std::string text = "---- odbcadmin doctor --report ----\n" + systemLines(version) + variableLines();
-    for (const ConfigPlace& place : places)
+    for (const model::ConfigPlace& place : places)
         text.append("\n" + place.file + "\n" + placeLines(place) + "---- text\n" + fileLines(place.path) + "----\n");
     text.append("\nfindings: " + std::to_string(findings.size()) + "\n");
     for (const Finding& each : findings)
-        text.append(std::string(severityWord(each.severity)) + " " + each.id + " " + admin::printable(each.subject) +
-                    "\n  " + admin::printable(each.fact) + "\n");
+        text.append(std::string(severityWord(each.severity)) + " " + each.id + " " + model::printable(each.subject) +
+                    "\n  " + model::printable(each.fact) + "\n");
     return text + "---- end ----\n";
 }
 

@@ -3,13 +3,14 @@
 
 #include <string>
 
-#include "odbcadmin/doctor/config_places.h"
 #include "odbcadmin/doctor/finding.h"
+#include "odbcadmin/model/config_places.h"
 
 namespace jx::doctor {
 
 // The block, lines ended with line feeds. Passwords and the like are masked, whatever the options of the command are,
 // and control characters shown as "?".
-std::string bugReport(const std::string& version, const std::vector<ConfigPlace>& places, const Findings& findings);
+std::string bugReport(const std::string& version, const std::vector<model::ConfigPlace>& places,
+                      const Findings& findings);
 
 }  // namespace jx::doctor

@@ -79,7 +79,7 @@ inline constexpr Check kNeededDamaged{"library.needed-damaged", error};
 inline constexpr Check kNeededFromProgram{"library.needed-from-program", warning};
 inline constexpr Check kVersionMissing{"library.version-missing", error};
 inline constexpr Check kLoadRefused{"library.load-refused", error};
-inline constexpr Check kLoaderSays{"library.loader-says", note};  // when the cause has been told
+inline constexpr Check kLoaderSays{"library.loader-says", note};  // when the cause is reported already
 inline constexpr Check kLoadCrashed{"library.load-crashed", error};
 inline constexpr Check kLoadExited{"library.load-exited", error};
 inline constexpr Check kLoadTimedOut{"library.load-timed-out", error};
@@ -90,76 +90,20 @@ inline constexpr Check kNoEntryPoint{"library.no-entry-point", error};
 // Around the libraries.
 inline constexpr Check kTracingOn{"environment.tracing-on", warning};
 
-inline constexpr Check kAll[] = {
-    kNoPlace,
-    kVariableEmpty,
-    kVariableRelative,
-    kFileMissing,
-    kNamedFileMissing,
-    kFileUnreadable,
-    kFileDanglingLink,
-    kFileNotRegular,
-    kFileShadowed,
-    kSystemFileIgnored,
-    kPasswordOpen,
-    kFileReadOnly,
-    kByteOrderMark,
-    kCarriageReturn,
-    kNul,
-    kNotUtf8,
-    kInvisible,
-    kTrailingBlanks,
-    kDuplicateSection,
-    kDuplicateKey,
-    kKeyOutside,
-    kNoEquals,
-    kNoKey,
-    kUnclosed,
-    kNoSection,
-    kNotListed,
-    kDriverUnknown,
-    kNoLibraryKey,
-    kNoSetupKey,
-    kRelativePath,
-    kStalePath,
-    kForbiddenCharacter,
-    kTooLong,
-    kReserved,
-    kLibraryMissing,
-    kDirectoryMissing,
-    kDirectoryClosed,
-    kLibraryDanglingLink,
-    kLibraryUnreadable,
-    kLibraryNotRegular,
-    kLibraryEmpty,
-    kLibraryArchive,
-    kLibraryLinkerScript,
-    kLibraryText,
-    kLibraryNotElf,
-    kLibraryCutShort,
-    kLibraryNotShared,
-    kWrongClass,
-    kWrongMachine,
-    kNeededMissing,
-    kNeededOtherSystem,
-    kNeededDamaged,
-    kNeededFromProgram,
-    kVersionMissing,
-    kLoadRefused,
-    kLoaderSays,
-    kLoadCrashed,
-    kLoadExited,
-    kLoadTimedOut,
-    kLoadNotTried,
-    kUnloadFailed,
-    kNoEntryPoint,
-    kTracingOn,
-};
-
 }  // namespace check
 
 inline Finding found(const Check& what, std::string subject, std::string fact, std::string advice) {
     return {what.id, what.severity, std::move(subject), std::move(fact), std::move(advice)};
 }
+
+// Findings about one subject, added to those there are.
+struct Subject {
+    std::string name;
+    Findings& findings;
+
+    void tell(const Check& what, std::string fact, std::string advice) const {
+        findings.push_back(found(what, name, std::move(fact), std::move(advice)));
+    }
+};
 
 }  // namespace jx::doctor

@@ -6,7 +6,7 @@
 #include <map>
 #include <set>
 
-#include "odbcadmin/doctor/elf_header.h"
+#include "odbcadmin/doctor/directory.h"
 #include "odbcadmin/doctor/library_checks.h"
 
 namespace jx::doctor {
@@ -14,15 +14,6 @@ namespace jx::doctor {
 namespace fs = std::filesystem;
 
 namespace {
-
-std::vector<fs::path> entriesOf(const fs::path& directory) {
-    std::vector<fs::path> entries;
-    std::error_code error;
-    for (fs::directory_iterator each(directory, error), end; !error && each != end; each.increment(error))
-        entries.push_back(each->path());
-    std::sort(entries.begin(), entries.end());
-    return entries;
-}
 
 bool isSharedLibraryName(const std::string& name) {
     const std::size_t at = name.find(".so");
@@ -34,15 +25,8 @@ bool isManagerName(const std::string& name) {
     return name.starts_with("libodbc.so");
 }
 
-bool offers(const ElfFile& file, LibraryRole role) {
-    return missingFunctions(role, [&](const char* name) { return file.defined.contains(name); }).empty();
-}
-
-bool isSetupLibrary(const fs::path& path) {
-    if (readElfHeader(path.string()).state != HeaderState::readable)
-        return false;
-    const std::optional<ElfFile> file = readElfFile(path.string());
-    return file && offers(*file, LibraryRole::setup);
+bool offers(const LibraryFile& file, LibraryRole role) {
+    return file.state == LibraryFile::State::library && missingFunctions(role, file.functions).empty();
 }
 
 // "libsqlite3odbc.so.0.1" is called "sqlite3odbc".
@@ -57,9 +41,9 @@ std::string setupBeside(const fs::path& driver) {
     const std::string name = driver.filename().string();
     const std::string base = name.substr(0, name.find(".so"));
     for (const char* ending : {"S.so", "_setup.so", "setup.so", "-setup.so"}) {
-        const fs::path candidate = driver.parent_path() / (base + ending);
-        if (isSetupLibrary(candidate))
-            return candidate.string();
+        const std::string candidate = (driver.parent_path() / (base + ending)).string();
+        if (offers(readLibraryFile(candidate), LibraryRole::setup))
+            return candidate;
     }
     return {};
 }
@@ -119,13 +103,10 @@ std::vector<FoundDriver> scanForDrivers(const std::vector<std::string>& director
     std::vector<FoundDriver> drivers;
     for (const auto& [real, path] : libraries) {
         waiting();
-        const ElfHeader header = readElfHeader(real);
-        if (header.state != HeaderState::readable || !(header.system == thisSystem()))
+        const LibraryFile file = readLibraryFile(real);
+        if (file.isForOtherSystem() || !offers(file, LibraryRole::driver))
             continue;
-        const std::optional<ElfFile> file = readElfFile(real);
-        if (!file || !offers(*file, LibraryRole::driver))
-            continue;
-        const std::string setup = offers(*file, LibraryRole::setup) ? path.string() : setupBeside(path);
+        const std::string setup = offers(file, LibraryRole::setup) ? path.string() : setupBeside(path);
         drivers.push_back({plainName(path), path.string(), setup});
     }
     std::sort(drivers.begin(), drivers.end(),

@@ -13,8 +13,6 @@ struct FoundDriver {
     std::string name;  // made of the file's name
     std::string path;
     std::string setup;  // its own path, or a setup library beside it; empty when there is none
-
-    bool operator==(const FoundDriver&) const = default;
 };
 
 // Where drivers usually lie: the loader's directories, those called "odbc" in them, local ones and those of products

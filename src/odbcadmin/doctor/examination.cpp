@@ -7,16 +7,21 @@
 #include <map>
 #include <utility>
 
-#include "odbcadmin/cli/text.h"
 #include "odbcadmin/doctor/checks.h"
 #include "odbcadmin/doctor/file_checks.h"
 #include "odbcadmin/doctor/name_checks.h"
 #include "odbcadmin/doctor/syntax_checks.h"
+#include "odbcadmin/model/trace_settings.h"
 #include "rules/names.h"
 
 namespace jx::doctor {
 
 namespace {
+
+using model::Configuration;
+using model::DataSource;
+using model::FileKind;
+using model::Registered;
 
 void append(Findings& findings, const Findings& more) {
     findings.insert(findings.end(), more.begin(), more.end());
@@ -39,15 +44,15 @@ public:
         return findings;
     }
 
-    Findings check(const DriverRecord& driver, bool isTranslator) {
+    Findings check(const Registered& entry, const model::RegisteredKind& kind) {
+        const bool isDriver = kind.key == model::kDriverKind.key;
+        const std::string name = std::string(kind.word) + " " + entry.name;
         Findings findings;
-        const std::string name = (isTranslator ? "translator " : "driver ") + driver.name;
-        if (driver.library)
-            append(findings,
-                   check(name, driver.library->text, isTranslator ? LibraryRole::translator : LibraryRole::driver));
-        if (driver.setup)
-            append(findings, check("setup library of " + name, driver.setup->text,
-                                   isTranslator ? LibraryRole::translatorSetup : LibraryRole::setup));
+        if (entry.library)
+            findings = check(name, entry.library.text, isDriver ? LibraryRole::driver : LibraryRole::translator);
+        if (entry.setup)
+            append(findings, check("setup library of " + name, entry.setup.text,
+                                   isDriver ? LibraryRole::setup : LibraryRole::translatorSetup));
         return findings;
     }
 
@@ -56,114 +61,111 @@ private:
     std::map<std::pair<std::string, LibraryRole>, Findings> known_;
 };
 
-Findings checkText(const Records& records, const std::string& systemFolder) {
-    Findings findings = checkFiles(configPlaces(systemFolder));
-    for (const std::string& path : {records.odbcPath, records.odbcinstPath})
-        append(findings, checkSyntax(path));
+Findings checkTexts(const Configuration& configuration, const std::string& systemFolder) {
+    Findings findings = checkFiles(model::configPlaces(systemFolder));
+    for (const FileKind kind : {FileKind::dataSources, FileKind::drivers})
+        for (const model::ConfigFile* file : configuration.files(kind))
+            append(findings, checkSyntax(file->path));
     return findings;
 }
 
-bool isNamed(const std::vector<std::string>& names, const std::string& name) {
-    return names.empty() || std::any_of(names.begin(), names.end(), [&](const std::string& each) {
-               return rules::sameName(rules::trimmed(each), name);
-           });
+template <class Rows>
+bool holds(const Rows& rows, const std::string& name) {
+    return std::any_of(rows.begin(), rows.end(), [&](const auto& row) { return rules::sameName(row.name, name); });
 }
 
 // What one run is about.
 struct Selection {
-    std::vector<DataSourceRecord> dataSources;
-    std::vector<DriverRecord> drivers, translators;
+    std::vector<DataSource> dataSources;
+    std::vector<Registered> drivers, translators;
 };
 
-Selection select(const Records& records, const std::vector<std::string>& names) {
-    Selection selection;
-    std::vector<std::string> drivers = names;
-    for (const DataSourceRecord& each : records.dataSources) {
-        if (!isNamed(names, each.name))
-            continue;
-        selection.dataSources.push_back(each);
-        if (each.listed && !names.empty())
-            drivers.push_back(each.listed->text);
-    }
-    for (const DriverRecord& each : records.drivers)
-        if (isNamed(drivers, each.name))
-            selection.drivers.push_back(each);
+Selection select(const Configuration& configuration, const std::vector<std::string>& names) {
     if (names.empty())
-        selection.translators = records.translators;
+        return {configuration.dataSources(), configuration.drivers(), configuration.all(model::kTranslatorKind)};
+    Selection selection;
+    const auto addDriver = [&](const std::string& name) {
+        const auto driver = configuration.driver(name);
+        if (driver && !holds(selection.drivers, driver->name))
+            selection.drivers.push_back(*driver);
+    };
+    for (const std::string& name : names) {
+        addDriver(name);
+        const auto source = configuration.dataSource(name);
+        if (!source || holds(selection.dataSources, source->name))
+            continue;
+        selection.dataSources.push_back(*source);
+        if (source->listed)
+            addDriver(source->driver);
+    }
     return selection;
 }
 
-Findings checkNames(const Selection& selection, const Records& records) {
+Findings checkNames(const Selection& selection, const Configuration& configuration) {
     Findings findings;
-    for (const DataSourceRecord& each : selection.dataSources)
-        append(findings, checkDataSourceNames(each, records));
-    for (const DriverRecord& each : selection.drivers)
-        append(findings, checkDriverNames(each, DriverKind::driver, records));
-    for (const DriverRecord& each : selection.translators)
-        append(findings, checkDriverNames(each, DriverKind::translator, records));
+    for (const DataSource& each : selection.dataSources)
+        append(findings, checkDataSourceNames(each, configuration));
+    for (const Registered& each : selection.drivers)
+        append(findings, checkRegisteredNames(each, model::kDriverKind, configuration));
+    for (const Registered& each : selection.translators)
+        append(findings, checkRegisteredNames(each, model::kTranslatorKind, configuration));
     return findings;
 }
 
-// A data source's own path is told of where it differs from its driver's: else the driver's findings say it all.
-Findings checkLibraries(const Selection& selection, const Records& records, const ExaminationOptions& options) {
+// A data source's own path is looked at where it differs from its driver's: else the driver's findings say it all.
+Findings checkLibraries(const Selection& selection, const Configuration& configuration,
+                        const ExaminationOptions& options) {
     Libraries libraries(options);
     Findings findings;
-    for (const DriverRecord& each : selection.drivers)
-        append(findings, libraries.check(each, /*isTranslator=*/false));
-    for (const DataSourceRecord& each : selection.dataSources) {
-        const DriverRecord* driver = each.listed ? records.driver(each.listed->text) : nullptr;
-        const bool isDrivers =
-            driver != nullptr && driver->library && each.library && driver->library->text == each.library->text;
+    for (const Registered& each : selection.drivers)
+        append(findings, libraries.check(each, model::kDriverKind));
+    for (const DataSource& each : selection.dataSources) {
+        const auto driver = each.listed ? configuration.driver(each.driver) : std::nullopt;
+        const bool isDrivers = driver && driver->library && driver->library.text == each.library.text;
         if (each.library && !isDrivers)
-            append(findings, libraries.check("data source " + each.name, each.library->text, LibraryRole::driver));
+            append(findings, libraries.check("data source " + each.name, each.library.text, LibraryRole::driver));
     }
-    for (const DriverRecord& each : selection.translators)
-        append(findings, libraries.check(each, /*isTranslator=*/true));
+    for (const Registered& each : selection.translators)
+        append(findings, libraries.check(each, model::kTranslatorKind));
     return findings;
-}
-
-bool isOn(const std::string& text) {
-    constexpr const char* kWords[] = {"1", "on", "yes", "true"};
-    return std::any_of(std::begin(kWords), std::end(kWords),
-                       [&](const char* word) { return rules::sameName(text, word); });
 }
 
 }  // namespace
 
-Findings lint(const Records& records, const std::string& systemFolder) {
-    Findings findings = checkText(records, systemFolder);
-    append(findings, checkNames(select(records, {}), records));
+Findings lint(const Configuration& configuration, const std::string& systemFolder) {
+    Findings findings = checkTexts(configuration, systemFolder);
+    append(findings, checkNames(select(configuration, {}), configuration));
     return findings;
 }
 
-Findings examineDrivers(const std::vector<DriverRecord>& drivers, const ExaminationOptions& options) {
+Findings examineDrivers(const std::vector<Registered>& drivers, const ExaminationOptions& options) {
     Libraries libraries(options);
     Findings findings;
-    for (const DriverRecord& each : drivers)
-        append(findings, libraries.check(each, /*isTranslator=*/false));
+    for (const Registered& each : drivers)
+        append(findings, libraries.check(each, model::kDriverKind));
     return findings;
 }
 
-Findings checkEnvironment(const Records& records) {
-    if (!records.trace || !isOn(records.trace->text))
+Findings checkEnvironment(const Configuration& configuration) {
+    const model::TraceSettings settings = model::traceSettings(configuration);
+    if (!settings.isOn)
         return {};
-    const bool isNamedFile = records.traceFile && !records.traceFile->text.empty();
-    const std::string file = isNamedFile ? records.traceFile->text : "sql.log";
     struct stat status {};
-    const std::string size = ::stat(file.c_str(), &status) == 0
+    const std::string size = ::stat(settings.file.c_str(), &status) == 0
                                  ? "has " + std::to_string(status.st_size) + " bytes"
-                                 : (file.front() == '/' ? "is not there yet" : "lies where a program is started");
+                             : settings.file.front() == '/' ? "is not there yet"
+                                                            : "lies where a program is started";
     return {found(check::kTracingOn, "tracing",
-                  records.trace->where() + ": tracing is on; its file " + file + " " + size + ".",
+                  settings.trace.where() + ": tracing is on; its file " + settings.file + " " + size + ".",
                   "It slows every call down and records values: turn it off with odbcadmin trace off.")};
 }
 
-Findings examine(const Records& records, const ExaminationOptions& options) {
-    Findings findings = checkText(records, options.systemFolder);
-    const Selection selection = select(records, options.names);
-    append(findings, checkNames(selection, records));
-    append(findings, checkLibraries(selection, records, options));
-    append(findings, checkEnvironment(records));
+Findings examine(const Configuration& configuration, const ExaminationOptions& options) {
+    Findings findings = checkTexts(configuration, options.systemFolder);
+    const Selection selection = select(configuration, options.names);
+    append(findings, checkNames(selection, configuration));
+    append(findings, checkLibraries(selection, configuration, options));
+    append(findings, checkEnvironment(configuration));
     return findings;
 }
 

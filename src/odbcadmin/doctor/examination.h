@@ -1,4 +1,8 @@
 // The doctor: every check in its order.
+//
+//     ExaminationOptions options;
+//     options.library.places = loaderPlaces();
+//     for (const Finding& finding : examine(Configuration::read(), options)) ...
 #pragma once
 
 #include <functional>
@@ -7,30 +11,29 @@
 
 #include "odbcadmin/doctor/finding.h"
 #include "odbcadmin/doctor/library_checks.h"
-#include "odbcadmin/doctor/records.h"
+#include "odbcadmin/model/configuration.h"
 
 namespace jx::doctor {
 
 struct ExaminationOptions {
-    // Data sources and drivers to look at, which must be in the records; all when empty. A data source brings its
-    // driver along.
+    // Data sources and drivers to look at; all when empty. A data source brings its driver along.
     std::vector<std::string> names;
     LibraryOptions library;
-    // Told before each library is loaded.
+    // Called before each library is loaded.
     std::function<void(const std::string&)> progress = [](const std::string&) {};
     std::string systemFolder = "/etc";
 };
 
 // Files, syntax, names, libraries, environment. Loads libraries in child processes only.
-Findings examine(const Records& records, const ExaminationOptions& options);
+Findings examine(const model::Configuration& configuration, const ExaminationOptions& options);
 
 // The first three alone: nothing is loaded, no library is looked at.
-Findings lint(const Records& records, const std::string& systemFolder = "/etc");
+Findings lint(const model::Configuration& configuration, const std::string& systemFolder = "/etc");
 
 // The libraries of the given drivers.
-Findings examineDrivers(const std::vector<DriverRecord>& drivers, const ExaminationOptions& options);
+Findings examineDrivers(const std::vector<model::Registered>& drivers, const ExaminationOptions& options);
 
 // Tracing.
-Findings checkEnvironment(const Records& records);
+Findings checkEnvironment(const model::Configuration& configuration);
 
 }  // namespace jx::doctor

@@ -1,50 +1,58 @@
 // Building the steps.
 #include "odbcadmin/doctor/explanation.h"
 
-#include "odbcadmin/cli/near_matches.h"
+#include <string_view>
+#include <utility>
+
 #include "odbcadmin/doctor/library_state.h"
+#include "odbcadmin/model/near_matches.h"
 
 namespace jx::doctor {
 
 namespace {
 
+using model::FileKind;
+using model::Located;
+
 class Explainer {
 public:
-    explicit Explainer(const Records& records) : records_(records) {}
+    explicit Explainer(const model::Configuration& configuration) : configuration_(configuration) {}
 
-    void dataSource(const DataSourceRecord& record) {
-        subject_ = "data source " + record.name;
-        if (record.listed)
-            good("listed", *record.listed, "for the driver " + record.listed->text);
+    void dataSource(const model::DataSource& source) {
+        subject_ = "data source " + source.name;
+        const std::string& path = source.file->path;
+        if (source.listed)
+            good("listed", source.listed, "for the driver " + source.driver);
         else
-            bad("listed", records_.odbcPath, "not in [ODBC Data Sources]", "List it with the name of its driver.");
-        section(record.section, record.name, records_.odbcPath, records_.dataSourceSections);
-        if (record.section)
-            key("Driver", record.library, records_.odbcPath);
-        driverOf(record);
-        if (record.library)
-            library(record.library->text);
+            bad("listed", path, "not in [ODBC Data Sources]", "List it with the name of its driver.");
+        section(source.header, source.name, FileKind::dataSources);
+        if (source.header)
+            key("Driver", source.library, path);
+        if (source.listed)
+            driverOf(source);
+        if (source.library)
+            library(source.library.text);
     }
 
-    void driver(const DriverRecord& record) {
-        subject_ = "driver " + record.name;
-        if (record.listed)
-            good("listed", *record.listed, record.listed->text);
+    void driver(const model::Registered& driver) {
+        subject_ = "driver " + driver.name;
+        const std::string& path = driver.file->path;
+        if (driver.listed)
+            good("listed", driver.listed, driver.listed.text);
         else
-            bad("listed", records_.odbcinstPath, "not in [ODBC Drivers]", "List it: " + record.name + "=Installed");
-        section(record.section, record.name, records_.odbcinstPath, records_.driverSections);
-        if (!record.section)
+            bad("listed", path, "not in [ODBC Drivers]", "List it: " + driver.name + "=Installed");
+        section(driver.header, driver.name, FileKind::drivers);
+        if (!driver.header)
             return;
-        key("Driver", record.library, records_.odbcinstPath);
-        if (record.setup)
-            good("Setup", *record.setup, record.setup->text);
+        key("Driver", driver.library, path);
+        if (driver.setup)
+            good("Setup", driver.setup, driver.setup.text);
     }
 
-    void libraries(const DriverRecord& record) {
-        if (record.library)
-            library(record.library->text);
-        if (record.setup)
-            library(record.setup->text);
+    void libraries(const model::Registered& driver) {
+        for (const Located& each : {driver.library, driver.setup})
+            if (each)
+                library(each.text);
     }
 
     std::vector<Step> steps() { return std::move(steps_); }
@@ -58,56 +66,52 @@ private:
         steps_.push_back({/*ok=*/false, what, subject_, where, value, advice});
     }
 
-    void section(const std::optional<Located>& header, const std::string& name, const std::string& file,
-                 const std::vector<std::string>& candidates) {
+    void section(const Located& header, const std::string& name, FileKind kind) {
         if (header)
-            return good("section", *header, "[" + header->text + "]");
-        bad("section", file, "no section [" + name + "]",
-            admin::adviceFor(name, candidates, "Add the section, or remove the name from the list."));
+            return good("section", header, "[" + header.text + "]");
+        bad("section", configuration_.file(kind).path, "no section [" + name + "]",
+            model::adviceFor(name, configuration_.sectionNames(kind),
+                             "Add the section, or remove the name from the list."));
     }
 
-    void key(const char* name, const std::optional<Located>& value, const std::string& file) {
+    void key(const char* name, const Located& value, const std::string& file) {
         if (value)
-            return good(name, *value, value->text);
+            return good(name, value, value.text);
         bad(name, file, "no value", "Enter the full path of the driver's library.");
     }
 
-    void driverOf(const DataSourceRecord& record) {
-        if (!record.listed)
-            return;
-        const DriverRecord* found = records_.driver(record.listed->text);
-        if (found == nullptr) {
-            subject_ = "driver " + record.listed->text;
-            return bad(
-                "section", records_.odbcinstPath, "no driver of that name",
-                admin::adviceFor(record.listed->text, namesOf(records_.drivers), "Add it with odbcadmin driver add."));
+    void driverOf(const model::DataSource& source) {
+        const auto found = configuration_.driver(source.driver);
+        if (!found) {
+            subject_ = "driver " + source.driver;
+            return bad("section", configuration_.file(FileKind::drivers).path, "no driver of that name",
+                       model::adviceFor(source.driver, namesOf(configuration_.drivers()),
+                                        "Add it with odbcadmin driver add."));
         }
         driver(*found);
-        if (found->library && record.library && found->library->text != record.library->text)
-            steps_.push_back({/*ok=*/false, "Driver", subject_, found->library->where(),
-                              "not what the data source has: " + record.library->text,
-                              "The data source's path counts; enter the driver's there unless it is meant."});
+        if (found->library && source.library && found->library.text != source.library.text)
+            bad("Driver", found->library.where(), "not what the data source has: " + source.library.text,
+                "The data source's path counts; enter the driver's there unless it is meant.");
     }
 
     void library(const std::string& path) {
-        const LibraryState state = libraryState(path);
-        const bool ok = state == LibraryState::ok;
-        const std::string advice = ok ? "" : "See odbcadmin driver check " + path;
-        steps_.push_back({ok, "library", path, "", libraryStateWord(state), advice});
+        const std::string state = libraryState(path);
+        const bool ok = state == "ok";
+        steps_.push_back({ok, "library", path, "", state, ok ? "" : "See odbcadmin driver check " + path});
     }
 
-    const Records& records_;
+    const model::Configuration& configuration_;
     std::string subject_;
     std::vector<Step> steps_;
 };
 
 }  // namespace
 
-std::vector<Step> explain(const Records& records, const std::string& name) {
-    Explainer explainer(records);
-    if (const DataSourceRecord* source = records.dataSource(name)) {
+std::vector<Step> explain(const model::Configuration& configuration, const std::string& name) {
+    Explainer explainer(configuration);
+    if (const auto source = configuration.dataSource(name)) {
         explainer.dataSource(*source);
-    } else if (const DriverRecord* driver = records.driver(name)) {
+    } else if (const auto driver = configuration.driver(name)) {
         explainer.driver(*driver);
         explainer.libraries(*driver);
     }

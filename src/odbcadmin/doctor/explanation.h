@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "odbcadmin/doctor/records.h"
+#include "odbcadmin/model/configuration.h"
 
 namespace jx::doctor {
 
@@ -15,12 +15,10 @@ struct Step {
     std::string where;    // "PATH:LINE"; empty for what stands in no file
     std::string value;    // what stands there, or what is missing
     std::string advice;   // only of a broken step; names near matches
-
-    bool operator==(const Step&) const = default;
 };
 
 // The steps of a data source and its driver, or of a driver, up to the state of each library. Empty when there is
 // neither of that name. Libraries are looked at, not loaded.
-std::vector<Step> explain(const Records& records, const std::string& name);
+std::vector<Step> explain(const model::Configuration& configuration, const std::string& name);
 
 }  // namespace jx::doctor

@@ -3,7 +3,10 @@
 
 #include <grp.h>
 #include <pwd.h>
+#include <sys/stat.h>
 #include <unistd.h>
+
+#include <string_view>
 
 namespace jx::doctor {
 
@@ -29,8 +32,7 @@ std::string groupName(gid_t group) {
     return found != nullptr ? found->gr_name : std::to_string(group);
 }
 
-}  // namespace
-
+// "-rw-r-----" for a mode.
 std::string modeText(mode_t mode) {
     std::string text(1, typeLetter(mode));
     constexpr std::string_view kLetters = "rwxrwxrwx";
@@ -39,6 +41,8 @@ std::string modeText(mode_t mode) {
         text.push_back((mode & (kFirst >> i)) != 0 ? kLetters[i] : '-');
     return text;
 }
+
+}  // namespace
 
 std::string rightsText(const std::string& path) {
     struct stat status {};

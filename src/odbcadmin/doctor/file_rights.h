@@ -1,14 +1,9 @@
 // Who owns a file and who may do what with it, in words.
 #pragma once
 
-#include <sys/stat.h>
-
 #include <string>
 
 namespace jx::doctor {
-
-// "-rw-r-----" for a mode.
-std::string modeText(mode_t mode);
 
 // "-rw-r----- anna:staff"; numbers for accounts without a name, "" for a file whose state cannot be asked for.
 std::string rightsText(const std::string& path);

@@ -1,6 +1,7 @@
 // One thing that a check found, and how bad it is.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -18,22 +19,13 @@ struct Finding {
     std::string subject;  // what it is about: a path, a path with a line, "data source Sales"
     std::string fact;     // one sentence without advice
     std::string advice;   // one sentence: what to do
-
-    bool operator==(const Finding&) const = default;
 };
 
 using Findings = std::vector<Finding>;
 
 inline const char* severityWord(Severity severity) {
-    switch (severity) {
-        case Severity::error:
-            return "error";
-        case Severity::warning:
-            return "warning";
-        case Severity::note:
-            break;
-    }
-    return "note";
+    constexpr const char* kWords[] = {"error", "warning", "note"};
+    return kWords[static_cast<std::size_t>(severity)];
 }
 
 }  // namespace jx::doctor

@@ -1,71 +1,53 @@
 // The checks of one library in their order.
 #include "odbcadmin/doctor/library_checks.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <initializer_list>
+#include <iterator>
+#include <vector>
 
-#include "odbcadmin/cli/text.h"
 #include "odbcadmin/doctor/checks.h"
-#include "odbcadmin/doctor/child.h"
-#include "odbcadmin/doctor/elf_header.h"
-#include "odbcadmin/doctor/file_kind.h"
 #include "odbcadmin/doctor/file_rights.h"
 #include "odbcadmin/doctor/library_path.h"
-#include "odbcadmin/doctor/needed_findings.h"
-#include "odbcadmin/doctor/trial_load.h"
+#include "odbcadmin/doctor/needed_libraries.h"
+#include "odbcadmin/model/text.h"
+#include "odbcadmin/trial/library_load.h"
 
 namespace jx::doctor {
 
 namespace {
 
+using State = LibraryFile::State;
+
 // Of each group a library of the role must have one function.
-using Group = std::vector<const char*>;
+using Group = std::vector<std::string>;
 
 const std::vector<Group>& groupsOf(LibraryRole role) {
-    static const std::vector<Group> kDriver = {{"SQLAllocHandle", "SQLAllocEnv"},
-                                               {"SQLDriverConnect", "SQLDriverConnectW", "SQLConnect", "SQLConnectW"}};
-    static const std::vector<Group> kSetup = {{"ConfigDSN", "CONFIGDSN"}};
-    static const std::vector<Group> kTranslator = {{"SQLDriverToDataSource"}, {"SQLDataSourceToDriver"}};
-    static const std::vector<Group> kTranslatorSetup = {{"ConfigTranslator", "CONFIGTRANSLATOR"}};
-    switch (role) {
-        case LibraryRole::driver:
-            return kDriver;
-        case LibraryRole::setup:
-            return kSetup;
-        case LibraryRole::translator:
-            return kTranslator;
-        case LibraryRole::translatorSetup:
-            break;
-    }
-    return kTranslatorSetup;
+    static const std::vector<Group> kGroups[] = {
+        {{"SQLAllocHandle", "SQLAllocEnv"}, {"SQLDriverConnect", "SQLDriverConnectW", "SQLConnect", "SQLConnectW"}},
+        {{"ConfigDSN", "CONFIGDSN"}},
+        {{"SQLDriverToDataSource"}, {"SQLDataSourceToDriver"}},
+        {{"ConfigTranslator", "CONFIGTRANSLATOR"}}};
+    return kGroups[static_cast<std::size_t>(role)];
 }
 
 const char* roleWord(LibraryRole role) {
-    switch (role) {
-        case LibraryRole::driver:
-            return "driver";
-        case LibraryRole::setup:
-            return "setup library of a driver";
-        case LibraryRole::translator:
-            return "translator";
-        case LibraryRole::translatorSetup:
-            break;
-    }
-    return "setup library of a translator";
+    constexpr const char* kWords[] = {"driver", "setup library of a driver", "translator",
+                                      "setup library of a translator"};
+    return kWords[static_cast<std::size_t>(role)];
 }
 
 // One library on its way through the checks.
 class Examination {
 public:
     Examination(const std::string& subject, const std::string& path, LibraryRole role, const LibraryOptions& options)
-        : subject_(subject), path_(path), role_(role), options_(options) {}
+        : subject_{subject, findings_}, path_(path), role_(role), options_(options) {}
 
     Findings run() {
         if (!reach())
             return findings_;
-        header_ = readElfHeader(path_);
-        if (header_.state == HeaderState::unreadable || header_.state == HeaderState::absent) {
+        if (!file_.isThere()) {
             tellUnreadable();
             return findings_;
         }
@@ -76,73 +58,72 @@ public:
 
 private:
     void tell(const Check& what, std::string fact, std::string advice) {
-        findings_.push_back(found(what, subject_, std::move(fact), std::move(advice)));
+        subject_.tell(what, std::move(fact), std::move(advice));
     }
 
+    // False when the way to the file says all there is to say.
     bool reach() {
         if (path_.find('/') == std::string::npos)
             return reachByName();
-        findings_ = checkLibraryPath(subject_, path_);
+        checkLibraryPath(path_, subject_);
+        if (findings_.empty())
+            file_ = readLibraryFile(path_);
         return findings_.empty();
     }
 
     bool reachByName() {
         const LookUp look = lookUp(path_, nullptr, options_.places);
-        if (look.path.empty() && look.otherSystem.empty()) {
+        if (!look.file.isThere() && look.otherSystem.empty()) {
             tell(check::kLibraryMissing,
-                 path_ + " is in none of the directories where the loader looks: " + admin::joined(look.directories) +
+                 path_ + " is in none of the directories where the loader looks: " + model::joined(look.directories) +
                      ".",
                  "Give the library's full path.");
             return false;
         }
-        path_ = look.path.empty() ? look.otherSystem.front() : look.path;
+        file_ = look.file.isThere() ? look.file : look.otherSystem.front();
+        path_ = file_.path;
         return true;
     }
 
     void tellUnreadable() {
-        if (header_.error == EISDIR || header_.error == EINVAL)
+        if (file_.error == EISDIR || file_.error == EINVAL)
             tell(check::kLibraryNotRegular,
-                 path_ + (header_.error == EISDIR ? " is a directory" : " is a pipe, socket or device") + ".",
+                 path_ + (file_.error == EISDIR ? " is a directory" : " is a pipe, socket or device") + ".",
                  "Give the path of the library file itself.");
         else
             tell(check::kLibraryUnreadable,
                  path_ + " (" + rightsText(path_) + ") cannot be read by " + thisUserText() + ": " +
-                     std::strerror(header_.error) + ".",
+                     std::strerror(file_.error) + ".",
                  "Let everybody who uses the library read it, as with chmod a+r.");
     }
 
     void lookAtFile() {
-        switch (header_.state) {
-            case HeaderState::notElf:
-                return tellKind();
-            case HeaderState::cutShort:
-                return tell(check::kLibraryCutShort, path_ + " ends before what its header announces.",
-                            "It was copied or downloaded in part: install it again.");
-            case HeaderState::notShared:
-                tell(check::kLibraryNotShared, path_ + " is an object file or a program, no shared library.",
-                     "Give the path of the shared library (.so).");
-                break;
-            default:
-                break;
-        }
-        if (!(header_.system == thisSystem()))
+        if (file_.state != State::library)
+            tellKind();
+        const bool isWhole = file_.state == State::library || file_.state == State::notShared;
+        if (isWhole && file_.isForOtherSystem())
             tellSystem();
-        else
-            addNeededFindings(subject_, path_, options_.places, findings_);
+        else if (isWhole)
+            checkNeeded(file_, options_.places, subject_);
     }
 
     void tellKind() {
-        const FileContent content = fileContent(path_);
-        switch (content.kind) {
-            case FileKind::empty:
+        switch (file_.state) {
+            case State::empty:
                 return tell(check::kLibraryEmpty, path_ + " is empty.", "Install it again.");
-            case FileKind::archive:
+            case State::archive:
                 return tell(check::kLibraryArchive, path_ + " is a static archive; only linkers can use it.",
                             "Give the path of the shared library (.so) of the same product.");
-            case FileKind::linkerScript:
-                return tellLinkerScript(content.pointsTo);
-            case FileKind::text:
+            case State::linkerScript:
+                return tellLinkerScript(file_.pointsTo);
+            case State::text:
                 return tell(check::kLibraryText, path_ + " is a text file.", "Give the path of the library itself.");
+            case State::cutShort:
+                return tell(check::kLibraryCutShort, path_ + " ends before what its header announces.",
+                            "It was copied or downloaded in part: install it again.");
+            case State::notShared:
+                return tell(check::kLibraryNotShared, path_ + " is an object file or a program, no shared library.",
+                            "Give the path of the shared library (.so).");
             default:
                 return tell(check::kLibraryNotElf, path_ + " is no ELF file, so no library of this system.",
                             "Install the product's files for Linux and give the path of its shared library.");
@@ -157,51 +138,51 @@ private:
     }
 
     void tellSystem() {
-        const Check& what =
-            header_.system.elfClass != thisSystem().elfClass ? check::kWrongClass : check::kWrongMachine;
+        const Check& what = file_.system.elfClass != thisSystem().elfClass ? check::kWrongClass : check::kWrongMachine;
         tell(what,
-             path_ + " is for " + systemText(header_.system) + "; this program is " + systemText(thisSystem()) + ".",
+             path_ + " is for " + systemText(file_.system) + "; this program is " + systemText(thisSystem()) + ".",
              "Install the product's library for " + systemText(thisSystem()) + ".");
     }
 
     void load() {
         std::vector<std::string> names;
-        for (const LibraryRole role :
-             {LibraryRole::driver, LibraryRole::setup, LibraryRole::translator, LibraryRole::translatorSetup})
+        for (const LibraryRole role : kRoles)
             for (const Group& group : groupsOf(role))
                 names.insert(names.end(), group.begin(), group.end());
-        const TrialLoad trial = tryLoading(path_, names, options_.limit, options_.waiting);
-        if (trial.end != TrialLoad::End::loaded)
-            return tellLoad(trial);
-        tellFunctions(trial);
-        if (!trial.unloaded)
-            tell(check::kUnloadFailed, path_ + " loads, but unloading it ends the program: " + trial.unloadEnd + ".",
+        const trial::LoadReport report = trial::tryLoading({path_, names, options_.limit}, options_.waiting);
+        if (report.end != trial::LoadReport::End::loaded)
+            return tellLoad(report);
+        tellFunctions(report.offered);
+        if (!report.unloaded)
+            tell(check::kUnloadFailed, path_ + " loads, but unloading it ends the program: " + report.unloadEnd + ".",
                  "Report it to the library's maker; programs that keep it loaded are not affected.");
     }
 
-    void tellLoad(const TrialLoad& trial) {
-        const std::string printed = trial.output.empty() ? "" : " It printed: " + firstLine(trial.output);
-        switch (trial.end) {
-            case TrialLoad::End::refused:
-                return tellRefusal(trial.sentence);
-            case TrialLoad::End::crashed:
+    void tellLoad(const trial::LoadReport& report) {
+        using End = trial::LoadReport::End;
+        const std::string printed =
+            report.output.empty() ? "" : " It printed: " + report.output.substr(0, report.output.find('\n'));
+        switch (report.end) {
+            case End::refused:
+                return tellRefusal(report.sentence);
+            case End::crashed:
                 return tell(
                     check::kLoadCrashed,
-                    path_ + " crashes while it is loaded, with " + signalText(trial.code) + "." + printed,
+                    path_ + " crashes while it is loaded, with " + trial::signalText(report.code) + "." + printed,
                     "Its own start-up code fails: look for what it expects around it, or report it to its maker.");
-            case TrialLoad::End::exited:
+            case End::exited:
                 return tell(check::kLoadExited,
                             path_ + " ends the program while it is loaded, with exit code " +
-                                std::to_string(trial.code) + "." + printed,
+                                std::to_string(report.code) + "." + printed,
                             "Its own start-up code gives up: look for what it expects around it, such as a licence.");
-            case TrialLoad::End::timedOut:
+            case End::timedOut:
                 return tell(
                     check::kLoadTimedOut,
                     path_ + " was not loaded within " + std::to_string(options_.limit.count()) + " ms." + printed,
                     "Its own start-up code waits: for a server, a lock or a network file system.");
             default:
                 return tell(check::kLoadNotTried,
-                            "No process could be started to load " + path_ + ": " + std::strerror(trial.code) + ".",
+                            "No process could be started to load " + path_ + ": " + std::strerror(report.code) + ".",
                             "Try again when the system has room for more processes.");
         }
     }
@@ -224,47 +205,44 @@ private:
         return "Install the library again, or ask its maker.";
     }
 
-    static std::string firstLine(const std::string& text) { return text.substr(0, text.find('\n')); }
-
-    void tellFunctions(const TrialLoad& trial) {
-        const Offers offers = [&](const char* name) { return trial.offered.contains(name); };
-        const std::string missing = missingFunctions(role_, offers);
+    void tellFunctions(const std::set<std::string>& functions) {
+        const std::string missing = missingFunctions(role_, functions);
         if (missing.empty())
             return;
         std::string advice = "Give the library that the product's manual names.";
         for (const LibraryRole other : {LibraryRole::driver, LibraryRole::setup, LibraryRole::translator}) {
-            if (other != role_ && missingFunctions(other, offers).empty())
+            if (other != role_ && missingFunctions(other, functions).empty())
                 advice = std::string("It is a ") + roleWord(other) + ": were two paths exchanged?";
         }
         tell(check::kNoEntryPoint, path_ + " has no " + missing + ", so it is no " + roleWord(role_) + ".", advice);
     }
 
-    const std::string& subject_;
+    static constexpr LibraryRole kRoles[] = {LibraryRole::driver, LibraryRole::setup, LibraryRole::translator,
+                                             LibraryRole::translatorSetup};
+
+    Findings findings_;
+    Subject subject_;
     std::string path_;
     LibraryRole role_;
     const LibraryOptions& options_;
-    ElfHeader header_;
-    Findings findings_;
+    LibraryFile file_;
 };
-
-std::string alternatives(const Group& group) {
-    std::string text;
-    for (const char* name : group)
-        text.append(text.empty() ? "" : " or ").append(name);
-    return text;
-}
 
 }  // namespace
 
-std::string missingFunctions(LibraryRole role, const Offers& offers) {
-    for (const Group& group : groupsOf(role)) {
-        bool offered = false;
-        for (const char* name : group)
-            offered = offered || offers(name);
-        if (!offered)
-            return alternatives(group);
-    }
+std::string missingFunctions(LibraryRole role, const std::set<std::string>& functions) {
+    for (const Group& group : groupsOf(role))
+        if (std::none_of(group.begin(), group.end(), [&](const auto& name) { return functions.contains(name); }))
+            return model::joined(group, " or ");
     return {};
+}
+
+LibraryRole roleOf(const LibraryFile& library) {
+    for (const LibraryRole role :
+         {LibraryRole::driver, LibraryRole::setup, LibraryRole::translator, LibraryRole::translatorSetup})
+        if (missingFunctions(role, library.functions).empty())
+            return role;
+    return LibraryRole::driver;
 }
 
 Findings checkLibrary(const std::string& subject, const std::string& path, LibraryRole role,

@@ -2,11 +2,12 @@
 #pragma once
 
 #include <chrono>
+#include <set>
 #include <string>
 
-#include "odbcadmin/doctor/child.h"
 #include "odbcadmin/doctor/finding.h"
 #include "odbcadmin/doctor/loader_places.h"
+#include "odbcadmin/trial/child.h"
 
 namespace jx::doctor {
 
@@ -16,7 +17,7 @@ enum class LibraryRole { driver, setup, translator, translatorSetup };
 struct LibraryOptions {
     LoaderPlaces places;
     std::chrono::milliseconds limit{10000};  // of the trial load
-    Waiting waiting;                         // called while it lasts
+    trial::Waiting waiting;                  // called while it lasts
 };
 
 // Checks a library from the outside in: its path, what kind of file it is, the system it is for, what it needs, then
@@ -25,10 +26,11 @@ struct LibraryOptions {
 Findings checkLibrary(const std::string& subject, const std::string& path, LibraryRole role,
                       const LibraryOptions& options);
 
-// Whether a library that offers these names can do what the role asks for; see also missingFunctions.
-using Offers = std::function<bool(const char*)>;
+// "SQLDriverConnect or SQLConnect": the first group of functions of which a library that has these ones lacks all; ""
+// when it can do what the role asks for.
+std::string missingFunctions(LibraryRole role, const std::set<std::string>& functions);
 
-// "SQLDriverConnect or SQLConnect": the first group of functions of which a library has none; "" when it has all.
-std::string missingFunctions(LibraryRole role, const Offers& offers);
+// What a library is there for, by its functions; a driver when they say nothing.
+LibraryRole roleOf(const LibraryFile& library);
 
 }  // namespace jx::doctor

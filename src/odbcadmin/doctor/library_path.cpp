@@ -6,12 +6,13 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <vector>
 
-#include "odbcadmin/cli/near_matches.h"
-#include "odbcadmin/cli/text.h"
-#include "odbcadmin/doctor/checks.h"
+#include "odbcadmin/doctor/directory.h"
 #include "odbcadmin/doctor/file_rights.h"
 #include "odbcadmin/doctor/loader_places.h"
+#include "odbcadmin/model/near_matches.h"
+#include "odbcadmin/model/text.h"
 
 namespace jx::doctor {
 
@@ -21,91 +22,88 @@ namespace {
 
 std::vector<std::string> namesIn(const std::string& directory) {
     std::vector<std::string> names;
-    std::error_code error;
-    for (fs::directory_iterator each(directory, error), end; !error && each != end; each.increment(error))
-        names.push_back(each->path().filename().string());
+    for (const fs::path& path : entriesOf(directory))
+        names.push_back(path.filename().string());
     return names;
+}
+
+// " Beside it: libfoo.so.2, libfo.so.", from what is in directory and resembles name; "" when nothing does.
+std::string besideText(const std::string& directory, const std::string& name) {
+    std::vector<std::string> near = otherVersions(name, {directory}, {});
+    for (std::string& each : near)
+        each.erase(0, each.rfind('/') + 1);
+    if (near.empty())
+        near = model::nearMatches(name, namesIn(directory));
+    return near.empty() ? "" : " Beside it: " + model::joined(near) + ".";
 }
 
 std::string place(const fs::path& parent) {
     return parent.empty() ? "." : parent.string();
 }
 
-Finding missingStep(const std::string& subject, const fs::path& parent, const fs::path& step, bool isLast) {
+void tellMissing(const fs::path& parent, const fs::path& step, bool isLast, const Subject& subject) {
     const std::string beside = besideText(place(parent), step.filename().string());
     if (isLast)
-        return found(
-            check::kLibraryMissing, subject,
-            "There is no " + step.string() + "; its directory is there." + (beside.empty() ? "" : " ") + beside,
-            "Install the library there, or correct the path.");
-    return found(check::kDirectoryMissing, subject,
-                 "There is no directory " + step.string() + "; " + place(parent) + " is there." +
-                     (beside.empty() ? "" : " ") + beside,
-                 "Install the library, or correct the path from that directory on.");
+        subject.tell(check::kLibraryMissing, "There is no " + step.string() + "; its directory is there." + beside,
+                     "Install the library there, or correct the path.");
+    else
+        subject.tell(check::kDirectoryMissing,
+                     "There is no directory " + step.string() + "; " + place(parent) + " is there." + beside,
+                     "Install the library, or correct the path from that directory on.");
 }
 
-Finding danglingLink(const std::string& subject, const fs::path& step, int error) {
+void tellDanglingLink(const fs::path& step, int error, const Subject& subject) {
     std::error_code ignored;
     const std::string target = fs::read_symlink(step, ignored).string();
     const std::string where = error == ELOOP ? ", which leads back to itself" : ", which is not there";
-    return found(check::kLibraryDanglingLink, subject, step.string() + " is a symbolic link to " + target + where + ".",
+    subject.tell(check::kLibraryDanglingLink, step.string() + " is a symbolic link to " + target + where + ".",
                  "Make the link anew to the library that is installed, or install what it points to.");
 }
 
-Finding closedDirectory(const std::string& subject, const fs::path& parent) {
+void tellClosed(const fs::path& parent, const Subject& subject) {
     const std::string directory = place(parent);
-    return found(
-        check::kDirectoryClosed, subject,
+    subject.tell(
+        check::kDirectoryClosed,
         "The directory " + directory + " (" + rightsText(directory) + ") may not be entered by " + thisUserText() + ".",
         "Give the right to enter it, as with chmod a+x on the directory, or install the library elsewhere.");
 }
 
-Finding otherTrouble(const std::string& subject, const fs::path& parent, const fs::path& step, int error) {
+void tellOther(const fs::path& parent, const fs::path& step, int error, const Subject& subject) {
     const std::string fact = error == ENOTDIR ? place(parent) + " is not a directory"
                                               : "Cannot look at " + step.string() + ": " + std::strerror(error);
-    return found(check::kDirectoryMissing, subject, fact + ".", "Correct the path.");
+    subject.tell(check::kDirectoryMissing, fact + ".", "Correct the path.");
 }
 
-// What is wrong with one step; nothing when the way goes on.
-Findings checkStep(const std::string& subject, const fs::path& parent, const fs::path& step, bool isLast) {
+// False, with a finding, when the way ends here.
+bool passes(const fs::path& parent, const fs::path& step, bool isLast, const Subject& subject) {
     struct stat status {};
     if (::stat(step.c_str(), &status) == 0)
-        return {};
+        return true;
     const int error = errno;
     struct stat link {};
     const bool isLink = ::lstat(step.c_str(), &link) == 0 && S_ISLNK(link.st_mode);
     if (error == EACCES)
-        return {closedDirectory(subject, isLink ? fs::path(step).parent_path() : parent)};
-    if (isLink)
-        return {danglingLink(subject, step, error)};
-    if (error == ENOENT)
-        return {missingStep(subject, parent, step, isLast)};
-    return {otherTrouble(subject, parent, step, error)};
+        tellClosed(isLink ? step.parent_path() : parent, subject);
+    else if (isLink)
+        tellDanglingLink(step, error, subject);
+    else if (error == ENOENT)
+        tellMissing(parent, step, isLast, subject);
+    else
+        tellOther(parent, step, error, subject);
+    return false;
 }
 
 }  // namespace
 
-std::string besideText(const std::string& directory, const std::string& name) {
-    std::vector<std::string> near = otherVersions(name, {directory}, {});
-    for (std::string& each : near)
-        each.erase(0, each.rfind('/') + 1);
-    if (near.empty())
-        near = admin::nearMatches(name, namesIn(directory));
-    return near.empty() ? "" : "Beside it: " + admin::joined(near) + ".";
-}
-
-Findings checkLibraryPath(const std::string& subject, const std::string& path) {
+void checkLibraryPath(const std::string& path, const Subject& subject) {
     const fs::path whole(path);
     fs::path walked;
     for (auto part = whole.begin(); part != whole.end(); ++part) {
         const fs::path parent = walked;
         walked /= *part;
-        const bool isLast = std::next(part) == whole.end();
-        Findings trouble = checkStep(subject, parent, walked, isLast);
-        if (!trouble.empty())
-            return trouble;
+        if (!passes(parent, walked, std::next(part) == whole.end(), subject))
+            return;
     }
-    return {};
 }
 
 }  // namespace jx::doctor

@@ -1,7 +1,6 @@
-// The state of a library, from its header alone.
+// The state of a library, from its file alone.
 #include "odbcadmin/doctor/library_state.h"
 
-#include "odbcadmin/doctor/elf_header.h"
 #include "odbcadmin/doctor/loader_places.h"
 
 namespace jx::doctor {
@@ -14,36 +13,17 @@ const LoaderPlaces& places() {
     return read;
 }
 
-std::string pathOf(const std::string& name) {
-    if (name.empty() || name.find('/') != std::string::npos)
-        return name;
-    const LookUp found = lookUp(name, nullptr, places());
-    return found.path.empty() && !found.otherSystem.empty() ? found.otherSystem.front() : found.path;
-}
-
 }  // namespace
 
-LibraryState libraryState(const std::string& path) {
-    const ElfHeader header = readElfHeader(pathOf(path));
-    if (header.state == HeaderState::absent)
-        return LibraryState::missing;
-    if (header.system.machine != 0 && !(header.system == thisSystem()))
-        return LibraryState::wrongArchitecture;
-    return header.state == HeaderState::readable ? LibraryState::ok : LibraryState::broken;
-}
-
-const char* libraryStateWord(LibraryState state) {
-    switch (state) {
-        case LibraryState::ok:
-            return "ok";
-        case LibraryState::missing:
-            return "missing";
-        case LibraryState::wrongArchitecture:
-            return "wrong architecture";
-        case LibraryState::broken:
-            break;
-    }
-    return "broken";
+const char* libraryState(const std::string& path) {
+    if (path.empty())
+        return "missing";
+    const LookUp found = lookUp(path, nullptr, places());
+    if (found.file.state == LibraryFile::State::library)
+        return "ok";
+    if (!found.otherSystem.empty() && !found.file.isThere())
+        return "wrong architecture";
+    return found.file.state == LibraryFile::State::absent ? "missing" : "broken";
 }
 
 }  // namespace jx::doctor

@@ -13,7 +13,7 @@
 #include <iterator>
 #include <set>
 
-#include "odbcadmin/doctor/elf_header.h"
+#include "odbcadmin/doctor/directory.h"
 
 namespace jx::doctor {
 
@@ -96,15 +96,14 @@ public:
     Search(const std::string& name, LookUp& result) : name_(name), result_(result) {}
 
     bool inFile(const std::string& path) {
-        const ElfHeader header = readElfHeader(path);
-        if (header.state == HeaderState::absent || header.state == HeaderState::unreadable)
+        result_.file = readLibraryFile(path);
+        if (!result_.file.isThere())
             return false;
-        if (header.state != HeaderState::notElf && header.system.machine != 0 && !(header.system == thisSystem())) {
-            result_.otherSystem.push_back(path);
-            return false;
-        }
-        result_.path = path;
-        return true;
+        if (!result_.file.isForOtherSystem())
+            return true;
+        result_.otherSystem.push_back(std::move(result_.file));
+        result_.file = {};
+        return false;
     }
 
     bool inDirectories(const std::vector<std::string>& directories, const std::string& origin) {
@@ -115,7 +114,7 @@ public:
         });
     }
 
-    bool inPath(const std::string& path, const ElfFile& owner) {
+    bool inPath(const std::string& path, const LibraryFile& owner) {
         return inDirectories(elements(path, ":"), owner.origin);
     }
 
@@ -203,7 +202,7 @@ LookUp lookUp(const std::string& name, const Requester* requester, const LoaderP
         search.inFile(path);
         return result;
     }
-    const ElfFile* file = requester != nullptr ? requester->file : nullptr;
+    const LibraryFile* file = requester != nullptr ? requester->file : nullptr;
     const bool found = search.inRpaths(requester) || search.inDirectories(places.environment, "") ||
                        (file != nullptr && file->runpath && search.inPath(*file->runpath, *file));
     if (!found && (file == nullptr || !file->noDefaultDirectories) && !search.inCache(places.cache))
@@ -215,13 +214,10 @@ std::vector<std::string> otherVersions(const std::string& name, const std::vecto
                                        const LoaderCache& cache) {
     const std::string wanted = stem(name.substr(name.rfind('/') + 1));
     std::set<std::string> found;
-    for (const std::string& directory : directories) {
-        std::error_code error;
-        for (fs::directory_iterator each(directory, error), end; !error && each != end; each.increment(error)) {
-            if (isOtherVersion(each->path().filename().string(), name, wanted))
-                found.insert(each->path().string());
-        }
-    }
+    for (const std::string& directory : directories)
+        for (const fs::path& path : entriesOf(directory))
+            if (isOtherVersion(path.filename().string(), name, wanted))
+                found.insert(path.string());
     for (const auto& [other, paths] : cache) {
         if (isOtherVersion(other, name, wanted))
             found.insert(paths.begin(), paths.end());

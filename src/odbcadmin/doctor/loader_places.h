@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "odbcadmin/doctor/elf_file.h"
+#include "odbcadmin/doctor/library_file.h"
 
 namespace jx::doctor {
 
@@ -32,13 +32,13 @@ LoaderPlaces loaderPlaces();
 
 // A library and the chain of libraries that asked for it, down to the one that a program opened.
 struct Requester {
-    const ElfFile* file = nullptr;
+    const LibraryFile* file = nullptr;
     const Requester* askedBy = nullptr;
 };
 
 struct LookUp {
-    std::string path;                      // empty: not found
-    std::vector<std::string> otherSystem;  // libraries of that name that the loader passes over
+    LibraryFile file;                      // what was found, of whatever kind; not found: absent or unreadable
+    std::vector<LibraryFile> otherSystem;  // libraries of that name that the loader passes over
     std::vector<std::string> directories;  // those that were looked into, in order
 };
 

@@ -1,155 +1,150 @@
 // Following names from list to section to driver.
 #include "odbcadmin/doctor/name_checks.h"
 
-#include "odbcadmin/cli/near_matches.h"
-#include "odbcadmin/cli/text.h"
 #include "odbcadmin/doctor/checks.h"
-#include "rules/names.h"
+#include "odbcadmin/model/near_matches.h"
 #include "rules/sections.h"
+#include "rules/valid_names.h"
 
 namespace jx::doctor {
 
 namespace {
 
-// What the standard forbids in the names of data sources, and how long they may be.
-constexpr std::string_view kForbidden = "[]{}(),;?*=!@\\";
-constexpr std::size_t kLongest = 32;
+using model::Configuration;
+using model::DataSource;
+using model::Located;
+using model::Registered;
 
 std::string bracketed(const std::string& name) {
     return "[" + name + "]";
 }
 
-void checkName(const std::string& subject, const Located& where, const std::string& name, Findings& findings) {
-    const std::size_t at = name.find_first_of(kForbidden);
+void checkName(const Located& where, const std::string& name, const Subject& subject) {
+    constexpr rules::NameRules kRules = rules::kNewDataSource;
+    const std::size_t at = name.find_first_of(kRules.forbidden);
     if (at != std::string::npos)
-        findings.push_back(found(check::kForbiddenCharacter, subject,
-                                 where.where() + ": the name holds \"" + name[at] +
-                                     "\", which the standard forbids in names of data sources.",
-                                 "Rename it: odbcadmin dsn rename"));
-    if (name.size() > kLongest)
-        findings.push_back(found(check::kTooLong, subject,
-                                 where.where() + ": the name has " + std::to_string(name.size()) +
-                                     " bytes; the standard allows " + std::to_string(kLongest) + ".",
-                                 "Rename it: odbcadmin dsn rename"));
+        subject.tell(check::kForbiddenCharacter,
+                     where.where() + ": the name holds \"" + name[at] +
+                         "\", which the standard forbids in names of data sources.",
+                     "Rename it: odbcadmin dsn rename");
+    if (name.size() > kRules.longest)
+        subject.tell(check::kTooLong,
+                     where.where() + ": the name has " + std::to_string(name.size()) + " bytes; the standard allows " +
+                         std::to_string(kRules.longest) + ".",
+                     "Rename it: odbcadmin dsn rename");
     if (rules::isReservedSection(name))
-        findings.push_back(found(check::kReserved, subject,
-                                 where.where() + ": the section " + bracketed(name) + " has a meaning of its own.",
-                                 "Choose another name for the data source."));
+        subject.tell(check::kReserved,
+                     where.where() + ": the section " + bracketed(name) + " has a meaning of its own.",
+                     "Choose another name for the data source.");
 }
 
-void checkPath(const std::string& subject, const char* key, const Located& library, Findings& findings) {
+void checkPath(const char* key, const Located& library, const Subject& subject) {
     if (library.text.front() == '/')
         return;
     const bool hasSlash = library.text.find('/') != std::string::npos;
-    findings.push_back(found(check::kRelativePath, subject,
-                             library.where() + ": " + key + " is \"" + library.text + "\", which " +
-                                 (hasSlash ? "means another file in every directory a program is started in."
-                                           : "the loader looks for where it looks for libraries."),
-                             "Give the full path of the library."));
+    subject.tell(check::kRelativePath,
+                 library.where() + ": " + key + " is \"" + library.text + "\", which " +
+                     (hasSlash ? "means another file in every directory a program is started in."
+                               : "the loader looks for where it looks for libraries."),
+                 "Give the full path of the library.");
 }
 
-void checkDriverOf(const std::string& subject, const DataSourceRecord& record, const Records& records,
-                   Findings& findings) {
-    if (!record.listed)
+void checkDriverOf(const DataSource& source, const Configuration& configuration, const Subject& subject) {
+    if (!source.listed)
         return;
-    const Located& listed = *record.listed;
-    if (listed.text.empty()) {
-        findings.push_back(found(check::kDriverUnknown, subject, listed.where() + ": no driver stands behind the name.",
-                                 "Write the name of its driver there, as odbcadmin driver list shows it."));
-        return;
-    }
-    const DriverRecord* driver = records.driver(listed.text);
-    if (driver == nullptr || !driver->section) {
-        findings.push_back(found(
-            check::kDriverUnknown, subject,
-            listed.where() + ": its driver is \"" + listed.text + "\", and " + records.odbcinstPath +
-                " has no such section.",
-            admin::adviceFor(listed.text, namesOf(records.drivers), "Add the driver with odbcadmin driver add.")));
-        return;
-    }
-    if (record.library && driver->library && record.library->text != driver->library->text)
-        findings.push_back(found(check::kStalePath, subject,
-                                 record.library->where() + ": Driver is " + record.library->text + "; the driver " +
-                                     driver->name + " has " + driver->library->text + " (" + driver->library->where() +
-                                     ").",
-                                 "Enter the driver's path, unless the other is meant."));
+    if (source.driver.empty())
+        return subject.tell(check::kDriverUnknown, source.listed.where() + ": no driver stands behind the name.",
+                            "Write the name of its driver there, as odbcadmin driver list shows it.");
+    const auto driver = configuration.driver(source.driver);
+    if (!driver || !driver->header)
+        return subject.tell(check::kDriverUnknown,
+                            source.listed.where() + ": its driver is \"" + source.driver + "\", and " +
+                                configuration.file(model::FileKind::drivers).path + " has no such section.",
+                            model::adviceFor(source.driver, namesOf(configuration.drivers()),
+                                             "Add the driver with odbcadmin driver add."));
+    if (source.library && driver->library && source.library.text != driver->library.text)
+        subject.tell(check::kStalePath,
+                     source.library.where() + ": Driver is " + source.library.text + "; the driver " + driver->name +
+                         " has " + driver->library.text + " (" + driver->library.where() + ").",
+                     "Enter the driver's path, unless the other is meant.");
 }
 
-void checkSection(const std::string& subject, const DataSourceRecord& record, const Records& records,
-                  Findings& findings) {
-    if (!record.section) {
-        findings.push_back(
-            found(check::kNoSection, subject,
-                  record.listed->where() + " lists it, and " + records.odbcPath + " has no section " +
-                      bracketed(record.name) + ".",
-                  admin::adviceFor(record.name, records.dataSourceSections,
-                                   "Add the section, or remove it from the list: odbcadmin dsn remove")));
+void checkListed(const DataSource& source, const Configuration& configuration, const Subject& subject) {
+    if (source.listed)
         return;
-    }
-    const bool isDefault = rules::sameName(record.name, "Default");
-    if (!record.listed)
-        findings.push_back(
-            found(check::kNotListed, subject,
-                  record.section->where() + " has its section, and " +
-                      (isDefault ? "[Default] of " + records.odbcinstPath + " names no driver for it."
-                                 : "[ODBC Data Sources] does not list it: programs that offer a choice leave it out."),
-                  isDefault ? "Enter it with odbcadmin dsn default." : "List it with the name of its driver."));
-    if (!record.library)
-        findings.push_back(found(check::kNoLibraryKey, subject,
-                                 record.section->where() + ": the section has no value for Driver.",
-                                 "Enter the full path of the driver's library there."));
+    if (source.isDefault)
+        subject.tell(check::kNotListed,
+                     source.header.where() + " has its section, and [Default] of " +
+                         configuration.file(model::FileKind::drivers).path + " names no driver for it.",
+                     "Enter it with odbcadmin dsn default.");
     else
-        checkPath(subject, "Driver", *record.library, findings);
+        subject.tell(check::kNotListed,
+                     source.header.where() +
+                         " has its section, and [ODBC Data Sources] does not list it: programs that offer a choice "
+                         "leave it out.",
+                     "List it with the name of its driver.");
 }
 
-void checkLists(const std::string& subject, const DriverRecord& record, bool isDriver, const Records& records,
-                Findings& findings) {
-    const std::string verb = isDriver ? "odbcadmin driver" : "odbcadmin translator";
-    if (!record.section)
-        findings.push_back(found(
-            check::kNoSection, subject,
-            record.listed->where() + " lists it, and there is no section " + bracketed(record.name) + ".",
-            admin::adviceFor(record.name, records.driverSections, "Add it anew with " + verb + " add, or remove it.")));
-    else if (!record.listed)
-        findings.push_back(found(check::kNotListed, subject,
-                                 record.section->where() + " has its section, and " +
-                                     (isDriver ? "[ODBC Drivers]" : "[ODBC Translators]") +
-                                     " does not list it: programs that offer a choice leave it out.",
-                                 "List it: " + record.name + "=Installed"));
+void checkSection(const DataSource& source, const Configuration& configuration, const Subject& subject) {
+    if (!source.header)
+        return subject.tell(check::kNoSection,
+                            source.listed.where() + " lists it, and " + source.file->path + " has no section " +
+                                bracketed(source.name) + ".",
+                            model::adviceFor(source.name, configuration.sectionNames(model::FileKind::dataSources),
+                                             "Add the section, or remove it from the list: odbcadmin dsn remove"));
+    checkListed(source, configuration, subject);
+    if (source.library)
+        checkPath("Driver", source.library, subject);
+    else
+        subject.tell(check::kNoLibraryKey, source.header.where() + ": the section has no value for Driver.",
+                     "Enter the full path of the driver's library there.");
+}
+
+void checkLists(const Registered& entry, const model::RegisteredKind& kind, const Configuration& configuration,
+                const Subject& subject) {
+    if (!entry.header)
+        subject.tell(check::kNoSection,
+                     entry.listed.where() + " lists it, and there is no section " + bracketed(entry.name) + ".",
+                     model::adviceFor(entry.name, configuration.sectionNames(model::FileKind::drivers),
+                                      std::string("Add it anew with odbcadmin ") + kind.word + " add, or remove it."));
+    else if (!entry.listed)
+        subject.tell(check::kNotListed,
+                     entry.header.where() + " has its section, and " + bracketed(kind.list) +
+                         " does not list it: programs that offer a choice leave it out.",
+                     "List it: " + entry.name + "=Installed");
 }
 
 }  // namespace
 
-Findings checkDataSourceNames(const DataSourceRecord& record, const Records& records) {
+Findings checkDataSourceNames(const DataSource& source, const Configuration& configuration) {
     Findings findings;
-    const std::string subject = "data source " + record.name;
-    checkName(subject, record.listed ? *record.listed : *record.section, record.name, findings);
-    checkSection(subject, record, records, findings);
-    checkDriverOf(subject, record, records, findings);
+    const Subject subject{"data source " + source.name, findings};
+    checkName(source.listed ? source.listed : source.header, source.name, subject);
+    checkSection(source, configuration, subject);
+    checkDriverOf(source, configuration, subject);
     return findings;
 }
 
-Findings checkDriverNames(const DriverRecord& record, DriverKind kind, const Records& records) {
+Findings checkRegisteredNames(const Registered& entry, const model::RegisteredKind& kind,
+                              const Configuration& configuration) {
     Findings findings;
-    const bool isDriver = kind == DriverKind::driver;
-    const char* key = isDriver ? "Driver" : "Translator";
-    const std::string subject = (isDriver ? "driver " : "translator ") + record.name;
-    checkLists(subject, record, isDriver, records, findings);
-    if (!record.section)
+    const std::string word = kind.word;
+    const Subject subject{word + " " + entry.name, findings};
+    checkLists(entry, kind, configuration, subject);
+    if (!entry.header)
         return findings;
-    if (record.library)
-        checkPath(subject, key, *record.library, findings);
+    if (entry.library)
+        checkPath(kind.key, entry.library, subject);
     else
-        findings.push_back(found(
-            check::kNoLibraryKey, subject, record.section->where() + ": the section has no value for " + key + ".",
-            std::string("Enter the full path of the ") + (isDriver ? "driver's" : "translator's") + " library there."));
-    if (record.setup)
-        checkPath(subject, "Setup", *record.setup, findings);
+        subject.tell(check::kNoLibraryKey, entry.header.where() + ": the section has no value for " + kind.key + ".",
+                     "Enter the full path of the " + word + "'s library there.");
+    if (entry.setup)
+        checkPath("Setup", entry.setup, subject);
     else
-        findings.push_back(found(check::kNoSetupKey, subject,
-                                 record.section->where() + ": the section has no value for Setup, so programs cannot "
-                                                           "add or change its data sources.",
-                                 "Name its setup library there; libjxsetup.so does for drivers that bring none."));
+        subject.tell(check::kNoSetupKey,
+                     entry.header.where() +
+                         ": the section has no value for Setup, so programs cannot add or change its data sources.",
+                     "Name its setup library there; libjxsetup.so does for drivers that bring none.");
     return findings;
 }
 

@@ -2,15 +2,15 @@
 #pragma once
 
 #include "odbcadmin/doctor/finding.h"
-#include "odbcadmin/doctor/records.h"
+#include "odbcadmin/model/configuration.h"
 
 namespace jx::doctor {
 
 // One data source: its list entry, its section, its driver, its library's path. Nothing on the disk is looked at.
-Findings checkDataSourceNames(const DataSourceRecord& record, const Records& records);
+Findings checkDataSourceNames(const model::DataSource& source, const model::Configuration& configuration);
 
 // One driver or translator.
-enum class DriverKind { driver, translator };
-Findings checkDriverNames(const DriverRecord& record, DriverKind kind, const Records& records);
+Findings checkRegisteredNames(const model::Registered& entry, const model::RegisteredKind& kind,
+                              const model::Configuration& configuration);
 
 }  // namespace jx::doctor

@@ -4,15 +4,18 @@
 #include <algorithm>
 #include <deque>
 #include <map>
+#include <vector>
 
-#include "odbcadmin/doctor/elf_header.h"
+#include "odbcadmin/model/text.h"
 
 namespace jx::doctor {
 
 namespace {
 
+constexpr std::size_t kShown = 8;
+
 struct Loaded {
-    ElfFile file;
+    LibraryFile file;
     Requester requester;
     std::map<std::string, const Loaded*> needed;  // by the name asked for
 };
@@ -21,12 +24,21 @@ std::string nameOf(const std::string& path) {
     return path.substr(path.rfind('/') + 1);
 }
 
+// At most a line of them: a C library offers forty versions.
+std::string some(std::vector<std::string> texts) {
+    const std::size_t more = texts.size() - std::min(texts.size(), kShown);
+    if (more == 0)
+        return model::joined(texts);
+    texts.erase(texts.begin(), texts.end() - kShown);
+    return std::to_string(more) + " others and " + model::joined(texts);
+}
+
 class Walk {
 public:
-    explicit Walk(const LoaderPlaces& places) : places_(places) {}
+    Walk(const LoaderPlaces& places, const Subject& subject) : places_(places), subject_(subject) {}
 
-    std::vector<NeededProblem> from(const std::string& path) {
-        add(path, nameOf(path), nullptr);
+    void from(const LibraryFile& library) {
+        add(library, nameOf(library.path), nullptr);
         // The queue grows while it is walked; a deque leaves its elements where they are.
         for (std::size_t i = 0; i < queue_.size(); ++i) {
             for (const std::string& name : queue_[i].file.needed)
@@ -34,16 +46,12 @@ public:
         }
         for (const Loaded& each : queue_)
             compareVersions(each);
-        return problems_;
     }
 
 private:
-    const Loaded* add(const std::string& path, const std::string& name, const Loaded* askedBy) {
-        std::optional<ElfFile> file = readElfFile(path);
-        if (!file)
-            return nullptr;
+    const Loaded* add(const LibraryFile& file, const std::string& name, const Loaded* askedBy) {
         Loaded& added = queue_.emplace_back();
-        added.file = std::move(*file);
+        added.file = file;
         added.requester = {&added.file, askedBy != nullptr ? &askedBy->requester : nullptr};
         byName_[name] = &added;
         if (!added.file.soname.empty())
@@ -60,66 +68,75 @@ private:
         }
         byName_[name] = nullptr;
         const LookUp found = lookUp(name, &requester.requester, places_);
-        if (found.path.empty())
+        if (!found.file.isThere())
             return tellMissing(name, requester, found);
-        const Loaded* added =
-            readElfHeader(found.path).state == HeaderState::readable ? add(found.path, name, &requester) : nullptr;
-        if (added == nullptr)
-            tell(NeededProblem::Kind::damaged, name, requester).at = found.path;
-        requester.needed[name] = added;
+        if (found.file.state == LibraryFile::State::library)
+            requester.needed[name] = add(found.file, name, &requester);
+        else
+            subject_.tell(check::kNeededDamaged,
+                          whoNeeds(name, requester) + ", and the loader finds " + found.file.path +
+                              ", which is no shared library.",
+                          "Install the package that holds " + name + " again.");
     }
 
-    void tellMissing(const std::string& name, const Loaded& requester, const LookUp& found) {
-        const bool loaded = places_.isLoaded(name);
-        const bool elsewhere = !found.otherSystem.empty();
-        using Kind = NeededProblem::Kind;
-        NeededProblem& problem =
-            tell(loaded ? Kind::fromProgram : (elsewhere ? Kind::otherSystem : Kind::missing), name, requester);
-        if (elsewhere)
-            problem.at = found.otherSystem.front();
-        problem.directories = found.directories;
+    void tellMissing(const std::string& name, const Loaded& requester, const LookUp& found) const {
+        const std::string who = whoNeeds(name, requester);
+        if (places_.isLoaded(name))
+            return subject_.tell(check::kNeededFromProgram,
+                                 who + ", which only this program has loaded; the loader would not find it for others.",
+                                 "Name its directory in LD_LIBRARY_PATH or the loader's configuration.");
+        if (!found.otherSystem.empty())
+            return subject_.tell(check::kNeededOtherSystem,
+                                 who + ", which is there for " + systemText(found.otherSystem.front().system) +
+                                     " only: " + found.otherSystem.front().path + ".",
+                                 "Install " + name + " for " + systemText(thisSystem()) + ".");
         std::vector<std::string> directories = found.directories;
         directories.insert(directories.end(), places_.defaults.begin(), places_.defaults.end());
-        if (!loaded)
-            problem.similar = otherVersions(name, directories, places_.cache);
+        const std::vector<std::string> others = otherVersions(name, directories, places_.cache);
+        subject_.tell(check::kNeededMissing,
+                      who + ", which is nowhere where the loader looks" +
+                          (found.directories.empty() ? "" : ": " + some(found.directories)) + "." +
+                          (others.empty() ? "" : " Of another version there is " + some(others) + "."),
+                      others.empty() ? "Install the package that holds " + name +
+                                           ", or name its directory in LD_LIBRARY_PATH or the loader's configuration."
+                                     : "Install " + name + " as well, or a build for the version that is there.");
     }
 
     // Deliberate: a library that offers no versions at all is taken for every version, as the loader does.
-    void compareVersions(const Loaded& each) {
+    void compareVersions(const Loaded& each) const {
         for (const VersionNeed& need : each.file.versionsNeeded) {
             const auto found = each.needed.find(need.file);
             const Loaded* provider = found != each.needed.end() ? found->second : nullptr;
             if (need.weak || provider == nullptr || provider->file.versionsOffered.empty() ||
                 provider->file.versionsOffered.contains(need.version))
                 continue;
-            NeededProblem& problem = tell(NeededProblem::Kind::versionMissing, need.file, each);
-            problem.at = provider->file.path;
-            problem.version = need.version;
-            problem.similar.assign(provider->file.versionsOffered.begin(), provider->file.versionsOffered.end());
+            const std::set<std::string>& offered = provider->file.versionsOffered;
+            subject_.tell(check::kVersionMissing,
+                          each.file.path + " needs version " + need.version + " of " + need.file + "; " +
+                              provider->file.path + " offers " + some({offered.begin(), offered.end()}) + ".",
+                          "Install a newer " + need.file + ", or a build of the library for this system.");
         }
     }
 
-    NeededProblem& tell(NeededProblem::Kind kind, const std::string& name, const Loaded& requester) {
-        NeededProblem& problem = problems_.emplace_back();
-        problem.kind = kind;
-        problem.name = name;
-        problem.requester = requester.file.path;
-        problem.chain = name;
+    // "/opt/libclient.so needs libssl.so.1.1 (libdriver.so -> libclient.so -> libssl.so.1.1)"
+    static std::string whoNeeds(const std::string& name, const Loaded& requester) {
+        std::string chain = name;
         for (const Requester* each = &requester.requester; each != nullptr; each = each->askedBy)
-            problem.chain.insert(0, nameOf(each->file->path) + " -> ");
-        return problem;
+            chain.insert(0, nameOf(each->file->path) + " -> ");
+        return requester.file.path + " needs " + name +
+               (requester.requester.askedBy != nullptr ? " (" + chain + ")" : "");
     }
 
     const LoaderPlaces& places_;
+    const Subject& subject_;
     std::deque<Loaded> queue_;
     std::map<std::string, const Loaded*> byName_;
-    std::vector<NeededProblem> problems_;
 };
 
 }  // namespace
 
-std::vector<NeededProblem> examineNeeded(const std::string& path, const LoaderPlaces& places) {
-    return Walk(places).from(path);
+void checkNeeded(const LibraryFile& library, const LoaderPlaces& places, const Subject& subject) {
+    Walk(places, subject).from(library);
 }
 
 }  // namespace jx::doctor

@@ -4,14 +4,14 @@
 #include <jxini.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <map>
 #include <memory>
 #include <optional>
 
-#include "odbcadmin/cli/text.h"
 #include "odbcadmin/doctor/checks.h"
-#include "odbcadmin/doctor/invisible.h"
+#include "odbcadmin/model/text.h"
 #include "rules/names.h"
 #include "rules/secrets.h"
 #include "rules/utf8.h"
@@ -28,13 +28,51 @@ using Text = std::unique_ptr<JxIniText, Release>;
 constexpr std::string_view kByteOrderMarkBytes = "\xEF\xBB\xBF";
 constexpr std::size_t kShownOfEach = 5;
 
+struct Range {
+    std::uint32_t first, last;
+    const char* name;
+};
+
+constexpr Range kInvisible[] = {
+    {0x00A0, 0x00A0, "no-break space"},
+    {0x00AD, 0x00AD, "soft hyphen"},
+    {0x2000, 0x200A, "typographic space"},
+    {0x200B, 0x200B, "zero-width space"},
+    {0x200C, 0x200D, "zero-width joiner"},
+    {0x200E, 0x200F, "direction mark"},
+    {0x2028, 0x2029, "line separator"},
+    {0x202A, 0x202E, "direction mark"},
+    {0x202F, 0x202F, "narrow no-break space"},
+    {0x205F, 0x205F, "typographic space"},
+    {0x2060, 0x2064, "word joiner"},
+    {0x3000, 0x3000, "ideographic space"},
+    {0xFEFF, 0xFEFF, "zero-width no-break space"},
+};
+
+// "U+00A0 (no-break space)" for the first character of a UTF-8 text that shows as nothing or as a blank without being
+// one; "" when there is none. Bytes that are not UTF-8 are passed over.
+std::string firstInvisible(std::string_view text) {
+    for (std::size_t at = 0; at < text.size();) {
+        const rules::Character next = rules::characterAt(text, at);
+        for (const Range& range : kInvisible) {
+            if (next.code < range.first || next.code > range.last)
+                continue;
+            char number[16];
+            std::snprintf(number, sizeof number, "U+%04X", static_cast<unsigned>(next.code));
+            return std::string(number) + " (" + range.name + ")";
+        }
+        at += next.length;
+    }
+    return {};
+}
+
 std::string_view nameOf(const JxIniPiece& piece) {
     return piece.name == nullptr ? std::string_view() : std::string_view(piece.name, piece.nameLength);
 }
 
 std::string quoted(std::string_view text) {
     constexpr std::size_t kExcerpt = 40;
-    const std::string shown = admin::printable(text.substr(0, kExcerpt));
+    const std::string shown = model::printable(text.substr(0, kExcerpt));
     return "\"" + shown + (text.size() > kExcerpt ? "..." : "") + "\"";
 }
 

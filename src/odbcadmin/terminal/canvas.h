@@ -72,4 +72,14 @@ private:
     std::vector<Cell> cells_;
 };
 
+// The characters of lines and marks in a charset.
+struct Lines {
+    const char *horizontal, *vertical, *topLeft, *topRight, *bottomLeft, *bottomRight;
+    const char *up, *down, *left, *right, *cut;
+};
+const Lines& linesOf(Charset charset);
+
+// A frame along the inner edge of part; nothing when it is too small for one.
+void drawFrame(Canvas& canvas, const Rect& part, Look look);
+
 }  // namespace jx::terminal

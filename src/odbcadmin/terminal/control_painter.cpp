@@ -2,7 +2,6 @@
 #include "odbcadmin/terminal/control_painter.h"
 
 #include "odbcadmin/assist/help.h"
-#include "odbcadmin/terminal/frame.h"
 #include "rules/utf8.h"
 
 namespace jx::terminal {

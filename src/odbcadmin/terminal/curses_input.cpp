@@ -29,56 +29,28 @@ long now() {
     return static_cast<long>(duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
 }
 
+template <class Code, std::size_t Size>
+Key keyIn(const std::pair<Code, Key> (&table)[Size], Code code) {
+    for (const auto& [each, key] : table)
+        if (each == code)
+            return key;
+    return Key::none;
+}
+
 Key keyOfCode(unsigned int code) {
-    switch (code) {
-        case KEY_UP:
-            return Key::up;
-        case KEY_DOWN:
-            return Key::down;
-        case KEY_LEFT:
-            return Key::left;
-        case KEY_RIGHT:
-            return Key::right;
-        case KEY_HOME:
-            return Key::home;
-        case KEY_END:
-            return Key::end;
-        case KEY_PPAGE:
-            return Key::pageUp;
-        case KEY_NPAGE:
-            return Key::pageDown;
-        case KEY_BACKSPACE:
-            return Key::backspace;
-        case KEY_DC:
-            return Key::erase;
-        case KEY_ENTER:
-            return Key::enter;
-        case KEY_BTAB:
-            return Key::backTab;
-        case KEY_F(1):
-            return Key::f1;
-        case KEY_F(2):
-            return Key::f2;
-        case KEY_RESIZE:
-            return Key::repaint;
-        default:
-            return Key::none;
-    }
+    constexpr std::pair<unsigned int, Key> kKeys[] = {
+        {KEY_UP, Key::up},        {KEY_DOWN, Key::down},      {KEY_LEFT, Key::left},
+        {KEY_RIGHT, Key::right},  {KEY_HOME, Key::home},      {KEY_END, Key::end},
+        {KEY_PPAGE, Key::pageUp}, {KEY_NPAGE, Key::pageDown}, {KEY_BACKSPACE, Key::backspace},
+        {KEY_DC, Key::erase},     {KEY_ENTER, Key::enter},    {KEY_BTAB, Key::backTab},
+        {KEY_F(1), Key::f1},      {KEY_F(2), Key::f2},        {KEY_RESIZE, Key::repaint}};
+    return keyIn(kKeys, code);
 }
 
 Key keyOfControl(unsigned int code) {
-    switch (code) {
-        case '\r':
-        case '\n':
-            return Key::enter;
-        case '\t':
-            return Key::tab;
-        case '\b':
-        case kDelete:
-            return Key::backspace;
-        default:
-            return Key::none;
-    }
+    constexpr std::pair<unsigned int, Key> kKeys[] = {
+        {'\r', Key::enter}, {'\n', Key::enter}, {'\t', Key::tab}, {'\b', Key::backspace}, {kDelete, Key::backspace}};
+    return keyIn(kKeys, code);
 }
 
 // The keys that terminals send as "CSI parameter final" or "SS3 final" although their description does not have them.
@@ -89,16 +61,7 @@ Key keyOfSequence(char final, unsigned int parameter) {
     constexpr std::pair<unsigned int, Key> kNumbers[] = {{1, Key::home},   {3, Key::erase},    {4, Key::end},
                                                          {5, Key::pageUp}, {6, Key::pageDown}, {7, Key::home},
                                                          {8, Key::end},    {11, Key::f1},      {12, Key::f2}};
-    if (final == '~') {
-        for (const auto& [number, key] : kNumbers)
-            if (number == parameter)
-                return key;
-        return Key::none;
-    }
-    for (const auto& [letter, key] : kFinals)
-        if (letter == final)
-            return key;
-    return Key::none;
+    return final == '~' ? keyIn(kNumbers, parameter) : keyIn(kFinals, final);
 }
 
 bool readKey(bool& isCode, unsigned int& code) {

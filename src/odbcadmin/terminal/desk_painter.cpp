@@ -2,7 +2,6 @@
 #include "odbcadmin/terminal/desk_painter.h"
 
 #include "odbcadmin/terminal/control_painter.h"
-#include "odbcadmin/terminal/frame.h"
 
 namespace jx::terminal {
 
@@ -134,13 +133,6 @@ void paintHelp(Canvas& canvas, const Rect& part, const std::string& told, const 
         canvas.fill(bar, Look::bar);
         canvas.put({bar.column + 1, bar.line}, cutTo(keys, bar.columns - 2, canvas.charset()), Look::bar);
     }
-}
-
-std::optional<DialogPlace> placeOnScreen(HWND dialog, const Rect& area, const DialogView& view) {
-    JxwDialogInfo info{};
-    if (JXW_GetDialogInfo(dialog, &info) == 0)
-        return std::nullopt;
-    return placeDialog(info, area, view.scrolled);
 }
 
 }  // namespace jx::terminal

@@ -22,7 +22,4 @@ void paintHeading(Canvas& canvas, const Rect& part, const std::string& text);
 // Paints the lines at the bottom: what is told, and the keys below it where there is room.
 void paintHelp(Canvas& canvas, const Rect& part, const std::string& told, const std::string& keys);
 
-// Where a dialog stands on the screen with its view.
-std::optional<DialogPlace> placeOnScreen(HWND dialog, const Rect& area, const DialogView& view);
-
 }  // namespace jx::terminal

@@ -27,9 +27,6 @@ struct DialogPlace {
     int lines;       // likewise
     Point scrolled;  // the inside's first visible cell
 
-    bool hidesColumns() const { return columns > inside.columns; }
-    bool hidesLines() const { return lines > inside.lines; }
-
     // From a place in the dialog to the screen and back.
     Point onScreen(Point point) const {
         return {point.column - scrolled.column + inside.column, point.line - scrolled.line + inside.line};

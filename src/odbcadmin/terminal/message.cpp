@@ -1,50 +1,28 @@
 // Message boxes in cells.
 #include "odbcadmin/terminal/message.h"
 
-#include <jxdialog.h>
-
-#include "odbcadmin/terminal/frame.h"
-
 namespace jx::terminal {
 
 namespace {
 
-constexpr unsigned int kButtonSet = 15;
-constexpr unsigned int kIcon = 0xF0;
 constexpr int kWidest = 64;
 constexpr int kButtonWidth = 10;
 constexpr int kButtonLines = 2;  // the buttons and a free line above
 
-const char* signOf(unsigned int style) {
-    switch (style & kIcon) {
-        case MB_ICONSTOP:
-            return "(X)";
-        case MB_ICONQUESTION:
-            return "(?)";
-        case MB_ICONEXCLAMATION:
-            return "(!)";
-        default:
-            return "";
-    }
-}
-
 }  // namespace
 
 Message::Message(std::string text, std::string title, unsigned int style)
-    : text_(std::move(text)), title_(std::move(title)), sign_(signOf(style)) {
-    if ((style & kButtonSet) != MB_YESNO) {
-        buttons_ = {{IDOK, "&OK", {}}};
-        return;
-    }
-    buttons_ = {{IDYES, "&Yes", {}}, {IDNO, "&No", {}}};
-    focus_ = (style & kIcon) == MB_ICONEXCLAMATION ? 1 : 0;
-}
+    : text_(std::move(text)),
+      title_(std::move(title)),
+      style_(assist::boxStyle(style)),
+      places_(style_.buttons.size()),
+      focus_(style_.first) {}
 
 void Message::layOut(const Rect& area, Charset charset) {
-    const int signColumns = *sign_ != '\0' ? 4 : 0;
+    const int signColumns = *style_.sign != '\0' ? 4 : 0;
     const int widest = std::max(8, std::min(kWidest, area.columns - 4));
     lines_ = wrapped(text_, widest - signColumns, charset);
-    int columns = std::max(columnsOf(title_, charset) + 2, static_cast<int>(buttons_.size()) * (kButtonWidth + 2));
+    int columns = std::max(columnsOf(title_, charset) + 2, static_cast<int>(places_.size()) * (kButtonWidth + 2));
     for (const std::string& line : lines_)
         columns = std::max(columns, columnsOf(line, charset) + signColumns);
     frame_.columns = std::min(std::min(columns, widest) + 4, area.columns);
@@ -61,19 +39,19 @@ void Message::scroll(int lines) {
 }
 
 void Message::paintButtons(Canvas& canvas) {
-    const int width = static_cast<int>(buttons_.size()) * (kButtonWidth + 2) - 2;
+    const int width = static_cast<int>(places_.size()) * (kButtonWidth + 2) - 2;
     int column = frame_.column + std::max(1, (frame_.columns - width) / 2);
-    for (std::size_t i = 0; i < buttons_.size(); ++i) {
-        Button& button = buttons_[i];
-        button.place = {column, frame_.bottom() - 2, kButtonWidth, 1};
+    for (std::size_t i = 0; i < places_.size(); ++i) {
+        Rect& place = places_[i];
+        place = {column, frame_.bottom() - 2, kButtonWidth, 1};
         const Look look = i == focus_ ? Look::focus : Look::plain;
-        canvas.fill(button.place, look);
-        canvas.put({column, button.place.line}, i == focus_ ? "<" : "[", look);
-        canvas.put({button.place.right() - 1, button.place.line}, i == focus_ ? ">" : "]", look);
-        const std::string_view text = button.text + 1;
+        canvas.fill(place, look);
+        canvas.put({column, place.line}, i == focus_ ? "<" : "[", look);
+        canvas.put({place.right() - 1, place.line}, i == focus_ ? ">" : "]", look);
+        const std::string_view text = style_.buttons[i].text + 1;
         const int begin = column + (kButtonWidth - static_cast<int>(text.size())) / 2;
-        canvas.put({begin, button.place.line}, text.substr(0, 1), i == focus_ ? look : Look::key);
-        canvas.put({begin + 1, button.place.line}, text.substr(1), look);
+        canvas.put({begin, place.line}, text.substr(0, 1), i == focus_ ? look : Look::key);
+        canvas.put({begin + 1, place.line}, text.substr(1), look);
         column += kButtonWidth + 2;
     }
 }
@@ -86,7 +64,8 @@ void Message::paint(Canvas& canvas, const Rect& area) {
     if (!title_.empty())
         canvas.put({frame_.column + 2, frame_.line}, " " + cutTo(title_, frame_.columns - 6, canvas.charset()) + " ",
                    Look::title);
-    canvas.put({frame_.column + 2, frame_.line + 1}, sign_, Look::alarm);
+    if (*style_.sign != '\0')
+        canvas.put({frame_.column + 2, frame_.line + 1}, std::string("(") + style_.sign + ")", Look::alarm);
     const Lines& marks = linesOf(canvas.charset());
     if (firstLine_ > 0)
         canvas.put({frame_.right() - 1, inside_.line}, marks.up);
@@ -101,16 +80,16 @@ void Message::paint(Canvas& canvas, const Rect& area) {
 }
 
 std::optional<unsigned int> Message::press(Point place) const {
-    for (const Button& button : buttons_)
-        if (button.place.contains(place))
-            return button.answer;
+    for (std::size_t i = 0; i < places_.size(); ++i)
+        if (places_[i].contains(place))
+            return style_.buttons[i].answer;
     return std::nullopt;
 }
 
 std::optional<unsigned int> Message::typed(const Input& input) const {
     if (input.text == " ")
-        return buttons_[focus_].answer;
-    for (const Button& button : buttons_) {
+        return style_.buttons[focus_].answer;
+    for (const assist::BoxButton& button : style_.buttons) {
         const int letter = button.text[1] | 0x20;
         if (input.text.size() == 1 && (input.text[0] | 0x20) == letter)
             return button.answer;
@@ -119,10 +98,10 @@ std::optional<unsigned int> Message::typed(const Input& input) const {
 }
 
 std::optional<unsigned int> Message::take(const Input& input) {
-    const std::size_t count = buttons_.size();
+    const std::size_t count = places_.size();
     switch (input.key) {
         case Key::enter:
-            return buttons_[focus_].answer;
+            return style_.buttons[focus_].answer;
         case Key::escape:
             return leastAnswer();
         case Key::character:

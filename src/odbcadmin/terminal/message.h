@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "odbcadmin/assist/message_box.h"
 #include "odbcadmin/terminal/terminal.h"
 
 namespace jx::terminal {
@@ -12,7 +13,7 @@ namespace jx::terminal {
 // Message: open until an answer is there.
 class Message {
 public:
-    // style as JXW's message boxes have it. A question about trouble begins at its "No".
+    // style as JXW's message boxes have it.
     Message(std::string text, std::string title, unsigned int style);
 
     // Paints it in the middle of area.
@@ -21,16 +22,9 @@ public:
     // The answer that an input gives; nothing when it goes on. Places are those of the last painting.
     std::optional<unsigned int> take(const Input& input);
 
-    // The answer when the user is gone: No, or OK where there is nothing else.
-    unsigned int leastAnswer() const { return buttons_.back().answer; }
+    unsigned int leastAnswer() const { return style_.leastAnswer(); }
 
 private:
-    struct Button {
-        unsigned int answer;
-        const char* text;  // with its "&"
-        Rect place;
-    };
-
     void layOut(const Rect& area, Charset charset);
     void paintButtons(Canvas& canvas);
     std::optional<unsigned int> press(Point place) const;
@@ -39,9 +33,9 @@ private:
 
     std::string text_;
     std::string title_;
-    const char* sign_;
-    std::vector<Button> buttons_;
-    std::size_t focus_ = 0;
+    assist::BoxStyle style_;
+    std::vector<Rect> places_;  // of the buttons
+    std::size_t focus_;
     std::vector<std::string> lines_;
     Rect frame_;
     Rect inside_;  // where the lines are seen

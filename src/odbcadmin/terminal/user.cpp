@@ -5,7 +5,6 @@
 
 #include "odbcadmin/assist/help.h"
 #include "odbcadmin/terminal/edit_text.h"
-#include "odbcadmin/terminal/user_focus.h"
 
 namespace jx::terminal {
 
@@ -123,24 +122,19 @@ bool User::typeAhead(const Focus& focus, const Input& input) {
     return !typed_.empty();
 }
 
-// The control that a letter means, also when it is grey; with the reason then.
+// A grey control is not pressed; the user is told why.
 std::string User::accessKey(HWND dialog, int letter) {
-    const int small = letter >= 'A' && letter <= 'Z' ? letter - 'A' + 'a' : letter;
+    const int index = assist::controlOfAccessKey(dialog, letter);
     JxwControlInfo control{};
-    std::string grey;
-    for (int index = 0; JXW_GetControlInfo(dialog, index, &control) != 0; ++index) {
-        if (control.accessKey != small || control.kind == JXW_EDIT || control.kind == JXW_LISTBOX)
-            continue;
-        if (control.enabled != 0) {
-            if (control.kind == JXW_BUTTON)
-                command(dialog, control);
-            else
-                JXW_UserAccessKey(dialog, letter);
-            return {};
-        }
-        grey = assist::helpOn(dialog, index);
-    }
-    return grey;
+    if (JXW_GetControlInfo(dialog, index, &control) == 0)
+        return {};
+    if (control.enabled == 0)
+        return assist::helpOn(dialog, index);
+    if (control.kind == JXW_BUTTON)
+        command(dialog, control);
+    else
+        JXW_UserAccessKey(dialog, letter);
+    return {};
 }
 
 std::string User::space(const Focus& focus) {

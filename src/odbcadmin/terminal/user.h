@@ -23,7 +23,14 @@ public:
     std::string take(HWND dialog, const Input& input, const Rect& area, DialogView& view);
 
 private:
-    struct Focus;
+    // Where the user is when a key arrives.
+    struct Focus {
+        HWND dialog;
+        int index;               // of the control; -1: none has the focus
+        JxwControlInfo control;  // all zero then
+        DialogView& view;
+        DialogPlace place;
+    };
 
     std::string key(const Focus& focus, const Input& input);
     std::string character(const Focus& focus, const Input& input);

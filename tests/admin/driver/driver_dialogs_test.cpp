@@ -33,7 +33,7 @@ protected:
                                       JX_DATABASE_DRIVER + "\nSetup=" + JX_SETUP_LIBRARY + "\n");
     }
 
-    // Executes statements through the data source Sales; the rows of the last, -1 when anything fails.
+    // Executes statements through the data source Sales; returns the number of rows of the last, -1 on a failure.
     static int rowsOf(std::initializer_list<const char*> statements) {
         connection driver{};
         int rows = -1;

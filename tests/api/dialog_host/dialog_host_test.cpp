@@ -21,7 +21,7 @@ namespace jx::test {
 
 namespace {
 
-// Host: what the program's own functions were called with, and what it does while it shows a dialog.
+// Host: the calls of the program's own functions, and what it does while a dialog is shown.
 struct Host {
     Lines calls;
     std::function<int(void* record)> show = [](void*) { return 0; };
@@ -39,7 +39,7 @@ std::string number(unsigned long value) {
     return std::to_string(value);
 }
 
-// Every test begins with a host that has seen nothing.
+// Every test begins with a new host.
 class DialogHost : public ::testing::Test {
 protected:
     DialogHost() { host = Host{}; }
@@ -93,7 +93,7 @@ int mdsPerTaskTerm(void) {
     return 0;
 }
 
-// Notes which blocks are released.
+// Records which blocks are released.
 void ramFree(void* block) {
     if (block != nullptr)
         jx::test::host.released.push_back(block);
@@ -168,8 +168,8 @@ TEST_F(DialogHost, GivesAnOpenDataSourcesDialogTheFocusAndAMessageAndOpensNoSeco
     EXPECT_EQ(HWNDDSDLG, 4711U);
 }
 
-// The words belong to the dialogs, which may be those of other threads.
-TEST_F(DialogHost, LeavesTheWordsOfOpenDialogsToTheDialogs) {
+// The dialogs set the handles; they may run on other threads.
+TEST_F(DialogHost, LeavesTheHandlesOfOpenDialogsToTheDialogs) {
     host.show = [](void*) {
         HWNDDSDLG = 4711;
         HWNDADDLG = 4712;

@@ -1,4 +1,4 @@
-// Wrong definitions of our names, as another library in the process might bring them.
+// Wrong definitions of our functions, as another library in the process might have them.
 #include "rival.h"
 
 #include <odbcins.h>

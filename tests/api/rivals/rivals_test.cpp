@@ -1,4 +1,4 @@
-// The library's calls among its own functions reach its own definitions, whatever else the process has loaded.
+// The library's calls of its own functions reach its own definitions, whatever else the process has loaded.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <jxerrors.h>

@@ -13,7 +13,7 @@ std::vector<JxError*> added;
 
 }  // namespace
 
-// The library asks here for its errors.
+// The library allocates its errors here.
 void* operator new(std::size_t sizeInBytes, const std::nothrow_t&) noexcept {
     if (memoryIsShort)
         return nullptr;
@@ -24,7 +24,7 @@ void* operator new(std::size_t sizeInBytes, const std::nothrow_t&) noexcept {
     }
 }
 
-// Takes the keeper's place: notes what was added and keeps nothing.
+// Replaces the library's error list: records the calls and stores nothing.
 JxError* JxErrorKeeper::add(JxError* error) {
     added.push_back(error);
     return error;

@@ -1,6 +1,5 @@
-// A program in which a thread finds no memory at all at its first calls of the library, which it links (JX_LINKS)
-// or loads from the path it is given. Exit code 0 when the calls failed as calls do and served once there was memory
-// again.
+// A program with a thread for which every allocation fails at its first calls of the library, which the program links
+// (JX_LINKS) or loads from the given path. Exit code 0 when the calls failed, and worked once there was memory again.
 #include <dlfcn.h>
 #include <odbcinst.h>
 
@@ -11,14 +10,14 @@
 
 extern "C" {
 
-// The C library's own allocator, under the names that it keeps for programs that replace the usual ones.
+// The C library's own allocator, under the names it has for programs that replace malloc.
 void* __libc_malloc(size_t size);
 void* __libc_calloc(size_t count, size_t size);
 void* __libc_realloc(void* block, size_t size);
 
 thread_local bool starved = false;
 
-// The loader and the C library allocate through these, too.
+// The loader and the C library use these, too.
 JX_EXPORT void* malloc(size_t size) {
     return starved ? nullptr : __libc_malloc(size);
 }

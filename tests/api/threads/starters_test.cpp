@@ -7,7 +7,7 @@
 
 namespace {
 
-// The words that name open dialogs are plain: only an open dialog may write them, and here none opens.
+// The exported handles are not protected: only an open dialog may write them, and here none is open.
 TEST(Starters, OfSeveralThreadsShareNothing) {
     std::vector<std::thread> threads;
     for (int thread = 0; thread < 4; ++thread) {

@@ -1,4 +1,4 @@
-// The data source list when one allocation fails, each in its turn, once and from then on.
+// The data source list when each allocation fails, once or from then on.
 #include <gtest/gtest.h>
 #include <jxmemory.h>
 #include <odbcins.h>

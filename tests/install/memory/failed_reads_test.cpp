@@ -8,8 +8,10 @@
 
 #include "config/text_bytes.h"
 #include "install/configuration_update.h"
+#include "install/data_source_creation.h"
 #include "install/driver_installation.h"
-#include "install/script_reader.h"
+#include "install/script_entries.h"
+#include "install/script_items.h"
 #include "record_text.h"
 #include "test_home.h"
 #include "watched_files.h"
@@ -21,7 +23,7 @@ using namespace jx::test;
 using jx::asBytes;
 using jx::ini::test::Call;
 
-// From the nth look at a file of that name on, the disk gives an error; writes look in another way.
+// From the nth look at a file of that name on, the disk reports an error. Writes are not affected.
 class BrokenFile : public jx::ini::test::WatchedFiles {
 public:
     explicit BrokenFile(std::string_view name, int from = 1) : name_(name), from_(from) {}
@@ -92,7 +94,7 @@ TEST(FailedRead, OfALineOfTheScriptLeavesTheComponentWithoutFiles) {
     }
 }
 
-TEST(FailedRead, OfTheScriptIsToldByEveryStepThatReadsIt) {
+TEST(FailedRead, OfTheScriptIsReportedByEveryStepThatReadsIt) {
     const TestHome home({{"odbc.inf", "[D-Keys]\nAPILevel=1\n[ODBC]\nx=1\n[ODBC Translators]\n\"T\"=1\n"}});
     using Step = unsigned int (*)(_Install*);
     for (const Step step : {&GetTheDriverKeys, &PlaceTranslatorsToBeInstalledInInstallStruct, &GetTheNonDriverItems}) {
@@ -104,7 +106,7 @@ TEST(FailedRead, OfTheScriptIsToldByEveryStepThatReadsIt) {
     }
 }
 
-TEST(FailedRead, OfASingleCapabilityIsToldToo) {
+TEST(FailedRead, OfASingleCapabilityIsReportedToo) {
     const TestHome home({{"odbc.inf", "[D-Keys]\nSQLLevel=1\n"}});
     const BrokenFile broken("/odbc.inf", 3);
     TestRecord record(home.file("odbc.inf").c_str());

@@ -1,4 +1,4 @@
-// Installations whose memory runs short: at every allocation, once and from then on.
+// Installations in which each allocation fails, once or from then on.
 #include <gtest/gtest.h>
 #include <jxdialog.h>
 #include <jxmemory.h>
@@ -12,8 +12,10 @@
 
 #include "allocations.h"
 #include "install/batch_installation.h"
+#include "install/installation_paths.h"
 #include "install/item_installation.h"
-#include "install/script_reader.h"
+#include "install/script_entries.h"
+#include "install/script_items.h"
 #include "record_text.h"
 #include "test_home.h"
 #include "watched_files.h"
@@ -27,8 +29,8 @@ using jx::ini::test::InUse;
 
 constexpr HWND kWindow = 77;
 
-// FastFiles: the seam without flushing, and homes in memory where that can be had. The disk is most of the time of a
-// write, and there are thousands of them.
+// FastFiles: no flushing, and home directories in memory where possible. There are thousands of writes, and the disk
+// would take most of their time.
 class FastFiles : public jx::ini::test::WatchedFiles {
 public:
     FastFiles() {
@@ -48,7 +50,7 @@ private:
 };
 
 // Boxes are counted, since keeping their texts would take memory: those about a missing comma, which have no owner, and
-// those that tell the window of an abortion.
+// those that report an abortion to the window.
 class CountedBoxes {
 public:
     CountedBoxes() { JXW_SetMessageBoxHandler(&CountedBoxes::answer, this); }
@@ -95,7 +97,7 @@ bool holds(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
-// The other driver and the other data source are as they were.
+// The other driver and the other data source are unchanged.
 void expectOthers(const TestHome& home) {
     const std::string drivers = home.text(".odbcinst.ini");
     const std::string sources = home.text(".odbc.ini");
@@ -105,14 +107,14 @@ void expectOthers(const TestHome& home) {
     EXPECT_TRUE(holds(sources, "\n[Mine]\nDriver=/o/other.so\nUID=me\n")) << sources;
 }
 
-// The driver has its old library or the new one, and nothing has the default of a failed read.
+// The driver has its old library or the new one, and no entry is "NOT AVAILABLE".
 void expectALibrary(const TestHome& home, const std::string& newer) {
     const std::string drivers = home.text(".odbcinst.ini");
     EXPECT_TRUE(holds(drivers, "[D]\nDriver=/old/d.so\n") || holds(drivers, "[D]\nDriver=" + newer + "\n")) << drivers;
     EXPECT_FALSE(holds(drivers + home.text(".odbc.ini"), "NOT AVAILABLE"));
 }
 
-// Nothing but the two files is in the home besides the script.
+// The home holds the script and the two files, and nothing else.
 void expectNoLitter(const TestHome& home) {
     for (const std::string& name : home.names())
         EXPECT_TRUE(name == ".odbcinst.ini" || name == ".odbc.ini" || name == "odbc.inf") << name;
@@ -121,7 +123,7 @@ void expectNoLitter(const TestHome& home) {
 TEST(ShortMemory, OfABatchInstallationGivesItsFailureValueAndLeaksNothing) {
     FastFiles files;
     const InUse inUse(files);
-    int untold = 0;
+    int unreported = 0;
     const int failures = failEachAllocationOfNewThread([&](ShortMemory& memory) {
         const TestHome home({{"odbc.inf", kScript}, {".odbcinst.ini", kOlderDrivers}, {".odbc.ini", kOlderSources}});
         const std::string script = home.file("odbc.inf");
@@ -131,7 +133,7 @@ TEST(ShortMemory, OfABatchInstallationGivesItsFailureValueAndLeaksNothing) {
         const BOOL result = SQLInstallODBC(kWindow, script.c_str(), "/l", list);
         const bool failed = memory.end();
         EXPECT_EQ(result, FALSE);
-        untold += 1 - boxes.aborted;
+        unreported += 1 - boxes.aborted;
         EXPECT_LE(boxes.aborted, 1);
         EXPECT_TRUE(boxes.commas == 1 || (failed && boxes.commas == 0)) << boxes.commas;
         EXPECT_EQ(boxes.others, 0);
@@ -143,7 +145,7 @@ TEST(ShortMemory, OfABatchInstallationGivesItsFailureValueAndLeaksNothing) {
         }
     });
     EXPECT_GT(failures, 100);
-    EXPECT_EQ(untold, 2) << "only a run without a record, which is the first allocation, ends without a word";
+    EXPECT_EQ(unreported, 2) << "only a run without a record, which is the first allocation, ends without a message";
 }
 
 TEST(ShortMemory, OfADriverInstallationLeaksNothing) {
@@ -190,7 +192,7 @@ TEST(ShortMemory, OfADriverInstallationFromAScriptLeaksNothing) {
     });
 }
 
-// One step on a record that was made before memory ran short: the status, and the record afterwards.
+// Runs one step on a record that was made before memory is short, and checks its result and the record.
 template <typename Prepare, typename Step, typename Check>
 int failEachStep(Prepare prepare, Step step, Check check) {
     const TestHome home({{"odbc.inf", kScript}});
@@ -273,7 +275,7 @@ TEST(ShortMemory, EndsTheFilePassWithoutABufferOrWithoutAPlaceInTheList) {
     EXPECT_EQ(failures, 7) << "three buffers, and a name and a place for each file";
 }
 
-TEST(ShortMemory, LeavesTheRecordWithoutPathsOrWithSomeAndTellsSo) {
+TEST(ShortMemory, LeavesTheRecordWithoutPathsOrWithSomeAndFails) {
     failEachStep([](TestRecord&) {},
                  [](_Install* install) {
                      const auto* script = reinterpret_cast<const unsigned char*>("pkg/odbc.inf");

@@ -1,4 +1,4 @@
-// Several installations at a time in one process.
+// Several installations at the same time in one process.
 #include <gtest/gtest.h>
 #include <odbcinst.h>
 
@@ -19,7 +19,7 @@ std::string driverOf(int thread, int round) {
     return "Driver " + std::to_string(thread) + std::to_string(round);
 }
 
-// A script with the drivers of every thread and a core component, whose file costs no write.
+// A script with the drivers of every thread and a core component, which writes nothing.
 std::string script() {
     std::string text = "[ODBC]\n\"x\"=1,core,,,,,,,,,,,,,,,,,,,\n";
     for (int thread = 0; thread < kThreads; ++thread) {
@@ -38,7 +38,7 @@ bool isInstalled(const std::string& text, const std::string& name) {
 }
 
 TEST(InstallationsAtATime, LoseNoDriverAndEachReleaseTheirOwnBuffers) {
-    // The list is there already: one that several installations begin at once is cleared by each that finds none.
+    // The list exists already. Installations that find no list clear it, and would remove each other's entries.
     const TestHome home({{"odbc.inf", script()}, {".odbcinst.ini", "[ODBC Drivers]\nFirst=Installed\n"}});
     const std::string file = home.file("odbc.inf");
     std::vector<std::thread> threads;

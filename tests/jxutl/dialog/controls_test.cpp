@@ -215,7 +215,7 @@ TEST_F(Controls, AnEditFieldsTextHasNoAccessKey) {
     EXPECT_EQ(control.accessKey, 0);
 }
 
-// A label with data in it.
+// A label that shows data.
 constexpr JxwControl kDataControls[] = {
     {JXW_LABEL, kLabel, 0, 0, 40, 8, "R&D", JXW_PLAIN}, {JXW_EDIT, kName, 0, 8, 40, 8, nullptr, 0},
     {JXW_EDIT, kSecret, 0, 16, 40, 8, nullptr, 0},      {JXW_LABEL, 0, 0, 24, 40, 8, "&Door:", 0},
@@ -224,7 +224,7 @@ constexpr JxwTemplate kDataTemplates[] = {{1, "Data", 40, 40, kDataControls}, {0
 
 TEST_F(Controls, APlainLabelsTextHasNoAccessKey) {
     ASSERT_EQ(JXW_RegisterModule("data", nullptr, kDataTemplates), 1);
-    const HWND data = JXW_CreateDialog("data", 1, 0, hear, &hearing);
+    const HWND data = JXW_CreateDialog("data", 1, 0, logMessage, &received);
     JxwControlInfo control{};
     ASSERT_EQ(JXW_GetControlInfo(data, 0, &control), 1);
     EXPECT_EQ(control.accessKey, 0);

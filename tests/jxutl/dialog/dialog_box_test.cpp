@@ -17,7 +17,7 @@ protected:
 
     // Ends with the pressed button's id as the result; anything else goes to then.
     void endsOn(std::initializer_list<int> buttons) {
-        hearing.does = [this, ends = std::vector<int>(buttons)](HWND hwnd, int message, int wparam, uintptr_t lparam) {
+        received.does = [this, ends = std::vector<int>(buttons)](HWND hwnd, int message, int wparam, uintptr_t lparam) {
             if (message == WM_COMMAND && std::find(ends.begin(), ends.end(), wparam) != ends.end())
                 return static_cast<unsigned>(JXW_EndDialog(hwnd, wparam));
             return then ? then(hwnd, message, wparam, lparam) : 0U;
@@ -32,7 +32,7 @@ TEST_F(ModalDialogs, ReturnMinusOneWithoutAScreen) {
     const JxwScreen mute{};
     JXW_SetScreen(&mute);
     EXPECT_EQ(run(), -1);
-    EXPECT_TRUE(hearing.messages.empty());
+    EXPECT_TRUE(received.messages.empty());
 }
 
 TEST_F(ModalDialogs, ReturnMinusOneWithoutATemplate) {
@@ -44,7 +44,7 @@ TEST_F(ModalDialogs, RunUntilTheyEnd) {
     ScriptedUser user{press(kGo), type(kName, "x"), press(IDOK), press(kGo)};
     EXPECT_EQ(run(), IDOK);
     EXPECT_EQ(user.actionsLeft(), 1U);
-    EXPECT_EQ(hearing.take(), (Heard{"init", "command 29 0", "command 21 768", "command 1 0"}));
+    EXPECT_EQ(received.take(), (Messages{"init", "command 29 0", "command 21 768", "command 1 0"}));
     EXPECT_EQ(user.appearances, (Titles{"+Sample", "-Sample"}));
     EXPECT_EQ(JXW_NextDialog(0), 0U);
 }
@@ -69,11 +69,11 @@ TEST_F(ModalDialogs, DeliverWhatIsPostedBeforeTheUserActs) {
     ScriptedUser user{press(IDOK)};
     EXPECT_EQ(run(), IDCANCEL);
     EXPECT_EQ(user.actionsLeft(), 1U);
-    EXPECT_EQ(hearing.take(), (Heard{"init", "1100 0 0", "command 2 0"}));
+    EXPECT_EQ(received.take(), (Messages{"init", "1100 0 0", "command 2 0"}));
 }
 
 TEST_F(ModalDialogs, ThatEndInTheirFirstMessageAreNeverShown) {
-    hearing.does = [](HWND hwnd, int, int, uintptr_t) { return static_cast<unsigned>(JXW_EndDialog(hwnd, 7)); };
+    received.does = [](HWND hwnd, int, int, uintptr_t) { return static_cast<unsigned>(JXW_EndDialog(hwnd, 7)); };
     ScriptedUser user{press(IDOK)};
     EXPECT_EQ(run(), 7);
     EXPECT_TRUE(user.appearances.empty());
@@ -126,14 +126,14 @@ TEST_F(ModalDialogs, AnOwnerThatWasGreyedStaysGreyed) {
 
 TEST_F(ModalDialogs, DeliverWhatIsPostedToTheirOwner) {
     const HWND owner = create(kPlain);
-    hearing.take();
+    received.take();
     JXW_PostMessage(owner, 1100, 0, 0);
     ScriptedUser user{press(104)};
     EXPECT_EQ(run(kClosing, owner), 104);
-    EXPECT_EQ(hearing.take(), (Heard{"init", "1100 0 0", "command 104 0"}));
+    EXPECT_EQ(received.take(), (Messages{"init", "1100 0 0", "command 104 0"}));
 }
 
-TEST_F(ModalDialogs, GoWithTheirOwner) {
+TEST_F(ModalDialogs, AreDestroyedWithTheirOwner) {
     HWND outer = 0;
     then = [&](HWND hwnd, int message, int wparam, uintptr_t) {
         if (message == WM_COMMAND && wparam == kGo) {
@@ -183,7 +183,7 @@ TEST_F(ModalDialogs, AnExceptionOfTheFirstMessageLeavesTheOwnerEnabled) {
     EXPECT_EQ(JXW_NextDialog(owner), 0U);
 }
 
-TEST_F(ModalDialogs, TellTheScreenWhatChanged) {
+TEST_F(ModalDialogs, CallTheScreensChangedForEachChange) {
     then = [](HWND hwnd, int message, int wparam, uintptr_t) {
         if (message == WM_COMMAND && wparam == kGo) {
             JXW_SetDlgItemText(hwnd, kLabel, "new");
@@ -218,7 +218,7 @@ TEST_F(ModalDialogs, MessageBoxesAppearOnTheScreen) {
     EXPECT_EQ(user.boxes, Titles{"Ask|Sure?|4"});
 }
 
-TEST_F(ModalDialogs, AMessageBoxHandlerGoesBeforeTheScreenAndTheOwnerWaits) {
+TEST_F(ModalDialogs, AMessageBoxGoesToTheHandlerBeforeTheScreenAndDisablesItsOwner) {
     const HWND owner = create();
     ScriptedUser user;
     struct Seen {
@@ -261,19 +261,19 @@ TEST_F(ModalDialogs, AScreenFindsTheDialogsThatAreOpenAlready) {
     EXPECT_EQ(JXW_NextDialog(second), 0U);
 }
 
-// A screen that destroys the dialog once more while it hears that it goes.
-TEST_F(ModalDialogs, TellTheScreenOnceThatTheyGo) {
-    static int told;
-    told = 0;
+// A screen that destroys the dialog once more in its closed callback.
+TEST_F(ModalDialogs, CallTheScreensClosedOnce) {
+    static int calls;
+    calls = 0;
     JxwScreen screen{};
     screen.closed = [](void*, HWND gone) {
-        if (++told < 5)
+        if (++calls < 5)
             JXW_DestroyDialog(gone);
     };
     JXW_SetScreen(&screen);
     const HWND dialog = create();
     EXPECT_EQ(JXW_DestroyDialog(dialog), 1);
-    EXPECT_EQ(told, 1);
+    EXPECT_EQ(calls, 1);
     EXPECT_EQ(JXW_NextDialog(0), 0U);
 }
 

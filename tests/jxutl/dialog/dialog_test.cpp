@@ -1,4 +1,4 @@
-// The life of a dialog: made, told, ended, destroyed.
+// The life of a dialog: made, sent messages, ended, destroyed.
 #include <climits>
 #include <stdexcept>
 #include <thread>
@@ -14,7 +14,7 @@ class DialogLife : public SampleDialog {};
 
 TEST_F(DialogLife, ShowsItsTemplateAfterTheProcedureSetItUp) {
     const HWND dialog = create();
-    EXPECT_EQ(hearing.take(), Heard{"init"});
+    EXPECT_EQ(received.take(), Messages{"init"});
     EXPECT_EQ(dumpDialog(dialog),
               "\"Sample\"\n"
               "  label 20 \"&Name:\"\n"
@@ -36,27 +36,27 @@ TEST_F(DialogLife, ShowsItsTemplateAfterTheProcedureSetItUp) {
 TEST_F(DialogLife, GivesTheRecordAndTheFirstControlToTheFirstMessage) {
     int first = 0;
     uintptr_t record = 0;
-    hearing.does = [&](HWND, int, int wparam, uintptr_t lparam) {
+    received.does = [&](HWND, int, int wparam, uintptr_t lparam) {
         first = wparam;
         record = lparam;
         return 1U;
     };
     const HWND dialog = create();
     EXPECT_EQ(static_cast<HWND>(first), JXW_GetDlgItem(dialog, kName));
-    EXPECT_EQ(record, reinterpret_cast<uintptr_t>(&hearing));
+    EXPECT_EQ(record, reinterpret_cast<uintptr_t>(&received));
 }
 
 TEST_F(DialogLife, NeedsATemplateAndAProcedure) {
     EXPECT_EQ(create(99), 0U);
-    EXPECT_EQ(JXW_CreateDialog("nobody", kSample, 0, hear, &hearing), 0U);
-    EXPECT_EQ(JXW_CreateDialog(nullptr, kSample, 0, hear, &hearing), 0U);
-    EXPECT_EQ(JXW_CreateDialog(kSampleModule, kSample, 0, nullptr, &hearing), 0U);
-    EXPECT_TRUE(hearing.messages.empty());
+    EXPECT_EQ(JXW_CreateDialog("nobody", kSample, 0, logMessage, &received), 0U);
+    EXPECT_EQ(JXW_CreateDialog(nullptr, kSample, 0, logMessage, &received), 0U);
+    EXPECT_EQ(JXW_CreateDialog(kSampleModule, kSample, 0, nullptr, &received), 0U);
+    EXPECT_TRUE(received.messages.empty());
     EXPECT_EQ(JXW_NextDialog(0), 0U);
 }
 
 TEST_F(DialogLife, KeepsTheFocusThatItsProcedureSet) {
-    hearing.does = [](HWND dialog, int, int, uintptr_t) { return JXW_SetFocus(JXW_GetDlgItem(dialog, kGo)) != 0; };
+    received.does = [](HWND dialog, int, int, uintptr_t) { return JXW_SetFocus(JXW_GetDlgItem(dialog, kGo)) != 0; };
     const HWND dialog = create();
     EXPECT_EQ(JXW_GetFocus(), JXW_GetDlgItem(dialog, kGo));
 }
@@ -85,7 +85,7 @@ TEST_F(DialogLife, EndsWithAResultAndStaysReadableUntilItIsDestroyed) {
 }
 
 TEST_F(DialogLife, CanEndInItsFirstMessageAndIsThenNeverShown) {
-    hearing.does = [](HWND dialog, int, int, uintptr_t) { return static_cast<unsigned>(JXW_EndDialog(dialog, 9)); };
+    received.does = [](HWND dialog, int, int, uintptr_t) { return static_cast<unsigned>(JXW_EndDialog(dialog, 9)); };
     const HWND dialog = create();
     int result = 0;
     EXPECT_EQ(JXW_IsDialogEnded(dialog, &result), 1);
@@ -93,7 +93,7 @@ TEST_F(DialogLife, CanEndInItsFirstMessageAndIsThenNeverShown) {
 }
 
 TEST_F(DialogLife, CanBeDestroyedInItsFirstMessage) {
-    hearing.does = [](HWND dialog, int, int, uintptr_t) { return static_cast<unsigned>(JXW_DestroyDialog(dialog)); };
+    received.does = [](HWND dialog, int, int, uintptr_t) { return static_cast<unsigned>(JXW_DestroyDialog(dialog)); };
     EXPECT_EQ(create(), 0U);
     EXPECT_EQ(JXW_NextDialog(0), 0U);
 }
@@ -101,7 +101,7 @@ TEST_F(DialogLife, CanBeDestroyedInItsFirstMessage) {
 TEST_F(DialogLife, CanBeDestroyedInsideAnyOfItsMessages) {
     const HWND dialog = create();
     int after = -1;
-    hearing.does = [&](HWND hwnd, int, int, uintptr_t) {
+    received.does = [&](HWND hwnd, int, int, uintptr_t) {
         JXW_DestroyDialog(hwnd);
         after = JXW_SetDlgItemText(hwnd, kName, "gone");
         return 77U;
@@ -111,15 +111,15 @@ TEST_F(DialogLife, CanBeDestroyedInsideAnyOfItsMessages) {
     EXPECT_EQ(JXW_IsWindow(dialog), 0);
 }
 
-TEST_F(DialogLife, OwnedDialogsGoBeforeTheirOwner) {
+TEST_F(DialogLife, OwnedDialogsAreDestroyedBeforeTheirOwner) {
     const HWND owner = create();
-    const HWND owned = create(kPlain, JXW_GetDlgItem(owner, kGo));  // a control stands for its dialog
+    const HWND owned = create(kPlain, JXW_GetDlgItem(owner, kGo));  // a control means its dialog
     const HWND deeper = create(kEmpty, owned);
     EXPECT_EQ(JXW_DestroyDialog(owner), 1);
     EXPECT_EQ(JXW_IsWindow(owned) + JXW_IsWindow(deeper), 0);
 }
 
-TEST_F(DialogLife, AnUnknownOwnerIsNone) {
+TEST_F(DialogLife, AnUnknownOwnerIsIgnored) {
     const HWND dialog = create(kPlain, 1);
     JxwDialogInfo info{};
     ASSERT_EQ(JXW_GetDialogInfo(dialog, &info), 1);
@@ -127,7 +127,7 @@ TEST_F(DialogLife, AnUnknownOwnerIsNone) {
 }
 
 TEST_F(DialogLife, AnExceptionOfTheFirstMessagePassesAndLeavesNothing) {
-    hearing.does = [](HWND, int, int, uintptr_t) -> unsigned { throw std::runtime_error("setup"); };
+    received.does = [](HWND, int, int, uintptr_t) -> unsigned { throw std::runtime_error("setup"); };
     EXPECT_THROW(create(), std::runtime_error);
     EXPECT_EQ(JXW_NextDialog(0), 0U);
     EXPECT_EQ(JXW_GetFocus(), 0U);
@@ -188,10 +188,10 @@ TEST_F(DialogLife, StaleAndForeignHandlesAreAnsweredWithZero) {
         EXPECT_EQ(JXW_GetRow(hwnd, 0, 0), nullptr);
     }
     EXPECT_EQ(JXW_IsWindow(control), 1);
-    EXPECT_EQ(hearing.take(), (Heard{"init", "init"}));
+    EXPECT_EQ(received.take(), (Messages{"init", "init"}));
 }
 
-TEST_F(DialogLife, AControlIsNoDialog) {
+TEST_F(DialogLife, AControlIsNotADialog) {
     const HWND control = JXW_GetDlgItem(create(), kGo);
     JxwDialogInfo info{};
     EXPECT_EQ(JXW_EndDialog(control, 1), 0);
@@ -209,17 +209,17 @@ TEST_F(DialogLife, AHandleUsedOnAnotherThreadNamesNothing) {
     std::thread([&] {
         answers = JXW_IsWindow(dialog) + JXW_PostMessage(dialog, 1, 0, 0) + JXW_SendMessage(dialog, 1, 0, 0) +
                   JXW_EndDialog(dialog, 1) + JXW_DestroyDialog(dialog) + static_cast<int>(JXW_SetFocus(dialog));
-        Hearing other;
-        own = JXW_CreateDialog(kSampleModule, kPlain, dialog, hear, &other);
-    }).join();  // the thread's own dialog goes with it
+        MessageLog other;
+        own = JXW_CreateDialog(kSampleModule, kPlain, dialog, logMessage, &other);
+    }).join();  // the thread's dialog is destroyed with it
     EXPECT_EQ(answers, 0);
     EXPECT_GT(own, dialog);
     EXPECT_EQ(JXW_IsWindow(own), 0);
     EXPECT_EQ(JXW_IsWindow(dialog), 1);
-    EXPECT_EQ(hearing.take(), Heard{"init"});
+    EXPECT_EQ(received.take(), Messages{"init"});
 }
 
-TEST_F(DialogLife, PassesTheFocusToItsOwnerWhenItGoes) {
+TEST_F(DialogLife, PassesTheFocusToItsOwnerWhenItIsDestroyed) {
     const HWND owner = create();
     const HWND beside = create(kPlain);
     const HWND owned = create(kClosing, owner);
@@ -252,7 +252,7 @@ TEST_F(DialogLife, CopiesTheTablesOfItsModule) {
     caption.assign("xxx");
     controls.clear();
     templates.clear();
-    EXPECT_EQ(dumpDialog(JXW_CreateDialog("made", 1, 0, hear, &hearing)),
+    EXPECT_EQ(dumpDialog(JXW_CreateDialog("made", 1, 0, logMessage, &received)),
               "\"Made\"\n  button 5 \"&Go\" default focus\n");
 }
 

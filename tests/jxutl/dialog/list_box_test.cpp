@@ -1,4 +1,4 @@
-// List boxes and what they answer.
+// List boxes and what their messages return.
 #include <climits>
 
 #include "dialog_dump.h"
@@ -59,7 +59,7 @@ TEST_F(ListBoxes, StartEmptyWithNothingSelected) {
     EXPECT_EQ(send(LB_GETCURSEL), LB_ERR);
 }
 
-TEST_F(ListBoxes, InsertWhereTheyAreTold) {
+TEST_F(ListBoxes, InsertAtTheRowAskedFor) {
     struct Row {
         int place, answer;
         const char* after;

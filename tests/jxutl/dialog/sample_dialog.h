@@ -1,4 +1,4 @@
-// A dialog with one control of each kind, and a procedure that writes down what it hears.
+// A dialog with one control of each kind, and a procedure that records its messages.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -64,30 +64,31 @@ inline constexpr JxwTemplate kSampleTemplates[] = {{kSample, "Sample", 184, 160,
                                                    {kEmpty, "Empty", 60, 30, nullptr},
                                                    {0, nullptr, 0, 0, nullptr}};
 
-// What a procedure heard and does. One at a time is told by plain function pointers.
-struct Hearing {
+// The messages a procedure got, and what it does on each.
+struct MessageLog {
     std::vector<std::string> messages;  // "message wparam lparam"; WM_COMMAND as "command id notification"
     std::function<unsigned int(HWND, int, int, uintptr_t)> does;
 
     std::vector<std::string> take() { return std::exchange(messages, {}); }
 };
 
-// The procedure of a dialog whose record is a Hearing.
-inline unsigned int hear(HWND dialog, int message, int wparam, uintptr_t lparam) {
+// The procedure of a dialog whose record is a MessageLog.
+inline unsigned int logMessage(HWND dialog, int message, int wparam, uintptr_t lparam) {
     if (message == WM_INITDIALOG)
-        JXW_SetProp(dialog, "Hearing", lparam);
-    auto& hearing = *reinterpret_cast<Hearing*>(JXW_GetProp(dialog, "Hearing"));
+        JXW_SetProp(dialog, "MessageLog", lparam);
+    auto& received = *reinterpret_cast<MessageLog*>(JXW_GetProp(dialog, "MessageLog"));
     if (message == WM_COMMAND)
-        hearing.messages.push_back("command " + std::to_string(wparam) + " " + std::to_string((lparam >> 16) & 0xFFFF));
+        received.messages.push_back("command " + std::to_string(wparam) + " " +
+                                    std::to_string((lparam >> 16) & 0xFFFF));
     else if (message == WM_INITDIALOG)
-        hearing.messages.emplace_back("init");
+        received.messages.emplace_back("init");
     else
-        hearing.messages.push_back(std::to_string(message) + " " + std::to_string(wparam) + " " +
-                                   std::to_string(lparam));
-    return hearing.does ? hearing.does(dialog, message, wparam, lparam) : 0;
+        received.messages.push_back(std::to_string(message) + " " + std::to_string(wparam) + " " +
+                                    std::to_string(lparam));
+    return received.does ? received.does(dialog, message, wparam, lparam) : 0;
 }
 
-using Heard = std::vector<std::string>;
+using Messages = std::vector<std::string>;
 
 // SampleDialog: a test with the sample templates registered and no dialog left behind.
 class SampleDialog : public testing::Test {
@@ -100,14 +101,14 @@ protected:
     }
 
     HWND create(unsigned short templateId = kSample, HWND owner = 0) {
-        return JXW_CreateDialog(kSampleModule, templateId, owner, hear, &hearing);
+        return JXW_CreateDialog(kSampleModule, templateId, owner, logMessage, &received);
     }
 
     int run(unsigned short templateId = kSample, HWND owner = 0) {
-        return JXW_DialogBox(kSampleModule, templateId, owner, hear, &hearing);
+        return JXW_DialogBox(kSampleModule, templateId, owner, logMessage, &received);
     }
 
-    Hearing hearing;
+    MessageLog received;
 };
 
 }  // namespace jx::test

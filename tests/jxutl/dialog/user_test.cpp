@@ -1,4 +1,4 @@
-// What the user does and what the dialog hears of it.
+// The user's actions, and the messages the dialog gets.
 #include "sample_dialog.h"
 
 using namespace jx::test;
@@ -10,7 +10,7 @@ protected:
     UserActions() {
         for (const char* row : {"a", "b", "c"})
             JXW_SendDlgItemMessage(dialog, kList, LB_ADDSTRING, 0, reinterpret_cast<uintptr_t>(row));
-        hearing.take();
+        received.take();
     }
 
     HWND item(unsigned short id) const { return JXW_GetDlgItem(dialog, id); }
@@ -36,23 +36,23 @@ protected:
 
 TEST_F(UserActions, APressedButtonSendsItsCommandAndTakesTheFocus) {
     EXPECT_EQ(JXW_UserCommand(dialog, kGo), 1);
-    EXPECT_EQ(hearing.take(), Heard{"command 29 0"});
+    EXPECT_EQ(received.take(), Messages{"command 29 0"});
     EXPECT_EQ(JXW_GetFocus(), item(kGo));
 }
 
 TEST_F(UserActions, OnlyEnabledButtonsCanBePressed) {
     for (const int id : {int{kGrey}, int{kName}, int{kTrace}, int{kList}, int{kLabel}, 999, 0})
         EXPECT_EQ(JXW_UserCommand(dialog, static_cast<unsigned short>(id)), 0) << id;
-    EXPECT_TRUE(hearing.messages.empty());
+    EXPECT_TRUE(received.messages.empty());
 }
 
-TEST_F(UserActions, SelectingARowTellsTheDialog) {
+TEST_F(UserActions, SelectingARowNotifiesTheDialog) {
     EXPECT_EQ(JXW_UserSelect(dialog, kList, 1), 1);
     EXPECT_EQ(selection(), 1);
     EXPECT_EQ(JXW_UserSelect(dialog, kList, 1), 1);
     EXPECT_EQ(JXW_UserSelect(dialog, kList, -1), 1);
     EXPECT_EQ(selection(), -1);
-    EXPECT_EQ(hearing.take(), (Heard{"command 28 1", "command 28 1", "command 28 1"}));
+    EXPECT_EQ(received.take(), (Messages{"command 28 1", "command 28 1", "command 28 1"}));
     EXPECT_EQ(JXW_GetFocus(), item(kList));
 }
 
@@ -60,28 +60,28 @@ TEST_F(UserActions, SelectingARowThatDoesNotExistDoesNothing) {
     for (const int row : {3, -2, 65535})
         EXPECT_EQ(JXW_UserSelect(dialog, kList, row), 0) << row;
     EXPECT_EQ(JXW_UserSelect(dialog, kGo, 0), 0);
-    EXPECT_TRUE(hearing.messages.empty());
+    EXPECT_TRUE(received.messages.empty());
 }
 
 TEST_F(UserActions, ADoubleClickSelectsFirst) {
     EXPECT_EQ(JXW_UserDoubleClick(dialog, kList, 2), 1);
-    EXPECT_EQ(hearing.take(), (Heard{"command 28 1", "command 28 2"}));
+    EXPECT_EQ(received.take(), (Messages{"command 28 1", "command 28 2"}));
     EXPECT_EQ(JXW_UserDoubleClick(dialog, kList, 2), 1);
-    EXPECT_EQ(hearing.take(), Heard{"command 28 2"});
+    EXPECT_EQ(received.take(), Messages{"command 28 2"});
     EXPECT_EQ(JXW_UserDoubleClick(dialog, kList, 3), 0);
     EXPECT_EQ(JXW_UserDoubleClick(dialog, kList, -1), 0);
-    EXPECT_TRUE(hearing.messages.empty());
+    EXPECT_TRUE(received.messages.empty());
 }
 
 TEST_F(UserActions, ADoubleClickStopsWhenItsFirstHalfEndsTheDialog) {
-    hearing.does = [](HWND hwnd, int, int, uintptr_t) { return static_cast<unsigned>(JXW_EndDialog(hwnd, 1)); };
+    received.does = [](HWND hwnd, int, int, uintptr_t) { return static_cast<unsigned>(JXW_EndDialog(hwnd, 1)); };
     EXPECT_EQ(JXW_UserDoubleClick(dialog, kList, 0), 1);
-    EXPECT_EQ(hearing.take(), Heard{"command 28 1"});
+    EXPECT_EQ(received.take(), Messages{"command 28 1"});
 }
 
-TEST_F(UserActions, AnEditedFieldHoldsTheTextAndTellsTheDialog) {
+TEST_F(UserActions, AnEditedFieldHoldsTheTextAndNotifiesTheDialog) {
     EXPECT_EQ(JXW_UserEdit(dialog, kSecret, "new"), 1);
-    EXPECT_EQ(hearing.take(), Heard{"command 22 768"});
+    EXPECT_EQ(received.take(), Messages{"command 22 768"});
     char text[8];
     JXW_GetDlgItemText(dialog, kSecret, text, sizeof text);
     EXPECT_STREQ(text, "new");
@@ -95,34 +95,34 @@ TEST_F(UserActions, AClickedBoxChangesItsState) {
     EXPECT_EQ(JXW_IsDlgButtonChecked(dialog, kTrace), 1);
     EXPECT_EQ(JXW_UserCheck(dialog, kTrace), 1);
     EXPECT_EQ(JXW_IsDlgButtonChecked(dialog, kTrace), 0);
-    EXPECT_EQ(hearing.take(), (Heard{"command 23 0", "command 23 0"}));
+    EXPECT_EQ(received.take(), (Messages{"command 23 0", "command 23 0"}));
     EXPECT_EQ(JXW_UserCheck(dialog, kGo), 0);
 }
 
-TEST_F(UserActions, AClickedRadioButtonBecomesItsGroupsOnlyOne) {
+TEST_F(UserActions, AClickedRadioButtonBecomesItsGroupsCheckedOne) {
     JXW_CheckRadioButton(dialog, 0, 0, kFirst);
     EXPECT_EQ(JXW_UserCheck(dialog, kThird), 1);
     EXPECT_EQ(JXW_IsDlgButtonChecked(dialog, kFirst), 0);
     EXPECT_EQ(JXW_IsDlgButtonChecked(dialog, kThird), 1);
-    EXPECT_EQ(hearing.take(), Heard{"command 26 0"});
+    EXPECT_EQ(received.take(), Messages{"command 26 0"});
 }
 
 TEST_F(UserActions, EnterPressesTheDefaultButton) {
     EXPECT_EQ(JXW_UserKey(dialog, JXW_KEY_ENTER), 1);
-    EXPECT_EQ(hearing.take(), Heard{"command 1 0"});
+    EXPECT_EQ(received.take(), Messages{"command 1 0"});
     JXW_UserFocus(dialog, kGo);
     EXPECT_EQ(JXW_UserKey(dialog, JXW_KEY_ENTER), 1);
-    EXPECT_EQ(hearing.take(), Heard{"command 29 0"});
+    EXPECT_EQ(received.take(), Messages{"command 29 0"});
     JXW_UserFocus(dialog, kList);
     JXW_EnableWindow(item(IDOK), 0);
     EXPECT_EQ(JXW_UserKey(dialog, JXW_KEY_ENTER), 0);
-    EXPECT_TRUE(hearing.messages.empty());
+    EXPECT_TRUE(received.messages.empty());
 }
 
 TEST_F(UserActions, EscapeCancels) {
     for (const int key : {JXW_KEY_ESCAPE, JXW_KEY_CLOSE}) {
         EXPECT_EQ(JXW_UserKey(dialog, key), 1);
-        EXPECT_EQ(hearing.take(), Heard{"command 2 0"});
+        EXPECT_EQ(received.take(), Messages{"command 2 0"});
     }
     JXW_EnableWindow(item(IDCANCEL), 0);
     EXPECT_EQ(JXW_UserKey(dialog, JXW_KEY_ESCAPE), 0);
@@ -130,13 +130,13 @@ TEST_F(UserActions, EscapeCancels) {
 
 TEST_F(UserActions, EscapePressesTheCloseButtonWhereThereIsNoCancel) {
     const HWND closing = create(kClosing);
-    hearing.take();
+    received.take();
     EXPECT_EQ(JXW_UserKey(closing, JXW_KEY_ESCAPE), 1);
-    EXPECT_EQ(hearing.take(), Heard{"command 104 0"});
+    EXPECT_EQ(received.take(), Messages{"command 104 0"});
     const HWND plain = create(kPlain);
-    hearing.take();
+    received.take();
     EXPECT_EQ(JXW_UserKey(plain, JXW_KEY_ESCAPE), 1);
-    EXPECT_EQ(hearing.take(), Heard{"command 2 0"});
+    EXPECT_EQ(received.take(), Messages{"command 2 0"});
     EXPECT_EQ(JXW_UserKey(plain, 99), 0);
 }
 
@@ -167,7 +167,7 @@ TEST_F(UserActions, AccessKeysActAsTheirControlsDo) {
     EXPECT_EQ(JXW_UserAccessKey(dialog, 'G'), 1);
     EXPECT_EQ(JXW_UserAccessKey(dialog, 't'), 1);
     EXPECT_EQ(JXW_UserAccessKey(dialog, 'e'), 1);
-    EXPECT_EQ(hearing.take(), (Heard{"command 29 0", "command 23 0", "command 25 0"}));
+    EXPECT_EQ(received.take(), (Messages{"command 29 0", "command 23 0", "command 25 0"}));
     EXPECT_EQ(JXW_IsDlgButtonChecked(dialog, kSecond), 1);
     EXPECT_EQ(JXW_UserAccessKey(dialog, 'n'), 1);
     EXPECT_EQ(JXW_GetFocus(), item(kName));
@@ -177,7 +177,7 @@ TEST_F(UserActions, AccessKeysActAsTheirControlsDo) {
         EXPECT_EQ(JXW_UserAccessKey(dialog, key), 0) << key;
     JXW_EnableWindow(item(kGo), 0);
     EXPECT_EQ(JXW_UserAccessKey(dialog, 'g'), 0);
-    EXPECT_TRUE(hearing.messages.empty());
+    EXPECT_TRUE(received.messages.empty());
 }
 
 TEST_F(UserActions, NothingReachesADialogThatHasEndedOrIsGreyed) {
@@ -192,10 +192,10 @@ TEST_F(UserActions, NothingReachesADialogThatHasEndedOrIsGreyed) {
     JXW_EnableWindow(dialog, 1);
     JXW_EndDialog(dialog, 1);
     EXPECT_EQ(everything(), 0);
-    EXPECT_TRUE(hearing.messages.empty());
+    EXPECT_TRUE(received.messages.empty());
 }
 
-TEST_F(UserActions, ADialogMayGoInTheMiddleOfAnyOfThem) {
+TEST_F(UserActions, ADialogMayBeDestroyedDuringAnyOfThem) {
     struct Row {
         const char* name;
         int (*act)(HWND dialog);
@@ -212,10 +212,10 @@ TEST_F(UserActions, ADialogMayGoInTheMiddleOfAnyOfThem) {
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        hearing.does = nullptr;
+        received.does = nullptr;
         const HWND hwnd = create();
         JXW_SendDlgItemMessage(hwnd, kList, LB_ADDSTRING, 0, reinterpret_cast<uintptr_t>("a"));
-        hearing.does = [](HWND gone, int, int, uintptr_t) { return static_cast<unsigned>(JXW_DestroyDialog(gone)); };
+        received.does = [](HWND gone, int, int, uintptr_t) { return static_cast<unsigned>(JXW_DestroyDialog(gone)); };
         EXPECT_EQ(row.act(hwnd), 1);
         EXPECT_EQ(JXW_IsWindow(hwnd), 0);
     }

@@ -1,4 +1,4 @@
-// The changes that the fault and crash loops put through every failure.
+// The changes that the fault and crash tests make.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -113,8 +113,8 @@ inline constexpr ChangeCase kChangeCases[] = {
      .leftOverMode = 0644},
 };
 
-// InMemory: lets temporary directories be made where the disk is memory, if there is such a place, for as long as it
-// lives: thousands of small files come and go in these loops, and what they prove does not depend on the disk.
+// InMemory: while it exists, temporary directories are made in memory if possible. These tests make thousands of small
+// files, and do not depend on the disk.
 class InMemory {
 public:
     InMemory() {
@@ -133,7 +133,7 @@ private:
     bool set_ = false;
 };
 
-// CaseHome: a home directory in which one case stands at its beginning.
+// CaseHome: a home directory set up for one case.
 class CaseHome {
 public:
     explicit CaseHome(const ChangeCase& change) : change_(change) {
@@ -149,7 +149,7 @@ public:
             putText(lock(), change.leftOver, change.leftOverMode);
     }
 
-    // The file that is really written, and its NAME.lock.
+    // The file that links lead to, and its NAME.lock.
     std::string target() const {
         if (change_.linked)
             return home_.file("deep/real.ini");
@@ -168,7 +168,7 @@ public:
     std::string before() const { return change_.before == nullptr ? "(absent)" : change_.before; }
     std::string after() const { return change_.after; }
 
-    // What lies about besides the file, its link and the empty directory.
+    // Stray files: all but the file, its link and the empty directory.
     std::vector<std::string> litter() const {
         std::vector<std::string> found;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(home_.path()))

@@ -1,4 +1,4 @@
-// Parts of a test that run in a process of their own, also as a user without any rights.
+// Parts of a test that run in a child process, also as a user without any rights.
 #pragma once
 
 #include <grp.h>
@@ -12,7 +12,7 @@ namespace jx::ini::test {
 
 inline constexpr uid_t kNobody = 65534;
 
-// Runs body in a child process; its wait status.
+// Runs body in a child process; returns its wait status.
 template <typename Body>
 int statusOfChild(Body body) {
     std::fflush(nullptr);
@@ -34,8 +34,8 @@ bool passesInChild(Body body) {
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-// Runs body, which may contain expectations, as a user that owns nothing and is in no group: root passes every check
-// of rights, so such a test would prove nothing. True when all of them held.
+// Runs body, which may contain expectations, as a user that owns nothing and is in no group; root would pass every
+// check of rights. True when all expectations held.
 template <typename Body>
 bool passesAsNobody(Body body) {
     return passesInChild([&body] {

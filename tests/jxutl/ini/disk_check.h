@@ -1,4 +1,4 @@
-// What a test asks of a directory and of its own process: stray files, open descriptors, modes, identity.
+// Checks of a directory and of this process: stray files, open descriptors, modes, identity.
 #pragma once
 
 #include <sys/stat.h>
@@ -10,7 +10,7 @@
 
 namespace jx::ini::test {
 
-// How many files this process has open; the one that the counting needs is among them each time.
+// How many files this process has open, each time with the one opened for counting.
 inline std::size_t openDescriptors() {
     std::size_t count = 0;
     for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator("/proc/self/fd"))
@@ -56,7 +56,7 @@ struct Identity {
     struct stat state;
 };
 
-// Umask: sets the process's umask for as long as it lives.
+// Umask: sets the process's umask while it exists.
 class Umask {
 public:
     explicit Umask(mode_t mask) : old_(::umask(mask)) {}

@@ -43,7 +43,7 @@ TEST(Failure, BelongsToItsThread) {
     noteSuccess();
 }
 
-// Notes a failure when its thread's objects are destroyed, later than the store's own.
+// Notes a failure when its thread's objects are destroyed, after the store's.
 struct LateUser {
     ~LateUser() {
         noteFailure(JxIniStepOpen, "/noted/while/the/thread/ends/and/long/enough/for/the/heap", ENOENT);
@@ -60,21 +60,22 @@ TEST(Failure, CanBeNotedWhileTheThreadEnds) {
     }).join();
 }
 
-TEST(Failure, SpeaksASentenceForEveryStep) {
+TEST(Failure, HasASentenceForEveryStep) {
     struct Row {
         Failure failure;
         const char* sentence;
     };
     const Row rows[] = {
         {{}, ""},
-        {{JxIniStepArgument, "/a/x", EINVAL, false}, "Cannot store that in /a/x: Invalid argument"},
-        {{JxIniStepMemory, "/a/x", ENOMEM, false}, "Cannot find memory for /a/x: Cannot allocate memory"},
+        {{JxIniStepArgument, "/a/x", EINVAL, false}, "Cannot change /a/x: Invalid argument"},
+        {{JxIniStepMemory, "/a/x", ENOMEM, false}, "Cannot process /a/x: Cannot allocate memory"},
         {{JxIniStepLocate, "", ENOENT, false}, "Cannot find the file: No such file or directory"},
         {{JxIniStepLook, "/a/x", EACCES, false}, "Cannot look at /a/x: Permission denied"},
         {{JxIniStepOpen, "/a/x", EISDIR, false}, "Cannot open /a/x: Is a directory"},
         {{JxIniStepRead, "/a/x", EIO, false}, "Cannot read /a/x: Input/output error"},
-        {{JxIniStepTurn, "/a/x.lock", ETIMEDOUT, false}, "Cannot lock /a/x.lock: another program held it all the time"},
-        {{JxIniStepTurn, "/a/x.lock", EACCES, false}, "Cannot lock /a/x.lock: Permission denied"},
+        {{JxIniStepLock, "/a/x.lock", ETIMEDOUT, false},
+         "Cannot lock /a/x.lock: another writer kept it locked for 10 seconds"},
+        {{JxIniStepLock, "/a/x.lock", EACCES, false}, "Cannot lock /a/x.lock: Permission denied"},
         {{JxIniStepEmpty, "/a/x.lock", EIO, false}, "Cannot empty /a/x.lock: Input/output error"},
         {{JxIniStepWrite, "/a/x.lock", ENOSPC, false}, "Cannot write /a/x.lock: No space left on device"},
         {{JxIniStepMode, "/a/x.lock", EPERM, false}, "Cannot set the mode of /a/x.lock: Operation not permitted"},

@@ -40,8 +40,8 @@ private:
     Call failed_ = Call::open;
 };
 
-// ShortFiles: every read and write moves at most so many bytes, and every call that a signal may cut short is cut
-// short so many times before it succeeds.
+// ShortFiles: every read and write transfers at most so many bytes, and every call that a signal may interrupt is
+// interrupted so many times before it succeeds.
 class ShortFiles : public WatchedFiles {
 public:
     ShortFiles(std::size_t mostBytes, int interruptions) : mostBytes_(mostBytes), interruptions_(interruptions) {}
@@ -68,7 +68,7 @@ private:
     int calls_ = 0;
 };
 
-// FullFiles: a disk with room for so many more bytes; a write that does not fit moves what fits, the next one fails.
+// FullFiles: a disk with room for so many more bytes; a write that does not fit writes what fits, the next one fails.
 class FullFiles : public WatchedFiles {
 public:
     explicit FullFiles(std::size_t room) : room_(room) {}

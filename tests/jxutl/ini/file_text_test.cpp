@@ -1,4 +1,4 @@
-// Reading a file whole, and for how long its text can be trusted.
+// Reading a whole file, and how long its text is current.
 #include "jxutl/ini/file_text.h"
 
 #include <fcntl.h>
@@ -137,7 +137,7 @@ TEST(FileText, OpensWithoutWaitingAndKeepsTheDescriptorToItself) {
     EXPECT_EQ(disk.calls(), "open 1, close 1, read 1, look 1, lookAtOpen 1");
 }
 
-TEST(FileText, AFileOfSomebodyElseIsOpenedAgainWithItsAccessTime) {
+TEST(FileText, AFileOfAnotherUserIsOpenedAgainWithoutNoAtime) {
     StampedFiles disk;
     disk.openError = EPERM;
     const InUse inUse(disk);
@@ -200,8 +200,8 @@ TEST(FileText, AFreshlyChangedFileIsNotTrustedAndCostsAReadEachTime) {
     EXPECT_TRUE(text.isCurrent(stateOf(home.file("f"))));
 }
 
-// The clock counts from before the reading: a change right after it falls into the tick that the reading began in.
-TEST(FileText, TimeThatPassesWhileReadingSettlesNothing) {
+// The time is taken before the reading: a change right after that may get the same time.
+TEST(FileText, TheAgeOfAChangeCountsFromBeforeTheReading) {
     StampedFiles disk;
     const InUse inUse(disk);
     const TestHome home{{"f", "x"}};
@@ -219,7 +219,7 @@ struct SameRow {
     Outcome outcome;
 };
 
-TEST(FileText, TheSameBytesStayWhereTheyAre) {
+TEST(FileText, UnchangedBytesAreNotCopiedAgain) {
     const std::string large = repeated("0123456789abcde\n", 100'000);
     std::string changedInside = large;
     changedInside[50'000] = 'X';
@@ -243,7 +243,7 @@ TEST(FileText, TheSameBytesStayWhereTheyAre) {
         const InUse inUse(disk);
         const TestHome home{{"f", row.before}};
         disk.clock = disk.written;
-        disk.adjust = [](struct stat& state) { state.st_size = 0; };  // nothing in the state tells them apart
+        disk.adjust = [](struct stat& state) { state.st_size = 0; };  // their states are the same
         FileText text;
         readNow(text, home.file("f"));
         EXPECT_EQ(text.view(), row.before);
@@ -302,7 +302,7 @@ TEST(FileText, AFileThatIsReplacedBetweenLookAndOpeningIsReadAgain) {
     EXPECT_TRUE(text.isCurrent(stateOf(home.file("f"))));
 }
 
-TEST(FileText, AFileThatNeverRestsIsTakenAsItComesAndNotTrusted) {
+TEST(FileText, AFileThatKeepsChangingIsReadButNotTrusted) {
     StampedFiles disk;
     const InUse inUse(disk);
     const TestHome home{{"f", ""}};
@@ -318,8 +318,8 @@ TEST(FileText, AFileThatNeverRestsIsTakenAsItComesAndNotTrusted) {
     EXPECT_EQ(text.view(), home.text("f"));
 }
 
-// As files of /proc are: the state tells no size.
-TEST(FileText, AFileWhoseSizeIsNotToldIsReadAndNotTrusted) {
+// As files of /proc: their state has no size.
+TEST(FileText, AFileThatReportsNoSizeIsReadButNotTrusted) {
     const std::string bytes = repeated("0123456789\n", 100'000);
     StampedFiles disk;
     const InUse inUse(disk);
@@ -331,7 +331,7 @@ TEST(FileText, AFileWhoseSizeIsNotToldIsReadAndNotTrusted) {
     EXPECT_FALSE(text.isCurrent(stateOf(home.file("f"))));
 }
 
-TEST(FileText, AnAbsentFileIsNoFailure) {
+TEST(FileText, AnAbsentFileIsNotAFailure) {
     const TestHome home{{"f", "x"}};
     const struct stat before = stateOf(home.file("f"));
     for (const char* name : {"gone", "f/below"}) {
@@ -358,7 +358,7 @@ TEST(FileText, AFileOfAGibibyteOrMoreIsRefusedUnread) {
     }
 }
 
-// A FIFO that took the file's place after the look: it is opened, but nothing waits and nothing is believed.
+// A FIFO that replaced the file after the stat: it is opened, but nothing waits and nothing is read.
 TEST(FileText, AFifoInTheFilesPlaceIsAFailureWithoutWaiting) {
     StampedFiles disk;
     const InUse inUse(disk);
@@ -424,7 +424,7 @@ TEST(FileText, AFileThatMayNotBeReadIsAFailure) {
     }));
 }
 
-TEST(FileText, AFileOfSomebodyElseIsReadForReal) {
+TEST(FileText, AFileOfAnotherUserIsReadFromTheRealDisk) {
     const TestHome home{{"f", "shared"}};
     ASSERT_EQ(::chmod(home.path().c_str(), 0755), 0);
     ASSERT_EQ(::chmod(home.file("f").c_str(), 0644), 0);

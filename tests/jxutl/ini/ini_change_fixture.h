@@ -1,4 +1,4 @@
-// What the tests of a change share: a file in a home of its own, one write of it, and what a failure must tell.
+// For tests of a change: a file in a home folder, one write of it, and the failure expected.
 #pragma once
 
 #include <gtest/gtest.h>

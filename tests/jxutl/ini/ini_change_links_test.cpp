@@ -34,7 +34,7 @@ TEST_F(IniChangeTest, ASymbolicLinkStaysALink) {
     }
 }
 
-TEST_F(IniChangeTest, TheTurnIsTakenWhereTheFileReallyLies) {
+TEST_F(IniChangeTest, TheLockFileLiesBesideTheFileALinkLeadsTo) {
     std::filesystem::create_directory(home_.file("deep"));
     putText(home_.file("deep/real.ini"), "");
     ASSERT_EQ(::symlink("deep/real.ini", file_.c_str()), 0);

@@ -1,4 +1,4 @@
-// Whose a changed file is: its mode, its owner, its group.
+// The mode, owner and group of a changed file.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -53,7 +53,7 @@ TEST_F(IniChangeTest, AnExistingSharedFileKeepsItsMode) {
     EXPECT_EQ(modeOf(file_), 0640U);
 }
 
-TEST_F(IniChangeTest, ANewSharedFileIsPrivateWhereTheUmaskCannotBeTold) {
+TEST_F(IniChangeTest, ANewSharedFileIsPrivateWhenTheUmaskIsUnknown) {
     class NoProc : public WatchedFiles {
         int before(Call call, std::string_view path) override {
             return call == Call::open && path.starts_with("/proc/") ? ENOENT : 0;

@@ -1,4 +1,4 @@
-// Files that cannot be changed, and what is told of them.
+// Files that cannot be changed, and the failures reported.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sched.h>
@@ -22,20 +22,20 @@
 namespace jx::ini::test {
 namespace {
 
-// Mounts of this process's own, so that none outlives the test.
+// A mount namespace of this process, so that no mount outlives the test.
 constexpr int kMayNotMount = 77;
 bool ownMounts() {
     return ::unshare(CLONE_NEWNS) == 0 && ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
 }
 
-TEST_F(IniChangeTest, RefusesWhatIsNoRegularFileWithoutWaiting) {
+TEST_F(IniChangeTest, RefusesWhatIsNotARegularFileWithoutWaiting) {
     std::filesystem::create_directory(home_.file("directory"));
     ASSERT_EQ(::mkfifo(home_.file("fifo").c_str(), 0666), 0);
     ASSERT_EQ(::symlink("fifo", home_.file("link").c_str()), 0);
     ASSERT_EQ(::symlink("directory/", home_.file("slash").c_str()), 0);
     struct Row {
         std::string path;
-        std::string told;
+        std::string reported;
         int error;
     };
     const Row rows[] = {{home_.file("directory"), home_.file("directory"), EISDIR},
@@ -47,13 +47,13 @@ TEST_F(IniChangeTest, RefusesWhatIsNoRegularFileWithoutWaiting) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.path);
         EXPECT_FALSE(write(row.path, "A", "k", "1"));
-        expectFailure(JxIniStepOpen, row.error, row.told);
+        expectFailure(JxIniStepOpen, row.error, row.reported);
         EXPECT_EQ(home_.names(), before);
     }
     EXPECT_TRUE(std::filesystem::is_empty(home_.file("directory")));
 }
 
-// A device of the test's own: a mistake must not cost the machine one of its.
+// A device made for the test: a mistake must not damage one of the machine's.
 TEST_F(IniChangeTest, RefusesADevice) {
     const std::string device = home_.file("device");
     if (::mknod(device.c_str(), S_IFCHR | 0666, ::makedev(1, 3)) != 0)
@@ -64,17 +64,17 @@ TEST_F(IniChangeTest, RefusesADevice) {
     EXPECT_EQ(home_.names(), Names{"device"});
 }
 
-TEST_F(IniChangeTest, TellsWhatCannotBeFound) {
+TEST_F(IniChangeTest, ReportsWhatCannotBeFound) {
     home_.put("plain", "");
     EXPECT_FALSE(write(home_.file("plain/x.ini"), "A", "k", "1"));
-    expectFailure(JxIniStepTurn, ENOTDIR, home_.file("plain/x.ini.lock"));
+    expectFailure(JxIniStepLock, ENOTDIR, home_.file("plain/x.ini.lock"));
     EXPECT_FALSE(write(home_.file("no/x.ini"), "A", "k", "1"));
-    expectFailure(JxIniStepTurn, ENOENT, home_.file("no/x.ini.lock"));
+    expectFailure(JxIniStepLock, ENOENT, home_.file("no/x.ini.lock"));
     EXPECT_FALSE(write(home_.file(std::string(300, 'n')), "A", "k", "1"));
     expectFailure(JxIniStepLook, ENAMETOOLONG, home_.file(std::string(300, 'n')));
 }
 
-TEST_F(IniChangeTest, TellsThatThereIsNoPath) {
+TEST_F(IniChangeTest, ReportsThatThereIsNoPath) {
     IniChange change;
     errno = ENOENT;
     EXPECT_FALSE(change.begin({}));
@@ -83,7 +83,7 @@ TEST_F(IniChangeTest, TellsThatThereIsNoPath) {
 
 TEST_F(IniChangeTest, RefusesAFileThatIsTooBig) {
     putText(file_, "[A]\nk=1\n");
-    ASSERT_EQ(::truncate(file_.c_str(), off_t{1} << 30), 0);  // a hole: no room is taken
+    ASSERT_EQ(::truncate(file_.c_str(), off_t{1} << 30), 0);  // a hole, which takes no space
     RecordingFiles files;
     const InUse inUse(files);
     EXPECT_FALSE(write(file_, "A", "k", "2"));
@@ -114,7 +114,7 @@ TEST_F(IniChangeTest, ReadsAFileThatGrowsMeanwhileToItsEnd) {
     EXPECT_EQ(home_.text("x.ini"), "[A]\n" + std::string(100, ';') + "\nk=2\n");
 }
 
-TEST_F(IniChangeTest, ARefusedEditIsToldAndChangesNothing) {
+TEST_F(IniChangeTest, ARefusedEditIsReportedAndChangesNothing) {
     home_.put("x.ini", "[A]\nk=1\n");
     IniChange change;
     ASSERT_TRUE(change.begin({file_}));
@@ -175,7 +175,7 @@ private:
     int flushes_ = 0;
 };
 
-TEST_F(IniChangeTest, TellsDirectoriesThatCannotBeFlushedFromThoseThatFail) {
+TEST_F(IniChangeTest, AnUnflushableDirectoryCountsAsFlushedAndAFailedFlushIsReported) {
     struct Row {
         Call call;
         int error;
@@ -225,7 +225,7 @@ TEST_F(IniChangeTest, AMountPointIsNeverEditedInPlace) {
     EXPECT_EQ(home_.text("mounted.ini"), "[A]\nk=1\n");
 }
 
-TEST_F(IniChangeTest, AReadOnlyFileSystemIsTold) {
+TEST_F(IniChangeTest, AReadOnlyFileSystemIsReported) {
     home_.put("x.ini", "[A]\nk=1\n");
     const int status = statusOfChild([&] {
         const char* path = home_.path().c_str();
@@ -233,7 +233,7 @@ TEST_F(IniChangeTest, AReadOnlyFileSystemIsTold) {
             ::mount(nullptr, path, nullptr, MS_BIND | MS_REMOUNT | MS_RDONLY, nullptr) != 0)
             ::_exit(kMayNotMount);
         EXPECT_FALSE(write(file_, "A", "k", "2"));
-        expectFailure(JxIniStepTurn, EROFS, lock_);
+        expectFailure(JxIniStepLock, EROFS, lock_);
     });
     if (WIFEXITED(status) && WEXITSTATUS(status) == kMayNotMount)
         GTEST_SKIP() << "this process may not mount";
@@ -241,7 +241,7 @@ TEST_F(IniChangeTest, AReadOnlyFileSystemIsTold) {
     EXPECT_EQ(home_.text("x.ini"), "[A]\nk=1\n");
 }
 
-TEST_F(IniChangeTest, AFullFileSystemIsTold) {
+TEST_F(IniChangeTest, AFullFileSystemIsReported) {
     const int status = statusOfChild([&] {
         if (!ownMounts() || ::mount("none", home_.path().c_str(), "tmpfs", 0, "size=64k") != 0)
             ::_exit(kMayNotMount);
@@ -258,7 +258,7 @@ TEST_F(IniChangeTest, AFullFileSystemIsTold) {
     EXPECT_EQ(status, 0);
 }
 
-TEST_F(IniChangeTest, AFileSizeLimitIsTold) {
+TEST_F(IniChangeTest, AFileSizeLimitIsReported) {
     home_.put("x.ini", "[A]\nk=1\n");
     EXPECT_TRUE(passesInChild([&] {
         ::signal(SIGXFSZ, SIG_IGN);

@@ -30,7 +30,7 @@ TEST_F(IniChangeTest, MakesTheDocumentedCallsInTheirOrder) {
     ASSERT_TRUE(write(file_, "A", "k", "2"));
     const Trace expected = {// 1 find the target
                             "lookAtLink x.ini",
-                            // 2 take the turn
+                            // 2 lock
                             "open x.ini.lock", "lookAtOpen x.ini.lock", "lock x.ini.lock", "lookAtLink x.ini.lock",
                             // 3 read, 4 edit
                             "open x.ini", "lookAtOpen x.ini", "read x.ini", "read x.ini", "close x.ini",
@@ -64,9 +64,9 @@ TEST_F(IniChangeTest, KeepsOwnerAndModeBetweenTheDocumentedSteps) {
     EXPECT_EQ(changes, expected);
 }
 
-TEST_F(IniChangeTest, ReadsOnlyOnceItHasTheTurn) {
+TEST_F(IniChangeTest, ReadsOnlyOnceItHasTheLock) {
     home_.put("x.ini", "[A]\na=1\n");
-    // Another writer's change lands while this one waits for the turn.
+    // Another writer's change lands while this one waits for the lock.
     class Waiting : public WatchedFiles {
     public:
         explicit Waiting(std::function<void()> other) : other_(std::move(other)) {}
@@ -92,13 +92,13 @@ TEST_F(IniChangeTest, ReadsOnlyOnceItHasTheTurn) {
     EXPECT_EQ(home_.text("x.ini"), "[A]\na=1\nb=2\nc=3\n");
 }
 
-TEST_F(IniChangeTest, HoldsTheTurnFromBeginToCommit) {
+TEST_F(IniChangeTest, HoldsTheLockFromBeginToCommit) {
     FaultyFiles clock(1'000'000, Fail::once, EIO);
     const InUse inUse(clock);
     IniChange first;
     ASSERT_TRUE(first.begin({file_}));
     EXPECT_FALSE(write(file_, "B", "k", "2"));
-    expectFailure(JxIniStepTurn, ETIMEDOUT, lock_);
+    expectFailure(JxIniStepLock, ETIMEDOUT, lock_);
     EXPECT_EQ(first.apply("A", "k", "1"), Edit::changed);
     EXPECT_TRUE(first.commit());
     EXPECT_TRUE(write(file_, "B", "k", "2"));
@@ -125,7 +125,7 @@ TEST_F(IniChangeTest, SeveralEditsArriveTogetherOrNotAtAll) {
     EXPECT_EQ(home_.text("x.ini"), "[A]\nk=2\n\n[B]\nk=3\n");
 }
 
-TEST_F(IniChangeTest, APreviewTakesNoTurnAndCannotBeCommitted) {
+TEST_F(IniChangeTest, APreviewDoesNotLockAndCannotBeCommitted) {
     home_.put("x.ini", "[A]\nk=1\n");
     IniChange first;
     ASSERT_TRUE(first.begin({file_}));
@@ -151,7 +151,7 @@ TEST_F(IniChangeTest, APreviewNeedsNoRightToWrite) {
     }));
 }
 
-TEST_F(IniChangeTest, ACommitIsTheEndOfTheChange) {
+TEST_F(IniChangeTest, ASecondCommitFails) {
     IniChange change;
     ASSERT_TRUE(change.begin({file_}));
     change.apply("A", "k", "1");

@@ -16,7 +16,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-// What the index answers, asked twice: the first value is found without the tables, the second with them.
+// The value, looked up twice: the first time it is found without the tables, the second time with them.
 std::string valueOf(std::string_view text, std::string_view section, std::string_view key) {
     IniIndex index;
     index.reset(text);
@@ -80,7 +80,7 @@ TEST(IniIndex, TheFirstOfTwoKeysWinsAndListsNameItOnce) {
     EXPECT_EQ(keysOf("[A]\nK=1\nl\nk=2\n", "A"), "K|l|");
 }
 
-TEST(IniIndex, ASectionThatIsEmptyIsNotOneThatIsAbsent) {
+TEST(IniIndex, AnEmptySectionIsNotAnAbsentOne) {
     EXPECT_EQ(keysOf("[A]\n; c\n\n[B]\n", "A"), "");
     EXPECT_EQ(keysOf("[A]\n", "B"), "none");
     EXPECT_EQ(keysOf("", "A"), "none");
@@ -99,7 +99,7 @@ TEST(IniIndex, KeysBeforeTheFirstHeaderBelongToNoSection) {
     EXPECT_EQ(valueOf("k=1\n", "", "k"), "none");
 }
 
-TEST(IniIndex, NamesThatNoProgramCanAskForBreakNoList) {
+TEST(IniIndex, NamesThatCannotBeAskedForAreNotListed) {
     const std::string_view text = "[]\nk=1\n[A\0B]\nl=2\n[C]\nm\0n=3\n=4\no=5\n"sv;
     EXPECT_EQ(sectionsOf(text), "C|");
     EXPECT_EQ(keysOf(text, "C"), "o|");
@@ -184,8 +184,8 @@ TEST(IniIndex, TakesLessThanThreeTimesALargeText) {
     EXPECT_LT(index.memory(), 3 * text.size());
 }
 
-// A list or value that was asked for once is handed out as it lies: nothing is made for it again.
-TEST(IniIndex, WhatWasAskedForIsReady) {
+// A list or value that was read once is kept: reading it again makes nothing.
+TEST(IniIndex, TheSecondAnswerCostsNoMemory) {
     IniIndex index;
     index.reset("[A]\nk=1\n[B]\n");
     const char* keys = index.keys("A")->data();
@@ -196,7 +196,7 @@ TEST(IniIndex, WhatWasAskedForIsReady) {
     EXPECT_EQ(index.memory(), memory);
 }
 
-TEST(IniIndex, AnswersWhatAllLinesTell) {
+TEST(IniIndex, AnswersLikeASearchThroughAllLines) {
     Random random(8);
     for (int round = 0; round < 6000; ++round) {
         const std::string text = random.oneIn(3) ? randomBytes(random, random.below(200)) : randomFile(random);

@@ -1,4 +1,4 @@
-// What the lines of a text are.
+// The lines of a text and their kinds.
 #include "jxutl/ini/ini_line.h"
 
 #include <gtest/gtest.h>
@@ -32,7 +32,7 @@ std::string shown(const JxIniPiece& piece) {
     return "?";
 }
 
-// One line for each piece: its line number, what it is, what it holds.
+// One line for each piece: its line number, kind, name and value.
 std::string dump(std::string_view text) {
     std::string lines;
     for (const JxIniPiece& piece : splitLines(text))

@@ -1,4 +1,4 @@
-// Where the user's files are, as the environment and the account tell.
+// Where the user's files are, by the environment and the account.
 #include "jxutl/ini/ini_location.h"
 
 #include <gtest/gtest.h>
@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "child_process.h"
+#include "rules/sections.h"
 #include "test_home.h"
 
 namespace jx::ini::test {
@@ -65,10 +66,10 @@ TEST(IniLocation, TheTwoFilesAreInTheHomeDirectoryUnlessTheirVariablesSayOtherwi
         setVariable("HOME", row.home);
         setVariable("ODBCINI", row.dataSources);
         setVariable("ODBCINSTINI", row.drivers);
-        EXPECT_EQ(locate(kDataSourceFile).path, row.dataSourcePath);
-        EXPECT_EQ(locate(kDriverFile).path, row.driverPath);
-        EXPECT_EQ(*locator.find(kDataSourceFile).path, row.dataSourcePath);
-        EXPECT_EQ(*locator.find(kDriverFile).path, row.driverPath);
+        EXPECT_EQ(locate(rules::kDataSourceFile).path, row.dataSourcePath);
+        EXPECT_EQ(locate(rules::kDriverFile).path, row.driverPath);
+        EXPECT_EQ(*locator.find(rules::kDataSourceFile).path, row.dataSourcePath);
+        EXPECT_EQ(*locator.find(rules::kDriverFile).path, row.driverPath);
     }
     ::unsetenv("ODBCINIX");
     ::unsetenv("HOMEX");
@@ -76,15 +77,15 @@ TEST(IniLocation, TheTwoFilesAreInTheHomeDirectoryUnlessTheirVariablesSayOtherwi
 
 TEST(IniLocation, OnlyThePlaceThatODBCINSTININamesIsShared) {
     const TestHome home;
-    EXPECT_FALSE(locate(kDataSourceFile).shared);
-    EXPECT_FALSE(locate(kDriverFile).shared);
+    EXPECT_FALSE(locate(rules::kDataSourceFile).shared);
+    EXPECT_FALSE(locate(rules::kDriverFile).shared);
     setVariable("ODBCINI", "/x/own.ini");
     setVariable("ODBCINSTINI", "");
-    EXPECT_FALSE(locate(kDataSourceFile).shared);
-    EXPECT_FALSE(locate(kDriverFile).shared);
+    EXPECT_FALSE(locate(rules::kDataSourceFile).shared);
+    EXPECT_FALSE(locate(rules::kDriverFile).shared);
     setVariable("ODBCINSTINI", "/x/inst.ini");
-    EXPECT_FALSE(locate(kDataSourceFile).shared);
-    EXPECT_TRUE(locate(kDriverFile).shared);
+    EXPECT_FALSE(locate(rules::kDataSourceFile).shared);
+    EXPECT_TRUE(locate(rules::kDriverFile).shared);
     EXPECT_FALSE(locate("/x/inst.ini").shared);
 }
 
@@ -104,7 +105,7 @@ TEST(IniLocation, AsSpelledNoNameIsSpecial) {
     EXPECT_EQ(locateAsSpelled("x").path, "x");
 }
 
-TEST(IniLocation, NoNameIsNoPath) {
+TEST(IniLocation, AMissingNameHasNoPath) {
     for (const char* name : {static_cast<const char*>(nullptr), ""}) {
         errno = 0;
         EXPECT_EQ(locate(name).path, "");
@@ -124,20 +125,20 @@ TEST(IniLocation, TheEnvironmentIsReadAtEachCall) {
     IniLocator locator;
     for (int round = 0; round < 3; ++round) {
         setVariable("HOME", "/one");
-        EXPECT_EQ(*locator.find(kDriverFile).path, "/one/.odbcinst.ini");
-        EXPECT_EQ(*locator.find(kDataSourceFile).path, "/one/.odbc.ini");
+        EXPECT_EQ(*locator.find(rules::kDriverFile).path, "/one/.odbcinst.ini");
+        EXPECT_EQ(*locator.find(rules::kDataSourceFile).path, "/one/.odbc.ini");
         setVariable("HOME", "/two");
-        EXPECT_EQ(*locator.find(kDataSourceFile).path, "/two/.odbc.ini");
+        EXPECT_EQ(*locator.find(rules::kDataSourceFile).path, "/two/.odbc.ini");
         setVariable("ODBCINI", "/own.ini");
-        EXPECT_EQ(*locator.find(kDataSourceFile).path, "/own.ini");
+        EXPECT_EQ(*locator.find(rules::kDataSourceFile).path, "/own.ini");
         setVariable("ODBCINI", "/other.ini");
-        EXPECT_EQ(*locator.find(kDataSourceFile).path, "/other.ini");
+        EXPECT_EQ(*locator.find(rules::kDataSourceFile).path, "/other.ini");
         setVariable("ODBCINI", nullptr);
-        EXPECT_EQ(*locator.find(kDataSourceFile).path, "/two/.odbc.ini");
+        EXPECT_EQ(*locator.find(rules::kDataSourceFile).path, "/two/.odbc.ini");
     }
 }
 
-// Environment: the process's environment for as long as it lives: these strings, or none at all.
+// Environment: while it exists, the process's environment is these strings, or null.
 class Environment {
 public:
     explicit Environment(std::vector<const char*> variables) : variables_(std::move(variables)) {
@@ -156,8 +157,8 @@ private:
 
 void expectDataSources(const std::string& path) {
     IniLocator locator;
-    EXPECT_EQ(locate(kDataSourceFile).path, path);
-    EXPECT_EQ(*locator.find(kDataSourceFile).path, path);
+    EXPECT_EQ(locate(rules::kDataSourceFile).path, path);
+    EXPECT_EQ(*locator.find(rules::kDataSourceFile).path, path);
 }
 
 TEST(IniLocation, OfVariablesThatAreThereTwiceTheFirstCounts) {
@@ -194,36 +195,36 @@ TEST(IniLocation, AnEnvironmentNeedNotBeWellFormed) {
     expectDataSources(accountFile(".odbc.ini"));
 }
 
-// Whoever keeps files by number must never take one for another.
+// Files are cached by number, so no two paths may have the same one.
 TEST(IniLocation, ANumberStandsForOnePath) {
     const TestHome home;
     IniLocator locator;
     setVariable("HOME", "/one");
-    const auto dataSources = locator.find(kDataSourceFile).number;
-    const auto drivers = locator.find(kDriverFile).number;
+    const auto dataSources = locator.find(rules::kDataSourceFile).number;
+    const auto drivers = locator.find(rules::kDriverFile).number;
     EXPECT_NE(dataSources, 0U);
     EXPECT_NE(drivers, 0U);
     EXPECT_NE(drivers, dataSources);
-    EXPECT_EQ(locator.find(kDataSourceFile).number, dataSources);
+    EXPECT_EQ(locator.find(rules::kDataSourceFile).number, dataSources);
     setVariable("HOME", "/two");
-    const auto others = locator.find(kDataSourceFile).number;
+    const auto others = locator.find(rules::kDataSourceFile).number;
     EXPECT_NE(others, 0U);
     EXPECT_NE(others, dataSources);
     EXPECT_NE(others, drivers);
     EXPECT_EQ(locator.find("other.ini").number, 0U);
     setVariable("ODBCINI", "/own.ini");
-    EXPECT_EQ(locator.find(kDataSourceFile).number, 0U);
+    EXPECT_EQ(locator.find(rules::kDataSourceFile).number, 0U);
 }
 
-// The string belongs to the environment and may change where it lies.
+// A program may change the environment's string in place.
 TEST(IniLocation, AVariableThatChangesInPlaceIsReadAsItIs) {
     const TestHome home;
     static char variable[] = "ODBCINI=/first.ini";  // the environment holds it, not a copy
     ::putenv(variable);
     IniLocator locator;
-    EXPECT_EQ(*locator.find(kDataSourceFile).path, "/first.ini");
+    EXPECT_EQ(*locator.find(rules::kDataSourceFile).path, "/first.ini");
     variable[sizeof "ODBCINI="] = 'F';
-    EXPECT_EQ(*locator.find(kDataSourceFile).path, "/First.ini");
+    EXPECT_EQ(*locator.find(rules::kDataSourceFile).path, "/First.ini");
     ::unsetenv("ODBCINI");
 }
 
@@ -236,10 +237,10 @@ TEST(IniLocation, AnAccountThatDoesNotExistHasNoFiles) {
         ASSERT_EQ(::setuid(kNoAccount), 0);
         ::unsetenv("HOME");
         errno = 0;
-        EXPECT_EQ(locate(kDataSourceFile).path, "");
+        EXPECT_EQ(locate(rules::kDataSourceFile).path, "");
         EXPECT_EQ(errno, ENOENT);
         IniLocator locator;
-        EXPECT_EQ(locator.find(kDriverFile).path, nullptr);
+        EXPECT_EQ(locator.find(rules::kDriverFile).path, nullptr);
     }));
 }
 
@@ -247,7 +248,7 @@ TEST(IniLocation, TheAccountIsTheOneTheProgramRunsAs) {
     EXPECT_TRUE(passesAsNobody([] {
         ::unsetenv("HOME");
         ::unsetenv("ODBCINI");
-        EXPECT_EQ(locate(kDataSourceFile).path, accountFile(".odbc.ini"));
+        EXPECT_EQ(locate(rules::kDataSourceFile).path, accountFile(".odbc.ini"));
     }));
 }
 

@@ -1,4 +1,4 @@
-// Jumping through a text finds what looking at every line finds.
+// Walking through a text finds what looking at every line finds.
 #include "jxutl/ini/ini_scan.h"
 
 #include <gtest/gtest.h>
@@ -63,7 +63,7 @@ TEST(IniScan, GoesFromHeaderToHeader) {
     EXPECT_EQ(sectionsByWalking(""), "");
 }
 
-TEST(IniScan, FindsTheSectionsThatAllLinesTell) {
+TEST(IniScan, FindsTheSameSectionsAsASearchThroughAllLines) {
     Random random(3);
     for (int round = 0; round < 20000; ++round) {
         const std::string text = randomText(random);
@@ -80,7 +80,7 @@ TEST(IniScan, FindsTheSectionsOfAName) {
     }
 }
 
-// What only begins like the header looked for, in the ways that a jump could fall for.
+// Lines that resemble the wanted header and must not be found.
 TEST(IniScan, ANameIsTheWholeName) {
     EXPECT_EQ(namedByWalking("[AB]\n[A]B]\n[A ;c]\n[A\n[[A]\nx[A]\n;[A]\n[A]\n", "A"), "36-40 ");
     EXPECT_EQ(namedByWalking("[  A  ] [B]\n", "A"), "");

@@ -1,5 +1,4 @@
-// The sentences of docs/ini-store.md about the format and the reading of files, one test each, through the profile
-// calls alone.
+// The sentences of docs/ini-store.md about format and reading, one test each, through the profile calls only.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -23,7 +22,7 @@ const unsigned char* bytes(const char* text) {
     return reinterpret_cast<const unsigned char*>(text);
 }
 
-// What a read places, NULs of a list shown as |.
+// What a read returns, with | for the NULs of a list.
 std::string read(const char* section, const char* key, const char* fallback = "none", int size = 1000,
                  const char* file = ".odbc.ini") {
     std::vector<unsigned char> room(static_cast<std::size_t>(std::max(size, 1)), '?');
@@ -61,7 +60,7 @@ TEST(IniStore, SectionsOfOneNameAreOneSection) {
     EXPECT_EQ(home.text(".odbc.ini"), "[B]\n");
 }
 
-TEST(IniStore, AKeyThatStandsTwiceIsItsFirstAndIsDeletedWhole) {
+TEST(IniStore, OfTwoEqualKeysTheFirstCountsAndADeletionRemovesBoth) {
     const TestHome home{{".odbc.ini", "[A]\nk=1\nK=2\nl=3\n"}};
     EXPECT_EQ(read("A", "k"), "1");
     EXPECT_EQ(read("A", nullptr), "k|l|");
@@ -69,7 +68,7 @@ TEST(IniStore, AKeyThatStandsTwiceIsItsFirstAndIsDeletedWhole) {
     EXPECT_EQ(home.text(".odbc.ini"), "[A]\nl=3\n");
 }
 
-TEST(IniStore, BlanksAroundNamesAndValuesAreNoPartOfThem) {
+TEST(IniStore, BlanksAroundNamesAndValuesAreIgnored) {
     const TestHome home{{".odbc.ini", " [ A ] \n\t k\t = x  y \t\n"}};
     EXPECT_EQ(read("A", "k"), "x  y");
     EXPECT_EQ(read(" A ", "\tk "), "x  y");
@@ -153,7 +152,7 @@ TEST(IniStore, AReadSeesWhatAnotherProgramWroteInPlace) {
     }
 }
 
-TEST(IniStore, WhatIsNoRegularFileGivesTheDefaultWithoutWaiting) {
+TEST(IniStore, WhatIsNotARegularFileGivesTheDefaultWithoutWaiting) {
     const TestHome home;
     ASSERT_EQ(::mkfifo(home.file("fifo").c_str(), 0600), 0);
     ASSERT_EQ(::mkdir(home.file("directory").c_str(), 0700), 0);

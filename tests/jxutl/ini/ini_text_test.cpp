@@ -110,8 +110,8 @@ TEST(IniText, ANewSectionFollowsOneBlankLineAtTheEnd) {
         {"only blank lines", "\n\n", "A", "k", "1", "\n\n[A]\nk=1\n"},
         {"only a comment", "; c\n", "A", "k", "1", "; c\n\n[A]\nk=1\n"},
         {"keys of no section", "k=2\n", "A", "k", "1", "k=2\n\n[A]\nk=1\n"},
-        {"a header that is never closed is none", "[A\n", "A", "k", "1", "[A\n\n[A]\nk=1\n"},
-        {"a header that is a comment is none", ";[A]\n", "A", "k", "1", ";[A]\n\n[A]\nk=1\n"},
+        {"a header without ] is not a header", "[A\n", "A", "k", "1", "[A\n\n[A]\nk=1\n"},
+        {"a commented header is not a header", ";[A]\n", "A", "k", "1", ";[A]\n\n[A]\nk=1\n"},
         {"brackets in the name", "", "a]b", "k", "1", "[a]b]\nk=1\n"},
         {"a semicolon in the name", "", ";a;b", "k", "1", "[;a;b]\nk=1\n"},
     };
@@ -163,7 +163,7 @@ TEST(IniText, DeletingASectionSparesTheCommentsAboveTheNextHeader) {
 TEST(IniText, WhatIsStoredAlreadyLeavesTheTextAlone) {
     const Row rows[] = {
         {"plain", "[A]\nk=1\n", "A", "k", "1", nullptr},
-        {"blanks are no part of it", "[A]\n k =  1 \r\n", " a ", "K", " 1 ", nullptr},
+        {"blanks are ignored", "[A]\n k =  1 \r\n", " a ", "K", " 1 ", nullptr},
         {"an empty value", "[A]\nk=\n", "A", "k", "", nullptr},
         {"the first of two", "[A]\nk=1\nk=2\n", "A", "k", "1", nullptr},
     };
@@ -261,7 +261,7 @@ TEST(IniText, ATextIsBuiltUpAndTakenDownAgain) {
     EXPECT_EQ(text.bytes(), "[ODBC Data Sources]\n\n");
 }
 
-// What the pieces of the text tell that an edit must come to; null for a refused one.
+// The result of the edit, worked out from the pieces of the text; null for a refused one.
 std::string modelOf(std::string_view before, const char* section, const char* key, const char* value) {
     const TextModel model(before);
     const std::string_view sectionName = rules::argument(section);

@@ -6,8 +6,8 @@
 extern "C" {
 #endif
 
-/* Uses every function of jxini.h on file, which holds "; mine\n[A]\nb = c\n", and stores b=2 in it. The number of the
- * first line that did not do what it should, 0 when all did. */
+/* Uses every function of jxini.h on file, which holds "; mine\n[A]\nb = c\n", and stores b=2 in it. Returns the number
+ * of the first line that failed, or 0. */
 int use_jxini(const char* file);
 
 #ifdef __cplusplus

@@ -234,7 +234,7 @@ TEST(JxIni, AFileThatCannotBeReadIsAFailure) {
     EXPECT_EQ(openDescriptors(), descriptors);
 }
 
-TEST(JxIni, ReadsThroughAnyDisk) {
+TEST(JxIni, ReadsOrFailsOnAFaultyDisk) {
     const TestHome home{{".odbc.ini", "[A]\nk=1\n"}};
     const std::size_t descriptors = openDescriptors();
     for (int n = 1;; ++n) {
@@ -252,7 +252,7 @@ TEST(JxIni, ReadsThroughAnyDisk) {
     EXPECT_EQ(bytesOf(Text(jxIniRead(".odbc.ini")).get()), "[A]\nk=1\n");
 }
 
-TEST(JxIni, NullTextsAreAnsweredWithNothing) {
+TEST(JxIni, NullTextsGiveNothing) {
     JxIniPiece piece;
     std::size_t length = 7;
     EXPECT_EQ(jxIniBytes(nullptr, &length), nullptr);
@@ -270,7 +270,7 @@ TEST(JxIni, NullTextsAreAnsweredWithNothing) {
 
 // ---- where the files are ----
 
-TEST(JxIni, TellsThePathOfAFile) {
+TEST(JxIni, GivesThePathOfAFile) {
     const TestHome home;
     char room[1000];
     const std::string expected = home.file(".odbc.ini");
@@ -386,7 +386,7 @@ TEST(JxIniChange, APreviewMakesNothingAndIsNeverCommitted) {
     EXPECT_EQ(home.names(), Names{});
 }
 
-TEST(JxIniChange, BeginAndPreviewTellWhyTheyFail) {
+TEST(JxIniChange, BeginAndPreviewReportWhyTheyFail) {
     const TestHome home;
     ASSERT_EQ(::mkdir(home.file("directory").c_str(), 0700), 0);
     for (const auto begin : {jxIniBegin, jxIniPreview}) {
@@ -401,22 +401,23 @@ TEST(JxIniChange, BeginAndPreviewTellWhyTheyFail) {
     EXPECT_EQ(home.names(), Names{"directory"});
 }
 
-TEST(JxIniChange, ASecondChangeOfOneFileWaitsInVain) {
+TEST(JxIniChange, ASecondChangeInTheSameThreadTimesOut) {
     const TestHome home;
     FaultyFiles clock(1'000'000, Fail::once, EIO);
     const InUse inUse(clock);
     JxIniChange* first = jxIniBegin(".odbc.ini");
     EXPECT_EQ(jxIniBegin(".odbc.ini"), nullptr);
-    EXPECT_EQ(jxIniLastFailure().step, JxIniStepTurn);
+    EXPECT_EQ(jxIniLastFailure().step, JxIniStepLock);
     EXPECT_EQ(jxIniLastFailure().error, ETIMEDOUT);
-    EXPECT_EQ(sentence(), "Cannot lock " + home.file(".odbc.ini.lock") + ": another program held it all the time");
+    EXPECT_EQ(sentence(),
+              "Cannot lock " + home.file(".odbc.ini.lock") + ": another writer kept it locked for 10 seconds");
     jxIniDiscard(first);
     JxIniChange* second = jxIniBegin(".odbc.ini");
     EXPECT_NE(second, nullptr);
     jxIniDiscard(second);
 }
 
-TEST(JxIniChange, NullChangesAreAnsweredWithNothing) {
+TEST(JxIniChange, NullChangesGiveNothing) {
     std::size_t length = 7;
     EXPECT_EQ(jxIniSet(nullptr, "A", "k", "1"), 0);
     EXPECT_EQ(jxIniBefore(nullptr, &length), nullptr);
@@ -441,7 +442,7 @@ TEST(JxIniFailure, ItsSentenceIsCutToTheBuffer) {
     EXPECT_EQ(jxIniFailureText(nullptr, 100), whole.size());
 }
 
-TEST(JxIniFailure, TellsThatTheNewTextIsInPlace) {
+TEST(JxIniFailure, SaysThatTheNewTextIsInPlace) {
     class NoDirectoryFlush : public WatchedFiles {
         int before(Call call, std::string_view) override {
             flushes_ += call == Call::flush ? 1 : 0;

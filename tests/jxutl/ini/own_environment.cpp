@@ -1,6 +1,5 @@
-// A program with an environ of its own, as old C programs define one: setenv does not know it, and what it leaves there
-// must not decide where the user's files are. Exit code 0 when a read and a write follow the environment that setenv
-// changes.
+// A program that defines environ, as old C programs do. setenv does not change that one, so it must not decide where
+// the user's files are. Exit code 0 when a read and a write use the environment that setenv changes.
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -16,7 +15,7 @@ const unsigned char* bytes(const char* text) {
     return reinterpret_cast<const unsigned char*>(text);
 }
 
-// Writes in the home directory and reads what is there.
+// Writes a value in the home directory and reads it back.
 bool follows(const std::string& home) {
     unsigned char value[200];
     return setenv("HOME", home.c_str(), 1) == 0 &&

@@ -1,4 +1,4 @@
-// What a thread's cache keeps, for how long, and what a look-up costs.
+// What a thread's cache keeps, for how long, and which calls a look-up makes.
 #include "jxutl/ini/profile_cache.h"
 
 #include <fcntl.h>
@@ -30,7 +30,7 @@ std::string value(ProfileCache& cache, const std::string& path, std::string_view
     return index == nullptr ? "(no file)" : std::string(index->value(section, key).value_or("(none)"));
 }
 
-TEST(ProfileCache, AnUnchangedFileCostsOneLookAndNoOpening) {
+TEST(ProfileCache, AnUnchangedFileCostsOneStatAndNoOpen) {
     StampedFiles disk;
     const InUse inUse(disk);
     const TestHome home{{"f", "[A]\nk=1\n"}};
@@ -43,7 +43,7 @@ TEST(ProfileCache, AnUnchangedFileCostsOneLookAndNoOpening) {
     EXPECT_EQ(disk.calls(), "look 100");
 }
 
-TEST(ProfileCache, TwoFilesReadInTurnCostOneLookEach) {
+TEST(ProfileCache, TwoFilesReadAlternatelyCostOneStatEach) {
     StampedFiles disk;
     const InUse inUse(disk);
     const TestHome home{{"f", "[A]\nk=1\n"}, {"g", "[A]\nk=2\n"}};
@@ -58,8 +58,8 @@ TEST(ProfileCache, TwoFilesReadInTurnCostOneLookEach) {
     EXPECT_EQ(disk.calls(), "look 20");
 }
 
-// As in a program that changes HOME and back: its paths come with other numbers then.
-TEST(ProfileCache, AFileIsKeptUnderWhateverNumberItsPathHas) {
+// As in a program that changes HOME and changes it back: its paths then have other numbers.
+TEST(ProfileCache, AFileIsKeptWhenItsPathGetsAnotherNumber) {
     StampedFiles disk;
     const InUse inUse(disk);
     const TestHome home{{"f", "[A]\nk=1\n"}, {"g", "[A]\nk=2\n"}};
@@ -78,7 +78,7 @@ TEST(ProfileCache, AFileIsKeptUnderWhateverNumberItsPathHas) {
     EXPECT_EQ(disk.calls(), "look 5");
 }
 
-TEST(ProfileCache, ADozenFilesAreKeptAndTheOneReadLongestAgoMakesPlace) {
+TEST(ProfileCache, TwelveFilesAreKeptAndTheLeastRecentlyReadIsDropped) {
     static_assert(ProfileCache::kMostFiles >= 8);
     StampedFiles disk;
     const InUse inUse(disk);
@@ -116,12 +116,12 @@ TEST(ProfileCache, AChangeShowsAtOnce) {
     EXPECT_EQ(value(cache, home.file("f")), "44");
     ASSERT_EQ(::unlink(home.file("f").c_str()), 0);
     EXPECT_EQ(value(cache, home.file("f")), "(no file)");
-    home.put("f", "[A]\nk=55\n");  // often the inode that was just given back
+    home.put("f", "[A]\nk=55\n");  // often the inode that was just released
     disk.changed.tv_nsec += 1;
     EXPECT_EQ(value(cache, home.file("f")), "55");
 }
 
-// With the system's own clock and times, as fast as it goes: the same size, the same inode.
+// With the real clock and times, without a pause: the same size, the same inode.
 TEST(ProfileCache, AWriteDirectlyFollowedByAReadInTheSameTickIsSeen) {
     const TestHome home{{"f", "[A]\nk=0000\n"}};
     const int fd = ::open(home.file("f").c_str(), O_WRONLY | O_CLOEXEC);
@@ -148,7 +148,7 @@ TEST(ProfileCache, AWriteThroughTheStoreIsSeenByTheNextRead) {
     }
 }
 
-TEST(ProfileCache, WhatWasPreparedServesOnWhenTheBytesAreTheSame) {
+TEST(ProfileCache, TheIndexIsKeptWhenTheBytesAreTheSame) {
     StampedFiles disk;
     const InUse inUse(disk);
     const TestHome home{{"f", "[A]\nk=1\n[B]\n"}};
@@ -189,7 +189,7 @@ TEST(ProfileCache, ARelativePathFollowsTheWorkingDirectory) {
     ASSERT_EQ(::chdir(old.c_str()), 0);
 }
 
-TEST(ProfileCache, AnAbsentFileIsNoFailure) {
+TEST(ProfileCache, AnAbsentFileIsNotAFailure) {
     const TestHome home{{"f", ""}};
     ProfileCache cache;
     for (const char* name : {"gone", "gone/below", "f/below"}) {
@@ -199,7 +199,7 @@ TEST(ProfileCache, AnAbsentFileIsNoFailure) {
     }
 }
 
-TEST(ProfileCache, WhatIsNoRegularFileIsNeverOpened) {
+TEST(ProfileCache, WhatIsNotARegularFileIsNeverOpened) {
     StampedFiles disk;
     const InUse inUse(disk);
     const TestHome home;
@@ -218,7 +218,7 @@ TEST(ProfileCache, WhatIsNoRegularFileIsNeverOpened) {
     EXPECT_EQ(disk.count(Call::open), 0);
 }
 
-TEST(ProfileCache, ALookThatFailsIsAFailure) {
+TEST(ProfileCache, AFailedStatIsAFailure) {
     const TestHome home;
     ASSERT_EQ(::symlink("loop", home.file("loop").c_str()), 0);
     ProfileCache cache;
@@ -275,7 +275,7 @@ TEST(ProfileCache, ALargeFileTakesLessThanFourTimesItsSize) {
     }
 }
 
-TEST(ProfileCache, EachThreadHasItsOwnAndItGoesWithTheThread) {
+TEST(ProfileCache, EachThreadHasItsOwnAndItEndsWithTheThread) {
     ProfileCache* const own = threadCache();
     EXPECT_EQ(threadCache(), own);
     ProfileCache* others = own;
@@ -285,7 +285,7 @@ TEST(ProfileCache, EachThreadHasItsOwnAndItGoesWithTheThread) {
 
 std::string readAtTheEnd;
 
-// Clean-up of a thread that runs when the thread's cache has been released: it is given a new one, which goes as well.
+// A thread's clean-up that runs after its cache was released: it gets a new one, which is released as well.
 void readOnceMore(void* key) {
     unsigned char buffer[20] = {};
     const auto bytes = [](const char* text) { return reinterpret_cast<const unsigned char*>(text); };

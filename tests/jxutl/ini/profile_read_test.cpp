@@ -1,4 +1,4 @@
-// The profile calls that read: what they place, where it is cut, what is left alone.
+// Profile reads: what they return, where it is cut, what they leave untouched.
 #include <gtest/gtest.h>
 #include <pthread.h>
 #include <sys/stat.h>
@@ -33,7 +33,7 @@ struct Placed {
     int count;
     GuardedBuffer buffer;
 
-    // The bytes that count tells of.
+    // The bytes counted by the result.
     std::string text() const { return buffer.all().substr(0, static_cast<std::size_t>(count)); }
 
     // A NUL follows them, and nothing else was written.
@@ -124,7 +124,7 @@ TEST(ProfileRead, AnEmptySectionGivesAnEmptyListAndAnAbsentOneTheDefault) {
     EXPECT_EQ(read(nullptr, nullptr, "none", 20, home.file("gone").c_str()).text(), "none");
 }
 
-TEST(ProfileRead, OfWhatIsAbsentDidNotFailAndOfWhatIsNoFileDid) {
+TEST(ProfileRead, AnAbsentEntryIsNotAFailureAndADirectoryIs) {
     const TestHome home{{"a.ini", "[A]\nk=1\n"}};
     struct Row {
         std::string file;
@@ -155,7 +155,7 @@ TEST(ProfileRead, TheDefaultIsCutLikeAValue) {
     EXPECT_TRUE(read("A", "k", nullptr, 20).isEnded());
 }
 
-TEST(ProfileRead, ASizeOfNothingOrLessTouchesNothing) {
+TEST(ProfileRead, ASizeOfZeroOrLessTouchesNothing) {
     const TestHome home{{".odbc.ini", "[A]\nk=1\n"}};
     for (const int size : {0, -1, -32768, -70000, INT32_MIN}) {
         GuardedBuffer buffer(4);
@@ -213,7 +213,7 @@ TEST(ProfileRead, OddFilesAreRead) {
     }
 }
 
-TEST(ProfileRead, WhatIsNoRegularFileGivesTheDefaultWithoutWaiting) {
+TEST(ProfileRead, WhatIsNotARegularFileGivesTheDefaultWithoutWaiting) {
     const TestHome home;
     ASSERT_EQ(::mkfifo(home.file("fifo").c_str(), 0600), 0);
     for (const std::string& path : {home.file("fifo"), home.path(), "/dev/zero"s, "/dev/null"s}) {
@@ -238,7 +238,7 @@ TEST(ProfileRead, AFileThatMayNotBeReadGivesTheDefaultAndIsAFailure) {
     }));
 }
 
-TEST(ProfileRead, AnAbsentFileGivesTheDefaultAndIsNoFailure) {
+TEST(ProfileRead, AnAbsentFileGivesTheDefaultAndIsNotAFailure) {
     const TestHome home;
     noteFailure(JxIniStepRead, "earlier", EIO);
     EXPECT_EQ(read("A", "k", "none", 20).text(), "none");
@@ -277,7 +277,7 @@ TEST(ProfileRead, TheEnvironmentIsReadAtEachCall) {
     }
 }
 
-TEST(ProfileRead, AnUnchangedFileCostsOneLook) {
+TEST(ProfileRead, AnUnchangedFileCostsOneStat) {
     const TestHome home{{".odbc.ini", "[A]\nk=1\n"}, {".odbcinst.ini", "[B]\nl=2\n"}};
     StampedFiles disk;
     const InUse inUse(disk);
@@ -294,8 +294,8 @@ TEST(ProfileRead, AnUnchangedFileCostsOneLook) {
     EXPECT_EQ(disk.calls(), "look 50");
 }
 
-// A program may have used up the keys under which a thread keeps data, before the library could take one.
-TEST(ProfileRead, WithoutRoomForTheThreadsDataEachReadIsOnItsOwn) {
+// A program may have used up the keys for per-thread data before the library could take one.
+TEST(ProfileRead, WorksWithoutPerThreadData) {
     const TestHome home{{".odbc.ini", "[A]\nk=1\n"}};
     EXPECT_TRUE(passesInChild([] {
         void* const before = ::pthread_getspecific(0);  // a sanitizer's, perhaps

@@ -1,4 +1,4 @@
-// The profile calls that write, and what they leave in the file.
+// Profile writes, and what they leave in the file.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -62,7 +62,7 @@ TEST(ProfileWrite, KnowsTheTwoFilesAndTakesOtherNamesAsSpelled) {
     EXPECT_EQ(home.names(), (Names{".odbcinst.ini", "named.ini", "other.ini"}));
 }
 
-TEST(ProfileWrite, OnlyANewFileAtTheSharedPlaceIsForEverybody) {
+TEST(ProfileWrite, OnlyANewFileAtTheSharedPlaceIsReadableByAll) {
     const Umask set(0022);
     const TestHome home;
     EXPECT_EQ(write("A", "k", "1", ".odbcinst.ini"), 1);
@@ -102,7 +102,7 @@ TEST(ProfileWrite, RefusesWhatTheFileCouldNotGiveBack) {
     }
 }
 
-// Programs ask for this and rely on it.
+// Programs rely on this.
 TEST(ProfileWrite, AnEmptyKeyStoresNothingSucceedsAndLeavesTheFileAlone) {
     const TestHome home{{".odbc.ini", "[A]\nk=0\n"}};
     const Identity before(home.file(".odbc.ini"));
@@ -155,11 +155,11 @@ TEST(ProfileWrite, StoresLongNamesAndValues) {
     }
 }
 
-TEST(ProfileWrite, TellsItsFailureAndForgetsItOnSuccess) {
+TEST(ProfileWrite, ReportsItsFailureAndForgetsItOnSuccess) {
     const TestHome home;
     const std::string file = home.file("no/x.ini");
     EXPECT_EQ(write("A", "k", "1", file.c_str()), 0);
-    EXPECT_EQ(lastFailure().step, JxIniStepTurn);
+    EXPECT_EQ(lastFailure().step, JxIniStepLock);
     EXPECT_EQ(lastFailure().error, ENOENT);
     EXPECT_EQ(lastFailure().path, file + ".lock");
     EXPECT_EQ(write("A", "k", "1"), 1);
@@ -180,7 +180,7 @@ TEST(ProfileWrite, AFileThatCannotBeWrittenGivesZero) {
     EXPECT_EQ(home.names(), Names{".odbc.ini"});
 }
 
-TEST(ProfileWrite, WhatIsSoAlreadyNeedsNoRightToWrite) {
+TEST(ProfileWrite, StoringWhatIsStoredNeedsNoRightToWrite) {
     const TestHome home{{".odbc.ini", "[A]\nk=0\n"}};
     EXPECT_EQ(write("A", "k", nullptr, home.file("no/x.ini").c_str()), 1);
     EXPECT_EQ(write("A", "k", nullptr, home.file(".odbc.ini/x.ini").c_str()), 1);
@@ -195,7 +195,7 @@ TEST(ProfileWrite, WhatIsSoAlreadyNeedsNoRightToWrite) {
         EXPECT_EQ(write("B", nullptr, nullptr), 1);
         EXPECT_EQ(lastFailure().step, JxIniStepNone);
         EXPECT_EQ(write("A", "k", nullptr), 0);
-        EXPECT_EQ(lastFailure().step, JxIniStepTurn);
+        EXPECT_EQ(lastFailure().step, JxIniStepLock);
         EXPECT_EQ(lastFailure().error, EACCES);
     }));
     EXPECT_EQ(home.text(".odbc.ini"), "[A]\nk=0\n");
@@ -216,7 +216,7 @@ private:
     int error_;
 };
 
-TEST(ProfileWrite, WhatIsSoAlreadyNeedsNoTurnThatTheDiskRefuses) {
+TEST(ProfileWrite, StoringWhatIsStoredNeedsNoLockThatTheDiskRefuses) {
     const TestHome home{{".odbc.ini", "[A]\nk=0\n"}};
     struct Row {
         int error;
@@ -230,7 +230,7 @@ TEST(ProfileWrite, WhatIsSoAlreadyNeedsNoTurnThatTheDiskRefuses) {
         EXPECT_EQ(write("A", "l", nullptr), result);
         EXPECT_EQ(lastFailure().error, result == 1 ? 0 : error);
         EXPECT_EQ(write("A", "k", "1"), 0);
-        EXPECT_EQ(lastFailure().step, JxIniStepTurn);
+        EXPECT_EQ(lastFailure().step, JxIniStepLock);
         EXPECT_EQ(lastFailure().error, error);
     }
     EXPECT_EQ(home.text(".odbc.ini"), "[A]\nk=0\n");

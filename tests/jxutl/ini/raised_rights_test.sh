@@ -1,5 +1,5 @@
 #!/bin/bash
-# A program with raised rights: whoever started it must not choose its files through the environment.
+# A program with raised rights: the user who starts it must not choose its files through the environment.
 # Usage: raised_rights_test.sh WRITE-ONCE
 set -u
 if [ "$(id -u)" != 0 ]; then
@@ -21,7 +21,7 @@ if [ -e "$account" ] || [ "$(findmnt -no OPTIONS -T "$dir" | grep -cw nosuid)" !
 fi
 failed=0
 
-# expect PROGRAM RESULT: starts it as user 65533 with every variable pointing here; step 7 is the turn, errno 2 ENOENT.
+# expect PROGRAM RESULT: starts it as user 65533 with every variable pointing here; step 7 is the lock, errno 2 ENOENT.
 expect() {
     local printed
     printed=$(HOME=$dir ODBCINI=$dir/own.ini setpriv --reuid 65533 --regid 65533 --clear-groups \

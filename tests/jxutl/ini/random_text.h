@@ -1,4 +1,4 @@
-// Texts that look like INI files, and texts that do not: the same ones in every run.
+// Random texts that look like INI files, and others; the same in every run.
 #pragma once
 
 #include <array>
@@ -33,7 +33,7 @@ private:
     std::uint64_t state_;
 };
 
-// Bytes without any order, of which those that mean something come often.
+// Random bytes, among them many that have a meaning in INI files.
 inline std::string randomBytes(Random& random, std::size_t size) {
     constexpr std::string_view kMeaning = "[]=;# \t\r\n\nab\xEF\xBB\xBF";
     std::string bytes;
@@ -42,7 +42,7 @@ inline std::string randomBytes(Random& random, std::size_t size) {
     return bytes;
 }
 
-// Few names, so that sections and keys stand several times; some differ only in case, some in blanks.
+// Few names, so that sections and keys occur several times; some differ only in case, some in blanks.
 inline std::string_view randomSection(Random& random) {
     static constexpr std::array<std::string_view, 8> kNames = {"A",   "a",  " A ", "ODBC Data Sources",
                                                                "b]c", "[d", "",    "B"};

@@ -1,4 +1,4 @@
-// A disk that remembers every call, as a trace to compare and as a log to replay.
+// A disk that records every call, as a trace to compare and as a log to replay.
 #pragma once
 
 #include <fcntl.h>
@@ -12,7 +12,7 @@
 
 namespace jx::ini::test {
 
-// One change of the disk. A file is known by the number of the open call that made it, or by its name.
+// One change of the disk. A file is identified by the number of the open call that made it, or by its name.
 struct DiskChange {
     enum class Kind { create, write, empty, setMode, flushFile, flushDirectory, rename, remove };
     Kind kind;
@@ -22,8 +22,8 @@ struct DiskChange {
     mode_t mode = 0;    // create, setMode
 };
 
-// RecordingFiles: every call happens and is written down: in trace() as "write .odbc.ini.lock", in changes() with all
-// that is needed to make it again.
+// RecordingFiles: makes every call and records it: in trace() as "write .odbc.ini.lock", in changes() with everything
+// needed to make it again.
 class RecordingFiles : public WatchedFiles {
 public:
     using Kind = DiskChange::Kind;

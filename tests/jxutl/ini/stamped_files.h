@@ -12,15 +12,15 @@
 
 namespace jx::ini::test {
 
-// StampedFiles: every call happens. What stat() and fstat() tell goes through adjust first, so that each part of a
-// file's state can change alone. Unless a test says otherwise, all files were last changed an hour ago.
+// StampedFiles: makes every call. Results of stat() and fstat() go through adjust first, so that each part of a file's
+// state can change alone. Unless a test sets it, all files were last changed an hour ago.
 class StampedFiles : public WatchedFiles {
 public:
     std::function<void(struct stat&)> adjust;
-    std::function<void()> beforeReading;  // called ahead of each read
+    std::function<void()> beforeReading;  // called before each read
     std::function<void()> beforeOpening;
     std::size_t mostBytes = 0;  // of one read; 0 for as many as it asks for
-    int openError = 0;          // refuses every opening that asks to leave the access time alone
+    int openError = 0;          // of every open with O_NOATIME
 
     timespec clock{1'000'003'600, 500'000'000};
     timespec written{1'000'000'000, 123'456'789};

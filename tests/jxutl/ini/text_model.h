@@ -1,4 +1,4 @@
-// What look-ups and edits must come to, worked out slowly from all the pieces of a text.
+// The expected results of look-ups and edits, worked out slowly from all pieces of a text.
 #pragma once
 
 #include <optional>
@@ -15,12 +15,12 @@ inline std::string_view bytesOf(std::string_view text, const JxIniPiece& piece) 
     return text.substr(piece.begin, piece.end - piece.begin);
 }
 
-// TextModel: a text as its pieces, each with the section it stands in.
+// TextModel: a text as its pieces, each with its section.
 class TextModel {
 public:
     explicit TextModel(std::string_view text) : text_(text), pieces_(splitLines(text)) {}
 
-    // The number of the piece that a look-up answers with.
+    // The number of the piece that a look-up finds.
     std::optional<std::size_t> find(std::string_view section, std::string_view key) const {
         if (!rules::canBeAskedFor(section) || !rules::canBeAskedFor(key))
             return std::nullopt;
@@ -79,7 +79,7 @@ public:
     }
 
 private:
-    // The number of the header that piece i stands under, its own included.
+    // The number of the header above piece i, or of piece i itself.
     std::optional<std::size_t> headerOver(std::size_t i) const {
         for (std::size_t at = i + 1; at-- > 0;)
             if (pieces_[at].kind == JxIniSection)
@@ -99,7 +99,7 @@ private:
                 return i;
         return std::nullopt;
     }
-    // Whether piece i is a comment, and nothing but comments stands between it and the next header.
+    // Whether piece i is a comment with only comments between it and the next header.
     bool isSparedComment(std::size_t i) const {
         const std::size_t from = i;
         while (i < pieces_.size() && pieces_[i].kind == JxIniComment)

@@ -1,4 +1,4 @@
-// The seam's filling that the other test fillings are made of: it forwards every call and tells of it.
+// The base of the tests' disks: it forwards every call and reports it.
 #pragma once
 
 #include <array>
@@ -36,7 +36,7 @@ inline const char* nameOf(Call call) {
     return kNames.at(static_cast<std::size_t>(call));
 }
 
-// InUse: puts a filling into the seam for as long as it lives.
+// InUse: makes the store use a disk while it exists.
 class InUse {
 public:
     explicit InUse(FileOps& filling) { useFiles(&filling); }
@@ -45,10 +45,10 @@ public:
     ~InUse() { useFiles(nullptr); }
 };
 
-// WatchedFiles: forwards to the system's files. before is asked ahead of each call that touches a disk and makes it
-// fail by returning an errno; a close happens all the same, as the system's does. Flushing costs time and shows in
-// nothing a test can see, so it is only told of. Waiting takes no time: the clock
-// that waiting is measured by goes forward by the pauses, and a little by being asked, so that no loop is endless.
+// WatchedFiles: forwards to the real disk. before is called before each call that touches a disk and makes it fail by
+// returning an errno; a close is made all the same, as the system does. A flush is reported but not made: it takes time
+// and no test can see its effect. Waiting takes no time: its clock advances by the pauses, and a little with each look,
+// so that no loop is endless.
 class WatchedFiles : public FileOps {
 public:
     WatchedFiles() : inner_(files()) {}

@@ -1,4 +1,4 @@
-// Several threads at once: data of their own, and what they share.
+// Several threads at once: per-thread data, and shared data.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
@@ -24,7 +24,7 @@ std::string chars(const unsigned char* text) {
     return reinterpret_cast<const char*>(text);
 }
 
-// CountedError: knows how many of its kind were released.
+// CountedError: counts how many of its kind were released.
 class CountedError : public JxError {
 public:
     explicit CountedError(std::atomic<int>& released)
@@ -111,7 +111,7 @@ TEST(Threads, LoadFailuresDoNotMix) {
         thread.join();
 }
 
-// A library's functions as a program finds them that loads it late.
+// The functions of a library loaded with dlopen.
 struct Late {
     explicit Late(const char* path) : library(dlopen(path, RTLD_NOW | RTLD_LOCAL)) {
         if (library == nullptr)
@@ -125,7 +125,7 @@ struct Late {
     decltype(&mdsGetPerThreadData) slot = nullptr;
 };
 
-// Both halves of a library's late life: the thread is older than the library, and ends after the program let go of it.
+// The thread is older than the library, and ends after the program closed it.
 TEST(Threads, OneThatBeganBeforeTheLibraryAndEndsAfterItIsServed) {
     std::atomic<int> released{0};
     std::barrier step(2);
@@ -138,7 +138,7 @@ TEST(Threads, OneThatBeganBeforeTheLibraryAndEndsAfterItIsServed) {
         if (errors != nullptr)
             errors->append(new CountedError(released));
         step.arrive_and_wait();  // used
-        step.arrive_and_wait();  // let go
+        step.arrive_and_wait();  // closed
     });
     late = std::make_unique<Late>(JX_UTILITY_LIBRARY);
     EXPECT_NE(late->library, nullptr) << dlerror();

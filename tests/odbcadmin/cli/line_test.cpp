@@ -191,9 +191,9 @@ TEST_F(Line, AFifoInPlaceOfTheFileIsFileTroubleAndNoWait) {
     EXPECT_EQ(run({"trace", "on", "/tmp/x"}).code, 7);
 }
 
-// This one takes the ten seconds a change waits for its turn.
+// This one takes the ten seconds that a change waits for the lock.
 #ifdef JX_TEST_LONG_WAITS
-TEST_F(Line, ATurnThatIsNotObtainedHasItsOwnCode) {
+TEST_F(Line, AFileThatStaysLockedHasItsOwnCode) {
     const int lock = open(home_.file(".odbc.ini.lock").c_str(), O_CREAT | O_RDWR | O_CLOEXEC, 0600);
     ASSERT_GE(lock, 0);
     ASSERT_EQ(flock(lock, LOCK_EX), 0);
@@ -221,7 +221,7 @@ TEST_F(Line, AWaitShowsOnATerminalAndGoesOn) {
     }
     EXPECT_EQ(pclose(terminal), 0);
     close(lock);
-    EXPECT_NE(shown.find("Waiting for the turn of "), std::string::npos) << shown;
+    EXPECT_NE(shown.find("Waiting for the lock on "), std::string::npos) << shown;
     EXPECT_NE(shown.find("Changed data source Sales"), std::string::npos) << shown;
     EXPECT_NE(sources().find("a=b"), std::string::npos);
 }

@@ -152,7 +152,7 @@ TEST_F(DoctorCommands, TestNamesWhatIsMissing) {
     EXPECT_EQ(run({"dsn", "test", "Salse"}),
               "3\n--\nodbcadmin: There is no data source Salse in ~/.odbc.ini\n  Did you mean Sales?\n");
     EXPECT_EQ(run({"dsn", "test", "Sales", "--timeout", "soon"}),
-              "2\n--\nodbcadmin: --timeout is no number of seconds: soon\n  Try --timeout 5\n");
+              "2\n--\nodbcadmin: --timeout is not a number of seconds: soon\n  Try --timeout 5\n");
     for (const char* limit : {"0", "-1", "nan", "86401", "1x"})
         EXPECT_EQ(run({"dsn", "test", "Sales", "--timeout=" + std::string(limit)}).substr(0, 2), "2\n") << limit;
     home_.put(".odbc.ini", "[ODBC Data Sources]\nSales=Nobody\n");
@@ -191,8 +191,7 @@ TEST_F(DoctorCommands, ScanPrintsTheLinesThatAddWhatIsNotRegistered) {
     home_.put("it's/libtext.so", "no library\n");
     EXPECT_EQ(run({"driver", "scan", home_.path(), home_.file("it's")}),
               "0\nodbcadmin driver add acme --lib '~/it'\\''s/libacme.so' --setup '~/it'\\''s/libacmeS.so'\n");
-    EXPECT_EQ(run({"driver", "scan", home_.path()}),
-              "0\n--\nodbcadmin: No driver but registered ones was found in ~\n");
+    EXPECT_EQ(run({"driver", "scan", home_.path()}), "0\n--\nodbcadmin: All drivers found are registered already: ~\n");
     EXPECT_EQ(run({"driver", "scan", home_.file("none")}),
               "7\n--\nodbcadmin: There is no directory ~/none\n  Give directories that exist.\n");
     const Json object = json({"driver", "scan", home_.path()});

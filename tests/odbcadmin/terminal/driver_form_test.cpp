@@ -4,8 +4,6 @@
 
 #include <clocale>
 
-#include "odbcadmin/assist/driver_entry.h"
-#include "odbcadmin/assist/driver_form.h"
 #include "odbcadmin/terminal/screen.h"
 #include "scripted_terminal.h"
 #include "test_home.h"
@@ -56,49 +54,10 @@ TEST_F(DriverFormTest, FromNothingToADataSource) {
               "[ODBC Drivers]\nMine=Installed\n\n[Mine]\nDriver=" JX_DRIVER "\nSetup=" JX_DRIVER "\n");
 }
 
-TEST_F(DriverFormTest, ProposesTheSetupLibraryOfThisProduct) {
-    EXPECT_EQ(assist::proposedSetup(), JX_SETUP_LIBRARY);
-    user_.then({press(Key::f2)});
-    user_.look();
-    run();
-    EXPECT_TRUE(has(user_.seen()[0], "Register a Driver")) << user_.seen()[0];
-    EXPECT_TRUE(has(user_.seen()[0], "/libjxsetup.so")) << user_.seen()[0];  // the field shows a long path's end
-}
-
-TEST_F(DriverFormTest, ALibraryThatIsNotThereIsToldInTheLoadersWordsAndNotEntered) {
-    fill("Mine", "/none/driver.so", "");
-    user_.then(type("n"));
-    run();
-    EXPECT_TRUE(has(user_.seen()[0], "/none/driver.so: cannot open shared object file")) << user_.seen()[0];
-    EXPECT_EQ(home_.text(".odbcinst.ini"), "(absent)");
-}
-
-TEST_F(DriverFormTest, WhoInsistsGetsItEnteredAllTheSame) {
-    fill("Mine", "/none/driver.so", "");
-    user_.then({type("y"), press(Key::enter)});
-    run();
-    EXPECT_EQ(home_.text(".odbcinst.ini"), "[ODBC Drivers]\nMine=Installed\n\n[Mine]\nDriver=/none/driver.so\n");
-}
-
 TEST_F(DriverFormTest, ALibraryThatCrashesDoesNotTakeTheProgramAlong) {
     fill("Mine", JX_CRASHER, "");
     run();
     EXPECT_TRUE(has(user_.seen()[0], "crashes when it is loaded: signal 11")) << user_.seen()[0];
-}
-
-TEST_F(DriverFormTest, ALibraryThatIsNoDriverIsTold) {
-    fill("Mine", JX_SETUP_LIBRARY, "");
-    run();
-    EXPECT_TRUE(has(user_.seen()[0], "but has no function")) << user_.seen()[0];
-}
-
-TEST_F(DriverFormTest, AKnownNameIsReplacedOnlyWhenWanted) {
-    home_.put(".odbcinst.ini", "[ODBC Drivers]\nMINE=Installed\n[MINE]\nDriver=/old\n");
-    fill("Mine", JX_DRIVER, "");
-    user_.then(type("n"));
-    run();
-    EXPECT_TRUE(has(user_.seen()[0], "A driver called Mine is registered already.")) << user_.seen()[0];
-    EXPECT_EQ(home_.text(".odbcinst.ini"), "[ODBC Drivers]\nMINE=Installed\n[MINE]\nDriver=/old\n");
 }
 
 TEST_F(DriverFormTest, TheListOfDriversShowsTheNewOne) {
@@ -108,38 +67,6 @@ TEST_F(DriverFormTest, TheListOfDriversShowsTheNewOne) {
     user_.look();
     run();
     EXPECT_TRUE(has(user_.seen()[1], "│Mine ")) << user_.seen()[1];
-}
-
-TEST(DriverEntry, RefusesWhatTheFileOrTheDialogsCouldNotHold) {
-    const std::string longest(49, 'n');
-    const struct {
-        std::string name, library, setup, why;
-    } rows[] = {
-        {"Mine", "/a.so", "", ""},
-        {longest, "/a.so", "/b.so", ""},
-        {"Mine", "a.so", "b.so", ""},
-        {"", "/a.so", "", "Give the driver a name."},
-        {longest + "n", "/a.so", "", "The name is too long: at most 49 bytes are possible."},
-        {"a=b", "/a.so", "", "A name may hold none of []{}(),;?*=!@\\#\"."},
-        {"odbc drivers", "/a.so", "", "This name has another use in the file; choose another one."},
-        {"DEFAULT", "/a.so", "", "This name has another use in the file; choose another one."},
-        {"Mine", "", "", "Name the driver's library, such as /usr/lib/odbc/libsqlite3odbc.so."},
-        {"Mine", "./a.so", "", "Give the whole path of the driver's library, beginning with /."},
-        {"Mine", "/a.so", "x/b.so", "Give the whole path of the setup library, beginning with /."},
-        {"Mine", "/" + std::string(1023, 'x'), "", "The path of the driver's library is too long."},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name + "|" + row.library.substr(0, 20));
-        EXPECT_EQ(assist::whyNot({row.name, row.library, row.setup}), row.why);
-    }
-}
-
-TEST(DriverEntry, AFileThatCannotBeWrittenIsTold) {
-    const TestHome home;
-    setenv("ODBCINSTINI", "/none/odbcinst.ini", 1);
-    EXPECT_TRUE(assist::enter({"Mine", "/a.so", ""}).starts_with("The driver was not entered. Cannot "))
-        << assist::enter({"Mine", "/a.so", ""});
-    unsetenv("ODBCINSTINI");
 }
 
 class ScriptTest : public DriverFormTest {

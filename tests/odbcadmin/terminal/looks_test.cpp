@@ -135,10 +135,9 @@ TEST_F(SetupDialogTest, EveryControlSaysWhatItDoesOrWhyItIsGrey) {
     run();
     ASSERT_EQ(user_.seen().size(), 2U);
     const std::string help = user_.seen()[0] + user_.seen()[1];
-    for (const char* part :
-         {"A data source in ~/.odbc.ini", "is grey: The name stays as it is", "What the driver will be told",
-          "Change is grey: Choose a key", "Remove is grey: Choose a key", "A key your driver knows",
-          "is grey: It is for passwords", "OK: Stores", "Cancel: Stores nothing."})
+    for (const char* part : {"A data source in ~/.odbc.ini", "is grey: The name stays as it is", "What the driver gets",
+                             "Change is grey: Choose a key", "Remove is grey: Choose a key", "A key your driver knows",
+                             "is grey: It is for passwords", "OK: Stores", "Cancel: Stores nothing."})
         EXPECT_TRUE(has(help, part)) << part << "\n" << help;
 }
 

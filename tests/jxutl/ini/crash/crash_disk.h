@@ -12,8 +12,8 @@
 
 namespace jx::ini::test {
 
-// What became of the bytes that were not flushed: all there; the first half; none; their room is there, filled with
-// zeros, as a file system does that books the size before the data.
+// What is left of the bytes that were not flushed: all; the first half; none; zeros, as on a file system that writes
+// the size before the data.
 enum class Unflushed { kept, cut, dropped, zeros };
 inline constexpr Unflushed kEveryFate[] = {Unflushed::kept, Unflushed::cut, Unflushed::dropped, Unflushed::zeros};
 
@@ -25,10 +25,10 @@ struct FileAfter {
 };
 using DirectoryAfter = std::map<std::string, FileAfter>;
 
-// CrashDisk: one directory, as programs see it and as it would come back.
+// CrashDisk: one directory, as programs see it and as it may be after a power cut.
 // Model    A file's bytes and mode are safe once it was flushed, names once the directory was. Until then bytes may be
-//          lost as Unflushed tells, the mode may be the one before, and names come back as they were after any number
-//          of the changes since the last flush, in order. Flushing a file saves no name.
+//          lost as Unflushed lists, the mode may be the one before, and names may be as after any number of the changes
+//          since the last flush, in order. Flushing a file makes no name safe.
 class CrashDisk {
 public:
     // A file that was there long before.
@@ -74,7 +74,7 @@ public:
             since_.push_back(now_);
     }
 
-    // Every directory that a cut at this moment may leave.
+    // Every state of the directory that a power cut now may leave.
     std::vector<DirectoryAfter> states() const {
         std::vector<DirectoryAfter> found;
         std::vector<Names> namesLeft{safe_};

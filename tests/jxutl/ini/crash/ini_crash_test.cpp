@@ -1,5 +1,5 @@
 // The process is killed, or the power cut, at every call that touches the disk: the file is old or new, and the next
-// write succeeds and leaves nothing lying about.
+// write succeeds and leaves no other file.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -33,7 +33,7 @@ void expectNextWriteSucceeds(const CaseHome& home) {
 
 // ---- killed ----
 
-// Kills the process when it is about to make its nth call.
+// Kills the process before its nth call.
 class DeadlyFiles : public WatchedFiles {
 public:
     explicit DeadlyFiles(int n) : n_(n) {}
@@ -50,7 +50,7 @@ private:
     int calls_ = 0;
 };
 
-// Kills a writer of every case at its nth call, for every n; how many were killed.
+// Kills a writer of every case at its nth call, for every n; returns how many were killed.
 int killEverywhere() {
     int kills = 0;
     for (const ChangeCase& change : kChangeCases) {
@@ -84,7 +84,7 @@ TEST(IniCrash, AWriterKilledAtEachCallLeavesTheOldOrTheNewText) {
     EXPECT_GT(kills, 150);
 }
 
-// Root gets past every file that is left; the others have to be let past it.
+// Root may open every file that is left; an ordinary user may not.
 TEST(IniCrash, AnOrdinaryUsersWriterKilledAtEachCallLeavesTheOldOrTheNewText) {
     EXPECT_TRUE(passesAsNobody([] { EXPECT_GT(killEverywhere(), 150); }));
 }
@@ -107,12 +107,12 @@ Recording record(const ChangeCase& change) {
     const InUse inUse(files);
     EXPECT_TRUE(home.write());
     recording.changes = files.changes();
-    // Only what happens in the target's directory belongs to the model.
+    // The model covers the target's directory only.
     std::erase_if(recording.changes, [](const DiskChange& made) { return made.name == "status"; });
     return recording;
 }
 
-// Makes the target's directory look as it came back from the cut.
+// Gives the target's directory the state after the power cut.
 void restore(const CaseHome& home, const DirectoryAfter& directory) {
     for (const auto& entry : std::filesystem::directory_iterator(home.directory()))
         if (entry.is_regular_file() && !entry.is_symlink())
@@ -164,7 +164,7 @@ TEST(IniCrash, APowerCutAtEachCallLeavesTheOldOrTheNewText) {
     EXPECT_GT(states, 500);
 }
 
-// What was promised as done is still there, whatever the cut takes.
+// A write that returned survives every power cut after it.
 TEST(IniCrash, AWriteThatReturnedSurvivesAPowerCut) {
     for (const ChangeCase& change : kChangeCases) {
         if (!canSetUp(change))
@@ -188,7 +188,7 @@ FileAfter fileAfter(const DirectoryAfter& directory, const std::string& name) {
     return found == directory.end() ? FileAfter{"(absent)", 0} : found->second;
 }
 
-// A writer without flushing must be caught, or the loops above prove nothing.
+// A writer that does not flush must fail, or the tests above prove nothing.
 TEST(CrashDisk, LosesWhatWasNotFlushed) {
     using Kind = DiskChange::Kind;
     CrashDisk disk;

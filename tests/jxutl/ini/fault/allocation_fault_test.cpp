@@ -1,4 +1,4 @@
-// Every allocation fails: a write is then done or not done, and says which; nothing is left behind.
+// Each allocation fails: a write then succeeds or changes nothing, and reports which; nothing is left behind.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -32,8 +32,8 @@ bool allocationFails() {
 
 }  // namespace
 
-// This program's own allocator: the standard one, except that it can be told to fail. Never inlined, or the compiler
-// takes the pair of malloc and free apart and complains of either half.
+// This program's allocator: malloc, which can be made to fail. Never inlined: the compiler would warn of malloc and
+// free not matching new and delete.
 [[gnu::noinline]] void* operator new(std::size_t size) {
     void* block = allocationFails() ? nullptr : std::malloc(size == 0 ? 1 : size);
     if (block == nullptr)
@@ -53,7 +53,7 @@ bool allocationFails() {
 namespace jx::ini::test {
 namespace {
 
-// Runs body with its nth allocation failing; whether there was an nth.
+// Runs body with its nth allocation failing; returns whether there was one.
 template <typename Body>
 bool failAllocation(int n, Body body) {
     allocationFailed = false;
@@ -63,7 +63,7 @@ bool failAllocation(int n, Body body) {
     return allocationFailed;
 }
 
-TEST(AllocationFault, AWriteIsDoneOrNotDone) {
+TEST(AllocationFault, AWriteSucceedsOrChangesNothing) {
     WatchedFiles unflushed;
     const InUse inUse(unflushed);
     int faults = 0;
@@ -94,7 +94,7 @@ TEST(AllocationFault, AWriteIsDoneOrNotDone) {
     EXPECT_GT(faults, 50);
 }
 
-TEST(AllocationFault, ABatchIsDoneOrNotDone) {
+TEST(AllocationFault, ABatchSucceedsOrChangesNothing) {
     WatchedFiles unflushed;
     const InUse inUse(unflushed);
     const std::string value(1000, 'v');
@@ -121,7 +121,7 @@ TEST(AllocationFault, ABatchIsDoneOrNotDone) {
     }
 }
 
-TEST(AllocationFault, ATextIsReadOrNot) {
+TEST(AllocationFault, ATextIsReadOrNullIsReturned) {
     const CaseHome home(kChangeCases[1]);
     for (int n = 1;; ++n) {
         SCOPED_TRACE(n);
@@ -153,7 +153,7 @@ struct Question {
 constexpr Question kQuestions[] = {
     {"A", "k", "1"}, {"A", "l", "2"}, {"A", nullptr, {"k\0l\0", 4}}, {nullptr, nullptr, {"A\0B\0", 4}}};
 
-// Whether the read gave the answer; else it must have given the default, for want of memory.
+// Whether the read gave the value; otherwise it must have given the default, because memory was short.
 bool answers(const Question& question) {
     std::array<unsigned char, 20> room;
     const auto bytes = [](const char* text) { return reinterpret_cast<const unsigned char*>(text); };
@@ -171,13 +171,13 @@ TEST(AllocationFault, AReadGivesTheValueOrTheDefault) {
     bool failed = true;
     for (int n = 1; failed; ++n) {
         SCOPED_TRACE(n);
-        std::thread([n, &failed] {  // which begins without any memory of the file
+        std::thread([n, &failed] {  // a new thread has nothing cached
             int answered = 0;
             failed = failAllocation(n, [&answered] {
                 for (const Question& question : kQuestions)
                     answered += answers(question) ? 1 : 0;
             });
-            EXPECT_GE(answered, failed ? 3 : 4);  // a thread may do without what it could not keep
+            EXPECT_GE(answered, failed ? 3 : 4);  // a thread can read without a cache
             for (const Question& question : kQuestions)
                 EXPECT_TRUE(answers(question));
         })
@@ -185,7 +185,7 @@ TEST(AllocationFault, AReadGivesTheValueOrTheDefault) {
     }
 }
 
-TEST(AllocationFault, ACacheOfAFileIsMadeOrNull) {
+TEST(AllocationFault, ACacheIsMadeOrNullIsReturned) {
     const auto* name = reinterpret_cast<const unsigned char*>("a name that is too long to lie within the object");
     JxIniFileCache* cache = nullptr;
     for (int n = 1; failAllocation(n, [&] { cache = jxPrivateProfileInit(name); }); ++n) {
@@ -196,12 +196,12 @@ TEST(AllocationFault, ACacheOfAFileIsMadeOrNull) {
     jxPrivateProfileTerm(cache);
 }
 
-TEST(AllocationFault, TheSentenceAndThePathGoWithoutMemory) {
+TEST(AllocationFault, TheFailureTextAndThePathCopeWithoutMemory) {
     const CaseHome home(kChangeCases[1]);
     EXPECT_EQ(jxIniRead("/no/such/file/with/a/name/that/is/long/enough/for/the/heap"), nullptr);
     char room[1000];
     EXPECT_TRUE(failAllocation(1, [&] { EXPECT_GT(jxIniFailureText(room, sizeof room), 0U); }));
-    EXPECT_STREQ(room, "Cannot find memory for the description of a failure");
+    EXPECT_STREQ(room, "Too little memory to describe the failure");
     EXPECT_TRUE(failAllocation(1, [&] { EXPECT_EQ(jxIniPath(".odbc.ini", room, sizeof room), 0U); }));
     EXPECT_STREQ(room, "");
 }
@@ -209,7 +209,7 @@ TEST(AllocationFault, TheSentenceAndThePathGoWithoutMemory) {
 // Noting never throws: without memory the path is empty.
 TEST(AllocationFault, AFailureIsNotedWithoutItsPath) {
     const std::string path(10'000, 'p');
-    noteFailure(JxIniStepLook, {}, EACCES);  // what a thread keeps has its place from here on
+    noteFailure(JxIniStepLook, {}, EACCES);  // the thread's data exists from here on
     EXPECT_TRUE(failAllocation(1, [&path] { noteFailure(JxIniStepOpen, path, EIO); }));
     EXPECT_EQ(lastFailure().step, JxIniStepOpen);
     EXPECT_EQ(lastFailure().error, EIO);

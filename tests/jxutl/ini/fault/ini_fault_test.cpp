@@ -34,7 +34,7 @@ void expectOldOrNew(const CaseHome& home, bool written, int error) {
     EXPECT_EQ(home.text(), failure.afterRename ? home.after() : home.before());
 }
 
-// Only a NAME.lock that was there before, or that could not be removed, may lie about: the next writer takes it up.
+// Only a NAME.lock that was there before, or that could not be removed, may be left: the next writer reuses it.
 void expectNoLitter(const ChangeCase& change, const CaseHome& home, const FaultyFiles& files, Fail style) {
     const std::vector<std::string> litter = home.litter();
     const bool removalFailed = style == Fail::fromThenOn || files.failedCall() == Call::remove;
@@ -98,7 +98,7 @@ TEST(IniFault, EveryCallOfAnOrdinaryUserFailsOnceAndFromThenOn) {
     EXPECT_TRUE(passesAsNobody([] { failEverywhere(); }));
 }
 
-// What is no fault: short counts and interrupted calls.
+// Short counts and interrupted calls, which are not failures.
 TEST(IniFault, ShortAndInterruptedCallsSucceed) {
     for (const ChangeCase& change : kChangeCases)
         for (const std::size_t mostBytes : {1U, 2U, 7U})

@@ -1,4 +1,4 @@
-// A program that makes one profile read and prints what it gave.
+// A program that makes one profile read and prints the value.
 // Usage: read_once FILE SECTION KEY
 #include <cstdio>
 

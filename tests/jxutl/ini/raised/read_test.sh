@@ -1,5 +1,5 @@
 #!/bin/bash
-# A program with raised rights reads the files of the account it runs as, whatever the environment says.
+# A program with raised rights ignores the environment and reads the files of the account it runs as.
 # Usage: read_test.sh READ-ONCE
 set -u
 if [ "$(id -u)" != 0 ]; then

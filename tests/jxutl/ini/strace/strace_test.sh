@@ -1,5 +1,5 @@
 #!/bin/bash
-# Real system calls under real faults: the fakes of the other tests are compared with what the system does.
+# Makes real system calls fail, to check that the faults of the other tests are realistic.
 # Usage: strace_test.sh WRITE-ONCE
 set -u
 writer=$1
@@ -14,7 +14,7 @@ failed=0
 runs=0
 
 # The numbers of enum JxIniStep and of errno.
-LOOK=4 OPEN=5 READ=6 TURN=7 EMPTY=8 WRITE=9 MODE=10 OWNER=11 FLUSH=12 RENAME=13 DIRECTORY=14 REMOVE=15
+LOOK=4 OPEN=5 READ=6 LOCK=7 EMPTY=8 WRITE=9 MODE=10 OWNER=11 FLUSH=12 RENAME=13 DIRECTORY=14 REMOVE=15
 EPERM=1 EIO=5 EBUSY=16 EMFILE=24 ENOSPC=28 ENOLCK=37
 
 complain() {
@@ -53,7 +53,7 @@ fault() { # STEP ERRNO WHAT PATH CALL WHEN ERROR: the write fails and the old te
     run "$3" "$4" "$5:error=$7:when=$6" 2 "0 $1 $2" "$old"
 }
 
-# What a fault needs to find, called by name.
+# Preparations for a fault, called by name.
 # shellcheck disable=SC2317
 others_may_read() { chmod 644 "$target"; }
 # shellcheck disable=SC2317
@@ -64,8 +64,8 @@ something_is_left() { (umask 077 && echo left >"$lock"); }
 # ---- every step fails ----
 
 fault $LOOK $EIO 'look at the target' "$target" '?lstat,?lstat64,?newfstatat,?fstatat64,?statx' 1 EIO
-fault $TURN $EMFILE 'make the lock file' "$lock" openat 1 EMFILE
-fault $TURN $ENOLCK 'lock' "$lock" flock 1 ENOLCK
+fault $LOCK $EMFILE 'make the lock file' "$lock" openat 1 EMFILE
+fault $LOCK $ENOLCK 'lock' "$lock" flock 1 ENOLCK
 fault $OPEN $EMFILE 'open the target' "$target" openat 1 EMFILE
 fault $READ $EIO 'read' "$target" read 1 EIO
 fault $WRITE $ENOSPC 'write' "$lock" write 1 ENOSPC
@@ -84,7 +84,7 @@ run 'remove' "$lock" unlink:error=EIO 1 "0 $REMOVE $EIO" "$old"
 begin
 run 'flush the directory' "$dir" fsync:error=EIO 2 "0 $DIRECTORY $EIO" "$new"
 begin
-run 'a directory that knows no flushing' "$dir" fsync:error=EINVAL 2 '1 0 0' "$new"
+run 'a directory that cannot be flushed' "$dir" fsync:error=EINVAL 2 '1 0 0' "$new"
 begin
 run 'a directory that cannot be opened' "$dir" openat:error=EACCES 2 '1 0 0' "$new"
 begin
@@ -97,7 +97,7 @@ for call in openat flock write fsync rename; do
     runs=$((runs + 1))
     {
         strace -f -o "$dir/trace" -P "$lock" -e inject="$call:signal=KILL:when=1" "$writer" "$target" A k 2 >"$dir/out"
-    } 2>"$dir/err" # the shell tells of each kill
+    } 2>"$dir/err" # the shell reports each kill
     grep -q 'killed by SIGKILL' "$dir/trace" || complain "killed at $call: it was not"
     text=$(cat "$target")
     [ "$text" = "$old" ] || [ "$text" = "$new" ] || complain "killed at $call: the file holds '$text'"

@@ -1,4 +1,4 @@
-// A program that makes one profile write and prints what came of it: the result, the failed step and its errno.
+// A program that makes one profile write and prints its result, the failed step and its errno.
 // Usage: write_once FILE SECTION KEY VALUE
 #include <cstdio>
 

@@ -1,0 +1,64 @@
+// Reading and writing single entries of the two configuration files.
+//
+//     driverFile().write(driver, asBytes("Setup"), path);
+#pragma once
+
+#include <jxprofile.h>
+#include <odbcinst.h>
+
+#include "config/key_list.h"
+#include "config/text_bytes.h"
+
+namespace jx {
+
+// ConfigurationFile: one of the two files. Every entry that the library writes for itself goes through here.
+// Results   as the store returns them: 0 when the file could not be written and is unchanged.
+// Threads   any; each call is a change of its own.
+class ConfigurationFile {
+public:
+    explicit ConfigurationFile(const char* name) : name_(asBytes(name)) {}
+
+    const unsigned char* name() const { return name_; }
+
+    // Reads a value, cut at sizeInBytes - 1 bytes, and returns its length. A missing one is empty.
+    int read(const unsigned char* section, const unsigned char* key, unsigned char* buffer, int sizeInBytes) const {
+        return jxGetPrivateProfileString(section, key, asBytes(""), buffer, sizeInBytes, name_);
+    }
+
+    int write(const unsigned char* section, const unsigned char* key, const unsigned char* value) const {
+        return jxWritePrivateProfileString(section, key, value, name_);
+    }
+
+    // Removing what is not there succeeds.
+    int removeKey(const unsigned char* section, const unsigned char* key) const { return write(section, key, nullptr); }
+    int removeSection(const unsigned char* section) const { return write(section, nullptr, nullptr); }
+
+    // Writes an entry at the end of its section; an older one of that key is removed.
+    int replace(const unsigned char* section, const unsigned char* key, const unsigned char* value) const {
+        removeKey(section, key);
+        return write(section, key, value);
+    }
+
+    // Called before an entry is added to a list.
+    // Deliberate: a list that seems absent is cleared. Usually there is nothing to clear, but a list whose first name
+    // is "NOT AVAILABLE" is lost, and so is one that another program begins at the same time. A list that cannot be
+    // read is left unchanged.
+    void clearAbsentList(const unsigned char* list) const {
+        const KeyList names(list, kNotAvailable, name_);
+        if (!names.isThere() && !names.readFailed())
+            removeSection(list);
+    }
+
+private:
+    const unsigned char* name_;
+};
+
+// The files under their current names, to which the exported pointers point.
+inline ConfigurationFile driverFile() {
+    return ConfigurationFile(INS_ODBCINST_FILENAME);
+}
+inline ConfigurationFile dataSourceFile() {
+    return ConfigurationFile(INS_ODBCINI_FILENAME);
+}
+
+}  // namespace jx

@@ -1,0 +1,131 @@
+// What is configured: data sources, drivers, translators and settings, each with the file and line where it stands.
+//
+//     const Configuration configuration = Configuration::read();
+//     if (const Reason& trouble = configuration.trouble(FileKind::dataSources))
+//         ... the file is there and cannot be read ...
+//     if (const auto source = configuration.dataSource("Sales"))
+//         ... source->driver, source->library.where() ...
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "odbcadmin/model/config_file.h"
+#include "odbcadmin/model/ini_view.h"
+#include "odbcadmin/model/reason.h"
+#include "rules/sections.h"
+
+namespace jx::model {
+
+// Located: a text and the line of a file where it stands. False when it stands nowhere.
+struct Located {
+    std::string text;
+    const ConfigFile* file = nullptr;
+    std::size_t line = 0;
+
+    explicit operator bool() const { return file != nullptr; }
+
+    // "/home/anna/.odbc.ini:7"
+    std::string where() const { return file->path + ":" + std::to_string(line); }
+};
+
+struct DataSource {
+    std::string name;    // as its file spells it
+    std::string driver;  // the driver's name; of one that is in no list what its section says under Driver
+    bool isDefault = false;
+    const ConfigFile* file = nullptr;  // that answered
+    const IniSection* section = nullptr;
+    Located listed;   // its line in "ODBC Data Sources", or that of the default one's driver; text: the driver's name
+    Located header;   // of its section
+    Located library;  // "Driver" of its section, unless that is empty
+
+    // The default data source never is.
+    bool isListed() const { return listed && !isDefault; }
+};
+
+// What is registered: the names of its list and of the key of its library.
+struct RegisteredKind {
+    const char* word;
+    const char* list;
+    const char* key;
+};
+inline constexpr RegisteredKind kDriverKind{"driver", rules::kDriverList, rules::kDriver};
+inline constexpr RegisteredKind kTranslatorKind{"translator", rules::kTranslatorList, rules::kTranslator};
+
+// A driver or translator.
+struct Registered {
+    std::string name;  // as its file spells it
+    const ConfigFile* file = nullptr;
+    const IniSection* section = nullptr;
+    Located listed;   // its line in the list
+    Located header;   // of its section
+    Located library;  // "Driver" or "Translator", unless that is empty
+    Located setup;    // likewise
+};
+
+// Configuration: files as they were when read. Several files of one kind are looked through in order: what one of them
+// says of a name hides what a later one says. A file that cannot be read is as an empty one in all look-ups; whoever
+// minds asks for trouble. What look-ups give points into the object and lives as long as it, wherever it is moved.
+// Names are found as they are spelled, in any case; blanks around a name make it another.
+class Configuration {
+public:
+    // The user's two files.
+    static Configuration read();
+
+    explicit Configuration(std::vector<ConfigFile> files) : files_(std::move(files)) {}
+
+    // In order; there is at least one of each kind.
+    std::vector<const ConfigFile*> files(FileKind kind) const;
+
+    // Where a new name of that kind goes.
+    const ConfigFile& file(FileKind kind) const { return *files(kind).front(); }
+
+    // Why the first unreadable file of a kind, or of all, cannot be read; of kind none when all could be.
+    const Reason& trouble(FileKind kind) const;
+    const Reason& trouble() const;
+
+    // In the order of the list, then those that only have a section with a Driver, then the default one.
+    std::vector<DataSource> dataSources() const;
+    std::vector<DataSource> dataSourcesOf(std::string_view driver) const;
+
+    // Also one whose section has no Driver.
+    std::optional<DataSource> dataSource(std::string_view name) const;
+
+    // The same for drivers or translators; a section without the kind's key is none of them.
+    std::vector<Registered> all(const RegisteredKind& kind) const;
+    std::optional<Registered> find(const RegisteredKind& kind, std::string_view name) const;
+
+    std::vector<Registered> drivers() const { return all(kDriverKind); }
+    std::optional<Registered> driver(std::string_view name) const { return find(kDriverKind, name); }
+
+    // The name of the default data source's driver.
+    Located defaultDriver() const;
+
+    // A key of section "ODBC".
+    Located setting(std::string_view key) const;
+
+    // All sections of files of that kind but the lists, the settings and "Default".
+    std::vector<std::string> sectionNames(FileKind kind) const;
+
+private:
+    std::optional<DataSource> defaultSource() const;
+
+    std::vector<ConfigFile> files_;
+};
+
+template <class Rows>
+std::vector<std::string> namesOf(const Rows& rows) {
+    std::vector<std::string> names;
+    for (const auto& row : rows)
+        names.push_back(row.name);
+    return names;
+}
+
+// That there is none of that name, with near matches.
+Reason noDataSource(const Configuration& configuration, std::string_view name);
+Reason noneRegistered(const Configuration& configuration, const RegisteredKind& kind, std::string_view name);
+Reason noDataSourceOrDriver(const Configuration& configuration, std::string_view name);
+
+}  // namespace jx::model

@@ -1,0 +1,44 @@
+// Registering drivers and translators, changing and removing them: the one way for the command and for the screens.
+//
+//     const Registration wish{"SQLite3", "/usr/lib/odbc/libsqlite3odbc.so", {}, {}};
+//     const ChangeResult result = registerEntry(configuration, kDriverKind, wish, WhenPresent::fail, way);
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "odbcadmin/model/configuration.h"
+#include "odbcadmin/model/file_change.h"
+
+namespace jx::model {
+
+struct Registration {
+    std::string name;
+    std::string library;                    // as it is to be stored; empty leaves it as it is
+    std::optional<std::string> setup = {};  // likewise: nothing leaves it, an empty one removes it
+    Pairs keys = {};
+};
+
+// What happens when there is one of that name already.
+enum class WhenPresent { fail, change };
+
+// Whatever speaks against registering it, apart from what is there already: its name, when it is a new one, or a path
+// that the installer could not read back or that would mean another file in every directory.
+Reason whyNotRegister(const Configuration& configuration, const RegisteredKind& kind, const Registration& wish);
+
+// Sets the list entry, the section and its keys; keys that are not named stay.
+ChangeResult registerEntry(const Configuration& configuration, const RegisteredKind& kind, const Registration& wish,
+                           WhenPresent present, const ChangeWay& way);
+
+// Removes the list entry and the section; no library is touched.
+ChangeResult unregisterEntry(const Configuration& configuration, const RegisteredKind& kind, const std::string& name,
+                             const ChangeWay& way);
+
+// Why nothing of that kind can be called so, unless it is called so already.
+Reason whyNoRegisteredName(const Configuration& configuration, const RegisteredKind& kind, const std::string& name);
+
+// For changes that hold more than one registration.
+void composeRegistration(FileChange& change, const RegisteredKind& kind, const Registration& wish);
+
+}  // namespace jx::model

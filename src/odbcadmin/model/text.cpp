@@ -1,0 +1,44 @@
+// Showing, joining and completing texts.
+#include "odbcadmin/model/text.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace jx::model {
+
+std::string withoutQuotes(std::string_view key) {
+    if (key.starts_with('"'))
+        key.remove_prefix(1);
+    return std::string(key.substr(0, key.find('"')));
+}
+
+std::string printable(std::string_view text) {
+    std::string shown(text);
+    for (char& byte : shown)
+        if (static_cast<unsigned char>(byte) < ' ' || byte == '\x7F')
+            byte = '?';
+    return shown;
+}
+
+std::string joined(const std::vector<std::string>& texts, std::string_view between) {
+    std::string all;
+    for (const std::string& text : texts)
+        all.append(all.empty() ? "" : between).append(text);
+    return all;
+}
+
+std::string counted(std::size_t count, const std::string& word) {
+    return std::to_string(count) + " " + word + (count == 1 ? "" : "s");
+}
+
+std::string absolutePath(const std::string& path) {
+    std::error_code error;
+    const std::filesystem::path absolute = std::filesystem::absolute(path, error);
+    return error ? path : absolute.lexically_normal().string();
+}
+
+std::string absoluteLibrary(const std::string& path) {
+    return path.find('/') == std::string::npos ? path : absolutePath(path);
+}
+
+}  // namespace jx::model

@@ -1,0 +1,163 @@
+// Documents made of files, and files made of documents.
+#include "odbcadmin/model/document.h"
+
+#include <filesystem>
+
+#include "model_fixture.h"
+
+namespace jx::model::test {
+namespace {
+
+using Secrets = ChangeWay::Secrets;
+
+std::string dump(const std::string& kind, const std::vector<DocumentEntry>& entries) {
+    std::string text;
+    for (const DocumentEntry& entry : entries) {
+        text += kind + " " + entry.name + (entry.driver.empty() ? "" : " for " + entry.driver) + "\n";
+        for (const DocumentKey& key : entry.keys)
+            text += "  " + key.name + (key.value ? "=" + *key.value : " left out") + "\n";
+    }
+    return text;
+}
+
+std::string dump(const Document& document) {
+    return dump("driver", document.drivers) + dump("translator", document.translators) +
+           dump("data source", document.dataSources);
+}
+
+class DocumentTest : public ModelTest {
+protected:
+    std::string apply(const Document& document) {
+        return change(
+            [&](const auto& configuration, const auto& way) { return applyDocument(configuration, document, way); });
+    }
+};
+
+TEST_F(DocumentTest, HoldsEverythingWithSecretsLeftOut) {
+    home_.put(".odbcinst.ini", std::string(kDrivers) +
+                                   "[ODBC Translators]\nLatin=Installed\n[Latin]\nTranslator=/l.so\n[Default]\n"
+                                   "Driver=Plain\n[Hollow]\nDriver=\n");
+    home_.put(".odbc.ini",
+              std::string(kSources) +
+                  "[Other]\nDriver=/other.so\n[Default]\nDriver=/special.so\nUrl=db://anna:geheim@host/\n");
+    const Configuration configuration = Configuration::read();
+    const Exchange made = documentOf(configuration, Secrets::masked);
+    EXPECT_EQ(dump(made.document), R"(driver Plain
+  Driver=/opt/libplain.so
+  Setup=/opt/setup.so
+  FileUsage=0
+translator Latin
+  Translator=/l.so
+data source Sales for Plain
+  Server=db1
+  PWD left out
+data source Accounts for Plain
+data source Default for Plain
+  Driver=/special.so
+  Url left out
+)");
+    EXPECT_EQ(made.secretsLeftOut, 2U);
+    EXPECT_EQ(namesOf(made.leftOut), (std::vector<std::string>{"Other"}));
+    const Exchange open = documentOf(configuration, Secrets::shown);
+    EXPECT_EQ(open.secretsLeftOut, 0U);
+    EXPECT_EQ(open.document.dataSources[0].keys[1].value, "geheim");
+}
+
+TEST_F(DocumentTest, AppliedToTheFilesItWasMadeOfItChangesNothing) {
+    for (const Secrets secrets : {Secrets::masked, Secrets::shown}) {
+        EXPECT_EQ(apply(documentOf(Configuration::read(), secrets).document), "");
+        EXPECT_EQ(sources(), kSources);
+        EXPECT_EQ(drivers(), kDrivers);
+    }
+}
+
+TEST_F(DocumentTest, AppliedElsewhereItMakesTheSame) {
+    const Document document = documentOf(Configuration::read(), Secrets::shown).document;
+    home_.put(".odbc.ini", "");
+    home_.put(".odbcinst.ini", "");
+    EXPECT_EQ(apply(document), "");
+    EXPECT_EQ(sources(), R"([ODBC Data Sources]
+Sales=Plain
+Accounts=Plain
+
+[Sales]
+Driver=/opt/libplain.so
+Server=db1
+PWD=geheim
+
+[Accounts]
+Driver=/opt/libplain.so
+)");
+    EXPECT_EQ(drivers(), kDrivers);
+}
+
+TEST_F(DocumentTest, WhatItDoesNotNameStays) {
+    const Document document{
+        {{"New", "", {{"Driver", "/new.so"}}}},
+        {},
+        {{"Stock", "New", {{"Server", "db2"}}}, {"sales", "Plain", {{"Server", "db9"}, {"PWD", {}}}}}};
+    EXPECT_EQ(apply(document), "");
+    EXPECT_EQ(sources(), with(with(kSources, "Accounts=Plain\n", "Accounts=Plain\nStock=New\n"), "db1", "db9") +
+                             "\n[Stock]\nDriver=/new.so\nServer=db2\n");
+    EXPECT_EQ(drivers(),
+              with(kDrivers, "Plain=Installed\n", "Plain=Installed\nNew=Installed\n") + "\n[New]\nDriver=/new.so\n");
+}
+
+TEST_F(DocumentTest, TheDefaultDataSourceGoesIntoBothFiles) {
+    EXPECT_EQ(apply({{}, {}, {{"Default", "Plain", {{"Server", "db2"}}}}}), "");
+    EXPECT_EQ(sources(), std::string(kSources) + "\n[Default]\nDriver=/opt/libplain.so\nServer=db2\n");
+    EXPECT_EQ(drivers(), std::string(kDrivers) + "\n[Default]\nDriver=Plain\n");
+}
+
+TEST_F(DocumentTest, IsCheckedWholeBeforeAnythingIsWritten) {
+    const DocumentEntry driver{"New", "", {{"Driver", "/new.so"}}};
+    const DocumentEntry source{"Stock", "New", {}};
+    const struct {
+        Document document;
+        std::string told;
+    } rows[] = {
+        {{{driver, {"a;b", "", {{"Driver", "/x"}}}}, {}, {source}},
+         "refused: No driver can be called \"a;b\": it holds one of []{};=\"\\ | Choose another name."},
+        {{{driver}, {{"ODBC", "", {{"Translator", "/x"}}}}, {source}},
+         "refused: No translator can be called \"ODBC\": the section of that name has another use | Choose another "
+         "name."},
+        {{{driver}, {}, {source, {"a@b", "New", {}}}},
+         "refused: No data source can be called \"a@b\": it holds one of []{}(),;?*=!@\\ | Choose another name."},
+        {{{driver}, {}, {source, {"B", "Nev", {}}}},
+         "not found: There is no driver Nev in ~/.odbcinst.ini | See odbcadmin driver list; odbcadmin driver add "
+         "registers one."},
+        {{{driver}, {}, {source, {"B", "New", {{"k", "a\nb"}}}}},
+         "refused: This value of k cannot be stored: it holds a line break | ~/.odbc.ini could not give it back as it "
+         "is; use another one."},
+        {{{driver, {"C", "", {{"Driver", "/x"}, {"k=", "v"}}}}, {}, {source}},
+         "refused: The key \"k=\" cannot be stored: it holds = | ~/.odbcinst.ini could not give it back as it is; use "
+         "another one."},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.told);
+        EXPECT_EQ(apply(row.document), row.told);
+        EXPECT_EQ(sources(), kSources);
+        EXPECT_EQ(drivers(), kDrivers);
+    }
+}
+
+// Names that the rules for new ones forbid stay within reach of whoever has them.
+TEST_F(DocumentTest, ChangesWhatHasAForbiddenNameAlready) {
+    home_.put(".odbc.ini", "[ODBC Data Sources]\na@b=Plain\n[a@b]\nDriver=/opt/libplain.so\n");
+    EXPECT_EQ(apply(documentOf(Configuration::read(), Secrets::shown).document), "");
+    EXPECT_EQ(apply({{}, {}, {{"A@B", "Plain", {{"k", "v"}}}}}), "");
+    EXPECT_EQ(sources(), "[ODBC Data Sources]\na@b=Plain\n[a@b]\nDriver=/opt/libplain.so\nk=v\n");
+}
+
+TEST_F(DocumentTest, WhenTheSecondFileCannotBeWrittenTheFirstIsNotEither) {
+    std::filesystem::remove(home_.file(".odbc.ini"));
+    std::filesystem::create_directory(home_.file(".odbc.ini"));
+    const ChangeResult result =
+        applyDocument(Configuration::read(), {{{"New", "", {{"Driver", "/new.so"}}}}, {}, {{"Stock", "New", {}}}}, {});
+    EXPECT_TRUE(told(result.reason).starts_with("file trouble: ")) << told(result.reason);
+    EXPECT_TRUE(result.files.empty());
+    EXPECT_EQ(drivers(), kDrivers);
+}
+
+}  // namespace
+}  // namespace jx::model::test
