@@ -21,7 +21,7 @@ const Place& ComponentRemoval::place() const {
 // A user's own entry is not counted, and not removed here.
 bool ComponentRemoval::refuseAbsent() const {
     const Place& users = state_.places.find(Scope::user, FileKind::drivers, readEnvironment());
-    const Look look = lookAt(users);
+    const Look look = lookAt(users, {component_.name.c_str(), nullptr});
     JxIniPart part{};
     const char* name = component_.name.c_str();
     const bool isUsers = look.view != nullptr && (ask(look.view, kind_.list, name, part) == JxIniFound ||

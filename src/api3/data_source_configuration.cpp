@@ -45,7 +45,7 @@ bool mayChange(ThreadState& state, const ConfigurationRequest& request) {
     if (request.request != ODBC_CONFIG_DSN)
         return true;
     const std::string name = dataSourceIn(request.attributes);
-    return name.empty() || mayHide(state, name.c_str());
+    return name.empty() || mayHide(state, {name.c_str(), nullptr});
 }
 
 bool isKnown(WORD request) {

@@ -96,7 +96,7 @@ bool enterDataSource(ThreadState& state, const char* name, const char* driver) {
     if (!canBeEntered(name))
         return false;
     const std::optional<RegisteredDriver> registered = needDriver(state, driver, ODBC_ERROR_INVALID_NAME);
-    if (!registered || !mayWriteDataSource(state, name))
+    if (!registered || !mayWriteDataSource(state, {name, nullptr}))
         return false;
     if (!rules::isDefaultName(name))
         return writeEntry(state, name, *registered);
@@ -105,7 +105,7 @@ bool enterDataSource(ThreadState& state, const char* name, const char* driver) {
 }
 
 bool removeDataSource(ThreadState& state, const char* name) {
-    if (!canBeRemoved(name) || !mayWriteDataSource(state, name))
+    if (!canBeRemoved(name) || !mayWriteDataSource(state, {name, nullptr}))
         return false;
     if (rules::isDefaultName(name) && !DefaultDriver(state).write(nullptr))
         return false;

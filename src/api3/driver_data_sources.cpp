@@ -95,7 +95,7 @@ Removal find(ThreadState& state, Scope scope, const Ownership& ownership) {
     const Place& place = state.places.find(scope, FileKind::dataSources, readEnvironment());
     Removal removal{scope, place.path(), {}, {}, {}};
     const std::size_t recordsBefore = state.errors.count();
-    const Look look = lookAt(place);
+    const Look look = lookAt(place, {nullptr, nullptr});
     if (look.view != nullptr)
         removal.names = dataSourcesIn(look.view, ownership);
     if (look.failed) {

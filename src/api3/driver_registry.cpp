@@ -23,7 +23,7 @@ bool isDriversName(std::string_view name) {
 }
 
 std::string orEmpty(const Answer& answer) {
-    return answer.isFound() ? std::string(answer.text) : std::string();
+    return answer.isFound() ? std::string(answer.text()) : std::string();
 }
 
 // Adds those of the names that a driver can have.

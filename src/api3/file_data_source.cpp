@@ -113,7 +113,7 @@ bool readFileDataSource(ThreadState& state, const FileDataSourceKey& key, const 
     if (!answer.isFound())
         return refuse(ODBC_ERROR_REQUEST_FAILED, nameOf(key) + " is not in " + *path + ".");
     const bool isList = key.section == nullptr || key.key == nullptr;
-    return give(isList ? withSemicolons(answer.text) : std::string(answer.text), output, length);
+    return give(isList ? withSemicolons(answer.text()) : std::string(answer.text()), output, length);
 }
 
 bool writeFileDataSource(ThreadState& state, const FileDataSourceKey& key, const char* value) {

@@ -54,9 +54,9 @@ bool hasValidName(const DataSourceRequest& request, WORD plainRequest) {
 bool isThere(const Place& place, const DataSourceRequest& request, WORD plainRequest) {
     if (plainRequest == setup::kAdd)
         return true;
-    const Look look = lookAt(place);
     JxIniPart part{};
     const char* name = request.name.c_str();
+    const Look look = lookAt(place, {name, nullptr});
     if (look.failed)
         return false;
     if (look.view != nullptr &&

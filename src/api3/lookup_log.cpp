@@ -94,9 +94,9 @@ std::string valueField(const Question& question, const Answer& answer, const Fal
     if (answer.isFound() && answer.referenceKey)
         return std::string(rules::kMask);
     if (answer.isFound() && (question.section == nullptr || question.key == nullptr))
-        return withSemicolons(answer.text);
+        return withSemicolons(answer.text());
     const char* key = question.key == nullptr ? "" : question.key;
-    return rules::masked(key, answer.isFound() ? std::string(answer.text) : defaultText(fallback));
+    return rules::masked(key, answer.isFound() ? std::string(answer.text()) : defaultText(fallback));
 }
 
 const char* orStar(const char* name) {

@@ -26,6 +26,10 @@ struct Asked {
     JxIniView* view;
 };
 
+std::string nameOf(const Question& question) {
+    return question.section == nullptr ? "The list of sections" : keyOrSection(question.section, question.key);
+}
+
 bool isFollowed(const Question& question) {
     return !rules::isListSection(question.section) && mayBeReferred(rules::argument(question.key));
 }
@@ -37,7 +41,6 @@ Answer follow(const Asked& asked, Reference reference, std::string key, std::str
     if (secret.refusal.empty()) {
         answer.outcome = Outcome::found;
         answer.own = std::move(secret.text);
-        answer.text = *answer.own;
     } else {
         answer.outcome = Outcome::referenceRefused;
         refuse(ODBC_ERROR_REQUEST_FAILED, keyOrSection(asked.question.section, key.c_str()) + " in " +
@@ -87,15 +90,14 @@ enum class References : std::uint8_t { followed, asWritten };
 
 // The keys that a program can ask for: KEY for KEY@file, each once.
 Answer withoutSuffixes(Answer answer) {
-    if (answer.text.find('@') == std::string_view::npos)
+    if (answer.text().find('@') == std::string_view::npos)
         return answer;
     NameList keys;
-    for (const std::string_view name : NamesIn(answer.text)) {
+    for (const std::string_view name : NamesIn(answer.text())) {
         const std::string_view key = referredKey(name);
         keys.add(key.empty() || !mayBeReferred(key) ? name : key);
     }
     answer.own = std::move(keys).text();
-    answer.text = *answer.own;
     return answer;
 }
 
@@ -108,7 +110,7 @@ Answer answerIn(const Asked& asked, JxIniAnswer found, const JxIniPart& part, Re
     answer.place = &asked.place;
     answer.outcome = found == JxIniFound ? Outcome::found : Outcome::noKey;
     if (found == JxIniFound)
-        answer.text = textOf(part);
+        answer.inFile = textOf(part);
     const bool isKeyList = question.key == nullptr && !rules::isListSection(question.section);
     return isKeyList && references == References::followed ? withoutSuffixes(std::move(answer)) : answer;
 }
@@ -124,7 +126,7 @@ Answer firstAnswer(const Sources& sources, const Question& question, References 
     const bool isJoined = rules::isListSection(question.section);
     Answer last = answerOf(Outcome::noFile);
     for (std::size_t i = 0; i < sources.count(); ++i) {
-        const Look look = lookAt(sources[i]);
+        const Look look = lookAt(sources[i], question);
         if (look.failed)
             return answerOf(Outcome::notRead);
         if (look.view == nullptr)
@@ -144,7 +146,7 @@ Answer joinedAnswer(const Sources& sources, const Question& question) {
     Answer answer = answerOf(Outcome::noFile);
     NameList names;
     for (std::size_t i = 0; i < sources.count(); ++i) {
-        const Look look = lookAt(sources[i]);
+        const Look look = lookAt(sources[i], question);
         if (look.failed)
             return answerOf(Outcome::notRead);
         JxIniPart part{};
@@ -160,10 +162,8 @@ Answer joinedAnswer(const Sources& sources, const Question& question) {
         for (const std::string_view name : NamesIn(textOf(part)))
             names.add(name);
     }
-    if (answer.isFound()) {
+    if (answer.isFound())
         answer.own = std::move(names).text();
-        answer.text = *answer.own;
-    }
     return answer;
 }
 
@@ -192,13 +192,13 @@ Sources::Sources(ThreadState& state, const char* file, const Environment& enviro
 
 Sources::Sources(ThreadState& state, const std::string& path) : places_{&state.places.find(path.c_str())}, count_(1) {}
 
-Look lookAt(const Place& place) {
+Look lookAt(const Place& place, const Question& question) {
     if (!place.isThere() && place.error() == 0)
         return {};
     Look look{place.isThere() ? place.look() : nullptr};
     if (look.view == nullptr && (!place.isThere() || jxIniLastFailure().step != JxIniStepNone)) {
         look.failed = true;
-        refuse(ODBC_ERROR_REQUEST_FAILED, whyNotRead(place));
+        refuse(ODBC_ERROR_REQUEST_FAILED, nameOf(question) + " was not read: " + whyNotRead(place));
     }
     return look;
 }

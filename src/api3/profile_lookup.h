@@ -33,15 +33,18 @@ enum class Outcome : std::uint8_t {
     referenceRefused,  // a record says why
 };
 
-// Answer: the text is valid until the thread looks up again, and while the answer lives.
+// Answer: the text is valid until the thread looks up again, and while the answer lives where it is.
 struct Answer {
     Outcome outcome = Outcome::noFile;
-    std::string_view text;                    // a list: each name with its NUL
-    std::optional<std::string> own;           // what text is a view of when it had to be made
     const Place* place = nullptr;             // the file that answered, or whose section has no such key
+    std::string_view inFile;                  // the text where the file holds it as it is
+    std::optional<std::string> own;           // the text when it had to be made
     std::optional<std::string> referenceKey;  // KEY@file and the like, when the value comes or should come from there
 
     bool isFound() const { return outcome == Outcome::found; }
+
+    // The value, or the list: each name with its NUL.
+    std::string_view text() const { return own ? std::string_view(*own) : inFile; }
 };
 
 // Sources: the files that a name stands for in this mode, in the order in which they are asked.
@@ -68,12 +71,12 @@ Answer lookUp(const Sources& sources, const Question& question);
 // The same without following references: what the library asks for itself.
 Answer lookUpWritten(const Sources& sources, const Question& question);
 
-// Look: what one file holds at this moment.
+// Look: what one file holds at this moment; the record says what was asked.
 struct Look {
     JxIniView* view = nullptr;
     bool failed = false;  // the file is there but cannot be read; the record is posted
 };
-Look lookAt(const Place& place);
+Look lookAt(const Place& place, const Question& question);
 
 // One question to one file. JxIniAskFailed is thrown as std::bad_alloc.
 JxIniAnswer ask(JxIniView* view, const char* section, const char* key, JxIniPart& part);

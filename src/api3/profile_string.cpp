@@ -36,7 +36,7 @@ bool asksForList(const Question& question) {
 int give(const Answer& answer, const LookUpCall& call, const TextOutput& output) {
     if (!answer.isFound())
         return giveDefault(call, output);
-    const Placed placed = asksForList(call.question) ? output.placeList(answer.text) : output.place(answer.text);
+    const Placed placed = asksForList(call.question) ? output.placeList(answer.text()) : output.place(answer.text());
     return static_cast<int>(placed.held);
 }
 

@@ -5,7 +5,6 @@
 
 #include "api3/call.h"
 #include "api3/file_change.h"
-#include "api3/profile_lookup.h"
 #include "api3/quoted.h"
 #include "api3/secret_reference.h"
 #include "rules/sections.h"
@@ -20,9 +19,9 @@ const Place& placeOf(ThreadState& state, Scope scope, FileKind kind) {
 
 enum class Holds { yes, no, failed };
 
-// Whether a file has the section, and the key when there is one.
-Holds holds(const Place& place, const char* section, const char* key) {
-    const Look look = lookAt(place);
+// Whether a file has the section, and the key when there is one; what is written is for the record.
+Holds holds(const Place& place, const char* section, const char* key, const Question& written) {
+    const Look look = lookAt(place, written);
     if (look.failed)
         return Holds::failed;
     JxIniPart part{};
@@ -32,7 +31,7 @@ Holds holds(const Place& place, const char* section, const char* key) {
 const Place* placeFor(ThreadState& state, const ProfileWrite& write, const char* file) {
     switch (fileKindOf(file)) {
         case FileKind::dataSources:
-            return mayWriteDataSource(state, write.section) ? &writtenDataSources(state) : nullptr;
+            return mayWriteDataSource(state, {write.section, write.key}) ? &writtenDataSources(state) : nullptr;
         case FileKind::drivers:
             return writtenDrivers(state, write);
         case FileKind::path:
@@ -71,7 +70,8 @@ bool apply(FileChange& change, const ProfileWrite& write) {
 const Place* writtenDrivers(ThreadState& state, const ProfileWrite& write) {
     const Place& users = placeOf(state, Scope::user, FileKind::drivers);
     const char* section = write.section == nullptr ? "" : write.section;
-    const Holds found = holds(users, section, rules::isListSection(section) ? write.key : nullptr);
+    const Holds found =
+        holds(users, section, rules::isListSection(section) ? write.key : nullptr, {section, write.key});
     if (found == Holds::failed)
         return nullptr;
     return found == Holds::yes ? &users : &placeOf(state, Scope::system, FileKind::drivers);
@@ -82,12 +82,13 @@ const Place& writtenDataSources(ThreadState& state) {
     return placeOf(state, scope, FileKind::dataSources);
 }
 
-bool mayHide(ThreadState& state, const char* section) {
-    const Holds users = holds(placeOf(state, Scope::user, FileKind::dataSources), section, nullptr);
+bool mayHide(ThreadState& state, const Question& written) {
+    const char* section = written.section;
+    const Holds users = holds(placeOf(state, Scope::user, FileKind::dataSources), section, nullptr, written);
     if (users != Holds::no)
         return users == Holds::yes;
     const Place& systems = placeOf(state, Scope::system, FileKind::dataSources);
-    const Holds found = holds(systems, section, nullptr);
+    const Holds found = holds(systems, section, nullptr, written);
     if (found != Holds::yes)
         return found == Holds::no;
     return refuse(ODBC_ERROR_REQUEST_FAILED, "Data source " + quoted(section) +
@@ -95,9 +96,9 @@ bool mayHide(ThreadState& state, const char* section) {
                                                  " only, and a key in the user's file would hide all of it.");
 }
 
-bool mayWriteDataSource(ThreadState& state, const char* section) {
-    return modeOf(state) != Mode::both || section == nullptr || rules::isReservedSection(section) ||
-           mayHide(state, section);
+bool mayWriteDataSource(ThreadState& state, const Question& written) {
+    return modeOf(state) != Mode::both || written.section == nullptr || rules::isReservedSection(written.section) ||
+           mayHide(state, written);
 }
 
 bool writeProfile(ThreadState& state, const ProfileWrite& write, const char* file) {

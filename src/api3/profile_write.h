@@ -4,6 +4,7 @@
 #pragma once
 
 #include "api3/file_places.h"
+#include "api3/profile_lookup.h"
 
 namespace jx::api3 {
 
@@ -26,12 +27,13 @@ const Place& writtenDataSources(ThreadState& state);
 // system's. The mode plays no part. Null, with a record, when the user's file cannot be read.
 const Place* writtenDrivers(ThreadState& state, const ProfileWrite& write);
 
-// Whether a write of that section may go there. Not when the mode is both and only the system's file has the data
-// source: one key in the user's file would hide all the others from the user. Posts that then, and gives false.
-bool mayWriteDataSource(ThreadState& state, const char* section);
+// Whether a write of that section, and that key if there is one, may go there. Not when the mode is both and only the
+// system's file has the data source: one key in the user's file would hide all the others from the user. Posts that
+// then, and gives false.
+bool mayWriteDataSource(ThreadState& state, const Question& written);
 
 // The same whatever the mode is: false with a record when only the system's file has that data source, or when a file
 // cannot be read.
-bool mayHide(ThreadState& state, const char* section);
+bool mayHide(ThreadState& state, const Question& written);
 
 }  // namespace jx::api3
