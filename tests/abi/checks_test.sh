@@ -50,6 +50,10 @@ install admin
 admin resources
 api jxutl/ini
 setup install
+setup config
+api3 admin
+api3 install
+api api3
 jxutl config
 jxutl/ini jxutl/dialog
 jxutl/dialog jxutl/ini

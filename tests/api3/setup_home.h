@@ -31,9 +31,7 @@ public:
     }
 
 private:
-    static std::string driver(const std::string& name, const std::string& setup) {
-        return "[" + name + "]\nDriver=/opt/" + setup + ".so\nSetup=" JX_SETUP_LIBRARIES "/libsetup_" + setup + ".so\n";
-    }
+    static std::string driver(const std::string& name, const std::string& setup);
 
     InstallerHome home_;
     TestVariable calls_;
