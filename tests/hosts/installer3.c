@@ -17,18 +17,31 @@ static const char* path_of(const char* name) {
     return path;
 }
 
-/* The text in UTF-16, up to two NULs in a row; valid until the sixteenth call after this one. */
-static const SQLWCHAR* w(const char* text) {
-    static SQLWCHAR room[16][256];
+/* A room for 256 units, the caller's until the sixteenth call after this one. */
+static SQLWCHAR* room(void) {
+    static SQLWCHAR rooms[16][256];
     static int turn;
-    SQLWCHAR* units = room[turn++ % 16];
-    int at = 0;
+    return rooms[turn++ % 16];
+}
+
+/* The text in UTF-16; w_list: a list that an empty text ends. */
+static const SQLWCHAR* w(const char* text) {
+    SQLWCHAR* units = room();
+    int at = -1;
     do {
-        do
-            units[at++] = (unsigned char)*text;
-        while (*text++ != '\0');
-    } while (*text != '\0');
+        ++at;
+        units[at] = (unsigned char)text[at];
+    } while (text[at] != '\0');
+    return units;
+}
+
+static const SQLWCHAR* w_list(const char* list) {
+    SQLWCHAR* units = room();
+    int at = 0;
+    for (; list[at] != '\0' || list[at + 1] != '\0'; ++at)
+        units[at] = (unsigned char)list[at];
     units[at] = 0;
+    units[at + 1] = 0;
     return units;
 }
 
@@ -82,8 +95,8 @@ static void use_drivers(void) {
           count == 1);
     CHECK(SQLInstallDriverExA("PG\0Driver=/opt/pg.so\0", NULL, text, sizeof text, &length, ODBC_INSTALL_COMPLETE,
                               &count) == TRUE);
-    CHECK(SQLInstallDriverExW(w("PG\0Driver=/opt/pg.so\0"), NULL, wide, 256, &length, ODBC_INSTALL_COMPLETE, &count) ==
-              TRUE &&
+    CHECK(SQLInstallDriverExW(w_list("PG\0Driver=/opt/pg.so\0"), NULL, wide, 256, &length, ODBC_INSTALL_COMPLETE,
+                              &count) == TRUE &&
           count == 3);
     CHECK(SQLGetInstalledDrivers(text, sizeof text, &length) == TRUE && strcmp(text, "PG") == 0 && length == 3);
     CHECK(SQLGetInstalledDriversA(text, sizeof text, &length) == TRUE);
@@ -110,7 +123,7 @@ static void use_sources(void) {
     CHECK(SQLRemoveDefaultDataSource() == TRUE);
     CHECK(SQLConfigDataSource(NULL, ODBC_ADD_DSN, "PG", "DSN=Four\0Server=a\0") == TRUE);
     CHECK(SQLConfigDataSourceA(NULL, ODBC_CONFIG_DSN, "PG", "DSN=Four\0Server=b\0") == TRUE);
-    CHECK(SQLConfigDataSourceW(NULL, ODBC_REMOVE_DSN, w("PG"), w("DSN=Four\0")) == TRUE);
+    CHECK(SQLConfigDataSourceW(NULL, ODBC_REMOVE_DSN, w("PG"), w_list("DSN=Four\0")) == TRUE);
 }
 
 static void use_file_data_sources(void) {
@@ -134,10 +147,10 @@ static void use_translators(void) {
     DWORD count = 0;
     CHECK(SQLInstallTranslator(NULL, list, NULL, text, sizeof text, &length, ODBC_INSTALL_COMPLETE, &count) == TRUE);
     CHECK(SQLInstallTranslatorA(NULL, list, NULL, text, sizeof text, &length, ODBC_INSTALL_COMPLETE, &count) == TRUE);
-    CHECK(SQLInstallTranslatorW(NULL, w(list), NULL, wide, 64, &length, ODBC_INSTALL_COMPLETE, &count) == TRUE);
+    CHECK(SQLInstallTranslatorW(NULL, w_list(list), NULL, wide, 64, &length, ODBC_INSTALL_COMPLETE, &count) == TRUE);
     CHECK(SQLInstallTranslatorEx(list, NULL, text, sizeof text, &length, ODBC_INSTALL_COMPLETE, &count) == TRUE);
     CHECK(SQLInstallTranslatorExA(list, NULL, text, sizeof text, &length, ODBC_INSTALL_COMPLETE, &count) == TRUE);
-    CHECK(SQLInstallTranslatorExW(w(list), NULL, wide, 64, &length, ODBC_INSTALL_COMPLETE, &count) == TRUE);
+    CHECK(SQLInstallTranslatorExW(w_list(list), NULL, wide, 64, &length, ODBC_INSTALL_COMPLETE, &count) == TRUE);
     CHECK(count == 6);
     CHECK(SQLRemoveTranslator("T", &count) == TRUE);
     CHECK(SQLRemoveTranslatorA("T", &count) == TRUE);
