@@ -27,9 +27,10 @@ struct Record {
 
 // Where a thread can keep no records, that is the record.
 std::optional<Record> recordOf(WORD number) {
+    if (wasWithoutState())
+        return number == 1 ? std::optional(Record{ODBC_ERROR_OUT_OF_MEM, sentenceOf(ODBC_ERROR_OUT_OF_MEM)})
+                           : std::nullopt;
     const ThreadState* state = threadState();
-    if (state == nullptr && number == 1)
-        return Record{ODBC_ERROR_OUT_OF_MEM, sentenceOf(ODBC_ERROR_OUT_OF_MEM)};
     const ErrorRecord* record = state == nullptr ? nullptr : state->errors.record(number);
     if (record == nullptr)
         return std::nullopt;

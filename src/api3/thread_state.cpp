@@ -15,8 +15,12 @@ pthread_once_t keyOnce = PTHREAD_ONCE_INIT;
 pthread_key_t key;
 std::atomic<bool> isKeyMade = false;
 
+// Takes the place of a thread's data that there was no memory for.
+char noState;
+
 void release(void* state) {
-    delete static_cast<ThreadState*>(state);
+    if (state != &noState)
+        delete static_cast<ThreadState*>(state);
 }
 
 void makeKey() {
@@ -28,18 +32,26 @@ ThreadState* newThreadState() {
     if (!isKeyMade.load(std::memory_order_relaxed))
         return nullptr;
     std::unique_ptr<ThreadState> made(new (std::nothrow) ThreadState);
-    if (made == nullptr || pthread_setspecific(key, made.get()) != 0)
+    if (made == nullptr || pthread_setspecific(key, made.get()) != 0) {
+        (void)pthread_setspecific(key, &noState);  // where that fails too, the failure goes without a record
         return nullptr;
+    }
     return made.release();
+}
+
+void* known() {
+    return isKeyMade.load(std::memory_order_acquire) ? pthread_getspecific(key) : nullptr;
 }
 
 }  // namespace
 
 ThreadState* threadState() {
-    if (isKeyMade.load(std::memory_order_acquire))
-        if (void* known = pthread_getspecific(key))
-            return static_cast<ThreadState*>(known);
-    return newThreadState();
+    void* state = known();
+    return state != nullptr && state != &noState ? static_cast<ThreadState*>(state) : newThreadState();
+}
+
+bool wasWithoutState() {
+    return known() == &noState;
 }
 
 }  // namespace jx::api3

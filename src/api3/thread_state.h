@@ -25,4 +25,7 @@ struct ThreadState {
 // The calling thread's data, made now if need be; null when memory is short.
 ThreadState* threadState();
 
+// Whether the thread's last call found no memory for its data, and so for a record either.
+bool wasWithoutState();
+
 }  // namespace jx::api3
