@@ -33,7 +33,7 @@ public:
 
     explicit ScriptLine(std::string_view line);
 
-    // How many fields the line has, counted up to kFields. What follows the last comma is no field.
+    // How many fields the line has, counted up to kFields. What follows the last comma is not a field.
     unsigned fieldCount() const { return count_; }
     bool isComplete() const { return count_ == kFields; }
 

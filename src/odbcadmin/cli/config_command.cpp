@@ -38,7 +38,7 @@ ExitCode noSection(const Session& session, const IniView& view, const Line& line
                         model::adviceFor(name, names, "See odbcadmin config list FILE."));
 }
 
-ExitCode getValue(const Session& session, const Line& line) {
+ExitCode getKey(const Session& session, const Line& line) {
     ExitCode code = ExitCode::done;
     const std::optional<IniView> view = readGiven(session, line.text("FILE"), code);
     if (!view)
@@ -107,7 +107,7 @@ void addConfigCommands(CLI::App& app, Session& session) {
         .operand("FILE", kFile, kOne, Complete::files)
         .operand("SECTION", "Section", kOne, Complete::sections)
         .operand("KEY", "Key", kOne, Complete::keysOfSection)
-        .onRun(getValue);
+        .onRun(getKey);
     addVerb(app, session, "config set", "Store one value", "odbcadmin config set ./servers.ini Sales Timeout 30")
         .operand("FILE", kFile, kOne, Complete::files)
         .operand("SECTION", "Section", kOne, Complete::sections)

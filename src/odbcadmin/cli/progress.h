@@ -10,7 +10,7 @@
 namespace jx::cli {
 
 // Progress: shows what is going on, and for how long, on standard error once that took a second; nothing when standard
-// error is no terminal, or quiet. The line is gone when the object is.
+// error is not a terminal, or quiet. The line is gone when the object is.
 class Progress {
 public:
     explicit Progress(bool quiet);

@@ -109,7 +109,7 @@ void checkPresent(const std::string& variable, const Subject& file) {
         return checkAbsent(variable, error, file);
     const std::string rights = rightsText(path);
     if (isThere && !S_ISREG(status.st_mode))
-        return file.tell(check::kFileNotRegular, path + " (" + rights + ") is no regular file: it is not read.",
+        return file.tell(check::kFileNotRegular, path + " (" + rights + ") is not a regular file: it is not read.",
                          "Move it away; the first write makes a file.");
     const trial::OwnedDescriptor opened(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (opened.isOpen())

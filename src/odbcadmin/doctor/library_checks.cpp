@@ -125,7 +125,8 @@ private:
                 return tell(check::kLibraryNotShared, path_ + " is an object file or a program, no shared library.",
                             "Give the path of the shared library (.so).");
             default:
-                return tell(check::kLibraryNotElf, path_ + " is no ELF file, so no library of this system.",
+                return tell(check::kLibraryNotElf,
+                            path_ + " is not an ELF file, so it is not a library of this system.",
                             "Install the product's files for Linux and give the path of its shared library.");
         }
     }
@@ -214,7 +215,7 @@ private:
             if (other != role_ && missingFunctions(other, functions).empty())
                 advice = std::string("It is a ") + roleWord(other) + ": were two paths exchanged?";
         }
-        tell(check::kNoEntryPoint, path_ + " has no " + missing + ", so it is no " + roleWord(role_) + ".", advice);
+        tell(check::kNoEntryPoint, path_ + " has no " + missing + ", so it is not a " + roleWord(role_) + ".", advice);
     }
 
     static constexpr LibraryRole kRoles[] = {LibraryRole::driver, LibraryRole::setup, LibraryRole::translator,

@@ -51,7 +51,7 @@ std::string firstSharedLibrary(std::string_view script) {
     return {};
 }
 
-// Of a file that is no ELF file.
+// Of a file that is not an ELF file.
 State kindOf(std::string_view bytes) {
     if (bytes.empty())
         return State::empty;

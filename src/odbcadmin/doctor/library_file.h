@@ -33,14 +33,14 @@ struct VersionNeed {
 struct LibraryFile {
     enum class State {
         absent,
-        unreadable,  // also what is no regular file, with the errno that reading it would give
+        unreadable,  // also what is not a regular file, with the errno that reading it would give
         empty,
         archive,
         linkerScript,
         text,
         other,      // of no kind known here
         cutShort,   // an ELF file that ends before what its header announces
-        notShared,  // an ELF file that is no shared object, such as an object file
+        notShared,  // an ELF file that is not a shared object, such as an object file
         library,
     };
     State state = State::absent;

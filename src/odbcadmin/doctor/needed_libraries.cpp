@@ -75,7 +75,7 @@ private:
         else
             subject_.tell(check::kNeededDamaged,
                           whoNeeds(name, requester) + ", and the loader finds " + found.file.path +
-                              ", which is no shared library.",
+                              ", which is not a shared library.",
                           "Install the package that holds " + name + " again.");
     }
 

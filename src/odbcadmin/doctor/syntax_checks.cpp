@@ -151,7 +151,7 @@ private:
                  "The line holds " + invisible + ", which looks like nothing or a blank and is neither.",
                  "Delete it, or type an ordinary blank.");
         if (piece.kind != JxIniOther && (line.ends_with(' ') || line.ends_with('\t')))
-            tell(check::kTrailingBlanks, piece.line, "Blanks at the end of the line are no part of its value.",
+            tell(check::kTrailingBlanks, piece.line, "Blanks at the end of the line are not part of its value.",
                  "Delete them: other programs may take them in.");
     }
 

@@ -36,7 +36,7 @@ FILE* openCopy(int descriptor, const char* mode) {
 
 bool can(const char* capability) {
     const char* text = tigetstr(const_cast<char*>(capability));
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): what tigetstr answers for a name that is no text
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): what tigetstr answers for a name that is not a text
     return text != nullptr && text != reinterpret_cast<const char*>(-1);
 }
 

@@ -37,7 +37,7 @@ std::string kindOfTerminal() {
 
 int runScreen() {
     if (::isatty(STDIN_FILENO) == 0 || ::isatty(STDOUT_FILENO) == 0)
-        return refuse("standard input or output is no terminal");
+        return refuse("standard input or output is not a terminal");
     const std::string kind = kindOfTerminal();
     if (kind.empty() || kind == "dumb")
         return refuse("this terminal cannot show dialogs (TERM is \"" + kind + "\")");

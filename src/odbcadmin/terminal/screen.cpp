@@ -32,7 +32,7 @@ std::string keysFor(bool isBox, int columns) {
 Screen::Screen(Terminal& terminal)
     : terminal_(terminal),
       abilities_(terminal.abilities()),
-      user_(abilities_, [this](const std::string& what) { paintWorking(what); }) {
+      input_(abilities_, [this](const std::string& what) { paintWorking(what); }) {
     JxwScreen table{};
     table.context = this;
     table.opened = [](void* context, HWND dialog) { self(context).opened(dialog); };
@@ -76,7 +76,7 @@ void Screen::carryOut(HWND dialog, const Input& input) {
                       reinterpret_cast<const unsigned char*>("Help"), MB_OK);
     } else {
         const Rect area = partsOf(terminal_.columns(), terminal_.lines()).area;
-        told_ = user_.take(dialog, input, area, views_[dialog]);
+        told_ = input_.take(dialog, input, area, views_[dialog]);
     }
 }
 

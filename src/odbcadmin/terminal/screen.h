@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "odbcadmin/assist/assistant.h"
+#include "odbcadmin/terminal/dialog_input.h"
 #include "odbcadmin/terminal/message.h"
 #include "odbcadmin/terminal/terminal.h"
-#include "odbcadmin/terminal/user.h"
 
 namespace jx::terminal {
 
@@ -35,7 +35,7 @@ private:
 
     Terminal& terminal_;
     Abilities abilities_;
-    User user_;
+    DialogInput input_;
     assist::Assistant assistant_;
     Views views_;
     std::vector<Message*> messages_;

@@ -260,7 +260,7 @@ TEST_F(DriversSession, DriversAreRemoved) {
     EXPECT_EQ(played(home_, kDriversAreRemoved), kDriversAreRemoved);
 }
 
-constexpr const char* kForbiddenNamesThatAreThere =
+constexpr const char* kForbiddenDriverNames =
     R"sh($ printf '[ODBC Drivers]\nA;B=Installed\n[A;B]\nDriver=/a.so\n' >.odbcinst.ini
 $ odbcadmin driver ensure 'a;b' --lib /b.so
 Changed driver a;b
@@ -277,8 +277,8 @@ $ odbcadmin driver ensure 'A;B' --lib /b.so
 [5]
 )sh";
 
-TEST_F(DriversSession, ForbiddenNamesThatAreThere) {
-    EXPECT_EQ(played(home_, kForbiddenNamesThatAreThere), kForbiddenNamesThatAreThere);
+TEST_F(DriversSession, ForbiddenDriverNames) {
+    EXPECT_EQ(played(home_, kForbiddenDriverNames), kForbiddenDriverNames);
 }
 
 constexpr const char* kTranslators = R"sh($ odbcadmin translator add Latin --lib /opt/latin.so --setup /opt/set.so

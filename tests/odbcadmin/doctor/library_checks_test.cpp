@@ -125,7 +125,7 @@ TEST(LibraryChecks, OtherFilesAreToldByTheirContent) {
               "error library.empty X\n  ~/empty is empty.\n  Install it again.\n" + refused +
                   "empty: file too short\n  Programs show this sentence; the cause is above.\n");
     EXPECT_EQ(home.check(home.file("bytes")),
-              "error library.not-elf X\n  ~/bytes is no ELF file, so no library of this system.\n"
+              "error library.not-elf X\n  ~/bytes is not an ELF file, so it is not a library of this system.\n"
               "  Install the product's files for Linux and give the path of its shared library.\n" +
                   refused + "bytes: file too short\n  Programs show this sentence; the cause is above.\n");
 }
@@ -242,8 +242,8 @@ TEST(LibraryChecks, ADamagedDependencyIsTold) {
     home.put("libjxdoctormiddle.so.1", std::string(100, 'x'));
     EXPECT_EQ(home.check(top),
               "error library.needed-damaged X\n"
-              "  ~/libtop.so needs libjxdoctormiddle.so.1, and the loader finds ~/libjxdoctormiddle.so.1, which is no "
-              "shared library.\n"
+              "  ~/libtop.so needs libjxdoctormiddle.so.1, and the loader finds ~/libjxdoctormiddle.so.1, which is not "
+              "a shared library.\n"
               "  Install the package that holds libjxdoctormiddle.so.1 again.\n"
               "note library.loader-says X\n"
               "  The loader says: ~/libjxdoctormiddle.so.1: invalid ELF header\n"
@@ -313,15 +313,15 @@ TEST(LibraryChecks, AMissingFunctionIsToldAndSoIsAnExchange) {
     const DoctorHome home;
     EXPECT_EQ(home.check(home.take("libdriver.so")),
               "error library.no-entry-point X\n"
-              "  ~/libdriver.so has no ConfigDSN or CONFIGDSN, so it is no setup library of a driver.\n"
+              "  ~/libdriver.so has no ConfigDSN or CONFIGDSN, so it is not a setup library of a driver.\n"
               "  It is a driver: were two paths exchanged?\n");
     EXPECT_EQ(home.check(home.take("libsetup.so"), LibraryRole::driver),
               "error library.no-entry-point X\n"
-              "  ~/libsetup.so has no SQLAllocHandle or SQLAllocEnv, so it is no driver.\n"
+              "  ~/libsetup.so has no SQLAllocHandle or SQLAllocEnv, so it is not a driver.\n"
               "  It is a setup library of a driver: were two paths exchanged?\n");
     EXPECT_EQ(home.check(home.take("libjxdoctorbottom.so.1"), LibraryRole::translator),
               "error library.no-entry-point X\n"
-              "  ~/libjxdoctorbottom.so.1 has no SQLDriverToDataSource, so it is no translator.\n"
+              "  ~/libjxdoctorbottom.so.1 has no SQLDriverToDataSource, so it is not a translator.\n"
               "  Give the library that the product's manual names.\n");
 }
 

@@ -59,7 +59,7 @@ TEST(SyntaxChecks, TellEachFaultWithItsLine) {
         {"[A]\nx=a\xE2\x80\x8B\n",
          "syntax.invisible-character f:2: The line holds U+200B (zero-width space), which looks like nothing or a "
          "blank and is neither.\n"},
-        {"[A]\nx=1 \n", "syntax.trailing-blanks f:2: Blanks at the end of the line are no part of its value.\n"},
+        {"[A]\nx=1 \n", "syntax.trailing-blanks f:2: Blanks at the end of the line are not part of its value.\n"},
         {"[A]\nx=1\n[B]\n[a]\ny=2\n",
          "syntax.duplicate-section f:4: The section \"a\" begins in line 1 already; here the two count as one, "
          "elsewhere one may hide the other.\n"},

@@ -46,8 +46,8 @@ TEST(WaysIn, OtherLinesWithoutACommandAreToldWhatIsMissing) {
         int code;
         const char* told;
     } rows[] = {
-        {{}, 2, "is no terminal"},
-        {{"--home", home.path()}, 2, "is no terminal"},
+        {{}, 2, "is not a terminal"},
+        {{"--home", home.path()}, 2, "is not a terminal"},
         {{"--home", home.file("absent")}, 7, "Give --home a directory that exists."},
         {{"--home", home.path(), "--json"}, 2, "needs one of dsn"},
         {{"--home", home.path(), "-n"}, 2, "needs one of dsn"},

@@ -212,6 +212,7 @@ TEST_F(Child, TheParentIsCalledWhileItWaits) {
 }
 
 TEST_F(Child, WithoutRoomForItsPipesItIsNotStarted) {
+    EXPECT_NE(runInChild([](int) { return 0; }, kLong).end, End::notStarted);
     rlimit before{};
     getrlimit(RLIMIT_NOFILE, &before);
     const rlimit none{0, before.rlim_max};

@@ -12,11 +12,12 @@
 
 namespace jx::terminal {
 
-// User: takes one input after another. Nothing of a dialog is kept here from one to the next but what is typed ahead.
-class User {
+// DialogInput: takes one input after another. Nothing of a dialog is kept here from one to the next but what is typed
+// ahead.
+class DialogInput {
 public:
     // working is called before something that may take its time, with the caption of the button.
-    User(const Abilities& abilities, std::function<void(const std::string&)> working)
+    DialogInput(const Abilities& abilities, std::function<void(const std::string&)> working)
         : abilities_(abilities), working_(std::move(working)) {}
 
     // Carries out an input in a dialog that is shown in area. Gives a line to tell the user, mostly an empty one.

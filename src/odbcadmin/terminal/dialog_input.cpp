@@ -1,7 +1,9 @@
-// Keys: what each means to the control that has the focus.
-#include "odbcadmin/terminal/user.h"
+// Keys and the mouse: what each does to the control that has the focus, or that lies under it.
+#include "odbcadmin/terminal/dialog_input.h"
 
 #include <strings.h>
+
+#include <cstring>
 
 #include "odbcadmin/assist/help.h"
 #include "odbcadmin/terminal/edit_text.h"
@@ -12,6 +14,9 @@ namespace {
 
 // What is typed this long after the letter before begins anew.
 constexpr long kTypingPause = 1000;
+
+constexpr int kWheelRows = 3;
+constexpr int kSideways = 8;
 
 // The row that a key leads to; -1 for a key that leads to none.
 int rowFor(Key key, const JxwControlInfo& list, int page) {
@@ -56,9 +61,31 @@ unsigned short neighbour(HWND dialog, int index, int step) {
     return 0;
 }
 
+// The control at a place in the dialog; -1 when there is none. What a frame surrounds lies above it.
+int controlAt(HWND dialog, Point inside) {
+    int found = -1;
+    JxwControlInfo control{};
+    for (int index = 0; JXW_GetControlInfo(dialog, index, &control) != 0; ++index) {
+        if (placeOf(control).contains(inside) && (control.kind != JXW_GROUPBOX || found < 0))
+            found = index;
+    }
+    return found;
+}
+
+// A press on the frame moves what is seen of a dialog that is larger than the screen.
+void pressFrame(const DialogPlace& place, Point point, DialogView& view) {
+    const Rect& frame = place.frame;
+    if (!frame.contains(point))
+        return;
+    if (point.column == frame.right() - 1)
+        view.scrolled.line += point.line < frame.line + frame.lines / 2 ? -kWheelRows : kWheelRows;
+    else if (point.line == frame.bottom() - 1)
+        view.scrolled.column += point.column < frame.column + frame.columns / 2 ? -kSideways : kSideways;
+}
+
 }  // namespace
 
-bool User::listKey(const Focus& focus, Key key) {
+bool DialogInput::listKey(const Focus& focus, Key key) {
     if (focus.control.kind != JXW_LISTBOX || focus.control.rowCount == 0)
         return false;
     const int page = std::max(1, rowsSeen(placeOf(focus.control)) - 1);
@@ -70,7 +97,7 @@ bool User::listKey(const Focus& focus, Key key) {
     return true;
 }
 
-bool User::groupKey(const Focus& focus, Key key) {
+bool DialogInput::groupKey(const Focus& focus, Key key) {
     const bool isBack = key == Key::up || key == Key::left;
     if (focus.control.kind != JXW_RADIO || !(isBack || key == Key::down || key == Key::right))
         return false;
@@ -78,7 +105,7 @@ bool User::groupKey(const Focus& focus, Key key) {
     return id == 0 || JXW_UserCheck(focus.dialog, id) != 0;
 }
 
-bool User::fieldKey(const Focus& focus, const Input& input) {
+bool DialogInput::fieldKey(const Focus& focus, const Input& input) {
     if (focus.control.kind != JXW_EDIT || focus.control.enabled == 0)
         return false;
     EditView& edit = focus.view.edits[focus.index];
@@ -98,7 +125,7 @@ bool User::fieldKey(const Focus& focus, const Input& input) {
 }
 
 // Letters in a list look for a row. A first letter that no row begins with is left to the access keys.
-bool User::typeAhead(const Focus& focus, const Input& input) {
+bool DialogInput::typeAhead(const Focus& focus, const Input& input) {
     if (focus.control.kind != JXW_LISTBOX || input.alt)
         return false;
     if (typedInto_ != focus.control.control || input.time - typedAt_ > kTypingPause)
@@ -123,7 +150,7 @@ bool User::typeAhead(const Focus& focus, const Input& input) {
 }
 
 // A grey control is not pressed; the user is told why.
-std::string User::accessKey(HWND dialog, int letter) {
+std::string DialogInput::accessKey(HWND dialog, int letter) {
     const int index = assist::controlOfAccessKey(dialog, letter);
     JxwControlInfo control{};
     if (JXW_GetControlInfo(dialog, index, &control) == 0)
@@ -137,7 +164,7 @@ std::string User::accessKey(HWND dialog, int letter) {
     return {};
 }
 
-std::string User::space(const Focus& focus) {
+std::string DialogInput::space(const Focus& focus) {
     if (focus.control.kind == JXW_BUTTON)
         command(focus.dialog, focus.control);
     else if (focus.control.kind == JXW_CHECKBOX || focus.control.kind == JXW_RADIO)
@@ -147,7 +174,7 @@ std::string User::space(const Focus& focus) {
     return {};
 }
 
-std::string User::character(const Focus& focus, const Input& input) {
+std::string DialogInput::character(const Focus& focus, const Input& input) {
     if (fieldKey(focus, input))
         return {};
     if (input.text == " " && !input.alt && (focus.control.kind != JXW_LISTBOX || typed_.empty()))
@@ -157,13 +184,13 @@ std::string User::character(const Focus& focus, const Input& input) {
     return input.text.size() == 1 ? accessKey(focus.dialog, input.text[0]) : std::string();
 }
 
-void User::command(HWND dialog, const JxwControlInfo& button) {
+void DialogInput::command(HWND dialog, const JxwControlInfo& button) {
     if (button.id != IDCANCEL && (button.flags & JXW_CLOSE) == 0)
         working_(assist::withoutAccessKey(button.text));
     JXW_UserCommand(dialog, button.id);
 }
 
-void User::enter(const Focus& focus) {
+void DialogInput::enter(const Focus& focus) {
     if (focus.control.kind == JXW_BUTTON) {
         command(focus.dialog, focus.control);
         return;
@@ -177,7 +204,7 @@ void User::enter(const Focus& focus) {
 }
 
 // Moves a dialog that is larger than the screen, or a list sideways with it.
-void User::scrollKey(const Focus& focus, Key key) {
+void DialogInput::scrollKey(const Focus& focus, Key key) {
     const int page = std::max(1, focus.place.inside.lines - 1);
     Point& scrolled = focus.view.scrolled;
     if (key == Key::pageUp || key == Key::pageDown)
@@ -190,7 +217,7 @@ void User::scrollKey(const Focus& focus, Key key) {
         JXW_UserKey(focus.dialog, JXW_KEY_NEXT);
 }
 
-std::string User::key(const Focus& focus, const Input& input) {
+std::string DialogInput::key(const Focus& focus, const Input& input) {
     switch (input.key) {
         case Key::character:
             return character(focus, input);
@@ -214,7 +241,94 @@ std::string User::key(const Focus& focus, const Input& input) {
     return {};
 }
 
-std::string User::take(HWND dialog, const Input& input, const Rect& area, DialogView& view) {
+void DialogInput::pressInList(HWND dialog, int index, Point inside, bool isDouble, DialogView& view) {
+    JxwControlInfo list{};
+    JXW_GetControlInfo(dialog, index, &list);
+    const Rect place = placeOf(list);
+    const Rect rows = rowsOf(place);
+    ListView& seen = view.lists[index];
+    if (place.lines >= 3 && inside.column == place.right() - 1) {
+        seen.scroll(list, rows.lines, inside.line < place.line + place.lines / 2 ? 1 - rows.lines : rows.lines - 1);
+        return;
+    }
+    const int row = rows.contains(inside) ? seen.firstRow + inside.line - rows.line : list.rowCount;
+    if (row >= list.rowCount) {
+        JXW_UserFocus(dialog, list.id);
+        return;
+    }
+    seen.shownSelection = row;  // it stays where it was pressed
+    if (isDouble)
+        working_(JXW_GetRow(dialog, index, row));
+    if (isDouble)
+        JXW_UserDoubleClick(dialog, list.id, row);
+    else
+        JXW_UserSelect(dialog, list.id, row);
+}
+
+void DialogInput::pressInField(HWND dialog, int index, Point inside, DialogView& view) {
+    JxwControlInfo field{};
+    JXW_GetControlInfo(dialog, index, &field);
+    EditView& edit = view.edits[index];
+    edit.follow(field.text, placeOf(field).columns, abilities_.charset);
+    edit.caret = edit.firstByte + caretAt(std::string(field.text).substr(edit.firstByte),
+                                          inside.column - placeOf(field).column, abilities_.charset);
+    JXW_UserFocus(dialog, field.id);
+    view.shownFocus = index;
+    view.freshField = -1;
+}
+
+std::string DialogInput::pressAt(HWND dialog, int index, Point inside, const Input& input, DialogView& view) {
+    JxwControlInfo control{};
+    JXW_GetControlInfo(dialog, index, &control);
+    if (control.enabled == 0)
+        return assist::helpOn(dialog, index);
+    switch (control.kind) {
+        case JXW_BUTTON:
+            command(dialog, control);
+            break;
+        case JXW_CHECKBOX:
+        case JXW_RADIO:
+            JXW_UserCheck(dialog, control.id);
+            break;
+        case JXW_LISTBOX:
+            pressInList(dialog, index, inside, input.key == Key::doublePress, view);
+            break;
+        case JXW_EDIT:
+            pressInField(dialog, index, inside, view);
+            break;
+        default:
+            if (control.accessKey != 0)
+                JXW_UserAccessKey(dialog, control.accessKey);
+            break;
+    }
+    return {};
+}
+
+void DialogInput::wheel(HWND dialog, int index, int rows, DialogView& view) {
+    JxwControlInfo control{};
+    if (JXW_GetControlInfo(dialog, index, &control) != 0 && control.kind == JXW_LISTBOX)
+        view.lists[index].scroll(control, rowsSeen(placeOf(control)), rows);
+    else
+        view.scrolled.line += rows;
+}
+
+std::string DialogInput::mouse(HWND dialog, const Input& input, const Rect& area, DialogView& view) {
+    JxwDialogInfo info{};
+    JXW_GetDialogInfo(dialog, &info);
+    const DialogPlace place = placeDialog(info, area, view.scrolled);
+    const bool isInside = place.inside.contains(input.place);
+    const Point inside = place.inDialog(input.place);
+    const int index = isInside ? controlAt(dialog, inside) : -1;
+    if (input.key == Key::wheelUp || input.key == Key::wheelDown)
+        wheel(dialog, index, input.key == Key::wheelUp ? -kWheelRows : kWheelRows, view);
+    else if (index >= 0)
+        return pressAt(dialog, index, inside, input, view);
+    else if (!isInside)
+        pressFrame(place, input.place, view);
+    return {};
+}
+
+std::string DialogInput::take(HWND dialog, const Input& input, const Rect& area, DialogView& view) {
     JxwDialogInfo info{};
     if (JXW_GetDialogInfo(dialog, &info) == 0)
         return {};
