@@ -38,13 +38,19 @@ Result guarded(Result failed, Work work) {
     }
 }
 
+// The same for work that tells by true and false: false.
+template <class Work>
+bool guarded(Work work) {
+    return guarded(/*failed=*/false, work);
+}
+
 // A whole call that gives TRUE or FALSE: begins it and runs work(state) guarded.
 template <class Work>
 BOOL answerCall(Work work) {
     ThreadState* state = beginCall();
     if (state == nullptr)
         return FALSE;
-    return guarded(false, [&] { return work(*state); }) ? TRUE : FALSE;
+    return guarded([&] { return work(*state); }) ? TRUE : FALSE;
 }
 
 // RoutineScope: while it lives, calls made on this thread belong to the call that made it.

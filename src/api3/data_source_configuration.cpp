@@ -67,7 +67,7 @@ std::optional<RegisteredDriver> prepare(ThreadState& state, const ConfigurationR
 
 bool configureDataSource(ThreadState& state, const ConfigurationRequest& request) {
     if (request.request == ODBC_REMOVE_DEFAULT_DSN)
-        return guarded(false, [&] { return removeDataSource(state, rules::kDefault); });
+        return guarded([&] { return removeDataSource(state, rules::kDefault); });
     const std::optional<RegisteredDriver> driver =
         guarded(std::optional<RegisteredDriver>(), [&] { return prepare(state, request); });
     if (!driver)

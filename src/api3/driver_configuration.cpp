@@ -60,7 +60,7 @@ bool configureDriver(ThreadState& state, const DriverRequest& request, const cha
     if (!found)
         return false;
     if (request.request == ODBC_CONFIG_DRIVER)
-        return guarded(false, [&] { return storeTimeout(state, *found, request.text); });
+        return guarded([&] { return storeTimeout(state, *found, request.text); });
     const DriverOutcome outcome = callDriverRoutine(state, *found, request, message);
     return outcome == DriverOutcome::done || outcome == DriverOutcome::none;
 }

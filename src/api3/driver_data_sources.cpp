@@ -114,7 +114,7 @@ bool isAllowed(Mode mode, Scope scope) {
 void removeOne(ThreadState& state, const RegisteredDriver& driver, Removal& removal, const std::string& name) {
     const std::size_t recordsBefore = state.errors.count();
     std::string list;
-    if (!guarded(false, [&] {
+    if (!guarded([&] {
             list = "DSN=" + name + '\0';
             return true;
         }))
@@ -122,7 +122,7 @@ void removeOne(ThreadState& state, const RegisteredDriver& driver, Removal& remo
     const OwnMode mode(state, removal.scope == Scope::user ? Mode::user : Mode::system);
     if (callDsnRoutine(state, driver, {nullptr, ODBC_REMOVE_DSN, list.c_str()}))
         return;
-    guarded(false, [&] {
+    guarded([&] {
         const ErrorRecord* record = state.errors.record(recordsBefore + 1);
         leave(removal, name, record == nullptr ? "" : record->sentence());
         return true;
@@ -136,12 +136,12 @@ void remove(ThreadState& state, const RegisteredDriver& driver, Removal& removal
         if (isInReach)
             removeOne(state, driver, removal, name);
         else
-            guarded(false, [&] {
+            guarded([&] {
                 leave(removal, name, "The configuration mode is the other scope's.");
                 return true;
             });
     if (!removal.left.empty())
-        guarded(false, [&] {
+        guarded([&] {
             return refuse(ODBC_ERROR_REMOVE_DSN_FAILED, "Data sources of driver " + quoted(driver.name) +
                                                             " were left in " + removal.path + ": " + removal.left +
                                                             ". " + removal.reason);
@@ -152,7 +152,7 @@ void remove(ThreadState& state, const RegisteredDriver& driver, Removal& removal
 
 void removeDataSourcesOf(ThreadState& state, const RegisteredDriver& driver) {
     std::vector<Removal> removals;
-    guarded(false, [&] {
+    guarded([&] {
         const Ownership ownership(state, driver);
         for (const Scope scope : {Scope::user, Scope::system})
             removals.push_back(find(state, scope, ownership));

@@ -34,7 +34,7 @@ public:
     explicit PutBack(ComponentRemoval& removal) : removal_(&removal) {}
     ~PutBack() {
         if (removal_ != nullptr)
-            guarded(false, [this] {
+            guarded([this] {
                 removal_->putBack();
                 return true;
             });
@@ -59,7 +59,7 @@ bool askSetupLibrary(ThreadState& state, const RegisteredDriver& driver) {
 }
 
 bool end(ComponentRemoval& removal, DWORD* count) {
-    if (removal.count() == 0 && !guarded(false, [&] { return removal.removeEntry(); }))
+    if (removal.count() == 0 && !guarded([&] { return removal.removeEntry(); }))
         return false;
     if (count != nullptr)
         *count = removal.count();

@@ -67,8 +67,8 @@ bool run(Call& call, const RegisteredDriver& driver, const DriverRequest& reques
 
 // Hands on what the routine wrote. When it says that there is more, that is the length; else what is handed on has one.
 void giveMessage(const Call& call, const DriverMessage& message) {
-    const std::string text =
-        call.wide != nullptr ? toUtf8WithMarks(unitsOf(call.wideMessage.data())) : call.message.c_str();
+    const std::string text = call.wide != nullptr ? toUtf8WithMarks(unitsOf(call.wideMessage.data()))
+                                                  : call.message.substr(0, call.message.find('\0'));
     const Placed placed = message.output.place(text);
     const bool isMore = call.length >= call.room;
     const std::size_t length = isMore ? std::max<std::size_t>(placed.length, call.length) : placed.length;
@@ -77,14 +77,14 @@ void giveMessage(const Call& call, const DriverMessage& message) {
 }
 
 bool load(ThreadState& state, const RegisteredDriver& driver, std::optional<SetupRoutines>& routines) {
-    return guarded(false, [&] {
+    return guarded([&] {
         routines.emplace(state, driver.setup);
         return routines->whyNot().empty() || refuse(ODBC_ERROR_LOAD_LIB_FAILED, routines->whyNot());
     });
 }
 
 bool refuseForRoutine(const RegisteredDriver& driver) {
-    return guarded(false, [&] {
+    return guarded([&] {
         return refuse(ODBC_ERROR_REQUEST_FAILED,
                       "ConfigDriver of driver " + quoted(driver.name) + " did not do it and says no reason.");
     });
@@ -94,7 +94,7 @@ bool refuseForRoutine(const RegisteredDriver& driver) {
 DriverOutcome callRoutine(const SetupRoutines& routines, const RegisteredDriver& driver, const DriverRequest& request,
                           const DriverMessage& message) {
     Call call;
-    if (!guarded(false, [&] {
+    if (!guarded([&] {
             call = prepare(routines, driver, request, message);
             return true;
         }))
@@ -102,7 +102,7 @@ DriverOutcome callRoutine(const SetupRoutines& routines, const RegisteredDriver&
     if (!call.isThere())
         return DriverOutcome::none;
     const bool done = run(call, driver, request);
-    guarded(false, [&] {
+    guarded([&] {
         giveMessage(call, message);
         return true;
     });

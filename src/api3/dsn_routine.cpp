@@ -45,7 +45,7 @@ bool run(const Arguments& arguments, const RegisteredDriver& driver, const DsnRe
 }
 
 bool refuseForRoutine(const RegisteredDriver& driver) {
-    return guarded(false, [&] {
+    return guarded([&] {
         return refuse(ODBC_ERROR_REQUEST_FAILED,
                       "The setup library of driver " + quoted(driver.name) + " did not do it and says no reason.");
     });
@@ -53,14 +53,14 @@ bool refuseForRoutine(const RegisteredDriver& driver) {
 
 bool callCommonRoutine(ThreadState& state, const RegisteredDriver& driver, const DsnRequest& request,
                        const std::string& list) {
-    return guarded(false, [&] {
+    return guarded([&] {
         return configureWithoutLibrary(state, {request.window, request.request, list.c_str()}, driver);
     });
 }
 
 bool load(ThreadState& state, const RegisteredDriver& driver, const DsnRequest& request,
           std::optional<SetupRoutines>& routines, Arguments& arguments) {
-    return guarded(false, [&] {
+    return guarded([&] {
         routines.emplace(state, driver.setup);
         arguments = argumentsFor(*routines, driver, request.attributes);
         return true;

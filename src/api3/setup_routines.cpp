@@ -33,7 +33,7 @@ bool isOwn(const std::string& file) {
 // A file's name as a path, where it lies in a directory of drivers; else as it is, for the loader.
 std::string inDriverDirectory(const std::string& name) {
     for (const char* directory : {driverDirectory(), systemDriverDirectory()}) {
-        const std::string path = std::string(directory) + "/" + name;
+        std::string path = std::string(directory) + "/" + name;
         if (isFile(path))
             return path;
     }

@@ -17,7 +17,7 @@ BOOL configure(Prepare prepare) {
         return FALSE;
     const ModeAfterwards whateverHappens(*state);
     ConfigurationRequest request{};
-    return guarded(false, [&] { return prepare(request); }) && configureDataSource(*state, request) ? TRUE : FALSE;
+    return guarded([&] { return prepare(request); }) && configureDataSource(*state, request) ? TRUE : FALSE;
 }
 
 }  // namespace

@@ -18,7 +18,7 @@ BOOL callWithRoutine(Prepare prepare, Work work) {
     ThreadState* state = beginCall();
     if (state == nullptr)
         return FALSE;
-    return guarded(false, prepare) && work(*state) ? TRUE : FALSE;
+    return guarded(prepare) && work(*state) ? TRUE : FALSE;
 }
 
 WithDataSources asked(BOOL removeDataSources) {
