@@ -273,6 +273,15 @@ TEST(DataSourceConfiguration, TheProductsOwnSetupLibraryMeansTheGenericRoutine) 
     EXPECT_NE(home.text(kSystemSources).find("Server=a"), std::string::npos);
 }
 
+TEST(DataSourceConfiguration, AWindowWithoutAHostThatShowsDialogsIsAsNoWindow) {
+    const SetupHome home;
+    const HWND window = reinterpret_cast<HWND>(&mode);
+    EXPECT_EQ(SQLConfigDataSource(window, ODBC_ADD_DSN, "Plain", "DSN=Sales\0Server=a\0"), TRUE) << record(1);
+    EXPECT_EQ(value("Sales", "Server"), "a");
+    EXPECT_EQ(SQLConfigDataSource(window, ODBC_ADD_DSN, "Plain", "Server=a\0"), FALSE);
+    EXPECT_EQ(firstCode(), DWORD{ODBC_ERROR_INVALID_DSN});
+}
+
 TEST(DataSourceConfiguration, HalfAPairInAListIsRefused) {
     const SetupHome home;
     const char16_t list[] = {u'D', u'S', u'N', u'=', 0xDC00, 0, 0};

@@ -59,6 +59,15 @@ TEST(DriverRemoval, ASetupLibraryThatRefusesKeepsEverythingAsItWas) {
     }
 }
 
+TEST(DriverRemoval, ADriverThatIsInstalledAgainMeanwhileStays) {
+    const SetupHome home("install");
+    DWORD count = 99;
+    EXPECT_EQ(SQLRemoveDriver("Narrow", FALSE, &count), TRUE) << record(1);
+    EXPECT_EQ(count, 1U);
+    EXPECT_EQ(value("Narrow", "UsageCount", "odbcinst.ini"), "1");
+    EXPECT_EQ(value("Narrow", "Driver", "odbcinst.ini"), "/opt/narrow.so");
+}
+
 TEST(DriverRemoval, AnExceptionOfTheRoutinePassesThroughAndTheCountIsPutBack) {
     const SetupHome home("throw");
     const std::string before = home.text(kSystemDrivers);

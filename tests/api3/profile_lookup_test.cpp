@@ -1,5 +1,6 @@
 // SQLGetPrivateProfileString: which file answers, what comes back and what is left alone.
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <filesystem>
@@ -344,6 +345,20 @@ TEST(ProfileLookup, AUsersFileThatIsThereButCannotBeReadIsNotReplacedByTheSystem
     std::filesystem::create_symlink(kUserSources, home.file(kUserSources));
     expectRefused("a link to itself");
     EXPECT_EQ(value("Sales", "Server"), "systems");
+}
+
+TEST(ProfileLookup, TooManyOpenFilesAreNotAnAbsentFile) {
+    const InstallerHome home{{kUserSources, "[Sales]\nServer=users\n"}, {kSystemSources, "[Sales]\nPWD=x\n"}};
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
+    const rlimit none{0, before.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+    const std::string found = value("Sales", "PWD");
+    const std::string why = record(1);
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &before), 0);
+    EXPECT_EQ(found, "(default)");
+    EXPECT_NE(why.find("Too many open files"), std::string::npos) << why;
+    EXPECT_EQ(value("Sales", "Server"), "users");
 }
 
 TEST(ProfileLookup, WithoutAnyFileThereIsNoRecord) {

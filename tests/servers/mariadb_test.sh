@@ -40,6 +40,7 @@ statements=("create table t (id int primary key, name text character set utf8mb4
     "update t set name = 'Zuerich' where id = 1" "delete from t where id = 2" "select name from t")
 check "the user's data source connects, creates, inserts, updates, deletes" \
     prints "Zuerich" try_driver "$driver" DSN=Bücher "${statements[@]}"
+check "the same through SQLDriverConnectW" try_driver -w "$driver" DSN=Stock
 check "the system's data source connects" prints "Zuerich" try_driver "$driver" DSN=Stock "select name from t"
 
 check "a data source without a password" configure add "MariaDB Unicode" DSN=Secret "${where[@]}"

@@ -40,6 +40,7 @@ statements=("create table \"Größe\" (id int primary key, name text)" "insert i
     "update \"Größe\" set name = 'Zürich' where id = 1" "delete from \"Größe\" where id = 2" "select name from \"Größe\"")
 check "the user's data source connects, creates, inserts, updates, deletes" \
     prints "Zürich" try_driver "$drivers/psqlodbcw.so" "DSN=Bücher" "${statements[@]}"
+check "the same through SQLDriverConnectW" try_driver -w "$drivers/psqlodbcw.so" DSN=Stock
 check "the system's data source connects" \
     prints "Zürich" try_driver "$drivers/psqlodbca.so" DSN=Stock "select name from \"Größe\""
 

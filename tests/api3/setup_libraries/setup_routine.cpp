@@ -2,7 +2,7 @@
 // says, a text of these commands with blanks between:
 //
 //     fail  post  fill  throw  valid (a nested call that succeeds)  nest (a nested SQLConfigDataSource)  mode=N
-//     write (the data source, with its list of attributes)  remove  message  long-message
+//     write (the data source, with its list of attributes)  remove  install (the driver once more)  message
 #include <jxodbc3/odbcinst.h>
 
 #include <cstdlib>
@@ -60,6 +60,12 @@ bool obey(const std::string& command, const std::string& driver, const std::vect
                    " mode " + std::to_string(mode()));
     if (command.starts_with("mode="))
         recordLine("set " + std::to_string(SQLSetConfigMode(static_cast<UWORD>(std::stoi(command.substr(5))))));
+    if (command == "install") {
+        const std::string list = driver + std::string("\0Driver=/opt/narrow.so\0", 23);
+        char path[64];
+        return SQLInstallDriverEx(list.c_str(), nullptr, path, sizeof path, nullptr, ODBC_INSTALL_COMPLETE, nullptr) !=
+               FALSE;
+    }
     if (command == "remove")
         return SQLRemoveDSNFromIni(name.c_str()) != FALSE;
     if (command != "write")
