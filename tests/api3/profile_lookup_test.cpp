@@ -291,6 +291,19 @@ TEST(ProfileLookup, WCountsUnitsAndNeverPartsAPair) {
     }
 }
 
+TEST(ProfileLookup, AWDefaultComesBackUnitForUnitAndNoPairIsPartedInIt) {
+    const InstallerHome home;
+    const char16_t fallback[] = {u'a', 0xD83D, 0xDE00, 0xDC00, u'z', 0};
+    const std::u16string whole(fallback);
+    for (const std::size_t size : {1U, 2U, 3U, 4U, 5U, 6U, 7U}) {
+        SCOPED_TRACE(size);
+        SQLWCHAR room[8] = {};
+        const int count = SQLGetPrivateProfileStringW(wide(u"S"), wide(u"k"), wide(fallback), room,
+                                                      static_cast<int>(size), wide(u"odbc.ini"));
+        EXPECT_EQ(fromWide(room, static_cast<std::size_t>(count)), whole.substr(0, size == 3 ? 1 : size - 1));
+    }
+}
+
 TEST(ProfileLookup, BytesThatAreNotUtf8ComeOutAsTheyAreAndAsMarksInW) {
     const InstallerHome home{{kUserSources, "[S]\nk=a\xFFz\n"}};
     EXPECT_EQ(value("S", "k"), "a\xFFz");

@@ -76,6 +76,14 @@ TEST(ProfileWriting, AKeyOfADataSourceThatOnlyTheSystemHasIsRefusedInModeBoth) {
     EXPECT_EQ(home.text(kSystemSources), "[Sales]\nServer=db\n");
 }
 
+TEST(ProfileWriting, WhereTheSystemsFileCannotBeReadNothingIsWrittenThatCouldHideADataSource) {
+    const InstallerHome home;
+    std::filesystem::create_directory(home.file(kSystemSources));
+    EXPECT_EQ(write("Sales", "Server", "b"), FALSE);
+    EXPECT_TRUE(record(1).starts_with("11: The key \"Server\" of section \"Sales\"")) << record(1);
+    EXPECT_EQ(home.text(kUserSources), "(absent)");
+}
+
 TEST(ProfileWriting, ListsSettingsAndNewSectionsAreNotConcerned) {
     const InstallerHome home{{kSystemSources, "[ODBC Data Sources]\nSales=PG\n[ODBC]\nTrace=0\n"}};
     EXPECT_EQ(write("ODBC Data Sources", "Mine", "PG"), TRUE);
