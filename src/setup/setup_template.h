@@ -29,21 +29,21 @@ inline constexpr JxwControl kSetupControls[] = {
     {JXW_LABEL, 0, 8, 24, 72, 8, "Driver:", 0},
     {JXW_LABEL, kDriverText, 84, 24, 188, 8, nullptr, JXW_PLAIN},
     {JXW_LABEL, 0, 8, 40, 184, 8, "Key&s and values:", 0},
-    {JXW_LISTBOX, kKeyList, 8, 48, 184, 64, nullptr, 0},
+    {JXW_LISTBOX, kKeyList, 8, 48, 184, 56, nullptr, 0},
     {JXW_BUTTON, kAddButton, 204, 48, 68, 14, "&Add", 0},
     {JXW_BUTTON, kChangeButton, 204, 64, 68, 14, "&Change", JXW_GREY},
     {JXW_BUTTON, kRemoveButton, 204, 80, 68, 14, "&Remove", JXW_GREY},
-    {JXW_LABEL, 0, 8, 120, 60, 8, "&Key:", 0},
-    {JXW_EDIT, kKeyEdit, 72, 120, 120, 12, nullptr, 0},
-    {JXW_LABEL, 0, 8, 136, 60, 8, "&Value:", 0},
-    {JXW_EDIT, kValueEdit, 72, 136, 120, 12, nullptr, 0},
-    {JXW_LABEL, 0, 8, 152, 60, 8, "&Hidden value:", 0},
-    {JXW_EDIT, kHiddenEdit, 72, 152, 120, 12, nullptr, JXW_PASSWORD | JXW_GREY},
-    {JXW_BUTTON, IDOK, 204, 120, 68, 14, "OK", JXW_DEFAULT},
-    {JXW_BUTTON, IDCANCEL, 204, 136, 68, 14, "Cancel", 0},
+    {JXW_LABEL, 0, 8, 112, 60, 8, "&Key:", 0},
+    {JXW_EDIT, kKeyEdit, 72, 112, 120, 12, nullptr, 0},
+    {JXW_LABEL, 0, 8, 128, 60, 8, "&Value:", 0},
+    {JXW_EDIT, kValueEdit, 72, 128, 120, 12, nullptr, 0},
+    {JXW_LABEL, 0, 8, 144, 60, 8, "&Hidden value:", 0},
+    {JXW_EDIT, kHiddenEdit, 72, 144, 120, 12, nullptr, JXW_PASSWORD | JXW_GREY},
+    {JXW_BUTTON, IDOK, 204, 112, 68, 14, "OK", JXW_DEFAULT},
+    {JXW_BUTTON, IDCANCEL, 204, 128, 68, 14, "Cancel", 0},
     {JXW_NO_CONTROL, 0, 0, 0, 0, 0, nullptr, 0}};
 
-inline constexpr JxwTemplate kSetupTemplates[] = {{kSetupDialog, "Data Source Setup", 280, 168, kSetupControls},
+inline constexpr JxwTemplate kSetupTemplates[] = {{kSetupDialog, "Data Source Setup", 280, 160, kSetupControls},
                                                   {0, nullptr, 0, 0, nullptr}};
 
 }  // namespace jx::setup

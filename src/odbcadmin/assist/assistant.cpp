@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "odbcadmin/assist/cut_list.h"
 #include "odbcadmin/assist/driver_form.h"
 #include "odbcadmin/model/comparison.h"
 
@@ -88,6 +89,10 @@ void chooseOnly(HWND dialog, unsigned short list) {
 
 }  // namespace
 
+bool asksWhetherCancelled(std::string_view text) {
+    return text.find("If you did not cancel it") != std::string_view::npos;
+}
+
 void refreshDriverLists() {
     for (HWND dialog = JXW_NextDialog(0); dialog != 0; dialog = JXW_NextDialog(dialog)) {
         if (isLibraryDialog(dialog, JxDriversDialog))
@@ -98,6 +103,7 @@ void refreshDriverLists() {
 }
 
 void Assistant::opened(HWND dialog) {
+    mendCutList(dialog);
     if (isLibraryDialog(dialog, JxAddDriverDialog))
         beforeScript_ = model::Configuration::read();
     else if (isLibraryDialog(dialog, JxAddDataSourceDialog))

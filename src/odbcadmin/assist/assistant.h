@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "odbcadmin/model/configuration.h"
 
@@ -35,6 +36,9 @@ public:
 private:
     std::optional<model::Configuration> beforeScript_;
 };
+
+// Whether a box of the library is only about a setup that the user may have cancelled: after a Cancel it is not shown.
+bool asksWhetherCancelled(std::string_view text);
 
 // Brings the rows of open lists of drivers up to date with the file.
 void refreshDriverLists();

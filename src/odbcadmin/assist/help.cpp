@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "odbcadmin/assist/cut_list.h"
 #include "odbcadmin/assist/driver_form.h"
 #include "odbcadmin/model/configuration.h"
 
@@ -236,7 +237,9 @@ std::string helpOn(HWND dialog, int index) {
     if (info.module == kLibrary && info.templateId == JxAddDataSourceDialog && control.kind == JXW_LISTBOX &&
         control.selection < 0)
         return "Choose the driver that reaches your database with the arrows; then Enter.";
-    return sentence != nullptr ? sentence->does : byKind(control);
+    const std::string notice = control.kind == JXW_LISTBOX ? cutNotice(dialog) : std::string();
+    const std::string does = sentence != nullptr ? sentence->does : byKind(control);
+    return notice.empty() ? does : notice + " " + does;
 }
 
 std::string helpOnAll(HWND dialog) {

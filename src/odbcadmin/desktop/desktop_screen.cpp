@@ -40,7 +40,7 @@ DialogWindow* DesktopScreen::front() {
 void DesktopScreen::opened(HWND dialog) {
     auto window = std::make_unique<DialogWindow>(
         dialog, [this](std::function<void()> action) { actions_.push_back(std::move(action)); },
-        [this](const std::string& what) { work(what); });
+        [this](const std::string& what) { work(what); }, [this] { cancelled_ = true; });
     if (DialogWindow* owner = front())
         window->position(owner->x() + 24, owner->y() + 24);
     else
@@ -53,7 +53,12 @@ void DesktopScreen::opened(HWND dialog) {
 
 void DesktopScreen::carryOut(const std::function<void()>& action) {
     assistant_.beforeAction();
-    action();
+    cancelled_ = false;
+    selections_.around([&] {
+        action();
+        if (selections_.isInCommand())
+            dropTyped();
+    });
     if (message_ == nullptr && front() != nullptr)
         front()->cursor(FL_CURSOR_DEFAULT);
 }
@@ -77,7 +82,17 @@ int DesktopScreen::wait(HWND dialog) {
     return 1;
 }
 
+// Keys and presses that came while a library worked were meant for what was seen then.
+void DesktopScreen::dropTyped() {
+    isDropping_ = true;
+    while (Fl::ready() != 0)
+        Fl::check();
+    isDropping_ = false;
+}
+
 unsigned int DesktopScreen::ask(const char* text, const char* title, unsigned int style) {
+    if (cancelled_ && assist::asksWhetherCancelled(text))
+        return IDOK;
     std::unique_ptr<MessageWindow> before = std::move(message_);
     message_ = std::make_unique<MessageWindow>(assistant_.boxText(text), title, style);
     if (const DialogWindow* owner = front())
@@ -95,6 +110,7 @@ void DesktopScreen::work(const std::string& what) {
     DialogWindow* window = front();
     if (window == nullptr)
         return;
+    selections_.begin(window->dialog());
     window->tell("Working" + (what.empty() ? "" : " on " + what.substr(0, what.find("..."))) + ". Please wait.");
     window->cursor(FL_CURSOR_WAIT);
     Fl::flush();
@@ -130,6 +146,9 @@ bool DesktopScreen::takeKey(Fl_Window* window) {
 
 // Keys that every dialog knows go before the widgets' own.
 int DesktopScreen::dispatch(int event, Fl_Window* window) {
+    if (current_ != nullptr && current_->isDropping_ &&
+        (event == FL_KEYBOARD || event == FL_PUSH || event == FL_SHORTCUT))
+        return 1;
     if (event == FL_KEYBOARD && current_ != nullptr && current_->takeKey(window))
         return 1;
     auto* dialog = dynamic_cast<DialogWindow*>(window);

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "odbcadmin/assist/assistant.h"
+#include "odbcadmin/assist/selection.h"
 #include "odbcadmin/desktop/dialog_window.h"
 #include "odbcadmin/desktop/message_window.h"
 
@@ -33,6 +34,7 @@ private:
     unsigned int ask(const char* text, const char* title, unsigned int style);
     void setCursor(unsigned int cursor);
     void work(const std::string& what);
+    void dropTyped();
     void carryOut(const std::function<void()>& action);
     bool takeKey(Fl_Window* window);
     DialogWindow* front();
@@ -42,6 +44,9 @@ private:
     std::deque<std::function<void()>> actions_;
     assist::Assistant assistant_;
     HWND inFront_ = 0;
+    assist::SelectionKeeper selections_;
+    bool isDropping_ = false;
+    bool cancelled_ = false;  // by the last action
 
     static DesktopScreen* current_;
 };

@@ -11,6 +11,7 @@
 #include <FL/Fl_Secret_Input.H>
 
 #include <algorithm>
+#include <chrono>
 #include <cstring>
 
 #include "odbcadmin/assist/help.h"
@@ -22,6 +23,11 @@ namespace {
 constexpr int kDots = 2;  // to a dialog unit
 constexpr int kHelpHeight = 58;
 constexpr int kLeastHeight = 18;
+
+long now() {
+    using namespace std::chrono;
+    return static_cast<long>(duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
+}
 
 bool isClick(const JxwControlInfo& control) {
     return control.kind == JXW_CHECKBOX || control.kind == JXW_RADIO;
@@ -76,8 +82,13 @@ std::string asLabel(const std::string& text) {
     return label;
 }
 
-DialogWindow::DialogWindow(HWND dialog, Actions add, std::function<void(const std::string&)> working)
-    : Fl_Double_Window(100, 100), dialog_(dialog), add_(std::move(add)), working_(std::move(working)) {
+DialogWindow::DialogWindow(HWND dialog, Actions add, std::function<void(const std::string&)> working,
+                           std::function<void()> cancelling)
+    : Fl_Double_Window(100, 100),
+      dialog_(dialog),
+      add_(std::move(add)),
+      working_(std::move(working)),
+      cancelling_(std::move(cancelling)) {
     JxwDialogInfo info{};
     JXW_GetDialogInfo(dialog, &info);
     size(info.width * kDots, info.height * kDots + kHelpHeight);
@@ -124,6 +135,8 @@ void DialogWindow::press(const JxwControlInfo& button) {
     add_([this, id = button.id, leaves, handle = dialog_, caption = assist::withoutAccessKey(button.text)] {
         if (!leaves)
             working_(caption);
+        if (id == IDCANCEL)
+            cancelling_();
         JXW_UserCommand(handle, id);
     });
 }
@@ -271,8 +284,64 @@ void DialogWindow::pressAccessKey(int key) {
         add_([key, handle = dialog_] { JXW_UserAccessKey(handle, key); });
 }
 
+// The row that a key leads to; -1 for a key that leads to none.
+int DialogWindow::rowFor(int key, const JxwControlInfo& list, const Fl_Browser_& widget) {
+    const int page = std::max(1, widget.h() / std::max(1, widget.textsize() + 4) - 1);
+    const int last = list.rowCount - 1;
+    switch (key) {
+        case FL_Up:
+            return std::max(list.selection - 1, 0);
+        case FL_Down:
+            return std::min(list.selection + 1, last);
+        case FL_Page_Up:
+            return std::max(list.selection - page, 0);
+        case FL_Page_Down:
+            return std::min(std::max(list.selection, 0) + page, last);
+        case FL_Home:
+            return 0;
+        case FL_End:
+            return last;
+        default:
+            return -1;
+    }
+}
+
+// On a list with rows keys choose a row, letters search one, and nothing presses a button: without this the toolkit
+// would take a letter for an access key.
+bool DialogWindow::takeListKey(int key, unsigned int state) {
+    JxwControlInfo list{};
+    const int index = focusedIndex();
+    if ((state & (FL_ALT | FL_CTRL)) != 0 || index < 0 || JXW_GetControlInfo(dialog_, index, &list) == 0 ||
+        list.kind != JXW_LISTBOX || list.rowCount == 0)
+        return false;
+    if (search_.isOpen(list) && (key == FL_Enter || key == FL_KP_Enter || key == FL_Escape)) {
+        search_.close();
+        return true;
+    }
+    const auto& widget = static_cast<const Fl_Browser_&>(*widgets_[static_cast<std::size_t>(index)]);
+    const int row = rowFor(key, list, widget);
+    if (row >= 0) {
+        search_.close();
+        add_([handle = dialog_, id = list.id, row] { JXW_UserSelect(handle, id, row); });
+        return true;
+    }
+    if (key == FL_BackSpace && search_.isOpen(list)) {
+        tell(search_.takeBack(dialog_, index, list));
+        return true;
+    }
+    const std::string text(Fl::event_text(), static_cast<std::size_t>(Fl::event_length()));
+    if (text.empty() || static_cast<unsigned char>(text[0]) < ' ' || text[0] == '\x7f')
+        return false;
+    const std::string said = search_.type(dialog_, index, list, text, now());
+    if (!said.empty())
+        tell(said);
+    return true;
+}
+
 bool DialogWindow::takeKey(int key, unsigned int state) {
     told_ = false;
+    if (takeListKey(key, state))
+        return true;
     if ((state & FL_ALT) != 0 && key > ' ' && key < 127) {
         pressAccessKey(key);
         return true;
@@ -287,6 +356,8 @@ bool DialogWindow::takeKey(int key, unsigned int state) {
     if (meaning == 0)
         return false;
     add_([this, meaning, handle = dialog_] {
+        if (meaning == JXW_KEY_ESCAPE)
+            cancelling_();
         if (meaning == JXW_KEY_ENTER)
             working_("");
         JXW_UserKey(handle, meaning);

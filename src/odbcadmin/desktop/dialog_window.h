@@ -2,12 +2,15 @@
 #pragma once
 
 #include <FL/Fl_Box.H>
+#include <FL/Fl_Browser_.H>
 #include <FL/Fl_Double_Window.H>
 #include <jxscreen.h>
 
 #include <functional>
 #include <string>
 #include <vector>
+
+#include "odbcadmin/assist/list_search.h"
 
 namespace jx::desktop {
 
@@ -18,8 +21,10 @@ using Actions = std::function<void(std::function<void()>)>;
 // dialog layer keeps what they show: sync reads it again.
 class DialogWindow : public Fl_Double_Window {
 public:
-    // add takes the user's actions; working is called before something that may take its time.
-    DialogWindow(HWND dialog, Actions add, std::function<void(const std::string&)> working);
+    // add takes the user's actions; working is called before something that may take its time, cancelling before the
+    // user leaves the dialog without its result.
+    DialogWindow(HWND dialog, Actions add, std::function<void(const std::string&)> working,
+                 std::function<void()> cancelling);
 
     // Shows what the layer has now.
     void sync();
@@ -47,6 +52,8 @@ private:
     void hearList(int index, unsigned short id);
     void press(const JxwControlInfo& button);
     void pressAccessKey(int key);
+    static int rowFor(int key, const JxwControlInfo& list, const Fl_Browser_& widget);
+    bool takeListKey(int key, unsigned int state);
     int focusedIndex() const;
     void showHelp(const std::string& text);
 
@@ -55,6 +62,8 @@ private:
     HWND dialog_;
     Actions add_;
     std::function<void(const std::string&)> working_;
+    std::function<void()> cancelling_;
+    assist::ListSearch search_;
     std::vector<Fl_Widget*> widgets_;  // by index of their control; owned by the window
     std::vector<std::string> labels_;  // what they show, to see a change
     Fl_Box* help_ = nullptr;

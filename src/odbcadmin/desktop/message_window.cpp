@@ -24,7 +24,7 @@ constexpr int kButtonHeight = 28;
 }  // namespace
 
 MessageWindow::MessageWindow(const std::string& text, const std::string& title, unsigned int style)
-    : Fl_Double_Window(100, 100), style_(assist::boxStyle(style)) {
+    : Fl_Double_Window(100, 100), style_(assist::boxStyle(style, text)) {
     int width = kTextWidth;
     int height = 0;
     fl_font(FL_HELVETICA, FL_NORMAL_SIZE);

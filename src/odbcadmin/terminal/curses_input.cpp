@@ -23,10 +23,16 @@ constexpr unsigned int kEscape = 27;
 constexpr unsigned int kDelete = 127;
 constexpr unsigned int kRedraw = 12;  // Ctrl-L
 constexpr long kDoublePress = 500;    // milliseconds
+constexpr unsigned int kPasteBegins = 200;
+constexpr std::string_view kPasteEnd = "\033[201~";
 
 long now() {
     using namespace std::chrono;
     return static_cast<long>(duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
+}
+
+constexpr unsigned int ctrl(char letter) {
+    return static_cast<unsigned int>(letter) & 0x1FU;
 }
 
 template <class Code, std::size_t Size>
@@ -49,7 +55,10 @@ Key keyOfCode(unsigned int code) {
 
 Key keyOfControl(unsigned int code) {
     constexpr std::pair<unsigned int, Key> kKeys[] = {
-        {'\r', Key::enter}, {'\n', Key::enter}, {'\t', Key::tab}, {'\b', Key::backspace}, {kDelete, Key::backspace}};
+        {'\r', Key::enter},         {'\n', Key::enter},           {'\t', Key::tab},
+        {'\b', Key::backspace},     {kDelete, Key::backspace},    {ctrl('A'), Key::home},
+        {ctrl('E'), Key::end},      {ctrl('K'), Key::eraseToEnd}, {ctrl('U'), Key::eraseToBegin},
+        {ctrl('W'), Key::eraseWord}};
     return keyIn(kKeys, code);
 }
 
@@ -81,16 +90,21 @@ void CursesTerminal::add(Key key) {
     ready_.push_back(input);
 }
 
-void CursesTerminal::addCharacter(unsigned int code, bool alt) {
-    Input input;
+// The bytes of a character; none of what the locale does not have.
+std::string CursesTerminal::bytesOf(unsigned int code) {
     char bytes[MB_LEN_MAX] = {};
     std::mbstate_t shift{};
     const std::size_t length = std::wcrtomb(bytes, static_cast<wchar_t>(code), &shift);
-    if (length == static_cast<std::size_t>(-1))
+    return length == static_cast<std::size_t>(-1) ? std::string() : std::string(bytes, length);
+}
+
+void CursesTerminal::addCharacter(unsigned int code, bool alt) {
+    Input input;
+    input.text = bytesOf(code);
+    if (input.text.empty())
         return;
     input.key = Key::character;
     input.alt = alt;
-    input.text.assign(bytes, length);
     input.time = now();
     ready_.push_back(input);
 }
@@ -114,8 +128,23 @@ void CursesTerminal::takeSequence(unsigned int second) {
     }
     if (isCode)
         takeKey(isCode, code);
+    else if (code == '~' && parameter == kPasteBegins)
+        isPasting_ = true;
     else
         add(keyOfSequence(static_cast<char>(code), parameter));
+}
+
+// What is pasted is collected up to the sequence that ends it, and becomes one input.
+void CursesTerminal::takePasted(bool isCode, unsigned int code) {
+    if (isCode)
+        return;
+    pasted_ += bytesOf(code);
+    if (!pasted_.ends_with(kPasteEnd))
+        return;
+    pasted_.resize(pasted_.size() - kPasteEnd.size());
+    isPasting_ = false;
+    add(Key::paste);
+    ready_.back().text = std::exchange(pasted_, {});
 }
 
 // Alt arrives as an escape and the character.
@@ -163,7 +192,9 @@ void CursesTerminal::takeMouse() {
 }
 
 void CursesTerminal::takeKey(bool isCode, unsigned int code) {
-    if (isCode && code == KEY_MOUSE) {
+    if (isPasting_) {
+        takePasted(isCode, code);
+    } else if (isCode && code == KEY_MOUSE) {
         takeMouse();
     } else if (isCode) {
         add(keyOfCode(code));
@@ -194,6 +225,7 @@ void CursesTerminal::takeSignals() {
         return;
     if (guard_->takeStopped()) {
         endwin();
+        setPasteBrackets(/*on=*/true);
         clearok(curscr, TRUE);
     }
     winsize size{};
@@ -216,6 +248,11 @@ bool CursesTerminal::waitForMore() {
     if (::ioctl(sources[0].fd, FIONREAD, &waiting) != 0)
         return (sources[0].revents & (POLLHUP | POLLERR)) == 0;
     return waiting > 0;
+}
+
+void CursesTerminal::beforeWork() {
+    while (takeKeys()) {
+    }
 }
 
 Input CursesTerminal::next() {

@@ -113,6 +113,7 @@ CursesTerminal::~CursesTerminal() {
     if (screen_ == nullptr)
         return;
     endwin();
+    setPasteBrackets(/*on=*/false);
     guard_.reset();
     delscreen(static_cast<SCREEN*>(screen_));
 }
@@ -130,6 +131,7 @@ void CursesTerminal::setUp() {
     abilities_.underline = can("smul");
     chooseColors();
     mousemask(BUTTON1_PRESSED | BUTTON4_PRESSED | BUTTON5_PRESSED, nullptr);
+    setPasteBrackets(/*on=*/true);
     mouseinterval(0);  // presses are told at once and counted here
     hasMouse_ = can("kmous");
 }
@@ -169,8 +171,26 @@ unsigned long CursesTerminal::attributesOf(Look look) const {
     return A_NORMAL;
 }
 
+// With its brackets pasted text is known from what is typed. Terminals that do not have them pass over the request.
+void CursesTerminal::setPasteBrackets(bool on) {
+    const std::string_view request = on ? "\033[?2004h" : "\033[?2004l";
+    hasPasteBrackets_ = can("kmous");
+    if (hasPasteBrackets_ && ::write(::fileno(output_.get()), request.data(), request.size()) < 0)
+        hasPasteBrackets_ = false;
+}
+
+// The picture is not trusted either: a library may have written to the terminal.
+void CursesTerminal::afterWork() {
+    flushinp();
+    reset_prog_mode();
+    setPasteBrackets(/*on=*/true);
+    clearok(curscr, TRUE);
+}
+
 std::string CursesTerminal::farewell() const {
     std::string bytes;
+    if (hasPasteBrackets_)
+        bytes += "\033[?2004l";
     if (hasMouse_)
         bytes += "\033[?1000l\033[?1006l";
     for (const char* capability : {"rmkx", "sgr0", "op", "cnorm", "rmcup"})

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <deque>
 #include <memory>
+#include <string>
 
 #include "odbcadmin/terminal/guard.h"
 #include "odbcadmin/terminal/terminal.h"
@@ -28,6 +29,9 @@ public:
     int lines() const override;
     void show(const Canvas& canvas, std::optional<Point> cursor) override;
     Input next() override;
+    void beforeWork() override;
+    void afterWork() override;
+    void setWorker(const std::string& worker) override { guard_->setWorker(worker); }
 
 private:
     struct CloseFile {
@@ -39,10 +43,13 @@ private:
     unsigned long attributesOf(Look look) const;
     void putLine(const Canvas& canvas, int line);
     std::string farewell() const;
+    void setPasteBrackets(bool on);
     bool takeKeys();
     void takeKey(bool isCode, unsigned int code);
     void takeEscape();
     void takeSequence(unsigned int second);
+    void takePasted(bool isCode, unsigned int code);
+    static std::string bytesOf(unsigned int code);
     void takeMouse();
     void pressedAt(Point place);
     void add(Key key);
@@ -57,6 +64,9 @@ private:
     Abilities abilities_;
     bool hasColors_ = false;
     bool hasMouse_ = false;
+    bool hasPasteBrackets_ = false;
+    bool isPasting_ = false;
+    std::string pasted_;  // so far
     std::unique_ptr<Guard> guard_;
     std::deque<Input> ready_;
     Input lastPress_;

@@ -1,8 +1,6 @@
 // Keys and the mouse: what each does to the control that has the focus, or that lies under it.
 #include "odbcadmin/terminal/dialog_input.h"
 
-#include <strings.h>
-
 #include <cstring>
 
 #include "odbcadmin/assist/help.h"
@@ -11,9 +9,6 @@
 namespace jx::terminal {
 
 namespace {
-
-// What is typed this long after the letter before begins anew.
-constexpr long kTypingPause = 1000;
 
 constexpr int kWheelRows = 3;
 constexpr int kSideways = 8;
@@ -92,7 +87,7 @@ bool DialogInput::listKey(const Focus& focus, Key key) {
     const int row = rowFor(key, focus.control, page);
     if (row < 0)
         return false;
-    typed_.clear();
+    search_.close();
     JXW_UserSelect(focus.dialog, focus.control.id, row);
     return true;
 }
@@ -112,7 +107,8 @@ bool DialogInput::fieldKey(const Focus& focus, const Input& input) {
     edit.follow(focus.control.text, placeOf(focus.control).columns, abilities_.charset);
     std::string text = focus.control.text;
     const bool isFresh = focus.view.freshField == focus.index && !input.alt;
-    if (isFresh && (input.key == Key::character || input.key == Key::backspace || input.key == Key::erase))
+    if (isFresh && (input.key == Key::character || input.key == Key::paste || input.key == Key::backspace ||
+                    input.key == Key::erase))
         text.clear();
     if (!editText(text, edit.caret, input, abilities_.charset))
         return false;
@@ -124,29 +120,11 @@ bool DialogInput::fieldKey(const Focus& focus, const Input& input) {
     return true;
 }
 
-// Letters in a list look for a row. A first letter that no row begins with is left to the access keys.
-bool DialogInput::typeAhead(const Focus& focus, const Input& input) {
-    if (focus.control.kind != JXW_LISTBOX || input.alt)
-        return false;
-    if (typedInto_ != focus.control.control || input.time - typedAt_ > kTypingPause)
-        typed_.clear();
-    typedInto_ = focus.control.control;
-    typedAt_ = input.time;
-    const std::string wanted = typed_ + input.text;
-    // The same letter again goes on to the next row that begins with it.
-    const bool isRepeated = typed_ == input.text;
-    const int begin = isRepeated || typed_.empty() ? focus.control.selection + 1 : std::max(focus.control.selection, 0);
-    const std::string& sought = isRepeated ? typed_ : wanted;
-    for (int i = 0; i < focus.control.rowCount; ++i) {
-        const int row = (begin + i) % focus.control.rowCount;
-        const char* text = JXW_GetRow(focus.dialog, focus.index, row);
-        if (text != nullptr && strncasecmp(text, sought.c_str(), sought.size()) == 0) {
-            typed_ = sought;
-            JXW_UserSelect(focus.dialog, focus.control.id, row);
-            return true;
-        }
-    }
-    return !typed_.empty();
+// Pasted text goes into fields; anywhere else it would be taken for commands.
+std::string DialogInput::paste(const Focus& focus, const Input& input) {
+    if (fieldKey(focus, input))
+        return {};
+    return "Pasted text goes into fields only.";
 }
 
 // A grey control is not pressed; the user is told why.
@@ -174,17 +152,32 @@ std::string DialogInput::space(const Focus& focus) {
     return {};
 }
 
+// On a list with rows letters search and do nothing else.
 std::string DialogInput::character(const Focus& focus, const Input& input) {
     if (fieldKey(focus, input))
         return {};
-    if (input.text == " " && !input.alt && (focus.control.kind != JXW_LISTBOX || typed_.empty()))
+    const bool isList = focus.control.kind == JXW_LISTBOX && focus.control.rowCount > 0;
+    if (input.text == " " && !input.alt && !(isList && search_.hasText()))
         return space(focus);
-    if (typeAhead(focus, input))
-        return {};
+    if (isList && !input.alt)
+        return search_.type(focus.dialog, focus.index, focus.control, input.text, input.time);
     return input.text.size() == 1 ? accessKey(focus.dialog, input.text[0]) : std::string();
 }
 
+// The keys of a search that is open: true when it took this one.
+bool DialogInput::searchKey(const Focus& focus, Key key, std::string& said) {
+    if (!search_.isOpen(focus.control) || key == Key::character)
+        return false;
+    if (key == Key::backspace) {
+        said = search_.takeBack(focus.dialog, focus.index, focus.control);
+        return true;
+    }
+    search_.close();
+    return key == Key::enter || key == Key::escape;
+}
+
 void DialogInput::command(HWND dialog, const JxwControlInfo& button) {
+    cancelled_ = button.id == IDCANCEL;
     if (button.id != IDCANCEL && (button.flags & JXW_CLOSE) == 0)
         working_(assist::withoutAccessKey(button.text));
     JXW_UserCommand(dialog, button.id);
@@ -218,13 +211,19 @@ void DialogInput::scrollKey(const Focus& focus, Key key) {
 }
 
 std::string DialogInput::key(const Focus& focus, const Input& input) {
+    std::string said;
+    if (searchKey(focus, input.key, said))
+        return said;
     switch (input.key) {
         case Key::character:
             return character(focus, input);
+        case Key::paste:
+            return paste(focus, input);
         case Key::enter:
             enter(focus);
             break;
         case Key::escape:
+            cancelled_ = true;
             JXW_UserKey(focus.dialog, JXW_KEY_ESCAPE);
             break;
         case Key::tab:
@@ -329,6 +328,7 @@ std::string DialogInput::mouse(HWND dialog, const Input& input, const Rect& area
 }
 
 std::string DialogInput::take(HWND dialog, const Input& input, const Rect& area, DialogView& view) {
+    cancelled_ = false;
     JxwDialogInfo info{};
     if (JXW_GetDialogInfo(dialog, &info) == 0)
         return {};

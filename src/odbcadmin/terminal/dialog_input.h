@@ -6,6 +6,7 @@
 #include <functional>
 #include <string>
 
+#include "odbcadmin/assist/list_search.h"
 #include "odbcadmin/terminal/layout.h"
 #include "odbcadmin/terminal/terminal.h"
 #include "odbcadmin/terminal/view.h"
@@ -22,6 +23,9 @@ public:
 
     // Carries out an input in a dialog that is shown in area. Gives a line to tell the user, mostly an empty one.
     std::string take(HWND dialog, const Input& input, const Rect& area, DialogView& view);
+
+    // Whether the last input was the user's own cancelling of a dialog.
+    bool cancelled() const { return cancelled_; }
 
 private:
     // Where the user is when a key arrives.
@@ -40,7 +44,8 @@ private:
     bool listKey(const Focus& focus, Key key);
     bool groupKey(const Focus& focus, Key key);
     bool fieldKey(const Focus& focus, const Input& input);
-    bool typeAhead(const Focus& focus, const Input& input);
+    std::string paste(const Focus& focus, const Input& input);
+    bool searchKey(const Focus& focus, Key key, std::string& said);
     void scrollKey(const Focus& focus, Key key);
     std::string mouse(HWND dialog, const Input& input, const Rect& area, DialogView& view);
     std::string pressAt(HWND dialog, int index, Point inside, const Input& input, DialogView& view);
@@ -52,10 +57,8 @@ private:
 
     const Abilities& abilities_;
     std::function<void(const std::string&)> working_;
-
-    HWND typedInto_ = 0;  // the list that is typed into
-    std::string typed_;
-    long typedAt_ = 0;
+    assist::ListSearch search_;
+    bool cancelled_ = false;
 };
 
 }  // namespace jx::terminal

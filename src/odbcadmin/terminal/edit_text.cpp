@@ -25,6 +25,34 @@ void eraseBetween(std::string& text, std::size_t& caret, std::size_t begin, std:
     caret = begin;
 }
 
+// Where the word before the caret begins, with the blanks behind it.
+std::size_t wordBefore(const std::string& text, std::size_t caret) {
+    while (caret > 0 && text[caret - 1] == ' ')
+        --caret;
+    while (caret > 0 && text[caret - 1] != ' ')
+        --caret;
+    return caret;
+}
+
+// A field is one line: a line break inside becomes a blank, one at the end is not meant. Other control characters go.
+std::string inOneLine(std::string_view pasted) {
+    while (!pasted.empty() && (pasted.back() == '\r' || pasted.back() == '\n'))
+        pasted.remove_suffix(1);
+    std::string line;
+    for (const char each : pasted) {
+        if (each == '\n' || each == '\r' || each == '\t')
+            line.push_back(' ');
+        else if (static_cast<unsigned char>(each) >= ' ' && each != '\x7f')
+            line.push_back(each);
+    }
+    return line;
+}
+
+void insert(std::string& text, std::size_t& caret, const std::string& more) {
+    text.insert(caret, more);
+    caret += more.size();
+}
+
 }  // namespace
 
 bool editText(std::string& text, std::size_t& caret, const Input& input, Charset charset) {
@@ -33,8 +61,19 @@ bool editText(std::string& text, std::size_t& caret, const Input& input, Charset
         case Key::character:
             if (input.alt)
                 return false;
-            text.insert(caret, input.text);
-            caret += input.text.size();
+            insert(text, caret, input.text);
+            return true;
+        case Key::paste:
+            insert(text, caret, inOneLine(input.text));
+            return true;
+        case Key::eraseWord:
+            eraseBetween(text, caret, wordBefore(text, caret), caret);
+            return true;
+        case Key::eraseToBegin:
+            eraseBetween(text, caret, 0, caret);
+            return true;
+        case Key::eraseToEnd:
+            eraseBetween(text, caret, caret, text.size());
             return true;
         case Key::backspace:
             eraseBetween(text, caret, before(text, caret, charset), caret);

@@ -17,6 +17,7 @@ namespace jx::terminal {
 namespace {
 
 constexpr std::size_t kLongestFarewell = 1024;
+constexpr std::size_t kLongestWorker = 1024;
 
 // Everything the handlers use, in one place that needs no memory of its own.
 struct State {
@@ -27,6 +28,8 @@ struct State {
     termios before{};
     std::array<char, kLongestFarewell> farewell{};
     std::size_t farewellLength = 0;
+    std::array<char, kLongestWorker> worker{};  // whose code runs
+    volatile sig_atomic_t workerLength = 0;
     int wake = -1;
     int kept = -1;    // what drivers wrote
     int output = -1;  // standard output as it was
@@ -76,6 +79,34 @@ void giveBack() {
     giveBackOutput();
 }
 
+void say(const char* text) {
+    std::size_t length = 0;
+    while (text[length] != '\0')
+        ++length;
+    writeAll(STDERR_FILENO, text, length);
+}
+
+// One line about the code that ended the program, if it was not this program's own.
+void blame(const char* deed) {
+    if (state.workerLength == 0)
+        return;
+    say("odbcadmin: ");
+    writeAll(STDERR_FILENO, state.worker.data(), static_cast<std::size_t>(state.workerLength));
+    say(deed);
+}
+
+bool isCrash(int signal) {
+    return signal == SIGSEGV || signal == SIGBUS || signal == SIGFPE || signal == SIGILL || signal == SIGABRT ||
+           signal == SIGSYS || signal == SIGTRAP;
+}
+
+void exiting() {
+    const bool isOn = state.isOn != 0 && ::getpid() == state.owner;
+    giveBack();
+    if (isOn)
+        blame(" ended this program.\n");
+}
+
 void setDefault(int signal) {
     struct sigaction action {};
     action.sa_handler = SIG_DFL;
@@ -98,7 +129,10 @@ void wakeUp() {
 }
 
 void end(int signal) {
+    const bool isOn = state.isOn != 0 && ::getpid() == state.owner;
     giveBack();
+    if (isOn && isCrash(signal))
+        blame(" crashed, which ends this program.\n");
     setDefault(signal);
     raiseNow(signal);
 }
@@ -147,13 +181,14 @@ void setUp(int descriptor, const termios& before, const std::string& farewell) {
     state.before = before;
     state.farewellLength = std::min(farewell.size(), kLongestFarewell);
     farewell.copy(state.farewell.data(), state.farewellLength);
+    state.workerLength = 0;
     state.wake = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
     keepOutput();
     state.isOn = 1;
 }
 
 void registerExit() {
-    static const int kRegistered = std::atexit(giveBack);
+    static const int kRegistered = std::atexit(exiting);
     (void)kRegistered;
 }
 
@@ -193,11 +228,22 @@ void Guard::install() {
         oldActions_.emplace_back(signal, old);
     };
     // A crash is told on a stack of its own: the program's may be what is used up.
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGABRT, SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGPIPE})
+    for (const int signal :
+         {SIGINT,  SIGTERM, SIGHUP,    SIGQUIT, SIGABRT, SIGSEGV, SIGBUS, SIGFPE,  SIGILL, SIGPIPE, SIGUSR1,
+          SIGUSR2, SIGALRM, SIGVTALRM, SIGPROF, SIGXCPU, SIGXFSZ, SIGSYS, SIGTRAP, SIGIO,  SIGPWR,  SIGSTKFLT})
+        set(signal, end, SA_ONSTACK);
+    for (int signal = SIGRTMIN; signal <= SIGRTMAX; ++signal)
         set(signal, end, SA_ONSTACK);
     set(SIGTSTP, stop, SA_RESTART | SA_ONSTACK);
     set(SIGCONT, wake, SA_RESTART | SA_ONSTACK);
     set(SIGWINCH, wake, SA_RESTART | SA_ONSTACK);
+}
+
+void Guard::setWorker(const std::string& worker) {
+    state.workerLength = 0;
+    const std::size_t length = std::min(worker.size(), kLongestWorker);
+    worker.copy(state.worker.data(), length);
+    state.workerLength = static_cast<sig_atomic_t>(length);
 }
 
 int Guard::wakeDescriptor() const {

@@ -10,9 +10,10 @@
 
 namespace jx::terminal {
 
-// Guard: from its beginning to its end SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGABRT, SIGSEGV and the like first give the
-// terminal back, then end the program as they would have; SIGTSTP stops it likewise. wake() tells that the program goes
-// on after a stop or that the window has another size. An exit inside a library gives the terminal back as well.
+// Guard: from its beginning to its end SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGABRT, SIGSEGV and every other signal that
+// ends a program first give the terminal back, then end the program as they would have; SIGTSTP stops it likewise.
+// wake() tells that the program goes on after a stop or that the window has another size. An exit inside a library
+// gives the terminal back as well.
 //
 // What is written to standard output and standard error meanwhile (by drivers) is kept and written when the terminal is
 // given back, so that it does not disturb the picture.
@@ -26,6 +27,10 @@ public:
     ~Guard();
     Guard(const Guard&) = delete;
     Guard& operator=(const Guard&) = delete;
+
+    // Whose code runs from now on, such as "The setup library x.so of driver X"; empty: this program's own. If it
+    // crashes or exits, standard error names it.
+    void setWorker(const std::string& worker);
 
     // Becomes readable when the picture must be painted anew; drain it with takeWake.
     int wakeDescriptor() const;

@@ -23,9 +23,13 @@ enum class Key {
     pageUp,
     pageDown,
     backspace,
-    erase,  // the key Delete
+    erase,         // the key Delete
+    eraseWord,     // Ctrl-W
+    eraseToBegin,  // Ctrl-U
+    eraseToEnd,    // Ctrl-K
     f1,
     f2,
+    paste,        // text that the terminal inserts, line breaks and all
     press,        // the left mouse button, at place
     doublePress,  // the same a second time at one place within a short time
     wheelUp,
@@ -37,7 +41,7 @@ enum class Key {
 struct Input {
     Key key = Key::none;
     bool alt = false;
-    std::string text;  // of a character, in UTF-8
+    std::string text;  // of a character or what was pasted, in UTF-8
     Point place;       // of the mouse
     long time = 0;     // when it came, in milliseconds from any begin
 };

@@ -32,10 +32,17 @@ int scrolledTo(int scrolled, int seen, int begin, int size) {
 
 }  // namespace
 
-ScreenParts partsOf(int columns, int lines) {
+ScreenParts partsOf(int columns, int lines, int wanted) {
     const int heading = lines >= 10 ? 1 : 0;
-    const int help = lines >= 16 ? 3 : lines >= 8 ? 2 : lines >= 5 ? 1 : 0;
+    const int most = lines >= 16 ? 3 : lines >= 8 ? 2 : lines >= 5 ? 1 : 0;
+    // On the usual 24 lines every dialog is whole: a high one leaves less room for help.
+    const int left = lines - heading - wanted;
+    const int help = lines >= 24 && left >= 1 ? std::min(most, left) : most;
     return {{0, 0, columns, heading}, {0, heading, columns, lines - heading - help}, {0, lines - help, columns, help}};
+}
+
+int wantedLines(const JxwDialogInfo& dialog) {
+    return roundedUp(dialog.height, kUnitsPerLine) + 2;
 }
 
 Rect placeOf(const JxwControlInfo& control) {

@@ -13,7 +13,11 @@ struct ScreenParts {
     Rect area;     // the dialogs
     Rect help;     // three lines, two, one, or none
 };
-ScreenParts partsOf(int columns, int lines);
+// wanted: the lines of the dialog in front, with its frame; for a high one the help has fewer lines.
+ScreenParts partsOf(int columns, int lines, int wanted);
+
+// The lines of a dialog with its frame.
+int wantedLines(const JxwDialogInfo& dialog);
 
 // The cells of a control from its dialog's upper left inside corner: 4 dialog units to a column, 8 to a line. All but
 // lists, group boxes and labels of several lines take one line, the one their middle lies in.

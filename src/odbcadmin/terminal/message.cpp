@@ -14,7 +14,7 @@ constexpr int kButtonLines = 2;  // the buttons and a free line above
 Message::Message(std::string text, std::string title, unsigned int style)
     : text_(std::move(text)),
       title_(std::move(title)),
-      style_(assist::boxStyle(style)),
+      style_(assist::boxStyle(style, text_)),
       places_(style_.buttons.size()),
       focus_(style_.first) {}
 

@@ -1,7 +1,10 @@
 // The callbacks between the dialog layer and the terminal.
 #include "odbcadmin/terminal/screen.h"
 
+#include <utility>
+
 #include "odbcadmin/assist/help.h"
+#include "odbcadmin/assist/worker.h"
 #include "odbcadmin/terminal/desk_painter.h"
 
 namespace jx::terminal {
@@ -20,6 +23,12 @@ HWND frontDialog() {
     return front;
 }
 
+ScreenParts partsFor(HWND dialog, int columns, int lines) {
+    JxwDialogInfo info{};
+    JXW_GetDialogInfo(dialog, &info);
+    return partsOf(columns, lines, wantedLines(info));
+}
+
 std::string keysFor(bool isBox, int columns) {
     std::string whole = isBox ? kBoxKeys : kKeys;
     if (static_cast<int>(whole.size()) <= columns - 2)
@@ -32,11 +41,11 @@ std::string keysFor(bool isBox, int columns) {
 Screen::Screen(Terminal& terminal)
     : terminal_(terminal),
       abilities_(terminal.abilities()),
-      input_(abilities_, [this](const std::string& what) { paintWorking(what); }) {
+      input_(abilities_, [this](const std::string& what) { beginWork(what); }) {
     JxwScreen table{};
     table.context = this;
     table.opened = [](void* context, HWND dialog) { self(context).opened(dialog); };
-    table.closed = [](void* context, HWND dialog) { self(context).views_.erase(dialog); };
+    table.closed = [](void* context, HWND dialog) { self(context).closed(dialog); };
     table.wait = [](void* context, HWND dialog) { return self(context).wait(dialog); };
     table.messageBox = [](void* context, HWND /*owner*/, const char* text, const char* title, unsigned int style) {
         return self(context).ask(text, title, style);
@@ -50,9 +59,15 @@ Screen::~Screen() {
 }
 
 void Screen::opened(HWND dialog) {
+    endWork();
     views_[dialog];
     told_.clear();
     assistant_.opened(dialog);
+}
+
+void Screen::closed(HWND dialog) {
+    views_.erase(dialog);
+    resumeWork();
 }
 
 int Screen::wait(HWND dialog) {
@@ -75,12 +90,51 @@ void Screen::carryOut(HWND dialog, const Input& input) {
         guiMessageBox(dialog, reinterpret_cast<const unsigned char*>(assist::helpOnAll(dialog).c_str()),
                       reinterpret_cast<const unsigned char*>("Help"), MB_OK);
     } else {
-        const Rect area = partsOf(terminal_.columns(), terminal_.lines()).area;
-        told_ = input_.take(dialog, input, area, views_[dialog]);
+        const Rect area = partsFor(dialog, terminal_.columns(), terminal_.lines()).area;
+        // What there is to tell comes last: dialogs that open and close on the way tell things of their own.
+        std::string said;
+        const std::string outer = worker_;
+        selections_.around([&] { said = input_.take(dialog, input, area, views_[dialog]); });
+        endWork();
+        setWorker(outer);
+        told_ = std::move(said);
     }
 }
 
+void Screen::beginWork(const std::string& what) {
+    const HWND dialog = frontDialog();
+    selections_.begin(dialog);
+    const std::string worker = assist::workerOf(dialog);
+    if (!worker.empty())
+        setWorker(worker);
+    terminal_.beforeWork();
+    isWorking_ = true;
+    paintWorking(what);
+}
+
+void Screen::setWorker(const std::string& worker) {
+    if (worker != worker_)
+        terminal_.setWorker(worker);
+    worker_ = worker;
+}
+
+// A command goes on behind the dialog or the box that it opened.
+void Screen::resumeWork() {
+    if (!selections_.isInCommand() || isWorking_)
+        return;
+    terminal_.beforeWork();
+    isWorking_ = true;
+}
+
+void Screen::endWork() {
+    if (std::exchange(isWorking_, false))
+        terminal_.afterWork();
+}
+
 unsigned int Screen::ask(const char* text, const char* title, unsigned int style) {
+    endWork();
+    if (input_.cancelled() && assist::asksWhetherCancelled(text))
+        return IDOK;
     Message message(assistant_.boxText(text), title, style);
     told_.clear();
     messages_.push_back(&message);
@@ -98,6 +152,7 @@ unsigned int Screen::ask(const char* text, const char* title, unsigned int style
         }
     }
     assistant_.boxClosed();
+    resumeWork();
     return *answer;
 }
 
@@ -131,8 +186,8 @@ std::string Screen::helpLine(HWND dialog) const {
 void Screen::paint() {
     abilities_ = terminal_.abilities();
     Canvas canvas(terminal_.columns(), terminal_.lines(), abilities_.charset);
-    const ScreenParts parts = partsOf(canvas.columns(), canvas.lines());
     const HWND front = frontDialog();
+    const ScreenParts parts = partsFor(front, canvas.columns(), canvas.lines());
     std::optional<Point> cursor = paintDialogs(canvas, abilities_, parts.area, views_);
     for (Message* message : messages_) {
         message->paint(canvas, parts.area);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "odbcadmin/assist/assistant.h"
+#include "odbcadmin/assist/selection.h"
 #include "odbcadmin/terminal/dialog_input.h"
 #include "odbcadmin/terminal/message.h"
 #include "odbcadmin/terminal/terminal.h"
@@ -25,11 +26,16 @@ private:
     static Screen& self(void* context) { return *static_cast<Screen*>(context); }
 
     void opened(HWND dialog);
+    void closed(HWND dialog);
     int wait(HWND dialog);
     unsigned int ask(const char* text, const char* title, unsigned int style);
     void setCursor(unsigned int cursor);
     void carryOut(HWND dialog, const Input& input);
     void paint();
+    void beginWork(const std::string& what);
+    void resumeWork();
+    void setWorker(const std::string& worker);
+    void endWork();
     void paintWorking(const std::string& what);
     std::string helpLine(HWND dialog) const;
 
@@ -39,6 +45,9 @@ private:
     assist::Assistant assistant_;
     Views views_;
     std::vector<Message*> messages_;
+    assist::SelectionKeeper selections_;
+    bool isWorking_ = false;
+    std::string worker_;
     std::string told_;  // instead of the help on the focused control, until the next input
 };
 

@@ -33,6 +33,15 @@ public:
 
     // Waits for the user.
     virtual Input next() = 0;
+
+    // Around what may run a driver's library and take its time. Keys that are typed meanwhile are dropped: they were
+    // meant for what was seen then. Those typed before stay. Afterwards the modes are as before and everything is
+    // painted anew.
+    virtual void beforeWork() = 0;
+    virtual void afterWork() = 0;
+
+    // Whose code runs from now on, for the line that says who ended the program; empty: this program's own.
+    virtual void setWorker(const std::string& worker) = 0;
 };
 
 }  // namespace jx::terminal

@@ -21,9 +21,14 @@ void EditView::follow(std::string_view text, int columns, Charset charset) {
         firstByte = 0;
     }
     firstByte = std::min(firstByte, caret);
-    // One column is left for the caret behind the text.
-    while (columnsOf(text.substr(firstByte, caret - firstByte), charset) >= std::max(columns, 1))
-        firstByte = glyphsOf(text.substr(firstByte, caret - firstByte), charset).front().end + firstByte;
+    // One column is left for the caret behind the text. A long text is measured once, from the caret back.
+    const std::vector<Glyph> glyphs = glyphsOf(text.substr(firstByte, caret - firstByte), charset);
+    int left = std::max(columns, 1) - 1;
+    auto seen = glyphs.rbegin();
+    while (seen != glyphs.rend() && seen->columns <= left)
+        left -= (seen++)->columns;
+    if (seen != glyphs.rend())
+        firstByte += seen->end;
 }
 
 }  // namespace jx::terminal

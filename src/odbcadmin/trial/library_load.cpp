@@ -11,14 +11,14 @@ namespace {
 
 // The kinds of the child's reports.
 constexpr char kLoaded = 'L';
-constexpr char kRefused = 'R';
+constexpr char kLoadRefused = 'R';
 constexpr char kOffered = 'O';
 constexpr char kUnloaded = 'U';
 
 int load(const LoadRequest& request, int result) {
     void* library = ::dlopen(request.library.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (library == nullptr) {
-        report(result, kRefused, ::dlerror());
+        report(result, kLoadRefused, ::dlerror());
         return EXIT_SUCCESS;
     }
     report(result, kLoaded);
@@ -38,7 +38,7 @@ void takeLoad(char kind, const std::string& text, LoadReport& load) {
         load.offered.insert(text);
     else if (kind == kUnloaded)
         load.unloaded = true;
-    if (kind != kRefused)
+    if (kind != kLoadRefused)
         return;
     load.end = LoadReport::End::refused;
     load.sentence = text;

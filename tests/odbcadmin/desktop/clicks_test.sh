@@ -88,6 +88,18 @@ click_answer 0
 until_true gone 'ODBC Admin'
 grep -qx 'Sales=SQLite3' "$HOME/.odbc.ini" || fail "Sales is gone"
 
+echo "-- a word typed on the list presses nothing, End goes to the last row"
+find_window '^Data Sources$'
+click 60 42
+xdotool type --delay 1 'easy deletey'
+xdotool key End Page_Down Home
+click 476 142
+find_window '^ODBC Drivers$'
+gone 'ODBC Admin' || fail "a letter asked something"
+xdotool key Escape
+until_true gone '^ODBC Drivers$'
+grep -qx 'Sales=SQLite3' "$HOME/.odbc.ini" || fail "Sales is gone"
+
 echo "-- nested dialogs: Drivers, then a driver by hand, with keys"
 find_window '^Data Sources$'
 click 476 142

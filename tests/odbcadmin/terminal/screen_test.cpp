@@ -120,29 +120,83 @@ TEST_F(ScreenTest, AGreyButtonTellsWhyWhenItIsClickedOrItsLetterPressed) {
 }
 
 TEST_F(ScreenTest, ArrowsAndLettersChooseRows) {
-    const auto selected = [&] {
-        std::string row;
-        for (int line = 6; line < 9; ++line)
-            if (user_.canvas().at({8, line}).look == Look::focus)
-                row = user_.canvas().line(line);
-        return row;
-    };
-    std::vector<std::string> rows;
-    const auto note = [&] { rows.push_back(selected().substr(9, 8)); };
+    std::string all;
+    const auto note = [&] { all += user_.focusedRow().substr(0, 3) + " "; };
     user_.then({perform(note), press(Key::down), perform(note), press(Key::end), perform(note), press(Key::home),
                 perform(note), type("s"), perform(note), type("t"), perform(note), press(Key::up), type("z"),
                 perform(note), press(Key::pageUp), perform(note)});
     run(user_);
-    // The frame's line takes three bytes; so does the corner before the row.
-    EXPECT_EQ(rows.size(), 8U);
-    std::string all;
-    for (const std::string& row : rows)
-        all += row.substr(row.find_first_of("SZ"), 3) + " ";
     EXPECT_EQ(all, "Sal Sto Zoo Sal Sto Sto Zoo Sal ");
 }
 
-TEST_F(ScreenTest, ALetterThatNoRowBeginsWithIsAnAccessKey) {
+TEST_F(ScreenTest, OnAListWithRowsNoWordPressesAButton) {
+    std::vector<Step> steps;
+    for (const char* word : {"easy", "only", "ey", "delete", "YES"})
+        for (const Step& step : typed(word))
+            steps.push_back(step);
+    const std::string shown = after(steps);
+    EXPECT_TRUE(has(shown, "No row begins with \"")) << shown;
+    for (const std::string& picture : user_.pictures())
+        EXPECT_FALSE(has(picture, "Remove the data source") || has(picture, "Call tracing")) << picture;
+    EXPECT_EQ(home_.text(".odbc.ini"), kSources);
+}
+
+TEST_F(ScreenTest, OnAnEmptyListALetterIsAnAccessKey) {
+    home_.put(".odbc.ini", "");
     EXPECT_TRUE(has(after({type("o")}), "Call tracing"));
+}
+
+TEST_F(ScreenTest, SearchIsBlindForCaseInEveryAlphabet) {
+    home_.put(".odbc.ini", "[ODBC Data Sources]\nAlt=Sample\nÄrzte=Sample\nΩmega=Sample\n");
+    std::string all;
+    const auto note = [&] { all += user_.focusedRow() + "\n"; };
+    user_.then({type("ä"), perform(note), type("R"), perform(note), press(Key::home), type("ω"), perform(note)});
+    run(user_);
+    EXPECT_EQ(all, "Ärzte (Sample)\nÄrzte (Sample)\nΩmega (Sample)\n");
+}
+
+TEST_F(ScreenTest, ASlashSearchesInsideTheRowsUntilItIsEnded) {
+    std::vector<Step> steps{type("/")};
+    for (const Step& step : typed("oo ("))
+        steps.push_back(step);
+    user_.then(steps);
+    user_.look();
+    user_.then({press(Key::backspace), type("x")});
+    user_.look();
+    user_.then({press(Key::enter)});
+    user_.look();
+    user_.then({type("/"), press(Key::escape)});
+    user_.look();
+    run(user_);
+    ASSERT_EQ(user_.seen().size(), 4U);
+    EXPECT_TRUE(has(user_.seen()[0], "Search: oo (_")) << user_.seen()[0];
+    EXPECT_TRUE(has(user_.seen()[1], "Search: oo x   no row holds this")) << user_.seen()[1];
+    for (const int ended : {2, 3}) {
+        EXPECT_FALSE(has(user_.seen()[static_cast<std::size_t>(ended)], "Search:"));
+        EXPECT_TRUE(has(user_.seen()[static_cast<std::size_t>(ended)], "Data sources (driver):"));
+    }
+}
+
+TEST_F(ScreenTest, PastedTextIsNeverACommand) {
+    Step pasted = press(Key::paste);
+    pasted.input.text = "easy\ny\n";
+    const std::string shown = after({pasted, alt("e"), pasted});
+    EXPECT_TRUE(has(shown, "Remove the data source")) << shown;
+    EXPECT_EQ(home_.text(".odbc.ini"), kSources);
+}
+
+TEST_F(ScreenTest, PastedTextGoesIntoAFieldAsOneLine) {
+    Step pasted = press(Key::paste);
+    pasted.input.text = "/tmp/a\tb\x01\r\nc\r\n";
+    after({alt("o"), type(" "), press(Key::tab), press(Key::down), pasted, press(Key::enter)});
+    const std::string text = home_.text(".odbc.ini");
+    EXPECT_TRUE(has(text, "TraceFile=/tmp/a b  c\n")) << text;
+}
+
+TEST_F(ScreenTest, AQuestionBeginsAtItsNo) {
+    const std::string shown = after({alt("e"), press(Key::enter)});
+    EXPECT_FALSE(has(shown, "Remove the data source")) << shown;
+    EXPECT_EQ(home_.text(".odbc.ini"), kSources);
 }
 
 TEST_F(ScreenTest, AltMakesAnyLetterAnAccessKey) {

@@ -46,6 +46,11 @@ Step perform(std::function<void()> work) {
     return step;
 }
 
+Step meanwhile(Step step) {
+    step.isMeanwhile = true;
+    return step;
+}
+
 std::vector<Step> typed(const std::string& text) {
     std::vector<Step> steps;
     for (std::size_t at = 0; at < text.size();) {
@@ -65,6 +70,22 @@ void ScriptedTerminal::show(const terminal::Canvas& canvas, std::optional<Point>
     cursor_ = cursor;
     shown_ = canvas.text();
     pictures_.push_back(shown_);
+}
+
+std::string ScriptedTerminal::focusedRow() const {
+    constexpr int kFirstColumn = 8;
+    constexpr int kLastColumn = 50;
+    std::string row;
+    for (int line = 0; line < lines_; ++line)
+        for (int column = kFirstColumn; column < kLastColumn; ++column)
+            if (canvas_.at({column, line}).look == terminal::Look::focus)
+                row += canvas_.at({column, line}).text;
+    return row.substr(0, row.find_last_not_of(' ') + 1);
+}
+
+void ScriptedTerminal::afterWork() {
+    while (!steps_.empty() && steps_.front().isMeanwhile)
+        steps_.pop_front();
 }
 
 Input ScriptedTerminal::next() {

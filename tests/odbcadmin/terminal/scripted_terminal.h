@@ -18,6 +18,7 @@ using terminal::Point;
 struct Step {
     Input input;
     std::function<void()> work;
+    bool isMeanwhile = false;
 };
 
 Step press(Key key);
@@ -27,6 +28,8 @@ Step click(int column, int line);
 Step doubleClick(int column, int line);
 Step wheel(Key direction, int column, int line);
 Step perform(std::function<void()> work);
+// The same, typed while something is at work.
+Step meanwhile(Step step);
 // Every character of a text, one after another.
 std::vector<Step> typed(const std::string& text);
 
@@ -45,6 +48,8 @@ public:
     const std::vector<std::string>& seen() const { return seen_; }
     const std::string& shown() const { return shown_; }
     const terminal::Canvas& canvas() const { return canvas_; }
+    // The row of the list of the main dialog that has the focus, without the blanks behind it.
+    std::string focusedRow() const;
     std::optional<Point> cursor() const { return cursor_; }
     // Every picture, also those that stood while something was at work.
     const std::vector<std::string>& pictures() const { return pictures_; }
@@ -54,6 +59,11 @@ public:
     int lines() const override { return lines_; }
     void show(const terminal::Canvas& canvas, std::optional<Point> cursor) override;
     Input next() override;
+    void beforeWork() override {}
+    void afterWork() override;
+    void setWorker(const std::string& worker) override { workers_.push_back(worker); }
+    // Everybody whose code was announced, "" for the program's own.
+    const std::vector<std::string>& workers() const { return workers_; }
 
 private:
     int columns_;
@@ -65,6 +75,7 @@ private:
     std::string shown_;
     std::vector<std::string> seen_;
     std::vector<std::string> pictures_;
+    std::vector<std::string> workers_;
     long time_ = 0;
 };
 

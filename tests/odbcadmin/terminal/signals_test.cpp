@@ -43,9 +43,12 @@ TEST(Signals, EndTheProgramAsTheyWouldAndGiveTheTerminalBack) {
     const struct {
         int number;
         const char* name;
-    } rows[] = {{SIGINT, "SIGINT"},   {SIGTERM, "SIGTERM"}, {SIGHUP, "SIGHUP"}, {SIGQUIT, "SIGQUIT"},
-                {SIGABRT, "SIGABRT"}, {SIGSEGV, "SIGSEGV"}, {SIGBUS, "SIGBUS"}, {SIGFPE, "SIGFPE"},
-                {SIGILL, "SIGILL"},   {SIGPIPE, "SIGPIPE"}};
+    } rows[] = {{SIGINT, "SIGINT"},   {SIGTERM, "SIGTERM"},     {SIGHUP, "SIGHUP"},     {SIGQUIT, "SIGQUIT"},
+                {SIGABRT, "SIGABRT"}, {SIGSEGV, "SIGSEGV"},     {SIGBUS, "SIGBUS"},     {SIGFPE, "SIGFPE"},
+                {SIGILL, "SIGILL"},   {SIGPIPE, "SIGPIPE"},     {SIGUSR1, "SIGUSR1"},   {SIGUSR2, "SIGUSR2"},
+                {SIGALRM, "SIGALRM"}, {SIGVTALRM, "SIGVTALRM"}, {SIGPROF, "SIGPROF"},   {SIGXCPU, "SIGXCPU"},
+                {SIGXFSZ, "SIGXFSZ"}, {SIGSYS, "SIGSYS"},       {SIGTRAP, "SIGTRAP"},   {SIGIO, "SIGIO"},
+                {SIGPWR, "SIGPWR"},   {SIGSTKFLT, "SIGSTKFLT"}, {SIGRTMIN, "SIGRTMIN"}, {SIGRTMAX, "SIGRTMAX"}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         Pty pty(JX_ODBCADMIN, environment(home));
@@ -118,7 +121,11 @@ TEST(Signals, WhatADriverDoesLeavesTheTerminalAsItWas) {
     const struct {
         const char* deed;
         const char* end;
-    } rows[] = {{"exit", "exited 7"}, {"crash", "signal 11"}, {"overflow", "signal 11"}, {"abort", "signal 6"}};
+        const char* told;
+    } rows[] = {{"exit", "exited 7", " ended this program."},
+                {"crash", "signal 11", " crashed, which ends this program."},
+                {"overflow", "signal 11", " crashed, which ends this program."},
+                {"abort", "signal 6", " crashed, which ends this program."}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.deed);
         const TestHome home{
@@ -134,8 +141,41 @@ TEST(Signals, WhatADriverDoesLeavesTheTerminalAsItWas) {
         const std::string end = pty.waitForEnd();
         EXPECT_EQ(end, row.end);
         note(std::string("driver: ") + row.deed, before, during, pty.modes(), end);
-        expectGivenBack(pty, before);
+        EXPECT_EQ(pty.modes(), before);
+        const std::string last = pty.take();
+        const std::string told = "odbcadmin: The setup library " JX_DRIVER " of driver Mine" + std::string(row.told);
+        ASSERT_NE(last.find(told), std::string::npos) << last;
+        EXPECT_GT(last.find(told), last.find(kPictureBack));
     }
+}
+
+TEST(Signals, ALibraryThatSetsTheTerminalOtherwiseOrPaintsOnItIsUndone) {
+    const TestHome home{
+        {".odbcinst.ini", "[ODBC Drivers]\nMine=Installed\n[Mine]\nDriver=/d.so\nSetup=" JX_DRIVER "\n"}};
+    Pty pty(JX_ODBCADMIN, environment(home, {"JX_SCREEN_DEED=terminal"}));
+    ASSERT_TRUE(pty.waitFor("F2 new driver"));
+    const std::string during = pty.modes();
+    pty.send("a");
+    ASSERT_TRUE(pty.waitFor("new data source:"));
+    pty.take();
+    pty.send("\033[B\r");
+    ASSERT_TRUE(pty.waitFor("paint over it"));
+    // The whole picture, not only what changed in it.
+    ASSERT_TRUE(pty.waitFor("F2 new driver"));
+    EXPECT_EQ(pty.modes(), during);
+}
+
+TEST(Signals, PastedTextOnAListPressesNothing) {
+    const TestHome home{{".odbc.ini", "[ODBC Data Sources]\nSales=Mine\n"}};
+    Pty pty(JX_ODBCADMIN, environment(home));
+    ASSERT_TRUE(pty.waitFor("\033[?2004h"));
+    ASSERT_TRUE(pty.waitFor("F2 new driver"));
+    pty.take();
+    pty.send("\033[200~o\r\033[201~");
+    EXPECT_TRUE(pty.waitFor("Pasted text goes into fields only."));
+    pty.send("\033");
+    EXPECT_EQ(pty.waitForEnd(), "exited 0");
+    EXPECT_NE(pty.take().find("\033[?2004l"), std::string::npos);
 }
 
 TEST(Signals, WhatADriverPrintsComesAfterThePicture) {

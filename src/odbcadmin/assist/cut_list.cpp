@@ -1,0 +1,77 @@
+// Comparing the rows with the file.
+#include "odbcadmin/assist/cut_list.h"
+
+#include <control_ids.h>
+#include <odbcinst.h>
+
+#include <algorithm>
+#include <string_view>
+#include <vector>
+
+#include "odbcadmin/model/configuration.h"
+
+namespace jx::assist {
+
+namespace {
+
+struct Notice {
+    HWND dialog = 0;
+    std::string text;
+};
+thread_local Notice lastNotice;
+
+// 1998 as "1,998".
+std::string grouped(std::size_t number) {
+    std::string text = std::to_string(number);
+    for (std::size_t at = text.size(); at > 3; at -= 3)
+        text.insert(at - 3, ",");
+    return text;
+}
+
+bool isNamed(const std::string& row, const std::string& name) {
+    return row.starts_with(name + " (");
+}
+
+// Whether a row shows no data source of the file, or one that a row above shows.
+bool isPhantom(HWND dialog, int index, int row, const std::vector<std::string>& names) {
+    const std::string text = JXW_GetRow(dialog, index, row);
+    if (std::none_of(names.begin(), names.end(), [&](const std::string& name) { return isNamed(text, name); }))
+        return true;
+    for (int above = 0; above < row; ++above)
+        if (text == JXW_GetRow(dialog, index, above))
+            return true;
+    return false;
+}
+
+}  // namespace
+
+void mendCutList(HWND dialog) {
+    JxwDialogInfo info{};
+    if (JXW_GetDialogInfo(dialog, &info) == 0 || std::string_view(info.module) != BJXHINST ||
+        info.templateId != JxDataSourcesDialog)
+        return;
+    lastNotice = {dialog, {}};
+    JxwControlInfo list{};
+    int index = 0;
+    while (JXW_GetControlInfo(dialog, index, &list) != 0 && list.id != JxDataSourcesList)
+        ++index;
+    std::vector<std::string> names;
+    for (const model::DataSource& source : model::Configuration::read().dataSources())
+        if (source.isListed())
+            names.push_back(source.name);
+    // The default data source is the last row and always whole.
+    const bool hasDefault =
+        list.rowCount > 0 && isNamed(JXW_GetRow(dialog, index, list.rowCount - 1), INS_ODBCINI_DEFAULT);
+    int shown = list.rowCount - (hasDefault ? 1 : 0);
+    if (shown > 0 && isPhantom(dialog, index, shown - 1, names))
+        JXW_SendDlgItemMessage(dialog, list.id, LB_DELETESTRING, --shown, 0);
+    if (static_cast<std::size_t>(shown) < names.size())
+        lastNotice.text = grouped(static_cast<std::size_t>(shown)) + " of " + grouped(names.size()) +
+                          " shown; odbcadmin dsn list shows all.";
+}
+
+std::string cutNotice(HWND dialog) {
+    return dialog == lastNotice.dialog ? lastNotice.text : std::string();
+}
+
+}  // namespace jx::assist

@@ -1,0 +1,89 @@
+// Comparing the rows before and after.
+#include "odbcadmin/assist/selection.h"
+
+#include <control_ids.h>
+#include <odbcinst.h>
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+#include "odbcadmin/assist/cut_list.h"
+
+namespace jx::assist {
+
+namespace {
+
+// Only lists of the library's own dialogs: what a driver's dialog selects is its own affair.
+int keptList(HWND dialog) {
+    JxwDialogInfo info{};
+    if (JXW_GetDialogInfo(dialog, &info) == 0 || std::string_view(info.module) != BJXHINST ||
+        (info.templateId != JxDataSourcesDialog && info.templateId != JxDriversDialog))
+        return -1;
+    JxwControlInfo control{};
+    for (int index = 0; JXW_GetControlInfo(dialog, index, &control) != 0; ++index)
+        if (control.kind == JXW_LISTBOX)
+            return index;
+    return -1;
+}
+
+std::vector<std::string> rowsOf(HWND dialog, int index, int count) {
+    std::vector<std::string> rows;
+    for (int row = 0; row < count; ++row)
+        rows.emplace_back(JXW_GetRow(dialog, index, row));
+    return rows;
+}
+
+// The place of the only row that was not there before; -1 when there is none, or there are several.
+int newRow(const std::vector<std::string>& before, const std::vector<std::string>& now) {
+    if (now.size() != before.size() + 1)
+        return -1;
+    const auto isNew = [&before](const std::string& row) {
+        return std::find(before.begin(), before.end(), row) == before.end();
+    };
+    const auto found = std::find_if(now.begin(), now.end(), isNew);
+    return found == now.end() ? -1 : static_cast<int>(found - now.begin());
+}
+
+}  // namespace
+
+Selection::Selection(HWND dialog) : dialog_(dialog), index_(keptList(dialog)) {
+    JxwControlInfo list{};
+    if (index_ < 0 || JXW_GetControlInfo(dialog, index_, &list) == 0)
+        return;
+    row_ = list.selection;
+    rows_ = rowsOf(dialog, index_, list.rowCount);
+}
+
+void Selection::restore() const {
+    JxwControlInfo list{};
+    mendCutList(dialog_);
+    if (index_ < 0 || keptList(dialog_) != index_ || JXW_GetControlInfo(dialog_, index_, &list) == 0 ||
+        list.rowCount == 0)
+        return;
+    const std::vector<std::string> now = rowsOf(dialog_, index_, list.rowCount);
+    if (now == rows_ && list.selection == row_)
+        return;
+    int row = now == rows_ ? row_ : newRow(rows_, now);
+    if (row < 0 && row_ >= 0) {
+        const auto same = std::find(now.begin(), now.end(), rows_[static_cast<std::size_t>(row_)]);
+        row = same != now.end() ? static_cast<int>(same - now.begin()) : row_;
+    }
+    JXW_UserFocus(dialog_, list.id);
+    JXW_UserSelect(dialog_, list.id, std::clamp(row, 0, list.rowCount - 1));
+}
+
+void SelectionKeeper::around(const std::function<void()>& action) {
+    std::optional<Selection> before;
+    struct Leave {
+        std::optional<Selection>*& place;
+        std::optional<Selection>* outer;
+        ~Leave() { place = outer; }
+    };
+    const Leave leave{innermost_, std::exchange(innermost_, &before)};
+    action();
+    if (before)
+        before->restore();
+}
+
+}  // namespace jx::assist
