@@ -39,8 +39,9 @@ extern JX_EXPORT const char* INS_ODBCINST_FILENAME;    /* ".odbcinst.ini": the d
 extern JX_EXPORT const char* INS_ODBCINST_TRANSLATORS; /* "ODBC Translators": the list in .odbcinst.ini */
 extern JX_EXPORT const char* BJXHINST;                 /* "odbcinst": the module of this library's texts */
 
-/* ---- state of the process; written by the library only, without a lock ---- */
-
+/* ---- state of the process; written by the library only, without a lock ----
+ * The dialog functions belong to one thread. A word that names no living window counts as 0: a dialog that was closed
+ * by an exception or by the end of its thread does not clear its own. */
 extern JX_EXPORT uintptr_t HWNDDSDLG;  /* the open Data Sources dialog, 0 when none is open */
 extern JX_EXPORT uintptr_t HWNDADDLG;  /* the open Add Data Source dialog, 0 when none is open */
 extern JX_EXPORT unsigned char* inbuf; /* work buffers during SQLInstallODBC; not valid after it */

@@ -26,8 +26,10 @@ void enableOk(HWND dialog, OdbcIns& /*ins*/) {
 
 // The dialog closes even if the driver refused.
 void add(HWND dialog, OdbcIns& ins) {
-    if (ins.SaveSelectedLBItem(dialog, JxAddDataSourceList, jx::kDriverRows) != 0)
+    if (ins.SaveSelectedLBItem(dialog, JxAddDataSourceList, jx::kDriverRows) != 0) {
+        refuseRow(dialog, JxAddDataSourceList);
         return;
+    }
     unsigned char driver[sizeof ins.driverName];  // a copy, since adding clears the record's own
     BUTSTCPY(driver, jx::asBytes(ins.driverName));
     if (ins.jxSQLConfigDataSource(dialog, ODBC_ADD_DSN, driver, nullptr) == FALSE)

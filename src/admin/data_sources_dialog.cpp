@@ -44,7 +44,10 @@ void configure(HWND dialog, OdbcIns& ins, unsigned long request, JxTextId failur
 }
 
 bool takeSelection(HWND dialog, OdbcIns& ins) {
-    return ins.SaveSelectedLBItem(dialog, JxDataSourcesList, jx::kDataSourceRows) == 0;
+    if (ins.SaveSelectedLBItem(dialog, JxDataSourcesList, jx::kDataSourceRows) == 0)
+        return true;
+    refuseRow(dialog, JxDataSourcesList);
+    return false;
 }
 
 void setUp(HWND dialog, OdbcIns& ins) {

@@ -3,12 +3,20 @@
 
 #include <exception>
 
+#include "config/list_box.h"
+#include "config/message_box.h"
+
 namespace jx::admin {
 
 namespace {
 
 constexpr char kHigh[] = "Segm";
 constexpr char kLow[] = "Offset";
+
+constexpr char kRowRefused[] =
+    "This row cannot be used here: it names no driver, or the name of its data source or of its driver is longer than "
+    "49 "
+    "bytes.";
 
 }  // namespace
 
@@ -20,6 +28,11 @@ void keepRecord(HWND dialog, std::uintptr_t address) {
 void* keptRecord(HWND dialog) {
     const std::uintptr_t address = (JXW_GetProp(dialog, kHigh) << 16) + (JXW_GetProp(dialog, kLow) & 0xFFFF);
     return reinterpret_cast<void*>(address);  // NOLINT(performance-no-int-to-ptr): properties hold numbers
+}
+
+void refuseRow(HWND dialog, unsigned short listId) {
+    if (selectedRow(dialog, listId) != -1)
+        showMessage(dialog, asBytes(kRowRefused), MB_OK | MB_ICONEXCLAMATION);
 }
 
 OpenHandle::OpenHandle(std::uintptr_t* handle, HWND dialog)

@@ -57,6 +57,11 @@ inline void endDialog(HWND dialog) {
     JXW_EndDialog(dialog, 1);
 }
 
+// Says why the selected row cannot be used: it is not "name (driver)" where it should be, or a name has more than the
+// 49 bytes that the record has room for; a name that is cut could be another one's. Shows nothing if no row is
+// selected.
+void refuseRow(HWND dialog, unsigned short listId);
+
 inline void enableControl(HWND dialog, unsigned short id, bool enable) {
     JXW_EnableWindow(JXW_GetDlgItem(dialog, id), enable ? 1 : 0);
 }

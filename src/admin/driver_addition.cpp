@@ -21,7 +21,8 @@ using install::OwnedText;
 
 // The directory that the user chose; null when the dialog was cancelled.
 OwnedText askForDirectory(HWND owner) {
-    AddDriverRecord record{0, nullptr, asBytes("A:\\"), nullptr};
+    const OwnedText proposed = install::copyOf("A:\\");
+    AddDriverRecord record{0, nullptr, proposed.get(), nullptr};
     jxDllDialog(owner, JxAddDriverDialog, AddDriverDlgProc, &record);
     OwnedText chosen(record.chosen);
     return record.confirmed != 0 ? std::move(chosen) : nullptr;

@@ -15,6 +15,7 @@
 #include "config/configuration_file.h"
 #include "config/message_box.h"
 #include "config/text_bytes.h"
+#include "rules/sections.h"
 
 namespace jx::admin {
 
@@ -22,10 +23,13 @@ namespace {
 
 constexpr short kValueSize = 199;
 
-using Value = std::array<unsigned char, kValueSize>;
+// A path that fills it was cut.
+constexpr short kPathSize = kValueSize + 1;
 
-void readValue(OdbcIns& ins, const char* section, const char* key, const char* file, Value& value) {
-    ins.jxSQLGetPrivateProfileString(asBytes(section), asBytes(key), nullptr, value.data(), kValueSize, asBytes(file));
+using Value = std::array<unsigned char, kPathSize>;
+
+void readValue(OdbcIns& ins, const char* section, const char* key, const char* file, Value& value, short size) {
+    ins.jxSQLGetPrivateProfileString(asBytes(section), asBytes(key), nullptr, value.data(), size, asBytes(file));
 }
 
 // Shows that a file was not deleted, and why.
@@ -37,14 +41,14 @@ void reportKept(HWND dialog, const unsigned char* path, int reason) {
 
 // 0, or the error number of the failure.
 int deleteFile(const unsigned char* path) {
-    if (BUTSTLEN(path) >= kValueSize - 1)
+    if (BUTSTLEN(path) >= kPathSize - 1)
         return ENAMETOOLONG;
     return bosFileDelete(path) == 0 ? 0 : errno;
 }
 
 void deleteNamedFile(HWND dialog, OdbcIns& ins, const unsigned char* driverName, const char* key, short quiet) {
     Value path{};
-    readValue(ins, asChars(driverName), key, INS_ODBCINST_FILENAME, path);
+    readValue(ins, asChars(driverName), key, INS_ODBCINST_FILENAME, path, kPathSize);
     DeleteTheDriver(dialog, path.data(), quiet);
 }
 
@@ -58,7 +62,7 @@ void removeDataSource(OdbcIns& ins, const unsigned char* name) {
 // this name are removed too.
 bool usesDriver(OdbcIns& ins, const unsigned char* dataSource, const unsigned char* driverName) {
     Value driver{};
-    readValue(ins, INS_ODBCINI_DS, asChars(dataSource), INS_ODBCINI_FILENAME, driver);
+    readValue(ins, INS_ODBCINI_DS, asChars(dataSource), INS_ODBCINI_FILENAME, driver, kValueSize);
     return strFind(driver.data(), driverName) != nullptr;
 }
 
@@ -76,15 +80,20 @@ int DeleteTheDriver(unsigned int hwnd, unsigned char* path, short quiet) {
 void FixODBCINIFile(unsigned int /*hwnd*/, const unsigned char* driverName, OdbcIns* ins) {
     KeyList names(asBytes(INS_ODBCINI_DS), "", dataSourceFile().name(), LastKey::whole, kShortListSize);
     for (const unsigned char* name = names.next(); name != nullptr; name = names.next()) {
-        if (*name != 0 && usesDriver(*ins, name, driverName))
+        if (*name != 0 && !rules::isReservedSection(asChars(name)) && usesDriver(*ins, name, driverName))
             removeDataSource(*ins, name);
     }
 }
 
 void removeDriver(unsigned int hwnd, const unsigned char* driverName, OdbcIns& ins) {
+    const unsigned char* file = asBytes(INS_ODBCINST_FILENAME);
+    // The section of that name is a list or holds settings: only the entry that calls it a driver goes.
+    if (rules::isReservedSection(asChars(driverName))) {
+        ins.jxSQLWritePrivateProfileString(asBytes(INS_ODBCINI_DRIVERS), driverName, nullptr, file);
+        return;
+    }
     deleteNamedFile(hwnd, ins, driverName, "Driver", 0);
     deleteNamedFile(hwnd, ins, driverName, "Setup", 1);
-    const unsigned char* file = asBytes(INS_ODBCINST_FILENAME);
     ins.jxSQLWritePrivateProfileString(asBytes(INS_ODBCINI_DRIVERS), driverName, nullptr, file);
     ins.jxSQLWritePrivateProfileString(driverName, nullptr, nullptr, file);
     FixODBCINIFile(hwnd, driverName, &ins);

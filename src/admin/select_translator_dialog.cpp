@@ -73,9 +73,11 @@ void confirm(HWND dialog, TranslatorChoice& choice) {
     endDialog(dialog);
 }
 
-// Deliberate: cancelling does not keep the current translator. The result is no translator.
+// Deliberate: cancelling does not keep the current translator. The result is no translator. A Cancel that comes behind
+// an OK changes nothing any more.
 void cancel(HWND /*dialog*/, TranslatorChoice& choice) {
-    chooseNone(choice);
+    if (choice.chosen == 0)
+        chooseNone(choice);
 }
 
 constexpr Reaction<TranslatorChoice> kReactions[] = {

@@ -32,6 +32,12 @@ private:
     OdbcIns& ins_;
 };
 
+// A dialog that an exception of its screen or the end of its thread closed did not clear its word.
+void forgetClosed(uintptr_t& word) {
+    if (word != 0 && JXW_IsWindow(static_cast<HWND>(word)) == 0)
+        word = 0;
+}
+
 }  // namespace
 
 int SQLGetPrivateProfileString(LPCSTR lpszSection, LPCSTR lpszEntry, LPCSTR lpszDefault, LPSTR lpszRetBuffer,
@@ -80,6 +86,7 @@ BOOL SQLConfigDataSource(HWND hwnd, WORD fRequest, LPCSTR lpszDriver, LPCSTR lps
 
 BOOL SQLManageDataSources(HWND hwnd) {
     OdbcIns ins;
+    forgetClosed(HWNDDSDLG);
     if (HWNDDSDLG != 0) {
         // Deliberate: the dialog ignores this message, but hosts may wait for it.
         JXW_SetFocus(static_cast<HWND>(HWNDDSDLG));
@@ -95,6 +102,7 @@ BOOL SQLCreateDataSource(HWND hwnd, LPCSTR /*lpszDS*/) {
     OdbcIns ins;
     if (hwnd == 0)
         return FALSE;
+    forgetClosed(HWNDADDLG);
     jxDllDialog(hwnd, JxAddDataSourceDialog, AddDataSourceDlgProc, &ins);
     return ins.dataSourceAdded != 0 ? TRUE : FALSE;
 }

@@ -78,7 +78,7 @@ unsigned char* displayText(const unsigned char* name, const unsigned char* drive
 }  // namespace
 
 unsigned int OdbcIns::GetDataSourceNames() {
-    jx::KeyList names(asBytes(INS_ODBCINI_DS), "", jx::dataSourceFile().name());
+    jx::KeyList names(asBytes(INS_ODBCINI_DS), "", jx::dataSourceFile().name(), jx::LastKey::whole);
     const std::size_t named = names.names().count();
     entryCount = 0;
     // Deliberate: without other data sources the default one is not listed either, and hasDefault is not changed.

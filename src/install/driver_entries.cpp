@@ -34,7 +34,9 @@ bool fileFromScript(const unsigned char* infFile, const unsigned char* section, 
     if (!Script(infFile).read(section, key, value))
         return false;
     const ScriptLine line(value.view());
-    return line.fieldCount() > ScriptLine::kFileName && file.append(line.field(ScriptLine::kFileName));
+    const std::string_view name = line.field(ScriptLine::kFileName);
+    // Blanks behind the name would count as part of its extension.
+    return line.fieldCount() > ScriptLine::kFileName && file.append(name.substr(0, name.find_last_not_of(' ') + 1));
 }
 
 // Takes the file's name from the list's text at position; false when that text is not a pair of this key.

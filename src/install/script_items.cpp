@@ -44,7 +44,7 @@ unsigned int PlaceDriversToBeInstalledInInstallStruct(_Install* install, unsigne
 }
 
 unsigned int PlaceTranslatorsToBeInstalledInInstallStruct(_Install* install) {
-    KeyList keys = Script(install->infFile).keys(asBytes(INS_ODBCINST_TRANSLATORS));
+    KeyList keys = Script(install->infFile).wholeKeys(asBytes(INS_ODBCINST_TRANSLATORS));
     if (!keys.isThere())
         return keys.readFailed() ? 1 : 0;
     if (keys.names().count() == 0)

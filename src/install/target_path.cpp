@@ -2,9 +2,11 @@
 #include "install/target_path.h"
 
 #include <jxfiles.h>
+#include <jxini.h>
 #include <jxtext.h>
 
 #include <array>
+#include <cerrno>
 #include <string_view>
 
 #include "config/configuration_file.h"
@@ -45,6 +47,19 @@ bool keepDirectory(unsigned char* file) {
     return bosParseName(file, baseName.data(), extension.data(), 0) != 0;
 }
 
+// Cuts the path of a registered library down to its directory, however long the file's name is.
+void keepDirectoryOfRegistered(unsigned char* file) {
+    const std::size_t slash = viewOf(file).rfind('/');
+    file[slash == std::string_view::npos ? 0 : slash + 1] = 0;
+    keepDirectory(file);
+}
+
+// A directory or a FIFO in the place of the file holds no driver. Any other failure may hide one.
+bool mayHideADriver(const ProfileValue& value) {
+    const int error = value.readFailed() ? jxIniLastFailure().error : EISDIR;
+    return error != EISDIR && error != ENOTSUP;
+}
+
 }  // namespace
 
 unsigned int GetTargetPath(const unsigned char* lpszInfFile, const unsigned char* lpszDriver, unsigned char* lpszPath,
@@ -53,8 +68,10 @@ unsigned int GetTargetPath(const unsigned char* lpszInfFile, const unsigned char
     if (lpszInfFile != nullptr) {
         // Deliberate: a driver that is not registered yet gets the directory "NOT AVAILABLE".
         const bool registered = file.read(lpszDriver, asBytes(INS_ODBCINI_DRIVER), driverFile().name());
-        if (file.readFailed() || (registered && !keepDirectory(file.text())))
+        if (mayHideADriver(file))
             return 1;
+        if (registered)
+            keepDirectoryOfRegistered(file.text());
     } else {
         const unsigned char* named = driverFileOf(lpszDriver);
         if (named == nullptr)

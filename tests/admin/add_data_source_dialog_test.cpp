@@ -91,11 +91,12 @@ TEST_F(AddDataSourceDialog, ClosesAfterAFailedAddToo) {
     }
 }
 
-TEST_F(AddDataSourceDialog, DoesNothingWithADriverNameThatDoesNotFit) {
+TEST_F(AddDataSourceDialog, SaysWhyADriverNameThatDoesNotFitCannotBeUsed) {
     const std::string name(50, 'd');
     putDrivers({{name.c_str(), setupLibrary("driver_both")}});
-    ScriptedUser user{doubleClick(JxAddDataSourceList, 0), press(IDOK), press(IDCANCEL)};
+    ScriptedUser user({doubleClick(JxAddDataSourceList, 0), press(IDOK), press(IDCANCEL)}, {IDOK, IDOK});
     EXPECT_EQ(SQLCreateDataSource(kOwner, nullptr), FALSE);
+    EXPECT_EQ(user.boxes, (Texts{kRowRefused, kRowRefused}));
     EXPECT_EQ(user.actionsLeft(), 0U);
     EXPECT_TRUE(calls.lines().empty());
 }

@@ -74,6 +74,26 @@ TEST_F(DataSourcesDialog, KnowsWhileItIsOpen) {
     EXPECT_EQ(HWNDDSDLG, 0U);
 }
 
+TEST_F(DataSourcesDialog, OpensAgainAfterAnExceptionOfTheScreen) {
+    {
+        ScriptedUser user{test::call([](HWND) { throw std::runtime_error("the screen is gone"); })};
+        EXPECT_THROW(SQLManageDataSources(0), std::runtime_error);
+    }
+    ScriptedUser user{look(), press(JxCloseButton)};
+    EXPECT_EQ(SQLManageDataSources(0), 1);
+    EXPECT_EQ(user.dumps.size(), 1U);
+}
+
+TEST_F(DataSourcesDialog, OpensAgainAfterTheEndOfAThreadWithItOpen) {
+    std::thread([] {
+        ScriptedUser user{test::call([](HWND) { pthread_exit(nullptr); })};
+        SQLManageDataSources(0);
+    }).join();
+    ScriptedUser user{look(), press(JxCloseButton)};
+    EXPECT_EQ(SQLManageDataSources(0), 1);
+    EXPECT_EQ(user.dumps.size(), 1U);
+}
+
 TEST_F(DataSourcesDialog, GreysSetupAndDeleteWhileNothingIsSelected) {
     ScriptedUser user{selectRow(JxDataSourcesList, -1), refused(press(JxSetupButton)), refused(press(JxDeleteButton)),
                       selectRow(JxDataSourcesList, 1), look()};
@@ -149,16 +169,17 @@ TEST_F(DataSourcesDialog, ReportsADriverThatRefusesToDelete) {
     EXPECT_EQ(calls.lines().back(), "unloaded");
 }
 
-TEST_F(DataSourcesDialog, DoesNothingWithARowThatNamesNoDriver) {
+TEST_F(DataSourcesDialog, SaysWhyARowThatNamesNoDriverCannotBeUsed) {
     for (const char* row : {"Sales", "Sales Writer)", ""}) {
         SCOPED_TRACE(row);
-        ScriptedUser user{test::call([row](HWND open) {
-                              JXW_SendDlgItemMessage(open, JxDataSourcesList, LB_INSERTSTRING, 0,
-                                                     reinterpret_cast<uintptr_t>(row));
-                          }),
-                          selectRow(JxDataSourcesList, 0), press(JxSetupButton), press(JxDeleteButton)};
+        ScriptedUser user({test::call([row](HWND open) {
+                               JXW_SendDlgItemMessage(open, JxDataSourcesList, LB_INSERTSTRING, 0,
+                                                      reinterpret_cast<uintptr_t>(row));
+                           }),
+                           selectRow(JxDataSourcesList, 0), press(JxSetupButton), press(JxDeleteButton)},
+                          {IDOK, IDOK});
         SQLManageDataSources(0);
-        EXPECT_TRUE(user.boxes.empty());
+        EXPECT_EQ(user.boxes, (Texts{kRowRefused, kRowRefused}));
         EXPECT_TRUE(calls.lines().empty());
     }
 }
@@ -179,13 +200,14 @@ TEST_F(DataSourcesDialog, DeletingTheLastOneGreysTheButtons) {
               std::string::npos);
 }
 
-TEST_F(DataSourcesDialog, DoesNothingWithANameThatDoesNotFit) {
+TEST_F(DataSourcesDialog, SaysWhyANameThatDoesNotFitCannotBeUsed) {
     const std::string name(50, 'n');
     putDataSources({{name.c_str(), "Writer"}});
-    ScriptedUser user{press(JxSetupButton), press(JxDeleteButton), doubleClick(JxDataSourcesList, 0)};
+    ScriptedUser user({press(JxSetupButton), press(JxDeleteButton), doubleClick(JxDataSourcesList, 0)},
+                      {IDOK, IDOK, IDOK});
     SQLManageDataSources(0);
     EXPECT_TRUE(calls.lines().empty());
-    EXPECT_TRUE(user.boxes.empty());
+    EXPECT_EQ(user.boxes, (Texts{kRowRefused, kRowRefused, kRowRefused}));
 }
 
 TEST_F(DataSourcesDialog, AddsThroughTheDialogOfItsOwn) {

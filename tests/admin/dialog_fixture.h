@@ -17,6 +17,10 @@
 
 namespace jx::test {
 
+inline constexpr char kRowRefused[] =
+    "KALDERO ODBC Admin|This row cannot be used here: it names no driver, or the name of its data source or of its "
+    "driver is longer than 49 bytes.|48";
+
 using Texts = std::vector<std::string>;
 
 // A message box of the administrator, as ScriptedUser::boxes has it.

@@ -102,7 +102,7 @@ TEST_F(DriversDialog, RemovesADriverWithoutASetupLibraryWithoutAMessage) {
 
 TEST_F(DriversDialog, DoesNotDeleteASetupLibraryWhosePathMayHaveBeenCutAndSaysNothing) {
     const std::string folder = home.file("");
-    const std::string name(198 - folder.size(), 'n');
+    const std::string name(199 - folder.size(), 'n');
     home.put(name, "precious");
     home.put(".odbcinst.ini", "[ODBC Drivers]\nD=Installed\n[D]\nSetup=" + folder + name + "nnn\n");
     ScriptedUser user({press(JxDeleteDriverButton)}, {IDYES});
@@ -137,21 +137,39 @@ TEST_F(DriversDialog, RemovesADriverThatNamesNoFilesWithoutAMessage) {
 
 TEST_F(DriversDialog, DoesNotDeleteAFileWhosePathMayHaveBeenCut) {
     std::string folder = home.file("");
-    for (const std::size_t length : {std::size_t{197}, std::size_t{198}, std::size_t{199}}) {
+    for (const std::size_t length : {std::size_t{197}, std::size_t{198}, std::size_t{199}, std::size_t{200}}) {
         SCOPED_TRACE(length);
         ASSERT_LT(folder.size(), length);
-        const std::string name(std::min<std::size_t>(length, 198) - folder.size(), 'n');
+        const std::string name(std::min<std::size_t>(length, 199) - folder.size(), 'n');
         home.put(name, "precious");
         home.put(".odbcinst.ini", "[ODBC Drivers]\nD=Installed\n[D]\nDriver=" + folder +
                                       std::string(length - folder.size(), 'n') + "\n");
         ScriptedUser user({press(JxDeleteDriverButton)}, {IDYES, IDOK});
         run();
-        EXPECT_EQ(home.text(name), length < 198 ? "(absent)" : "precious");
-        EXPECT_EQ(user.boxes.size(), length < 198 ? 1U : 2U);
-        if (length >= 198) {
+        EXPECT_EQ(home.text(name), length < 199 ? "(absent)" : "precious");
+        EXPECT_EQ(user.boxes.size(), length < 199 ? 1U : 2U);
+        if (length >= 199) {
             EXPECT_EQ(user.boxes.back(), notDeleted(folder + name, ENAMETOOLONG));
         }
     }
+}
+
+TEST_F(DriversDialog, OfADriverNamedLikeAListOnlyTheEntryGoes) {
+    const std::string rest = "[ODBC Translators]\nLatin=Installed\nDriver=" + home.file("a.so") + "\n";
+    home.put(".odbcinst.ini", "[ODBC Drivers]\nodbc translators=Installed\n" + rest);
+    ScriptedUser user({press(JxDeleteDriverButton)}, {IDYES});
+    run();
+    EXPECT_EQ(home.text(".odbcinst.ini"), "[ODBC Drivers]\n" + rest);
+    EXPECT_EQ(home.text("a.so"), "library");
+}
+
+TEST_F(DriversDialog, AListThatNamesASettingAsADataSourceKeepsIt) {
+    const std::string before = "[ODBC Data Sources]\nODBC=D\n[ODBC]\nTrace=1\n";
+    home.put(".odbc.ini", before);
+    home.put(".odbcinst.ini", "[ODBC Drivers]\nD=Installed\n");
+    ScriptedUser user({press(JxDeleteDriverButton)}, {IDYES});
+    run();
+    EXPECT_EQ(home.text(".odbc.ini"), before);
 }
 
 TEST_F(DriversDialog, DeletingTheLastOneGreysTheButton) {

@@ -86,6 +86,15 @@ TEST_F(SelectTranslatorDialog, CancelAnswersWithNoTranslatorWhateverWasCurrent) 
     EXPECT_EQ(choose("Latin"), "<No Translator>");
 }
 
+TEST_F(SelectTranslatorDialog, ACancelBehindAnOkChangesNothing) {
+    ScriptedUser user{selectRow(JxTranslatorsList, 1), test::call([](HWND dialog) {
+                          JXW_SendMessage(dialog, WM_COMMAND, IDOK, 0);
+                          JXW_SendMessage(dialog, WM_COMMAND, IDCANCEL, 0);
+                      })};
+    EXPECT_EQ(choose(""), "Latin");
+    EXPECT_EQ(chosen, 1U);
+}
+
 TEST_F(SelectTranslatorDialog, GreysOkWhileNothingIsSelected) {
     ScriptedUser user{selectRow(JxTranslatorsList, -1), refused(press(IDOK)), refused(key(JXW_KEY_ENTER)),
                       selectRow(JxTranslatorsList, 1), press(IDOK)};

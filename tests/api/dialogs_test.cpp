@@ -38,11 +38,13 @@ TEST(ManageDataSources, ReturnsAtOnceWithTheTaskEnded) {
     EXPECT_EQ(home.text(".odbc.ini"), "[ODBC Data Sources]\nA=B\n");
 }
 
-TEST(ManageDataSources, WithAStaleHandleOfADialogReturnsAtOnceToo) {
+TEST(ManageDataSources, AWordThatNamesNoWindowCountsAsZero) {
     HWNDDSDLG = 4711;
+    HWNDADDLG = 4711;
     EXPECT_EQ(SQLManageDataSources(77), 0);
-    EXPECT_EQ(HWNDDSDLG, 4711U);
-    HWNDDSDLG = 0;
+    EXPECT_EQ(HWNDDSDLG, 0U);
+    EXPECT_EQ(SQLCreateDataSource(77, nullptr), FALSE);
+    EXPECT_EQ(HWNDADDLG, 0U);
 }
 
 TEST(CreateDataSource, AnswersFalseWithAndWithoutAWindow) {

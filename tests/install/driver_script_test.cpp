@@ -3,6 +3,7 @@
 #include <odbcinst.h>
 #include <sys/stat.h>
 
+#include <cstdio>
 #include <string>
 
 #include "guarded_buffer.h"
@@ -126,12 +127,44 @@ TEST(InstallDriverFromScript, WritesNoKeysWithoutAKeysSection) {
     EXPECT_EQ(home.text(".odbcinst.ini"), "[D]\nDriver=/l/d.so\nSetup=/l/d.so\n");
 }
 
-TEST(InstallDriverFromScript, RefusesARegisteredDriverWithATooLongFileName) {
-    const TestHome home({{"odbc.inf", kScript}, {".odbcinst.ini", "[My Driver]\nDriver=/opt/libold.soap\n"}});
-    const Call call = install(home, "My Driver");
-    EXPECT_EQ(call.result, FALSE);
-    EXPECT_EQ(call.path, "untouched");
-    EXPECT_EQ(home.text(".odbcinst.ini"), "[My Driver]\nDriver=/opt/libold.soap\n");
+TEST(InstallDriverFromScript, NeedsOnlyTheDirectoryOfARegisteredLibrary) {
+    const struct {
+        std::string registered, directory;
+    } rows[] = {{"/opt/libold.so.2.3.1234", "/opt"},
+                {"/opt/" + std::string(500, 'n') + ".soap", "/opt"},
+                {"/opt//libold.soap", "/opt"},
+                {"/libold.soap", "/"},
+                {"libold.soap", ""},
+                {"/opt/odbc/", "/opt/odbc"}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.registered);
+        const TestHome home(
+            {{"odbc.inf", "[D]\n\"Driver\"=1,d.so,\n"}, {".odbcinst.ini", "[D]\nDriver=" + row.registered + "\n"}});
+        const Call call = install(home, "D");
+        EXPECT_EQ(call.result, TRUE);
+        EXPECT_EQ(call.path, row.directory);
+        EXPECT_EQ(home.text(".odbcinst.ini"),
+                  "[D]\nDriver=" + row.directory + "/d.so\nSetup=" + row.directory + "/d.so\n");
+    }
+}
+
+TEST(InstallDriverFromScript, PassesOverBlanksBehindAFileName) {
+    const TestHome home({{"odbc.inf", "[D]\n\"Driver\"=1, d.so  ,\n\"Setup\"=1,s.so      ,\n"},
+                         {".odbcinst.ini", "[D]\nDriver=/l/o.so\n"}});
+    EXPECT_EQ(install(home, "D").result, TRUE);
+    EXPECT_EQ(home.text(".odbcinst.ini"), "[D]\nDriver=/l/d.so\nSetup=/l/s.so\n");
+}
+
+TEST(InstallDriverFromScript, TakesADirectoryOrAFifoInThePlaceOfTheDriverFileForAnEmptyOne) {
+    const TestHome home({{"odbc.inf", "[D]\n\"Driver\"=1,d.so,\n"}});
+    for (const bool isFifo : {false, true}) {
+        const std::string file = home.file(".odbcinst.ini");
+        ASSERT_EQ(isFifo ? mkfifo(file.c_str(), 0600) : mkdir(file.c_str(), 0700), 0);
+        const Call call = install(home, "D");
+        EXPECT_EQ(call.result, TRUE);
+        EXPECT_EQ(call.path, "NOT AVAILABLE");
+        ASSERT_EQ(std::remove(file.c_str()), 0);
+    }
 }
 
 TEST(InstallDriverFromScript, TakesNamesOf1023BytesAndNoMore) {

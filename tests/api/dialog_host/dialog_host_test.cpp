@@ -72,6 +72,10 @@ int32_t jxDllDialogReturnId(HWND, unsigned short, JxDialogProcedure, void*) {
     return 0;
 }
 
+int JXW_IsWindow(HWND hwnd) {
+    return hwnd == 4711 ? 1 : 0;
+}
+
 HWND JXW_SetFocus(HWND hwnd) {
     jx::test::note("JXW_SetFocus " + jx::test::number(hwnd));
     return 0;
