@@ -20,6 +20,7 @@
 #include <stddef.h>
 
 #include "jxexport.h"
+#include "jxprofile.h"
 
 JX_EXTERN_C_BEGIN
 
@@ -117,6 +118,48 @@ JX_EXPORT int jxIniFind(const JxIniText* text, const char* section, const char* 
 typedef int (*JxIniVisit)(void* context, const JxIniPiece* piece);
 JX_EXPORT size_t jxIniEach(const JxIniText* text, const char* section, JxIniVisit visit, void* context);
 
+/* ---- asking a file that seldom changes ---- */
+
+/* What a file holds, for a program that asks it many things and often:
+ *
+ *     JxIniFileCache* file = jxPrivateProfileInit((const unsigned char*)"/etc/odbc.ini");
+ *     JxIniView* view = jxIniLook(file);
+ *     JxIniPart server;
+ *     if (view != NULL && jxIniAsk(view, "Sales", "Server", &server) == JxIniFound)
+ *         fwrite(server.text, 1, server.length, stdout);
+ *
+ * It is the text that the thread's profile reads keep, so a file that did not change is neither opened nor read again.
+ */
+typedef struct JxIniView JxIniView;
+
+/* Looks at the file once, and reads it when it is another than before. Null when it is absent (jxIniLastFailure then
+ * has step JxIniStepNone) or cannot be read. The view belongs to the calling thread; it is valid until that thread
+ * looks at this file again or at ten other files, here or with a profile read. */
+JX_EXPORT JxIniView* jxIniLook(JxIniFileCache* file);
+
+typedef enum JxIniAnswer {
+    JxIniFound,
+    JxIniNoKey,     /* the section is there, the key is not */
+    JxIniNoSection, /* also for a name that nobody can ask for: an empty one */
+    JxIniAskFailed  /* memory was short */
+} JxIniAnswer;
+
+/* Bytes of a view, not ended with NUL; valid until the view is asked again. */
+typedef struct JxIniPart {
+    const char* text;
+    size_t length;
+} JxIniPart;
+
+/* Finds the value that a profile read of key in section gives, and fills *part with it. A null key asks for the list of
+ * the section's keys, a null section for the list of sections, each name ended with NUL. With JxIniNoKey *part has no
+ * text, and its length is the number of the section's keys that hold an @, as those do whose value lies elsewhere; with
+ * the other answers it stays as it is. No memory is taken for a key of a section that was asked for before. */
+JX_EXPORT JxIniAnswer jxIniAsk(JxIniView* view, const char* section, const char* key, JxIniPart* part);
+
+/* The line, counted from 1, on which that value stands; of the section's first header for a null key; 0 when there is
+ * none. It goes over the text, and takes as long. */
+JX_EXPORT size_t jxIniLine(JxIniView* view, const char* section, const char* key);
+
 /* ---- changing ---- */
 
 /* Several changes of one file that happen together or not at all. */
@@ -126,7 +169,10 @@ typedef struct JxIniChange JxIniChange;
  * writer of the file waits until jxIniCommit or jxIniDiscard, so end the change soon. */
 JX_EXPORT JxIniChange* jxIniBegin(const char* file);
 
-/* The same without the lock, to see what a change would do: jxIniCommit refuses it. */
+/* The same for a file that everybody reads: a new file gets the mode 0666 less the umask instead of 0600. */
+JX_EXPORT JxIniChange* jxIniBeginShared(const char* file);
+
+/* As jxIniBegin, but without the lock, to see what a change would do: jxIniCommit refuses it. */
 JX_EXPORT JxIniChange* jxIniPreview(const char* file);
 
 /* Stores value under key in section; a null value deletes the key, a null key the section. Nothing reaches the disk

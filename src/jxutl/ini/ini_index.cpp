@@ -130,6 +130,25 @@ std::string_view IniIndex::sections() {
     return {lists_.data() + sectionList_, sectionListLength_};
 }
 
+IniIndex::Finding IniIndex::find(std::string_view section, std::string_view key) {
+    const std::uint32_t sectionHash = hashName(section);
+    const std::uint32_t hash = hashKey(sectionHash, key);
+    if (const std::uint32_t known = findKey(section, key, hash); known != NameTable::kNone)
+        return {valueOf(keys_[known]), true};
+    if (!walked_ && !prepared_) {
+        walked_ = true;
+        if (const std::optional<std::string_view> walked = valueByWalking(text_, section, key))
+            return {walked, true};
+    }
+    const Prepared prepared = prepareSection(section, sectionHash);
+    if (prepared.section == nullptr)
+        return {};
+    const std::uint32_t found = prepared.isNew ? findKey(section, key, hash) : NameTable::kNone;
+    if (found != NameTable::kNone)
+        return {valueOf(keys_[found]), true};
+    return {std::nullopt, true, prepared.section->keysWithAt};
+}
+
 // When memory runs short, nothing is left half prepared.
 IniIndex::Prepared IniIndex::prepareSection(std::string_view name, std::uint32_t hash) {
     if (!prepared_)
@@ -199,6 +218,7 @@ void IniIndex::prepareKeysOf(Section& section, std::uint32_t sectionHash, const 
         keys_.push_back({offset(key), static_cast<std::uint32_t>(key.size()), offset(held),
                          static_cast<std::uint32_t>(held.size()), number});
         ++section.keyCount;
+        section.keysWithAt += key.find('@') == std::string_view::npos ? 0 : 1;
     }
 }
 

@@ -1,8 +1,10 @@
-// The store's own interface: failures, paths, texts and changes.
+// The store's own interface: failures, paths, texts, look-ups and changes.
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <memory>
 #include <new>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -11,11 +13,15 @@
 
 #include <jxini.h>
 #include "jxutl/ini/ini_change.h"
+#include "jxutl/ini/ini_index.h"
 #include "jxutl/ini/ini_line.h"
 #include "jxutl/ini/ini_location.h"
 #include "jxutl/ini/ini_place.h"
 #include "jxutl/ini/ini_run.h"
+#include "jxutl/ini/ini_scan.h"
 #include "jxutl/ini/name_hash.h"
+#include "jxutl/ini/profile_cache.h"
+#include "jxutl/ini/profile_file.h"
 #include "jxutl/ini/whole_file.h"
 #include "jxutl/thread/failure.h"
 #include "jxutl/thread/no_cancellation.h"
@@ -118,10 +124,39 @@ void eachHeader(const JxIniText& text, Visit visit) {
             return;
 }
 
-enum class With { lock, preview };
+// A view is an index of the thread's cache under a name for programs.
+ini::IniIndex& indexOf(JxIniView* view) {
+    return *reinterpret_cast<ini::IniIndex*>(view);
+}
+
+JxIniAnswer answer(std::optional<std::string_view> found, JxIniAnswer otherwise, JxIniPart* part) {
+    if (!found)
+        return otherwise;
+    *part = {found->data(), found->size()};
+    return JxIniFound;
+}
+
+JxIniAnswer ask(ini::IniIndex& index, const char* section, const char* key, JxIniPart* part) {
+    if (section == nullptr)
+        return answer(index.sections(), JxIniNoSection, part);
+    const std::string_view sectionName = rules::argument(section);
+    if (key == nullptr)
+        return answer(index.keys(sectionName), JxIniNoSection, part);
+    const ini::IniIndex::Finding found = index.find(sectionName, rules::argument(key));
+    if (found.value || !found.hasSection)
+        return answer(found.value, JxIniNoSection, part);
+    *part = {nullptr, found.keysWithAt};
+    return JxIniNoKey;
+}
+
+std::size_t lineAt(std::string_view text, std::size_t place) {
+    return 1 + static_cast<std::size_t>(std::count(text.data(), text.data() + place, '\n'));
+}
+
+enum class With { lock, lockShared, preview };
 
 bool begin(ini::IniChange& change, const ini::IniLocation& where, With with) {
-    return with == With::lock ? change.begin(where) : change.preview(where);
+    return with == With::preview ? change.preview(where) : change.begin(where);
 }
 
 bool beginInRun(ini::IniRun& run, ini::IniChange& change, const ini::IniLocation& where, With with) {
@@ -143,7 +178,8 @@ bool beginInRun(ini::IniRun& run, ini::IniChange& change, const ini::IniLocation
 
 std::unique_ptr<JxIniChange> makeChange(const char* file, With with) {
     auto made = std::make_unique<JxIniChange>();
-    const ini::IniLocation where = ini::locate(file);
+    ini::IniLocation where = ini::locate(file);
+    where.shared = where.shared || with == With::lockShared;
     ini::IniRun* run = ini::currentRun();
     const bool ready = run != nullptr ? beginInRun(*run, made->change, where, with) : begin(made->change, where, with);
     if (!ready)
@@ -287,8 +323,53 @@ size_t jxIniEach(const JxIniText* text, const char* section, JxIniVisit visit, v
     return visits;
 }
 
+JxIniView* jxIniLook(JxIniFileCache* file) {
+    if (file == nullptr || file->file.empty()) {
+        ini::noteFailure(JxIniStepLocate, {}, EINVAL);
+        return nullptr;
+    }
+    try {
+        if (ini::ProfileCache* cache = ini::threadCache(); cache != nullptr)
+            return reinterpret_cast<JxIniView*>(cache->read(file->file));
+    } catch (const std::bad_alloc&) {
+        // Noted below, as for a thread that cannot have a cache.
+    }
+    ini::noteFailure(JxIniStepMemory, file->file, ENOMEM);
+    return nullptr;
+}
+
+JxIniAnswer jxIniAsk(JxIniView* view, const char* section, const char* key, JxIniPart* part) {
+    if (view == nullptr || part == nullptr)
+        return JxIniNoSection;
+    try {
+        return ask(indexOf(view), section, key, part);
+    } catch (const std::bad_alloc&) {
+        ini::noteFailure(JxIniStepMemory, {}, ENOMEM);
+        return JxIniAskFailed;
+    }
+}
+
+size_t jxIniLine(JxIniView* view, const char* section, const char* key) {
+    const std::string_view name = rules::argument(section);
+    if (view == nullptr || !rules::canBeAskedFor(name))
+        return 0;
+    const std::string_view text = indexOf(view).text();
+    ini::SectionWalk walk(text);
+    while (walk.nextNamed(name)) {
+        if (key == nullptr)
+            return lineAt(text, walk.header());
+        if (const auto line = ini::findEntry(text, walk.body(), walk.bodyEnd(), rules::argument(key)))
+            return lineAt(text, line.begin);
+    }
+    return 0;
+}
+
 JxIniChange* jxIniBegin(const char* file) {
     return changeOrNull(file, With::lock);
+}
+
+JxIniChange* jxIniBeginShared(const char* file) {
+    return changeOrNull(file, With::lockShared);
 }
 
 JxIniChange* jxIniPreview(const char* file) {
