@@ -12,14 +12,15 @@
  *
  * The names ".odbc.ini" and ".odbcinst.ini", spelled exactly so, mean the user's two files; every other name is used as
  * spelled. Texts are bytes; lengths are in bytes without a NUL. An object belongs to one thread at a time; only one
- * change of a file can be open. Plain C can include this header. docs/ini-store.md describes the format and the
- * promises. */
+ * change of a file can be open. A thread that is cancelled inside a call completes it first. Plain C can include this
+ * header. docs/ini-store.md describes the format and the promises. */
 #ifndef JXINI_H
 #define JXINI_H
 
 #include <stddef.h>
 
 #include "jxexport.h"
+#include "jxprofile.h"
 
 JX_EXTERN_C_BEGIN
 
@@ -30,17 +31,16 @@ typedef enum JxIniStep {
     JxIniStepNone = 0, /* nothing failed */
     JxIniStepArgument, /* a section, key or value that cannot be stored, a null argument, the commit of a preview */
     JxIniStepMemory,
-    JxIniStepLocate, /* finding the home directory or following symbolic links */
+    JxIniStepLocate, /* finding the home directory or following symbolic links (EACCES: one is not to be trusted) */
     JxIniStepLook,   /* asking for the file's state */
     JxIniStepOpen,
     JxIniStepRead,
-    JxIniStepLock,  /* making or locking NAME.lock, or waiting for it (errno ETIMEDOUT) */
-    JxIniStepEmpty, /* emptying NAME.lock */
-    JxIniStepWrite,
+    JxIniStepLock,      /* making or locking .NAME.jxlock, waiting for it (ETIMEDOUT), another file there (EEXIST) */
+    JxIniStepWrite = 9, /* making or writing the new file */
     JxIniStepMode,
     JxIniStepOwner,
     JxIniStepFlush,
-    JxIniStepRename,
+    JxIniStepRename,         /* putting it in place (ESTALE: another program put its own there meanwhile) */
     JxIniStepFlushDirectory, /* the new text is in place then */
     JxIniStepRemove
 } JxIniStep;
@@ -57,7 +57,7 @@ typedef struct JxIniFailure {
 JX_EXPORT JxIniFailure jxIniLastFailure(void);
 
 /* One English sentence for that failure, cut to size bytes with its NUL; returns its full length, 0 when nothing
- * failed: Cannot rename /home/a/.odbc.ini.lock: Device or resource busy /home/a/.odbc.ini: cannot store the key "a=b":
+ * failed: Cannot replace /home/a/.odbc.ini: Device or resource busy /home/a/.odbc.ini: cannot store the key "a=b":
  * it holds = It never holds a value, which could be a password. */
 JX_EXPORT size_t jxIniFailureText(char* buffer, size_t size);
 
@@ -118,6 +118,48 @@ JX_EXPORT int jxIniFind(const JxIniText* text, const char* section, const char* 
 typedef int (*JxIniVisit)(void* context, const JxIniPiece* piece);
 JX_EXPORT size_t jxIniEach(const JxIniText* text, const char* section, JxIniVisit visit, void* context);
 
+/* ---- asking a file that seldom changes ---- */
+
+/* What a file holds, for a program that asks it many things and often:
+ *
+ *     JxIniFileCache* file = jxPrivateProfileInit((const unsigned char*)"/etc/odbc.ini");
+ *     JxIniView* view = jxIniLook(file);
+ *     JxIniPart server;
+ *     if (view != NULL && jxIniAsk(view, "Sales", "Server", &server) == JxIniFound)
+ *         fwrite(server.text, 1, server.length, stdout);
+ *
+ * It is the text that the thread's profile reads keep, so a file that did not change is neither opened nor read again.
+ */
+typedef struct JxIniView JxIniView;
+
+/* Looks at the file once, and reads it when it is another than before. Null when it is absent (jxIniLastFailure then
+ * has step JxIniStepNone) or cannot be read. The view belongs to the calling thread; it is valid until that thread
+ * looks at this file again or at ten other files, here or with a profile read. */
+JX_EXPORT JxIniView* jxIniLook(JxIniFileCache* file);
+
+typedef enum JxIniAnswer {
+    JxIniFound,
+    JxIniNoKey,     /* the section is there, the key is not */
+    JxIniNoSection, /* also for a name that nobody can ask for: an empty one */
+    JxIniAskFailed  /* memory was short */
+} JxIniAnswer;
+
+/* Bytes of a view, not ended with NUL; valid until the view is asked again. */
+typedef struct JxIniPart {
+    const char* text;
+    size_t length;
+} JxIniPart;
+
+/* Finds the value that a profile read of key in section gives, and fills *part with it. A null key asks for the list of
+ * the section's keys, a null section for the list of sections, each name ended with NUL. With JxIniNoKey *part has no
+ * text, and its length is the number of the section's keys that hold an @, as those do whose value lies elsewhere; with
+ * the other answers it stays as it is. No memory is taken for a key of a section that was asked for before. */
+JX_EXPORT JxIniAnswer jxIniAsk(JxIniView* view, const char* section, const char* key, JxIniPart* part);
+
+/* The line, counted from 1, on which that value stands; of the section's first header for a null key; 0 when there is
+ * none. It goes over the text, and takes as long. */
+JX_EXPORT size_t jxIniLine(JxIniView* view, const char* section, const char* key);
+
 /* ---- changing ---- */
 
 /* Several changes of one file that happen together or not at all. */
@@ -127,7 +169,10 @@ typedef struct JxIniChange JxIniChange;
  * writer of the file waits until jxIniCommit or jxIniDiscard, so end the change soon. */
 JX_EXPORT JxIniChange* jxIniBegin(const char* file);
 
-/* The same without the lock, to see what a change would do: jxIniCommit refuses it. */
+/* The same for a file that everybody reads: a new file gets the mode 0666 less the umask instead of 0600. */
+JX_EXPORT JxIniChange* jxIniBeginShared(const char* file);
+
+/* As jxIniBegin, but without the lock, to see what a change would do: jxIniCommit refuses it. */
 JX_EXPORT JxIniChange* jxIniPreview(const char* file);
 
 /* Stores value under key in section; a null value deletes the key, a null key the section. Nothing reaches the disk
@@ -145,6 +190,35 @@ JX_EXPORT int jxIniCommit(JxIniChange* change);
 
 /* Unlocks and releases change; the file is as it was. Null is allowed. */
 JX_EXPORT void jxIniDiscard(JxIniChange* change);
+
+/* ---- several writes as one ---- */
+
+/* A run: from its beginning to its end the calling thread's writes, of whatever function, are kept back, and its reads
+ * see what it has written so far. Then each file is written once, in the order in which the files were first written.
+ *
+ *     JxIniRun* run = jxIniBeginRun();
+ *     ... jxWritePrivateProfileString(...), jxIniBegin(...) and jxIniCommit(...), as often as needed ...
+ *     if (!jxIniCommitRun(run))
+ *         ... jxIniLastFailure() says why ...
+ *
+ * A file is locked from its first write to the end of the run, so other threads and processes that write it wait, and
+ * give up after 10 seconds: end the run before anything that waits for a user or for another process. Inside a run
+ * jxIniCommit adds to the run. A run that is begun inside another is part of it, and ends before it. If the thread
+ * ends, its run is given up. */
+typedef struct JxIniRun JxIniRun;
+
+/* Null when memory is short. Touches no file. */
+JX_EXPORT JxIniRun* jxIniBeginRun(void);
+
+/* Writes the files and releases run. 1, and all of it survives a power cut; or 0: when one of the writes failed,
+ * because its file could not be locked or read or memory was short, no file is written; when a file cannot be written
+ * now, it and the files after it are as they were. A write whose text was refused does not count as failed. For a run
+ * inside another it only releases run. Null returns 0. */
+JX_EXPORT int jxIniCommitRun(JxIniRun* run);
+
+/* Gives up all writes of the run and releases it; the files are as they were. Of a run inside another: the commit of
+ * the outer one then fails, and writes nothing (ECANCELED). Null is allowed. */
+JX_EXPORT void jxIniDiscardRun(JxIniRun* run);
 
 JX_EXTERN_C_END
 

@@ -7,6 +7,12 @@ BEGIN {
     title["listUnchanged"] = "list of names, unchanged file"
     title["readEveryKeyOnce"] = "every key once, new thread, each"
     title["memoryOfFile"] = "memory of a parsed file"
+    title["lookUpOfTheUsers"] = "`libodbcinst.so.2`: key of the user's file"
+    title["lookUpOfTheSystems"] = "key of the system's file"
+    title["lookUpOfNeither"] = "key of neither"
+    title["lookUpsOfAConnection"] = "50 keys of a connection"
+    yardstickOf["lookUpOfTheUsers"] = yardstickOf["lookUpOfTheSystems"] = yardstickOf["lookUpOfNeither"] = "S"
+    yardstickOf["lookUpsOfAConnection"] = "stat"
     title["writeKey"] = "durable write of a key"
     title["readScript"] = "reading a script, drivers"
     title["installScript"] = "installing a script, drivers"
@@ -14,7 +20,7 @@ BEGIN {
     yardstickOf["readAfterChange"] = "P"
     yardstickOf["writeKey"] = yardstickOf["installScript"] = "W"
     yardstickOf["readScript"] = "fifty"
-    kinds = split("readUnchanged readAfterChange listUnchanged readEveryKeyOnce memoryOfFile writeKey readScript installScript", kind, " ")
+    kinds = split("readUnchanged readAfterChange listUnchanged readEveryKeyOnce memoryOfFile lookUpOfTheUsers lookUpOfTheSystems lookUpOfNeither lookUpsOfAConnection writeKey readScript installScript", kind, " ")
     for (i = 1; i <= kinds; i++) placeOf[kind[i]] = i
 }
 

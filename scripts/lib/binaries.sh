@@ -1,8 +1,9 @@
 # The checks of scripts/check that look at what was built in $build. Each prints its findings and returns 1 when there
 # are any.
 
-library_file() { # odbcinst, jxutl08 or jxsetup
+library_file() { # odbcinst, odbcinst2, jxutl08 or jxsetup
     case $1 in
+    odbcinst2) echo "$build/src/jxodbc/libodbcinst.so.2" ;;
     odbcinst) echo "$build/src/libodbcinst.so.1" ;;
     *) echo "$build/src/lib$1.so" ;;
     esac
@@ -11,7 +12,7 @@ library_file() { # odbcinst, jxutl08 or jxsetup
 # A new name needs a line in the list and one in the changelog.
 check_exports() {
     local library list bad=0
-    for library in odbcinst jxutl08 jxsetup; do
+    for library in odbcinst odbcinst2 jxutl08 jxsetup; do
         list=tests/abi/$library.txt
         if readelf -h "$(library_file $library)" | grep -q ELF32; then
             list=tests/abi/$library.i386.txt
@@ -35,7 +36,7 @@ check_seam() {
 # A library does not end the process, start threads or programs, or print.
 check_undefined() {
     local library
-    for library in odbcinst jxutl08 jxsetup; do
+    for library in odbcinst odbcinst2 jxutl08 jxsetup; do
         nm -D --undefined-only "$(library_file $library)" | awk '{ sub(/@.*/, "", $NF); print $NF }' |
             grep -xE 'abort|exit|_exit|_Exit|quick_exit|__assert_fail|system|popen|pthread_create|printf|vprintf|puts|putchar|stdout|__v?printf_chk|_ZSt4cout|_ZNSt6thread15_M_start_threadE.*' |
             sed "s/^/$library uses /"
@@ -48,12 +49,11 @@ needed_by() { readelf -dW "$1" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p'; }
 # binds or writes where it should not.
 check_needed() {
     local library file runtime='libc\.so\.6|libm\.so\.6|libstdc\+\+\.so\.6|libgcc_s\.so\.1|ld-linux.*'
-    for library in odbcinst jxutl08 jxsetup; do
+    for library in odbcinst odbcinst2 jxutl08 jxsetup; do
         file=$(library_file $library)
         case $library in
         jxutl08) needed_by "$file" | grep -vxE "$runtime" ;;
-        odbcinst) needed_by "$file" | grep -vxE "$runtime|libjxutl08\.so" ;;
-        jxsetup) needed_by "$file" | grep -vxE "$runtime|libjxutl08\.so|libodbcinst\.so\.1" ;;
+        *) needed_by "$file" | grep -vxE "$runtime|libjxutl08\.so" ;;
         esac | sed "s/^/$library must not need /"
         readelf -dW "$file" | grep -E 'TEXTREL|SYMBOLIC' | sed "s/^/$library: /"
         [ $library = jxsetup ] || readelf -dW "$file" | grep -q "(SONAME).*\[$(basename "$file")\]" ||

@@ -48,7 +48,7 @@ header_tries() {
 builddir = $folder
 rule try
   command = printf '\$before#include "\$in"\\n#include "\$in"\\nextern int jxNotAnEmptySource;\\n' | $
-    \$compiler -fsyntax-only -Wall -Wextra -Werror -Isrc -Iinclude/jxodbc -Itests/support $
+    \$compiler -fsyntax-only -Wall -Wextra -Werror -Isrc -Iinclude -Iinclude/jxodbc -Itests/support $
     -isystem '${googletest:-/usr/src/googletest}/googletest/include' -MD -MF \$out.d - && touch \$out || $
     { echo '\$in does not compile \$how: \$compiler'; exit 1; }
   depfile = \$out.d
@@ -64,7 +64,7 @@ END
     for header in $(files_named include src tests -- '*.h'); do
         try "$header" alone '' g++ -x c++ -std=c++20
     done
-    for header in include/jxodbc/*.h; do
+    for header in include/jxodbc{,3}/*.h; do
         try "$header" alone '' gcc -x c -std=c99 -pedantic
         try "$header" alone '' clang -x c -std=c99 -pedantic
         try "$header" alone '' g++ -x c++ -std=c++11 -pedantic
@@ -72,6 +72,9 @@ END
     for header in include/jxodbc/{odbcinst,odbcins,jxdialog}.h; do
         try "$header" 'behind types that are defined already' "$types" gcc -x c -std=c99 -pedantic
     done
+    types+='typedef unsigned short UWORD; typedef short RETCODE; typedef unsigned short SQLWCHAR;\n'
+    types=${types/unsigned int HWND/void* HWND}
+    try include/jxodbc3/odbcinst.h 'behind types that are defined already' "$types" gcc -x c -std=c99 -pedantic
 }
 
 check_headers() {
@@ -94,7 +97,7 @@ check_markers() {
 
 # The host programs in C touch every exported C function and object. (Mangled names have their meaning behind them.)
 check_hosts() {
-    grep -vh -e '  # ' tests/abi/odbcinst.txt tests/abi/jxutl08.txt | while read -r name; do
+    grep -vh -e '  # ' tests/abi/{odbcinst,odbcinst2,jxutl08}.txt | while read -r name; do
         grep -qw "$name" tests/hosts/*.c || echo "No program in tests/hosts/*.c uses $name"
     done | nothing
 }

@@ -59,8 +59,8 @@ bool isCut(const Beginning& bytes, std::size_t length, std::uint64_t size) {
 
 bool endsBeforeItsSegments(const char* path) {
     ini::FileOps& files = ini::files();
-    const ini::Descriptor file(
-        ini::uninterrupted([&] { return files.openFile(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0); }));
+    const ini::Descriptor file(ini::uninterrupted(
+        [&] { return files.openFile(AT_FDCWD, path, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0); }));
     struct stat state {};
     if (!file || files.lookAtOpen(file.get(), &state) != 0 || !S_ISREG(state.st_mode))
         return false;

@@ -18,6 +18,7 @@ inline constexpr char kSettings[] = "ODBC";                     // the trace set
 inline constexpr char kDataSourceList[] = "ODBC Data Sources";  // in .odbc.ini
 inline constexpr char kDriverList[] = "ODBC Drivers";           // in .odbcinst.ini
 inline constexpr char kTranslatorList[] = "ODBC Translators";   // in .odbcinst.ini
+inline constexpr char kCore[] = "ODBC Core";                    // the driver manager's own, beside the drivers
 inline constexpr char kDefault[] = "Default";  // the default data source, whose driver's name is in .odbcinst.ini
 
 // Keys of data sources, drivers and translators.
@@ -25,14 +26,26 @@ inline constexpr char kDriver[] = "Driver";
 inline constexpr char kSetup[] = "Setup";
 inline constexpr char kTranslator[] = "Translator";
 
+// Of drivers and translators: how many programs installed it; and of drivers, for how long connections are kept.
+inline constexpr char kUsageCount[] = "UsageCount";
+inline constexpr char kPoolTimeout[] = "CPTimeout";
+
 // The value of each driver and translator in its list.
 inline constexpr char kInstalled[] = "Installed";
 
 // Whether the section of that name holds settings or a list, so that nothing else may have the name. Case and blanks
 // around it make no difference.
 inline bool isReservedSection(std::string_view name) {
-    constexpr std::array<std::string_view, 4> kReserved{kSettings, kDataSourceList, kDriverList, kTranslatorList};
+    constexpr std::array<std::string_view, 5> kReserved{kSettings, kDataSourceList, kDriverList, kTranslatorList,
+                                                        kCore};
     return std::any_of(kReserved.begin(), kReserved.end(),
+                       [bare = trimmed(name)](std::string_view each) { return sameName(bare, each); });
+}
+
+// Whether a section of that name, in any case, is a list of names: those of several files are one list.
+inline bool isListSection(std::string_view name) {
+    constexpr std::array<std::string_view, 3> kLists{kDataSourceList, kDriverList, kTranslatorList};
+    return std::any_of(kLists.begin(), kLists.end(),
                        [bare = trimmed(name)](std::string_view each) { return sameName(bare, each); });
 }
 

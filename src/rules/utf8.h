@@ -61,6 +61,24 @@ constexpr bool isUtf8(std::string_view text) {
     return true;
 }
 
+// The number of characters in a text.
+constexpr std::size_t characterCount(std::string_view text) {
+    std::size_t count = 0;
+    for (std::size_t at = 0; at < text.size(); at += characterAt(text, at).length)
+        ++count;
+    return count;
+}
+
+// The beginning of a text in at most so many bytes that ends inside no character.
+constexpr std::string_view cutAtCharacter(std::string_view text, std::size_t longest) {
+    if (text.size() <= longest)
+        return text;
+    for (std::size_t back = 1; back <= 3 && back <= longest; ++back)
+        if (characterAt(text, longest - back).length > back)
+            return text.substr(0, longest - back);
+    return text.substr(0, longest);
+}
+
 // Whether it is a control character: below 32 or from 127 to 159, as a single byte or in UTF-8.
 constexpr bool isControl(Character character, char byte) {
     const char32_t code = character.code == kNoCharacter ? static_cast<unsigned char>(byte) : character.code;

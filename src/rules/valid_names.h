@@ -8,6 +8,7 @@
 
 #include "rules/sections.h"
 #include "rules/storable.h"
+#include "rules/utf8.h"
 
 namespace jx::rules {
 
@@ -42,6 +43,14 @@ inline constexpr NameRules kNewDriver{kLongestDialogName,
                                       /*mayBeDefault=*/false,
                                       /*wantsParenthesesInPairs=*/true};
 
+// A new data source for today's drivers and programs, which count characters. Use whyNoCharacterName.
+inline constexpr NameRules kNewDataSourceInCharacters{kAnyLength,
+                                                      nullptr,
+                                                      kNewDataSource.forbidden,
+                                                      kNewDataSource.whyForbidden,
+                                                      /*mayBeDefault=*/true,
+                                                      /*wantsParenthesesInPairs=*/false};
+
 // An existing one can be changed and removed under any name that a file can hold.
 inline constexpr NameRules kAnyDataSource{kAnyLength, nullptr, {}, nullptr, /*mayBeDefault=*/true, false};
 inline constexpr NameRules kAnyDriver{kAnyLength, nullptr, {}, nullptr, /*mayBeDefault=*/false, false};
@@ -69,6 +78,27 @@ inline Why whyNoName(std::string_view name, const NameRules& rules) {
     if (rules.wantsParenthesesInPairs && !hasParenthesesInPairs(name))
         return "its parentheses are not in pairs";
     return nullptr;
+}
+
+inline bool holdsControl(std::string_view text) {
+    for (std::size_t at = 0; at < text.size();) {
+        const Character next = characterAt(text, at);
+        if (isControl(next, text[at]))
+            return true;
+        at += next.length;
+    }
+    return false;
+}
+
+// Why no new data source may be called so where a name is a text in UTF-8 of at most 32 characters; null when it may.
+inline Why whyNoCharacterName(std::string_view name) {
+    if (const Why why = whyNoName(name, kNewDataSourceInCharacters))
+        return why;
+    if (!isUtf8(name))
+        return "it is not UTF-8";
+    if (holdsControl(name))
+        return "it holds a control character";
+    return characterCount(name) > kLongestDataSourceName ? "it has more than 32 characters" : nullptr;
 }
 
 }  // namespace jx::rules

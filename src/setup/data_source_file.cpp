@@ -2,6 +2,7 @@
 #include "setup/data_source_file.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <memory>
 #include <utility>
 
@@ -57,11 +58,24 @@ bool meansAnotherKey(const Text& text, const std::string& section, const std::st
     return text && jxIniFind(text.get(), section.c_str(), key.c_str(), &entry) != 0 && entry.nameLength != key.size();
 }
 
-std::optional<std::string> driverLibrary(const char* driver) {
+std::optional<std::string> registeredLibrary(const char* driver) {
     if (driver == nullptr || *driver == '\0')
         return std::nullopt;
     const std::optional<std::string> library = valueOf(Text(jxIniRead(rules::kDriverFile)), driver, rules::kDriver);
     return library && !library->empty() ? library : std::nullopt;
+}
+
+rules::Why whyNoNewName(std::string_view name) {
+    return rules::whyNoName(name, rules::kNewDataSource);
+}
+
+Text read(const SetupFile& file) {
+    return Text(jxIniRead(file.name.c_str()));
+}
+
+Change begin(const SetupFile& file) {
+    return Change(file.whenNew == NewFile::forEverybody ? jxIniBeginShared(file.name.c_str())
+                                                        : jxIniBegin(file.name.c_str()));
 }
 
 bool readsBack(const Change& change, const std::string& name, const std::vector<KeyChange>& changes) {
@@ -106,67 +120,73 @@ bool composeSection(const Change& change, const std::string& library, const Data
 }
 
 // A null key means the whole section.
-bool writeDefaultEntry(const char* key, const char* driver) {
-    Change change(jxIniBegin(rules::kDriverFile));
+bool writeDefaultEntry(const SetupFiles& files, const char* key, const char* driver) {
+    Change change = begin(files.drivers);
     return set(change, rules::kDefault, key, driver) && commit(std::move(change));
 }
 
-void putBackDefaultEntry(const Text& before) {
+void putBackDefaultEntry(const SetupFiles& files, const Text& before) {
     const std::optional<std::string> driver = valueOf(before, rules::kDefault, rules::kDriver);
     const bool hadSection = hasSection(before, rules::kDefault);
-    writeDefaultEntry(hadSection ? rules::kDriver : nullptr, driver ? driver->c_str() : nullptr);
+    writeDefaultEntry(files, hadSection ? rules::kDriver : nullptr, driver ? driver->c_str() : nullptr);
 }
 
-bool writeSection(const std::string& library, const DataSourceRequest& request) {
-    Change change(jxIniBegin(rules::kDataSourceFile));
+bool writeSection(const SetupFiles& files, const std::string& library, const DataSourceRequest& request) {
+    Change change = begin(files.dataSources);
     return composeSection(change, library, request) && commit(std::move(change));
 }
 
 // The two files are not locked at the same time, since both names may mean the same file.
-bool addDefaultDataSource(const char* driver, const std::string& library, const DataSourceRequest& request) {
-    if (!composeSection(Change(jxIniPreview(rules::kDataSourceFile)), library, request))
+bool addDefaultDataSource(const SetupFiles& files, const char* driver, const std::string& library,
+                          const DataSourceRequest& request) {
+    if (!composeSection(Change(jxIniPreview(files.dataSources.name.c_str())), library, request))
         return false;
-    const Text before(jxIniRead(rules::kDriverFile));
-    if (!before || !writeDefaultEntry(rules::kDriver, driver))
+    const Text before = read(files.drivers);
+    const bool isKnown = before || jxIniLastFailure().error == ENOENT;
+    if (!isKnown || !writeDefaultEntry(files, rules::kDriver, driver))
         return false;
-    if (writeSection(library, request))
+    if (writeSection(files, library, request))
         return true;
-    putBackDefaultEntry(before);
+    putBackDefaultEntry(files, before);
     return false;
 }
 
-bool removeSection(const char* file, const std::string& name) {
-    Change change(jxIniBegin(file));
+bool removeSection(const SetupFile& file, const std::string& name) {
+    Change change = begin(file);
     return set(change, name, nullptr, nullptr) && commit(std::move(change));
 }
 
-bool removeDefaultDataSource(const std::string& name) {
-    const bool known = hasSection(Text(jxIniRead(rules::kDriverFile)), name) ||
-                       hasSection(Text(jxIniRead(rules::kDataSourceFile)), name);
-    return known && removeSection(rules::kDriverFile, name) && removeSection(rules::kDataSourceFile, name);
+bool removeDefaultDataSource(const SetupFiles& files, const std::string& name) {
+    const bool known = hasSection(read(files.drivers), name) || hasSection(read(files.dataSources), name);
+    return known && removeSection(files.drivers, name) && removeSection(files.dataSources, name);
 }
 
 }  // namespace
 
-bool addDataSource(const char* driver, const DataSourceRequest& request) {
-    const std::optional<std::string> library = driverLibrary(driver);
-    if (!library || rules::whyNoName(request.name, rules::kNewDataSource) != nullptr)
+SetupFiles usersFiles() {
+    return {{rules::kDataSourceFile}, {rules::kDriverFile}, registeredLibrary, whyNoNewName};
+}
+
+bool addDataSource(const SetupFiles& files, const char* driver, const DataSourceRequest& request) {
+    const std::optional<std::string> library = files.libraryOf(driver);
+    if (!library || files.whyNoNewName(request.name) != nullptr)
         return false;
     if (rules::isDefaultName(request.name))
-        return addDefaultDataSource(driver, *library, request);
-    Change change(jxIniBegin(rules::kDataSourceFile));
+        return addDefaultDataSource(files, driver, *library, request);
+    Change change = begin(files.dataSources);
     return enterInList(change, request.name, driver) && composeSection(change, *library, request) &&
            commit(std::move(change));
 }
 
-bool changeDataSource(const char* driver, const DataSourceRequest& request) {
-    return changeKeys(driver, request.name, asChanges(request.attributes, /*emptyRemoves=*/true));
+bool changeDataSource(const SetupFiles& files, const char* driver, const DataSourceRequest& request) {
+    return changeKeys(files, driver, request.name, asChanges(request.attributes, /*emptyRemoves=*/true));
 }
 
-bool changeKeys(const char* driver, const std::string& name, const std::vector<KeyChange>& changes) {
-    if (!isInstalled(driver) || rules::isReservedSection(name))
+bool changeKeys(const SetupFiles& files, const char* driver, const std::string& name,
+                const std::vector<KeyChange>& changes) {
+    if (!isInstalled(files, driver) || rules::isReservedSection(name))
         return false;
-    Change change(jxIniBegin(rules::kDataSourceFile));
+    Change change = begin(files.dataSources);
     const Text before = parse(change, jxIniBefore);
     if (!hasSection(before, name))
         return false;
@@ -177,12 +197,12 @@ bool changeKeys(const char* driver, const std::string& name, const std::vector<K
     return readsBack(change, name, changes) && commit(std::move(change));
 }
 
-bool removeDataSource(const DataSourceRequest& request) {
+bool removeDataSource(const SetupFiles& files, const DataSourceRequest& request) {
     if (rules::isReservedSection(request.name))
         return false;
     if (rules::isDefaultName(request.name))
-        return removeDefaultDataSource(request.name);
-    Change change(jxIniBegin(rules::kDataSourceFile));
+        return removeDefaultDataSource(files, request.name);
+    Change change = begin(files.dataSources);
     const Text before = parse(change, jxIniBefore);
     const bool listed = valueOf(before, rules::kDataSourceList, request.name).has_value();
     const bool hasOwnSection = hasSection(before, request.name);
@@ -191,18 +211,18 @@ bool removeDataSource(const DataSourceRequest& request) {
            set(change, request.name, nullptr, nullptr) && commit(std::move(change));
 }
 
-bool isInstalled(const char* driver) {
-    return driverLibrary(driver).has_value();
+bool isInstalled(const SetupFiles& files, const char* driver) {
+    return files.libraryOf(driver).has_value();
 }
 
-bool dataSourceExists(const std::string& name) {
-    const Text sources(jxIniRead(rules::kDataSourceFile));
+bool dataSourceExists(const SetupFiles& files, const std::string& name) {
+    const Text sources = read(files.dataSources);
     return hasSection(sources, name) || valueOf(sources, rules::kDataSourceList, name).has_value() ||
-           (rules::isDefaultName(name) && hasSection(Text(jxIniRead(rules::kDriverFile)), name));
+           (rules::isDefaultName(name) && hasSection(read(files.drivers), name));
 }
 
-std::optional<DataSourceRequest> readDataSource(const std::string& name) {
-    const Text sources(jxIniRead(rules::kDataSourceFile));
+std::optional<DataSourceRequest> readDataSource(const SetupFiles& files, const std::string& name) {
+    const Text sources = read(files.dataSources);
     if (rules::isReservedSection(name) || !hasSection(sources, name))
         return std::nullopt;
     DataSourceRequest found{name, {}};

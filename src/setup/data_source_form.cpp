@@ -6,7 +6,6 @@
 #include "rules/names.h"
 #include "rules/secrets.h"
 #include "rules/storable.h"
-#include "rules/valid_names.h"
 
 namespace jx::setup {
 
@@ -51,10 +50,10 @@ std::string rowText(const Attribute& attribute) {
     return attribute.keyword + " = " + rules::masked(attribute.keyword, attribute.value);
 }
 
-std::string objectionToName(std::string_view name) {
+std::string objectionToName(std::string_view name, const SetupFiles& files) {
     if (name.empty())
         return "Give the data source a name.";
-    const rules::Why why = rules::whyNoName(name, rules::kNewDataSource);
+    const rules::Why why = files.whyNoNewName(name);
     return why == nullptr ? "" : std::string("A new data source cannot have this name: ") + why + ".";
 }
 

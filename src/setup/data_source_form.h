@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "setup/data_source_request.h"
+#include "setup/setup_files.h"
 
 namespace jx::setup {
 
@@ -26,7 +27,7 @@ bool isSecret(const Attribute& attribute);
 std::string rowText(const Attribute& attribute);
 
 // Why the text cannot be stored, as a sentence for the user; empty when it can.
-std::string objectionToName(std::string_view name);
+std::string objectionToName(std::string_view name, const SetupFiles& files);
 std::string objectionToKeyword(std::string_view keyword);
 std::string objectionToValue(std::string_view value);
 

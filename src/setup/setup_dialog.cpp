@@ -144,16 +144,17 @@ bool takeName(HWND dialog, SetupForm& form) {
     if (!form.adds)
         return true;
     form.now.name = rules::trimmed(fieldText(dialog, kNameEdit));
-    if (const std::string objection = objectionToName(form.now.name); !objection.empty())
+    if (const std::string objection = objectionToName(form.now.name, form.files); !objection.empty())
         return refuse(dialog, objection);
-    return !dataSourceExists(form.now.name) ||
+    return !dataSourceExists(form.files, form.now.name) ||
            ask(dialog, "There is a data source " + form.now.name + " already. Replace it with all its keys?",
                MB_YESNO | MB_ICONQUESTION) == IDYES;
 }
 
 bool writeToFiles(const SetupForm& form) {
-    return form.adds ? addDataSource(form.driver, form.now)
-                     : changeKeys(form.driver, form.now.name, changesBetween(form.before, form.now.attributes));
+    return form.adds
+               ? addDataSource(form.files, form.driver, form.now)
+               : changeKeys(form.files, form.driver, form.now.name, changesBetween(form.before, form.now.attributes));
 }
 
 // The store's message about its failure; empty when the failure was not the store's.

@@ -3,11 +3,13 @@
 
 #include <jxtypes.h>
 #include "setup/data_source_form.h"
+#include "setup/setup_files.h"
 
 namespace jx::setup {
 
 // SetupForm: the dialog's record.
 struct SetupForm {
+    const SetupFiles& files;
     bool adds;                      // a new data source, whose name the user can edit
     const char* driver;             // its driver's description
     std::vector<Attribute> before;  // what the file holds

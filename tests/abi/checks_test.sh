@@ -50,6 +50,10 @@ install admin
 admin resources
 api jxutl/ini
 setup install
+setup config
+api3 admin
+api3 install
+api api3
 jxutl config
 jxutl/ini jxutl/dialog
 jxutl/dialog jxutl/ini
@@ -115,14 +119,15 @@ finds tidy 'compiles nothing' src/api/fault.cpp <<<''
 finds tests 'No program holds tests/api/fault_test.cpp' tests/api/fault_test.cpp <<<''
 
 # Libraries without a fault, and with one each.
-mkdir -p tests/abi tests/hosts build/src/CMakeFiles/jxutl_objects.dir/jxutl
-touch tests/abi/{odbcinst,jxutl08,jxsetup}.txt
+mkdir -p tests/abi tests/hosts build/src/jxodbc build/src/CMakeFiles/jxutl_objects.dir/jxutl
+touch tests/abi/{odbcinst,odbcinst2,jxutl08,jxsetup}.txt
 library() { # name source options...
-    echo "$2" | gcc -x c -shared -fPIC -fvisibility=hidden -nostdlib -o "build/src/$1" -Wl,-soname,"$1" "${@:3}" -
+    echo "$2" | gcc -x c -shared -fPIC -fvisibility=hidden -nostdlib -o "build/src/$1" -Wl,-soname,"${1##*/}" "${@:3}" -
 }
 library libjxutl08.so 'int a;'
 library libjxsetup.so 'int a;'
 library libodbcinst.so.1 'int a;'
+library jxodbc/libodbcinst.so.2 'int a;'
 for check in exports undefined needed; do
     allows $check src/api/nothing.cpp <<<''
 done

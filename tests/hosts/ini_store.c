@@ -41,6 +41,37 @@ static void change(const char* file) {
     CHECK(file_holds("own.ini", "; mine\n[A]\nb=2\n"));
 }
 
+static void run(const char* file) {
+    JxIniRun* run = jxIniBeginRun();
+    JxIniChange* change = jxIniBegin(file);
+    CHECK(jxIniSet(change, "A", "b", "3") == 1 && jxIniCommit(change) == 1);
+    CHECK(file_holds("own.ini", "; mine\n[A]\nb=2\n"));
+    CHECK(jxIniCommitRun(run) == 1);
+    CHECK(file_holds("own.ini", "; mine\n[A]\nb=3\n"));
+    run = jxIniBeginRun();
+    change = jxIniBegin(file);
+    CHECK(jxIniSet(change, "A", "b", "4") == 1 && jxIniCommit(change) == 1);
+    jxIniDiscardRun(run);
+    CHECK(file_holds("own.ini", "; mine\n[A]\nb=3\n"));
+}
+
+static void ask(const char* file) {
+    JxIniFileCache* opened = jxPrivateProfileInit((const unsigned char*)file);
+    JxIniView* view = jxIniLook(opened);
+    JxIniPart part;
+    CHECK(jxIniAsk(view, "A", "b", &part) == JxIniFound && part.length == 1 && part.text[0] == 'c');
+    CHECK(jxIniAsk(view, "A", "x", &part) == JxIniNoKey);
+    CHECK(jxIniAsk(view, "B", "x", &part) == JxIniNoSection);
+    CHECK(jxIniLine(view, "A", "b") == 3);
+    jxPrivateProfileTerm(opened);
+}
+
+static void begin_shared(const char* file) {
+    JxIniChange* change = jxIniBeginShared(file);
+    CHECK(jxIniSet(change, "A", "b", "3") == 1);
+    jxIniDiscard(change);
+}
+
 void use_ini_store(void) {
     char path[512], sentence[512] = "";
     JxIniText* text;
@@ -53,7 +84,10 @@ void use_ini_store(void) {
     text = jxIniRead(path);
     look_at(text);
     jxIniRelease(text);
+    ask(path);
+    begin_shared(path);
     change(path);
+    run(path);
     CHECK(jxIniRead(in_folder("none.ini")) == NULL);
     CHECK(jxIniLastFailure().step != JxIniStepNone && jxIniLastFailure().error != 0);
     CHECK(jxIniFailureText(sentence, sizeof sentence) == strlen(sentence) && sentence[0] != '\0');

@@ -45,6 +45,40 @@ TEST(Utf8, AnyTextIsAWalkOverCharactersAndSingleBytes) {
     EXPECT_EQ(characterAt("\xE2\x82", 0).code, kNoCharacter);
 }
 
+TEST(Utf8, CharactersAreCountedAsAWalkGoes) {
+    const struct {
+        std::string_view text;
+        std::size_t count;
+    } rows[] = {{"", 0},         {"abc", 3},  {"\xC3\xBC\xE2\x82\xAC", 2}, {"\xF0\x9F\x98\x80z", 2},
+                {"\xE2\x82", 2}, {"a\xFF", 2}};
+    for (const auto& row : rows)
+        EXPECT_EQ(characterCount(row.text), row.count) << row.text;
+}
+
+TEST(Utf8, ACutSparesWholeCharactersOnly) {
+    const struct {
+        std::string_view text;
+        std::size_t longest;
+        std::string_view cut;
+    } rows[] = {
+        {"abc", 3, "abc"},
+        {"abc", 2, "ab"},
+        {"abc", 0, ""},
+        {"", 0, ""},
+        {"a\xC3\xBC", 2, "a"},
+        {"a\xC3\xBC", 3, "a\xC3\xBC"},
+        {"\xE2\x82\xAC", 2, ""},
+        {"\xE2\x82\xAC", 1, ""},
+        {"a\xF0\x9F\x98\x80", 4, "a"},
+        {"a\xF0\x9F\x98\x80", 2, "a"},
+        {"\xF0\x9F\x98\x80z", 4, "\xF0\x9F\x98\x80"},
+        {"\xE2\x82z", 2, "\xE2\x82"},             // no character: bytes are parted as they come
+        {"\x82\xAC\xAC\xAC", 3, "\x82\xAC\xAC"},  // likewise
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(cutAtCharacter(row.text, row.longest), row.cut) << row.text << " " << row.longest;
+}
+
 TEST(Utf8, ControlCharactersAreToldAloneAndSpelledInTwoBytes) {
     const auto isOne = [](std::string_view text) { return isControl(characterAt(text, 0), text[0]); };
     for (const std::string_view text : {"\x1F", "\n", "\x7F", "\x80", "\x9B", "\xC2\x80", "\xC2\x9F"})

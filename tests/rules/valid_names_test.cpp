@@ -27,6 +27,32 @@ TEST(ValidNames, OfNewDataSourcesFollowTheStandard) {
     EXPECT_STREQ(whyNoName("odbc drivers", kNewDataSource), "the section of that name has another use");
 }
 
+TEST(ValidNames, OfNewDataSourcesMayCountCharacters) {
+    const std::string umlaut = "\xC3\xBC";
+    std::string thirtyTwo;
+    for (int i = 0; i < 32; ++i)
+        thirtyTwo += umlaut;
+    for (const std::string& name :
+         {std::string("S"), std::string("Sales 2026"), std::string("a#b"), std::string("Default"), std::string(32, 'S'),
+          thirtyTwo, std::string("\xF0\x9F\x98\x80")})
+        EXPECT_EQ(whyNoCharacterName(name), nullptr) << name;
+    EXPECT_STREQ(whyNoCharacterName(std::string(33, 'S')), "it has more than 32 characters");
+    EXPECT_STREQ(whyNoCharacterName(thirtyTwo + "x"), "it has more than 32 characters");
+    for (const char character : std::string("[]{}(),;?*!@\\"))
+        EXPECT_STREQ(whyNoCharacterName(std::string("a") + character + "b"), "it holds one of []{}(),;?*=!@\\")
+            << character;
+    EXPECT_STREQ(whyNoCharacterName("a=b"), "it holds =");
+    EXPECT_STREQ(whyNoCharacterName(""), "it is empty");
+    EXPECT_STREQ(whyNoCharacterName("#a"), "it begins with #");
+    EXPECT_STREQ(whyNoCharacterName("a "), "it begins or ends with a blank");
+    EXPECT_STREQ(whyNoCharacterName("\xFF"), "it is not UTF-8");
+    EXPECT_STREQ(whyNoCharacterName("a\x1B[2J"), "it holds one of []{}(),;?*=!@\\");
+    for (const char* name : {"a\tb", "a\x7F", "a\xC2\x9B"})
+        EXPECT_STREQ(whyNoCharacterName(name), "it holds a control character") << name;
+    for (const char* name : {"ODBC", "odbc core", "ODBC Data Sources"})
+        EXPECT_STREQ(whyNoCharacterName(name), "the section of that name has another use") << name;
+}
+
 TEST(ValidNames, OfNewDriversAreWhatDialogsScriptsAndConnectionStringsCarry) {
     for (const std::string name : {"D", "Example (64 bit)", "Files (*.mdb, *.accdb)", "it's 100% @home!?", "a((b)c)"})
         EXPECT_EQ(whyNoName(name, kNewDriver), nullptr) << name;

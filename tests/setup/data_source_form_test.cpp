@@ -60,10 +60,11 @@ TEST(DataSourceForm, HidesTheValuesOfSecrets) {
 TEST(DataSourceForm, ObjectsToNamesThatNoNewDataSourceCanHave) {
     for (const char* name : {"", "ODBC", "odbc data sources", "a=b", "[a]", "a;b", "#a", " a", "a\t", "a\nb",
                              "a name of thirty-three characters"})
-        EXPECT_NE(objectionToName(name), "") << name;
-    EXPECT_EQ(objectionToName("a[b"), "A new data source cannot have this name: it holds one of []{}(),;?*=!@\\.");
+        EXPECT_NE(objectionToName(name, usersFiles()), "") << name;
+    EXPECT_EQ(objectionToName("a[b", usersFiles()),
+              "A new data source cannot have this name: it holds one of []{}(),;?*=!@\\.");
     for (const char* name : {"Sales", "Default", "a b", "a#b", "a name of thirty-two characters."})
-        EXPECT_EQ(objectionToName(name), "") << name;
+        EXPECT_EQ(objectionToName(name, usersFiles()), "") << name;
 }
 
 TEST(DataSourceForm, ObjectsToKeysThatTheFileCannotHoldOrThatAreNotTheUsers) {

@@ -35,6 +35,17 @@ public:
     // The names of all sections, as keys lists them.
     std::string_view sections();
 
+    // A value; when there is none, whether there is such a section at all, and how many of its keys hold an @.
+    struct Finding {
+        std::optional<std::string_view> value;
+        bool hasSection = false;
+        std::uint32_t keysWithAt = 0;
+    };
+    Finding find(std::string_view section, std::string_view key);
+
+    // The text it was given.
+    std::string_view text() const { return text_; }
+
     // The bytes the index itself takes.
     std::size_t memory() const;
 
@@ -53,6 +64,7 @@ private:
         std::uint32_t lastBody = 0;
         std::uint32_t firstKey = kNotYet;  // its keys are consecutive in keys_
         std::uint32_t keyCount = 0;
+        std::uint32_t keysWithAt = 0;
         std::uint32_t list = kNotYet;  // in lists_
         std::uint32_t listLength = 0;
     };

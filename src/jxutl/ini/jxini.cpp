@@ -1,8 +1,10 @@
-// The store's own interface: failures, paths, texts and changes.
+// The store's own interface: failures, paths, texts, look-ups and changes.
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <memory>
 #include <new>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -11,11 +13,18 @@
 
 #include <jxini.h>
 #include "jxutl/ini/ini_change.h"
+#include "jxutl/ini/ini_index.h"
 #include "jxutl/ini/ini_line.h"
 #include "jxutl/ini/ini_location.h"
-#include "jxutl/ini/ini_target.h"
+#include "jxutl/ini/ini_place.h"
+#include "jxutl/ini/ini_run.h"
+#include "jxutl/ini/ini_scan.h"
+#include "jxutl/ini/name_hash.h"
+#include "jxutl/ini/profile_cache.h"
+#include "jxutl/ini/profile_file.h"
 #include "jxutl/ini/whole_file.h"
 #include "jxutl/thread/failure.h"
+#include "jxutl/thread/no_cancellation.h"
 #include "rules/names.h"
 
 namespace ini = jx::ini;
@@ -33,7 +42,6 @@ struct JxIniText {
 
 struct JxIniChange {
     ini::IniChange change;
-    std::string before;
 };
 
 namespace {
@@ -51,7 +59,7 @@ std::size_t copyOut(std::string_view text, char* buffer, std::size_t size) noexc
 }
 
 struct HashName {
-    std::size_t operator()(std::string_view name) const { return rules::hashName(name); }
+    std::size_t operator()(std::string_view name) const { return ini::hashName(name); }
 };
 struct SameName {
     bool operator()(std::string_view left, std::string_view right) const { return rules::sameName(left, right); }
@@ -64,20 +72,26 @@ JxIniText* makeText(std::string bytes) {
     return text.release();
 }
 
+std::shared_ptr<ini::IniChange> pendingIn(ini::IniRun* run, const std::string& path) {
+    return run != nullptr ? run->pending(path) : nullptr;
+}
+
 JxIniText* readText(const char* file) {
     const ini::IniLocation where = ini::locate(file);
     if (where.path.empty()) {
         ini::noteFailure(JxIniStepLocate, file, errno);
         return nullptr;
     }
-    std::string target;
-    if (!ini::findTarget(where.path, target))
+    if (const auto pending = pendingIn(ini::currentRun(), where.path); pending != nullptr && !pending->isAbsent())
+        return makeText(pending->text());
+    ini::IniPlace place;
+    if (!place.find(where.path))
         return nullptr;
     std::string bytes;
     struct stat state;
-    const ini::Whole outcome = ini::readWhole(target, bytes, state);
+    const ini::Whole outcome = ini::readWhole(place, bytes, state);
     if (outcome == ini::Whole::absent)
-        ini::noteFailure(JxIniStepOpen, target, ENOENT);
+        ini::noteFailure(JxIniStepOpen, place.path(), ENOENT);
     return outcome == ini::Whole::read ? makeText(std::move(bytes)) : nullptr;
 }
 
@@ -110,15 +124,66 @@ void eachHeader(const JxIniText& text, Visit visit) {
             return;
 }
 
-enum class With { lock, preview };
+// A view is an index of the thread's cache under a name for programs.
+ini::IniIndex& indexOf(JxIniView* view) {
+    return *reinterpret_cast<ini::IniIndex*>(view);
+}
+
+JxIniAnswer answer(std::optional<std::string_view> found, JxIniAnswer otherwise, JxIniPart* part) {
+    if (!found)
+        return otherwise;
+    *part = {found->data(), found->size()};
+    return JxIniFound;
+}
+
+JxIniAnswer ask(ini::IniIndex& index, const char* section, const char* key, JxIniPart* part) {
+    if (section == nullptr)
+        return answer(index.sections(), JxIniNoSection, part);
+    const std::string_view sectionName = rules::argument(section);
+    if (key == nullptr)
+        return answer(index.keys(sectionName), JxIniNoSection, part);
+    const ini::IniIndex::Finding found = index.find(sectionName, rules::argument(key));
+    if (found.value || !found.hasSection)
+        return answer(found.value, JxIniNoSection, part);
+    *part = {nullptr, found.keysWithAt};
+    return JxIniNoKey;
+}
+
+std::size_t lineAt(std::string_view text, std::size_t place) {
+    return 1 + static_cast<std::size_t>(std::count(text.data(), text.data() + place, '\n'));
+}
+
+enum class With { lock, lockShared, preview };
+
+bool begin(ini::IniChange& change, const ini::IniLocation& where, With with) {
+    return with == With::preview ? change.preview(where) : change.begin(where);
+}
+
+bool beginInRun(ini::IniRun& run, ini::IniChange& change, const ini::IniLocation& where, With with) {
+    if (with == With::preview) {
+        const std::shared_ptr<ini::IniChange> pending = run.pending(where.path);
+        if (pending == nullptr)
+            return change.preview(where);
+        change.look(*pending);
+        return true;
+    }
+    const std::shared_ptr<ini::IniChange> pending = run.changeOf(where);
+    if (pending == nullptr) {
+        run.fail();
+        return false;
+    }
+    change.join(pending);
+    return true;
+}
 
 std::unique_ptr<JxIniChange> makeChange(const char* file, With with) {
     auto made = std::make_unique<JxIniChange>();
-    const ini::IniLocation where = ini::locate(file);
-    const bool ready = with == With::lock ? made->change.begin(where) : made->change.preview(where);
+    ini::IniLocation where = ini::locate(file);
+    where.shared = where.shared || with == With::lockShared;
+    ini::IniRun* run = ini::currentRun();
+    const bool ready = run != nullptr ? beginInRun(*run, made->change, where, with) : begin(made->change, where, with);
     if (!ready)
         return nullptr;
-    made->before = made->change.text();
     ini::noteSuccess();
     return made;
 }
@@ -128,6 +193,7 @@ JxIniChange* changeOrNull(const char* file, With with) {
         ini::noteFailure(JxIniStepLocate, {}, EINVAL);
         return nullptr;
     }
+    const jx::NoCancellation beginning;
     try {
         return makeChange(file, with).release();
     } catch (const std::bad_alloc&) {
@@ -170,6 +236,7 @@ JxIniText* jxIniRead(const char* file) {
         ini::noteFailure(JxIniStepLocate, {}, EINVAL);
         return nullptr;
     }
+    const jx::NoCancellation reading;
     return textOrNull(file, [file] { return readText(file); });
 }
 
@@ -256,8 +323,53 @@ size_t jxIniEach(const JxIniText* text, const char* section, JxIniVisit visit, v
     return visits;
 }
 
+JxIniView* jxIniLook(JxIniFileCache* file) {
+    if (file == nullptr || file->file.empty()) {
+        ini::noteFailure(JxIniStepLocate, {}, EINVAL);
+        return nullptr;
+    }
+    try {
+        if (ini::ProfileCache* cache = ini::threadCache(); cache != nullptr)
+            return reinterpret_cast<JxIniView*>(cache->read(file->file));
+    } catch (const std::bad_alloc&) {
+        // Noted below, as for a thread that cannot have a cache.
+    }
+    ini::noteFailure(JxIniStepMemory, file->file, ENOMEM);
+    return nullptr;
+}
+
+JxIniAnswer jxIniAsk(JxIniView* view, const char* section, const char* key, JxIniPart* part) {
+    if (view == nullptr || part == nullptr)
+        return JxIniNoSection;
+    try {
+        return ask(indexOf(view), section, key, part);
+    } catch (const std::bad_alloc&) {
+        ini::noteFailure(JxIniStepMemory, {}, ENOMEM);
+        return JxIniAskFailed;
+    }
+}
+
+size_t jxIniLine(JxIniView* view, const char* section, const char* key) {
+    const std::string_view name = rules::argument(section);
+    if (view == nullptr || !rules::canBeAskedFor(name))
+        return 0;
+    const std::string_view text = indexOf(view).text();
+    ini::SectionWalk walk(text);
+    while (walk.nextNamed(name)) {
+        if (key == nullptr)
+            return lineAt(text, walk.header());
+        if (const auto line = ini::findEntry(text, walk.body(), walk.bodyEnd(), rules::argument(key)))
+            return lineAt(text, line.begin);
+    }
+    return 0;
+}
+
 JxIniChange* jxIniBegin(const char* file) {
     return changeOrNull(file, With::lock);
+}
+
+JxIniChange* jxIniBeginShared(const char* file) {
+    return changeOrNull(file, With::lockShared);
 }
 
 JxIniChange* jxIniPreview(const char* file) {
@@ -278,7 +390,7 @@ int jxIniSet(JxIniChange* change, const char* section, const char* key, const ch
 }
 
 const char* jxIniBefore(const JxIniChange* change, size_t* length) {
-    return textOf(change == nullptr ? nullptr : &change->before, length);
+    return textOf(change == nullptr ? nullptr : &change->change.before(), length);
 }
 
 const char* jxIniAfter(const JxIniChange* change, size_t* length) {
@@ -286,19 +398,74 @@ const char* jxIniAfter(const JxIniChange* change, size_t* length) {
 }
 
 int jxIniCommit(JxIniChange* change) {
+    const jx::NoCancellation writing;
     const std::unique_ptr<JxIniChange> owner(change);
     if (change == nullptr) {
         ini::noteFailure(JxIniStepArgument, {}, EINVAL);
         return 0;
     }
-    // Edits that undid each other change nothing.
-    const bool same = change->change.holdsLock() && change->before == change->change.text();
-    if (!(same ? change->change.discard() : change->change.commit()))
+    try {
+        if (!change->change.commit())
+            return 0;
+    } catch (const std::bad_alloc&) {
+        ini::noteFailure(JxIniStepMemory, {}, ENOMEM);
         return 0;
+    }
     ini::noteSuccess();
     return 1;
 }
 
 void jxIniDiscard(JxIniChange* change) {
+    const jx::NoCancellation closing;
     delete change;
+}
+
+// The thread's run is its own handle, also for the runs inside it: they end in the reverse order of their beginnings.
+JxIniRun* jxIniBeginRun(void) {
+    const jx::NoCancellation beginning;
+    ini::IniRun* run = nullptr;
+    try {
+        run = ini::beginRun();
+    } catch (const std::bad_alloc&) {
+        run = nullptr;
+    }
+    if (run == nullptr)
+        ini::noteFailure(JxIniStepMemory, {}, ENOMEM);
+    else
+        ini::noteSuccess();
+    return reinterpret_cast<JxIniRun*>(run);
+}
+
+int jxIniCommitRun(JxIniRun* run) {
+    const jx::NoCancellation writing;
+    ini::IniRun* current = ini::currentRun();
+    if (current == nullptr || reinterpret_cast<ini::IniRun*>(run) != current) {
+        ini::noteFailure(JxIniStepArgument, {}, EINVAL);
+        return 0;
+    }
+    if (current->leave() == ini::IniRun::Level::inner)
+        return 1;
+    bool written = false;
+    try {
+        written = current->commit();
+    } catch (const std::bad_alloc&) {
+        ini::noteFailure(JxIniStepMemory, {}, ENOMEM);
+    }
+    ini::endRun();
+    if (written)
+        ini::noteSuccess();
+    return written ? 1 : 0;
+}
+
+void jxIniDiscardRun(JxIniRun* run) {
+    const jx::NoCancellation closing;
+    ini::IniRun* current = ini::currentRun();
+    if (current == nullptr || reinterpret_cast<ini::IniRun*>(run) != current)
+        return;
+    if (current->leave() == ini::IniRun::Level::outer) {
+        ini::endRun();
+        return;
+    }
+    ini::noteFailure(JxIniStepArgument, {}, ECANCELED);
+    current->fail();
 }

@@ -174,7 +174,7 @@ $ odbcadmin config set x.ini One k
 !   See odbcadmin config set --help
 [2]
 $ odbcadmin config set none/x.ini One k v
-! odbcadmin: Cannot lock none/x.ini.lock: No such file or directory
+! odbcadmin: Cannot lock none/.x.ini.jxlock: No such file or directory
 !   Make the directory first.
 [7]
 $ odbcadmin config set /dev/null One k v

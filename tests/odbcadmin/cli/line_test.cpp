@@ -194,7 +194,7 @@ TEST_F(Line, AFifoInPlaceOfTheFileIsFileTroubleAndNoWait) {
 // This one takes the ten seconds that a change waits for the lock.
 #ifdef JX_TEST_LONG_WAITS
 TEST_F(Line, AFileThatStaysLockedHasItsOwnCode) {
-    const int lock = open(home_.file(".odbc.ini.lock").c_str(), O_CREAT | O_RDWR | O_CLOEXEC, 0600);
+    const int lock = open(home_.file(".odbc.ini.jxlock").c_str(), O_CREAT | O_RDWR | O_CLOEXEC, 0600);
     ASSERT_GE(lock, 0);
     ASSERT_EQ(flock(lock, LOCK_EX), 0);
     const ProgramResult result = run({"dsn", "ensure", "Sales", "a=b"});
@@ -207,7 +207,7 @@ TEST_F(Line, AFileThatStaysLockedHasItsOwnCode) {
 #endif
 
 TEST_F(Line, AWaitShowsOnATerminalAndGoesOn) {
-    const int lock = open(home_.file(".odbc.ini.lock").c_str(), O_CREAT | O_RDWR | O_CLOEXEC, 0600);
+    const int lock = open(home_.file(".odbc.ini.jxlock").c_str(), O_CREAT | O_RDWR | O_CLOEXEC, 0600);
     ASSERT_EQ(flock(lock, LOCK_EX), 0);
     const std::string line =
         "script -qec " + shellQuoted(shellQuoted(JX_ODBCADMIN) + " dsn set Sales a=b") + " /dev/null </dev/null";
