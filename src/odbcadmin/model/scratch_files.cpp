@@ -36,7 +36,7 @@ void removeAndEnd(int number) {
 void keepForHandler(const std::string& directory, const std::vector<ConfigFile>& files) {
     std::vector<std::string> paths{directory};
     for (const ConfigFile& file : files)
-        for (const char* suffix : {"", ".lock"})
+        for (const char* suffix : {"", ".jxlock"})
             paths.push_back(directory + "/" + file.name + suffix);
     for (std::size_t i = 0; i < paths.size() && i < kMostPaths; ++i)
         std::snprintf(leftPaths[i], PATH_MAX, "%s", paths[i].c_str());

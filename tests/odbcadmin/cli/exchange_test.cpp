@@ -150,7 +150,7 @@ TEST_F(Exchange, DataSourcesWithALibraryOfTheirOwnGoThereAndBack) {
 }
 
 TEST_F(Exchange, WhatWasWrittenBeforeAFailureIsSaid) {
-    std::filesystem::create_directory(home_.file(".odbc.ini.lock"));
+    std::filesystem::create_directory(home_.file(".odbc.ini.jxlock"));
     const std::string all = document(R"("drivers": [{"name": "New", "keys": {"Driver": "/x"}}],
         "dataSources": [{"name": "Stock", "driver": "New"}])");
     const ProgramResult result = run({"apply", "-f", "-"}, all);

@@ -93,7 +93,7 @@ TEST_F(Install, ADriverThatDoesNotGetInIsAFailure) {
 TEST_F(Install, AFileThatCannotBeWrittenIsTheReasonForWhatIsMissing) {
     out({"install", script_, "Small", "--from", "/", "-q"});
     const std::string before = drivers();
-    std::filesystem::create_directory(home_.file(".odbcinst.ini.lock"));
+    std::filesystem::create_directory(home_.file(".odbcinst.ini.jxlock"));
     const ProgramResult result = run({"install", script_, "Small"});
     EXPECT_EQ(result.code, 1);
     EXPECT_EQ(result.out.find("unchanged: nothing to do"), std::string::npos);
@@ -103,11 +103,11 @@ TEST_F(Install, AFileThatCannotBeWrittenIsTheReasonForWhatIsMissing) {
 }
 
 TEST_F(Install, DataSourcesAndTranslatorsThatWereNotEnteredAreNamed) {
-    std::filesystem::create_directory(home_.file(".odbc.ini.lock"));
+    std::filesystem::create_directory(home_.file(".odbc.ini.jxlock"));
     const ProgramResult noNotes = run({"install", script_, "Small"});
     EXPECT_EQ(noNotes.code, 1);
     EXPECT_NE(noNotes.err.find(": data source Notes (Cannot "), std::string::npos) << noNotes.err;
-    std::filesystem::remove(home_.file(".odbc.ini.lock"));
+    std::filesystem::remove(home_.file(".odbc.ini.jxlock"));
     std::string list = "[ODBC Translators]\n";
     std::string sections;
     for (int i = 100; i < 160; ++i) {
