@@ -20,8 +20,9 @@ enum { kBosBaseNameSize = 132, kBosExtensionSize = 4 };
 
 /* Loads a shared library (RTLD_NOW, RTLD_LOCAL); flags is reserved, pass 0. A path without a slash is searched where
  * the loader looks for libraries. Returns a handle for dlsym and dlclose, which the caller owns, or null;
- * bosLastLoadError then gives the reason. A null or empty path fails: to the loader it means the program itself. The
- * library's start-up code runs inside the call. */
+ * bosLastLoadError then gives the reason. A null or empty path fails: to the loader it means the program itself. A file
+ * that ends before its segments, such as half a copy, fails too: the process would die in the loader. The library's
+ * start-up code runs inside the call. */
 JX_EXPORT void* bosLoadLibrary(const unsigned char* path, unsigned int flags);
 
 /* The loader's error text for the calling thread's last bosLoadLibrary; empty when that call succeeded, none was made

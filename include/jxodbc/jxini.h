@@ -12,8 +12,8 @@
  *
  * The names ".odbc.ini" and ".odbcinst.ini", spelled exactly so, mean the user's two files; every other name is used as
  * spelled. Texts are bytes; lengths are in bytes without a NUL. An object belongs to one thread at a time; only one
- * change of a file can be open. Plain C can include this header. docs/ini-store.md describes the format and the
- * promises. */
+ * change of a file can be open. A thread that is cancelled inside a call completes it first. Plain C can include this
+ * header. docs/ini-store.md describes the format and the promises. */
 #ifndef JXINI_H
 #define JXINI_H
 
@@ -31,17 +31,16 @@ typedef enum JxIniStep {
     JxIniStepNone = 0, /* nothing failed */
     JxIniStepArgument, /* a section, key or value that cannot be stored, a null argument, the commit of a preview */
     JxIniStepMemory,
-    JxIniStepLocate, /* finding the home directory or following symbolic links */
+    JxIniStepLocate, /* finding the home directory or following symbolic links (EACCES: one is not to be trusted) */
     JxIniStepLook,   /* asking for the file's state */
     JxIniStepOpen,
     JxIniStepRead,
-    JxIniStepLock,  /* making or locking NAME.lock, or waiting for it (errno ETIMEDOUT) */
-    JxIniStepEmpty, /* emptying NAME.lock */
-    JxIniStepWrite,
+    JxIniStepLock,      /* making or locking .NAME.jxlock, waiting for it (ETIMEDOUT), another file there (EEXIST) */
+    JxIniStepWrite = 9, /* making or writing the new file */
     JxIniStepMode,
     JxIniStepOwner,
     JxIniStepFlush,
-    JxIniStepRename,
+    JxIniStepRename,         /* putting it in place (ESTALE: another program put its own there meanwhile) */
     JxIniStepFlushDirectory, /* the new text is in place then */
     JxIniStepRemove
 } JxIniStep;
@@ -58,7 +57,7 @@ typedef struct JxIniFailure {
 JX_EXPORT JxIniFailure jxIniLastFailure(void);
 
 /* One English sentence for that failure, cut to size bytes with its NUL; returns its full length, 0 when nothing
- * failed: Cannot rename /home/a/.odbc.ini.lock: Device or resource busy /home/a/.odbc.ini: cannot store the key "a=b":
+ * failed: Cannot replace /home/a/.odbc.ini: Device or resource busy /home/a/.odbc.ini: cannot store the key "a=b":
  * it holds = It never holds a value, which could be a password. */
 JX_EXPORT size_t jxIniFailureText(char* buffer, size_t size);
 
@@ -191,6 +190,35 @@ JX_EXPORT int jxIniCommit(JxIniChange* change);
 
 /* Unlocks and releases change; the file is as it was. Null is allowed. */
 JX_EXPORT void jxIniDiscard(JxIniChange* change);
+
+/* ---- several writes as one ---- */
+
+/* A run: from its beginning to its end the calling thread's writes, of whatever function, are kept back, and its reads
+ * see what it has written so far. Then each file is written once, in the order in which the files were first written.
+ *
+ *     JxIniRun* run = jxIniBeginRun();
+ *     ... jxWritePrivateProfileString(...), jxIniBegin(...) and jxIniCommit(...), as often as needed ...
+ *     if (!jxIniCommitRun(run))
+ *         ... jxIniLastFailure() says why ...
+ *
+ * A file is locked from its first write to the end of the run, so other threads and processes that write it wait, and
+ * give up after 10 seconds: end the run before anything that waits for a user or for another process. Inside a run
+ * jxIniCommit adds to the run. A run that is begun inside another is part of it, and ends before it. If the thread
+ * ends, its run is given up. */
+typedef struct JxIniRun JxIniRun;
+
+/* Null when memory is short. Touches no file. */
+JX_EXPORT JxIniRun* jxIniBeginRun(void);
+
+/* Writes the files and releases run. 1, and all of it survives a power cut; or 0: when one of the writes failed,
+ * because its file could not be locked or read or memory was short, no file is written; when a file cannot be written
+ * now, it and the files after it are as they were. A write whose text was refused does not count as failed. For a run
+ * inside another it only releases run. Null returns 0. */
+JX_EXPORT int jxIniCommitRun(JxIniRun* run);
+
+/* Gives up all writes of the run and releases it; the files are as they were. Of a run inside another: the commit of
+ * the outer one then fails, and writes nothing (ECANCELED). Null is allowed. */
+JX_EXPORT void jxIniDiscardRun(JxIniRun* run);
 
 JX_EXTERN_C_END
 

@@ -1,5 +1,6 @@
 // Deletes files, but not the libraries of this product.
 #include <dlfcn.h>
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <cerrno>
@@ -72,7 +73,7 @@ int bosFileDelete(const unsigned char* path) {
     const char* name = reinterpret_cast<const char*>(path);
     jx::ini::FileOps& files = jx::ini::files();
     struct stat state {};
-    if (files.lookAtLink(name, &state) != 0)
+    if (files.lookAtName(AT_FDCWD, name, &state) != 0)
         return -1;
     if (S_ISLNK(state.st_mode) && files.lookAt(name, &state) != 0)
         return -1;
@@ -80,5 +81,5 @@ int bosFileDelete(const unsigned char* path) {
         return refuse(S_ISDIR(state.st_mode) ? EISDIR : EINVAL);
     if (isProductLibrary(state))
         return refuse(EPERM);
-    return files.removeFile(name) == 0 ? 0 : -1;
+    return files.removeFile(AT_FDCWD, name) == 0 ? 0 : -1;
 }

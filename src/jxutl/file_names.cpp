@@ -12,6 +12,7 @@
 
 #include <jxfiles.h>
 #include "jxutl/ini/file_ops.h"
+#include "jxutl/thread/no_cancellation.h"
 
 namespace {
 
@@ -136,8 +137,10 @@ int bosParseName(unsigned char* path, unsigned char* baseName, unsigned char* ex
 const unsigned char* bosFindFiles(void** cursor, const unsigned char* pattern) {
     if (cursor == nullptr)
         return nullptr;
-    if (*cursor == nullptr)
+    if (*cursor == nullptr) {
+        const jx::NoCancellation reading;
         *cursor = begin(pattern);
+    }
     auto* walk = static_cast<Walk*>(*cursor);
     if (walk == nullptr)
         return nullptr;

@@ -8,6 +8,7 @@
 #include <exception>
 
 #include "odbcadmin/desktop/desktop_screen.h"
+#include "odbcadmin/trial/installer_library.h"
 
 namespace {
 
@@ -40,11 +41,14 @@ int main(int count, char** arguments) {
         return refuse("wrong use");
     if (!openDisplay())
         return refuse("there is no display (is DISPLAY set?)");
+    const auto manage = jx::trial::installerFunction<decltype(&SQLManageDataSources)>("SQLManageDataSources");
+    if (manage == nullptr)
+        return refuse(jx::trial::installerTrouble().c_str());
     try {
         Fl::scheme("gtk+");
         Fl::visible_focus(1);
         const jx::desktop::DesktopScreen screen;
-        SQLManageDataSources(0);
+        manage(0);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "xodbcadmin: %s\n", error.what());
         return 1;

@@ -1,5 +1,7 @@
 // The program odbcadmin.
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <exception>
 #include <iostream>
 #include <new>
@@ -34,7 +36,12 @@ int main(int count, char** arguments) {
         std::fputs("odbcadmin: A driver ended its work with an exception that says nothing\n", stderr);
     }
     // A reader that went away or a full disk: the result did not arrive.
-    if (!std::cout.flush() && code == ExitCode::done)
-        code = ExitCode::failed;
+    errno = 0;
+    if (!std::cout.flush()) {
+        const int error = errno;
+        std::fprintf(stderr, "odbcadmin: Cannot write the result: %s\n",
+                     error != 0 ? std::strerror(error) : "the output was refused");
+        code = code == ExitCode::done ? ExitCode::failed : code;
+    }
     return static_cast<int>(code);
 }

@@ -3,8 +3,10 @@
 #include <jxwindow.h>
 #include <odbcinst.h>
 
+#include "odbcadmin/trial/installer_library.h"
+
 int32_t jxDllDialog(HWND owner, unsigned short templateId, JxDialogProcedure procedure, void* record) {
-    return JXW_DialogBox(BJXHINST, templateId, owner, procedure, record);
+    return JXW_DialogBox(jx::trial::kInstallerModule, templateId, owner, procedure, record);
 }
 
 int32_t jxDllDialogReturnId(HWND owner, unsigned short templateId, JxDialogProcedure procedure, void* record) {

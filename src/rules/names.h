@@ -1,4 +1,4 @@
-// Names of sections and keys: trimming, comparing and hashing them.
+// Names of sections and keys: trimming and comparing them.
 //
 //     if (rules::sameName(rules::trimmed(typed), entry.key)) ...
 //
@@ -42,7 +42,7 @@ inline bool canBeAskedFor(std::string_view name) {
     return !name.empty() && name.find('\0') == std::string_view::npos;
 }
 
-// Names are compared and hashed eight bytes at a time.
+// Names are compared eight bytes at a time.
 namespace name_words {
 
 inline constexpr std::uint64_t kEveryByte = 0x0101010101010101U;
@@ -88,12 +88,6 @@ inline std::uint64_t shortName(const char* bytes, std::size_t count) {
     return first | std::uint64_t{middle} << 8U | std::uint64_t{last} << 16U;
 }
 
-// A multiplication moves bits upwards only, and tables use the lower bits: the shift brings the upper ones down.
-constexpr std::uint64_t mixed(std::uint64_t word) {
-    word *= 0x9E3779B97F4A7C15U;
-    return word ^ word >> 32U;
-}
-
 }  // namespace name_words
 
 // Whether a text begins with that name. A name of eight bytes or more is compared in words; the last one, which may
@@ -124,18 +118,6 @@ inline std::string foldedName(std::string_view name) {
         if (letter >= 'A' && letter <= 'Z')
             letter = static_cast<char>(letter - 'A' + 'a');
     return folded;
-}
-
-// Equal for names that match: it ignores the bit of case in every byte.
-inline std::uint32_t hashName(std::string_view name) {
-    using namespace name_words;
-    const std::size_t size = name.size();
-    if (size < 8)
-        return static_cast<std::uint32_t>(mixed(mixed((shortName(name.data(), size) | kCaseBits) + size)));
-    std::uint64_t hash = (wordAt(name.data() + size - 8) | kCaseBits) + size;
-    for (std::size_t at = 0; at + 8 < size; at += 8)
-        hash = mixed(hash) + (wordAt(name.data() + at) | kCaseBits);
-    return static_cast<std::uint32_t>(mixed(mixed(hash)));
 }
 
 }  // namespace jx::rules

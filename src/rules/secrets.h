@@ -25,6 +25,9 @@ inline bool isSecretKey(std::string_view key);
 // stays.
 inline std::string masked(std::string_view key, std::string_view value);
 
+// Whether kMask stands in the value where masked would put it, so that the value was copied from where it was hidden.
+inline bool holdsMask(std::string_view key, std::string_view value);
+
 // The first word of a line, if it is a secret key and more than blanks follow: the line is then a key that lost its
 // "=", and the secret is read as part of the name. Empty otherwise.
 inline std::string_view secretWord(std::string_view line);
@@ -194,6 +197,15 @@ inline std::string maskedLine(std::string_view line) {
     while (!key.empty() && (key.front() == ';' || key.front() == '#' || key.front() == ' ' || key.front() == '\t'))
         key.remove_prefix(1);
     return shown.append(masked(trimmed(key), line.substr(value, end - value))).append(line.substr(end));
+}
+
+inline bool holdsMask(std::string_view key, std::string_view value) {
+    const std::size_t at = value.find(kMask);
+    if (at == std::string_view::npos)
+        return false;
+    std::string unmasked(value);
+    unmasked.replace(at, kMask.size(), "x");
+    return masked(key, unmasked) != unmasked && masked(key, value) == value;
 }
 
 }  // namespace jx::rules

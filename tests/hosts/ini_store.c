@@ -58,6 +58,20 @@ static void begin_shared(const char* file) {
     jxIniDiscard(change);
 }
 
+static void run(const char* file) {
+    JxIniRun* run = jxIniBeginRun();
+    JxIniChange* change = jxIniBegin(file);
+    CHECK(jxIniSet(change, "A", "b", "3") == 1 && jxIniCommit(change) == 1);
+    CHECK(file_holds("own.ini", "; mine\n[A]\nb=2\n"));
+    CHECK(jxIniCommitRun(run) == 1);
+    CHECK(file_holds("own.ini", "; mine\n[A]\nb=3\n"));
+    run = jxIniBeginRun();
+    change = jxIniBegin(file);
+    CHECK(jxIniSet(change, "A", "b", "4") == 1 && jxIniCommit(change) == 1);
+    jxIniDiscardRun(run);
+    CHECK(file_holds("own.ini", "; mine\n[A]\nb=3\n"));
+}
+
 void use_ini_store(void) {
     char path[512], sentence[512] = "";
     JxIniText* text;
@@ -73,6 +87,7 @@ void use_ini_store(void) {
     ask(path);
     begin_shared(path);
     change(path);
+    run(path);
     CHECK(jxIniRead(in_folder("none.ini")) == NULL);
     CHECK(jxIniLastFailure().step != JxIniStepNone && jxIniLastFailure().error != 0);
     CHECK(jxIniFailureText(sentence, sizeof sentence) == strlen(sentence) && sentence[0] != '\0');

@@ -14,12 +14,18 @@ for file in share/man/man1/odbcadmin.1 share/bash-completion/completions/odbcadm
     [ -e "$file" ] || fail "$file was not installed"
 done
 readelf -dW bin/odbcadmin | grep -q 'RUNPATH.*\[$ORIGIN/../lib\]' || fail "bin/odbcadmin does not look in ../lib"
-ldd bin/odbcadmin | grep -q "libodbcinst.so.1 => $prefix/" || fail "bin/odbcadmin found another libodbcinst.so.1"
+# A driver's references would reach an installer library that the programs or the helper are linked with.
+for program in bin/odbcadmin bin/xodbcadmin libexec/jxodbc/odbcadmin-trial; do
+    [ -e "$program" ] || [ $program = bin/xodbcadmin ] || fail "$program was not installed"
+    [ ! -e "$program" ] || ! readelf -dW "$program" | grep -q 'NEEDED.*odbcinst' || fail "$program is linked with libodbcinst"
+done
+[ "$(readelf -dW libexec/jxodbc/odbcadmin-trial | grep -c NEEDED)" = 1 ] || fail "the helper needs more than the C library"
+! readelf -dW libexec/jxodbc/odbcadmin-trial | grep -qE 'RUNPATH|RPATH' || fail "the helper has search paths of its own"
 
 export HOME=$work/home
 mkdir "$HOME"
 bin/odbcadmin driver add Plain --lib /opt/libplain.so --setup "$prefix/lib/libjxsetup.so" 2>"$work/warning"
-bin/odbcadmin dsn add Sales --driver Plain Server=db1
+bin/odbcadmin dsn add Sales --driver Plain Server=db1 || fail "dsn add failed"
 [ "$(bin/odbcadmin dsn list)" = "Sales  Plain" ] || fail "dsn list printed something else"
 [ "$(bin/odbcadmin dsn get Sales Server)" = db1 ] || fail "dsn get printed something else"
 
@@ -42,7 +48,7 @@ done
 
 # The window's program finds the same libraries and tells of every option in its manual.
 if [ -e bin/xodbcadmin ]; then
-    ldd bin/xodbcadmin | grep -q "libodbcinst.so.1 => $prefix/" || fail "bin/xodbcadmin found another libodbcinst.so.1"
+    ldd bin/xodbcadmin | grep -q "libjxutl08.so => $prefix/" || fail "bin/xodbcadmin found another libjxutl08.so"
     [ "$(bin/xodbcadmin --version)" = "x$(bin/odbcadmin --version)" ] || fail "the two programs differ in their version"
     grep -q '^\.B \\-\\-version' share/man/man1/xodbcadmin.1 || fail "xodbcadmin.1 does not tell of --version"
 fi

@@ -2,6 +2,8 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <filesystem>
 #include <string>
 #include <thread>
 
@@ -53,6 +55,26 @@ TEST(Libraries, NullAndEmptyPathsNeverNameTheProgram) {
     EXPECT_EQ(reason(), "no library is named");
     EXPECT_EQ(load(""), nullptr);
     EXPECT_EQ(reason(), "no library is named");
+}
+
+TEST(Libraries, AFileThatWasCopiedInPartFailsAtEveryLength) {
+    const jx::test::TestHome home;
+    const std::string path = home.file("libhalf.so");
+    std::filesystem::copy_file(JX_GOOD_LIBRARY, path);
+    // What the loader maps ends somewhere before the end of the file, where the names of symbols for debuggers stand.
+    bool hasFailed = false;
+    for (std::uintmax_t size = std::filesystem::file_size(path); size > 0; size = size > 512 ? size - 512 : size / 2) {
+        SCOPED_TRACE(size);
+        std::filesystem::resize_file(path, size);
+        void* library = load(path);
+        EXPECT_FALSE(library != nullptr && hasFailed);
+        hasFailed = library == nullptr;
+        if (hasFailed)
+            EXPECT_EQ(reason().substr(0, path.size() + 2), path + ": ");
+        else
+            dlclose(library);
+    }
+    EXPECT_TRUE(hasFailed);
 }
 
 TEST(Libraries, FilesThatAreNotLibrariesFailWithTheirName) {

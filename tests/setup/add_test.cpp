@@ -217,7 +217,7 @@ TEST_F(SetupAdd, ChangesNeitherFileWhenTheDefaultsAttributesAreBad) {
 TEST_F(SetupAdd, PutsTheDefaultsEntryBackWhenItsSectionCannotBeWritten) {
     home.put("sources.ini", "[Default]\nDriver=/opt/old.so\n");
     setenv("ODBCINI", home.file("sources.ini").c_str(), 1);
-    ASSERT_EQ(mkdir(home.file("sources.ini.lock").c_str(), 0700), 0);
+    ASSERT_EQ(mkdir(home.file(".sources.ini.jxlock").c_str(), 0700), 0);
     const struct {
         const char* before;
         const char* after;
@@ -233,7 +233,7 @@ TEST_F(SetupAdd, PutsTheDefaultsEntryBackWhenItsSectionCannotBeWritten) {
         EXPECT_EQ(drivers(), installedDriver() + row.after);
         EXPECT_EQ(home.text("sources.ini"), "[Default]\nDriver=/opt/old.so\n");
     }
-    rmdir(home.file("sources.ini.lock").c_str());
+    rmdir(home.file(".sources.ini.jxlock").c_str());
 }
 
 TEST_F(SetupAdd, WorksWhenBothFilesAreOne) {

@@ -137,7 +137,7 @@ TEST_F(SetupDialog, StaysOpenForANameThatCannotBe) {
 TEST_F(SetupDialog, AFailedWriteLeavesEverythingAsItWasAndTheDialogOpen) {
     home.put("sources.ini", kSales);
     setenv("ODBCINI", home.file("sources.ini").c_str(), 1);
-    const std::string inTheWay = home.file("sources.ini.lock");
+    const std::string inTheWay = home.file(".sources.ini.jxlock");
     ASSERT_EQ(mkdir(inTheWay.c_str(), 0700), 0);
     for (const char* name : {"Sales", "Default", "New"}) {
         SCOPED_TRACE(name);
@@ -158,7 +158,7 @@ TEST_F(SetupDialog, AFailedWriteLeavesEverythingAsItWasAndTheDialogOpen) {
 }
 
 TEST_F(SetupDialog, TriesAgainAfterAFailedWrite) {
-    const std::string inTheWay = home.file(".odbc.ini.lock");
+    const std::string inTheWay = home.file(".odbc.ini.jxlock");
     ASSERT_EQ(mkdir(inTheWay.c_str(), 0700), 0);
     ScriptedUser user(
         {type(kNameEdit, "Sales"), press(IDOK), call([&](HWND) { rmdir(inTheWay.c_str()); }), press(IDOK)}, {IDOK});

@@ -14,6 +14,7 @@ struct ControlTemplate {
     short x, y, width, height;
     std::string text;
     unsigned int flags;
+    bool operator==(const ControlTemplate&) const = default;
 };
 
 struct DialogTemplate {
@@ -21,6 +22,7 @@ struct DialogTemplate {
     std::string title;
     short width, height;
     std::vector<ControlTemplate> controls;
+    bool operator==(const DialogTemplate&) const = default;
 };
 
 using DialogTemplates = std::vector<DialogTemplate>;

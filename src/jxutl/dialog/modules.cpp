@@ -2,48 +2,45 @@
 #include "jxutl/dialog/modules.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
-#include <map>
 #include <memory>
-#include <mutex>
 #include <new>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include <jxtemplate.h>
-#include "jxutl/thread/lasting.h"
 
 namespace {
 
 struct Text {
     unsigned short id = 0;
     std::string bytes;
+    bool operator==(const Text&) const = default;
 };
 
 using Texts = std::vector<Text>;  // by id; of equal ids the first counts
-using Templates = std::shared_ptr<const jx::dialog::DialogTemplates>;
+
+// What a module registered at one time. It is never changed and never released: readers take no lock, so one may be
+// reading it at any moment, and a child that was forked meanwhile finds nothing locked. Registering the same again, as
+// a setup library does whenever it is loaded, makes no new one.
+struct Contents {
+    Texts texts;
+    jx::dialog::DialogTemplates templates;
+    const Contents* earlier = nullptr;
+};
 
 struct Module {
-    Texts texts;
-    Templates templates;
+    explicit Module(const char* moduleName) : name(moduleName) {}
+
+    const std::string name;
+    std::atomic<const Contents*> current = nullptr;
+    std::atomic<const Contents*> all = nullptr;  // and by earlier
+    Module* next = nullptr;
 };
 
-using Modules = std::map<std::string, Module, std::less<>>;  // std::less<>: looked up without a copy of the name
-
-// Loads take the same mutex: they hold it for a look-up and a short copy. With a shared lock, many loads could keep a
-// registration waiting.
-struct Registry {
-    std::mutex lock;
-    Modules modules;
-};
-
-// Made by the first call and never destroyed; std::map cannot be constant-initialized.
-Registry& registry() {
-    static jx::Lasting<Registry> kept;
-    return kept.object;
-}
+constinit std::atomic<Module*> modules = nullptr;
 
 bool hasLowerId(const Text& left, const Text& right) {
     return left.id < right.id;
@@ -57,49 +54,72 @@ Texts copyOf(const JxwString* strings) {
     return texts;
 }
 
-// Memory is allocated before the lock and what is replaced is released after it, so loads wait only while a few
-// pointers are exchanged.
+Module* findModule(std::string_view name) {
+    for (Module* module = modules.load(std::memory_order_acquire); module != nullptr; module = module->next)
+        if (module->name == name)
+            return module;
+    return nullptr;
+}
+
+const Contents* currentOf(const char* name) {
+    const Module* module = findModule(name);
+    return module != nullptr ? module->current.load(std::memory_order_acquire) : nullptr;
+}
+
+// Puts made before the others that head leads to through link, unless a same one is there already: then that one is
+// returned and made is released.
+template <class Node, class Owner, class Link, class Find>
+Node* pushUnlessThere(std::atomic<Node*>& head, Owner made, Link link, Find find) {
+    Node* first = head.load(std::memory_order_acquire);
+    do {
+        if (Node* known = find(); known != nullptr)
+            return known;
+        (*made).*link = first;
+    } while (!head.compare_exchange_weak(first, made.get(), std::memory_order_acq_rel));
+    return made.release();
+}
+
+Module& moduleOf(const char* name) {
+    Module* known = findModule(name);
+    if (known == nullptr)
+        known = pushUnlessThere(modules, std::make_unique<Module>(name), &Module::next,
+                                [name] { return findModule(name); });
+    return *known;
+}
+
+const Contents* sameAs(const Module& module, const Contents& made) {
+    for (const Contents* known = module.all.load(std::memory_order_acquire); known != nullptr; known = known->earlier)
+        if (known->texts == made.texts && known->templates == made.templates)
+            return known;
+    return nullptr;
+}
+
+// Memory is allocated before anything changes.
 void put(const char* name, const JxwString* strings, const JxwTemplate* templates) {
-    Modules made;
-    made.emplace(name, Module{copyOf(strings),
-                              std::make_shared<const jx::dialog::DialogTemplates>(jx::dialog::copyOf(templates))});
-    auto node = made.extract(made.begin());
-    Registry& known = registry();
-    const std::lock_guard locked(known.lock);
-    auto place = known.modules.find(node.key());
-    if (place == known.modules.end())
-        known.modules.insert(std::move(node));
-    else
-        std::swap(place->second, node.mapped());
+    auto made = std::make_unique<Contents>(Contents{copyOf(strings), jx::dialog::copyOf(templates)});
+    Module& module = moduleOf(name);
+    const Contents& contents = *made;
+    const Contents* kept =
+        pushUnlessThere(module.all, std::move(made), &Contents::earlier, [&] { return sameAs(module, contents); });
+    module.current.store(kept, std::memory_order_release);
 }
 
-const std::string* find(const Modules& modules, const char* module, unsigned short id) {
-    const auto found = modules.find(std::string_view(module));
-    if (found == modules.end())
-        return nullptr;
-    const Texts& texts = found->second.texts;
-    const auto text = std::lower_bound(texts.begin(), texts.end(), Text{id, {}}, hasLowerId);
+const std::string* find(const Texts& texts, unsigned short id) {
+    const auto text =
+        std::lower_bound(texts.begin(), texts.end(), id,
+                         [](const Text& candidate, unsigned short wanted) { return candidate.id < wanted; });
     return text != texts.end() && text->id == id ? &text->bytes : nullptr;
-}
-
-// Null for an unknown module.
-Templates templatesOf(const char* module) {
-    Registry& known = registry();
-    const std::lock_guard locked(known.lock);
-    const auto found = known.modules.find(std::string_view(module));
-    return found != known.modules.end() ? found->second.templates : nullptr;
 }
 
 }  // namespace
 
-std::shared_ptr<const jx::dialog::DialogTemplate> jx::dialog::findTemplate(const char* module, unsigned short id) {
-    const Templates templates = templatesOf(module);
-    if (templates == nullptr)
+const jx::dialog::DialogTemplate* jx::dialog::findTemplate(const char* module, unsigned short id) {
+    const Contents* contents = currentOf(module);
+    if (contents == nullptr)
         return nullptr;
-    const auto found = std::find_if(templates->begin(), templates->end(),
+    const auto found = std::find_if(contents->templates.begin(), contents->templates.end(),
                                     [id](const DialogTemplate& candidate) { return candidate.id == id; });
-    // Points to one template and keeps all of the module's.
-    return found != templates->end() ? std::shared_ptr<const DialogTemplate>(templates, &*found) : nullptr;
+    return found != contents->templates.end() ? &*found : nullptr;
 }
 
 int JXW_RegisterModule(const char* name, const JxwString* strings, const JxwTemplate* templates) {
@@ -118,9 +138,8 @@ int JXW_LoadString(const char* module, unsigned short id, unsigned char* buffer,
     if (module == nullptr || buffer == nullptr)
         return 0;
     const auto room = static_cast<std::size_t>((size > 0 ? size : kSizeOfUnsized) - 1);
-    Registry& known = registry();
-    const std::lock_guard locked(known.lock);
-    const std::string* text = find(known.modules, module, id);
+    const Contents* contents = currentOf(module);
+    const std::string* text = contents != nullptr ? find(contents->texts, id) : nullptr;
     if (text == nullptr)
         return 0;
     const std::size_t length = std::min(text->size(), room);

@@ -1,53 +1,21 @@
 // Writes the harmless characters of texts to standard error.
 #include "jxutl/dialog/terminal_text.h"
 
-#include <pthread.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <csignal>
 #include <cstddef>
 #include <cstring>
-#include <ctime>
 #include <string_view>
 
+#include "jxutl/thread/held_signal.h"
+#include "jxutl/thread/no_cancellation.h"
 #include "rules/utf8.h"
 
 namespace jx::dialog {
 
 namespace {
-
-// NoPipeSignal: while it exists, a write to a closed pipe fails instead of ending the program with SIGPIPE. A SIGPIPE
-// that was pending before stays pending.
-class NoPipeSignal {
-public:
-    NoPipeSignal() {
-        sigset_t waiting;
-        sigemptyset(&pipe_);
-        sigaddset(&pipe_, SIGPIPE);
-        sigpending(&waiting);
-        wasWaiting_ = sigismember(&waiting, SIGPIPE) == 1;
-        blocked_ = pthread_sigmask(SIG_BLOCK, &pipe_, &before_) == 0;
-    }
-
-    ~NoPipeSignal() {
-        const timespec now{};
-        if (blocked_ && !wasWaiting_)
-            while (sigtimedwait(&pipe_, nullptr, &now) < 0 && errno == EINTR) {
-            }
-        if (blocked_)
-            pthread_sigmask(SIG_SETMASK, &before_, nullptr);
-    }
-
-    NoPipeSignal(const NoPipeSignal&) = delete;
-    NoPipeSignal& operator=(const NoPipeSignal&) = delete;
-
-private:
-    sigset_t pipe_{};
-    sigset_t before_{};
-    bool wasWaiting_ = false;
-    bool blocked_ = false;
-};
 
 // Output: bytes on their way to standard error.
 class Output {
@@ -92,7 +60,8 @@ void put(Output& output, std::string_view text, bool keepsLineBreaks) {
 }  // namespace
 
 void writeMessage(const char* title, const char* text) {
-    const NoPipeSignal held;
+    const NoCancellation writing;
+    const HeldSignal held(SIGPIPE);
     Output output;
     put(output, title, /*keepsLineBreaks=*/false);
     output.put(": ", 2);

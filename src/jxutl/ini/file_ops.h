@@ -22,21 +22,22 @@ public:
     FileOps& operator=(const FileOps&) = delete;
     virtual ~FileOps() = default;
 
-    virtual int openFile(const char* path, int flags, mode_t mode) = 0;
+    virtual int openFile(int directory, const char* path, int flags, mode_t mode) = 0;  // openat
+    // The same for a path without symbolic links: ELOOP where there is one.
+    virtual int openWithoutLinks(const char* path, int flags) = 0;
     virtual int closeFile(int fd) = 0;
     virtual ssize_t readSome(int fd, std::span<char> bytes) = 0;
     virtual ssize_t writeSome(int fd, std::span<const char> bytes) = 0;
-    virtual int lookAt(const char* path, struct stat* state) = 0;      // follows symbolic links
-    virtual int lookAtLink(const char* path, struct stat* state) = 0;  // does not
+    virtual int lookAt(const char* path, struct stat* state) = 0;                     // follows symbolic links
+    virtual int lookAtName(int directory, const char* name, struct stat* state) = 0;  // does not
     virtual int lookAtOpen(int fd, struct stat* state) = 0;
-    virtual ssize_t readLink(const char* path, std::span<char> target) = 0;
-    virtual int lockFile(int fd, int operation) = 0;  // flock
-    virtual int emptyFile(int fd) = 0;                // to length 0
+    virtual ssize_t readLink(int link, std::span<char> target) = 0;  // of a link opened with O_PATH
+    virtual int lockFile(int fd, int operation) = 0;                 // flock
     virtual int setMode(int fd, mode_t mode) = 0;
     virtual int setOwner(int fd, uid_t owner, gid_t group) = 0;
     virtual int flush(int fd) = 0;
-    virtual int renameOver(const char* from, const char* to) = 0;
-    virtual int removeFile(const char* path) = 0;
+    virtual int rename(int directory, const char* from, const char* to, unsigned flags) = 0;  // renameat2
+    virtual int removeFile(int directory, const char* name) = 0;
 
     // The clock that file times come from, and the one for waiting.
     virtual timespec fileClock() = 0;
@@ -53,7 +54,7 @@ inline bool isAbsence(int error) {
 inline constexpr int kMostInterruptions = 1000;
 
 // Makes call again while it fails with EINTR; the result is that of the last call. Not for close, which must not be
-// made twice, nor for rename and unlink, which signals do not interrupt.
+// made twice.
 template <typename Call>
 auto uninterrupted(Call call) {
     auto result = call();

@@ -1,8 +1,6 @@
 // Reads a whole file and judges its times.
 #include "jxutl/ini/file_text.h"
 
-#include <fcntl.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
@@ -11,6 +9,7 @@
 
 #include "jxutl/ini/descriptor.h"
 #include "jxutl/ini/file_ops.h"
+#include "jxutl/ini/ini_place.h"
 #include "jxutl/ini/whole_file.h"
 #include "jxutl/thread/failure.h"
 
@@ -57,32 +56,22 @@ FileText::Outcome FileText::read(const std::string& path, const struct stat& sta
     for (int count = 0; count < kMostReadings && !agrees; ++count) {
         // The time is taken before the reading: a change from here on must get a later time than the stamp's.
         const timespec begun = files().fileClock();
-        const Descriptor file = open(path);
-        if (!file || !readOnce(file.get(), path, stamp, agrees))
+        Descriptor file;
+        if (!openToRead(path, leavesAccessTime_, file))
+            return Outcome::none;
+        if (!file) {
+            noteSuccess();
+            return Outcome::none;
+        }
+        if (!readOnce(file.get(), path, stamp, agrees))
             return Outcome::none;
         settled_ = agrees && isSettled(stamp, begun);
     }
     stamp_ = stamp;
     holds_ = true;
+    if (!same_)
+        giveBackRoom();
     return same_ ? Outcome::same : Outcome::other;
-}
-
-// O_NOATIME: updating the access time costs more than reading a small file. Only the file's owner may use it.
-Descriptor FileText::open(const std::string& path) {
-    constexpr int kFlags = O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY;
-    const auto openWith = [&path](int flags) {
-        return Descriptor(uninterrupted([&] { return files().openFile(path.c_str(), flags, 0); }));
-    };
-    Descriptor file = openWith(leavesAccessTime_ ? kFlags | O_NOATIME : kFlags);
-    if (!file && errno == EPERM && leavesAccessTime_) {
-        leavesAccessTime_ = false;
-        file = openWith(kFlags);
-    }
-    if (!file && isAbsence(errno))
-        noteSuccess();
-    else if (!file)
-        fail(JxIniStepOpen, path, errno);
-    return file;
 }
 
 // stamp comes as the file's before the reading and becomes the one after it. They agree when the file was not changed
@@ -94,7 +83,7 @@ bool FileText::readOnce(int fd, const std::string& path, FileStamp& stamp, bool&
     if (!fill(fd, path, static_cast<std::size_t>(stamp.size)))
         return false;
     struct stat state;
-    if (files().lookAtOpen(fd, &state) != 0)
+    if (uninterrupted([&] { return files().lookAtOpen(fd, &state); }) != 0)
         return fail(JxIniStepLook, path, errno);
     if (!S_ISREG(state.st_mode))
         return fail(JxIniStepOpen, path, ENOTSUP);
@@ -163,6 +152,17 @@ void FileText::makeRoom(std::size_t room, std::size_t kept) {
         std::memcpy(bytes.get(), bytes_.get(), kept);
     bytes_ = std::move(bytes);
     room_ = wanted;
+}
+
+// A file that became much smaller.
+void FileText::giveBackRoom() {
+    constexpr std::size_t kWorthIt = std::size_t{1} << 20;
+    if (room_ < kWorthIt || room_ / 4 < size_)
+        return;
+    auto bytes = std::make_unique_for_overwrite<char[]>(size_ + 1);
+    std::memcpy(bytes.get(), bytes_.get(), size_);
+    bytes_ = std::move(bytes);
+    room_ = size_ + 1;
 }
 
 }  // namespace jx::ini

@@ -11,8 +11,6 @@
 #include <string>
 #include <string_view>
 
-#include "jxutl/ini/descriptor.h"
-
 namespace jx::ini {
 
 inline bool isSameTime(const timespec& left, const timespec& right) {
@@ -54,6 +52,9 @@ public:
     // Whether the text is certainly that of the file with that state.
     bool isCurrent(const struct stat& state) const { return settled_ && stamp_ == stampOf(state); }
 
+    // Whether the text was read from the file in that state.
+    bool isOf(const struct stat& state) const { return holds_ && stamp_ == stampOf(state); }
+
     // Reads the whole file; state is its fresh stat(), that of a regular file. It never waits, even if a FIFO has
     // replaced the file since. A file that changes meanwhile is read again, up to five times; after that the text is
     // kept but is not current.
@@ -65,21 +66,21 @@ public:
     std::size_t memory() const { return room_; }
 
 private:
-    Descriptor open(const std::string& path);
     bool readOnce(int fd, const std::string& path, FileStamp& stamp, bool& agrees);
     bool fill(int fd, const std::string& path, std::size_t expected);
     std::span<char> roomFrom(std::size_t filled, std::size_t expected);
     void takeOver(std::size_t filled, std::span<const char> part, std::size_t expected);
     void makeRoom(std::size_t room, std::size_t kept);
+    void giveBackRoom();
 
     std::unique_ptr<char[]> bytes_;
     std::size_t size_ = 0;
     std::size_t room_ = 0;
     FileStamp stamp_;
-    bool settled_ = false;  // the text is the file's as long as the stamp is
-    bool holds_ = false;    // bytes_ are a complete file
-    bool same_ = false;     // the bytes read so far are those in bytes_
-    bool leavesAccessTime_ = true;
+    bool settled_ = false;          // the text is the file's as long as the stamp is
+    bool holds_ = false;            // bytes_ are a complete file
+    bool same_ = false;             // the bytes read so far are those in bytes_
+    bool leavesAccessTime_ = true;  // O_NOATIME was not refused yet
 };
 
 }  // namespace jx::ini

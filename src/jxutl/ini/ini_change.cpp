@@ -5,14 +5,13 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdint>
 #include <optional>
-#include <span>
 #include <string_view>
 #include <utility>
 
 #include "jxutl/ini/descriptor.h"
 #include "jxutl/ini/file_ops.h"
-#include "jxutl/ini/ini_target.h"
 #include "jxutl/ini/whole_file.h"
 #include "jxutl/thread/failure.h"
 
@@ -20,14 +19,13 @@ namespace jx::ini {
 
 namespace {
 
-constexpr mode_t kAllModeBits = 07777;
 constexpr mode_t kPrivateMode = 0600;
 constexpr mode_t kSharedMode = 0666;
 
 // Read from /proc: umask() would change it for every other thread meanwhile.
 std::optional<mode_t> currentUmask() {
-    const Descriptor status(
-        uninterrupted([] { return files().openFile("/proc/thread-self/status", O_RDONLY | O_CLOEXEC | O_NOCTTY, 0); }));
+    const Descriptor status(uninterrupted(
+        [] { return files().openFile(AT_FDCWD, "/proc/thread-self/status", O_RDONLY | O_CLOEXEC | O_NOCTTY, 0); }));
     if (!status)
         return std::nullopt;
     std::array<char, 512> room;
@@ -47,25 +45,6 @@ std::optional<mode_t> currentUmask() {
 mode_t modeOfNewFile(bool shared) {
     const std::optional<mode_t> mask = shared ? currentUmask() : std::nullopt;
     return mask ? kSharedMode & ~*mask : kPrivateMode;
-}
-
-// Whether the group's bits differ from the bits of all others.
-bool groupMatters(mode_t mode) {
-    return (mode >> 3 & 07) != (mode & 07);
-}
-
-bool writeAll(int fd, std::span<const char> bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count = uninterrupted([&] { return files().writeSome(fd, bytes); });
-        if (count < 0)
-            return false;
-        if (count == 0) {
-            errno = EIO;
-            return false;
-        }
-        bytes = bytes.subspan(static_cast<std::size_t>(count));
-    }
-    return true;
 }
 
 bool flushNow(int fd) {
@@ -97,14 +76,11 @@ bool IniChange::find(const IniLocation& where) {
     if (where.path.empty())
         return fail(JxIniStepLocate, where.path, errno);
     shared_ = where.shared;
-    if (!findTarget(where.path, target_))
-        return false;
-    directory_ = directoryOf(target_);
-    return true;
+    return place_.find(where.path);
 }
 
 bool IniChange::begin(const IniLocation& where) {
-    if (!find(where) || !lock_.take(target_))
+    if (!find(where) || !lock_.take(place_))
         return false;
     holdsLock_ = true;
     return readTarget();
@@ -115,10 +91,9 @@ bool IniChange::preview(const IniLocation& where) {
 }
 
 bool IniChange::readTarget() {
-    std::string bytes;
-    const Whole outcome = readWhole(target_, bytes, old_);
+    const Whole outcome = readWhole(place_, before_, old_);
     present_ = outcome == Whole::read;
-    text_ = IniText(std::move(bytes));
+    text_ = IniText(before_);
     if (outcome != Whole::failed)
         return true;
     lock_.discard();
@@ -130,7 +105,7 @@ Edit IniChange::apply(const char* section, const char* key, const char* value) {
     const Edit edit = text_.apply(section, key, value);
     changed_ = changed_ || edit == Edit::changed;
     if (edit == Edit::refused)
-        noteRefusal(target_, section, key, value);
+        noteRefusal(place_.path(), section, key, value);
     return edit;
 }
 
@@ -138,58 +113,102 @@ bool IniChange::discard() {
     return !std::exchange(holdsLock_, false) || lock_.withdraw();
 }
 
-bool IniChange::commit() {
+bool IniChange::isAt(const IniPlace& place) const {
+    const auto look = [](const IniPlace& there, struct stat& state) {
+        return uninterrupted([&] { return files().lookAtOpen(there.directory(), &state); }) == 0;
+    };
+    struct stat own;
+    struct stat other;
+    return place_.name() == place.name() && look(place_, own) && look(place, other) && isSameFile(own, other);
+}
+
+void IniChange::look(const IniChange& other) {
+    before_ = other.text();
+    text_ = IniText(before_);
+}
+
+void IniChange::join(const std::shared_ptr<IniChange>& outer) {
+    look(*outer);
+    joined_ = true;
+    outer_ = outer;
+}
+
+bool IniChange::commitToOuter() {
+    const std::shared_ptr<IniChange> outer = outer_.lock();
+    if (outer == nullptr || !outer->holdsLock_)
+        return fail(JxIniStepArgument, {}, EPERM);
+    if (outer->text() != before_)
+        return fail(JxIniStepRename, outer->place_.path(), ESTALE);
+    outer->changed_ = outer->changed_ || changed_;
+    outer->text_ = std::move(text_);
+    return true;
+}
+
+bool IniChange::commit(Undone undone) {
+    if (joined_)
+        return commitToOuter();
     if (!holdsLock_)
-        return fail(JxIniStepArgument, target_, EPERM);
-    if (!changed_)
+        return fail(JxIniStepArgument, place_.path(), EPERM);
+    const bool makesFile = undone == Undone::makesTheFile && !present_;
+    if (!changed_ || (before_ == text_.bytes() && !makesFile))
         return discard();
-    const Descriptor directory(
-        uninterrupted([this] { return files().openFile(directory_.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0); }));
-    if (!directory && isShortage(errno))
-        return fail(JxIniStepOpen, directory_, errno);
+    const std::int64_t end = files().waitingClockInMilliseconds() + kLongestWaitInMilliseconds;
+    for (;;) {
+        const IniNewFile::Outcome outcome = replace();
+        if (outcome != IniNewFile::Outcome::other)
+            return outcome == IniNewFile::Outcome::placed;
+        if (!beginAgain(end))
+            return false;
+    }
+}
+
+// Another file was put in the target's place meanwhile. If it holds the text that was read, the change is still right.
+bool IniChange::beginAgain(std::int64_t end) {
+    lock_.discard();
     holdsLock_ = false;
-    if (!writeNewFile() || !lock_.moveOver(target_))
+    if (files().waitingClockInMilliseconds() >= end)
+        return fail(JxIniStepRename, place_.path(), ESTALE);
+    if (!lock_.take(place_))
         return false;
-    if (flushDirectory(directory))
-        return true;
-    noteFailure(JxIniStepFlushDirectory, directory_, errno, /*afterRename=*/true);
-    return false;
+    std::string now;
+    const Whole outcome = readWhole(place_, now, old_);
+    if (outcome == Whole::failed) {
+        lock_.discard();
+        return false;
+    }
+    holdsLock_ = true;
+    if (now != before_)
+        return fail(JxIniStepRename, place_.path(), ESTALE);
+    present_ = outcome == Whole::read;
+    return true;
 }
 
-bool IniChange::writeNewFile() {
-    const std::string& bytes = text_.bytes();
-    if (bytes.size() >= kTooManyBytes)
-        return fail(JxIniStepWrite, target_, EFBIG);
-    // The owner first: if this writer is killed, the target's owner can reuse the file. The mode last: writing clears
-    // the set-user-id and set-group-id bits.
-    if (!keepOwner())
-        return false;
-    if (!writeAll(lock_.file(), bytes))
-        return fail(JxIniStepWrite, lock_.path(), errno);
-    if (!keepMode())
-        return false;
-    return flushNow(lock_.file()) || fail(JxIniStepFlush, lock_.path(), errno);
-}
-
-bool IniChange::keepOwner() {
-    const bool sameOwner = !present_ || old_.st_uid == lock_.state().st_uid;
-    const bool sameGroup = !present_ || old_.st_gid == lock_.state().st_gid;
-    if (sameOwner && sameGroup)
-        return true;
-    const uid_t owner = sameOwner ? static_cast<uid_t>(-1) : old_.st_uid;
-    if (files().setOwner(lock_.file(), owner, old_.st_gid) == 0)
-        return true;
-    // A user may own a file whose group they are not in. Nothing is lost when that group has no rights of its own.
-    if (sameOwner && errno == EPERM && !groupMatters(old_.st_mode))
-        return true;
-    return fail(JxIniStepOwner, lock_.path(), errno);
-}
-
-bool IniChange::keepMode() {
-    const mode_t mode = present_ ? old_.st_mode & kAllModeBits : modeOfNewFile(shared_);
-    if (mode == kPrivateMode)
-        return true;
-    return files().setMode(lock_.file(), mode) == 0 || fail(JxIniStepMode, lock_.path(), errno);
+IniNewFile::Outcome IniChange::replace() {
+    using Outcome = IniNewFile::Outcome;
+    const Descriptor directory(uninterrupted(
+        [this] { return files().openFile(place_.directory(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0); }));
+    if (!directory && isShortage(errno)) {
+        fail(JxIniStepOpen, place_.directoryPath(), errno);
+        return Outcome::failed;
+    }
+    const struct stat* old = present_ ? &old_ : nullptr;
+    Outcome outcome = Outcome::failed;
+    {
+        IniNewFile file(place_, lock_.nameOfNewFile());
+        if (file.make() && file.fill(text_.bytes(), old, present_ ? 0 : modeOfNewFile(shared_)))
+            outcome = file.replace(old);
+        if (outcome == Outcome::placed && !file.removeOld())
+            lock_.leave();
+    }
+    if (outcome == Outcome::other)
+        return outcome;
+    holdsLock_ = false;
+    lock_.letGo();
+    if (outcome == Outcome::placed && !flushDirectory(directory)) {
+        noteFailure(JxIniStepFlushDirectory, place_.directoryPath(), errno, /*afterRename=*/true);
+        return Outcome::failed;
+    }
+    return outcome;
 }
 
 }  // namespace jx::ini

@@ -5,6 +5,7 @@
 
 #include "jxutl/ini/ini_line.h"
 #include "jxutl/ini/ini_scan.h"
+#include "jxutl/ini/name_hash.h"
 #include "rules/names.h"
 
 namespace jx::ini {
@@ -13,7 +14,7 @@ namespace {
 
 // The hash of a key in a section: one table serves all sections, so that one look-up finds a value.
 std::uint32_t hashKey(std::uint32_t sectionHash, std::string_view key) {
-    return rules::hashName(key) + sectionHash * 0x9E3779B1U;
+    return hashName(key) + sectionHash * 0x9E3779B1U;
 }
 
 // Makes room for more by growing a quarter: these vectors may have an element for every line of a large file.
@@ -46,6 +47,10 @@ std::optional<std::string_view> valueByWalking(std::string_view text, std::strin
 }  // namespace
 
 void IniIndex::reset(std::string_view text) noexcept {
+    // What a text that was much longer took is given back.
+    constexpr std::size_t kWorthIt = std::size_t{1} << 20;
+    if (memory() > kWorthIt && text.size() < memory() / 16)
+        *this = IniIndex();
     clear();
     text_ = text;
     walked_ = false;
@@ -88,7 +93,7 @@ std::uint32_t IniIndex::findKey(std::string_view section, std::string_view key, 
 }
 
 std::optional<std::string_view> IniIndex::value(std::string_view section, std::string_view key) {
-    const std::uint32_t found = findKey(section, key, hashKey(rules::hashName(section), key));
+    const std::uint32_t found = findKey(section, key, hashKey(hashName(section), key));
     if (found == NameTable::kNone)
         return unpreparedValue(section, key);
     return valueOf(keys_[found]);
@@ -99,7 +104,7 @@ std::optional<std::string_view> IniIndex::unpreparedValue(std::string_view secti
         walked_ = true;
         return valueByWalking(text_, section, key);
     }
-    const std::uint32_t sectionHash = rules::hashName(section);
+    const std::uint32_t sectionHash = hashName(section);
     if (!prepareSection(section, sectionHash).isNew)
         return std::nullopt;
     const std::uint32_t found = findKey(section, key, hashKey(sectionHash, key));
@@ -109,7 +114,7 @@ std::optional<std::string_view> IniIndex::unpreparedValue(std::string_view secti
 }
 
 std::optional<std::string_view> IniIndex::keys(std::string_view section) {
-    Section* prepared = prepareSection(section, rules::hashName(section)).section;
+    Section* prepared = prepareSection(section, hashName(section)).section;
     if (prepared == nullptr)
         return std::nullopt;
     if (prepared->list == kNotYet)
@@ -126,7 +131,7 @@ std::string_view IniIndex::sections() {
 }
 
 IniIndex::Finding IniIndex::find(std::string_view section, std::string_view key) {
-    const std::uint32_t sectionHash = rules::hashName(section);
+    const std::uint32_t sectionHash = hashName(section);
     const std::uint32_t hash = hashKey(sectionHash, key);
     if (const std::uint32_t known = findKey(section, key, hash); known != NameTable::kNone)
         return {valueOf(keys_[known]), true};
@@ -172,7 +177,7 @@ void IniIndex::addSection(const SectionWalk& walk) {
     makeRoom(sections_);
     const auto body = static_cast<std::uint32_t>(bodies_.size());
     bodies_.push_back({static_cast<std::uint32_t>(walk.body()), static_cast<std::uint32_t>(walk.bodyEnd())});
-    const std::uint32_t hash = rules::hashName(walk.name());
+    const std::uint32_t hash = hashName(walk.name());
     const std::uint32_t known = findSection(walk.name(), hash);
     if (known != NameTable::kNone) {
         bodies_[sections_[known].lastBody].next = body;

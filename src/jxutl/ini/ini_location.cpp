@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "jxutl/thread/no_cancellation.h"
 #include "rules/sections.h"
 
 namespace jx::ini {
@@ -91,6 +92,7 @@ const char* homeWithout(std::string_view other) {
 // The home directory of the effective user: a program with raised rights must not use files of the user who started it.
 // Empty, with errno set, when there is none.
 std::string accountHome() {
+    const NoCancellation asking;
     std::vector<char> room(1024);
     passwd account{};
     passwd* found = nullptr;

@@ -1,13 +1,19 @@
-// Makes, locks, checks, renames and removes NAME.lock.
+// Makes, locks, checks and removes .NAME.jxlock.
 #include "jxutl/ini/ini_lock.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
+#include <charconv>
+#include <climits>
+#include <string_view>
 
 #include "jxutl/ini/file_ops.h"
+#include "jxutl/ini/whole_file.h"
 #include "jxutl/thread/failure.h"
 
 namespace jx::ini {
@@ -16,27 +22,58 @@ namespace {
 
 constexpr mode_t kAllModeBits = 07777;
 constexpr mode_t kOwnerOnly = 0600;
-
-// O_NONBLOCK: there may be a FIFO at the path, and opening it must not wait.
-constexpr int kOpenFlags = O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
-
-bool isSameFile(const struct stat& one, const struct stat& other) {
-    return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
-}
-
-// Whether a file that another writer left can become the new file: no other user can have it open or reach it.
-bool isOurs(const struct stat& state) {
-    return state.st_uid == ::geteuid() && state.st_nlink == 1 && (state.st_mode & kAllModeBits) == kOwnerOnly;
-}
+constexpr std::string_view kLine = "jxodbc lock\n";
 
 int lockAtOnce(int fd) {
     return uninterrupted([fd] { return files().lockFile(fd, LOCK_EX | LOCK_NB); });
 }
 
+int lookAtOpen(int fd, struct stat& state) {
+    return uninterrupted([&] { return files().lookAtOpen(fd, &state); });
+}
+
+int lookAtName(const IniPlace& place, const std::string& name, struct stat& state) {
+    return uninterrupted([&] { return files().lookAtName(place.directory(), name.c_str(), &state); });
+}
+
+int removeName(const IniPlace& place, const std::string& name) {
+    return uninterrupted([&] { return files().removeFile(place.directory(), name.c_str()); });
+}
+
+std::string hidden(const std::string& name) {
+    return name.starts_with('.') ? name : '.' + name;
+}
+
+std::string nameOfNew(const std::string& name, ino_t number) {
+    std::array<char, 16> digits;
+    char* const end = std::to_chars(digits.begin(), digits.end(), std::uint64_t{number}, 16).ptr;
+    return hidden(name) + ".jxnew-" + std::string(digits.begin(), end);
+}
+
+// Whether a lock of the store can look like that. A file whose mode lacks bits is being made, under a umask that takes
+// them.
+bool isLock(const struct stat& state) {
+    const mode_t mode = state.st_mode & kAllModeBits;
+    const bool isBeingMade = state.st_size == 0 && (mode & ~kOwnerOnly) == 0;
+    return S_ISREG(state.st_mode) && state.st_nlink == 1 && (mode == kOwnerOnly || isBeingMade);
+}
+
+// Whether a lock of the store can begin so. A power cut may have left a part of the line, or zeros.
+bool isLineOrPart(std::string_view bytes) {
+    const bool isZeros =
+        bytes.size() <= kLine.size() && std::ranges::all_of(bytes, [](char byte) { return byte == 0; });
+    return isZeros || kLine.starts_with(bytes.substr(0, kLine.size()));
+}
+
 }  // namespace
 
-bool IniLock::take(const std::string& target) {
-    path_ = target + ".lock";
+bool IniLock::take(const IniPlace& place) {
+    place_ = &place;
+    name_ = hidden(place.name()) + ".jxlock";
+    if (place.missing() != 0)
+        return fail(place.missing()) == Attempt::taken;
+    if (nameOfNew(place.name(), ~ino_t{0}).size() > NAME_MAX)
+        return fail(ENAMETOOLONG) == Attempt::taken;
     std::int64_t end = 0;
     for (bool waited = false;; waited = true) {
         const Attempt outcome = attempt();
@@ -46,7 +83,7 @@ bool IniLock::take(const std::string& target) {
         if (!waited)
             end = now + kLongestWaitInMilliseconds;
         if (now >= end) {
-            noteFailure(JxIniStepLock, path_, outcome == Attempt::busy ? waitError_ : ETIMEDOUT);
+            noteFailure(JxIniStepLock, place.pathOf(name_), outcome == Attempt::busy ? waitError_ : ETIMEDOUT);
             return false;
         }
         if (outcome == Attempt::busy)
@@ -56,7 +93,7 @@ bool IniLock::take(const std::string& target) {
 
 IniLock::Attempt IniLock::attempt() {
     using Step = Attempt (IniLock::*)();
-    constexpr Step kSteps[] = {&IniLock::open, &IniLock::lock, &IniLock::checkPath, &IniLock::checkTrust,
+    constexpr Step kSteps[] = {&IniLock::open, &IniLock::lock, &IniLock::checkName, &IniLock::checkLine,
                                &IniLock::prepare};
     for (const Step step : kSteps) {
         const Attempt outcome = (this->*step)();
@@ -68,29 +105,26 @@ IniLock::Attempt IniLock::attempt() {
 
 // O_EXCL shows whether the file was made here; its owner does not: on some file systems that is another user.
 IniLock::Attempt IniLock::open() {
-    const int fd = uninterrupted(
-        [this] { return files().openFile(path_.c_str(), kOpenFlags | O_RDWR | O_CREAT | O_EXCL, kOwnerOnly); });
-    made_ = writable_ = fd >= 0;
+    const int fd = uninterrupted([this] {
+        return files().openFile(place_->directory(), name_.c_str(), kOpenFlags | O_RDWR | O_CREAT | O_EXCL, kOwnerOnly);
+    });
+    made_ = known_ = fd >= 0;
     if (!made_)
-        return errno == EEXIST ? openExisting() : fail(JxIniStepLock, errno);
+        return errno == EEXIST ? openExisting() : fail(errno);
     file_ = Descriptor(fd);
     return Attempt::taken;
 }
 
 IniLock::Attempt IniLock::openExisting() {
-    const auto openFor = [this](int access) {
-        return uninterrupted([&] { return files().openFile(path_.c_str(), kOpenFlags | access, 0); });
-    };
-    int fd = openFor(O_RDWR);
-    writable_ = fd >= 0;
-    // Left by a writer that was killed after it set the mode of a read-only target. A descriptor for reading is enough
-    // to lock it, and it will be replaced.
-    if (fd < 0 && errno == EACCES)
-        fd = openFor(O_RDONLY);
-    if (fd >= 0) {
-        file_ = Descriptor(fd);
+    struct stat there;
+    if (lookAtName(*place_, name_, there) != 0)
+        return errno == ENOENT ? Attempt::again : fail(errno);
+    if (!isLock(there))
+        return refuse();
+    file_ = Descriptor(
+        uninterrupted([this] { return files().openFile(place_->directory(), name_.c_str(), kOpenFlags | O_RDWR, 0); }));
+    if (file_)
         return Attempt::taken;
-    }
     if (errno == ENOENT)
         return Attempt::again;
     // Another user's: that writer may be at work, so wait as for any other.
@@ -98,51 +132,68 @@ IniLock::Attempt IniLock::openExisting() {
         waitError_ = EACCES;
         return Attempt::busy;
     }
-    return fail(JxIniStepLock, errno);
+    return fail(errno);
 }
 
 IniLock::Attempt IniLock::lock() {
-    if (files().lookAtOpen(file_.get(), &state_) != 0)
-        return fail(JxIniStepLock, errno);
-    if (!S_ISREG(state_.st_mode))
-        return fail(JxIniStepLock, ENOTSUP);
+    if (lookAtOpen(file_.get(), state_) != 0)
+        return fail(errno);
+    if (state_.st_nlink == 0)
+        return unlock(Attempt::again);
+    if (!made_ && !isLock(state_))
+        return refuse();
     if (lockAtOnce(file_.get()) == 0)
         return Attempt::taken;
     if (errno != EWOULDBLOCK)
-        return fail(JxIniStepLock, errno);
+        return fail(errno);
     waitError_ = ETIMEDOUT;
     return unlock(Attempt::busy);
 }
 
-// From here on the file keeps its name as long as we hold the lock: a writer renames or removes only what it locked.
-IniLock::Attempt IniLock::checkPath() {
+// From here on the file keeps its name as long as we hold the lock: a writer removes only what it locked.
+IniLock::Attempt IniLock::checkName() {
     struct stat there;
-    if (files().lookAtLink(path_.c_str(), &there) != 0)
-        return errno == ENOENT ? unlock(Attempt::again) : fail(JxIniStepLock, errno);
+    if (lookAtName(*place_, name_, there) != 0)
+        return errno == ENOENT ? unlock(Attempt::again) : fail(errno);
     if (!isSameFile(state_, there))
         return unlock(Attempt::again);
     state_ = there;
+    newName_ = nameOfNew(place_->name(), state_.st_ino);
     return Attempt::taken;
 }
 
-IniLock::Attempt IniLock::checkTrust() {
-    if (made_ || (writable_ && isOurs(state_)))
+IniLock::Attempt IniLock::checkLine() {
+    if (made_)
         return Attempt::taken;
-    if (files().removeFile(path_.c_str()) != 0)
-        return fail(JxIniStepLock, errno);
-    return unlock(Attempt::again);
+    std::array<char, kLine.size() + 1> room;
+    const ssize_t count = uninterrupted([&] { return files().readSome(file_.get(), room); });
+    if (count < 0)
+        return fail(errno);
+    if (!isLineOrPart({room.data(), static_cast<std::size_t>(count)}))
+        return refuse();
+    // The writer that was killed may have left its new file, under a name that only the number of its lock file gives.
+    known_ = removeName(*place_, newName_) == 0 || errno == ENOENT;
+    return Attempt::taken;
 }
 
 IniLock::Attempt IniLock::prepare() {
     // A umask may have taken bits from a new file.
-    if ((state_.st_mode & kAllModeBits) != kOwnerOnly) {
-        if (files().setMode(file_.get(), kOwnerOnly) != 0)
-            return fail(JxIniStepMode, errno);
-        state_.st_mode = S_IFREG | kOwnerOnly;
-    }
-    if (state_.st_size != 0 && uninterrupted([this] { return files().emptyFile(file_.get()); }) != 0)
-        return fail(JxIniStepEmpty, errno);
-    return Attempt::taken;
+    if ((state_.st_mode & kAllModeBits) != kOwnerOnly &&
+        uninterrupted([this] { return files().setMode(file_.get(), kOwnerOnly); }) != 0)
+        return fail(errno);
+    if (!made_)
+        return Attempt::taken;
+    giveToOwnerOfDirectory();
+    return writeAll(file_.get(), kLine) ? Attempt::taken : fail(errno);
+}
+
+// If root's writer is killed, the owner of the directory can take up the lock it leaves. Where that is not possible
+// nothing is lost but this help.
+void IniLock::giveToOwnerOfDirectory() {
+    struct stat directory;
+    if (::geteuid() != 0 || lookAtOpen(place_->directory(), directory) != 0 || directory.st_uid == state_.st_uid)
+        return;
+    (void)uninterrupted([&] { return files().setOwner(file_.get(), directory.st_uid, static_cast<gid_t>(-1)); });
 }
 
 IniLock::Attempt IniLock::unlock(Attempt outcome) {
@@ -150,37 +201,40 @@ IniLock::Attempt IniLock::unlock(Attempt outcome) {
     return outcome;
 }
 
-IniLock::Attempt IniLock::fail(JxIniStep step, int error) {
-    noteFailure(step, path_, error);
+IniLock::Attempt IniLock::fail(int error) {
+    noteFailure(JxIniStepLock, place_->pathOf(name_), error);
     discard();
     return Attempt::failed;
 }
 
-// If our file was removed by hand, NAME.lock may be another writer's, half written: it must not become the target.
-int IniLock::lookAgain() const {
-    struct stat there;
-    if (files().lookAtLink(path_.c_str(), &there) != 0)
-        return errno;
-    return isSameFile(state_, there) ? 0 : ESTALE;
+IniLock::Attempt IniLock::refuse() {
+    known_ = false;
+    return fail(EEXIST);
 }
 
-bool IniLock::moveOver(const std::string& target) {
-    int error = lookAgain();
-    if (error == 0 && files().renameOver(path_.c_str(), target.c_str()) != 0)
-        error = errno;
-    if (error != 0)
-        return fail(JxIniStepRename, error) == Attempt::taken;
+// If our file was removed by hand, the one at its name may be another writer's. Ours is removed while still locked:
+// after that the file of that name could be the next writer's.
+int IniLock::removeOwn() const {
+    struct stat there;
+    if (!file_ || !known_)
+        return 0;
+    if (lookAtName(*place_, name_, there) != 0)
+        return errno == ENOENT ? 0 : errno;
+    return !isSameFile(state_, there) || removeName(*place_, name_) == 0 ? 0 : errno;
+}
+
+void IniLock::letGo() noexcept {
+    (void)removeOwn();  // one that stays is taken up by the next writer
     file_.close();
-    return true;
 }
 
 bool IniLock::withdraw() {
-    int error = lookAgain();
-    // Removed while still locked: after that the file of that name could be the next writer's.
-    if (error == 0 && files().removeFile(path_.c_str()) != 0)
-        error = errno;
-    if (error != 0 && error != ENOENT && error != ESTALE)
-        return fail(JxIniStepRemove, error) == Attempt::taken;
+    const int error = removeOwn();
+    if (error != 0) {
+        noteFailure(JxIniStepRemove, place_->pathOf(name_), error);
+        discard();
+        return false;
+    }
     file_.close();
     return true;
 }
@@ -188,15 +242,15 @@ bool IniLock::withdraw() {
 void IniLock::discard() noexcept {
     if (!file_)
         return;
-    // Any step may have failed before: remove only a file that is still at the path and that no other writer has
+    // Any step may have failed before: remove only a file that is still at its name and that no other writer has
     // locked. Where locking itself fails, no other writer can be at work.
     struct stat own;
     struct stat there;
-    const bool removable = files().lookAtOpen(file_.get(), &own) == 0 && S_ISREG(own.st_mode) &&
+    const bool removable = known_ && lookAtOpen(file_.get(), own) == 0 &&
                            (lockAtOnce(file_.get()) == 0 || errno != EWOULDBLOCK) &&
-                           files().lookAtLink(path_.c_str(), &there) == 0 && isSameFile(own, there);
+                           lookAtName(*place_, name_, there) == 0 && isSameFile(own, there);
     if (removable)
-        files().removeFile(path_.c_str());
+        removeName(*place_, name_);
     file_.close();
 }
 

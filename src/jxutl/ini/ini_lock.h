@@ -1,11 +1,14 @@
-// The lock of one INI file: NAME.lock, which is also the new file that replaces it.
+// The lock of one INI file: .NAME.jxlock beside it.
 #pragma once
+
+#include <sys/stat.h>
 
 #include <cstdint>
 #include <string>
 
 #include <jxini.h>
 #include "jxutl/ini/descriptor.h"
+#include "jxutl/ini/ini_place.h"
 
 namespace jx::ini {
 
@@ -14,15 +17,15 @@ inline constexpr std::int64_t kLongestWaitInMilliseconds = 10'000;
 inline constexpr std::int64_t kAskAgainInMilliseconds = 1;
 
 // IniLock: held by one writer at a time among all processes and threads.
-// Use      take with the path that findTarget gave: NAME.lock beside the target is then open, locked and empty. Write
-//          the new text into it and call moveOver, or give up with withdraw.
-// Order    NAME.lock is made or opened, locked, checked to be still the file at its path, emptied. A writer that waited
-//          may get the lock of a file that was renamed or removed meanwhile; the check sees it, and it tries again.
-// Trust    take writes only into a NAME.lock that it made, or one that this user owns, of mode 0600 and with no other
-//          hard link. It locks and removes any other regular file and makes a new one: another program could have it
-//          open. It refuses anything that is not a regular file and leaves it alone.
+// Use      take with a place; withdraw when the change is made or given up.
+// Order    the lock file is made or opened, locked, checked to be still the file at its name and to be a lock of the
+//          store. A writer that waited may get the lock of a file that was removed meanwhile; the check sees it, and it
+//          tries again.
+// Trust    A lock of the store is a regular file of mode 0600 with one hard link, of this user (for root: of any user),
+//          whose first line is "jxodbc lock"; an empty one's maker was killed. Anything else is refused (EEXIST) and
+//          left alone.
 // Threads  an object belongs to one thread; two objects for one file exclude each other, also in one thread.
-// Failure  false, noted as the thread's failure. Then, and in the destructor, NAME.lock is removed and unlocked.
+// Failure  false, noted as the thread's failure. Then, and in the destructor, the lock file is removed and unlocked.
 class IniLock {
 public:
     IniLock() = default;
@@ -30,21 +33,25 @@ public:
     IniLock& operator=(const IniLock&) = delete;
     ~IniLock() { discard(); }
 
-    // Waits at most kLongestWaitInMilliseconds. The failure is then step Lock with ETIMEDOUT, or with EACCES when
-    // NAME.lock belongs to another user and cannot be opened.
-    bool take(const std::string& target);
+    // Waits at most kLongestWaitInMilliseconds. The failure is then step Lock with ETIMEDOUT, or with EACCES when the
+    // lock file belongs to another user and cannot be opened. What a killed writer left is removed. The place must
+    // exist as long as the lock is held.
+    bool take(const IniPlace& place);
 
-    int file() const { return file_.get(); }
-    const std::string& path() const { return path_; }    // of NAME.lock
-    const struct stat& state() const { return state_; }  // of NAME.lock when it was locked
+    // A name beside the target that no other writer uses while this lock is held, even if the lock file is removed by
+    // hand: the number of the lock file is part of it.
+    const std::string& nameOfNewFile() const { return newName_; }
 
-    // Renames NAME.lock over the target and unlocks.
-    bool moveOver(const std::string& target);
-
-    // Removes NAME.lock and unlocks.
+    // Removes the lock file and unlocks.
     bool withdraw();
 
     // The same as far as it works; notes no failure.
+    void letGo() noexcept;
+
+    // Unlocks; the next writer takes up the lock file, and removes what else is left.
+    void leave() { file_.close(); }
+
+    // As letGo, after a failure at any step.
     void discard() noexcept;
 
 private:
@@ -54,19 +61,23 @@ private:
     Attempt open();
     Attempt openExisting();
     Attempt lock();
-    Attempt checkPath();
-    Attempt checkTrust();
+    Attempt checkName();
+    Attempt checkLine();
     Attempt prepare();
     Attempt unlock(Attempt outcome);
-    int lookAgain() const;
-    Attempt fail(JxIniStep step, int error);
+    void giveToOwnerOfDirectory();
+    int removeOwn() const;
+    Attempt fail(int error);
+    Attempt refuse();
 
-    std::string path_;
+    const IniPlace* place_ = nullptr;
+    std::string name_;
+    std::string newName_;
     Descriptor file_;
     struct stat state_ = {};
-    bool made_ = false;  // by the latest attempt
-    bool writable_ = false;
-    int waitError_ = 0;  // the errno when waiting ends in failure
+    bool made_ = false;   // by the latest attempt
+    bool known_ = false;  // file_ is the store's and nothing else is left: it may be removed
+    int waitError_ = 0;   // the errno when waiting ends in failure
 };
 
 }  // namespace jx::ini

@@ -16,12 +16,15 @@
 #include "jxutl/ini/ini_index.h"
 #include "jxutl/ini/ini_line.h"
 #include "jxutl/ini/ini_location.h"
+#include "jxutl/ini/ini_place.h"
+#include "jxutl/ini/ini_run.h"
 #include "jxutl/ini/ini_scan.h"
-#include "jxutl/ini/ini_target.h"
+#include "jxutl/ini/name_hash.h"
 #include "jxutl/ini/profile_cache.h"
 #include "jxutl/ini/profile_file.h"
 #include "jxutl/ini/whole_file.h"
 #include "jxutl/thread/failure.h"
+#include "jxutl/thread/no_cancellation.h"
 #include "rules/names.h"
 
 namespace ini = jx::ini;
@@ -39,7 +42,6 @@ struct JxIniText {
 
 struct JxIniChange {
     ini::IniChange change;
-    std::string before;
 };
 
 namespace {
@@ -57,7 +59,7 @@ std::size_t copyOut(std::string_view text, char* buffer, std::size_t size) noexc
 }
 
 struct HashName {
-    std::size_t operator()(std::string_view name) const { return rules::hashName(name); }
+    std::size_t operator()(std::string_view name) const { return ini::hashName(name); }
 };
 struct SameName {
     bool operator()(std::string_view left, std::string_view right) const { return rules::sameName(left, right); }
@@ -70,20 +72,26 @@ JxIniText* makeText(std::string bytes) {
     return text.release();
 }
 
+std::shared_ptr<ini::IniChange> pendingIn(ini::IniRun* run, const std::string& path) {
+    return run != nullptr ? run->pending(path) : nullptr;
+}
+
 JxIniText* readText(const char* file) {
     const ini::IniLocation where = ini::locate(file);
     if (where.path.empty()) {
         ini::noteFailure(JxIniStepLocate, file, errno);
         return nullptr;
     }
-    std::string target;
-    if (!ini::findTarget(where.path, target))
+    if (const auto pending = pendingIn(ini::currentRun(), where.path); pending != nullptr && !pending->isAbsent())
+        return makeText(pending->text());
+    ini::IniPlace place;
+    if (!place.find(where.path))
         return nullptr;
     std::string bytes;
     struct stat state;
-    const ini::Whole outcome = ini::readWhole(target, bytes, state);
+    const ini::Whole outcome = ini::readWhole(place, bytes, state);
     if (outcome == ini::Whole::absent)
-        ini::noteFailure(JxIniStepOpen, target, ENOENT);
+        ini::noteFailure(JxIniStepOpen, place.path(), ENOENT);
     return outcome == ini::Whole::read ? makeText(std::move(bytes)) : nullptr;
 }
 
@@ -147,14 +155,35 @@ std::size_t lineAt(std::string_view text, std::size_t place) {
 
 enum class With { lock, lockShared, preview };
 
+bool begin(ini::IniChange& change, const ini::IniLocation& where, With with) {
+    return with == With::preview ? change.preview(where) : change.begin(where);
+}
+
+bool beginInRun(ini::IniRun& run, ini::IniChange& change, const ini::IniLocation& where, With with) {
+    if (with == With::preview) {
+        const std::shared_ptr<ini::IniChange> pending = run.pending(where.path);
+        if (pending == nullptr)
+            return change.preview(where);
+        change.look(*pending);
+        return true;
+    }
+    const std::shared_ptr<ini::IniChange> pending = run.changeOf(where);
+    if (pending == nullptr) {
+        run.fail();
+        return false;
+    }
+    change.join(pending);
+    return true;
+}
+
 std::unique_ptr<JxIniChange> makeChange(const char* file, With with) {
     auto made = std::make_unique<JxIniChange>();
     ini::IniLocation where = ini::locate(file);
     where.shared = where.shared || with == With::lockShared;
-    const bool ready = with == With::preview ? made->change.preview(where) : made->change.begin(where);
+    ini::IniRun* run = ini::currentRun();
+    const bool ready = run != nullptr ? beginInRun(*run, made->change, where, with) : begin(made->change, where, with);
     if (!ready)
         return nullptr;
-    made->before = made->change.text();
     ini::noteSuccess();
     return made;
 }
@@ -164,6 +193,7 @@ JxIniChange* changeOrNull(const char* file, With with) {
         ini::noteFailure(JxIniStepLocate, {}, EINVAL);
         return nullptr;
     }
+    const jx::NoCancellation beginning;
     try {
         return makeChange(file, with).release();
     } catch (const std::bad_alloc&) {
@@ -206,6 +236,7 @@ JxIniText* jxIniRead(const char* file) {
         ini::noteFailure(JxIniStepLocate, {}, EINVAL);
         return nullptr;
     }
+    const jx::NoCancellation reading;
     return textOrNull(file, [file] { return readText(file); });
 }
 
@@ -359,7 +390,7 @@ int jxIniSet(JxIniChange* change, const char* section, const char* key, const ch
 }
 
 const char* jxIniBefore(const JxIniChange* change, size_t* length) {
-    return textOf(change == nullptr ? nullptr : &change->before, length);
+    return textOf(change == nullptr ? nullptr : &change->change.before(), length);
 }
 
 const char* jxIniAfter(const JxIniChange* change, size_t* length) {
@@ -367,19 +398,74 @@ const char* jxIniAfter(const JxIniChange* change, size_t* length) {
 }
 
 int jxIniCommit(JxIniChange* change) {
+    const jx::NoCancellation writing;
     const std::unique_ptr<JxIniChange> owner(change);
     if (change == nullptr) {
         ini::noteFailure(JxIniStepArgument, {}, EINVAL);
         return 0;
     }
-    // Edits that undid each other change nothing.
-    const bool same = change->change.holdsLock() && change->before == change->change.text();
-    if (!(same ? change->change.discard() : change->change.commit()))
+    try {
+        if (!change->change.commit())
+            return 0;
+    } catch (const std::bad_alloc&) {
+        ini::noteFailure(JxIniStepMemory, {}, ENOMEM);
         return 0;
+    }
     ini::noteSuccess();
     return 1;
 }
 
 void jxIniDiscard(JxIniChange* change) {
+    const jx::NoCancellation closing;
     delete change;
+}
+
+// The thread's run is its own handle, also for the runs inside it: they end in the reverse order of their beginnings.
+JxIniRun* jxIniBeginRun(void) {
+    const jx::NoCancellation beginning;
+    ini::IniRun* run = nullptr;
+    try {
+        run = ini::beginRun();
+    } catch (const std::bad_alloc&) {
+        run = nullptr;
+    }
+    if (run == nullptr)
+        ini::noteFailure(JxIniStepMemory, {}, ENOMEM);
+    else
+        ini::noteSuccess();
+    return reinterpret_cast<JxIniRun*>(run);
+}
+
+int jxIniCommitRun(JxIniRun* run) {
+    const jx::NoCancellation writing;
+    ini::IniRun* current = ini::currentRun();
+    if (current == nullptr || reinterpret_cast<ini::IniRun*>(run) != current) {
+        ini::noteFailure(JxIniStepArgument, {}, EINVAL);
+        return 0;
+    }
+    if (current->leave() == ini::IniRun::Level::inner)
+        return 1;
+    bool written = false;
+    try {
+        written = current->commit();
+    } catch (const std::bad_alloc&) {
+        ini::noteFailure(JxIniStepMemory, {}, ENOMEM);
+    }
+    ini::endRun();
+    if (written)
+        ini::noteSuccess();
+    return written ? 1 : 0;
+}
+
+void jxIniDiscardRun(JxIniRun* run) {
+    const jx::NoCancellation closing;
+    ini::IniRun* current = ini::currentRun();
+    if (current == nullptr || reinterpret_cast<ini::IniRun*>(run) != current)
+        return;
+    if (current->leave() == ini::IniRun::Level::outer) {
+        ini::endRun();
+        return;
+    }
+    ini::noteFailure(JxIniStepArgument, {}, ECANCELED);
+    current->fail();
 }

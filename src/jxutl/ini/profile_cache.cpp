@@ -6,7 +6,9 @@
 #include <utility>
 
 #include "jxutl/ini/file_ops.h"
+#include "jxutl/ini/ini_run.h"
 #include "jxutl/thread/failure.h"
+#include "jxutl/thread/no_cancellation.h"
 
 namespace jx::ini {
 
@@ -29,17 +31,32 @@ bool look(const std::string& path, struct stat& state) {
 
 }  // namespace
 
+// An absent file that the run has locked but not changed is still absent.
+IniIndex* ProfileCache::readPending(const IniChange& change) {
+    noteSuccess();
+    return change.isAbsent() ? nullptr : run_->index(change);
+}
+
 IniIndex* ProfileCache::read(const std::string& path, std::uint64_t number) {
+    if (run_ != nullptr)
+        if (const std::shared_ptr<IniChange> pending = run_->pending(path); pending != nullptr)
+            return readPending(*pending);
     struct stat state;
-    if (!look(path, state))
+    if (!look(path, state)) {
+        letGoOfPath(path);
         return nullptr;
+    }
     File& file = fileFor(path, number);
+    if (&file != latest_)
+        use(file);
     if (!file.text.isCurrent(state)) {
+        const NoCancellation reading;
         const FileText::Outcome outcome = file.text.read(path, state);
-        if (outcome == FileText::Outcome::none)
-            return nullptr;
         if (outcome == FileText::Outcome::other)
             file.index.reset(file.text.view());
+        keepWithinBounds();
+        if (outcome == FileText::Outcome::none)
+            return nullptr;
     }
     if (kept_ == nullptr || kept_->step != JxIniStepNone)
         noteSuccess();
@@ -72,17 +89,66 @@ ProfileCache::File& ProfileCache::fileAt(const std::string& path) {
     return file;
 }
 
-// An empty place: a new one, or that of the least recently read file, which is released.
 ProfileCache::File& ProfileCache::placeForAnother() {
+    letGoOfStale();
     auto empty = std::make_unique<File>();
-    if (files_.size() < kMostFiles) {
-        files_.push_back(std::move(empty));
-        return *files_.back();
+    if (files_.size() == kMostFiles)
+        letGo(leastRecentlyRead());
+    files_.push_back(std::move(empty));
+    return *files_.back();
+}
+
+// ---- what is let go ----
+
+void ProfileCache::letGo(const File* file) {
+    bytes_ -= file->counted;
+    if (latest_ == file)
+        latest_ = nullptr;
+    std::erase_if(files_, [file](const auto& kept) { return kept.get() == file; });
+}
+
+void ProfileCache::letGoOfPath(const std::string& path) {
+    const auto found = std::find_if(files_.begin(), files_.end(), [&](const auto& file) { return file->path == path; });
+    if (found != files_.end())
+        letGo(found->get());
+}
+
+void ProfileCache::letGoOfStale() {
+    for (std::size_t at = files_.size(); at-- > 0;) {
+        const File& file = *files_[at];
+        struct stat state;
+        const bool isThere = uninterrupted([&] { return files().lookAt(file.path.c_str(), &state); }) == 0;
+        if (!isThere || !file.text.isOf(state))
+            letGo(&file);
     }
-    const auto earlier = [](const auto& left, const auto& right) { return left->lastUse < right->lastUse; };
-    auto& oldest = *std::min_element(files_.begin(), files_.end(), earlier);
-    oldest = std::move(empty);
-    return *oldest;
+}
+
+ProfileCache::File* ProfileCache::leastRecentlyRead() const {
+    File* least = nullptr;
+    for (const auto& file : files_)
+        if (file.get() != latest_ && (least == nullptr || file->lastUse < least->lastUse))
+            least = file.get();
+    return least;
+}
+
+// The index of the file used before may have grown with its last look-ups.
+void ProfileCache::use(File& file) {
+    if (latest_ != nullptr)
+        count(*latest_);
+    latest_ = &file;
+    keepWithinBounds();
+}
+
+void ProfileCache::count(File& file) {
+    const std::size_t now = file.text.memory() + file.index.memory();
+    bytes_ += now - file.counted;
+    file.counted = now;
+}
+
+void ProfileCache::keepWithinBounds() {
+    count(*latest_);
+    while (bytes_ - latest_->counted > kMostBytes)
+        letGo(leastRecentlyRead());
 }
 
 std::size_t ProfileCache::memory() const {

@@ -1,5 +1,7 @@
 // Profile writes.
 #include <cerrno>
+#include <cstdint>
+#include <memory>
 #include <new>
 #include <string>
 
@@ -8,9 +10,12 @@
 #include "jxutl/ini/ini_change.h"
 #include "jxutl/ini/ini_line.h"
 #include "jxutl/ini/ini_location.h"
+#include "jxutl/ini/ini_lock.h"
+#include "jxutl/ini/ini_run.h"
 #include "jxutl/ini/ini_text.h"
 #include "jxutl/ini/profile_file.h"
 #include "jxutl/thread/failure.h"
+#include "jxutl/thread/no_cancellation.h"
 #include "rules/names.h"
 
 namespace ini = jx::ini;
@@ -64,11 +69,40 @@ bool isStoredAlready(const Request& request, const ini::IniLocation& where) {
     return false;
 }
 
-bool change(const Request& request, const ini::IniLocation& where) {
+bool changeOnce(const Request& request, const ini::IniLocation& where) {
     ini::IniChange change;
     if (!change.begin(where))
         return isStoredAlready(request, where);
     return change.apply(request.section, request.key, request.value) != ini::Edit::refused && change.commit();
+}
+
+// Whether a program that does not lock put another text in place between the reading and the renaming.
+bool isOvertaken(const ini::Failure& failure) {
+    return failure.step == JxIniStepRename && failure.error == ESTALE && !failure.afterRename;
+}
+
+// A store that fails fails the run, even where the program does not look at the result of each write.
+bool changeInRun(ini::IniRun& run, const Request& request, const ini::IniLocation& where) {
+    const std::shared_ptr<ini::IniChange> pending = run.changeOf(where);
+    if (pending != nullptr)
+        return pending->apply(request.section, request.key, request.value) != ini::Edit::refused;
+    if (isStoredAlready(request, where))
+        return true;
+    run.fail();
+    return false;
+}
+
+// One request is right for any text, so an overtaken change is made again.
+bool change(const Request& request, const ini::IniLocation& where) {
+    if (ini::IniRun* run = ini::currentRun(); run != nullptr)
+        return changeInRun(*run, request, where);
+    const std::int64_t end = ini::files().waitingClockInMilliseconds() + ini::kLongestWaitInMilliseconds;
+    for (;;) {
+        if (changeOnce(request, where))
+            return true;
+        if (!isOvertaken(ini::lastFailure()) || ini::files().waitingClockInMilliseconds() >= end)
+            return false;
+    }
 }
 
 template <typename Locate>
@@ -92,11 +126,14 @@ int writeAndNote(const Request& request, const char* file, Locate locate) {
         ini::noteFailure(JxIniStepLocate, {}, EINVAL);
         return 0;
     }
+    const jx::NoCancellation writing;
     try {
         if (!write(request, file, locate))
             return 0;
     } catch (const std::bad_alloc&) {
         ini::noteFailure(JxIniStepMemory, file, ENOMEM);
+        if (ini::IniRun* run = ini::currentRun(); run != nullptr)
+            run->fail();
         return 0;
     }
     ini::noteSuccess();

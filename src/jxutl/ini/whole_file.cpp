@@ -1,14 +1,14 @@
-// Reads a whole file.
+// Reads and writes whole files.
 #include "jxutl/ini/whole_file.h"
 
-#include <fcntl.h>
-
 #include <cerrno>
+#include <csignal>
 #include <span>
 
 #include "jxutl/ini/descriptor.h"
 #include "jxutl/ini/file_ops.h"
 #include "jxutl/thread/failure.h"
+#include "jxutl/thread/held_signal.h"
 
 namespace jx::ini {
 
@@ -46,18 +46,40 @@ Whole readAll(int fd, const std::string& path, std::size_t expected, std::string
 
 }  // namespace
 
-Whole readWhole(const std::string& path, std::string& bytes, struct stat& state) {
-    constexpr int kFlags = O_RDONLY | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK | O_NOCTTY;
-    const Descriptor file(uninterrupted([&] { return files().openFile(path.c_str(), kFlags, 0); }));
+Whole readWhole(const IniPlace& place, std::string& bytes, struct stat& state) {
+    if (place.missing() != 0)
+        return Whole::absent;
+    const std::string path = place.path();
+    const Descriptor file(uninterrupted(
+        [&] { return files().openFile(place.directory(), place.name().c_str(), O_RDONLY | kOpenFlags, 0); }));
+    if (!file && isAbsence(errno))
+        return place.admits(nullptr) ? Whole::absent : Whole::failed;
     if (!file)
-        return isAbsence(errno) ? Whole::absent : fail(JxIniStepOpen, path, errno);
-    if (files().lookAtOpen(file.get(), &state) != 0)
+        return fail(JxIniStepOpen, path, errno);
+    if (uninterrupted([&] { return files().lookAtOpen(file.get(), &state); }) != 0)
         return fail(JxIniStepLook, path, errno);
     if (!S_ISREG(state.st_mode))
         return fail(JxIniStepOpen, path, S_ISDIR(state.st_mode) ? EISDIR : ENOTSUP);
+    if (!place.admits(&state))
+        return Whole::failed;
     if (state.st_size >= static_cast<off_t>(kTooManyBytes))
         return fail(JxIniStepRead, path, EFBIG);
     return readAll(file.get(), path, static_cast<std::size_t>(state.st_size), bytes);
+}
+
+bool writeAll(int fd, std::span<const char> bytes) {
+    const HeldSignal held(SIGXFSZ);
+    while (!bytes.empty()) {
+        const ssize_t count = uninterrupted([&] { return files().writeSome(fd, bytes); });
+        if (count < 0)
+            return false;
+        if (count == 0) {
+            errno = EIO;
+            return false;
+        }
+        bytes = bytes.subspan(static_cast<std::size_t>(count));
+    }
+    return true;
 }
 
 }  // namespace jx::ini

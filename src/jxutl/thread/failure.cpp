@@ -33,8 +33,6 @@ const char* verb(JxIniStep step) {
             return "read";
         case JxIniStepLock:
             return "lock";
-        case JxIniStepEmpty:
-            return "empty";
         case JxIniStepWrite:
             return "write";
         case JxIniStepMode:
@@ -44,7 +42,7 @@ const char* verb(JxIniStep step) {
         case JxIniStepFlush:
             return "flush";
         case JxIniStepRename:
-            return "rename";
+            return "replace";
         case JxIniStepFlushDirectory:
             return "flush the directory";
         case JxIniStepRemove:
@@ -72,6 +70,12 @@ std::string refusalSentence(const char* section, const char* key, const char* va
 std::string reason(const Failure& failure) {
     if (failure.step == JxIniStepLock && failure.error == ETIMEDOUT)
         return "another writer kept it locked for 10 seconds";
+    if (failure.step == JxIniStepLock && failure.error == EEXIST)
+        return "it is not a lock of this library, and is left alone; move it away";
+    if (failure.step == JxIniStepRename && failure.error == ESTALE)
+        return "another program replaced it at the same time; try again";
+    if (failure.step == JxIniStepLocate && failure.error == EACCES)
+        return "this symbolic link belongs to another user and is not followed";
     const char* words = strerrordesc_np(failure.error);
     return words != nullptr ? words : "error " + std::to_string(failure.error);
 }

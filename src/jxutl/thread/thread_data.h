@@ -13,8 +13,9 @@
 namespace jx {
 
 namespace ini {
+class IniRun;
 class ProfileCache;
-}
+}  // namespace ini
 namespace dialog {
 class Desk;
 }
@@ -29,6 +30,7 @@ struct ThreadData {
     int taskDepth = 0;
     ini::Failure storeFailure;
     std::shared_ptr<ini::ProfileCache> profiles;  // shared_ptr: the type need not be complete here
+    std::shared_ptr<ini::IniRun> run;             // likewise; null unless one is open
     std::shared_ptr<dialog::Desk> desk;           // likewise
 };
 

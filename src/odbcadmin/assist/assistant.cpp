@@ -12,6 +12,7 @@
 #include "odbcadmin/assist/cut_list.h"
 #include "odbcadmin/assist/driver_form.h"
 #include "odbcadmin/model/comparison.h"
+#include "odbcadmin/trial/installer_library.h"
 
 namespace jx::assist {
 
@@ -23,7 +24,7 @@ constexpr std::string_view kInstallation = "Installation ";
 bool isLibraryDialog(HWND dialog, unsigned short templateId) {
     JxwDialogInfo info{};
     return JXW_GetDialogInfo(dialog, &info) != 0 && info.templateId == templateId &&
-           std::string_view(info.module) == BJXHINST;
+           std::string_view(info.module) == trial::kInstallerModule;
 }
 
 std::string loaderSentence() {

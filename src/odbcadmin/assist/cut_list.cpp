@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "odbcadmin/model/configuration.h"
+#include "odbcadmin/trial/installer_library.h"
+#include "rules/sections.h"
 
 namespace jx::assist {
 
@@ -47,7 +49,7 @@ bool isPhantom(HWND dialog, int index, int row, const std::vector<std::string>& 
 
 void mendCutList(HWND dialog) {
     JxwDialogInfo info{};
-    if (JXW_GetDialogInfo(dialog, &info) == 0 || std::string_view(info.module) != BJXHINST ||
+    if (JXW_GetDialogInfo(dialog, &info) == 0 || std::string_view(info.module) != trial::kInstallerModule ||
         info.templateId != JxDataSourcesDialog)
         return;
     lastNotice = {dialog, {}};
@@ -60,8 +62,7 @@ void mendCutList(HWND dialog) {
         if (source.isListed())
             names.push_back(source.name);
     // The default data source is the last row and always whole.
-    const bool hasDefault =
-        list.rowCount > 0 && isNamed(JXW_GetRow(dialog, index, list.rowCount - 1), INS_ODBCINI_DEFAULT);
+    const bool hasDefault = list.rowCount > 0 && isNamed(JXW_GetRow(dialog, index, list.rowCount - 1), rules::kDefault);
     int shown = list.rowCount - (hasDefault ? 1 : 0);
     if (shown > 0 && isPhantom(dialog, index, shown - 1, names))
         JXW_SendDlgItemMessage(dialog, list.id, LB_DELETESTRING, --shown, 0);

@@ -1,7 +1,6 @@
 // The dialog that registers a driver: its template and its procedure.
 #include "odbcadmin/assist/driver_form.h"
 
-#include <dlfcn.h>
 #include <jxwindow.h>
 #include <odbcinst.h>
 #include <unistd.h>
@@ -10,6 +9,7 @@
 #include <cstdlib>
 
 #include "odbcadmin/model/registration.h"
+#include "odbcadmin/trial/installer_library.h"
 #include "odbcadmin/trial/library_load.h"
 #include "rules/names.h"
 
@@ -59,8 +59,10 @@ std::string endText(const trial::LoadReport& report) {
             return "ends the program that loads it, with code " + std::to_string(report.code) + ".";
         case End::timedOut:
             return "was not loaded within 10 seconds.";
+        case End::withheld:
+            return "was not tried, since this is root: " + report.why + ".";
         case End::notStarted:
-            return "could not be tried: no process could be started.";
+            return "could not be tried: " + report.why + ".";
         case End::loaded:
             break;
     }
@@ -138,12 +140,11 @@ unsigned int procedure(HWND dialog, int message, int wparam, uintptr_t /*lparam*
 }  // namespace
 
 std::string proposedSetup() {
-    Dl_info place{};
-    const void* function = dlsym(RTLD_DEFAULT, "SQLManageDataSources");
-    if (function == nullptr || dladdr(function, &place) == 0 || place.dli_fname == nullptr)
+    const std::string installer = trial::installerPath();
+    if (installer.empty())
         return {};
     std::array<char, 4096> resolved{};
-    std::string path = realpath(place.dli_fname, resolved.data()) != nullptr ? resolved.data() : place.dli_fname;
+    std::string path = realpath(installer.c_str(), resolved.data()) != nullptr ? resolved.data() : installer;
     path.replace(path.rfind('/') + 1, std::string::npos, "libjxsetup.so");
     return access(path.c_str(), R_OK) == 0 ? path : "";
 }

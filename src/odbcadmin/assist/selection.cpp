@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "odbcadmin/assist/cut_list.h"
+#include "odbcadmin/trial/installer_library.h"
 
 namespace jx::assist {
 
@@ -17,7 +18,7 @@ namespace {
 // Only lists of the library's own dialogs: what a driver's dialog selects is its own affair.
 int keptList(HWND dialog) {
     JxwDialogInfo info{};
-    if (JXW_GetDialogInfo(dialog, &info) == 0 || std::string_view(info.module) != BJXHINST ||
+    if (JXW_GetDialogInfo(dialog, &info) == 0 || std::string_view(info.module) != trial::kInstallerModule ||
         (info.templateId != JxDataSourcesDialog && info.templateId != JxDriversDialog))
         return -1;
     JxwControlInfo control{};

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "odbcadmin/model/configuration.h"
+#include "odbcadmin/trial/installer_library.h"
 
 namespace jx::assist {
 
@@ -38,7 +39,7 @@ std::string driverIn(const std::string& row) {
 
 std::string workerOf(HWND dialog) {
     JxwDialogInfo info{};
-    if (JXW_GetDialogInfo(dialog, &info) == 0 || std::string_view(info.module) != BJXHINST)
+    if (JXW_GetDialogInfo(dialog, &info) == 0 || std::string_view(info.module) != trial::kInstallerModule)
         return {};
     std::string driver;
     if (info.templateId == JxDataSourcesDialog)

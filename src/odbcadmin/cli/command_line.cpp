@@ -2,6 +2,7 @@
 #include "odbcadmin/cli/command_line.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <CLI/CLI.hpp>
 
@@ -13,6 +14,7 @@
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/verb.h"
 #include "odbcadmin/model/near_matches.h"
+#include "odbcadmin/model/new_file_owner.h"
 #include "odbcadmin/model/text.h"
 
 namespace jx::cli {
@@ -37,7 +39,11 @@ void addGlobalOptions(CLI::App& app, Session& session) {
     app.add_flag("--show-secrets", session.showSecrets, "Show passwords and the like instead of ********");
     app.add_flag("--no-color", session.noColor, "No colors");
     app.add_option("--home", session.home, "Work on the files of this home directory")
-        ->type_name(Complete::directories);
+        ->type_name(Complete::directories)
+        ->check([](const std::string& home) { return home.empty() ? "it names no directory" : std::string(); });
+    app.add_option("--owner", session.owner,
+                   "Whose a configuration file is that root makes; without it the owner of its directory")
+        ->type_name("USER");
     app.set_version_flag("--version", "odbcadmin " JX_VERSION);
 }
 
@@ -114,7 +120,21 @@ ExitCode runAction(Session& session) {
     const ExitCode home = enterHome(session);
     if (home != ExitCode::done || !session.action)
         return home;
-    return session.action(session);
+    std::optional<model::Account> owner;
+    if (!session.owner.empty()) {
+        owner = model::accountOf(unmarked(session.owner));
+        if (!owner)
+            return session.fail(ExitCode::wrongUse, "There is no user " + unmarked(session.owner),
+                                "Give --owner the name of an account.");
+        if (::geteuid() != 0)
+            return session.fail(ExitCode::wrongUse, "Only root can make files of another user",
+                                "Leave --owner away; new files are yours.");
+    }
+    const model::NewFileOwner newFiles(owner);
+    const ExitCode code = session.action(session);
+    if (const model::Reason reason = newFiles.settle())
+        return session.fail(reason);
+    return code;
 }
 
 void buildCommandLine(CLI::App& app, Session& session) {
@@ -142,12 +162,37 @@ void buildCommandLine(CLI::App& app, Session& session) {
     addCompleteCommand(app, session);
 }
 
+// The place of the first word that is no global option.
+std::size_t commandIn(const std::vector<std::string>& words) {
+    std::size_t at = 0;
+    while (at < words.size() && words[at].starts_with('-'))
+        at += words[at] == "--home" || words[at] == "--owner" ? 2 : 1;
+    return std::min(at, words.size());
+}
+
+// What many type from habit: "dsn ls", "driver rm", "help dsn add".
+void takeAliases(std::vector<std::string>& words) {
+    constexpr std::string_view kNouns[] = {"dsn", "driver", "translator", "trace", "config"};
+    const std::size_t at = commandIn(words);
+    if (at == words.size())
+        return;
+    if (words[at] == "help") {
+        words.erase(words.begin() + static_cast<std::ptrdiff_t>(at));
+        words.emplace_back("--help");
+    } else if (at + 1 < words.size() &&
+               std::find(std::begin(kNouns), std::end(kNouns), words[at]) != std::end(kNouns)) {
+        std::string& verb = words[at + 1];
+        verb = verb == "ls" ? "list" : verb == "rm" ? "remove" : verb;
+    }
+}
+
 }  // namespace
 
 ExitCode runCommandLine(std::vector<std::string> arguments, ShowDialogs showDialogs) {
     CLI::App app("Manages ODBC data sources and drivers of this user.");
     Session session;
     buildCommandLine(app, session);
+    takeAliases(arguments);
     arguments = marked(arguments);
     std::reverse(arguments.begin(), arguments.end());
     try {

@@ -88,6 +88,8 @@ Verb::Action changeWith(const std::function<void(model::FileChange&, const Line&
 }
 
 void setValue(model::FileChange& change, const Line& line) {
+    if (model::Reason reason = model::whyHidden(line.text("KEY"), line.text("VALUE")))
+        change.fail(std::move(reason));
     change.set(line.text("SECTION"), line.text("KEY"), line.text("VALUE"));
 }
 

@@ -33,9 +33,11 @@ ExitCode runDoctor(const Session& session, const Configuration& configuration, c
         return ExitCode::wrongUse;
     for (const std::string& name : names)
         if (!configuration.dataSource(name) && !configuration.driver(name))
-            return session.fail(model::noDataSourceOrDriver(configuration, name));
+            return session.fail(configuration.trouble() ? configuration.trouble()
+                                                        : model::noDataSourceOrDriver(configuration, name));
     const doctor::Findings findings = findWith(session, *limit, [&](doctor::ExaminationOptions& options) {
         options.names = names;
+        options.library.namedBy = configuration.paths();
         return doctor::examine(configuration, options);
     });
     return line.has("--report") ? showReport(session, findings) : showFindings(session, findings);

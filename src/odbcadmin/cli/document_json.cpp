@@ -79,7 +79,7 @@ private:
     }
 
     // The entries of a list, each of which comes once. Drivers and translators must have a library, data sources a
-    // driver.
+    // driver or a library.
     bool entries(const Json& json, const char* list, const char* library, std::vector<DocumentEntry>& all) {
         const auto found = json.find(list);
         if (found == json.end())
@@ -102,15 +102,17 @@ private:
         if (!isObject(object, what) || !text(object, "name", what, entry.name))
             return false;
         if (library == nullptr)
-            return hasOnly(object, {"name", "driver", "keys"}, what) && text(object, "driver", what, entry.driver) &&
-                   keys(object, what, entry.keys);
-        if (!hasOnly(object, {"name", "keys"}, what) || !keys(object, what, entry.keys))
-            return false;
-        return std::any_of(entry.keys.begin(), entry.keys.end(),
-                           [&](const DocumentKey& key) {
-                               return rules::sameName(key.name, library) && key.value && !key.value->empty();
-                           }) ||
-               fail(what + " has no key \"" + library + "\"");
+            return hasOnly(object, {"name", "driver", "keys"}, what) && keys(object, what, entry.keys) &&
+                   ((!object.contains("driver") && hasKey(entry, rules::kDriver)) ||
+                    text(object, "driver", what, entry.driver));
+        return hasOnly(object, {"name", "keys"}, what) && keys(object, what, entry.keys) &&
+               (hasKey(entry, library) || fail(what + " has no key \"" + library + "\""));
+    }
+
+    static bool hasKey(const DocumentEntry& entry, const char* library) {
+        return std::any_of(entry.keys.begin(), entry.keys.end(), [&](const DocumentKey& key) {
+            return rules::sameName(key.name, library) && key.value && !key.value->empty();
+        });
     }
 
     std::string& fault_;

@@ -37,8 +37,12 @@ model::Reason sort(const model::Configuration& configuration, const std::vector<
     return {};
 }
 
-doctor::Findings check(const Wanted& wanted, const doctor::ExaminationOptions& options) {
+doctor::Findings check(const Wanted& wanted, doctor::ExaminationOptions& options,
+                       const model::Configuration& configuration) {
+    options.library.namedBy = configuration.paths();
     doctor::Findings findings = doctor::examineDrivers(wanted.drivers, options);
+    // The others are named by the caller.
+    options.library.namedBy.clear();
     for (const std::string& path : wanted.paths) {
         options.progress("Loading " + path);
         const doctor::LibraryRole role = doctor::roleOf(doctor::readLibraryFile(path));
@@ -55,8 +59,8 @@ ExitCode runCheck(const Session& session, const model::Configuration& configurat
     Wanted wanted;
     if (const model::Reason reason = sort(configuration, line.texts("DRIVER|PATH"), wanted))
         return session.fail(reason);
-    const doctor::Findings findings =
-        findWith(session, *limit, [&](doctor::ExaminationOptions& options) { return check(wanted, options); });
+    const doctor::Findings findings = findWith(
+        session, *limit, [&](doctor::ExaminationOptions& options) { return check(wanted, options, configuration); });
     const std::vector<std::string> checked = wanted.names();
     if (!findings.empty() || session.json || checked.empty())
         return showFindings(session, findings, {{"checked", checked}});

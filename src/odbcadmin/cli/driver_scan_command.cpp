@@ -15,17 +15,6 @@ namespace {
 
 using doctor::FoundDriver;
 
-// A word as shells read it.
-std::string quoted(const std::string& word) {
-    constexpr std::string_view kPlain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-./+:,@%";
-    if (!word.empty() && word.find_first_not_of(kPlain) == std::string::npos)
-        return word;
-    std::string text = "'";
-    for (const char letter : word)
-        text.append(letter == '\'' ? "'\\''" : std::string(1, letter));
-    return text + "'";
-}
-
 bool isRegistered(const FoundDriver& found, const model::Configuration& configuration) {
     const std::vector<model::Registered> drivers = configuration.drivers();
     return std::any_of(drivers.begin(), drivers.end(), [&](const model::Registered& each) {
@@ -35,8 +24,8 @@ bool isRegistered(const FoundDriver& found, const model::Configuration& configur
 }
 
 std::string addLine(const FoundDriver& found) {
-    return "odbcadmin driver add " + quoted(found.name) + " --lib " + quoted(found.path) +
-           (found.setup.empty() ? "" : " --setup " + quoted(found.setup));
+    return "odbcadmin driver add " + model::shellWord(found.name) + " --lib " + model::shellWord(found.path) +
+           (found.setup.empty() ? "" : " --setup " + model::shellWord(found.setup));
 }
 
 Json foundJson(const FoundDriver& found, bool registered) {

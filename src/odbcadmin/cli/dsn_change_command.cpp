@@ -1,4 +1,7 @@
 // dsn add, ensure, set, unset and remove.
+#include <termios.h>
+#include <unistd.h>
+
 #include <iostream>
 #include <iterator>
 
@@ -20,8 +23,18 @@ using Remarks = std::vector<std::string>;
 // What is given by name and options and thus not as KEY=VALUE.
 const std::vector<std::string_view> kAttributesGivenOtherwise{"DSN", "Driver"};
 
-Remarks remarksOf(const SetupRoute& route) {
-    return route.reason.empty() ? Remarks() : Remarks{route.remark()};
+constexpr std::chrono::seconds kSetupLimit{30};
+
+// The change through the driver's setup library where that is the way and can be gone, else directly.
+ChangeResult change(const Session& session, const std::optional<model::Registered>& driver, const Line& line,
+                    const SetupWork& work, Remarks& remarks, const std::function<ChangeResult()>& directly) {
+    const SetupRoute route = findRoute(session, driver, line.has("--direct"));
+    if (!route.reason.empty())
+        remarks.push_back(route.remark());
+    if (!route.usable)
+        return directly();
+    auto result = goThroughSetup(session, *driver, work, remarks);
+    return result ? std::move(*result) : directly();
 }
 
 std::optional<model::DataSourceWish> wishOf(const Session& session, const Line& line) {
@@ -33,17 +46,16 @@ std::optional<model::DataSourceWish> wishOf(const Session& session, const Line& 
 
 ExitCode addDataSource(const Session& session, const Configuration& configuration, const Line& line) {
     const auto wish = wishOf(session, line);
-    if (!wish)
+    const auto limit = timeLimit(session, line, kSetupLimit);
+    if (!wish || !limit)
         return ExitCode::wrongUse;
     if (const model::Reason reason = model::whyNotAdd(configuration, *wish))
         return session.fail(reason);
-    const auto driver = configuration.driver(wish->driver);
-    const SetupRoute route = findRoute(session, driver, line.has("--direct"));
-    const ChangeResult result =
-        route.usable ? goThroughSetup(session, *driver, {Action::add, driver->name, wish->name, wish->attributes},
-                                      "add data source " + wish->name)
-                     : model::addDataSource(configuration, *wish, session.way());
-    return session.report(result, "Added data source " + wish->name, remarksOf(route));
+    const SetupWork work{Action::add, wish->name, wish->attributes, "add data source " + wish->name, *limit};
+    Remarks remarks;
+    const ChangeResult result = change(session, configuration.driver(wish->driver), line, work, remarks,
+                                       [&] { return model::addDataSource(configuration, *wish, session.way()); });
+    return session.report(result, "Added data source " + wish->name, remarks);
 }
 
 ExitCode ensureDataSource(const Session& session, const Configuration& configuration, const Line& line) {
@@ -66,12 +78,57 @@ std::string valueFromInput() {
     return value;
 }
 
+constexpr char kInterrupt = '\x03';
+
+// Typed values are not shown while they are typed. Ctrl-C ends the line instead of the program, which would leave the
+// terminal so.
+class Unseen {
+public:
+    Unseen() {
+        isTerminal_ = ::tcgetattr(STDIN_FILENO, &before_) == 0;
+        termios hidden = before_;
+        hidden.c_lflag &= ~static_cast<tcflag_t>(ECHO | ISIG);
+        hidden.c_cc[VEOL] = kInterrupt;
+        if (isTerminal_)
+            ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &hidden);
+    }
+    Unseen(const Unseen&) = delete;
+    Unseen& operator=(const Unseen&) = delete;
+    ~Unseen() {
+        if (isTerminal_)
+            ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &before_);
+    }
+
+private:
+    termios before_{};
+    bool isTerminal_ = false;
+};
+
+std::string typedValue(const std::string& key) {
+    std::string value;
+    std::cerr << "Value of " << model::printable(key) << ": " << std::flush;
+    {
+        const Unseen unseen;
+        for (int letter = std::cin.get(); letter != '\n' && letter != std::char_traits<char>::eof();
+             letter = letter == kInterrupt ? '\n' : std::cin.get())
+            value.push_back(static_cast<char>(letter));
+    }
+    std::cerr << '\n';
+    return value.ends_with(kInterrupt) ? "" : value;
+}
+
 std::optional<model::Pairs> attributesOf(const Session& session, const Line& line) {
     const std::vector<std::string> texts = line.texts("KEY=VALUE");
     if (!line.has("--stdin"))
         return takePairs(session, texts, kAttributesGivenOtherwise);
-    if (texts.size() == 1 && texts[0].find('=') == std::string::npos)
-        return model::Pairs{{texts[0], valueFromInput()}};
+    if (texts.size() == 1 && texts[0].find('=') == std::string::npos) {
+        std::string value = ::isatty(STDIN_FILENO) == 1 ? typedValue(texts[0]) : valueFromInput();
+        if (!value.empty() || line.has("--allow-empty"))
+            return model::Pairs{{texts[0], std::move(value)}};
+        session.fail(ExitCode::wrongUse, "Standard input gave no value for " + texts[0] + "; nothing was changed",
+                     "Look at the command before the |; --allow-empty stores an empty value.");
+        return std::nullopt;
+    }
     session.fail(ExitCode::wrongUse, "--stdin takes one KEY and no VALUE",
                  "odbcadmin dsn set NAME KEY --stdin reads the value.");
     return std::nullopt;
@@ -80,18 +137,18 @@ std::optional<model::Pairs> attributesOf(const Session& session, const Line& lin
 // A setup library works on sections that exist, for drivers that are registered; it takes an empty value as none.
 ExitCode setKeys(const Session& session, const Configuration& configuration, const Line& line) {
     const std::string name = line.text("NAME");
-    const auto attributes = attributesOf(session, line);
+    const auto limit = timeLimit(session, line, kSetupLimit);
+    const auto attributes = limit ? attributesOf(session, line) : std::nullopt;
     if (!attributes)
         return ExitCode::wrongUse;
     if (const model::Reason reason = model::whyNotSet(configuration, name, *attributes))
         return session.fail(reason);
+    const SetupWork work{Action::configure, name, *attributes, "change data source " + name, *limit};
     const auto driver = configuration.driver(configuration.dataSource(name)->driver);
-    const SetupRoute route = findRoute(session, driver, line.has("--direct"));
-    const ChangeResult result =
-        route.usable ? goThroughSetup(session, *driver, {Action::configure, driver->name, name, *attributes},
-                                      "change data source " + name)
-                     : model::setKeys(configuration, name, *attributes, session.way());
-    return session.report(result, "Changed data source " + name, remarksOf(route));
+    Remarks remarks;
+    const ChangeResult result = change(session, driver, line, work, remarks,
+                                       [&] { return model::setKeys(configuration, name, *attributes, session.way()); });
+    return session.report(result, "Changed data source " + name, remarks);
 }
 
 ExitCode unsetKeys(const Session& session, const Configuration& configuration, const Line& line) {
@@ -112,26 +169,25 @@ model::Reason findAll(const Configuration& configuration, const Line& line, std:
     return {};
 }
 
+// Those that no setup library removes are left for one change of the file.
 ExitCode removeDataSources(const Session& session, const Configuration& configuration, const Line& line) {
     std::vector<model::DataSource> sources;
+    const auto limit = timeLimit(session, line, kSetupLimit);
+    if (!limit)
+        return ExitCode::wrongUse;
     if (const model::Reason reason = findAll(configuration, line, sources))
         return session.fail(reason);
     ChangeResult result;
     Remarks remarks;
     std::vector<std::string> left;
     for (const model::DataSource& source : sources) {
-        const auto driver = configuration.driver(source.driver);
-        const SetupRoute route = findRoute(session, driver, line.has("--direct"));
-        if (!route.usable) {
+        const SetupWork work{Action::remove, source.name, {}, "remove data source " + source.name, *limit};
+        ChangeResult next = change(session, configuration.driver(source.driver), line, work, remarks, [&] {
             left.push_back(source.name);
-            for (const std::string& remark : remarksOf(route))
-                remarks.push_back(remark);
-        } else if (!result
-                        .add(goThroughSetup(session, *driver, {Action::remove, driver->name, source.name, {}},
-                                            "remove data source " + source.name))
-                        .isDone()) {
-            return session.fail(result.reason);
-        }
+            return ChangeResult();
+        });
+        if (!result.add(std::move(next)).isDone())
+            return session.report(result, {});
     }
     if (!left.empty())
         result.add(model::removeDataSources(left, session.way()));
@@ -139,6 +195,7 @@ ExitCode removeDataSources(const Session& session, const Configuration& configur
 }
 
 constexpr const char* kDirect = "Write the file without the driver's setup library";
+constexpr const char* kTimeout = "Seconds that the driver's setup library may take (30)";
 constexpr const char* kDriver = "Its driver, as driver list shows it";
 
 }  // namespace
@@ -151,6 +208,7 @@ void addDsnChangeCommands(CLI::App& app, Session& session) {
         .operand("KEY=VALUE", "What its section is to hold", kAny)
         .requiredOption("--driver", kDriver, Complete::driver)
         .flag("--direct", kDirect)
+        .timeout(kTimeout)
         .onRead(Needs::bothFiles, addDataSource);
     addVerb(app, session, "dsn ensure", "Ensure a data source is there with these keys; do nothing if it is",
             "odbcadmin dsn ensure Sales --driver SQLite3 Database=/srv/sales.db\n"
@@ -165,8 +223,10 @@ void addDsnChangeCommands(CLI::App& app, Session& session) {
             "odbcadmin dsn set Sales PWD --stdin < password.txt")
         .operand("NAME", "Data source", kOne, Complete::dsn)
         .operand("KEY=VALUE", "What to store", kSome, Complete::keysOfDsn)
-        .flag("--stdin", "Read the value of the one KEY from standard input")
+        .flag("--stdin", "Read the value of the one KEY from standard input, or ask for it unseen")
+        .flag("--allow-empty", "Take an empty standard input as an empty value")
         .flag("--direct", kDirect)
+        .timeout(kTimeout)
         .onRead(Needs::bothFiles, setKeys);
     addVerb(app, session, "dsn unset", "Remove keys of a data source", "odbcadmin dsn unset Sales Timeout Server")
         .operand("NAME", "Data source", kOne, Complete::dsn)
@@ -177,6 +237,7 @@ void addDsnChangeCommands(CLI::App& app, Session& session) {
         .operand("NAME", "Data sources", kSome, Complete::dsn)
         .flag("--if-exists", "Pass over those that are not there")
         .flag("--direct", kDirect)
+        .timeout(kTimeout)
         .onRead(Needs::bothFiles, removeDataSources);
 }
 

@@ -1,8 +1,10 @@
 // export and apply: everything the two files say as a JSON document, and the other way round.
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <nlohmann/json.hpp>
 
@@ -10,6 +12,7 @@
 #include "odbcadmin/cli/document_json.h"
 #include "odbcadmin/cli/verb.h"
 #include "odbcadmin/model/text.h"
+#include "rules/names.h"
 
 namespace jx::cli {
 
@@ -50,12 +53,44 @@ ExitCode apply(const Session& session, const Configuration& configuration, const
                               model::counted(document->dataSources.size(), "data source"));
 }
 
-ExitCode exportAll(const Session& session, const Configuration& configuration, const Line& /*line*/) {
-    const model::Exchange made = model::documentOf(configuration, session.way().secrets);
-    for (const model::DataSource& source : made.leftOut)
-        session.warn(
-            "data source " + source.name + " is left out: " +
-            (source.driver.empty() ? "it has no driver" : "its driver " + source.driver + " is not registered"));
+template <class Rows>
+bool holds(const Rows& rows, const std::string& name) {
+    return std::any_of(rows.begin(), rows.end(), [&](const auto& row) { return rules::sameName(row.name, name); });
+}
+
+// Keeps the data sources and drivers of these names, and the drivers of those data sources; what no name asks for.
+void keepOnly(const std::vector<std::string>& names, model::Exchange& made) {
+    const auto isNamed = [&](const auto& entry) {
+        return std::any_of(names.begin(), names.end(),
+                           [&](const std::string& name) { return rules::sameName(name, entry.name); });
+    };
+    model::Document& document = made.document;
+    std::erase_if(made.leftOut, std::not_fn(isNamed));
+    std::erase_if(document.dataSources, std::not_fn(isNamed));
+    std::erase_if(document.translators, std::not_fn(isNamed));
+    std::erase_if(document.drivers, [&](const model::DocumentEntry& driver) {
+        const auto uses = [&](const auto& source) { return rules::sameName(source.driver, driver.name); };
+        return !isNamed(driver) && std::none_of(document.dataSources.begin(), document.dataSources.end(), uses);
+    });
+}
+
+ExitCode exportThem(const Session& session, const Configuration& configuration, const Line& line) {
+    model::Exchange made = model::documentOf(configuration, session.way().secrets);
+    const std::vector<std::string> names = line.texts("NAME");
+    for (const std::string& name : names)
+        if (!holds(made.document.dataSources, name) && !holds(made.document.drivers, name) &&
+            !holds(made.document.translators, name) && !holds(made.leftOut, name))
+            return session.fail(model::noDataSourceOrDriver(configuration, name));
+    if (!names.empty())
+        keepOnly(names, made);
+    if (!made.leftOut.empty()) {
+        const model::DataSource& first = made.leftOut.front();
+        return session.fail(
+            ExitCode::failed,
+            "Cannot export data source " + first.name + ": " +
+                (first.driver.empty() ? "it has no driver" : "its driver " + first.driver + " is not registered"),
+            "See odbcadmin explain; odbcadmin export NAME... exports others without it.");
+    }
     std::string notText;
     const Json json = documentJson(made.document, notText);
     if (!notText.empty())
@@ -77,8 +112,11 @@ void addExchangeCommands(CLI::App& app, Session& session) {
         .requiredOption("-f,--file", "The document; - is standard input", Complete::files)
         .onRead(Needs::bothFiles, apply);
     addVerb(app, session, "export", "Print drivers, translators and data sources as JSON that apply takes",
-            "odbcadmin export > odbc.json\nodbcadmin export --show-secrets | odbcadmin apply -f - --home /srv/app")
-        .onRead(Needs::bothFiles, exportAll);
+            "odbcadmin export > odbc.json\nodbcadmin export Sales > sales.json\nodbcadmin export --show-secrets | "
+            "odbcadmin apply -f - --home /srv/app")
+        .operand("NAME", "Data sources, with their drivers, and drivers; everything without any", kAny,
+                 Complete::dsnOrDriver)
+        .onRead(Needs::bothFiles, exportThem);
 }
 
 }  // namespace jx::cli

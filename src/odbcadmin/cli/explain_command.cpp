@@ -43,7 +43,8 @@ ExitCode runExplain(const Session& session, const model::Configuration& configur
     const std::string name = line.text("NAME");
     const std::vector<doctor::Step> steps = doctor::explain(configuration, name);
     if (steps.empty())
-        return session.fail(model::noDataSourceOrDriver(configuration, name));
+        return session.fail(configuration.trouble() ? configuration.trouble()
+                                                    : model::noDataSourceOrDriver(configuration, name));
     if (!session.json) {
         printSteps(session, steps);
         return ExitCode::done;

@@ -1,4 +1,5 @@
 // install: a batch installation from a script, and what it entered.
+#include <jxini.h>
 #include <odbcinst.h>
 
 #include <algorithm>
@@ -12,8 +13,11 @@
 #include "odbcadmin/model/comparison.h"
 #include "odbcadmin/model/near_matches.h"
 #include "odbcadmin/model/scratch_files.h"
+#include "odbcadmin/model/script_wishes.h"
 #include "odbcadmin/model/text.h"
+#include "odbcadmin/trial/installer_library.h"
 #include "rules/names.h"
+#include "rules/storable.h"
 
 namespace jx::cli {
 
@@ -28,20 +32,24 @@ struct Request {
     std::string from;
     Names drivers;
     Names translators = {};  // all of the script
-};
 
-Names offered(const model::IniView& script, const char* list) {
-    Names names;
-    if (const model::IniSection* section = script.section(list))
-        for (const std::string& key : section->keys())
-            names.push_back(model::withoutQuotes(key));
-    std::erase(names, "");
-    return names;
-}
+    // Where the libraries lie.
+    std::string directory() const { return from.empty() ? std::filesystem::path(script).parent_path().string() : from; }
+};
 
 Names::const_iterator find(const Names& names, const std::string& name) {
     return std::find_if(names.begin(), names.end(),
                         [&](const std::string& each) { return rules::sameName(each, name); });
+}
+
+// The installer library would write a section that is read back under another name.
+model::Reason whyNotStored(const std::string& name) {
+    const rules::Why why =
+        rules::whyNotGivenBack(name) != nullptr ? rules::whyNotGivenBack(name) : rules::whyNoSection(name);
+    if (why == nullptr)
+        return {};
+    return {model::Reason::Kind::refused, "\"" + name + "\" of the script cannot be installed: " + why,
+            "Ask the maker of the script for another name; nothing was written."};
 }
 
 // The drivers asked for as the script spells them; all of the script when none is named.
@@ -57,6 +65,8 @@ ExitCode chooseDrivers(const Session& session, const Names& all, Request& reques
         if (found->find('=') != std::string::npos)
             return session.fail(ExitCode::invalid, "The driver " + name + " cannot be installed: its name holds =",
                                 "Ask the maker of the script for another one.");
+        if (const model::Reason reason = whyNotStored(*found))
+            return session.fail(reason);
         name = *found;
     }
     return ExitCode::done;
@@ -69,7 +79,9 @@ void installInto(const Session& session, const Request& request) {
     for (const std::string& name : request.drivers)
         list.append(name).push_back('\0');
     list.push_back('\0');
-    SQLInstallODBC(0, request.script.c_str(), request.from.empty() ? nullptr : request.from.c_str(), list.data());
+    const auto installOdbc = trial::installerFunction<decltype(&SQLInstallODBC)>("SQLInstallODBC");
+    if (installOdbc != nullptr)
+        installOdbc(0, request.script.c_str(), request.from.empty() ? nullptr : request.from.c_str(), list.data());
 }
 
 // Report: what the script was asked for, and whatever else is another than before.
@@ -83,7 +95,7 @@ public:
             if (each.status == Compared::Status::unchanged && find(wanted, each.name) == wanted.end())
                 continue;
             const std::string library = after_.find(kind, each.name)->library.text;
-            const char* state = doctor::libraryState(library);
+            const char* state = doctor::libraryFileState(library);
             const char* status = model::statusWord(each.status);
             rows_.push_back({kind.word, each.name, status, library.empty() ? "no library" : library, state});
             list.push_back({{"name", each.name}, {"status", status}, {"library", library}, {"state", state}});
@@ -112,37 +124,68 @@ private:
     std::vector<Names> rows_{};
 };
 
-Names notInstalled(const Configuration& after, const Names& wanted) {
-    Names names;
-    for (const std::string& name : wanted) {
-        const auto driver = after.driver(name);
-        if (!driver || !driver->listed || !driver->library)
-            names.push_back(name);
+// Why the store refused to write, now that something is missing; the installation itself gives no reason.
+model::Reason storesReason(const model::Reason& last) {
+    for (const char* file : {rules::kDriverFile, rules::kDataSourceFile}) {
+        if (last)
+            break;
+        const model::ChangeWay way;
+        const model::FileChange probe(file, way);
+        if (probe.reason())
+            return probe.reason();
     }
-    return names;
+    return last;
 }
 
-ExitCode install(const Session& session, const Configuration& before, const Request& request) {
+std::string textOf(const std::vector<model::Unfulfilled>& missing) {
+    std::string text;
+    for (const model::Unfulfilled& each : missing)
+        text.append(text.empty() ? "" : "; ").append(each.what + " (" + each.why + ")");
+    return text;
+}
+
+Json jsonOf(const std::vector<model::Unfulfilled>& missing) {
+    Json list = Json::array();
+    for (const model::Unfulfilled& each : missing)
+        list.push_back({{"what", each.what}, {"why", each.why}});
+    return list;
+}
+
+ExitCode install(const Session& session, const Configuration& before, const model::IniView& script,
+                 const Request& request) {
     const model::ChangeWay way = session.way();
     const model::ScratchFiles files(way);
     if (files.trouble())
         return session.fail(files.trouble());
     installInto(session, request);
+    if (!trial::installerTrouble().empty())
+        return session.fail(ExitCode::failed, "Cannot load the installer library: " + trial::installerTrouble(),
+                            "Install odbcadmin again, together with its libraries.");
+    const bool hasFailed = jxIniLastFailure().step != JxIniStepNone;
+    const model::Reason failure = hasFailed ? model::lastFailure() : model::Reason();
     const Configuration after = Configuration::read();
     if (after.trouble())
         return session.fail(after.trouble());
+    const model::ScriptWishes wishes{script, request.directory(), request.drivers, request.translators};
+    std::vector<model::Unfulfilled> missing = model::unfulfilled(wishes, after, failure);
+    if (!missing.empty())
+        missing = model::unfulfilled(wishes, after, storesReason(failure));
     Report report(before, after);
     report.registered(model::kDriverKind, request.drivers);
     report.registered(model::kTranslatorKind, request.translators);
     report.dataSources();
     if (!session.json && !session.quiet && !session.writesNothing())
         session.printTable(report.rows());
-    const ExitCode code = session.report(files.changes(), "Installed from " + request.script, {}, report.json());
-    const Names missing = notInstalled(after, request.drivers);
-    return missing.empty() ? code
-                           : session.fail(ExitCode::failed, "Not installed: " + model::joined(missing),
-                                          "Its section in " + request.script +
-                                              " must have a line \"Driver\" whose second field names the library.");
+    Json json = report.json();
+    json["missing"] = jsonOf(missing);
+    // What is missing stands in the object, or in the failure, in place of a sentence that all was done.
+    const bool tellsOutcome = missing.empty() || session.json || session.writesNothing();
+    const ExitCode code =
+        tellsOutcome ? session.report(files.changes(), "Installed from " + request.script, {}, json) : ExitCode::done;
+    return missing.empty()
+               ? code
+               : session.fail(ExitCode::failed, "Not installed from " + request.script + ": " + textOf(missing),
+                              "Mend what is named and install again; what is entered already stays.");
 }
 
 ExitCode runInstall(const Session& session, const Configuration& configuration, const Line& line) {
@@ -159,14 +202,17 @@ ExitCode runInstall(const Session& session, const Configuration& configuration, 
     if (script->isAbsent())
         return session.fail(ExitCode::fileTrouble, "Cannot open " + request.script + ": No such file or directory",
                             "Give the path of an installation script.");
-    if (const ExitCode code = chooseDrivers(session, offered(*script, rules::kDriverList), request);
+    if (const ExitCode code = chooseDrivers(session, model::offeredBy(*script, rules::kDriverList), request);
         code != ExitCode::done)
         return code;
-    request.translators = offered(*script, rules::kTranslatorList);
+    request.translators = model::offeredBy(*script, rules::kTranslatorList);
+    for (const std::string& name : request.translators)
+        if (const model::Reason reason = whyNotStored(name))
+            return session.fail(reason);
     if (request.drivers.empty() && request.translators.empty())
         return session.fail(ExitCode::notFound, request.script + " offers neither drivers nor translators",
                             "It must list them in sections [ODBC Drivers] and [ODBC Translators].");
-    return install(session, configuration, request);
+    return install(session, configuration, *script, request);
 }
 
 }  // namespace

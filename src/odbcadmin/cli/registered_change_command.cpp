@@ -22,7 +22,7 @@ const std::vector<std::string_view> kKeysGivenOtherwise{"Driver", "Setup"};
 void warnOfLibrary(const Session& session, const std::string& what, const std::string& path) {
     if (path.find('/') == std::string::npos || session.quiet)
         return;
-    const std::string state = doctor::libraryState(path);
+    const std::string state = doctor::libraryFileState(path);
     if (state == "missing")
         session.warn("the " + what + " " + path + " is not there");
     else if (state == "broken")
@@ -57,6 +57,8 @@ ExitCode removeDriver(const Session& session, const Configuration& configuration
     const std::string name = line.text("NAME");
     const bool withDataSources = line.has("--with-dsns");
     const std::vector<std::string> users = namesOf(configuration.dataSourcesOf(name));
+    if (line.has("--if-exists") && !configuration.driver(name))
+        return session.report({}, {});
     const bool removesUsers = withDataSources && configuration.driver(name) && !users.empty();
     ChangeResult result;
     if (removesUsers && !result.add(model::removeDataSources(users, session.way())).isDone())
@@ -105,6 +107,7 @@ void addRegisteredChangeCommands(CLI::App& app, Session& session) {
             "odbcadmin driver remove SQLite3\nodbcadmin driver remove SQLite3 --with-dsns --dry-run")
         .operand("NAME", "Driver", kOne, Complete::driver)
         .flag("--with-dsns", "Remove the data sources that use it, too")
+        .flag("--if-exists", "Do nothing when it is not there")
         .onRead(Needs::bothFiles, removeDriver);
     onEnter(addVerb(app, session, "translator add", "Register a translator",
                     "odbcadmin translator add Latin1 --lib /usr/lib/odbc/liblatin1.so")

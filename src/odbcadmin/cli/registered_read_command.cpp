@@ -14,21 +14,26 @@ namespace {
 using model::Configuration;
 using model::Registered;
 
+const char* stateOf(const Registered& driver, const Configuration& configuration) {
+    return doctor::libraryState(driver.library.text, doctor::LibraryRole::driver, configuration.paths());
+}
+
 // The state of its library is shown for drivers only.
-Json entryJson(const Registered& entry, const model::RegisteredKind& kind) {
+Json entryJson(const Registered& entry, const model::RegisteredKind& kind, const Configuration& configuration) {
     Json json{{"name", entry.name}, {"library", entry.library.text}, {"setup", entry.setup.text}};
     if (kind.key == model::kDriverKind.key)
-        json["state"] = doctor::libraryState(entry.library.text);
+        json["state"] = stateOf(entry, configuration);
     json["listed"] = static_cast<bool>(entry.listed);
     return json;
 }
 
-std::vector<std::string> rowOf(const Session& session, const Registered& entry, const model::RegisteredKind& kind) {
+std::vector<std::string> rowOf(const Session& session, const Registered& entry, const model::RegisteredKind& kind,
+                               const Configuration& configuration) {
     if (session.quiet)
         return {entry.name};
     std::vector<std::string> row{entry.name, entry.library.text, entry.listed ? "" : "(not listed)"};
     if (kind.key == model::kDriverKind.key)
-        row.insert(row.begin() + 1, doctor::libraryState(entry.library.text));
+        row.insert(row.begin() + 1, stateOf(entry, configuration));
     return row;
 }
 
@@ -38,9 +43,9 @@ ExitCode list(const Session& session, const Configuration& configuration, const 
     std::vector<std::vector<std::string>> rows;
     for (const Registered& entry : configuration.all(kind)) {
         if (session.json)
-            json.push_back(entryJson(entry, kind));
+            json.push_back(entryJson(entry, kind, configuration));
         else
-            rows.push_back(rowOf(session, entry, kind));
+            rows.push_back(rowOf(session, entry, kind, configuration));
     }
     if (session.json)
         session.printJson({{plural, json}});
@@ -57,7 +62,7 @@ ExitCode showDriver(const Session& session, const Configuration& configuration, 
         return session.fail(model::noneRegistered(configuration, model::kDriverKind, name));
     const std::vector<std::string> users = namesOf(configuration.dataSourcesOf(driver->name));
     if (session.json) {
-        Json json = entryJson(*driver, model::kDriverKind);
+        Json json = entryJson(*driver, model::kDriverKind, configuration);
         if (driver->header)
             json["line"] = driver->header.line;
         json["file"] = driver->file->path;
@@ -68,7 +73,7 @@ ExitCode showDriver(const Session& session, const Configuration& configuration, 
     }
     printHeader(session, driver->name);
     printKeys(session, driver->section);
-    session.say("; library " + std::string(doctor::libraryState(driver->library.text)) + ", used by " +
+    session.say("; library " + std::string(stateOf(*driver, configuration)) + ", used by " +
                 (users.empty() ? "no data source" : model::joined(users)) + ", " + driver->file->path);
     return ExitCode::done;
 }
@@ -87,7 +92,7 @@ void addRegisteredReadCommands(CLI::App& app, Session& session) {
            model::kDriverKind);
     addVerb(app, session, "driver show", "Show all keys of a driver", "odbcadmin driver show SQLite3")
         .operand("NAME", "Driver", kOne, Complete::driver)
-        .onRead(Needs::bothFiles, showDriver);
+        .onRead(Needs::drivers, showDriver);
     onList(addVerb(app, session, "translator list", "List the translators", "odbcadmin translator list"),
            model::kTranslatorKind);
 }

@@ -20,11 +20,17 @@ void printKeys(const Session& session, const model::IniSection* section) {
             session.print(printable(entry.key) + "=" + printable(session.shown(entry.key, entry.value)));
 }
 
+// Null for what is hidden: stars could be taken for the value.
+static Json shownJson(const Session& session, const model::IniEntry& entry) {
+    const bool isHidden = session.shown(entry.key, entry.value) != entry.value;
+    return isHidden ? Json(nullptr) : Json(std::string(entry.value));
+}
+
 Json keysJson(const Session& session, const model::IniSection* section) {
     Json keys = Json::object();
     if (section != nullptr)
         for (const model::IniEntry& entry : section->entries)
-            keys[std::string(entry.key)] = session.shown(entry.key, entry.value);
+            keys[std::string(entry.key)] = shownJson(session, entry);
     return keys;
 }
 
@@ -35,16 +41,17 @@ ExitCode printValue(const Session& session, const model::IniSection* section, co
         return session.fail(
             ExitCode::notFound, fact,
             model::adviceFor(key, section == nullptr ? std::vector<std::string>() : section->keys(), otherwise));
-    const std::string shown = session.shown(entry->key, entry->value);
+    const Json shown = shownJson(session, *entry);
     if (session.json) {
         Json whole = object;
-        whole.update(Json{{"key", entry->key}, {"value", shown}, {"line", entry->line}});
+        whole.update(Json{{"key", entry->key}, {"value", shown}, {"masked", shown.is_null()}, {"line", entry->line}});
         session.printJson(whole);
-    } else {
-        session.print(shown);
+        return ExitCode::done;
     }
-    if (shown != entry->value)
-        session.warn("the value is hidden; --show-secrets shows it");
+    if (shown.is_null())
+        return session.fail(ExitCode::failed, "The value of " + std::string(entry->key) + " is a secret",
+                            "--show-secrets prints it.");
+    session.printOfFile(entry->value);
     return ExitCode::done;
 }
 

@@ -71,6 +71,15 @@ void Session::print(std::string_view text) const {
     std::cout << text << '\n';
 }
 
+void Session::printOfFile(std::string_view lines) const {
+    std::string shown(lines);
+    if (isatty(STDOUT_FILENO) == 1)
+        for (char& byte : shown)
+            if (byte != '\n' && byte != '\t')
+                byte = printable({&byte, 1}).front();
+    print(shown);
+}
+
 void Session::say(std::string_view text) const {
     if (!quiet && !json)
         std::cout << printable(text) << '\n';
@@ -85,6 +94,7 @@ void Session::printTable(const std::vector<std::vector<std::string>>& rows) cons
 }
 
 void Session::printJson(const Json& object) const {
+    hasPrintedJson = true;
     Json whole;
     whole["schema"] = "odbcadmin/1";
     whole.update(object);
@@ -93,6 +103,8 @@ void Session::printJson(const Json& object) const {
 }
 
 ExitCode Session::fail(ExitCode code, std::string_view fact, std::string_view advice) const {
+    if (json && !hasPrintedJson)
+        printJson({{"error", {{"code", static_cast<int>(code)}, {"fact", fact}, {"advice", advice}}}});
     std::cout.flush();
     std::cerr << "odbcadmin: " << printable(fact) << '\n';
     if (!advice.empty())
@@ -128,9 +140,12 @@ ExitCode Session::report(const model::ChangeResult& result, const std::string& s
 
 ExitCode Session::report(const model::ChangeResult& result, const std::string& sentence,
                          const std::vector<std::string>& remarks, const Json& more) const {
-    if (!result.isDone())
-        return fail(result.reason);
     const std::vector<std::string> files = pathsOf(result);
+    if (!result.isDone() && (files.empty() || writesNothing()))
+        return fail(result.reason);
+    if (!result.isDone())
+        return fail(codeOf(result.reason.kind), result.reason.fact,
+                    result.reason.advice + " Written before that: " + model::joined(files) + ".");
     std::string difference;
     for (const model::ChangedFile& file : result.files)
         difference += file.difference;
@@ -138,6 +153,7 @@ ExitCode Session::report(const model::ChangeResult& result, const std::string& s
         Json object{{"result", files.empty()     ? "unchanged"
                                : writesNothing() ? "would change"
                                                  : "changed"},
+                    {"changed", !files.empty() && !writesNothing()},
                     {"message", sentence},
                     {"files", files}};
         if (!remarks.empty())
@@ -149,7 +165,7 @@ ExitCode Session::report(const model::ChangeResult& result, const std::string& s
     } else if (files.empty()) {
         say("unchanged: nothing to do");
     } else if (dryRun) {
-        print(std::string_view(difference).substr(0, difference.size() - 1));
+        printOfFile(std::string_view(difference).substr(0, difference.size() - 1));
     } else {
         say(check ? "would change: " + model::joined(files) : sentence);
     }

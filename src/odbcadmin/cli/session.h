@@ -29,6 +29,9 @@ struct Session {
     bool showSecrets = false;  // --show-secrets
     bool noColor = false;      // --no-color
     std::string home;          // --home DIR; already in force when a verb runs
+    std::string owner;         // --owner USER; of files that root makes
+
+    mutable bool hasPrintedJson = false;
 
     // What the chosen verb does; set while the command line is read.
     std::function<ExitCode(const Session&)> action;
@@ -48,6 +51,9 @@ struct Session {
     // A line of the result, on standard output.
     void print(std::string_view line) const;
 
+    // Lines of a file, on standard output: as they are, but on a terminal with "?" for each control character.
+    void printOfFile(std::string_view lines) const;
+
     // A line about what was done, on standard output; nothing with -q or --json.
     void say(std::string_view line) const;
 
@@ -58,7 +64,8 @@ struct Session {
     // An object with "schema": "odbcadmin/1" before everything else, indented. Bytes that are not UTF-8 become U+FFFD.
     void printJson(const Json& object) const;
 
-    // One line of fact and one of advice (none when empty), on standard error. Returns code.
+    // One line of fact and one of advice (none when empty), on standard error; with --json, if no object was printed
+    // yet, also one on standard output: {"error": {"code", "fact", "advice"}}. Returns code.
     ExitCode fail(ExitCode code, std::string_view fact, std::string_view advice = {}) const;
     ExitCode fail(const model::Reason& reason) const;
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <map>
 #include <unordered_set>
@@ -153,6 +154,13 @@ std::optional<std::chrono::milliseconds> timeLimit(const Session& session, const
         return std::chrono::milliseconds(static_cast<long>(std::ceil(seconds * kMilliseconds)));
     session.fail(ExitCode::wrongUse, "--timeout is not a number of seconds: " + text, "Try --timeout 5");
     return std::nullopt;
+}
+
+std::string secondsText(std::chrono::milliseconds limit) {
+    constexpr double kMilliseconds = 1000;
+    char text[32];
+    std::snprintf(text, sizeof text, "%g s", static_cast<double>(limit.count()) / kMilliseconds);
+    return text;
 }
 
 std::optional<model::Pairs> takePairs(const Session& session, const std::vector<std::string>& texts,

@@ -4,12 +4,15 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <cstdlib>
 #include <map>
 #include <utility>
 
 #include "odbcadmin/doctor/checks.h"
 #include "odbcadmin/doctor/file_checks.h"
 #include "odbcadmin/doctor/name_checks.h"
+#include "odbcadmin/doctor/path_mistakes.h"
 #include "odbcadmin/doctor/syntax_checks.h"
 #include "odbcadmin/model/trace_settings.h"
 #include "rules/names.h"
@@ -49,14 +52,25 @@ public:
         const std::string name = std::string(kind.word) + " " + entry.name;
         Findings findings;
         if (entry.library)
-            findings = check(name, entry.library.text, isDriver ? LibraryRole::driver : LibraryRole::translator);
+            findings = checkValue(name, entry.library, isDriver ? LibraryRole::driver : LibraryRole::translator);
         if (entry.setup)
-            append(findings, check("setup library of " + name, entry.setup.text,
-                                   isDriver ? LibraryRole::setup : LibraryRole::translatorSetup));
+            append(findings, checkValue("setup library of " + name, entry.setup,
+                                        isDriver ? LibraryRole::setup : LibraryRole::translatorSetup));
         return findings;
     }
 
 private:
+    // A mistake in the value says all; the file is then another one than meant.
+    Findings checkValue(const std::string& subject, const model::Located& value, LibraryRole role) {
+        if (const auto mistake = mistakeIn(value.text))
+            return {found(*mistake->check, subject, value.where() + ": the value " + mistake->fact + ".",
+                          "Write " + mistake->meant + " there.")};
+        const std::string found = value.text.find('/') != std::string::npos
+                                      ? value.text
+                                      : inDriverDirectories(value.text, options_.library.places);
+        return check(subject, found.empty() ? value.text : found, role);
+    }
+
     const ExaminationOptions& options_;
     std::map<std::pair<std::string, LibraryRole>, Findings> known_;
 };
@@ -67,6 +81,51 @@ Findings checkTexts(const Configuration& configuration, const std::string& syste
         for (const model::ConfigFile* file : configuration.files(kind))
             append(findings, checkSyntax(file->path));
     return findings;
+}
+
+// The lines below a header that is not closed, which were meant for another section than they are in.
+struct StrayLines {
+    std::string path, header;
+    std::size_t first, last;
+
+    // Whether a finding is about the section that was meant, or begins with one of the lines: "PATH:LINE ...".
+    bool cause(const Finding& finding) const {
+        const std::string name = finding.subject.substr(finding.subject.rfind(' ') + 1);
+        if (header.starts_with("\"[" + name))
+            return true;
+        if (!finding.fact.starts_with(path + ":"))
+            return false;
+        const std::size_t line = std::strtoul(finding.fact.c_str() + path.size() + 1, nullptr, 10);
+        return line >= first && line <= last;
+    }
+};
+
+std::vector<StrayLines> strayLines(const Findings& texts, const Configuration& configuration) {
+    std::vector<StrayLines> all;
+    for (const Finding& each : texts) {
+        if (each.id != check::kUnclosed.id)
+            continue;
+        const std::size_t colon = each.subject.rfind(':');
+        const std::size_t line = std::strtoul(each.subject.c_str() + colon + 1, nullptr, 10);
+        StrayLines stray{each.subject.substr(0, colon), each.fact.substr(each.fact.find('"')), line + 1, SIZE_MAX};
+        for (const FileKind kind : {FileKind::dataSources, FileKind::drivers})
+            for (const model::ConfigFile* file : configuration.files(kind))
+                for (const model::IniSection& section : file->view.sections())
+                    if (file->path == stray.path && section.line > line)
+                        stray.last = std::min(stray.last, section.line - 1);
+        all.push_back(stray);
+    }
+    return all;
+}
+
+// What follows from a header that is not closed is not said, and nothing is advised because of it: what was meant
+// cannot be known.
+Findings withoutFollowers(const Findings& names, const std::vector<StrayLines>& stray) {
+    Findings kept;
+    for (const Finding& each : names)
+        if (std::none_of(stray.begin(), stray.end(), [&](const StrayLines& lines) { return lines.cause(each); }))
+            kept.push_back(each);
+    return kept;
 }
 
 template <class Rows>
@@ -121,9 +180,10 @@ Findings checkLibraries(const Selection& selection, const Configuration& configu
         append(findings, libraries.check(each, model::kDriverKind));
     for (const DataSource& each : selection.dataSources) {
         const auto driver = each.listed ? configuration.driver(each.driver) : std::nullopt;
-        const bool isDrivers = driver && driver->library && driver->library.text == each.library.text;
-        if (each.library && !isDrivers)
-            append(findings, libraries.check("data source " + each.name, each.library.text, LibraryRole::driver));
+        const std::string library = meantLibrary(each, configuration, options.library.places);
+        const bool isDrivers = driver && driver->library && driver->library.text == library;
+        if (each.library && !isDrivers && !mistakeIn(each.library.text))
+            append(findings, libraries.check("data source " + each.name, library, LibraryRole::driver));
     }
     for (const Registered& each : selection.translators)
         append(findings, libraries.check(each, model::kTranslatorKind));
@@ -134,7 +194,8 @@ Findings checkLibraries(const Selection& selection, const Configuration& configu
 
 Findings lint(const Configuration& configuration, const std::string& systemFolder) {
     Findings findings = checkTexts(configuration, systemFolder);
-    append(findings, checkNames(select(configuration, {}), configuration));
+    append(findings,
+           withoutFollowers(checkNames(select(configuration, {}), configuration), strayLines(findings, configuration)));
     return findings;
 }
 
@@ -160,11 +221,19 @@ Findings checkEnvironment(const Configuration& configuration) {
                   "It slows every call down and records values: turn it off with odbcadmin trace off.")};
 }
 
+static bool isMistake(const Finding& finding) {
+    return finding.id == check::kQuotedPath.id || finding.id == check::kUnexpandedPath.id ||
+           finding.id == check::kCommentInValue.id;
+}
+
 Findings examine(const Configuration& configuration, const ExaminationOptions& options) {
     Findings findings = checkTexts(configuration, options.systemFolder);
     const Selection selection = select(configuration, options.names);
-    append(findings, checkNames(selection, configuration));
-    append(findings, checkLibraries(selection, configuration, options));
+    append(findings, withoutFollowers(checkNames(selection, configuration), strayLines(findings, configuration)));
+    // What the checks of names say of a value need not be said again.
+    for (const Finding& each : checkLibraries(selection, configuration, options))
+        if (!isMistake(each))
+            findings.push_back(each);
     append(findings, checkEnvironment(configuration));
     return findings;
 }

@@ -24,7 +24,7 @@ struct ExaminationOptions {
     std::string systemFolder = "/etc";
 };
 
-// Files, syntax, names, libraries, environment. Loads libraries in child processes only.
+// Files, syntax, names, libraries, environment. Libraries are loaded by the helper program only.
 Findings examine(const model::Configuration& configuration, const ExaminationOptions& options);
 
 // The first three alone: nothing is loaded, no library is looked at.

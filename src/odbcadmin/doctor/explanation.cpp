@@ -5,7 +5,9 @@
 #include <utility>
 
 #include "odbcadmin/doctor/library_state.h"
+#include "odbcadmin/doctor/path_mistakes.h"
 #include "odbcadmin/model/near_matches.h"
+#include "rules/names.h"
 
 namespace jx::doctor {
 
@@ -31,7 +33,7 @@ public:
         if (source.listed)
             driverOf(source);
         if (source.library)
-            library(source.library.text);
+            library(meantLibrary(source, configuration_, loaderPlaces()), LibraryRole::driver);
     }
 
     void driver(const model::Registered& driver) {
@@ -50,9 +52,10 @@ public:
     }
 
     void libraries(const model::Registered& driver) {
-        for (const Located& each : {driver.library, driver.setup})
-            if (each)
-                library(each.text);
+        if (driver.library)
+            library(driver.library.text, LibraryRole::driver);
+        if (driver.setup)
+            library(driver.setup.text, LibraryRole::setup);
     }
 
     std::vector<Step> steps() { return std::move(steps_); }
@@ -89,13 +92,14 @@ private:
                                         "Add it with odbcadmin driver add."));
         }
         driver(*found);
-        if (found->library && source.library && found->library.text != source.library.text)
+        if (found->library && source.library && found->library.text != source.library.text &&
+            !rules::sameName(found->name, source.library.text))
             bad("Driver", found->library.where(), "not what the data source has: " + source.library.text,
                 "The data source's path counts; enter the driver's there unless it is meant.");
     }
 
-    void library(const std::string& path) {
-        const std::string state = libraryState(path);
+    void library(const std::string& path, LibraryRole role) {
+        const std::string state = libraryState(path, role, configuration_.paths());
         const bool ok = state == "ok";
         steps_.push_back({ok, "library", path, "", state, ok ? "" : "See odbcadmin driver check " + path});
     }

@@ -14,6 +14,7 @@
 #include "odbcadmin/doctor/checks.h"
 #include "odbcadmin/doctor/file_rights.h"
 #include "odbcadmin/model/ini_view.h"
+#include "odbcadmin/model/text.h"
 #include "odbcadmin/trial/owned_descriptor.h"
 #include "rules/secrets.h"
 
@@ -39,6 +40,21 @@ void checkVariable(const model::ConfigPlace& place, Findings& findings) {
                       "Give " + place.variable + " a full path.");
 }
 
+// A file beside the right one, called like it but for the dot.
+void checkWithoutDot(const model::ConfigPlace& place, Findings& findings) {
+    const fs::path right(place.path);
+    const fs::path wrong = right.parent_path() / place.file.substr(1);
+    std::error_code ignored;
+    if (right.filename() != place.file || !fs::is_regular_file(wrong, ignored))
+        return;
+    const bool isFree = !fs::exists(fs::symlink_status(right, ignored));
+    findings.push_back(
+        found(check::kWithoutDot, wrong.string(),
+              wrong.string() + " is there and is not read: the name of the file begins with a dot.",
+              isFree ? "Rename it: mv " + model::shellWord(wrong.string()) + " " + model::shellWord(right.string())
+                     : "Enter what is needed from it in " + right.string() + "."));
+}
+
 void checkRivals(const model::ConfigPlace& place, Findings& findings) {
     for (const model::Candidate& each : place.candidates) {
         std::error_code ignored;
@@ -60,14 +76,29 @@ void checkAbsent(const std::string& variable, int error, const Subject& file) {
     std::error_code noLink;
     const fs::path target = fs::read_symlink(path, noLink);
     const char* named = variable.empty() ? nullptr : std::getenv(variable.c_str());
+    const std::string directory = fs::path(path).parent_path().string();
+    std::error_code ignored;
+    const bool isNamed = named != nullptr && path == named;
+    if (noLink && !directory.empty() && !fs::is_directory(directory, ignored))
+        return file.tell(
+            check::kNoDirectory,
+            (isNamed ? variable + " names " + path : "The home directory is " + directory) + ", and " +
+                (isNamed ? "there is no directory " + directory : "there is no such directory") +
+                ": nothing can be read or written there.",
+            "Make it: mkdir -p " + model::shellWord(directory) + ", or correct " + (isNamed ? variable : "HOME") + ".");
     if (!noLink)
         file.tell(check::kFileDanglingLink,
                   path + " is a symbolic link to " + target.string() +
                       (error == ELOOP ? ", which leads back to itself." : ", which is not there."),
                   "Make the link anew, or remove it.");
-    else if (named != nullptr && path == named)
+    else if (isNamed)
         file.tell(check::kNamedFileMissing, variable + " names " + path + ", which is not there.",
                   "Correct or unset " + variable + "; the first write makes the file.");
+    else if (::access(directory.c_str(), W_OK) != 0)
+        file.tell(check::kFileReadOnly,
+                  path + " is not there, and " + thisUserText() + " cannot make it: " + directory + " (" +
+                      rightsText(directory) + ") cannot be written to.",
+                  "Set HOME to a directory of this user, or name another file with ODBCINI or ODBCINSTINI.");
     else
         file.tell(check::kFileMissing, path + " is not there: it is as if it were empty.",
                   "Nothing needs to be done; the first write makes it.");
@@ -93,10 +124,11 @@ void checkRights(mode_t mode, const Subject& file) {
     std::error_code ignored;
     const fs::path real = fs::canonical(path, ignored);
     const std::string directory = (ignored ? fs::path(path) : real).parent_path().string();
-    if (::access(directory.empty() ? "." : directory.c_str(), W_OK) != 0)
+    const int error = ::access(directory.empty() ? "." : directory.c_str(), W_OK) != 0 ? errno : 0;
+    if (error != 0)
         file.tell(check::kFileReadOnly,
                   path + " cannot be changed by " + thisUserText() + ": its directory " + directory + " (" +
-                      rightsText(directory) + ") cannot be written to: " + std::strerror(errno) + ".",
+                      rightsText(directory) + ") cannot be written to: " + std::strerror(error) + ".",
                   "Change it as another user, or name another file with ODBCINI or ODBCINSTINI.");
 }
 
@@ -112,11 +144,12 @@ void checkPresent(const std::string& variable, const Subject& file) {
         return file.tell(check::kFileNotRegular, path + " (" + rights + ") is not a regular file: it is not read.",
                          "Move it away; the first write makes a file.");
     const trial::OwnedDescriptor opened(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const int refused = errno;
     if (opened.isOpen())
         return checkRights(status.st_mode, file);
     file.tell(check::kFileUnreadable,
               path + (rights.empty() ? "" : " (" + rights + ")") + " cannot be read by " + thisUserText() + ": " +
-                  std::strerror(errno) + ".",
+                  std::strerror(refused) + ".",
               "Ask its owner for the right, or name another file with ODBCINI or ODBCINSTINI.");
 }
 
@@ -132,6 +165,7 @@ Findings checkFiles(const std::vector<model::ConfigPlace>& places) {
         }
         checkVariable(place, findings);
         checkPresent(place.variable, {place.path, findings});
+        checkWithoutDot(place, findings);
         checkRivals(place, findings);
     }
     return findings;

@@ -52,7 +52,9 @@ public:
             return findings_;
         }
         lookAtFile();
-        load();
+        // All is said of a file that was copied in part, and what loads it may die of it.
+        if (file_.state != State::cutShort)
+            load();
         return findings_;
     }
 
@@ -122,7 +124,9 @@ private:
                 return tell(check::kLibraryCutShort, path_ + " ends before what its header announces.",
                             "It was copied or downloaded in part: install it again.");
             case State::notShared:
-                return tell(check::kLibraryNotShared, path_ + " is an object file or a program, no shared library.",
+                return tell(check::kLibraryNotShared,
+                            path_ + (file_.isProgram ? " is a program, not a shared library."
+                                                     : " is an object file or a program, not a shared library."),
                             "Give the path of the shared library (.so).");
             default:
                 return tell(check::kLibraryNotElf,
@@ -150,13 +154,35 @@ private:
         for (const LibraryRole role : kRoles)
             for (const Group& group : groupsOf(role))
                 names.insert(names.end(), group.begin(), group.end());
-        const trial::LoadReport report = trial::tryLoading({path_, names, options_.limit}, options_.waiting);
+        const trial::LoadReport report =
+            trial::tryLoading({path_, names, options_.namedBy, options_.limit}, options_.waiting);
+        if (!report.user.empty())
+            tell(check::kLoadedAs,
+                 path_ + " was loaded with the rights of " + report.user + ", not with those of root.",
+                 "It, its directory or the file that names it is that user's, who could have it do anything.");
         if (report.end != trial::LoadReport::End::loaded)
             return tellLoad(report);
+        // It has what it needs: the loader knows more places than are looked into here.
+        std::erase_if(findings_, [](const Finding& each) {
+            return each.id.starts_with("library.needed-") || each.id == check::kVersionMissing.id;
+        });
+        tellInstaller();
         tellFunctions(report.offered);
         if (!report.unloaded)
             tell(check::kUnloadFailed, path_ + " loads, but unloading it ends the program: " + report.unloadEnd + ".",
                  "Report it to the library's maker; programs that keep it loaded are not affected.");
+    }
+
+    // Which file answers a driver that was built for the other installer library.
+    void tellInstaller() {
+        constexpr const char* kInstaller = "libodbcinst.so.2";
+        if (std::find(file_.needed.begin(), file_.needed.end(), kInstaller) == file_.needed.end())
+            return;
+        const Requester requester{&file_, nullptr};
+        const LookUp found = lookUp(kInstaller, &requester, options_.places);
+        if (found.file.isThere())
+            tell(check::kInstaller, path_ + " needs " + kInstaller + ", and " + found.file.path + " answers it.",
+                 "That library decides which files the driver reads.");
     }
 
     void tellLoad(const trial::LoadReport& report) {
@@ -181,10 +207,16 @@ private:
                     check::kLoadTimedOut,
                     path_ + " was not loaded within " + std::to_string(options_.limit.count()) + " ms." + printed,
                     "Its own start-up code waits: for a server, a lock or a network file system.");
+            case End::withheld:
+                return tell(check::kLoadWithheld,
+                            path_ + " was not loaded, since this is root: " + report.why +
+                                ", who could have it do "
+                                "anything.",
+                            "Run the command as the user who works with the library.");
             default:
                 return tell(check::kLoadNotTried,
-                            "No process could be started to load " + path_ + ": " + std::strerror(report.code) + ".",
-                            "Try again when the system has room for more processes.");
+                            "The program that loads " + path_ + " could not be started: " + report.why + ".",
+                            "Try again when the system has room for more processes, or install odbcadmin again.");
         }
     }
 

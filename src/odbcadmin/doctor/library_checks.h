@@ -4,10 +4,11 @@
 #include <chrono>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "odbcadmin/doctor/finding.h"
 #include "odbcadmin/doctor/loader_places.h"
-#include "odbcadmin/trial/child.h"
+#include "odbcadmin/trial/helper_run.h"
 
 namespace jx::doctor {
 
@@ -18,10 +19,11 @@ struct LibraryOptions {
     LoaderPlaces places;
     std::chrono::milliseconds limit{10000};  // of the trial load
     trial::Waiting waiting;                  // called while it lasts
+    std::vector<std::string> namedBy;        // the files in which the library's path may stand
 };
 
 // Checks a library from the outside in: its path, what kind of file it is, the system it is for, what it needs, then
-// loads it in a child process and asks for the functions of its role. The findings come in that order, all about
+// has the helper program load it and asks for the functions of its role. The findings come in that order, all about
 // subject. A path without a slash is looked for where the loader looks.
 Findings checkLibrary(const std::string& subject, const std::string& path, LibraryRole role,
                       const LibraryOptions& options);

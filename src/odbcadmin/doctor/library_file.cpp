@@ -99,6 +99,7 @@ void takeDynamic(const Section& section, LibraryFile& file) {
                 break;
             case DT_FLAGS_1:
                 file.noDefaultDirectories = (value & DF_1_NODEFLIB) != 0;
+                file.isProgram = (value & DF_1_PIE) != 0;
                 break;
             default:
                 break;
@@ -213,6 +214,8 @@ void readElf(int descriptor, std::uint64_t fileSize, LibraryFile& file) {
                  : header.e_type == ET_DYN                    ? State::library
                                                               : State::notShared;
     takeSections(elf.get(), file);
+    if (file.state == State::library && file.isProgram)
+        file.state = State::notShared;
 }
 
 std::string originOf(const std::string& path) {

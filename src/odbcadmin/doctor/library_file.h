@@ -60,6 +60,8 @@ struct LibraryFile {
     std::set<std::string> versionsOffered;
     std::set<std::string> functions;  // those that others can call whose names begin with SQL or Config, in any case
 
+    bool isProgram = false;  // one that can be loaded anywhere, and so has the type of a library
+
     bool isThere() const { return state != State::absent && state != State::unreadable; }
     bool isForOtherSystem() const;
 };

@@ -185,12 +185,6 @@ LoaderPlaces loaderPlaces() {
     places.defaults = {"/" + library, "/usr/" + library};
     if (library != "lib")
         places.defaults.insert(places.defaults.end(), {"/lib", "/usr/lib"});
-    places.isLoaded = [](const std::string& name) {
-        void* handle = dlopen(name.c_str(), RTLD_LAZY | RTLD_NOLOAD);
-        if (handle != nullptr)
-            dlclose(handle);
-        return handle != nullptr;
-    };
     return places;
 }
 

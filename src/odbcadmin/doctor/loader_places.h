@@ -23,8 +23,6 @@ struct LoaderPlaces {
     std::vector<std::string> environment;  // LD_LIBRARY_PATH; an empty element is the current directory
     LoaderCache cache;
     std::vector<std::string> defaults;
-    // Whether this program has loaded a library of that name already: the loader does not look for it then.
-    std::function<bool(const std::string&)> isLoaded = [](const std::string&) { return false; };
 };
 
 // Those of this process, now.

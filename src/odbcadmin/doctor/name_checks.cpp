@@ -2,7 +2,9 @@
 #include "odbcadmin/doctor/name_checks.h"
 
 #include "odbcadmin/doctor/checks.h"
+#include "odbcadmin/doctor/path_mistakes.h"
 #include "odbcadmin/model/near_matches.h"
+#include "odbcadmin/model/text.h"
 #include "rules/sections.h"
 #include "rules/valid_names.h"
 
@@ -26,21 +28,34 @@ void checkName(const Located& where, const std::string& name, const Subject& sub
         subject.tell(check::kForbiddenCharacter,
                      where.where() + ": the name holds \"" + name[at] +
                          "\", which the standard forbids in names of data sources.",
-                     "Rename it: odbcadmin dsn rename");
+                     "Rename it: odbcadmin dsn rename " + model::shellWord(name) + " NEW");
     if (name.size() > kRules.longest)
         subject.tell(check::kTooLong,
                      where.where() + ": the name has " + std::to_string(name.size()) + " bytes; the standard allows " +
                          std::to_string(kRules.longest) + ".",
-                     "Rename it: odbcadmin dsn rename");
+                     "Rename it: odbcadmin dsn rename " + model::shellWord(name) + " NEW");
     if (rules::isReservedSection(name))
         subject.tell(check::kReserved,
                      where.where() + ": the section " + bracketed(name) + " has a meaning of its own.",
                      "Choose another name for the data source.");
 }
 
+// The line as it should be.
+std::string lineText(const std::string& key, const std::string& value) {
+    return "Write the line as: " + key + "=" + value;
+}
+
 void checkPath(const char* key, const Located& library, const Subject& subject) {
+    if (const auto mistake = mistakeIn(library.text))
+        return subject.tell(*mistake->check, library.where() + ": the value of " + key + " " + mistake->fact + ".",
+                            lineText(key, mistake->meant));
     if (library.text.front() == '/')
         return;
+    if (const std::string path = inDriverDirectories(library.text, loaderPlaces()); !path.empty())
+        return subject.tell(check::kRelativePath,
+                            library.where() + ": " + key + " is \"" + library.text + "\", which is taken for " + path +
+                                " here and may be another file, or none, for other programs.",
+                            lineText(key, path));
     const bool hasSlash = library.text.find('/') != std::string::npos;
     subject.tell(check::kRelativePath,
                  library.where() + ": " + key + " is \"" + library.text + "\", which " +
@@ -62,7 +77,9 @@ void checkDriverOf(const DataSource& source, const Configuration& configuration,
                                 configuration.file(model::FileKind::drivers).path + " has no such section.",
                             model::adviceFor(source.driver, namesOf(configuration.drivers()),
                                              "Add the driver with odbcadmin driver add."));
-    if (source.library && driver->library && source.library.text != driver->library.text)
+    const bool isByName = source.library && rules::sameName(source.library.text, driver->name);
+    if (source.library && driver->library && source.library.text != driver->library.text && !isByName &&
+        !mistakeIn(source.library.text))
         subject.tell(check::kStalePath,
                      source.library.where() + ": Driver is " + source.library.text + "; the driver " + driver->name +
                          " has " + driver->library.text + " (" + driver->library.where() + ").",
@@ -85,19 +102,44 @@ void checkListed(const DataSource& source, const Configuration& configuration, c
                      "List it with the name of its driver.");
 }
 
+// Keys in which other systems look for libraries of one word size.
+void tellNoLibrary(const Located& header, const model::IniSection* section, const std::string& key,
+                   const std::string& word, const Subject& subject) {
+    const std::string other = section != nullptr ? section->value(key + "64") : "";
+    if (other.empty())
+        return subject.tell(check::kNoLibraryKey, header.where() + ": the section has no value for " + key + ".",
+                            "Enter the full path of the " + word + "'s library there.");
+    subject.tell(check::kNoLibraryKey,
+                 header.where() + ": the section has no value for " + key + ", and " + key +
+                     "64 is a key that nobody asks for here.",
+                 lineText(key, other));
+}
+
+// A driver's name where a path is meant: many drivers' examples have it so.
+void checkDriverValue(const DataSource& source, const Configuration& configuration, const Subject& subject) {
+    const auto driver = configuration.driver(source.library.text);
+    const bool isName = source.library.text.find('/') == std::string::npos && driver && driver->library;
+    if (!isName)
+        return checkPath("Driver", source.library, subject);
+    subject.tell(check::kDriverByName,
+                 source.library.where() + ": Driver names the driver " + driver->name + ", whose library is " +
+                     driver->library.text + "; some programs take a path there only.",
+                 "For those: " + lineText("Driver", driver->library.text));
+}
+
 void checkSection(const DataSource& source, const Configuration& configuration, const Subject& subject) {
     if (!source.header)
         return subject.tell(check::kNoSection,
                             source.listed.where() + " lists it, and " + source.file->path + " has no section " +
                                 bracketed(source.name) + ".",
                             model::adviceFor(source.name, configuration.sectionNames(model::FileKind::dataSources),
-                                             "Add the section, or remove it from the list: odbcadmin dsn remove"));
+                                             "Add the section, or remove it from the list: odbcadmin dsn remove " +
+                                                 model::shellWord(source.name)));
     checkListed(source, configuration, subject);
     if (source.library)
-        checkPath("Driver", source.library, subject);
+        checkDriverValue(source, configuration, subject);
     else
-        subject.tell(check::kNoLibraryKey, source.header.where() + ": the section has no value for Driver.",
-                     "Enter the full path of the driver's library there.");
+        tellNoLibrary(source.header, source.section, "Driver", "driver", subject);
 }
 
 void checkLists(const Registered& entry, const model::RegisteredKind& kind, const Configuration& configuration,
@@ -136,8 +178,7 @@ Findings checkRegisteredNames(const Registered& entry, const model::RegisteredKi
     if (entry.library)
         checkPath(kind.key, entry.library, subject);
     else
-        subject.tell(check::kNoLibraryKey, entry.header.where() + ": the section has no value for " + kind.key + ".",
-                     "Enter the full path of the " + word + "'s library there.");
+        tellNoLibrary(entry.header, entry.section, kind.key, word, subject);
     if (entry.setup)
         checkPath("Setup", entry.setup, subject);
     else

@@ -2,11 +2,15 @@
 #include "odbcadmin/doctor/needed_libraries.h"
 
 #include <algorithm>
+#include <cstring>
 #include <deque>
+#include <filesystem>
 #include <map>
+#include <set>
 #include <vector>
 
 #include "odbcadmin/model/text.h"
+#include "odbcadmin/trial/installer_library.h"
 
 namespace jx::doctor {
 
@@ -31,6 +35,32 @@ std::string some(std::vector<std::string> texts) {
         return model::joined(texts);
     texts.erase(texts.begin(), texts.end() - kShown);
     return std::to_string(more) + " others and " + model::joined(texts);
+}
+
+// The newest of those that differ in their numbers only, as in GLIBC_2.4 and GLIBC_2.34.
+std::string newestLike(const std::string& version, const std::set<std::string>& offered) {
+    const auto stem = [](const std::string& text) { return text.substr(0, text.find_first_of("0123456789")); };
+    std::string newest;
+    for (const std::string& each : offered)
+        if (stem(each) == stem(version) && (newest.empty() || ::strverscmp(each.c_str(), newest.c_str()) > 0))
+            newest = each;
+    return newest;
+}
+
+// The directory in which this product has an installer library of that name; empty when it has none.
+std::string ownInstaller(const std::string& name) {
+    const std::filesystem::path directory = std::filesystem::path(trial::installerPath()).parent_path() / "jxodbc";
+    std::error_code ignored;
+    const bool isThere = name == "libodbcinst.so.2" && std::filesystem::exists(directory / name, ignored);
+    return isThere ? directory.string() : "";
+}
+
+// Its parts are of one build, which all programs of the system use.
+bool isOfCLibrary(const std::string& name) {
+    for (const char* part : {"libc.so.", "libm.so.", "libpthread.so.", "libdl.so.", "librt.so.", "ld-linux"})
+        if (name.starts_with(part))
+            return true;
+    return false;
 }
 
 class Walk {
@@ -81,10 +111,6 @@ private:
 
     void tellMissing(const std::string& name, const Loaded& requester, const LookUp& found) const {
         const std::string who = whoNeeds(name, requester);
-        if (places_.isLoaded(name))
-            return subject_.tell(check::kNeededFromProgram,
-                                 who + ", which only this program has loaded; the loader would not find it for others.",
-                                 "Name its directory in LD_LIBRARY_PATH or the loader's configuration.");
         if (!found.otherSystem.empty())
             return subject_.tell(check::kNeededOtherSystem,
                                  who + ", which is there for " + systemText(found.otherSystem.front().system) +
@@ -97,9 +123,11 @@ private:
                       who + ", which is nowhere where the loader looks" +
                           (found.directories.empty() ? "" : ": " + some(found.directories)) + "." +
                           (others.empty() ? "" : " Of another version there is " + some(others) + "."),
-                      others.empty() ? "Install the package that holds " + name +
-                                           ", or name its directory in LD_LIBRARY_PATH or the loader's configuration."
-                                     : "Install " + name + " as well, or a build for the version that is there.");
+                      !ownInstaller(name).empty() ? "This product has one in " + ownInstaller(name) +
+                                                        ": name that directory in LD_LIBRARY_PATH of the program."
+                      : others.empty() ? "Install the package that holds " + name +
+                                             ", or name its directory in LD_LIBRARY_PATH or the loader's configuration."
+                                       : "Install " + name + " as well, or a build for the version that is there.");
     }
 
     // Deliberate: a library that offers no versions at all is taken for every version, as the loader does.
@@ -110,11 +138,14 @@ private:
             if (need.weak || provider == nullptr || provider->file.versionsOffered.empty() ||
                 provider->file.versionsOffered.contains(need.version))
                 continue;
-            const std::set<std::string>& offered = provider->file.versionsOffered;
+            const std::string newest = newestLike(need.version, provider->file.versionsOffered);
             subject_.tell(check::kVersionMissing,
                           each.file.path + " needs version " + need.version + " of " + need.file + "; " +
-                              provider->file.path + " offers " + some({offered.begin(), offered.end()}) + ".",
-                          "Install a newer " + need.file + ", or a build of the library for this system.");
+                              provider->file.path + " offers " +
+                              (newest.empty() ? "none like it" : newest + " at most") + ".",
+                          isOfCLibrary(need.file)
+                              ? "Install a build of the library for this system: the C library is the system's own."
+                              : "Install a newer " + need.file + ", or a build of the library for this system.");
         }
     }
 

@@ -192,11 +192,14 @@ private:
                         "section.",
                         "Save the file as UTF-8 without it.");
         const std::size_t first = line.find_first_not_of(" \t");
-        if (first != std::string_view::npos && line[first] == '[')
+        if (first != std::string_view::npos && line[first] == '[') {
+            // What follows was meant for a section of its own: no more is said of it.
+            section_ = std::string(line.substr(first)) + '\n' + std::to_string(piece.line);
             return tell(check::kUnclosed, piece.line,
                         "The header " + quoted(line.substr(first)) +
                             " is never closed: the keys below it belong to the section above it.",
                         "Add the \"]\".");
+        }
         tell(check::kNoKey, piece.line, "There is no key before the \"=\": the line means nothing.",
              "Name the key, or delete the line.");
     }

@@ -5,6 +5,7 @@
 #include <unordered_set>
 
 #include "odbcadmin/model/near_matches.h"
+#include "odbcadmin/model/text.h"
 #include "rules/names.h"
 
 namespace jx::model {
@@ -108,6 +109,13 @@ std::vector<const ConfigFile*> Configuration::files(FileKind kind) const {
     return found;
 }
 
+std::vector<std::string> Configuration::paths() const {
+    std::vector<std::string> paths;
+    for (const ConfigFile& file : files_)
+        paths.push_back(file.path);
+    return paths;
+}
+
 const Reason& Configuration::trouble(FileKind kind) const {
     static const Reason kNone;
     for (const ConfigFile* file : files(kind))
@@ -201,7 +209,15 @@ std::vector<std::string> Configuration::sectionNames(FileKind kind) const {
     return names;
 }
 
-Reason noDataSource(const Configuration& configuration, std::string_view name) {
+Reason noDataSource(const Configuration& configuration, std::string_view name, const std::string& systemFolder) {
+    const std::string forAll = systemFolder + "/odbc.ini";
+    const std::optional<IniView> others = IniView::read(forAll);
+    if (others && others->section(name) != nullptr)
+        return {
+            Reason::Kind::notFound,
+            "The data source " + std::string(name) + " stands in " + forAll + " only, which this library does not read",
+            "Add it for this user: odbcadmin dsn add " + shellWord(std::string(name)) +
+                " --driver DRIVER KEY=VALUE..."};
     return {Reason::Kind::notFound,
             "There is no data source " + std::string(name) + " in " + configuration.file(FileKind::dataSources).path,
             adviceFor(name, namesOf(configuration.dataSources()), "See odbcadmin dsn list.")};

@@ -82,6 +82,9 @@ public:
     // Where a new name of that kind goes.
     const ConfigFile& file(FileKind kind) const { return *files(kind).front(); }
 
+    // Of all files.
+    std::vector<std::string> paths() const;
+
     // Why the first unreadable file of a kind, or of all, cannot be read; of kind none when all could be.
     const Reason& trouble(FileKind kind) const;
     const Reason& trouble() const;
@@ -124,7 +127,9 @@ std::vector<std::string> namesOf(const Rows& rows) {
 }
 
 // That there is none of that name, with near matches.
-Reason noDataSource(const Configuration& configuration, std::string_view name);
+// One of a data source also says when it stands in the file that other systems keep for all users in systemFolder.
+Reason noDataSource(const Configuration& configuration, std::string_view name,
+                    const std::string& systemFolder = "/etc");
 Reason noneRegistered(const Configuration& configuration, const RegisteredKind& kind, std::string_view name);
 Reason noDataSourceOrDriver(const Configuration& configuration, std::string_view name);
 

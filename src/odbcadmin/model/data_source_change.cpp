@@ -20,12 +20,15 @@ Reason whyNameRefused(const std::string& name, const rules::NameRules& rules) {
 }
 
 Reason whyNotStored(const Pairs& attributes) {
-    for (const auto& [key, value] : attributes)
+    for (const auto& [key, value] : attributes) {
         if (const rules::Refusal refused = rules::exactRefusalOf("section", key, value))
             return {Kind::refused,
                     (refused.what == rules::Text::key ? "The key \"" + key + "\"" : "This value of " + key) +
                         " cannot be stored: " + refused.why,
                     "The file could not give it back as it is."};
+        if (Reason reason = whyHidden(key, value))
+            return reason;
+    }
     return {};
 }
 
@@ -140,7 +143,7 @@ Reason whyNotSet(const Configuration& configuration, const std::string& name, co
 }
 
 void composeDataSource(FileChange& change, const DataSourceWish& wish, const std::string& library, OtherKeys others) {
-    if (!rules::isDefaultName(wish.name))
+    if (!rules::isDefaultName(wish.name) && !wish.driver.empty())
         change.set(rules::kDataSourceList, wish.name, wish.driver);
     if (others == OtherKeys::remove)
         removeOtherKeys(change, wish);

@@ -58,6 +58,20 @@ std::string libraryOf(const Configuration& configuration, const Document& docume
     return driver ? driver->library.text : std::string();
 }
 
+bool hasLibrary(const DocumentEntry& source) {
+    return std::any_of(source.keys.begin(), source.keys.end(), [](const DocumentKey& key) {
+        return rules::sameName(key.name, rules::kDriver) && key.value && !key.value->empty();
+    });
+}
+
+Reason whyHidden(const std::vector<DocumentEntry>& entries) {
+    for (const DocumentEntry& entry : entries)
+        for (const DocumentKey& key : entry.keys)
+            if (Reason reason = model::whyHidden(key.name, key.value.value_or("")))
+                return reason;
+    return {};
+}
+
 Reason whyNotApply(const Configuration& configuration, const Document& document) {
     for (const DocumentEntry& driver : document.drivers)
         if (Reason reason = whyNoRegisteredName(configuration, kDriverKind, driver.name))
@@ -68,8 +82,11 @@ Reason whyNotApply(const Configuration& configuration, const Document& document)
     for (const DocumentEntry& source : document.dataSources)
         if (Reason reason = whyNoDataSourceName(configuration, source.name))
             return reason;
+    for (const auto* entries : {&document.drivers, &document.translators, &document.dataSources})
+        if (Reason reason = whyHidden(*entries))
+            return reason;
     for (const DocumentEntry& source : document.dataSources)
-        if (libraryOf(configuration, document, source.driver).empty())
+        if (!hasLibrary(source) && libraryOf(configuration, document, source.driver).empty())
             return noneRegistered(configuration, kDriverKind, source.driver);
     return {};
 }
@@ -102,10 +119,12 @@ Exchange documentOf(const Configuration& configuration, Secrets secrets) {
     made.document.translators = registeredOf(configuration.all(kTranslatorKind), secrets, made.secretsLeftOut);
     for (const DataSource& source : configuration.dataSources()) {
         const std::optional<Registered> driver = configuration.driver(source.driver);
-        if (driver && driver->library)
+        // What stands in no list has no driver's name, and what has a library of its own needs none that is registered.
+        const std::string name = source.listed || source.isDefault ? source.driver : "";
+        const std::string library = driver && driver->library && !name.empty() ? driver->library.text : "";
+        if (!library.empty() || source.library)
             made.document.dataSources.push_back(
-                {source.name, source.driver,
-                 keysOf(source.section, driver->library.text, secrets, made.secretsLeftOut)});
+                {source.name, name, keysOf(source.section, library, secrets, made.secretsLeftOut)});
         else
             made.leftOut.push_back(source);
     }

@@ -21,7 +21,7 @@ struct DocumentKey {
 
 struct DocumentEntry {
     std::string name;
-    std::string driver;  // of a data source
+    std::string driver;  // of a data source; empty for one that stands in no list and has a library of its own
     std::vector<DocumentKey> keys;
 };
 
@@ -36,7 +36,7 @@ struct Document {
 struct Exchange {
     Document document;
     std::size_t secretsLeftOut = 0;
-    std::vector<DataSource> leftOut;  // data sources whose driver is not registered
+    std::vector<DataSource> leftOut;  // data sources that lead to no library, so that apply could not enter them
 };
 
 // Everything that the files say; secrets are left out unless they are to be shown.

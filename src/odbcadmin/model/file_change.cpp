@@ -45,6 +45,14 @@ std::string refusedText(rules::Text what, const std::string& section, const std:
 
 }  // namespace
 
+Reason whyHidden(const std::string& key, const std::string& value) {
+    if (!rules::holdsMask(key, value))
+        return {};
+    return {Reason::Kind::refused,
+            "The value given for " + key + " is what a hidden secret is shown as, not the secret",
+            "Give the secret itself; --show-secrets prints one that is stored."};
+}
+
 ChangeResult& ChangeResult::add(ChangeResult next) {
     reason = std::move(next.reason);
     for (ChangedFile& each : next.files)

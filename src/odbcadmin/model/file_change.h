@@ -104,6 +104,9 @@ private:
     Reason reason_;
 };
 
+// Why a value that a user gives is not taken for a secret: it is what a hidden one is shown as.
+Reason whyHidden(const std::string& key, const std::string& value);
+
 // A unified diff between two texts of a file.
 std::string differenceOf(const std::string& path, std::string_view before, std::string_view after,
                          ChangeWay::Secrets secrets);

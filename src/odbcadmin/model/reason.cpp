@@ -23,10 +23,12 @@ std::string adviceOn(const JxIniFailure& failure) {
         {EROFS, "The disk is mounted read-only."},
         {ELOOP, "Make the link anew, or remove it."},
         {ENOENT, "Make the directory first."}};
+    if (failure.afterRename != 0)
+        return "The new text is in place all the same; only a power failure right now could bring the old one back.";
     for (const auto& [error, advice] : kAdvice)
         if (error == failure.error)
             return advice;
-    return failure.afterRename != 0 ? "The new text is in place all the same." : "The file is as it was.";
+    return "The file is as it was.";
 }
 
 std::string sentenceOfFailure() {

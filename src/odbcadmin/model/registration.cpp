@@ -51,6 +51,9 @@ Reason whyNotRegister(const Configuration& configuration, const RegisteredKind& 
     Reason reason = whyNoRegisteredName(configuration, kind, wish.name);
     if (!reason)
         reason = whyNotPath(std::string(kind.word) + "'s library", wish.library);
+    for (const auto& [key, value] : wish.keys)
+        if (!reason)
+            reason = whyHidden(key, value);
     return reason ? reason : whyNotPath("setup library", wish.setup.value_or(""));
 }
 

@@ -16,8 +16,9 @@
 namespace jx::model {
 
 // ScratchFiles: remembers both files as they are. When the way says never to write, the libraries work on copies in a
-// directory of their own until the object is gone, else on the files themselves. One at a time: it sets ODBCINI and
-// ODBCINSTINI of the process.
+// directory of their own until the object is gone, else on the files themselves; a process that is ended by SIGHUP,
+// SIGINT, SIGQUIT or SIGTERM meanwhile leaves none behind. One at a time: it sets ODBCINI and ODBCINSTINI of the
+// process, and the four signals.
 class ScratchFiles {
 public:
     explicit ScratchFiles(const ChangeWay& way);

@@ -20,6 +20,16 @@ std::string printable(std::string_view text) {
     return shown;
 }
 
+std::string shellWord(const std::string& text) {
+    constexpr std::string_view kPlain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-./+:,@%";
+    if (!text.empty() && text.find_first_not_of(kPlain) == std::string::npos)
+        return text;
+    std::string word = "'";
+    for (const char letter : text)
+        word.append(letter == '\'' ? "'\\''" : std::string(1, letter));
+    return word + "'";
+}
+
 std::string joined(const std::vector<std::string>& texts, std::string_view between) {
     std::string all;
     for (const std::string& text : texts)

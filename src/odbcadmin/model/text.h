@@ -14,6 +14,9 @@ std::string withoutQuotes(std::string_view key);
 // The text with every control character shown as "?": a file's bytes must not steer a terminal.
 std::string printable(std::string_view text);
 
+// The text as one word of a shell's line.
+std::string shellWord(const std::string& text);
+
 // "a, b, c"
 std::string joined(const std::vector<std::string>& texts, std::string_view between = ", ");
 

@@ -11,6 +11,7 @@
 
 #include "odbcadmin/terminal/curses_terminal.h"
 #include "odbcadmin/terminal/screen.h"
+#include "odbcadmin/trial/installer_library.h"
 
 namespace jx::terminal {
 
@@ -45,8 +46,11 @@ int runScreen() {
     CursesTerminal terminal(STDIN_FILENO, STDOUT_FILENO);
     if (!terminal.isOpen())
         return refuse("this kind of terminal is not known here (TERM is \"" + kind + "\")");
+    const auto manage = trial::installerFunction<decltype(&SQLManageDataSources)>("SQLManageDataSources");
+    if (manage == nullptr)
+        return refuse(trial::installerTrouble());
     const Screen screen(terminal);
-    SQLManageDataSources(0);
+    manage(0);
     return 0;
 }
 

@@ -1,10 +1,5 @@
-// Loading setup libraries and making the installer call them.
+// Asking the helper for a call of a setup routine and reading its answer.
 #include "odbcadmin/trial/setup_call.h"
-
-#include <dlfcn.h>
-#include <jxerrors.h>
-#include <jxfiles.h>
-#include <odbcinst.h>
 
 namespace jx::trial {
 
@@ -14,52 +9,61 @@ namespace {
 constexpr std::size_t kLongestList = 1024;
 constexpr std::size_t kLongestDriver = 49;
 
-WORD codeOf(SetupRequest::Action action) {
-    return action == SetupRequest::Action::add         ? ODBC_ADD_DSN
-           : action == SetupRequest::Action::configure ? ODBC_CONFIG_DSN
-                                                       : ODBC_REMOVE_DSN;
+// The numbers that the call has for them.
+const char* codeOf(SetupRequest::Action action) {
+    return action == SetupRequest::Action::add ? "1" : action == SetupRequest::Action::configure ? "2" : "3";
 }
 
-std::string attributeList(const SetupRequest& request) {
-    std::string list = "DSN=" + request.dataSource;
-    list.push_back('\0');
-    for (const auto& [key, value] : request.attributes) {
-        list.append(key).append("=").append(value);
-        list.push_back('\0');
+// As a list of items that end with a NUL, and one more at the end.
+std::size_t lengthOf(const Records& items) {
+    std::size_t length = 1;
+    for (const auto& [word, item] : items)
+        length += item.size() + 1;
+    return length;
+}
+
+Records itemsOf(const SetupRequest& request) {
+    Records items{{"attribute", "DSN=" + request.dataSource}};
+    for (const auto& [key, value] : request.attributes)
+        items.emplace_back("attribute", key + "=" + value);
+    return items;
+}
+
+SetupReport tooLong(const char* what) {
+    SetupReport report;
+    report.end = SetupReport::End::tooLong;
+    report.sentence = what;
+    return report;
+}
+
+void takeSetup(const std::string& word, const std::string& text, SetupReport& setup) {
+    using End = SetupReport::End;
+    if (word == "refused") {
+        setup.end = End::notLoaded;
+        setup.sentence = text;
+    } else if (word == "missing") {
+        setup.end = End::noRoutine;
+    } else if (word == "calls") {
+        setup.function = text;
+    } else if (word == "error") {
+        setup.errors.push_back(text);
+    } else if (word == "agreed" || word == "declined") {
+        setup.end = word == "agreed" ? End::agreed : End::declined;
     }
-    list.push_back('\0');
-    return list;
-}
-
-std::vector<std::string> recordedErrors() {
-    std::vector<std::string> errors;
-    for (unsigned long i = 0; i < JxErrorKeeper::count(); ++i)
-        if (const JxError* error = JxErrorKeeper::errorAt(i))
-            errors.emplace_back(reinterpret_cast<const char*>(error->text()));
-    return errors;
 }
 
 }  // namespace
 
-SetupReport probeSetup(const std::string& library) {
-    void* loaded = bosLoadLibrary(reinterpret_cast<const unsigned char*>(library.c_str()), 0);
-    if (loaded == nullptr)
-        return {SetupReport::End::notLoaded, reinterpret_cast<const char*>(bosLastLoadError()), {}};
-    const bool hasRoutine = dlsym(loaded, "CONFIGDSN") != nullptr || dlsym(loaded, "ConfigDSN") != nullptr;
-    dlclose(loaded);
-    return {hasRoutine ? SetupReport::End::done : SetupReport::End::noRoutine, {}, {}};
-}
-
-SetupReport callSetup(const SetupRequest& request) {
-    const std::string list = attributeList(request);
-    if (list.size() > kLongestList)
-        return {SetupReport::End::tooLong, "more than 1024 bytes", {}};
+SetupReport callSetup(const SetupRequest& request, const Waiting& waiting) {
+    Records details = itemsOf(request);
+    if (lengthOf(details) > kLongestList)
+        return tooLong("more than 1024 bytes");
     if (request.driver.size() > kLongestDriver)
-        return {SetupReport::End::tooLong, "the driver's name is too long", {}};
-    JxErrorKeeper::clear();
-    if (SQLConfigDataSource(0, codeOf(request.action), request.driver.c_str(), list.c_str()) != FALSE)
-        return {};
-    return {SetupReport::End::refused, {}, recordedErrors()};
+        return tooLong("the driver's name is too long");
+    details.emplace_back("request", codeOf(request.action));
+    details.emplace_back("driver", request.driver);
+    return answerOf<SetupReport>(
+        runHelper({"setup", request.library, request.namedBy, details, request.limit}, waiting), takeSetup);
 }
 
 }  // namespace jx::trial

@@ -92,10 +92,12 @@ const Row* find(const Row (&rows)[Size], std::string_view state) {
 
 }  // namespace
 
-StateMeaning meaningOf(std::string_view state) {
+StateMeaning meaningOf(std::string_view state, Outcome outcome) {
     constexpr std::size_t kLength = 5;
     if (state.size() != kLength)
         return {"no state of the standard", "Its message says what happened."};
+    if (outcome == Outcome::refused && state == "01000")
+        return {"a remark of the driver", "Read its message; the cause may stand in it or in the next one."};
     if (const Row* row = find(kStates, state))
         return row->meaning;
     if (const Row* row = find(kClasses, state.substr(0, 2)))

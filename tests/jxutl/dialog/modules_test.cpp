@@ -128,6 +128,8 @@ TEST(ModuleTexts, AModuleNeedsAName) {
 constexpr JxwString kLongTexts[] = {{1, "a new text that is too long for a short string"}, {2, "two"}, {0, nullptr}};
 
 TEST(ModuleTexts, WithoutMemoryWhatWasRegisteredStays) {
+    // What was registered once is kept, so its blocks are there from the beginning.
+    ASSERT_EQ(JXW_RegisterModule("short", kLongTexts, nullptr), 1);
     ASSERT_EQ(JXW_RegisterModule("short", kTexts, nullptr), 1);
     EXPECT_GE(jx::test::failEachAllocation([](ShortMemory& memory) {
                   memory.begin();
@@ -135,10 +137,19 @@ TEST(ModuleTexts, WithoutMemoryWhatWasRegisteredStays) {
                   memory.end();
                   EXPECT_EQ(loaded("short", 1), result == 1 ? kLongTexts[0].text : "(none)");
                   EXPECT_EQ(loaded("short", 3), result == 1 ? "(none)" : "three");
-                  // As many blocks as before: the texts of the beginning.
                   ASSERT_EQ(JXW_RegisterModule("short", kTexts, nullptr), 1);
               }),
               3);
+}
+
+TEST(ModuleTexts, RegisteringTheSameAgainKeepsNothingNew) {
+    ASSERT_EQ(JXW_RegisterModule("same", kTexts, nullptr), 1);
+    ASSERT_EQ(JXW_RegisterModule("same", kLongTexts, nullptr), 1);
+    const long before = jx::test::liveBlocks();
+    for (int n = 0; n < 100; ++n)
+        ASSERT_EQ(JXW_RegisterModule("same", n % 2 == 0 ? kTexts : kLongTexts, nullptr), 1);
+    EXPECT_EQ(jx::test::liveBlocks(), before);
+    EXPECT_EQ(loaded("same", 2), "two");
 }
 
 TEST(ModuleTexts, WithoutMemoryANewModuleIsNotThere) {

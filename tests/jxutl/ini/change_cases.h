@@ -7,6 +7,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -29,8 +30,9 @@ struct ChangeCase {
     bool linked = false;             // .odbc.ini is a symbolic link to deep/real.ini
     mode_t mode = 0600;              // of the file before
     bool foreign = false;            // it belongs to another user; for root only
-    const char* leftOver = nullptr;  // what a killed writer left in NAME.lock
-    mode_t leftOverMode = 0600;
+    const char* lockLeft = nullptr;  // what a killed writer left in the lock file
+    const char* newLeft = nullptr;   // and in its new file
+    mode_t newLeftMode = 0600;
 };
 
 inline constexpr ChangeCase kChangeCases[] = {
@@ -96,21 +98,30 @@ inline constexpr ChangeCase kChangeCases[] = {
      .after = "[A]\nk=2\n",
      .mode = 0640,
      .foreign = true},
-    {.name = "left by a killed writer",
+    {.name = "lock left by a killed writer",
      .before = "[A]\nk=1\n",
      .section = "A",
      .key = "k",
      .value = "2",
      .after = "[A]\nk=2\n",
-     .leftOver = "[A]\nk="},
-    {.name = "left open to others",
+     .lockLeft = ""},
+    {.name = "new file left by a killed writer",
      .before = "[A]\nk=1\n",
      .section = "A",
      .key = "k",
      .value = "2",
      .after = "[A]\nk=2\n",
-     .leftOver = "[A]\nk=",
-     .leftOverMode = 0644},
+     .lockLeft = "jxodbc lock\n",
+     .newLeft = "[A]\nk="},
+    {.name = "old text left by a killed writer",
+     .before = "[A]\nk=1\n",
+     .section = "A",
+     .key = "k",
+     .value = "2",
+     .after = "[A]\nk=2\n",
+     .lockLeft = "jxodbc lock\n",
+     .newLeft = "[A]\nk=0\n",
+     .newLeftMode = 0444},
 };
 
 // InMemory: while it exists, temporary directories are made in memory if possible. These tests make thousands of small
@@ -145,17 +156,25 @@ public:
         if (change.foreign)
             failed |= ::chown(target().c_str(), kNobody, kNobody);
         EXPECT_EQ(failed, 0);
-        if (change.leftOver != nullptr)
-            putText(lock(), change.leftOver, change.leftOverMode);
+        if (change.lockLeft != nullptr)
+            putText(lock(), change.lockLeft);
+        if (change.newLeft != nullptr)
+            putText(newFile(), change.newLeft, change.newLeftMode);
     }
 
-    // The file that links lead to, and its NAME.lock.
+    // The file that links lead to, and its lock file.
     std::string target() const {
         if (change_.linked)
             return home_.file("deep/real.ini");
         return home_.file(change_.shared ? "drivers.ini" : ".odbc.ini");
     }
-    std::string lock() const { return target() + ".lock"; }
+    std::string lock() const { return besideTarget(".jxlock"); }
+    // The name that the writer who holds the lock file there uses for its new file.
+    std::string newFile() const {
+        std::ostringstream number;
+        number << std::hex << stateOf(lock()).st_ino;
+        return besideTarget(".jxnew-" + number.str());
+    }
     std::string directory() const { return change_.linked ? home_.file("deep") : home_.path(); }
 
     bool write() const {
@@ -179,6 +198,11 @@ public:
     }
 
 private:
+    std::string besideTarget(const std::string& end) const {
+        const std::string name = std::filesystem::path(target()).filename();
+        return directory() + "/" + (name.starts_with('.') ? "" : ".") + name + end;
+    }
+
     const ChangeCase& change_;
     const InMemory inMemory_;
     const jx::test::TestHome home_;

@@ -11,9 +11,9 @@ namespace jx::ini::test {
 namespace {
 
 TEST(Failure, IsKeptUntilTheNextSuccess) {
-    noteFailure(JxIniStepRename, "/a/x.ini.lock", EBUSY);
+    noteFailure(JxIniStepRename, "/a/x.ini", EBUSY);
     EXPECT_EQ(lastFailure().step, JxIniStepRename);
-    EXPECT_EQ(lastFailure().path, "/a/x.ini.lock");
+    EXPECT_EQ(lastFailure().path, "/a/x.ini");
     EXPECT_EQ(lastFailure().error, EBUSY);
     EXPECT_FALSE(lastFailure().afterRename);
     noteFailure(JxIniStepFlushDirectory, "/a", EIO, /*afterRename=*/true);
@@ -73,18 +73,23 @@ TEST(Failure, HasASentenceForEveryStep) {
         {{JxIniStepLook, "/a/x", EACCES, false}, "Cannot look at /a/x: Permission denied"},
         {{JxIniStepOpen, "/a/x", EISDIR, false}, "Cannot open /a/x: Is a directory"},
         {{JxIniStepRead, "/a/x", EIO, false}, "Cannot read /a/x: Input/output error"},
-        {{JxIniStepLock, "/a/x.lock", ETIMEDOUT, false},
-         "Cannot lock /a/x.lock: another writer kept it locked for 10 seconds"},
-        {{JxIniStepLock, "/a/x.lock", EACCES, false}, "Cannot lock /a/x.lock: Permission denied"},
-        {{JxIniStepEmpty, "/a/x.lock", EIO, false}, "Cannot empty /a/x.lock: Input/output error"},
-        {{JxIniStepWrite, "/a/x.lock", ENOSPC, false}, "Cannot write /a/x.lock: No space left on device"},
-        {{JxIniStepMode, "/a/x.lock", EPERM, false}, "Cannot set the mode of /a/x.lock: Operation not permitted"},
-        {{JxIniStepOwner, "/a/x.lock", EPERM, false}, "Cannot keep the owner of /a/x.lock: Operation not permitted"},
-        {{JxIniStepFlush, "/a/x.lock", EIO, false}, "Cannot flush /a/x.lock: Input/output error"},
-        {{JxIniStepRename, "/a/x.lock", ENOSPC, false}, "Cannot rename /a/x.lock: No space left on device"},
+        {{JxIniStepLock, "/a/.x.jxlock", ETIMEDOUT, false},
+         "Cannot lock /a/.x.jxlock: another writer kept it locked for 10 seconds"},
+        {{JxIniStepLock, "/a/.x.jxlock", EACCES, false}, "Cannot lock /a/.x.jxlock: Permission denied"},
+        {{JxIniStepWrite, "/a/x", ENOSPC, false}, "Cannot write /a/x: No space left on device"},
+        {{JxIniStepMode, "/a/x", EPERM, false}, "Cannot set the mode of /a/x: Operation not permitted"},
+        {{JxIniStepOwner, "/a/x", EPERM, false}, "Cannot keep the owner of /a/x: Operation not permitted"},
+        {{JxIniStepFlush, "/a/x", EIO, false}, "Cannot flush /a/x: Input/output error"},
+        {{JxIniStepRename, "/a/x", ENOSPC, false}, "Cannot replace /a/x: No space left on device"},
+        {{JxIniStepRename, "/a/x", ESTALE, false},
+         "Cannot replace /a/x: another program replaced it at the same time; try again"},
+        {{JxIniStepLocate, "/a/x", EACCES, false},
+         "Cannot find /a/x: this symbolic link belongs to another user and is not followed"},
+        {{JxIniStepLock, "/a/.x.jxlock", EEXIST, false},
+         "Cannot lock /a/.x.jxlock: it is not a lock of this library, and is left alone; move it away"},
         {{JxIniStepFlushDirectory, "/a", EIO, true},
          "Cannot flush the directory /a: Input/output error (the new text is in place, but a power cut could undo it)"},
-        {{JxIniStepRemove, "/a/x.lock", EIO, false}, "Cannot remove /a/x.lock: Input/output error"},
+        {{JxIniStepRemove, "/a/.x.jxlock", EIO, false}, "Cannot remove /a/.x.jxlock: Input/output error"},
         {{JxIniStepOpen, "/a/x", 0, false}, "Cannot open /a/x"},
         {{JxIniStepOpen, "/a/x", 99999, false}, "Cannot open /a/x: error 99999"},
     };

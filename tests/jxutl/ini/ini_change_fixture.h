@@ -36,7 +36,7 @@ protected:
     const std::size_t descriptors_ = openDescriptors();
     jx::test::TestHome home_;
     const std::string file_ = home_.file("x.ini");
-    const std::string lock_ = home_.file("x.ini.lock");
+    const std::string lock_ = home_.file(".x.ini.jxlock");
 };
 
 }  // namespace jx::ini::test

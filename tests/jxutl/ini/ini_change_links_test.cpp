@@ -40,7 +40,7 @@ TEST_F(IniChangeTest, TheLockFileLiesBesideTheFileALinkLeadsTo) {
     ASSERT_EQ(::symlink("deep/real.ini", file_.c_str()), 0);
     IniChange byLink;
     ASSERT_TRUE(byLink.begin({file_}));
-    EXPECT_TRUE(std::filesystem::exists(home_.file("deep/real.ini.lock")));
+    EXPECT_TRUE(std::filesystem::exists(home_.file("deep/.real.ini.jxlock")));
     EXPECT_FALSE(std::filesystem::exists(lock_));
 }
 

@@ -88,7 +88,7 @@ TEST_F(IniChangeTest, AnOwnerThatCannotBeKeptIsAFailure) {
     const Identity before(file_);
     EXPECT_TRUE(passesAsNobody([this] {
         EXPECT_FALSE(write(file_, "A", "k", "2"));
-        expectFailure(JxIniStepOwner, EPERM, lock_);
+        expectFailure(JxIniStepOwner, EPERM, file_);
         EXPECT_TRUE(write(file_, "A", "k", "1")) << "what is stored already needs no right";
     }));
     EXPECT_TRUE(before == Identity(file_));
@@ -112,7 +112,7 @@ TEST_F(IniChangeTest, AGroupThatCannotBeKeptIsAFailureOnlyWhereItHasRightsOfItsO
         EXPECT_TRUE(passesAsNobody([this, &row] {
             EXPECT_EQ(write(file_, "A", "k", "2"), row.written);
             if (!row.written)
-                expectFailure(JxIniStepOwner, EPERM, lock_);
+                expectFailure(JxIniStepOwner, EPERM, file_);
         }));
         EXPECT_EQ(home_.text("x.ini"), row.written ? "[A]\nk=2\n" : "[A]\nk=1\n");
         EXPECT_EQ(modeOf(file_), row.mode);

@@ -1,6 +1,7 @@
 // Files that cannot be changed, and the failures reported.
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <pthread.h>
 #include <sched.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
@@ -67,9 +68,9 @@ TEST_F(IniChangeTest, RefusesADevice) {
 TEST_F(IniChangeTest, ReportsWhatCannotBeFound) {
     home_.put("plain", "");
     EXPECT_FALSE(write(home_.file("plain/x.ini"), "A", "k", "1"));
-    expectFailure(JxIniStepLock, ENOTDIR, home_.file("plain/x.ini.lock"));
+    expectFailure(JxIniStepLock, ENOTDIR, home_.file("plain/.x.ini.jxlock"));
     EXPECT_FALSE(write(home_.file("no/x.ini"), "A", "k", "1"));
-    expectFailure(JxIniStepLock, ENOENT, home_.file("no/x.ini.lock"));
+    expectFailure(JxIniStepLock, ENOENT, home_.file("no/.x.ini.jxlock"));
     EXPECT_FALSE(write(home_.file(std::string(300, 'n')), "A", "k", "1"));
     expectFailure(JxIniStepLook, ENAMETOOLONG, home_.file(std::string(300, 'n')));
 }
@@ -161,10 +162,10 @@ public:
 
 protected:
     int before(Call call, std::string_view) override {
-        // The second flush, or the third open, of a change is the directory's.
+        // The second flush, or the fourth open, of a change is the directory's.
         opens_ += call == Call::open ? 1 : 0;
         flushes_ += call == Call::flush ? 1 : 0;
-        const bool isDirectory = call == Call::open ? opens_ == 3 : call == Call::flush && flushes_ == 2;
+        const bool isDirectory = call == Call::open ? opens_ == 4 : call == Call::flush && flushes_ == 2;
         return isDirectory && call == call_ ? error_ : 0;
     }
 
@@ -214,7 +215,7 @@ TEST_F(IniChangeTest, AMountPointIsNeverEditedInPlace) {
         if (!ownMounts() || ::mount(home_.file("mounted.ini").c_str(), file_.c_str(), nullptr, MS_BIND, nullptr) != 0)
             ::_exit(kMayNotMount);
         EXPECT_FALSE(write(file_, "A", "k", "2"));
-        expectFailure(JxIniStepRename, EBUSY, lock_);
+        expectFailure(JxIniStepRename, EBUSY, file_);
         EXPECT_EQ(textOf(file_), "[A]\nk=1\n");
         EXPECT_EQ(home_.names(), (Names{"mounted.ini", "x.ini"}));
     });
@@ -243,12 +244,12 @@ TEST_F(IniChangeTest, AReadOnlyFileSystemIsReported) {
 
 TEST_F(IniChangeTest, AFullFileSystemIsReported) {
     const int status = statusOfChild([&] {
-        if (!ownMounts() || ::mount("none", home_.path().c_str(), "tmpfs", 0, "size=64k") != 0)
+        if (!ownMounts() || ::mount("none", home_.path().c_str(), "tmpfs", 0, "size=72k") != 0)
             ::_exit(kMayNotMount);
         const std::string before = "[A]\nk=1\n;" + std::string(30'000, 'x') + "\n";
         putText(file_, before);
         EXPECT_FALSE(write(file_, "A", "k", std::string(40'000, 'y').c_str()));
-        expectFailure(JxIniStepWrite, ENOSPC, lock_);
+        expectFailure(JxIniStepWrite, ENOSPC, file_);
         EXPECT_EQ(textOf(file_), before);
         EXPECT_EQ(home_.names(), Names{"x.ini"});
         EXPECT_TRUE(write(file_, "A", "k", "2"));
@@ -261,14 +262,30 @@ TEST_F(IniChangeTest, AFullFileSystemIsReported) {
 TEST_F(IniChangeTest, AFileSizeLimitIsReported) {
     home_.put("x.ini", "[A]\nk=1\n");
     EXPECT_TRUE(passesInChild([&] {
-        ::signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{1000, 1000};
+        const rlimit limit{1000, 1000};  // SIGXFSZ, left at its default, would end the process
         ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
         EXPECT_FALSE(write(file_, "A", "k", std::string(2000, 'y').c_str()));
-        expectFailure(JxIniStepWrite, EFBIG, lock_);
+        expectFailure(JxIniStepWrite, EFBIG, file_);
         EXPECT_EQ(home_.text("x.ini"), "[A]\nk=1\n");
         EXPECT_EQ(home_.names(), Names{"x.ini"});
         EXPECT_TRUE(write(file_, "A", "k", "2"));
+        sigset_t waiting;
+        sigpending(&waiting);
+        EXPECT_EQ(sigismember(&waiting, SIGXFSZ), 0);
+        EXPECT_EQ(::pthread_sigmask(SIG_BLOCK, nullptr, &waiting), 0);
+        EXPECT_EQ(sigismember(&waiting, SIGXFSZ), 0);
+    }));
+}
+
+// A limit below the lock file's line.
+TEST_F(IniChangeTest, NoRoomForTheLockIsReported) {
+    home_.put("x.ini", "[A]\nk=1\n");
+    EXPECT_TRUE(passesInChild([&] {
+        const rlimit limit{0, 0};
+        ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
+        EXPECT_FALSE(write(file_, "A", "k", "2"));
+        expectFailure(JxIniStepLock, EFBIG, lock_);
+        EXPECT_EQ(home_.names(), Names{"x.ini"});
     }));
 }
 

@@ -12,6 +12,8 @@
 #include <utility>
 
 #include "disk_check.h"
+#include "jxutl/ini/ini_lock.h"
+#include "jxutl/ini/ini_place.h"
 #include "jxutl/thread/failure.h"
 #include "test_home.h"
 #include "watched_files.h"
@@ -63,6 +65,21 @@ private:
     std::int64_t waited_ = 0;
 };
 
+// A lock with the place it needs.
+class TestLock {
+public:
+    bool take(const std::string& target) { return place_.find(target) && lock_.take(place_); }
+    bool withdraw() { return lock_.withdraw(); }
+    std::string newFile() const { return place_.pathOf(lock_.nameOfNewFile()); }
+
+private:
+    IniPlace place_;
+    IniLock lock_;
+};
+
+// What the store writes into a lock file.
+inline constexpr const char* kLockText = "jxodbc lock\n";
+
 class IniLockTest : public ::testing::Test {
 protected:
     void TearDown() override { EXPECT_EQ(openDescriptors(), descriptors_); }
@@ -70,7 +87,7 @@ protected:
     const std::size_t descriptors_ = openDescriptors();
     TestHome home_;
     const std::string target_ = home_.file("x.ini");
-    const std::string lock_ = home_.file("x.ini.lock");
+    const std::string lock_ = home_.file(".x.ini.jxlock");
 };
 
 }  // namespace jx::ini::test

@@ -1,4 +1,4 @@
-// The lock of a file: who gets it, who waits, and what may be at the path of NAME.lock.
+// The lock of a file: who gets it, who waits, and what may be at its name.
 #include "jxutl/ini/ini_lock.h"
 
 #include <fcntl.h>
@@ -6,8 +6,12 @@
 #include <sys/file.h>
 #include <unistd.h>
 
+#include <climits>
+#include <filesystem>
 #include <functional>
+#include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "child_process.h"
@@ -23,23 +27,28 @@ std::string describeLast() {
     return describe(lastFailure());
 }
 
-TEST_F(IniLockTest, MakesAnEmptyLockFileForTheOwnerOnly) {
+TEST_F(IniLockTest, MakesALockFileForTheOwnerOnly) {
     const Umask open(0);
-    IniLock lock;
+    TestLock lock;
     ASSERT_TRUE(lock.take(target_));
-    EXPECT_EQ(home_.names(), std::vector<std::string>{"x.ini.lock"});
+    EXPECT_EQ(home_.names(), std::vector<std::string>{".x.ini.jxlock"});
     EXPECT_EQ(modeOf(lock_), 0600U);
-    EXPECT_EQ(home_.text("x.ini.lock"), "");
-    EXPECT_EQ(lock.path(), lock_);
+    EXPECT_EQ(textOf(lock_), kLockText);
     EXPECT_TRUE(lock.withdraw());
     EXPECT_EQ(home_.names(), std::vector<std::string>{});
+}
+
+TEST_F(IniLockTest, AddsNoDotToANameThatBeginsWithOne) {
+    TestLock lock;
+    ASSERT_TRUE(lock.take(home_.file(".odbc.ini")));
+    EXPECT_EQ(home_.names(), std::vector<std::string>{".odbc.ini.jxlock"});
 }
 
 TEST_F(IniLockTest, MakesThatModeUnderAnyUmask) {
     for (const mode_t mask : {0000U, 0022U, 0077U, 0277U, 0777U}) {
         SCOPED_TRACE(mask);
         const Umask set(mask);
-        IniLock lock;
+        TestLock lock;
         ASSERT_TRUE(lock.take(target_));
         EXPECT_EQ(modeOf(lock_), 0600U);
     }
@@ -48,124 +57,148 @@ TEST_F(IniLockTest, MakesThatModeUnderAnyUmask) {
 
 TEST_F(IniLockTest, LeavingScopeRemovesTheLockFile) {
     {
-        IniLock lock;
+        TestLock lock;
         ASSERT_TRUE(lock.take(target_));
     }
     EXPECT_EQ(home_.names(), std::vector<std::string>{});
 }
 
-TEST_F(IniLockTest, MovesTheLockFileOverTheTarget) {
-    home_.put("x.ini", "old");
-    IniLock lock;
-    ASSERT_TRUE(lock.take(target_));
-    ASSERT_EQ(::write(lock.file(), "new", 3), 3);
-    ASSERT_TRUE(lock.moveOver(target_));
-    EXPECT_EQ(home_.names(), std::vector<std::string>{"x.ini"});
-    EXPECT_EQ(home_.text("x.ini"), "new");
-}
-
-TEST_F(IniLockTest, ReusesTheFileAKilledWriterLeft) {
-    putText(lock_, "half of a te");
-    const ino_t left = stateOf(lock_).st_ino;
-    IniLock lock;
-    ASSERT_TRUE(lock.take(target_));
-    EXPECT_EQ(stateOf(lock_).st_ino, left);
-    EXPECT_EQ(home_.text("x.ini.lock"), "");
-}
-
-// Another user may still have such a file open, and could read the next text or change it.
-void replaceLeftFiles(const std::string& target) {
-    const std::string path = target + ".lock";
-    for (const mode_t mode : {0644U, 0666U, 0660U, 0400U, 0444U, 0700U}) {
-        SCOPED_TRACE(mode);
-        putText(path, "left", mode);
-        const int reader = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-        IniLock lock;
-        ASSERT_TRUE(lock.take(target));
-        struct stat opened;
-        ASSERT_EQ(::fstat(reader, &opened), 0);
-        EXPECT_NE(stateOf(path).st_ino, opened.st_ino);
-        EXPECT_EQ(modeOf(path), 0600U);
-        ::close(reader);
+TEST_F(IniLockTest, TakesUpTheFileAKilledWriterLeft) {
+    for (const char* text : {"", "jxodbc", kLockText, "jxodbc lock\nof another version"}) {
+        SCOPED_TRACE(text);
+        putText(lock_, text);
+        const ino_t left = stateOf(lock_).st_ino;
+        TestLock lock;
+        ASSERT_TRUE(lock.take(target_));
+        EXPECT_EQ(stateOf(lock_).st_ino, left);
+        EXPECT_TRUE(lock.withdraw());
+        EXPECT_EQ(home_.names(), std::vector<std::string>{});
     }
 }
 
-TEST_F(IniLockTest, ReplacesALeftFileThatOthersCouldOpen) {
-    replaceLeftFiles(target_);
+// Zeros are what a power cut may leave of a line that was not flushed.
+TEST_F(IniLockTest, TakesUpAFileThatAPowerCutLeft) {
+    putText(lock_, std::string(std::string_view(kLockText).size(), '\0'));
+    TestLock lock;
+    EXPECT_TRUE(lock.take(target_));
+}
+
+TEST_F(IniLockTest, RemovesTheNewFileAKilledWriterLeft) {
+    std::string newFile;
+    {
+        TestLock killed;
+        ASSERT_TRUE(killed.take(target_));
+        newFile = killed.newFile();
+        ASSERT_EQ(::link(lock_.c_str(), home_.file("kept").c_str()), 0);
+    }
+    ASSERT_EQ(::rename(home_.file("kept").c_str(), lock_.c_str()), 0);
+    putText(newFile, "half of a te");
+    TestLock lock;
+    ASSERT_TRUE(lock.take(target_));
+    EXPECT_EQ(lock.newFile(), newFile);
+    EXPECT_EQ(home_.names(), std::vector<std::string>{".x.ini.jxlock"});
+}
+
+TEST_F(IniLockTest, ALockFileMadeAnewHasAnotherNewFile) {
+    TestLock robbed;
+    ASSERT_TRUE(robbed.take(target_));
+    ASSERT_EQ(::unlink(lock_.c_str()), 0);
+    TestLock second;
+    ASSERT_TRUE(second.take(target_));
+    EXPECT_NE(robbed.newFile(), second.newFile());
+}
+
+// ---- other files at its name ----
+
+void expectRefused(const std::string& target, const std::string& path) {
+    const Identity before(path);
+    {
+        TestLock lock;
+        EXPECT_FALSE(lock.take(target));
+    }
+    EXPECT_EQ(lastFailure().step, JxIniStepLock);
+    EXPECT_EQ(lastFailure().error, EEXIST);
+    EXPECT_EQ(lastFailure().path, path);
+    EXPECT_EQ(describeLast(),
+              "Cannot lock " + path + ": it is not a lock of this library, and is left alone; move it away");
+    EXPECT_TRUE(before == Identity(path));
+}
+
+TEST_F(IniLockTest, RefusesAFileOfAnotherTextAndLeavesItAlone) {
+    for (const std::string& text : {std::string("my notes"), std::string("jxodbc lockx"), std::string("\n"),
+                                    std::string(13, '\0'), std::string(100'000, 'x')}) {
+        SCOPED_TRACE(text.substr(0, 20));
+        putText(lock_, text);
+        expectRefused(target_, lock_);
+        EXPECT_EQ(textOf(lock_), text);
+    }
+}
+
+void refuseOtherModes(const std::string& target, const std::string& path) {
+    for (const mode_t mode : {0644U, 0666U, 0660U, 0400U, 0444U, 0700U, 04600U}) {
+        SCOPED_TRACE(mode);
+        putText(path, kLockText, mode);
+        expectRefused(target, path);
+        EXPECT_EQ(modeOf(path), mode);
+        ASSERT_EQ(::unlink(path.c_str()), 0);
+    }
+}
+
+TEST_F(IniLockTest, RefusesAFileOfAnotherModeAndLeavesItAlone) {
+    refuseOtherModes(target_, lock_);
 }
 
 // Root may open a file of any mode; its owner may not.
-TEST_F(IniLockTest, AnOrdinaryUserReplacesALeftFileThatOthersCouldOpen) {
+TEST_F(IniLockTest, AnOrdinaryUserRefusesAFileOfAnotherModeAndLeavesItAlone) {
     ASSERT_EQ(::chmod(home_.path().c_str(), 0777), 0);
-    EXPECT_TRUE(passesAsNobody([this] { replaceLeftFiles(target_); }));
+    EXPECT_TRUE(passesAsNobody([this] { refuseOtherModes(target_, lock_); }));
 }
 
-TEST_F(IniLockTest, ReplacesALeftFileWithAHardLinkAndLeavesTheLinkAlone) {
-    home_.put("precious", "do not empty me");
+TEST_F(IniLockTest, RefusesAFileWithAHardLinkAndLeavesBothAlone) {
+    home_.put("precious", kLockText);
     ASSERT_EQ(::link(home_.file("precious").c_str(), lock_.c_str()), 0);
-    {
-        IniLock lock;
-        ASSERT_TRUE(lock.take(target_));
-        EXPECT_NE(stateOf(lock_).st_ino, stateOf(home_.file("precious")).st_ino);
-    }
-    EXPECT_EQ(home_.text("precious"), "do not empty me");
-    EXPECT_EQ(home_.names(), std::vector<std::string>{"precious"});
-}
-
-TEST_F(IniLockTest, RootReplacesAFileOfAnotherUser) {
-    if (::geteuid() != 0)
-        GTEST_SKIP() << "only root can make a file of another user";
-    putText(lock_, "theirs");
-    const ino_t theirs = stateOf(lock_).st_ino;
-    ASSERT_EQ(::chown(lock_.c_str(), kNobody, kNobody), 0);
-    const int keptOpen = ::open(lock_.c_str(), O_RDONLY | O_CLOEXEC);  // so that the inode number is not used again
-    IniLock lock;
-    ASSERT_TRUE(lock.take(target_));
-    EXPECT_NE(stateOf(lock_).st_ino, theirs);
-    EXPECT_EQ(stateOf(lock_).st_uid, 0U);
-    ::close(keptOpen);
-}
-
-TEST_F(IniLockTest, RootInASharedDirectoryReplacesAPlantedFile) {
-    if (::geteuid() != 0)
-        GTEST_SKIP() << "only root can make a file of another user";
-    ASSERT_EQ(::chmod(home_.path().c_str(), 01777), 0);
-    putText(lock_, "planted", 0666);
-    ASSERT_EQ(::chown(lock_.c_str(), kNobody, kNobody), 0);
-    IniLock lock;
-    ASSERT_TRUE(lock.take(target_));
-    EXPECT_EQ(stateOf(lock_).st_uid, 0U);
-    EXPECT_EQ(modeOf(lock_), 0600U);
+    expectRefused(target_, lock_);
+    EXPECT_EQ(home_.text("precious"), kLockText);
+    EXPECT_EQ(home_.names(), (std::vector<std::string>{".x.ini.jxlock", "precious"}));
 }
 
 TEST_F(IniLockTest, RefusesWhatIsNotARegularFileAndLeavesItAlone) {
     struct Row {
         const char* what;
         std::function<int()> make;
-        int error;
     };
     const Row rows[] = {
-        {"directory", [this] { return ::mkdir(lock_.c_str(), 0700); }, EISDIR},
-        {"FIFO", [this] { return ::mkfifo(lock_.c_str(), 0600); }, ENOTSUP},
-        {"symbolic link", [this] { return ::symlink("elsewhere", lock_.c_str()); }, ELOOP},
-        {"symbolic link to a file", [this] { return ::symlink("x.ini", lock_.c_str()); }, ELOOP},
+        {"directory", [this] { return ::mkdir(lock_.c_str(), 0600); }},
+        {"FIFO", [this] { return ::mkfifo(lock_.c_str(), 0600); }},
+        {"symbolic link", [this] { return ::symlink("elsewhere", lock_.c_str()); }},
+        {"symbolic link to a file", [this] { return ::symlink("x.ini", lock_.c_str()); }},
     };
     home_.put("x.ini", "text");
     for (const Row& row : rows) {
         SCOPED_TRACE(row.what);
         ASSERT_EQ(row.make(), 0);
-        const Identity before(lock_);
-        {
-            IniLock lock;
-            EXPECT_FALSE(lock.take(target_));
-        }
-        EXPECT_EQ(lastFailure().step, JxIniStepLock);
-        EXPECT_EQ(lastFailure().error, row.error);
-        EXPECT_EQ(lastFailure().path, lock_);
-        EXPECT_TRUE(before == Identity(lock_));
+        expectRefused(target_, lock_);
         EXPECT_EQ(home_.text("x.ini"), "text");
         std::filesystem::remove(lock_);
     }
+}
+
+TEST_F(IniLockTest, AFileNamedNameDotLockIsNoneOfItsBusiness) {
+    home_.put("x.ini.lock", "my notes");
+    const Identity before(home_.file("x.ini.lock"));
+    {
+        TestLock lock;
+        ASSERT_TRUE(lock.take(target_));
+    }
+    EXPECT_TRUE(before == Identity(home_.file("x.ini.lock")));
+}
+
+// A umask took all bits of the mode, and its maker was killed before it set the mode.
+TEST_F(IniLockTest, TakesUpAnEmptyFileWithoutItsMode) {
+    ASSERT_EQ(::chmod(home_.path().c_str(), 0777), 0);
+    putText(lock_, "", 0400);
+    TestLock lock;
+    EXPECT_EQ(lock.take(target_), ::geteuid() == 0);
 }
 
 // This user may open it for reading only, which would wait for a writer without O_NONBLOCK.
@@ -174,32 +207,35 @@ TEST_F(IniLockTest, NeverWaitsForAFifo) {
     EXPECT_TRUE(passesAsNobody([this] {
         ::alarm(60);
         ASSERT_EQ(::mkfifo(lock_.c_str(), 0400), 0);
-        IniLock lock;
+        TestLock lock;
         EXPECT_FALSE(lock.take(target_));
-        EXPECT_EQ(lastFailure().error, ENOTSUP);
+        EXPECT_EQ(lastFailure().error, EEXIST);
     }));
     EXPECT_TRUE(S_ISFIFO(stateOf(lock_).st_mode));
 }
 
 TEST_F(IniLockTest, ReportsADirectoryThatIsMissingOrMayNotBeWritten) {
-    IniLock absent;
+    TestLock absent;
     EXPECT_FALSE(absent.take(home_.file("no/x.ini")));
     EXPECT_EQ(lastFailure().error, ENOENT);
-    EXPECT_EQ(describeLast(), "Cannot lock " + home_.file("no/x.ini.lock") + ": No such file or directory");
+    EXPECT_EQ(describeLast(), "Cannot lock " + home_.file("no/.x.ini.jxlock") + ": No such file or directory");
     ASSERT_EQ(::chmod(home_.path().c_str(), 0755), 0);
     EXPECT_TRUE(::geteuid() != 0 || passesAsNobody([this] {
-                    IniLock readOnly;
+                    TestLock readOnly;
                     EXPECT_FALSE(readOnly.take(target_));
                     EXPECT_EQ(lastFailure().step, JxIniStepLock);
                     EXPECT_EQ(lastFailure().error, EACCES);
                 }));
 }
 
-TEST_F(IniLockTest, ReportsANameThatLeavesNoRoomForTheLockFile) {
-    IniLock fits;
-    EXPECT_TRUE(fits.take(home_.file(std::string(250, 'n'))));
-    IniLock tooLong;
-    EXPECT_FALSE(tooLong.take(home_.file(std::string(251, 'n'))));
+TEST_F(IniLockTest, ReportsANameThatLeavesNoRoomForTheNewFile) {
+    const std::string_view digits = sizeof(ino_t) == 4 ? "-ffffffff" : "-ffffffffffffffff";
+    const std::size_t most = NAME_MAX - std::string_view("..jxnew").size() - digits.size();
+    TestLock fits;
+    EXPECT_TRUE(fits.take(home_.file(std::string(most, 'n'))));
+    TestLock tooLong;
+    EXPECT_FALSE(tooLong.take(home_.file(std::string(most + 1, 'n'))));
+    EXPECT_EQ(lastFailure().step, JxIniStepLock);
     EXPECT_EQ(lastFailure().error, ENAMETOOLONG);
 }
 
@@ -207,7 +243,7 @@ TEST_F(IniLockTest, GivesUpAfterTenSeconds) {
     const Holder holder(lock_);
     ActingFiles waiting(0, [] {});
     const InUse inUse(waiting);
-    IniLock lock;
+    TestLock lock;
     const std::int64_t begin = waiting.waitingClockInMilliseconds();
     EXPECT_FALSE(lock.take(target_));
     const std::int64_t took = waiting.waitingClockInMilliseconds() - begin;
@@ -215,23 +251,23 @@ TEST_F(IniLockTest, GivesUpAfterTenSeconds) {
     EXPECT_LE(took, 10'010);
     EXPECT_EQ(lastFailure().step, JxIniStepLock);
     EXPECT_EQ(lastFailure().error, ETIMEDOUT);
-    EXPECT_EQ(home_.names(), std::vector<std::string>{"x.ini.lock"});
+    EXPECT_EQ(home_.names(), std::vector<std::string>{".x.ini.jxlock"});
 }
 
 TEST_F(IniLockTest, TwoObjectsOfOneThreadExcludeEachOther) {
     ActingFiles waiting(0, [] {});
     const InUse inUse(waiting);
-    IniLock first;
+    TestLock first;
     ASSERT_TRUE(first.take(target_));
-    IniLock second;
+    TestLock second;
     EXPECT_FALSE(second.take(target_));
     EXPECT_TRUE(first.withdraw());
     EXPECT_TRUE(second.take(target_));
 }
 
 TEST_F(IniLockTest, TwoFilesHaveTheirOwnLocks) {
-    IniLock one;
-    IniLock other;
+    TestLock one;
+    TestLock other;
     EXPECT_TRUE(one.take(target_));
     EXPECT_TRUE(other.take(home_.file("y.ini")));
 }
@@ -240,24 +276,24 @@ TEST_F(IniLockTest, GetsTheLockOfAKilledWriterWhileItWaits) {
     Holder holder(lock_);
     ActingFiles waiting(5, [&holder] { holder.letGo(); });
     const InUse inUse(waiting);
-    IniLock lock;
+    TestLock lock;
     EXPECT_TRUE(lock.take(target_));
     EXPECT_EQ(waiting.waited(), 5 * kAskAgainInMilliseconds);
 }
 
-TEST_F(IniLockTest, GetsTheLockWhenTheOtherWriterHasRenamedItsFile) {
+TEST_F(IniLockTest, GetsTheLockWhenTheOtherWriterHasRemovedItsFile) {
     Holder holder(lock_);
     ActingFiles waiting(5, [&] {
-        ASSERT_EQ(::rename(lock_.c_str(), target_.c_str()), 0);
+        ASSERT_EQ(::unlink(lock_.c_str()), 0);
         holder.letGo();
     });
     const InUse inUse(waiting);
-    IniLock lock;
+    TestLock lock;
     EXPECT_TRUE(lock.take(target_));
-    EXPECT_NE(stateOf(lock_).st_ino, stateOf(target_).st_ino);
+    EXPECT_EQ(waiting.waited(), 5 * kAskAgainInMilliseconds);
 }
 
-// The other writer finishes between our opening of its file and our lock on it: that lock is then on the target.
+// The other writer finishes between our opening of its file and our lock on it: that lock is then on a removed file.
 class FinishingFiles : public WatchedFiles {
 public:
     explicit FinishingFiles(std::function<void()> finish) : finish_(std::move(finish)) {}
@@ -274,56 +310,33 @@ private:
     bool finished_ = false;
 };
 
-TEST_F(IniLockTest, SeesThatTheLockedFileHasBecomeTheTarget) {
-    putText(lock_, "the other's new text");
-    FinishingFiles files([this] { ASSERT_EQ(::rename(lock_.c_str(), target_.c_str()), 0); });
-    const InUse inUse(files);
-    IniLock lock;
-    ASSERT_TRUE(lock.take(target_));
-    EXPECT_EQ(home_.text("x.ini"), "the other's new text");
-    EXPECT_EQ(home_.text("x.ini.lock"), "");
-}
-
 TEST_F(IniLockTest, SeesThatTheLockedFileWasRemovedOrReplaced) {
     for (const bool replaced : {false, true}) {
         SCOPED_TRACE(replaced);
-        putText(lock_, "left");
+        putText(lock_, kLockText);
         FinishingFiles files([&] {
             ASSERT_EQ(::unlink(lock_.c_str()), 0);
             if (replaced)
-                putText(lock_, "another");
+                putText(lock_, kLockText);
         });
         const InUse inUse(files);
-        IniLock lock;
+        TestLock lock;
         ASSERT_TRUE(lock.take(target_));
-        EXPECT_EQ(home_.text("x.ini.lock"), "");
-        struct stat held;
-        ASSERT_EQ(::fstat(lock.file(), &held), 0);
-        EXPECT_EQ(held.st_ino, stateOf(lock_).st_ino);
+        std::ostringstream number;
+        number << std::hex << stateOf(lock_).st_ino;
+        EXPECT_EQ(lock.newFile(), home_.file(".x.ini.jxnew-" + number.str())) << "it holds the file at that name";
     }
 }
 
-// Removing the file by hand lets a second writer in. The first must not rename the second's file.
-TEST_F(IniLockTest, NeverMovesOrRemovesAnotherWritersFile) {
-    home_.put("x.ini", "old");
-    IniLock robbed;
+// Removing the file by hand lets a second writer in. The first must not remove the second's file.
+TEST_F(IniLockTest, NeverRemovesAnotherWritersFile) {
+    TestLock robbed;
     ASSERT_TRUE(robbed.take(target_));
     ASSERT_EQ(::unlink(lock_.c_str()), 0);
-    IniLock second;
+    TestLock second;
     ASSERT_TRUE(second.take(target_));
-    EXPECT_FALSE(robbed.moveOver(target_));
-    EXPECT_EQ(lastFailure().step, JxIniStepRename);
-    EXPECT_EQ(lastFailure().error, ESTALE);
-    EXPECT_EQ(home_.text("x.ini"), "old");
-    EXPECT_EQ(home_.names(), (std::vector<std::string>{"x.ini", "x.ini.lock"}));
-
-    IniLock third;
-    ASSERT_TRUE(second.withdraw());
-    ASSERT_TRUE(second.take(target_));
-    ASSERT_EQ(::unlink(lock_.c_str()), 0);
-    ASSERT_TRUE(third.take(target_));
-    EXPECT_TRUE(second.withdraw());
-    EXPECT_EQ(home_.names(), (std::vector<std::string>{"x.ini", "x.ini.lock"}));
+    EXPECT_TRUE(robbed.withdraw());
+    EXPECT_EQ(home_.names(), std::vector<std::string>{".x.ini.jxlock"});
 }
 
 TEST_F(IniLockTest, ALockEndsWithItsProcess) {
@@ -331,7 +344,7 @@ TEST_F(IniLockTest, ALockEndsWithItsProcess) {
     ASSERT_EQ(::pipe2(ready, O_CLOEXEC), 0);
     const pid_t child = ::fork();
     if (child == 0) {
-        IniLock lock;
+        TestLock lock;
         const char taken = lock.take(target_) ? '1' : '0';
         ::close(ready[0]);
         [[maybe_unused]] const ssize_t written = ::write(ready[1], &taken, 1);
@@ -347,7 +360,7 @@ TEST_F(IniLockTest, ALockEndsWithItsProcess) {
     });
     {
         const InUse inUse(waiting);
-        IniLock lock;
+        TestLock lock;
         EXPECT_TRUE(lock.take(target_));
         EXPECT_EQ(waiting.waited(), 7 * kAskAgainInMilliseconds);
     }

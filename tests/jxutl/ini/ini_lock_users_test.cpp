@@ -18,41 +18,60 @@ namespace {
 TEST_F(IniLockTest, AUserWaitsForAFileOfAnotherAndGivesUp) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root can make a file of another user";
-    putText(lock_, "of root");
+    putText(lock_, kLockText);
     ASSERT_EQ(::chmod(home_.path().c_str(), 0777), 0);
     EXPECT_TRUE(passesAsNobody([this] {
         ActingFiles waiting(0, [] {});
         const InUse inUse(waiting);
-        IniLock lock;
+        TestLock lock;
         EXPECT_FALSE(lock.take(target_));
         EXPECT_EQ(lastFailure().step, JxIniStepLock);
         EXPECT_EQ(lastFailure().error, EACCES);
         EXPECT_GT(waiting.waited(), 4000);
     }));
-    EXPECT_EQ(home_.text("x.ini.lock"), "of root");
+    EXPECT_EQ(textOf(lock_), kLockText);
 }
 
-TEST_F(IniLockTest, OthersCanLockALeftFileThatTheyMayRead) {
+// A writer of root that is killed must not keep a user from the user's own files.
+TEST_F(IniLockTest, TheOwnerOfTheDirectoryTakesUpTheFileOfAKilledWriterOfRoot) {
     if (::geteuid() != 0)
-        GTEST_SKIP() << "only root can become another user";
-    putText(lock_, "of a writer that was killed");
-    ASSERT_EQ(::chmod(lock_.c_str(), 0644), 0);
-    ASSERT_EQ(::chmod(home_.path().c_str(), 0755), 0);
-    ASSERT_EQ(::seteuid(kNobody), 0);
-    const Holder reader(lock_, O_RDONLY);
-    ASSERT_EQ(::seteuid(0), 0);
-    {
-        ActingFiles waiting(0, [] {});
-        const InUse inUse(waiting);
-        IniLock lock;
-        EXPECT_FALSE(lock.take(target_));
-        EXPECT_EQ(lastFailure().step, JxIniStepLock);
-        EXPECT_EQ(lastFailure().error, ETIMEDOUT);
-        EXPECT_GT(waiting.waited(), 4000);
-    }
-    ASSERT_EQ(::unlink(lock_.c_str()), 0);
-    IniLock lock;
+        GTEST_SKIP() << "only root can write as root";
+    ASSERT_EQ(::chown(home_.path().c_str(), kNobody, kNobody), 0);
+    EXPECT_TRUE(passesInChild([this] {
+        TestLock lock;
+        ASSERT_TRUE(lock.take(target_));
+        ::_exit(0);  // without removing it
+    }));
+    EXPECT_EQ(stateOf(lock_).st_uid, kNobody);
+    EXPECT_EQ(modeOf(lock_), 0600U);
+    EXPECT_TRUE(passesAsNobody([this] {
+        TestLock lock;
+        EXPECT_TRUE(lock.take(target_));
+    }));
+    EXPECT_EQ(home_.names(), std::vector<std::string>{});
+}
+
+TEST_F(IniLockTest, RootTakesUpAFileOfAnotherUser) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can make a file of another user";
+    putText(lock_, kLockText);
+    ASSERT_EQ(::chown(lock_.c_str(), kNobody, kNobody), 0);
+    TestLock lock;
     EXPECT_TRUE(lock.take(target_));
+}
+
+TEST_F(IniLockTest, RootWaitsForAnotherUser) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can make a file of another user";
+    ASSERT_EQ(::chmod(home_.path().c_str(), 01777), 0);
+    putText(lock_, kLockText);
+    ASSERT_EQ(::chown(lock_.c_str(), kNobody, kNobody), 0);
+    Holder holder(lock_);
+    ActingFiles waiting(5, [&holder] { holder.letGo(); });
+    const InUse inUse(waiting);
+    TestLock lock;
+    EXPECT_TRUE(lock.take(target_));
+    EXPECT_EQ(waiting.waited(), 5 * kAskAgainInMilliseconds);
 }
 
 TEST_F(IniLockTest, ALockBelongsToAForkedChildAsWell) {
@@ -61,7 +80,7 @@ TEST_F(IniLockTest, ALockBelongsToAForkedChildAsWell) {
     ASSERT_EQ(::pipe(leave), 0);
     ASSERT_EQ(::pipe(gone), 0);
     EXPECT_TRUE(passesInChild([&] {
-        IniLock lock;
+        TestLock lock;
         ASSERT_TRUE(lock.take(target_));
         char byte = 0;
         if (::fork() == 0) {
@@ -75,14 +94,14 @@ TEST_F(IniLockTest, ALockBelongsToAForkedChildAsWell) {
     {
         ActingFiles waiting(0, [] {});
         const InUse inUse(waiting);
-        IniLock lock;
+        TestLock lock;
         EXPECT_FALSE(lock.take(target_));
         EXPECT_EQ(lastFailure().error, ETIMEDOUT);
     }
     ::close(leave[1]);
     char byte = 0;
     EXPECT_EQ(::read(gone[0], &byte, 1), 0);
-    IniLock lock;
+    TestLock lock;
     EXPECT_TRUE(lock.take(target_));
     ::close(leave[0]);
     ::close(gone[0]);
@@ -91,28 +110,31 @@ TEST_F(IniLockTest, ALockBelongsToAForkedChildAsWell) {
 TEST_F(IniLockTest, AUserGetsTheLockWhenTheOtherUsersFileGoes) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root can make a file of another user";
-    putText(lock_, "of root");
+    putText(lock_, kLockText);
     ASSERT_EQ(::chmod(home_.path().c_str(), 0777), 0);
     EXPECT_TRUE(passesAsNobody([this] {
         ActingFiles waiting(3, [this] { ::unlink(lock_.c_str()); });
         const InUse inUse(waiting);
-        IniLock lock;
+        TestLock lock;
         EXPECT_TRUE(lock.take(target_));
     }));
 }
 
-TEST_F(IniLockTest, AUserCannotRemoveAPlantedFileFromASharedDirectory) {
+TEST_F(IniLockTest, APlantedFileInASharedDirectoryIsRefused) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root can make a file of another user";
-    putText(lock_, "planted", 0666);
+    putText(lock_, kLockText, 0666);
+    ASSERT_EQ(::chown(lock_.c_str(), 1, 1), 0);
     ASSERT_EQ(::chmod(home_.path().c_str(), 01777), 0);
-    EXPECT_TRUE(passesAsNobody([this] {
-        IniLock lock;
+    const auto refused = [this] {
+        TestLock lock;
         EXPECT_FALSE(lock.take(target_));
         EXPECT_EQ(lastFailure().step, JxIniStepLock);
-        EXPECT_EQ(lastFailure().error, EPERM);
-    }));
-    EXPECT_EQ(home_.text("x.ini.lock"), "planted");
+        EXPECT_EQ(lastFailure().error, EEXIST);
+    };
+    refused();
+    EXPECT_TRUE(passesAsNobody(refused));
+    EXPECT_EQ(textOf(lock_), kLockText);
 }
 
 }  // namespace

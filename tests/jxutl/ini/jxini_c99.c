@@ -56,6 +56,13 @@ static int change(const char* file) {
     return 0;
 }
 
+static int run(void) {
+    JxIniRun* run = jxIniBeginRun();
+    NEED(run != NULL && jxIniCommitRun(run) == 1);
+    jxIniDiscardRun(jxIniBeginRun());
+    return 0;
+}
+
 int use_jxini(const char* file) {
     char room[64];
     int line;
@@ -71,5 +78,6 @@ int use_jxini(const char* file) {
         return line;
     NEED(jxIniPath(file, room, sizeof room) == strlen(file));
     NEED(jxIniRead("") == NULL && jxIniFailureText(room, sizeof room) > 0);
-    return change(file);
+    line = run();
+    return line != 0 ? line : change(file);
 }

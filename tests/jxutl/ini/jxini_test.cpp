@@ -410,7 +410,7 @@ TEST(JxIniChange, ASecondChangeInTheSameThreadTimesOut) {
     EXPECT_EQ(jxIniLastFailure().step, JxIniStepLock);
     EXPECT_EQ(jxIniLastFailure().error, ETIMEDOUT);
     EXPECT_EQ(sentence(),
-              "Cannot lock " + home.file(".odbc.ini.lock") + ": another writer kept it locked for 10 seconds");
+              "Cannot lock " + home.file(".odbc.ini.jxlock") + ": another writer kept it locked for 10 seconds");
     jxIniDiscard(first);
     JxIniChange* second = jxIniBegin(".odbc.ini");
     EXPECT_NE(second, nullptr);

@@ -275,6 +275,68 @@ TEST(ProfileCache, ALargeFileTakesLessThanFourTimesItsSize) {
     }
 }
 
+// ---- what is let go ----
+
+constexpr std::size_t kLarge = std::size_t{20} << 20;
+
+std::string large(char fill) {
+    return "[A]\nk=1\n;" + std::string(kLarge, fill) + "\n";
+}
+
+TEST(ProfileCache, KeepsAtMost64MebibytesBesidesTheFileInUse) {
+    const TestHome home;
+    ProfileCache cache;
+    for (int i = 0; i < 6; ++i) {
+        home.put("f" + std::to_string(i), large('x'));
+        EXPECT_EQ(value(cache, home.file("f" + std::to_string(i))), "1");
+        EXPECT_LE(cache.memory(), ProfileCache::kMostBytes + kLarge * 5 / 4);
+    }
+    EXPECT_GT(cache.memory(), 3 * kLarge);
+    home.put("small", "[A]\nk=1\n");
+    EXPECT_EQ(value(cache, home.file("small")), "1");
+    EXPECT_LE(cache.memory(), ProfileCache::kMostBytes);
+}
+
+TEST(ProfileCache, AnIndexThatGrewCountsAsWell) {
+    const TestHome home;
+    ProfileCache cache;
+    std::string text = "[A]\nk=1\n";
+    for (int key = 0; key < 1'000'000; ++key)
+        text += "\nkey " + std::to_string(key) + "=1";
+    for (const char* name : {"f", "g"}) {
+        home.put(name, text);
+        cache.read(home.file(name))->keys("A");
+    }
+    EXPECT_GT(cache.memory(), ProfileCache::kMostBytes);
+    home.put("small", "[A]\nk=1\n");
+    EXPECT_EQ(value(cache, home.file("small")), "1");
+    EXPECT_LE(cache.memory(), ProfileCache::kMostBytes);
+}
+
+TEST(ProfileCache, AFileThatIsGoneIsLetGoAtTheNextRead) {
+    const TestHome home{{"f", large('x')}, {"other", "[A]\nk=1\n"}};
+    ProfileCache cache;
+    EXPECT_EQ(value(cache, home.file("f")), "1");
+    std::filesystem::remove(home.file("f"));
+    EXPECT_EQ(cache.read(home.file("f")), nullptr);
+    EXPECT_EQ(cache.memory(), 0U);
+
+    home.put("f", large('x'));
+    EXPECT_EQ(value(cache, home.file("f")), "1");
+    std::filesystem::remove(home.file("f"));
+    EXPECT_EQ(value(cache, home.file("other")), "1");
+    EXPECT_LT(cache.memory(), kLarge);
+}
+
+TEST(ProfileCache, AFileThatBecameSmallGivesItsRoomBack) {
+    const TestHome home{{"f", large('x')}};
+    ProfileCache cache;
+    EXPECT_EQ(value(cache, home.file("f")), "1");
+    home.put("f", "[A]\nk=2\n");
+    EXPECT_EQ(value(cache, home.file("f")), "2");
+    EXPECT_LT(cache.memory(), kLarge / 100);
+}
+
 TEST(ProfileCache, EachThreadHasItsOwnAndItEndsWithTheThread) {
     ProfileCache* const own = threadCache();
     EXPECT_EQ(threadCache(), own);

@@ -2,8 +2,10 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <jxprofile.h>
@@ -161,9 +163,34 @@ TEST(ProfileWrite, ReportsItsFailureAndForgetsItOnSuccess) {
     EXPECT_EQ(write("A", "k", "1", file.c_str()), 0);
     EXPECT_EQ(lastFailure().step, JxIniStepLock);
     EXPECT_EQ(lastFailure().error, ENOENT);
-    EXPECT_EQ(lastFailure().path, file + ".lock");
+    EXPECT_EQ(lastFailure().path, home.file("no/.x.ini.jxlock"));
     EXPECT_EQ(write("A", "k", "1"), 1);
     EXPECT_EQ(lastFailure().step, JxIniStepNone);
+}
+
+TEST(ProfileWrite, IsMadeAgainWhenTheFileWasReplacedMeanwhile) {
+    const TestHome home{{"x.ini", "[A]\nk=1\n"}};
+    class Saving : public WatchedFiles {
+    public:
+        explicit Saving(const TestHome& home) : home_(home) {}
+
+    protected:
+        int before(Call call, std::string_view) override {
+            if (call == Call::rename && !std::exchange(saved_, true)) {
+                home_.put("saved", "[A]\nk=1\nsaved=1\n");
+                EXPECT_EQ(::rename(home_.file("saved").c_str(), home_.file("x.ini").c_str()), 0);
+            }
+            return 0;
+        }
+
+    private:
+        const TestHome& home_;
+        bool saved_ = false;
+    };
+    Saving files(home);
+    const InUse inUse(files);
+    EXPECT_EQ(write("A", "k", "2", home.file("x.ini").c_str()), 1);
+    EXPECT_EQ(home.text("x.ini"), "[A]\nk=2\nsaved=1\n");
 }
 
 TEST(ProfileWrite, AFileThatCannotBeWrittenGivesZero) {
@@ -209,7 +236,7 @@ public:
 
 protected:
     int before(Call call, std::string_view path) override {
-        return call == Call::open && path.ends_with(".lock") ? error_ : 0;
+        return call == Call::open && path.ends_with(".jxlock") ? error_ : 0;
     }
 
 private:

@@ -41,16 +41,11 @@ public:
         return text;
     }
 
-    int openFile(const char* path, int flags, mode_t mode) override {
-        flags_ = flags;
-        if (beforeOpening)
-            beforeOpening();
-        if (openError != 0 && (flags & O_NOATIME) != 0) {
-            before(Call::open, path);
-            errno = openError;
-            return -1;
-        }
-        return WatchedFiles::openFile(path, flags, mode);
+    int openFile(int directory, const char* path, int flags, mode_t mode) override {
+        return opening(path, flags) ? -1 : WatchedFiles::openFile(directory, path, flags, mode);
+    }
+    int openWithoutLinks(const char* path, int flags) override {
+        return opening(path, flags) ? -1 : WatchedFiles::openWithoutLinks(path, flags);
     }
     ssize_t readSome(int fd, std::span<char> bytes) override {
         if (beforeReading)
@@ -72,6 +67,17 @@ protected:
     }
 
 private:
+    bool opening(const char* path, int flags) {
+        flags_ = flags;
+        if (beforeOpening)
+            beforeOpening();
+        if (openError == 0 || (flags & O_NOATIME) == 0)
+            return false;
+        before(Call::open, path);
+        errno = openError;
+        return true;
+    }
+
     int adjusted(int result, struct stat& state) {
         if (result != 0)
             return result;

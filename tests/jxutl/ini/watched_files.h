@@ -17,11 +17,10 @@ enum class Call {
     read,
     write,
     look,
-    lookAtLink,
+    lookAtName,
     lookAtOpen,
     readLink,
     lock,
-    empty,
     setMode,
     setOwner,
     flush,
@@ -30,9 +29,8 @@ enum class Call {
 };
 
 inline const char* nameOf(Call call) {
-    constexpr std::array kNames = {"open",       "close",      "read",     "write",  "look",
-                                   "lookAtLink", "lookAtOpen", "readLink", "lock",   "empty",
-                                   "setMode",    "setOwner",   "flush",    "rename", "remove"};
+    constexpr std::array kNames = {"open",     "close", "read",    "write",    "look",  "lookAtName", "lookAtOpen",
+                                   "readLink", "lock",  "setMode", "setOwner", "flush", "rename",     "remove"};
     return kNames.at(static_cast<std::size_t>(call));
 }
 
@@ -53,8 +51,11 @@ class WatchedFiles : public FileOps {
 public:
     WatchedFiles() : inner_(files()) {}
 
-    int openFile(const char* path, int flags, mode_t mode) override {
-        return refuse(Call::open, path) ? -1 : inner_.openFile(path, flags, mode);
+    int openFile(int directory, const char* path, int flags, mode_t mode) override {
+        return refuse(Call::open, path) ? -1 : inner_.openFile(directory, path, flags, mode);
+    }
+    int openWithoutLinks(const char* path, int flags) override {
+        return refuse(Call::open, path) ? -1 : inner_.openWithoutLinks(path, flags);
     }
     int closeFile(int fd) override {
         const bool refused = refuse(Call::close, {});
@@ -72,28 +73,29 @@ public:
     int lookAt(const char* path, struct stat* state) override {
         return refuse(Call::look, path) ? -1 : inner_.lookAt(path, state);
     }
-    int lookAtLink(const char* path, struct stat* state) override {
-        return refuse(Call::lookAtLink, path) ? -1 : inner_.lookAtLink(path, state);
+    int lookAtName(int directory, const char* name, struct stat* state) override {
+        return refuse(Call::lookAtName, name) ? -1 : inner_.lookAtName(directory, name, state);
     }
     int lookAtOpen(int fd, struct stat* state) override {
         return refuse(Call::lookAtOpen, {}) ? -1 : inner_.lookAtOpen(fd, state);
     }
-    ssize_t readLink(const char* path, std::span<char> target) override {
-        return refuse(Call::readLink, path) ? -1 : inner_.readLink(path, target);
+    ssize_t readLink(int link, std::span<char> target) override {
+        return refuse(Call::readLink, {}) ? -1 : inner_.readLink(link, target);
     }
     int lockFile(int fd, int operation) override {
         return refuse(Call::lock, {}) ? -1 : inner_.lockFile(fd, operation);
     }
-    int emptyFile(int fd) override { return refuse(Call::empty, {}) ? -1 : inner_.emptyFile(fd); }
     int setMode(int fd, mode_t mode) override { return refuse(Call::setMode, {}) ? -1 : inner_.setMode(fd, mode); }
     int setOwner(int fd, uid_t owner, gid_t group) override {
         return refuse(Call::setOwner, {}) ? -1 : inner_.setOwner(fd, owner, group);
     }
     int flush(int /*fd*/) override { return refuse(Call::flush, {}) ? -1 : 0; }
-    int renameOver(const char* from, const char* to) override {
-        return refuse(Call::rename, from) ? -1 : inner_.renameOver(from, to);
+    int rename(int directory, const char* from, const char* to, unsigned flags) override {
+        return refuse(Call::rename, from) ? -1 : inner_.rename(directory, from, to, flags);
     }
-    int removeFile(const char* path) override { return refuse(Call::remove, path) ? -1 : inner_.removeFile(path); }
+    int removeFile(int directory, const char* name) override {
+        return refuse(Call::remove, name) ? -1 : inner_.removeFile(directory, name);
+    }
 
     timespec fileClock() override { return inner_.fileClock(); }
     std::int64_t waitingClockInMilliseconds() override { return ++now_; }

@@ -136,7 +136,7 @@ TEST_F(DriverForm, AFileThatCannotBeWrittenIsReportedAndTheDialogStays) {
     setenv("ODBCINSTINI", "/none/odbcinst.ini", 1);
     const Boxes boxes = fill("Mine", JX_DRIVER, "", {IDOK});
     EXPECT_EQ(boxes,
-              (Boxes{"The driver was not entered. Cannot lock /none/odbcinst.ini.lock: No such file or directory. "
+              (Boxes{"The driver was not entered. Cannot lock /none/.odbcinst.ini.jxlock: No such file or directory. "
                      "Make the directory first.|" +
                      std::to_string(MB_OK | MB_ICONSTOP)}));
     EXPECT_FALSE(wasEntered_);

@@ -14,13 +14,15 @@ $ odbcadmin config get x.ini one A
 $ odbcadmin config get x.ini One c
 
 $ odbcadmin config get x.ini One token
-********
-! odbcadmin: the value is hidden; --show-secrets shows it
+! odbcadmin: The value of token is a secret
+!   --show-secrets prints it.
+[1]
 $ odbcadmin config get x.ini One token --show-secrets
 abc
 $ odbcadmin config get x.ini One Url
-db://anna:********@host/
-! odbcadmin: the value is hidden; --show-secrets shows it
+! odbcadmin: The value of Url is a secret
+!   --show-secrets prints it.
+[1]
 $ odbcadmin config list x.ini
 [One]
 a=1
@@ -172,7 +174,7 @@ $ odbcadmin config set x.ini One k
 !   See odbcadmin config set --help
 [2]
 $ odbcadmin config set none/x.ini One k v
-! odbcadmin: Cannot lock none/x.ini.lock: No such file or directory
+! odbcadmin: Cannot lock none/.x.ini.jxlock: No such file or directory
 !   Make the directory first.
 [7]
 $ odbcadmin config set /dev/null One k v

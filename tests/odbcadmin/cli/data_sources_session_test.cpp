@@ -35,8 +35,9 @@ $ odbcadmin dsn show xyz
 $ odbcadmin dsn get Sales server
 db1
 $ odbcadmin dsn get Sales PWD
-********
-! odbcadmin: the value is hidden; --show-secrets shows it
+! odbcadmin: The value of PWD is a secret
+!   --show-secrets prints it.
+[1]
 $ odbcadmin dsn get Sales PWD --show-secrets
 geheim
 $ odbcadmin dsn get Sales Sever

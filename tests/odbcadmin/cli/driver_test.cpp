@@ -55,9 +55,9 @@ TEST_F(Drivers, EnsureIsIdempotent) {
 
 TEST_F(Drivers, ListTellsTheStateOfEachLibrary) {
     home_.put("text.so", "no library");
-    out({"-q", "driver", "add", "Good", "--lib", JX_SETUP_LIBRARY});
+    out({"-q", "driver", "add", "Good", "--lib", JX_ECHO});
     out({"-q", "driver", "add", "Text", "--lib", home_.file("text.so")});
-    EXPECT_EQ(out({"driver", "list"}), "Plain  missing  /opt/libplain.so\nGood   ok       " JX_SETUP_LIBRARY
+    EXPECT_EQ(out({"driver", "list"}), "Plain  missing  /opt/libplain.so\nGood   ok       " JX_ECHO
                                        "\nText   broken   " +
                                            home_.file("text.so") + "\n");
     EXPECT_EQ(out({"driver", "list", "-q"}), "Plain\nGood\nText\n");

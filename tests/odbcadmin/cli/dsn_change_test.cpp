@@ -192,6 +192,42 @@ TEST_F(DsnChange, RemoveTakesListEntryAndSection) {
     EXPECT_EQ(sources(), with(with(kSources, "Accounts=Plain\n", ""), "[Accounts]\nDriver=/opt/libplain.so\n\n", ""));
 }
 
+TEST_F(DsnChange, AnEmptyInputIsNoPasswordUnlessItIsSaidToBeOne) {
+    for (const char* input : {"", "\n", "\r\n"}) {
+        SCOPED_TRACE(input);
+        const ProgramResult result = run({"dsn", "set", "Sales", "PWD", "--stdin"}, input);
+        EXPECT_EQ(result.code, 2);
+        EXPECT_EQ(result.err,
+                  "odbcadmin: Standard input gave no value for PWD; nothing was changed\n"
+                  "  Look at the command before the |; --allow-empty stores an empty value.\n");
+        EXPECT_EQ(sources(), kSources);
+    }
+    out({"dsn", "set", "Sales", "PWD", "--stdin", "--allow-empty"});
+    EXPECT_EQ(sources(), with(kSources, "PWD=geheim\n", "PWD=\n"));
+}
+
+TEST_F(DsnChange, StarsAreNeverStoredAsASecret) {
+    const std::vector<std::vector<std::string>> rows = {
+        {"dsn", "set", "Sales", "PWD=********"},
+        {"dsn", "set", "Sales", "PWD=********", "--direct"},
+        {"dsn", "set", "Sales", "Connection=Server=x;Pwd=********"},
+        {"dsn", "ensure", "Sales", "pwd=********"},
+        {"dsn", "add", "New", "--driver", "Plain", "PWD=********"},
+        {"driver", "ensure", "Plain", "Token=********"},
+        {"config", "set", ".odbc.ini", "Sales", "PWD", "********"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row));
+        const ProgramResult result = run(row);
+        EXPECT_EQ(result.code, 5);
+        EXPECT_NE(result.err.find("is what a hidden secret is shown as, not the secret\n"), std::string::npos);
+    }
+    EXPECT_EQ(run({"dsn", "set", "Sales", "PWD", "--stdin"}, "********\n").code, 5);
+    EXPECT_EQ(sources(), kSources);
+    EXPECT_EQ(drivers(), kDrivers);
+    EXPECT_EQ(run({"dsn", "set", "Sales", "Comment=********"}).code, 0);
+}
+
 TEST_F(DsnChange, RemoveOfSeveralIsAllOrNothing) {
     EXPECT_EQ(run({"dsn", "remove", "Sales", "Nothing"}).code, 3);
     EXPECT_EQ(sources(), kSources);

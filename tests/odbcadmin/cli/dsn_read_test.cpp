@@ -57,7 +57,7 @@ TEST_F(DsnRead, ShowsAsJsonWithTheLine) {
     EXPECT_EQ(shown["name"], "Sales");
     EXPECT_EQ(shown["line"], 7);
     EXPECT_EQ(shown["file"], home_.file(".odbc.ini"));
-    EXPECT_EQ(shown["attributes"]["PWD"], "********");
+    EXPECT_EQ(shown["attributes"]["PWD"], nullptr);
     EXPECT_EQ(json({"--show-secrets", "dsn", "show", "Sales"})["attributes"]["PWD"], "geheim");
 }
 
@@ -77,10 +77,14 @@ TEST_F(DsnRead, GetsOneValue) {
               "odbcadmin: Data source Sales has no key Sever\n  Did you mean Server?\n");
 }
 
-TEST_F(DsnRead, GetHidesASecretAndSaysSo) {
+TEST_F(DsnRead, GetOfASecretFailsSinceStarsCouldBeTakenForIt) {
     const ProgramResult result = run({"dsn", "get", "Sales", "PWD"});
-    EXPECT_EQ(result.out, "********\n");
-    EXPECT_EQ(result.err, "odbcadmin: the value is hidden; --show-secrets shows it\n");
+    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "odbcadmin: The value of PWD is a secret\n  --show-secrets prints it.\n");
+    EXPECT_EQ(json({"dsn", "get", "Sales", "PWD"})["value"], nullptr);
+    EXPECT_EQ(json({"dsn", "get", "Sales", "PWD"})["masked"], true);
+    EXPECT_EQ(json({"dsn", "get", "Sales", "Server"})["masked"], false);
     EXPECT_EQ(out({"dsn", "get", "Sales", "PWD", "--show-secrets"}), "geheim\n");
 }
 

@@ -106,9 +106,9 @@ $ odbcadmin lint bad.ini
 error syntax.unclosed-bracket ~/bad.ini:1
   The header "[A" is never closed: the keys below it belong to the section above it.
   Add the "]".
-error syntax.key-before-section ~/bad.ini:2
-  The key "key" stands before any section, so it belongs to none.
-  Move it below the header of its section.
+warning syntax.no-equals ~/bad.ini:2
+  The line "key" has no "=": it is a key with an empty value.
+  Add the "=" and the value, or begin the line with ";" if it is a comment.
 error syntax.no-key ~/bad.ini:3
   There is no key before the "=": the line means nothing.
   Name the key, or delete the line.
@@ -118,7 +118,7 @@ warning syntax.duplicate-key ~/bad.ini:6
 warning syntax.duplicate-section ~/bad.ini:7
   The section "a" begins in line 4 already; here the two count as one, elsewhere one may hide the other.
   Put the keys together under one header.
-3 errors, 2 warnings, 0 notes.
+2 errors, 3 warnings, 0 notes.
 [10]
 $ odbcadmin --json lint bad.ini | head -n 14
 {
@@ -132,8 +132,8 @@ $ odbcadmin --json lint bad.ini | head -n 14
       "advice": "Add the \"]\"."
     },
     {
-      "id": "syntax.key-before-section",
-      "severity": "error",
+      "id": "syntax.no-equals",
+      "severity": "warning",
       "subject": "~/bad.ini:2",
 $ odbcadmin lint absent.ini
 ! odbcadmin: There is no file ~/absent.ini

@@ -1,6 +1,8 @@
 // export and apply.
 #include <sys/stat.h>
 
+#include <filesystem>
+
 #include "admin_test.h"
 
 namespace jx::test {
@@ -121,11 +123,41 @@ TEST_F(Exchange, ExportRefusesWhatJsonCannotHold) {
     EXPECT_EQ(run({"export"}).code, 5);
 }
 
-TEST_F(Exchange, ExportLeavesOutWhatHasNoDriverAndSaysSo) {
-    home_.put(".odbcinst.ini", "");
+TEST_F(Exchange, ExportOfWhatItCannotExpressFailsAndNamesIt) {
+    home_.put(".odbc.ini", std::string(kSources) + "[Loose]\n[ODBC Data Sources]\nLoose=Unknown\n");
     const ProgramResult result = run({"export"});
-    EXPECT_EQ(nlohmann::json::parse(result.out)["dataSources"].size(), 0U);
-    EXPECT_NE(result.err.find("data source Sales is left out"), std::string::npos);
+    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err,
+              "odbcadmin: Cannot export data source Loose: its driver Unknown is not registered\n"
+              "  See odbcadmin explain; odbcadmin export NAME... exports others without it.\n");
+    const auto some = json({"export", "accounts"});
+    EXPECT_EQ(some["dataSources"].size(), 1U);
+    EXPECT_EQ(some["drivers"].size(), 1U);
+    EXPECT_EQ(json({"export", "Plain"})["dataSources"].size(), 0U);
+    EXPECT_EQ(run({"export", "Nothing"}).code, 3);
+}
+
+TEST_F(Exchange, DataSourcesWithALibraryOfTheirOwnGoThereAndBack) {
+    const std::string loose =
+        "[ODBC Data Sources]\nListed=Unknown\n\n[Listed]\nDriver=/opt/own.so\n\n"
+        "[Unlisted]\nDriver=/opt/other.so\nPort=1\n";
+    home_.put(".odbc.ini", loose);
+    const std::string all = out({"export"});
+    home_.put(".odbc.ini", "");
+    out({"apply", "-f", "-"}, all);
+    EXPECT_EQ(sources(), loose);
+}
+
+TEST_F(Exchange, WhatWasWrittenBeforeAFailureIsSaid) {
+    std::filesystem::create_directory(home_.file(".odbc.ini.lock"));
+    const std::string all = document(R"("drivers": [{"name": "New", "keys": {"Driver": "/x"}}],
+        "dataSources": [{"name": "Stock", "driver": "New"}])");
+    const ProgramResult result = run({"apply", "-f", "-"}, all);
+    EXPECT_EQ(result.code, 7);
+    EXPECT_NE(result.err.find("Written before that: " + home_.file(".odbcinst.ini") + ".\n"), std::string::npos)
+        << result.err;
+    EXPECT_NE(drivers().find("[New]\n"), std::string::npos);
 }
 
 TEST_F(Exchange, ApplyOfAFileThatIsNotThereIsFileTrouble) {

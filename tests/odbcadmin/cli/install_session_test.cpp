@@ -56,6 +56,7 @@ $ odbcadmin --json install odbc.inf Pack
 {
   "schema": "odbcadmin/1",
   "result": "changed",
+  "changed": true,
   "message": "Installed from ~/odbc.inf",
   "files": [
     "~/.odbcinst.ini"
@@ -69,7 +70,8 @@ $ odbcadmin --json install odbc.inf Pack
     }
   ],
   "translators": [],
-  "dataSources": []
+  "dataSources": [],
+  "missing": []
 }
 $ odbcadmin install odbc.inf --from /opt/pack Pack
 ! odbcadmin: There is no directory /opt/pack
@@ -127,16 +129,14 @@ $ odbcadmin install none.inf
 [3]
 $ printf '[ODBC Drivers]\n"Bare"=\n' >bare.inf
 $ odbcadmin install bare.inf
-unchanged: nothing to do
-! odbcadmin: Not installed: Bare
-!   Its section in ~/bare.inf must have a line "Driver" whose second field names the library.
+! odbcadmin: Not installed from ~/bare.inf: driver Bare (its section in the script has no line "Driver" whose second field names the library)
+!   Mend what is named and install again; what is entered already stays.
 [1]
 $ printf '[ODBC Drivers]\n"Odd"=\n[Odd]\n"Driver"=x\n' >odd.inf
 $ odbcadmin install odd.inf
-unchanged: nothing to do
 ! KALDERO ODBC Admin: Not able to find comma 1 in File: ~/odd.inf Section: Odd Entry: Driver
-! odbcadmin: Not installed: Odd
-!   Its section in ~/odd.inf must have a line "Driver" whose second field names the library.
+! odbcadmin: Not installed from ~/odd.inf: driver Odd (its section in the script has no line "Driver" whose second field names the library)
+!   Mend what is named and install again; what is entered already stays.
 [1]
 $ cmp .odbcinst.ini before
 )sh";

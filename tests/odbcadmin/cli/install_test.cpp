@@ -1,4 +1,6 @@
 // install: what a script enters, what a preview shows, what is refused.
+#include <filesystem>
+
 #include "admin_test.h"
 
 namespace jx::test {
@@ -77,7 +79,67 @@ TEST_F(Install, ADriverThatDoesNotGetInIsAFailure) {
     const ProgramResult result = run({"install", script_});
     EXPECT_EQ(result.code, 1);
     EXPECT_NE(result.out.find("driver       Other  added"), std::string::npos) << result.out;
-    EXPECT_NE(result.err.find("odbcadmin: Not installed: Empty\n  Its section in "), std::string::npos) << result.err;
+    EXPECT_EQ(result.err,
+              "odbcadmin: Not installed from " + script_ +
+                  ": driver Empty (its section in the script has no line \"Driver\" whose second field names "
+                  "the library)\n  Mend what is named and install again; what is entered already stays.\n");
+    EXPECT_EQ(result.out.find("Installed from"), std::string::npos);
+    const ProgramResult asJson = run({"install", script_, "--json"});
+    EXPECT_EQ(asJson.code, 1);
+    EXPECT_EQ(nlohmann::ordered_json::parse(asJson.out)["missing"][0]["what"], "driver Empty");
+}
+
+// A file that cannot be written keeps what it had: the old library must not pass for the new one.
+TEST_F(Install, AFileThatCannotBeWrittenIsTheReasonForWhatIsMissing) {
+    out({"install", script_, "Small", "--from", "/", "-q"});
+    const std::string before = drivers();
+    std::filesystem::create_directory(home_.file(".odbcinst.ini.lock"));
+    const ProgramResult result = run({"install", script_, "Small"});
+    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.out.find("unchanged: nothing to do"), std::string::npos);
+    EXPECT_NE(result.err.find("driver Small (Cannot "), std::string::npos) << result.err;
+    EXPECT_NE(result.err.find(".odbcinst.ini"), std::string::npos);
+    EXPECT_EQ(drivers(), before);
+}
+
+TEST_F(Install, DataSourcesAndTranslatorsThatWereNotEnteredAreNamed) {
+    std::filesystem::create_directory(home_.file(".odbc.ini.lock"));
+    const ProgramResult noNotes = run({"install", script_, "Small"});
+    EXPECT_EQ(noNotes.code, 1);
+    EXPECT_NE(noNotes.err.find(": data source Notes (Cannot "), std::string::npos) << noNotes.err;
+    std::filesystem::remove(home_.file(".odbc.ini.lock"));
+    std::string list = "[ODBC Translators]\n";
+    std::string sections;
+    for (int i = 100; i < 160; ++i) {
+        const std::string name = "Translator number " + std::to_string(i);
+        list += "\"" + name + "\"=\n";
+        sections += "[" + name + "]\n\"Translator\"=1,lib.so,,,,2024-01-15,,,,,,,,,,0,,,,,\n";
+    }
+    home_.put("odbc.inf", list + "\"Bare\"=\n" + sections);
+    const ProgramResult many = run({"install", script_});
+    EXPECT_EQ(many.code, 1);
+    EXPECT_NE(
+        many.err.find("translator Translator number 159 (its name lies beyond the first 1023 bytes of the script's "
+                      "list)"),
+        std::string::npos)
+        << many.err;
+    EXPECT_EQ(many.err.find("number 100"), std::string::npos);
+    home_.put("odbc.inf", "[ODBC Translators]\n\"Bare\"=\n");
+    EXPECT_NE(
+        run({"install", script_}).err.find("translator Bare (its section in the script has no line \"Translator\""),
+        std::string::npos);
+}
+
+TEST_F(Install, ANameThatWouldBeReadBackCutIsRefusedBeforeAnythingIsWritten) {
+    for (const char* name : {"New #1", "New ;1"}) {
+        SCOPED_TRACE(name);
+        home_.put("odbc.inf", std::string("[ODBC Drivers]\n\"") + name + "\"=\n[" + name +
+                                  "]\n\"Driver\"=1,lib.so,,,,,,,,,,,,,,,,,,,,\n");
+        const ProgramResult result = run({"install", script_});
+        EXPECT_EQ(result.code, 5);
+        EXPECT_EQ(result.err.substr(0, 11 + 11), std::string("odbcadmin: \"") + name + "\" of");
+        EXPECT_EQ(drivers(), kDrivers);
+    }
 }
 
 TEST_F(Install, RefusesWhatTheScriptDoesNotOffer) {

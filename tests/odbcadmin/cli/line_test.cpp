@@ -194,7 +194,7 @@ TEST_F(Line, AFifoInPlaceOfTheFileIsFileTroubleAndNoWait) {
 // This one takes the ten seconds that a change waits for the lock.
 #ifdef JX_TEST_LONG_WAITS
 TEST_F(Line, AFileThatStaysLockedHasItsOwnCode) {
-    const int lock = open(home_.file(".odbc.ini.lock").c_str(), O_CREAT | O_RDWR | O_CLOEXEC, 0600);
+    const int lock = open(home_.file(".odbc.ini.jxlock").c_str(), O_CREAT | O_RDWR | O_CLOEXEC, 0600);
     ASSERT_GE(lock, 0);
     ASSERT_EQ(flock(lock, LOCK_EX), 0);
     const ProgramResult result = run({"dsn", "ensure", "Sales", "a=b"});
@@ -207,7 +207,7 @@ TEST_F(Line, AFileThatStaysLockedHasItsOwnCode) {
 #endif
 
 TEST_F(Line, AWaitShowsOnATerminalAndGoesOn) {
-    const int lock = open(home_.file(".odbc.ini.lock").c_str(), O_CREAT | O_RDWR | O_CLOEXEC, 0600);
+    const int lock = open(home_.file(".odbc.ini.jxlock").c_str(), O_CREAT | O_RDWR | O_CLOEXEC, 0600);
     ASSERT_EQ(flock(lock, LOCK_EX), 0);
     const std::string line =
         "script -qec " + shellQuoted(shellQuoted(JX_ODBCADMIN) + " dsn set Sales a=b") + " /dev/null </dev/null";
@@ -228,6 +228,41 @@ TEST_F(Line, AWaitShowsOnATerminalAndGoesOn) {
 
 TEST_F(Line, AResultThatCannotBeWrittenIsAFailure) {
     EXPECT_EQ(runProgram("/bin/sh", {"-c", shellQuoted(JX_ODBCADMIN) + " dsn list >/dev/full"}).code, 1);
+}
+
+TEST_F(Line, WhatManyTypeFromHabitIsUnderstood) {
+    EXPECT_EQ(out({"dsn", "ls", "-q"}), "Sales\nAccounts\n");
+    EXPECT_EQ(out({"help", "dsn", "add"}), out({"dsn", "add", "--help"}));
+    EXPECT_EQ(out({"help"}), out({"--help"}));
+    EXPECT_EQ(out({"dsn", "rm", "Sales", "-q"}), "");
+    EXPECT_EQ(out({"dsn", "ls", "-q"}), "Accounts\n");
+    EXPECT_EQ(out({"driver", "remove", "Gone", "--if-exists"}), "unchanged: nothing to do\n");
+    EXPECT_EQ(run({"driver", "remove", "Gone"}).code, 3);
+}
+
+TEST_F(Line, AFailureIsAnObjectToo) {
+    const ProgramResult result = run({"--json", "dsn", "show", "Nothing"});
+    EXPECT_EQ(result.code, 3);
+    const auto object = nlohmann::ordered_json::parse(result.out);
+    EXPECT_EQ(object["schema"], "odbcadmin/1");
+    EXPECT_EQ(object["error"]["code"], 3);
+    EXPECT_EQ(object["error"]["fact"], "There is no data source Nothing in " + home_.file(".odbc.ini"));
+    EXPECT_EQ(json({"dsn", "set", "Sales", "a=b"})["changed"], true);
+    EXPECT_EQ(json({"dsn", "set", "Sales", "a=b"})["changed"], false);
+    EXPECT_EQ(json({"dsn", "set", "Sales", "a=c", "-n"})["changed"], false);
+}
+
+TEST_F(Line, AnEmptyHomeIsNotTheCallersOwn) {
+    const ProgramResult result = run({"--home", "", "dsn", "remove", "Sales"});
+    EXPECT_EQ(result.code, 2);
+    EXPECT_NE(result.err.find("--home"), std::string::npos);
+    EXPECT_EQ(sources(), kSources);
+}
+
+TEST_F(Line, OutputToAFullDiskIsAnErrorThatIsSaid) {
+    const ProgramResult result = runProgram("/bin/sh", {"-c", "exec " JX_ODBCADMIN " dsn list >/dev/full"});
+    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.err, "odbcadmin: Cannot write the result: No space left on device\n");
 }
 
 }  // namespace

@@ -1,4 +1,6 @@
 // dsn add, set and remove through setup libraries, and the ways around them.
+#include <filesystem>
+
 #include "admin_test.h"
 
 namespace jx::test {
@@ -74,6 +76,76 @@ TEST_F(SetupRoute, ARefusingLibraryIsFailure) {
 TEST_F(SetupRoute, AThrowingLibraryIsFailureNotACrash) {
     addDriverWithSetup("Throws", library("driver_throwing"));
     EXPECT_EQ(run({"dsn", "add", "Stock", "--driver", "Throws"}).code, 1);
+}
+
+// What a library says and how it ends are one thing, what the files hold another.
+TEST_F(SetupRoute, OneSentenceNamesTheLibraryAndTheDriverThatDidNotDoIt) {
+    const std::string moody = "odbcadmin: The setup library " JX_MOODY " of driver ";
+    const std::string toAdd = " when it was to add data source Stock";
+    const struct {
+        std::string driver, library, sentence;
+    } rows[] = {
+        {"Yes", JX_MOODY,
+         moody + "Yes said that it did add data source Stock, but it is not in " + home_.file(".odbc.ini")},
+        {"Close", JX_MOODY,
+         moody + "Close said that it did add data source Stock, but it is not in " + home_.file(".odbc.ini")},
+        {"No", JX_MOODY, moody + "No refused to add data source Stock"},
+        {"Exit", JX_MOODY, moody + "Exit ended its program in ConfigDSN, with exit code 0" + toAdd},
+        {"Crash", JX_MOODY, moody + "Crash crashed in ConfigDSN, with signal 11 (Segmentation fault)" + toAdd},
+        {"Hang", JX_MOODY, moody + "Hang was not done within 0.05 s in ConfigDSN" + toAdd},
+        {"Quiet", JX_EXIT_QUIETLY,
+         "odbcadmin: The setup library " JX_EXIT_QUIETLY " of driver Quiet ended its program while it was loaded, with "
+         "exit code 0" +
+             toAdd},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.driver);
+        addDriverWithSetup(row.driver, row.library);
+        const ProgramResult result =
+            run({"dsn", "add", "Stock", "--driver", row.driver, "--timeout", row.driver == "Hang" ? "0.05" : "60"});
+        EXPECT_EQ(result.code, 1);
+        EXPECT_EQ(result.out, "");
+        EXPECT_EQ(result.err.substr(0, result.err.find('\n')), row.sentence);
+        EXPECT_EQ(sources(), kSources);
+    }
+}
+
+TEST_F(SetupRoute, WhatALibraryLeftOutOfItsWorkIsNamed) {
+    addDriverWithSetup("Writing", library("driver_writing"));
+    const ProgramResult added = run({"dsn", "add", "Stock", "--driver", "Writing", "Server=db1", "Port=1"});
+    EXPECT_EQ(added.code, 1);
+    EXPECT_EQ(added.err, "odbcadmin: The setup library " + library("driver_writing") +
+                             " of driver Writing said that it did add data source Stock, but it did not store Server, "
+                             "Port\n  --direct writes without the library. Written before that: " +
+                             home_.file(".odbc.ini") + ".\n");
+    EXPECT_EQ(out({"dsn", "get", "Stock", "Last"}), "Server=db1\n");
+}
+
+TEST_F(SetupRoute, AChangeOrRemovalThatWasNotMadeIsFailure) {
+    addDriverWithSetup("Yes", JX_MOODY);
+    out({"dsn", "add", "Stock", "--driver", "Yes", "Server=db1", "--direct"});
+    const std::string before = sources();
+    const ProgramResult set = run({"dsn", "set", "Stock", "Server=db2"});
+    EXPECT_EQ(set.code, 1);
+    EXPECT_NE(set.err.find("said that it did change data source Stock, but it did not store Server\n"),
+              std::string::npos);
+    const ProgramResult removed = run({"dsn", "remove", "Stock"});
+    EXPECT_EQ(removed.code, 1);
+    EXPECT_NE(removed.err.find("said that it did remove data source Stock, but it is still in "), std::string::npos);
+    EXPECT_EQ(run({"dsn", "set", "Stock", "Server=db1"}).code, 0);
+    EXPECT_EQ(sources(), before);
+}
+
+TEST_F(SetupRoute, ALibraryThatWasCopiedInPartDoesNotKeepADataSourceFromBeingRemoved) {
+    std::filesystem::copy_file(JX_MOODY, home_.file("half.so"));
+    std::filesystem::resize_file(home_.file("half.so"), 8192);
+    addDriverWithSetup("Half", home_.file("half.so"));
+    out({"dsn", "add", "Stock", "--driver", "Half", "--direct"});
+    const ProgramResult result = run({"dsn", "remove", "Stock"});
+    EXPECT_EQ(result.code, 0);
+    EXPECT_EQ(result.err, "odbcadmin: written directly: its setup library cannot be loaded: " + home_.file("half.so") +
+                              ": file too short\n");
+    EXPECT_EQ(out({"dsn", "list", "-q"}), "Sales\nAccounts\n");
 }
 
 TEST_F(SetupRoute, WhatDoesNotFitTheCallIsRefusedWithAdvice) {

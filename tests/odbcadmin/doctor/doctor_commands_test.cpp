@@ -45,7 +45,7 @@ protected:
     void lead(const std::string& library) const {
         std::string list = "[ODBC Data Sources]\n";
         std::string sections;
-        for (const char* name : {"Sales", "Refuse", "Silent", "Hang", "Crash"}) {
+        for (const char* name : {"Sales", "Refuse", "Silent", "Hang", "Crash", "Repeat"}) {
             list.append(name).append("=Small\n");
             sections.append("[").append(name).append("]\nDriver=").append(library).append("\nPWD=geheim\n");
         }
@@ -98,7 +98,7 @@ TEST_F(DoctorCommands, TestTellsStateNativeCodeMessageAndMeaning) {
               "28000 (native 1001) Wrong password for anna, UID=anna;PWD=********;\n"
               "  means: user or password was refused. Check user and password of the data source, and the server's "
               "rights.\n"
-              "08S01 (native 1002) The server?closed the connection\n"
+              "08S01 (native 1002) The server\n  closed the connection\n"
               "  means: the connection to the server broke. Check network, firewall and encryption settings.\n"
               "--\n"
               "odbcadmin: Cannot connect to Refuse: SQLDriverConnect failed with result -1\n"
@@ -205,8 +205,8 @@ TEST_F(DoctorCommands, ExplainShowsEveryStepWithFileAndLine) {
               "0\n"
               "data source Sales\n"
               "  ok  listed  for the driver Small  ~/.odbc.ini:2\n"
-              "  ok  section  [Sales]  ~/.odbc.ini:7\n"
-              "  ok  Driver  ~/libdriver.so  ~/.odbc.ini:8\n"
+              "  ok  section  [Sales]  ~/.odbc.ini:8\n"
+              "  ok  Driver  ~/libdriver.so  ~/.odbc.ini:9\n"
               "driver Small\n"
               "  ok  listed  Installed  ~/.odbcinst.ini:2\n"
               "  ok  section  [Small]  ~/.odbcinst.ini:3\n"
@@ -247,8 +247,7 @@ TEST_F(DoctorCommands, LintLooksAtTheTwoFilesOrAtThoseGiven) {
     home_.put("fine.ini", "[A]\nx=1\n");
     EXPECT_EQ(run({"lint", home_.file("fine.ini")}), "0\nNothing was found.\n");
     home_.put("x.ini", "[A\nx=1\n");
-    EXPECT_EQ(run({"lint", home_.file("x.ini"), "-q"}),
-              "10\nerror syntax.unclosed-bracket ~/x.ini:1\nerror syntax.key-before-section ~/x.ini:2\n");
+    EXPECT_EQ(run({"lint", home_.file("x.ini"), "-q"}), "10\nerror syntax.unclosed-bracket ~/x.ini:1\n");
     EXPECT_EQ(run({"lint", home_.file("none.ini")}).substr(0, 2), "7\n");
 }
 
@@ -298,6 +297,103 @@ TEST_F(DoctorCommands, WhatOneMayNotReadIsTold) {
     const std::string told = run({"doctor", "--json"}, As::nobody, copy.file("bin/odbcadmin"));
     EXPECT_EQ(told.substr(0, 3), "10\n") << told;
     EXPECT_NE(told.find("\"files.unreadable\""), std::string::npos) << told;
+}
+
+// One question has one answer, whoever is asked.
+TEST_F(DoctorCommands, ListExplainCheckAndDoctorAgreeOnALibrary) {
+    const struct {
+        std::string library, state;
+        bool isGood;
+    } rows[] = {
+        {home_.take("libdriver.so"), "ok", true},
+        {home_.take("libcrash_at_load.so"), "broken", false},
+        {home_.take("libundefined.so"), "broken", false},
+        {home_.take("libsetup.so"), "broken", false},
+        {home_.take("libforeign.so"), "wrong architecture", false},
+        {home_.file("none.so"), "missing", false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.library);
+        lead(row.library);
+        EXPECT_EQ(json({"driver", "list"})["drivers"][0]["state"], row.state);
+        EXPECT_EQ(json({"driver", "show", "Small"})["state"], row.state);
+        bool isExplained = false;
+        const Json explained = json({"explain", "Sales"});
+        for (const Json& step : explained["steps"])
+            isExplained |= step["where"] == "" && step["value"] == row.state;
+        EXPECT_TRUE(isExplained);
+        for (const std::vector<std::string>& verb :
+             {std::vector<std::string>{"driver", "check", "Small"}, {"doctor", "Sales"}, {"doctor"}})
+            EXPECT_EQ(jx::test::runProgram(JX_ODBCADMIN, verb).code, row.isGood ? 0 : 10);
+    }
+}
+
+TEST_F(DoctorCommands, AFileThatCannotBeReadIsSaidToBeOneAndNotAnAbsentName) {
+    home_.put(".odbc.ini", "");
+    std::filesystem::remove(home_.file(".odbc.ini"));
+    std::filesystem::create_directory(home_.file(".odbc.ini"));
+    for (const std::vector<std::string>& verb :
+         {std::vector<std::string>{"explain", "Sales"}, {"dsn", "test", "Sales"}, {"doctor", "Sales"}}) {
+        SCOPED_TRACE(verb[0]);
+        const ProgramResult result = jx::test::runProgram(JX_ODBCADMIN, verb);
+        EXPECT_EQ(result.code, 7);
+        EXPECT_NE(result.err.find(home_.file(".odbc.ini")), std::string::npos) << result.err;
+        EXPECT_EQ(result.err.find("There is no data source"), std::string::npos);
+    }
+    EXPECT_EQ(jx::test::runProgram(JX_ODBCADMIN, {"driver", "list"}).code, 0);
+    EXPECT_EQ(jx::test::runProgram(JX_ODBCADMIN, {"driver", "show", "Small"}).code, 0);
+}
+
+TEST_F(DoctorCommands, AMessageKeepsItsLinesAndLosesThePassword) {
+    EXPECT_EQ(run({"dsn", "test", "Repeat"}),
+              "11\n"
+              "01000 (native 1001) ******** (********)\n"
+              "  ungeheim was refused?[31m\n"
+              "  means: a remark of the driver. Read its message; the cause may stand in it or in the next one.\n"
+              "--\n"
+              "odbcadmin: Cannot connect to Repeat: SQLDriverConnect failed with result -1\n"
+              "  See odbcadmin doctor Repeat\n");
+    EXPECT_EQ(run({"dsn", "test", "Repeat", "--json"}).find("(geheim"), std::string::npos);
+    EXPECT_NE(run({"dsn", "test", "Repeat", "--show-secrets"}).find("geheim (geheim)\n"), std::string::npos);
+}
+
+TEST_F(DoctorCommands, ADriversNameInPlaceOfAPathLeadsToItsLibrary) {
+    home_.put(".odbc.ini", "[ODBC Data Sources]\nSales=Small\n[Sales]\nDriver=small\n");
+    EXPECT_EQ(run({"dsn", "test", "Sales"}), "0\nSales: connected, driver small driver 01.02\n");
+    EXPECT_EQ(jx::test::runProgram(JX_ODBCADMIN, {"doctor", "Sales"}).code, 0);
+    EXPECT_EQ(run({"explain", "Sales"}).find("broken"), std::string::npos) << run({"explain", "Sales"});
+}
+
+TEST_F(DoctorCommands, AMistakeInAPathIsTheOnlyErrorThereIs) {
+    const std::string library = home_.file("libdriver.so");
+    for (const std::string& value : {'"' + library + '"', library + " ; the old one"}) {
+        SCOPED_TRACE(value);
+        home_.put(".odbc.ini", "[ODBC Data Sources]\nSales=Small\n[Sales]\nDriver=" + value + "\n");
+        std::size_t errors = 0;
+        const Json findings = json({"doctor", "Sales"}).at("findings");
+        for (const Json& each : findings)
+            errors += each.at("severity") == "error" ? 1 : 0;
+        EXPECT_EQ(errors, 1U) << run({"doctor", "Sales"});
+        const std::string tested = run({"dsn", "test", "Sales"});
+        EXPECT_TRUE(tested.starts_with("11\n")) << tested;
+        EXPECT_NE(tested.find("Write the line as: Driver=~/libdriver.so\n"), std::string::npos) << tested;
+    }
+}
+
+TEST_F(DoctorCommands, OfAHeaderThatIsNotClosedNothingFollows) {
+    home_.put(".odbc.ini", "[ODBC Data Sources]\nSales=Small\n[Sales\nDriver=/opt/x.so\nSales=1\n");
+    const std::string told = run({"lint"});
+    EXPECT_NE(told.find("error syntax.unclosed-bracket ~/.odbc.ini:3\n"), std::string::npos) << told;
+    EXPECT_NE(told.find("1 error, 0 warnings, "), std::string::npos) << told;
+    EXPECT_EQ(told.find("dsn remove"), std::string::npos);
+}
+
+TEST_F(DoctorCommands, AFileThatMayNotBeReadIsToldWithTheReason) {
+    home_.openToAll();
+    ::chmod(home_.file(".odbc.ini").c_str(), 0);
+    const std::string told = run({"lint"}, As::nobody);
+    EXPECT_NE(told.find("cannot be read by user nobody (65534): Permission denied."), std::string::npos) << told;
+    EXPECT_EQ(told.find("Success"), std::string::npos);
 }
 
 }  // namespace

@@ -75,7 +75,10 @@ TEST(SyntaxChecks, TellEachFaultWithItsLine) {
         {"[]\nx=1\n", "syntax.no-key f:1: The section has no name, so nobody can ask for its keys.\n"},
         {"[A\nx=1\n",
          "syntax.unclosed-bracket f:1: The header \"[A\" is never closed: the keys below it belong to the section "
-         "above it.\nsyntax.key-before-section f:2: The key \"x\" stands before any section, so it belongs to none.\n"},
+         "above it.\n"},
+        {"[B]\nx=1\n[A\nx=1\nx=2\n",
+         "syntax.unclosed-bracket f:3: The header \"[A\" is never closed: the keys below it belong to the section "
+         "above it.\nsyntax.duplicate-key f:5: The key \"x\" stands in line 4 already, and that one counts.\n"},
     };
     for (const SyntaxRow& row : rows) {
         SCOPED_TRACE(row.text);
@@ -132,6 +135,27 @@ TEST_F(FileChecks, VariablesAreLookedAt) {
         told().starts_with("files.variable-relative ODBCINI: ODBCINI is \"some.ini\", a path that means another "
                            "file in every directory a program is started in.\n"))
         << told();
+}
+
+TEST_F(FileChecks, AFileWithoutTheDotIsToldWithTheCommandThatMendsIt) {
+    home_.put("odbc.ini", "[A]\n");
+    home_.put(".odbcinst.ini", "");
+    EXPECT_EQ(told(),
+              "files.missing ~/.odbc.ini: ~/.odbc.ini is not there: it is as if it were empty.\n"
+              "files.without-dot ~/odbc.ini: ~/odbc.ini is there and is not read: the name of the file begins with a "
+              "dot.\n");
+    home_.put(".odbc.ini", "");
+    EXPECT_EQ(told().find("files.without-dot"), 0U);
+}
+
+TEST_F(FileChecks, ADirectoryThatIsNotThereIsNoFileThatTheFirstWriteMakes) {
+    ::setenv("HOME", home_.file("gone").c_str(), 1);
+    ::setenv("ODBCINI", home_.file("none/odbc.ini").c_str(), 1);
+    EXPECT_EQ(told(),
+              "files.no-directory ~/none/odbc.ini: ODBCINI names ~/none/odbc.ini, and there is no directory ~/none: "
+              "nothing can be read or written there.\n"
+              "files.no-directory ~/gone/.odbcinst.ini: The home directory is ~/gone, and there is no such directory: "
+              "nothing can be read or written there.\n");
 }
 
 TEST_F(FileChecks, AFileForAllUsersIsToldAsIgnored) {
@@ -242,6 +266,34 @@ TEST_F(NameChecks, RelativeStaleAndMissingPathsAreTold) {
               "error names.no-library-key data source C\n"
               "  ~/.odbc.ini:9: the section has no value for Driver.\n"
               "  Enter the full path of the driver's library there.\n");
+}
+
+TEST_F(NameChecks, TheCommonestMistakesInAPathAreToldWithTheLineAsItShouldBe) {
+    const struct {
+        const char *value, *id, *line;
+    } rows[] = {
+        {"\"/l/d.so\"", "error names.quoted-path", "Driver=/l/d.so"},
+        {"'/l/d.so'", "error names.quoted-path", "Driver=/l/d.so"},
+        {"~/d.so", "error names.unexpanded-path", "Driver=~/d.so"},
+        {"$HOME/d.so", "error names.unexpanded-path", "Driver=~/d.so"},
+        {"${HOME}/d.so", "error names.unexpanded-path", "Driver=~/d.so"},
+        {"/l/d.so ; old", "error names.comment-in-value", "Driver=/l/d.so"},
+        {"/l/d.so # old", "error names.comment-in-value", "Driver=/l/d.so"},
+        {"d", "note names.driver-by-name", "Driver=/l/d.so"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.value);
+        const std::string text = told(std::string("[ODBC Data Sources]\nA=D\n[A]\nDriver=") + row.value + "\n", good_);
+        EXPECT_TRUE(text.starts_with(std::string(row.id) + " data source A\n  ~/.odbc.ini:4: ")) << text;
+        EXPECT_TRUE(text.ends_with(std::string("rite the line as: ") + row.line + "\n")) << text;
+    }
+}
+
+TEST_F(NameChecks, AKeyForOneWordSizeIsNoLibrary) {
+    EXPECT_EQ(told("[ODBC Data Sources]\nA=D\n[A]\nDriver64=/l/d.so\n", good_),
+              "error names.no-library-key data source A\n"
+              "  ~/.odbc.ini:3: the section has no value for Driver, and Driver64 is a key that nobody asks for here.\n"
+              "  Write the line as: Driver=/l/d.so\n");
 }
 
 TEST_F(NameChecks, ForbiddenLongAndReservedNamesAreTold) {

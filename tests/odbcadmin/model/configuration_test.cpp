@@ -303,6 +303,17 @@ TEST_F(ConfigurationTest, WhatIsNotThereComesWithNearNames) {
               "list and odbcadmin driver list.");
 }
 
+TEST_F(ConfigurationTest, WhatStandsInTheFileForAllUsersOnlyIsSaidToStandThere) {
+    std::filesystem::create_directory(home_.file("etc"));
+    home_.put("etc/odbc.ini", "[Wide One]\nDriver=/x.so\n");
+    const Configuration configuration = Configuration::read();
+    EXPECT_EQ(told(noDataSource(configuration, "wide one", home_.file("etc"))),
+              "not found: The data source wide one stands in ~/etc/odbc.ini only, which this library does not read | "
+              "Add it for this user: odbcadmin dsn add 'wide one' --driver DRIVER KEY=VALUE...");
+    EXPECT_EQ(told(noDataSource(configuration, "x", home_.file("etc"))),
+              "not found: There is no data source x in ~/.odbc.ini | See odbcadmin dsn list.");
+}
+
 TEST_F(ConfigurationTest, TheEnvironmentNamesTheFiles) {
     home_.put("mine.ini", "[ODBC Data Sources]\nMine=Plain\n");
     setenv("ODBCINI", home_.file("mine.ini").c_str(), 1);

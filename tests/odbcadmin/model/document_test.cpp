@@ -37,9 +37,10 @@ TEST_F(DocumentTest, HoldsEverythingWithSecretsLeftOut) {
     home_.put(".odbcinst.ini", std::string(kDrivers) +
                                    "[ODBC Translators]\nLatin=Installed\n[Latin]\nTranslator=/l.so\n[Default]\n"
                                    "Driver=Plain\n[Hollow]\nDriver=\n");
-    home_.put(".odbc.ini",
-              std::string(kSources) +
-                  "[Other]\nDriver=/other.so\n[Default]\nDriver=/special.so\nUrl=db://anna:geheim@host/\n");
+    home_.put(".odbc.ini", std::string(kSources) +
+                               "[ODBC Data "
+                               "Sources]\nGone=Unknown\n[Other]\nDriver=/other.so\n[Default]\nDriver=/"
+                               "special.so\nUrl=db://anna:geheim@host/\n");
     const Configuration configuration = Configuration::read();
     const Exchange made = documentOf(configuration, Secrets::masked);
     EXPECT_EQ(dump(made.document), R"(driver Plain
@@ -52,12 +53,14 @@ data source Sales for Plain
   Server=db1
   PWD left out
 data source Accounts for Plain
+data source Other
+  Driver=/other.so
 data source Default for Plain
   Driver=/special.so
   Url left out
 )");
     EXPECT_EQ(made.secretsLeftOut, 2U);
-    EXPECT_EQ(namesOf(made.leftOut), (std::vector<std::string>{"Other"}));
+    EXPECT_EQ(namesOf(made.leftOut), (std::vector<std::string>{"Gone"}));
     const Exchange open = documentOf(configuration, Secrets::shown);
     EXPECT_EQ(open.secretsLeftOut, 0U);
     EXPECT_EQ(open.document.dataSources[0].keys[1].value, "geheim");

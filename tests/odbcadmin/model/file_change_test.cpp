@@ -168,7 +168,8 @@ TEST_F(FileChangeTest, AFileThatCannotBeHadGivesItsReason) {
     change.set("a", "b", "c");
     const std::string reason = told(change.finish().reason);
     EXPECT_TRUE(reason.starts_with("file trouble: Cannot ")) << reason;
-    EXPECT_TRUE(reason.ends_with("~/none/x.ini.lock: No such file or directory | Make the directory first.")) << reason;
+    EXPECT_TRUE(reason.ends_with("~/none/.x.ini.jxlock: No such file or directory | Make the directory first."))
+        << reason;
 }
 
 TEST_F(FileChangeTest, TheClientIsAskedToWaitForTheLock) {

@@ -2,8 +2,11 @@
 #include "odbcadmin/model/scratch_files.h"
 
 #include <odbcinst.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 
@@ -82,6 +85,28 @@ TEST_F(ScratchFilesTest, AbsentFilesStayAbsentAndVariablesComeBack) {
     }
     EXPECT_EQ(sources(), "(absent)");
     EXPECT_STREQ(getenv("ODBCINSTINI"), home_.file(".odbcinst.ini").c_str());
+}
+
+TEST_F(ScratchFilesTest, AProcessThatIsEndedLeavesNoCopyAndOthersCannotReadIt) {
+    for (const int number : {SIGHUP, SIGINT, SIGQUIT, SIGTERM}) {
+        SCOPED_TRACE(number);
+        std::filesystem::create_directory(home_.file("tmp"));
+        const pid_t child = fork();
+        if (child == 0) {
+            setenv("TMPDIR", home_.file("tmp").c_str(), 1);
+            const ChangeWay way = never();
+            const ScratchFiles files(way);
+            struct stat state {};
+            if (stat(getenv("ODBCINI"), &state) != 0 || (state.st_mode & 0777U) != 0600)
+                _exit(1);
+            raise(number);
+            _exit(2);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == number) << status;
+        EXPECT_TRUE(std::filesystem::is_empty(home_.file("tmp")));
+    }
 }
 
 TEST_F(ScratchFilesTest, WithoutRoomForCopiesThereIsAReason) {

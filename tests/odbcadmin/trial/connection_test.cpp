@@ -52,7 +52,7 @@ TEST(Connection, EndsInManyWays) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.library + " " + row.dataSource);
         const std::chrono::milliseconds limit{row.end == End::timedOut ? 50 : 60000};
-        const ConnectReport report = tryConnecting({row.library, row.dataSource, limit});
+        const ConnectReport report = tryConnecting({row.library, row.dataSource, {}, limit});
         EXPECT_EQ(report.end, row.end);
         EXPECT_EQ(report.code, row.code);
         EXPECT_EQ(report.function, row.function);

@@ -48,7 +48,7 @@ TEST(LibraryLoad, EndsInManyWays) {
 }
 
 TEST(LibraryLoad, GivesUpAfterItsLimit) {
-    const LoadReport report = tryLoading({fixture("hang_at_load"), {}, std::chrono::milliseconds(50)});
+    const LoadReport report = tryLoading({fixture("hang_at_load"), {}, {}, std::chrono::milliseconds(50)});
     EXPECT_EQ(report.end, End::timedOut);
     EXPECT_TRUE(report.offered.empty());
 }

@@ -28,9 +28,15 @@ TEST(SqlState, MeansWhatItsRowOrItsClassSays) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.state);
-        EXPECT_STREQ(meaningOf(row.state).meaning, row.meaning);
-        EXPECT_STREQ(meaningOf(row.state).advice, row.advice);
+        EXPECT_STREQ(meaningOf(row.state, Outcome::connected).meaning, row.meaning);
+        EXPECT_STREQ(meaningOf(row.state, Outcome::connected).advice, row.advice);
     }
+}
+
+TEST(SqlState, ARemarkOnAConnectionThatFailedIsNoSignOfOne) {
+    EXPECT_STREQ(meaningOf("01000", Outcome::refused).advice,
+                 "Read its message; the cause may stand in it or in the next one.");
+    EXPECT_STREQ(meaningOf("08001", Outcome::refused).meaning, meaningOf("08001", Outcome::connected).meaning);
 }
 
 }  // namespace

@@ -1,10 +1,29 @@
 // UTF-8 and the UTF-16 of wide driver functions.
-#include "odbcadmin/trial/wide_text.h"
-
 #include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+extern "C" {
+#include "odbcadmin/trial/helper/wide_text.h"
+}
 
 namespace jx::trial {
 namespace {
+
+constexpr std::size_t kRoom = 100;
+
+std::u16string wideText(const std::string& text) {
+    char16_t wide[kRoom];
+    widen(text.c_str(), wide, kRoom);
+    return wide;
+}
+
+std::string narrowText(const std::u16string& text) {
+    char narrowed[kRoom];
+    narrow(text.c_str(), narrowed, kRoom);
+    return narrowed;
+}
 
 TEST(WideText, GoesThereAndBack) {
     const struct {
@@ -20,7 +39,6 @@ TEST(WideText, GoesThereAndBack) {
         {"\xF0\x90\x80\x80", u"\U00010000"},
         {"\xF4\x8F\xBF\xBF", u"\U0010FFFF"},
         {"\xEE\x80\x80", u"\uE000"},
-        {std::string("a\0b", 3), std::u16string(u"a\0b", 3)},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.narrow);
@@ -42,6 +60,28 @@ TEST(WideText, WhatIsNotValidBecomesTheReplacementCharacter) {
     EXPECT_EQ(narrowText(high + u"x"), "\xEF\xBF\xBDx");
     EXPECT_EQ(narrowText(low + high), "\xEF\xBF\xBD\xEF\xBF\xBD");
     EXPECT_EQ(narrowText(high + high + low), "\xEF\xBF\xBD\xF0\x90\x80\x80");
+}
+
+TEST(WideText, WhatDoesNotFitIsCutBeforeACharacter) {
+    const struct {
+        std::size_t size;
+        std::string narrowed;
+    } rows[] = {
+        {1, ""}, {2, "a"}, {3, "a"}, {4, "a\xC3\xB6"}, {5, "a\xC3\xB6"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.size);
+        // Exactly as large as told, so that a byte beyond is found.
+        std::vector<char> text(row.size);
+        narrow(u"a\u00F6\U0001F600", text.data(), text.size());
+        EXPECT_EQ(text.data(), row.narrowed);
+    }
+    std::vector<char16_t> units(4);
+    widen("a\xC3\xB6\xF0\x9F\x98\x80", units.data(), units.size());
+    EXPECT_EQ(std::u16string(units.data()), u"a\u00F6");
+    units.resize(5);
+    widen("a\xC3\xB6\xF0\x9F\x98\x80", units.data(), units.size());
+    EXPECT_EQ(std::u16string(units.data()), u"a\u00F6\U0001F600");
 }
 
 }  // namespace

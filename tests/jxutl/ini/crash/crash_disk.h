@@ -49,9 +49,6 @@ public:
             case Kind::write:
                 now_.at(change.name)->now.bytes += change.bytes;
                 break;
-            case Kind::empty:
-                now_.at(change.name)->now.bytes.clear();
-                break;
             case Kind::setMode:
                 now_.at(change.name)->now.mode = change.mode;
                 break;
@@ -66,11 +63,15 @@ public:
                 now_[change.to] = now_.at(change.name);
                 now_.erase(change.name);
                 break;
+            case Kind::exchange:
+                std::swap(now_.at(change.to), now_.at(change.name));
+                break;
             case Kind::remove:
                 now_.erase(change.name);
                 break;
         }
-        if (change.kind == Kind::create || change.kind == Kind::rename || change.kind == Kind::remove)
+        if (change.kind == Kind::create || change.kind == Kind::rename || change.kind == Kind::exchange ||
+            change.kind == Kind::remove)
             since_.push_back(now_);
     }
 

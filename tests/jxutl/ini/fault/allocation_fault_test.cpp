@@ -80,7 +80,7 @@ TEST(AllocationFault, AWriteSucceedsOrChangesNothing) {
             EXPECT_EQ(lastFailure().step, written ? JxIniStepNone : JxIniStepMemory);
             EXPECT_EQ(lastFailure().error, written ? 0 : ENOMEM);
             EXPECT_EQ(openDescriptors(), descriptors);
-            EXPECT_TRUE(change.leftOver != nullptr || home.litter().empty());
+            EXPECT_TRUE(change.lockLeft != nullptr || home.litter().empty());
             if (!failed)
                 break;
             ++faults;

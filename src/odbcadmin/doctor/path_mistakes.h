@@ -1,0 +1,36 @@
+// The commonest mistakes in a value that names a library, and the library that a value means.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "odbcadmin/doctor/checks.h"
+#include "odbcadmin/doctor/loader_places.h"
+#include "odbcadmin/model/configuration.h"
+
+namespace jx::doctor {
+
+struct PathMistake {
+    const Check* check;
+    std::string fact;   // what is wrong, as the end of a sentence that begins with the value's key
+    std::string meant;  // the value as it should be
+};
+
+// Quotes around the value, a home directory that only shells fill in, a comment behind it.
+std::optional<PathMistake> mistakeIn(const std::string& value);
+
+// The library that a value of Driver or Setup means: a value with a slash is a path; else the library of the driver
+// that is registered under this name, in any case; else a file of that name in the directories where drivers are
+// installed; else the value itself, which the loader looks for.
+std::string meantLibrary(const std::string& value, const model::Configuration& configuration,
+                         const LoaderPlaces& places);
+
+// The library of a data source: what its section means, or else its driver's. Empty when there is none.
+std::string meantLibrary(const model::DataSource& source, const model::Configuration& configuration,
+                         const LoaderPlaces& places);
+
+// The file of that name where drivers are installed: directories called odbc beside the loader's own ones, and those
+// themselves. Empty when there is none.
+std::string inDriverDirectories(const std::string& name, const LoaderPlaces& places);
+
+}  // namespace jx::doctor
