@@ -8,7 +8,6 @@
 #include <jxfiles.h>
 #include "api3/directories.h"
 #include "api3/driver_registry.h"
-#include "api3/library_file.h"
 
 namespace jx::api3 {
 
@@ -62,8 +61,6 @@ SetupRoutines::SetupRoutines(ThreadState& state, const std::string& setup) {
 void SetupRoutines::load(const std::string& file) {
     if (isPath(file) && !file.starts_with('/'))
         whyNot_ = "The setup library " + file + " is named by a relative path.";
-    else if (isPath(file) && isDamagedLibrary(file))
-        whyNot_ = "The setup library " + file + " is shorter than its segments: it was not copied whole.";
     else if (void* handle = bosLoadLibrary(reinterpret_cast<const unsigned char*>(file.c_str()), 0))
         library_.emplace(handle_ = handle);
     else

@@ -41,20 +41,6 @@ static void change(const char* file) {
     CHECK(file_holds("own.ini", "; mine\n[A]\nb=2\n"));
 }
 
-static void run(const char* file) {
-    JxIniRun* run = jxIniBeginRun();
-    JxIniChange* change = jxIniBegin(file);
-    CHECK(jxIniSet(change, "A", "b", "3") == 1 && jxIniCommit(change) == 1);
-    CHECK(file_holds("own.ini", "; mine\n[A]\nb=2\n"));
-    CHECK(jxIniCommitRun(run) == 1);
-    CHECK(file_holds("own.ini", "; mine\n[A]\nb=3\n"));
-    run = jxIniBeginRun();
-    change = jxIniBegin(file);
-    CHECK(jxIniSet(change, "A", "b", "4") == 1 && jxIniCommit(change) == 1);
-    jxIniDiscardRun(run);
-    CHECK(file_holds("own.ini", "; mine\n[A]\nb=3\n"));
-}
-
 static void ask(const char* file) {
     JxIniFileCache* opened = jxPrivateProfileInit((const unsigned char*)file);
     JxIniView* view = jxIniLook(opened);
@@ -70,6 +56,20 @@ static void begin_shared(const char* file) {
     JxIniChange* change = jxIniBeginShared(file);
     CHECK(jxIniSet(change, "A", "b", "3") == 1);
     jxIniDiscard(change);
+}
+
+static void run(const char* file) {
+    JxIniRun* run = jxIniBeginRun();
+    JxIniChange* change = jxIniBegin(file);
+    CHECK(jxIniSet(change, "A", "b", "3") == 1 && jxIniCommit(change) == 1);
+    CHECK(file_holds("own.ini", "; mine\n[A]\nb=2\n"));
+    CHECK(jxIniCommitRun(run) == 1);
+    CHECK(file_holds("own.ini", "; mine\n[A]\nb=3\n"));
+    run = jxIniBeginRun();
+    change = jxIniBegin(file);
+    CHECK(jxIniSet(change, "A", "b", "4") == 1 && jxIniCommit(change) == 1);
+    jxIniDiscardRun(run);
+    CHECK(file_holds("own.ini", "; mine\n[A]\nb=3\n"));
 }
 
 void use_ini_store(void) {

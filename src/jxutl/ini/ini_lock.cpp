@@ -119,6 +119,9 @@ IniLock::Attempt IniLock::openExisting() {
     struct stat there;
     if (lookAtName(*place_, name_, there) != 0)
         return errno == ENOENT ? Attempt::again : fail(errno);
+    // Looked at in the moment in which its holder removed it.
+    if (there.st_nlink == 0)
+        return Attempt::again;
     if (!isLock(there))
         return refuse();
     file_ = Descriptor(

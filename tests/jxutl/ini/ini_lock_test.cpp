@@ -108,6 +108,34 @@ TEST_F(IniLockTest, ALockFileMadeAnewHasAnotherNewFile) {
     EXPECT_NE(robbed.newFile(), second.newFile());
 }
 
+// A look by name can meet a lock file that its holder removes in that moment: it has no name left.
+class VanishingLock : public WatchedFiles {
+public:
+    explicit VanishingLock(std::string lock) : lock_(std::move(lock)) {}
+
+    int lookAtName(int directory, const char* name, struct stat* state) override {
+        const int result = WatchedFiles::lookAtName(directory, name, state);
+        if (std::exchange(isThere_, false) && result == 0) {
+            state->st_nlink = 0;
+            EXPECT_EQ(::unlink(lock_.c_str()), 0);
+        }
+        return result;
+    }
+
+private:
+    std::string lock_;
+    bool isThere_ = true;
+};
+
+TEST_F(IniLockTest, ALockFileThatVanishesWhileItIsLookedAtIsMadeAnew) {
+    putText(lock_, "jxodbc lock\n");
+    ASSERT_EQ(::chmod(lock_.c_str(), 0600), 0);
+    VanishingLock files(lock_);
+    const InUse use(files);
+    TestLock lock;
+    EXPECT_TRUE(lock.take(target_));
+}
+
 // ---- other files at its name ----
 
 void expectRefused(const std::string& target, const std::string& path) {
