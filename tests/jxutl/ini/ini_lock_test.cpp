@@ -115,7 +115,7 @@ public:
 
     int lookAtName(int directory, const char* name, struct stat* state) override {
         const int result = WatchedFiles::lookAtName(directory, name, state);
-        if (std::exchange(isThere_, false) && result == 0) {
+        if (lock_.ends_with(name) && std::exchange(isThere_, false) && result == 0) {
             state->st_nlink = 0;
             EXPECT_EQ(::unlink(lock_.c_str()), 0);
         }
