@@ -362,6 +362,8 @@ TEST(ProfileLookup, AUsersFileThatIsThereButCannotBeReadIsNotReplacedByTheSystem
 
 TEST(ProfileLookup, TooManyOpenFilesAreNotAnAbsentFile) {
     const InstallerHome home{{kUserSources, "[Sales]\nServer=users\n"}, {kSystemSources, "[Sales]\nPWD=x\n"}};
+    EXPECT_EQ(value("Sales", "Server"), "users");
+    home.put(kUserSources, "[Sales]\nServer=another\n");
     rlimit before{};
     ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
     const rlimit none{0, before.rlim_max};
@@ -371,7 +373,7 @@ TEST(ProfileLookup, TooManyOpenFilesAreNotAnAbsentFile) {
     ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &before), 0);
     EXPECT_EQ(found, "(default)");
     EXPECT_NE(why.find("Too many open files"), std::string::npos) << why;
-    EXPECT_EQ(value("Sales", "Server"), "users");
+    EXPECT_EQ(value("Sales", "Server"), "another");
 }
 
 TEST(ProfileLookup, WithoutAnyFileThereIsNoRecord) {
