@@ -33,15 +33,15 @@ until_ready "$server" listens || {
 template=$fetched/usr/share/odbc-mariadb/odbcinst.ini.template
 driver=$drivers/libmaodbc.so
 check "the driver is installed from its template" install_from_template "$template" "MariaDB Unicode" "$driver"
-where=("SERVER=127.0.0.1" "PORT=$port" "DATABASE=shop" "UID=app")
+where=("SERVER=127.0.0.1" "PORT=$port" "DATABASE=shop" "UID=app" "CHARSET=utf8mb4")
 check "a user's data source" configure add "MariaDB Unicode" DSN=Bücher "${where[@]}" PWD=geheim
 check "a system's data source" configure add-system "MariaDB Unicode" DSN=Stock "${where[@]}" PWD=geheim
-statements=("create table t (id int primary key, name text character set utf8mb4)" "insert into t values (1, 'Koeln'), (2, 'Tokyo')"
-    "update t set name = 'Zuerich' where id = 1" "delete from t where id = 2" "select name from t")
+statements=("create table t (id int primary key, name text character set utf8mb4)" "insert into t values (1, 'Köln'), (2, '東京')"
+    "update t set name = 'Zürich' where id = 1" "delete from t where id = 2" "select name from t")
 check "the user's data source connects, creates, inserts, updates, deletes" \
-    prints "Zuerich" try_driver "$driver" DSN=Bücher "${statements[@]}"
+    prints "Zürich" try_driver "$driver" DSN=Bücher "${statements[@]}"
 check "the same through SQLDriverConnectW" try_driver -w "$driver" DSN=Stock
-check "the system's data source connects" prints "Zuerich" try_driver "$driver" DSN=Stock "select name from t"
+check "the system's data source connects" prints "Zürich" try_driver "$driver" DSN=Stock "select name from t"
 
 check "a data source without a password" configure add "MariaDB Unicode" DSN=Secret "${where[@]}"
 check "does not connect" refused try_driver "$driver" DSN=Secret
@@ -50,5 +50,6 @@ check "with PWD@env it does" prints "row: 1" env JX_TEST_PASSWORD=geheim bash -c
     "LD_LIBRARY_PATH='$build/src/jxodbc:$libraries' '$programs/try_driver' '$driver' DSN=Secret 'select 1'"
 check "46 look-ups a connection" look_ups 46 try_driver "$driver" DSN=Bücher
 check "the log shows no password" refused grep -q geheim "$work/log"
-check "8 threads connect" try_driver -t "$driver" DSN=Bücher "select name from t"
+check "8 threads connect while another process writes the files" \
+    while_written "MariaDB Unicode" try_driver -t "$driver" DSN=Bücher "select name from t"
 exit $failed

@@ -63,18 +63,8 @@ check "16 with DRIVER=" look_ups 16 try_driver "$drivers/psqlodbcw.so" \
     "DRIVER=PostgreSQL Unicode;SERVER=127.0.0.1;PORT=$port;DATABASE=postgres;UID=app;PWD=geh heim"
 check "the log shows no password" refused grep -q "geh heim" "$work/log"
 
-write_files() {
-    while :; do
-        configure add "PostgreSQL ANSI" DSN=Other "Server=a" >/dev/null
-        configure add-system "PostgreSQL ANSI" DSN=Other "Server=b" >/dev/null
-    done
-}
-write_files &
-writer=$!
 check "8 threads connect while another process writes the files" \
-    try_driver -t "$drivers/psqlodbcw.so" "DSN=Bücher" "select name from \"Größe\""
-kill "$writer"
-wait "$writer" 2>/dev/null || :
+    while_written "PostgreSQL ANSI" try_driver -t "$drivers/psqlodbcw.so" "DSN=Bücher" "select name from \"Größe\""
 
 check "the driver is removed with its data sources" configure remove "PostgreSQL Unicode"
 check "they are gone" refused grep -q Bücher "$HOME/.odbc.ini"

@@ -82,6 +82,24 @@ install_from_template() { # file section driver
     configure install "${items[@]}"
 }
 
+# Runs a command while another process writes the files of both scopes without a pause.
+write_files() { # driver
+    while :; do
+        configure add "$1" DSN=Other "Server=a" >/dev/null
+        configure add-system "$1" DSN=Other "Server=b" >/dev/null
+    done
+}
+while_written() { # driver command...
+    local result=0 writer
+    write_files "$1" &
+    writer=$!
+    shift
+    "$@" || result=$?
+    kill "$writer"
+    wait "$writer" 2>/dev/null || :
+    return $result
+}
+
 # How often a connection looked something up, by the log.
 look_ups() { # expected command...
     local expected=$1
