@@ -149,12 +149,16 @@ ExitCode Session::report(const model::ChangeResult& result, const std::string& s
     std::string difference;
     for (const model::ChangedFile& file : result.files)
         difference += file.difference;
+    // What would change did not: only a change that was made has its sentence.
+    const std::string said = files.empty()     ? "unchanged: nothing to do"
+                             : writesNothing() ? "would change: " + model::joined(files)
+                                               : sentence;
     if (json) {
         Json object{{"result", files.empty()     ? "unchanged"
                                : writesNothing() ? "would change"
                                                  : "changed"},
                     {"changed", !files.empty() && !writesNothing()},
-                    {"message", sentence},
+                    {"message", said},
                     {"files", files}};
         if (!remarks.empty())
             object["remarks"] = remarks;
@@ -162,12 +166,10 @@ ExitCode Session::report(const model::ChangeResult& result, const std::string& s
             object["difference"] = difference;
         object.update(more);
         printJson(object);
-    } else if (files.empty()) {
-        say("unchanged: nothing to do");
-    } else if (dryRun) {
+    } else if (dryRun && !files.empty()) {
         printOfFile(std::string_view(difference).substr(0, difference.size() - 1));
     } else {
-        say(check ? "would change: " + model::joined(files) : sentence);
+        say(said);
     }
     if (!json)
         for (const std::string& remark : remarks)
