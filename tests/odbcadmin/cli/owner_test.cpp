@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "admin_test.h"
+#include "installed_copy.h"
 
 namespace jx::test {
 namespace {
@@ -43,7 +44,9 @@ TEST_F(NewFiles, AreTheirDirectorysOwnersUnlessOneIsNamed) {
 TEST_F(NewFiles, AreAlsoGivenAwayWhenASetupLibraryMadeThem) {
     if (!isRoot())
         GTEST_SKIP() << "only root can give files away";
-    out({"--home", service_, "driver", "add", "D", "--lib", "/opt/d.so", "--setup", JX_SETUP_LIBRARY, "-q"});
+    const InstalledCopy copy;
+    out({"--home", service_, "driver", "add", "D", "--lib", "/opt/d.so", "--setup", copy.file("lib/libjxsetup.so"),
+         "-q"});
     for (const char* name : {"", "/.odbcinst.ini"})
         ASSERT_EQ(::chown((service_ + name).c_str(), kDaemon, kDaemon), 0);
     ::chmod(home_.path().c_str(), 0755);
