@@ -1,5 +1,6 @@
 // SQLConfigDataSource: which routine does it, in which mode, and what it leaves.
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <filesystem>
 #include <fstream>
@@ -86,10 +87,12 @@ TEST(DataSourceConfiguration, WithoutARoutineTheGenericOneDoesIt) {
 
 TEST(DataSourceConfiguration, SystemDataSourcesGoToTheSystemsFileWhichAllMayRead) {
     const SetupHome home;
+    const mode_t before = umask(022);
     EXPECT_EQ(configure(ODBC_ADD_SYS_DSN, "Plain", "DSN=Sales\0Server=db\0"), TRUE) << record(1);
     EXPECT_EQ(home.text(kSystemSources),
               "[ODBC Data Sources]\nSales=Plain\n\n[Sales]\nDriver=/opt/plain.so\nServer=db\n");
     EXPECT_EQ(home.text(kUserSources), "(absent)");
+    umask(before);
     const auto mode = std::filesystem::status(home.file(kSystemSources)).permissions();
     EXPECT_NE(mode & std::filesystem::perms::others_read, std::filesystem::perms::none);
     EXPECT_EQ(configure(ODBC_REMOVE_SYS_DSN, "Plain", "DSN=Sales\0"), TRUE);

@@ -260,7 +260,8 @@ TEST_F(Line, AnEmptyHomeIsNotTheCallersOwn) {
 }
 
 TEST_F(Line, OutputToAFullDiskIsAnErrorThatIsSaid) {
-    const ProgramResult result = runProgram("/bin/sh", {"-c", "exec " JX_ODBCADMIN " dsn list >/dev/full"});
+    const ProgramResult result =
+        runProgram("/bin/sh", {"-c", "exec " + shellQuoted(JX_ODBCADMIN) + " dsn list >/dev/full"});
     EXPECT_EQ(result.code, 1);
     EXPECT_EQ(result.err, "odbcadmin: Cannot write the result: No space left on device\n");
 }

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include "pty.h"
+#include "run_program.h"
 #include "test_home.h"
 
 namespace jx::test {
@@ -26,7 +27,7 @@ protected:
 };
 
 TEST_F(OnTerminal, ASecretIsAskedForAndNotShown) {
-    Pty terminal(script("exec " JX_ODBCADMIN " dsn set Sales PWD --stdin --direct -q"), {});
+    Pty terminal(script("exec " + shellQuoted(JX_ODBCADMIN) + " dsn set Sales PWD --stdin --direct -q"), {});
     ASSERT_TRUE(terminal.waitFor("Value of PWD: "));
     terminal.send("geheim\n");
     EXPECT_EQ(terminal.waitForEnd(), "exited 0");
@@ -36,7 +37,7 @@ TEST_F(OnTerminal, ASecretIsAskedForAndNotShown) {
 }
 
 TEST_F(OnTerminal, GivingUpLeavesTheSecretAndTheTerminalAsTheyWere) {
-    Pty terminal(script("exec " JX_ODBCADMIN " dsn set Sales PWD --stdin --direct"), {});
+    Pty terminal(script("exec " + shellQuoted(JX_ODBCADMIN) + " dsn set Sales PWD --stdin --direct"), {});
     ASSERT_TRUE(terminal.waitFor("Value of PWD: "));
     terminal.send("half\x03");
     EXPECT_EQ(terminal.waitForEnd(), "exited 2");
@@ -47,7 +48,7 @@ TEST_F(OnTerminal, GivingUpLeavesTheSecretAndTheTerminalAsTheyWere) {
 TEST_F(OnTerminal, ControlCharactersOfAFileDoNotReachIt) {
     for (const char* verb : {"dsn get Sales Note", "dsn show Sales", "dsn remove Sales --dry-run"}) {
         SCOPED_TRACE(verb);
-        Pty terminal(script(std::string("exec " JX_ODBCADMIN " --no-color ") + verb), {});
+        Pty terminal(script("exec " + shellQuoted(JX_ODBCADMIN) + " --no-color " + verb), {});
         EXPECT_TRUE(terminal.waitFor("a?[31mb"));
         EXPECT_EQ(terminal.waitForEnd(), "exited 0");
     }
