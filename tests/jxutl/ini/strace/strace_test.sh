@@ -149,7 +149,7 @@ documented=$(sed -n '/^```calls$/,/^```$/p' "$document" | grep -v '^```' | sed '
 begin
 strace -f -y -o "$dir/trace" "$writer" "$target" A k 2 >/dev/null
 runs=$((runs + 1))
-grep -E "<$dir[/>]|\"$dir/?\"|^[0-9]+ +openat2" "$dir/trace" | grep -vE "fstatat\([0-9]+<$dir>, \"\"|fstat\([0-9]+<$dir>" |
+grep -E "<$dir[/>]|\"$dir/?\"|^[0-9]+ +openat2" "$dir/trace" | grep -vE "(fstatat|fstatat64|statx)\([0-9]+<$dir>, \"\"|fstat(64)?\([0-9]+<$dir>" |
     sed -E 's/^[0-9]+ +//; s/\(.*//; s/^(lstat|newfstatat|fstatat|statx|fstat|lstat64|fstatat64|fstat64)$/look/' |
     tr '\n' ' ' >"$dir/calls"
 [ "$(cat "$dir/calls")" = "$documented" ] || complain "the calls were: $(cat "$dir/calls")"$'\n'"documented: $documented"
