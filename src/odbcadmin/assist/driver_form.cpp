@@ -82,9 +82,9 @@ std::string troubleWith(const char* what, const std::string& path, const std::ve
 
 std::string tryLibraries(const model::Registration& wish) {
     const unsigned int before = JXW_SetCursor(JXW_LoadCursor(0, kJxwWaitCursor));
-    const std::string trouble = troubleWith("driver's library", wish.library,
-                                            {"SQLConnect", "SQLConnectW", "SQLDriverConnect", "SQLDriverConnectW"}) +
-                                troubleWith("setup library", *wish.setup, {"ConfigDSN", "CONFIGDSN"});
+    std::string trouble = troubleWith("driver's library", wish.library,
+                                      {"SQLConnect", "SQLConnectW", "SQLDriverConnect", "SQLDriverConnectW"}) +
+                          troubleWith("setup library", *wish.setup, {"ConfigDSN", "CONFIGDSN"});
     JXW_SetCursor(before);
     return trouble;
 }

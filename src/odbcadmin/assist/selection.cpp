@@ -30,6 +30,7 @@ int keptList(HWND dialog) {
 
 std::vector<std::string> rowsOf(HWND dialog, int index, int count) {
     std::vector<std::string> rows;
+    rows.reserve(static_cast<std::size_t>(count));
     for (int row = 0; row < count; ++row)
         rows.emplace_back(JXW_GetRow(dialog, index, row));
     return rows;

@@ -121,6 +121,7 @@ private:
 template <class Rows>
 std::vector<std::string> namesOf(const Rows& rows) {
     std::vector<std::string> names;
+    names.reserve(rows.size());
     for (const auto& row : rows)
         names.push_back(row.name);
     return names;
