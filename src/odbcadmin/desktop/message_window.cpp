@@ -41,6 +41,7 @@ MessageWindow::MessageWindow(const std::string& text, const std::string& title, 
     box->align(FL_ALIGN_LEFT | FL_ALIGN_TOP | FL_ALIGN_INSIDE | FL_ALIGN_WRAP);
     box->copy_label(shown.c_str());
     int place = static_cast<int>(style_.buttons.size());
+    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): likewise
     for (const assist::BoxButton& each : style_.buttons) {
         Fl_Widget* button = addButton(--place, each);
         if (&each == &style_.buttons[style_.first])

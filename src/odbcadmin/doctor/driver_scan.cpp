@@ -41,7 +41,7 @@ std::string setupBeside(const fs::path& driver) {
     const std::string name = driver.filename().string();
     const std::string base = name.substr(0, name.find(".so"));
     for (const char* ending : {"S.so", "_setup.so", "setup.so", "-setup.so"}) {
-        const std::string candidate = (driver.parent_path() / (base + ending)).string();
+        std::string candidate = (driver.parent_path() / (base + ending)).string();
         if (offers(readLibraryFile(candidate), LibraryRole::setup))
             return candidate;
     }

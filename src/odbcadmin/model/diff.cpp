@@ -182,6 +182,7 @@ void addStep(Hunk& hunk, const Step& step, const std::function<std::string(std::
 
 }  // namespace
 
+// NOLINTNEXTLINE(readability-function-size): the walk over the groups of changes and their lines
 std::string unifiedDiff(const std::string& path, std::string_view before, std::string_view after,
                         const std::function<std::string(std::string_view)>& shown) {
     if (before == after)

@@ -20,8 +20,6 @@
 #include "odbcadmin/trial/installer_library.h"
 #include "odbcadmin/trial/owned_descriptor.h"
 
-extern char** environ;
-
 namespace jx::trial {
 
 namespace {
