@@ -104,7 +104,7 @@ void refreshDriverLists() {
 }
 
 void Assistant::opened(HWND dialog) {
-    mendCutList(dialog);
+    noteCutList(dialog);
     if (isLibraryDialog(dialog, JxAddDriverDialog))
         beforeScript_ = model::Configuration::read();
     else if (isLibraryDialog(dialog, JxAddDataSourceDialog))

@@ -4,7 +4,6 @@
 #include <control_ids.h>
 #include <odbcinst.h>
 
-#include <algorithm>
 #include <string_view>
 #include <vector>
 
@@ -34,20 +33,9 @@ bool isNamed(const std::string& row, const std::string& name) {
     return row.starts_with(name + " (");
 }
 
-// Whether a row shows no data source of the file, or one that a row above shows.
-bool isPhantom(HWND dialog, int index, int row, const std::vector<std::string>& names) {
-    const std::string text = JXW_GetRow(dialog, index, row);
-    if (std::none_of(names.begin(), names.end(), [&](const std::string& name) { return isNamed(text, name); }))
-        return true;
-    for (int above = 0; above < row; ++above)
-        if (text == JXW_GetRow(dialog, index, above))
-            return true;
-    return false;
-}
-
 }  // namespace
 
-void mendCutList(HWND dialog) {
+void noteCutList(HWND dialog) {
     JxwDialogInfo info{};
     if (JXW_GetDialogInfo(dialog, &info) == 0 || std::string_view(info.module) != trial::kInstallerModule ||
         info.templateId != JxDataSourcesDialog)
@@ -61,11 +49,9 @@ void mendCutList(HWND dialog) {
     for (const model::DataSource& source : model::Configuration::read().dataSources())
         if (source.isListed())
             names.push_back(source.name);
-    // The default data source is the last row and always whole.
+    // The default data source is the last row, and in no list of the file.
     const bool hasDefault = list.rowCount > 0 && isNamed(JXW_GetRow(dialog, index, list.rowCount - 1), rules::kDefault);
-    int shown = list.rowCount - (hasDefault ? 1 : 0);
-    if (shown > 0 && isPhantom(dialog, index, shown - 1, names))
-        JXW_SendDlgItemMessage(dialog, list.id, LB_DELETESTRING, --shown, 0);
+    const int shown = list.rowCount - (hasDefault ? 1 : 0);
     if (static_cast<std::size_t>(shown) < names.size())
         lastNotice.text = grouped(static_cast<std::size_t>(shown)) + " of " + grouped(names.size()) +
                           " shown; odbcadmin dsn list shows all.";

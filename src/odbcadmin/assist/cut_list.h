@@ -7,12 +7,11 @@
 
 namespace jx::assist {
 
-// The library keeps the names of its main list in a buffer of fixed size, so that the list can end inside a name. Such
-// a row would act on another data source, or on none: it is taken out. Call this after the list was filled; other
-// dialogs are left alone.
-void mendCutList(HWND dialog);
+// The library keeps the names of its main list in a buffer of fixed size and leaves out those that do not fit. Call
+// this after the list was filled, to compare it with the file; other dialogs are left alone.
+void noteCutList(HWND dialog);
 
-// "146 of 1,998 shown; odbcadmin dsn list shows all." as it was when mendCutList was called; empty if all are shown.
+// "146 of 1,998 shown; odbcadmin dsn list shows all." as it was when noteCutList was called; empty if all are shown.
 std::string cutNotice(HWND dialog);
 
 }  // namespace jx::assist

@@ -59,7 +59,7 @@ Selection::Selection(HWND dialog) : dialog_(dialog), index_(keptList(dialog)) {
 
 void Selection::restore() const {
     JxwControlInfo list{};
-    mendCutList(dialog_);
+    noteCutList(dialog_);
     if (index_ < 0 || keptList(dialog_) != index_ || JXW_GetControlInfo(dialog_, index_, &list) == 0 ||
         list.rowCount == 0)
         return;

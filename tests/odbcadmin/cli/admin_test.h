@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "run_program.h"
+#include "sample_sources.h"
 #include "test_home.h"
 
 namespace nlohmann {
@@ -22,24 +23,6 @@ void PrintTo(const ordered_json& value, std::ostream* out);
 #endif
 
 namespace jx::test {
-
-inline constexpr const char* kSources = R"(; our data sources
-[ODBC Data Sources]
-Sales=Plain
-Accounts=Plain
-
-; the shop
-[Sales]
-Driver=/opt/libplain.so
-Server = db1
-PWD=geheim
-
-[Accounts]
-Driver=/opt/libplain.so
-
-[ODBC]
-Trace=0
-)";
 
 inline constexpr const char* kDrivers = R"([ODBC Drivers]
 Plain=Installed

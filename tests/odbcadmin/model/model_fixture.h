@@ -10,27 +10,12 @@
 
 #include "odbcadmin/model/configuration.h"
 #include "odbcadmin/model/file_change.h"
+#include "sample_sources.h"
 #include "test_home.h"
 
 namespace jx::model::test {
 
-inline constexpr const char* kSources = R"(; our data sources
-[ODBC Data Sources]
-Sales=Plain
-Accounts=Plain
-
-; the shop
-[Sales]
-Driver=/opt/libplain.so
-Server = db1
-PWD=geheim
-
-[Accounts]
-Driver=/opt/libplain.so
-
-[ODBC]
-Trace=0
-)";
+using jx::test::kSources;
 
 inline constexpr const char* kDrivers = R"([ODBC Drivers]
 Plain=Installed
