@@ -3,6 +3,7 @@
 //     driverFile().write(driver, asBytes("Setup"), path);
 #pragma once
 
+#include <jxini.h>
 #include <jxprofile.h>
 #include <odbcinst.h>
 
@@ -13,7 +14,7 @@ namespace jx {
 
 // ConfigurationFile: one of the two files. Every entry that the library writes for itself goes through here.
 // Results   as the store returns them: 0 when the file could not be written and is unchanged.
-// Threads   any; each call is a change of its own.
+// Threads   any; each call is a change of its own, or a part of the thread's run (configuration_run.h).
 class ConfigurationFile {
 public:
     explicit ConfigurationFile(const char* name) : name_(asBytes(name)) {}
@@ -48,6 +49,10 @@ public:
         if (!names.isThere() && !names.readFailed())
             removeSection(list);
     }
+
+    // Locks the file for the thread's run before its first write, where another file could be locked first. A run that
+    // cannot lock it goes on; false then.
+    bool lockInRun() const { return jxIniLockInRun(asChars(name_)) != 0; }
 
 private:
     const unsigned char* name_;

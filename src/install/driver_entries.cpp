@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "config/configuration_file.h"
+#include "config/configuration_run.h"
 #include "config/profile_value.h"
 #include "install/bounded_text.h"
 #include "install/data_source_creation.h"
@@ -75,14 +76,18 @@ void writeKeysOfList(unsigned char* list) {
 }
 
 void writeKeysOfScript(const unsigned char* infFile, const unsigned char* driver) {
-    Script(infFile).readCapabilities(viewOf(driver), [&](std::size_t place, ProfileValue& value) {
-        // Deliberate: the key CreateDSN is stored like any other; only the value "CreateDSN" creates a data source.
-        if (value.view() == kCapabilityKeys[kCreateDsn])
-            CreateDataSources(value.text(), driver);
-        else
-            driverFile().write(driver, asBytes(kCapabilityKeys[place]), value.text());
-        return true;
-    });
+    ConfigurationRun run;
+    const bool isComplete =
+        Script(infFile).readCapabilities(viewOf(driver), [&](std::size_t place, ProfileValue& value) {
+            // Deliberate: the key CreateDSN is stored like any other; only the value "CreateDSN" creates a data source.
+            if (value.view() == kCapabilityKeys[kCreateDsn])
+                CreateDataSources(value.text(), driver);
+            else
+                driverFile().write(driver, asBytes(kCapabilityKeys[place]), value.text());
+            return true;
+        });
+    if (isComplete)
+        run.commit();
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 
 #include <cstring>
 
+#include "config/configuration_run.h"
 #include "config/text_bytes.h"
 #include "install/bounded_text.h"
 #include "install/configuration_update.h"
@@ -119,15 +120,19 @@ bool processFile(unsigned int hwnd, _Install* install, std::uint32_t item, std::
     return AddFileToProcessedList(install, item, entry) != 0;
 }
 
+// All files are entered, or none.
 void processFiles(unsigned int hwnd, _Install* install) {
     WorkBuffers buffers;
-    if (!buffers.areThere())
+    ConfigurationRun run;
+    if (!buffers.areThere() || !run.hasBegun())
         return;
-    everyFile(
+    const bool isComplete = everyFile(
         *install,
         // Deliberate: here any value but 0 counts as selected; for the disks only 1 does.
         [](const InstallItem& item) { return item.selected != 0; },
         [&](std::uint32_t item, std::uint32_t entry) { return processFile(hwnd, install, item, entry, buffers); });
+    if (!isComplete || !run.commit())
+        install->anyFileInstalled = 0;
 }
 
 }  // namespace

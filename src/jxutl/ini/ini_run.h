@@ -24,7 +24,8 @@ namespace jx::ini {
 // Threads  a run belongs to its thread.
 class IniRun {
 public:
-    // The pending change of the file, begun now if necessary; null, with the failure noted, when it cannot be begun.
+    // The pending change of the file, begun now if necessary; null, with the failure noted, when it cannot be begun. A
+    // run that has failed begins none.
     std::shared_ptr<IniChange> changeOf(const IniLocation& where);
 
     // The pending change of the file that path leads to; null when the run has not written it. The path is followed
