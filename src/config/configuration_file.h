@@ -7,10 +7,19 @@
 #include <jxprofile.h>
 #include <odbcinst.h>
 
+#include <cerrno>
+
 #include "config/key_list.h"
 #include "config/text_bytes.h"
 
 namespace jx {
+
+// Whether the thread's last read may have missed something, since the file could not be read. A directory or a FIFO in
+// its place holds nothing.
+inline bool readMayHaveMissed() {
+    const int error = jxProfileReadFailed() != 0 ? jxIniLastFailure().error : EISDIR;
+    return error != EISDIR && error != ENOTSUP;
+}
 
 // ConfigurationFile: one of the two files. Every entry that the library writes for itself goes through here.
 // Results   as the store returns them: 0 when the file could not be written and is unchanged.

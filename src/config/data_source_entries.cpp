@@ -4,6 +4,8 @@
 #include <odbcins.h>
 #include <odbcinst.h>
 
+#include <optional>
+
 #include "config/configuration_file.h"
 #include "config/configuration_run.h"
 #include "config/text_bytes.h"
@@ -22,14 +24,15 @@ int writeDriverOf(const unsigned char* dsn, const unsigned char* driver) {
     return jx::dataSourceFile().write(asBytes(INS_ODBCINI_DS), dsn, driver);
 }
 
-// The result of the writes, or 0 when they did not arrive. What succeeded before a refused one is written.
+// The result of the writes, or 0 when they did not arrive; without a result they are given up. What succeeded before a
+// text that the store refuses is written.
 template <typename Writes>
 int asOneChange(Writes writes) {
     jx::ConfigurationRun run;
     if (!run.hasBegun())
         return 0;
-    const int result = writes();
-    return run.commit() ? result : 0;
+    const std::optional<int> result = writes();
+    return result && run.commit() ? *result : 0;
 }
 
 }  // namespace
@@ -48,10 +51,10 @@ int OdbcIns::jxSQLWriteDSNToIni(unsigned char* dsn, unsigned char* driver) {
     // With a null driver the read would give the list of all sections; a null name would change other entries.
     if (dsn == nullptr || driver == nullptr)
         return 0;
-    unsigned char path[1024] = {};
-    if (jx::driverFile().read(driver, asBytes(INS_ODBCINI_DRIVER), path, sizeof path) == 0)
-        return 0;
-    return asOneChange([&] {
+    return asOneChange([&]() -> std::optional<int> {
+        unsigned char path[1024] = {};
+        if (jx::driverFile().read(driver, asBytes(INS_ODBCINI_DRIVER), path, sizeof path) == 0)
+            return jx::readMayHaveMissed() ? std::nullopt : std::optional(0);
         const int written = writeDriverOf(dsn, driver);
         return written == 0 ? 0 : jx::dataSourceFile().write(dsn, asBytes(INS_ODBCINI_DRIVER), path);
     });

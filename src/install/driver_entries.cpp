@@ -94,6 +94,7 @@ void writeKeysOfScript(const unsigned char* infFile, const unsigned char* driver
 
 int WriteTheDriverAndSetupEntryToTheOdbcInstIni(const unsigned char* lpszInfFile, unsigned char* driverList,
                                                 const unsigned char* lpszPath, unsigned char* keyName) {
+    ConfigurationRun run;
     const bool isDriver = viewOf(keyName) == kQuotedDriverKey;
     const std::string_view bareKey = isDriver ? INS_ODBCINI_DRIVER : rules::kSetup;
     FileName file;
@@ -101,12 +102,17 @@ int WriteTheDriverAndSetupEntryToTheOdbcInstIni(const unsigned char* lpszInfFile
     const bool named = lpszInfFile != nullptr
                            ? fileFromScript(lpszInfFile, driverList, keyName, file)
                            : fileFromList(driverList, bareKey, isDriver ? kDriverText : kSetupText, file);
-    if (!named || !buildLibraryPath(lpszPath, file, library))
+    if (!named || !buildLibraryPath(lpszPath, file, library)) {
+        // A line of the script that could not be read may name a library: the run is given up.
+        if (lpszInfFile == nullptr || !readMayHaveMissed())
+            run.commit();
         return isDriver ? 0 : 1;
+    }
     keyName[BUTSTLEN(keyName) - 1] = 0;
     driverFile().write(driverList, keyName + 1, library.text());
     if (isDriver)
         driverFile().write(driverList, asBytes(rules::kSetup), library.text());
+    run.commit();
     return 1;
 }
 
