@@ -66,9 +66,10 @@ IniIndex* IniRun::index(const IniChange& change) {
     for (const auto& file : files_) {
         if (file->change.get() != &change)
             continue;
-        if (file->indexed != change.text()) {
+        if (file->indexedVersion != change.version()) {
             file->indexed = change.text();
             file->index.reset(file->indexed);
+            file->indexedVersion = change.version();
         }
         return &file->index;
     }

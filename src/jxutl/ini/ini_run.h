@@ -3,7 +3,9 @@
 
 #include <sys/stat.h>
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -52,7 +54,8 @@ private:
         std::vector<std::string> paths;  // known to lead to it
         std::shared_ptr<IniChange> change;
         IniIndex index;
-        std::string indexed;  // the text of the index
+        std::string indexed;  // the text of the index, and its version
+        std::optional<std::uint64_t> indexedVersion;
     };
 
     File* fileAt(const std::string& path);

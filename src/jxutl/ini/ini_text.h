@@ -5,6 +5,8 @@
 #include <string_view>
 #include <utility>
 
+#include "jxutl/ini/section_map.h"
+
 namespace jx::ini {
 
 // What an edit did. refused: a read could not give the arguments back from the file.
@@ -24,6 +26,8 @@ public:
 
 private:
     std::string bytes_;
+    SectionMap sections_;
+    bool hasBeenSearched_ = false;
 };
 
 }  // namespace jx::ini

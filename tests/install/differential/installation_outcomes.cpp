@@ -18,10 +18,13 @@ int main(int count, char** arguments) {
     for (unsigned long number = first; number < end; ++number) {
         const jx::test::RandomInstallation installation(static_cast<unsigned>(number));
         const std::string outcome = installation.outcome();
+        std::string line = std::to_string(number) + " ";
         if (count > 3)
-            std::printf("%lu %s\n=== outcome\n%s\n", number, installation.text().c_str(), outcome.c_str());
+            line += installation.text() + "\n=== outcome\n" + outcome;
         else
-            std::printf("%lu %zx\n", number, std::hash<std::string>{}(outcome));
+            line += std::to_string(std::hash<std::string>{}(outcome));
+        line += '\n';
+        std::fwrite(line.data(), 1, line.size(), stdout);
     }
     return 0;
 }

@@ -288,7 +288,7 @@ TEST(ShortMemory, EndsTheFilePassWithoutABufferOrWithoutAPlaceInTheList) {
         EXPECT_EQ(result, 1U);
         EXPECT_EQ(record->processedCount == 2, !failed);
     });
-    EXPECT_EQ(failures, 10) << "three buffers, three for the run, and a name and a place for each file";
+    EXPECT_EQ(failures, 11) << "three buffers, a filter, three for the run, and a name and a place for each file";
 }
 
 TEST(ShortMemory, LeavesTheRecordWithoutPathsOrWithSomeAndFails) {
