@@ -69,12 +69,15 @@ JX_EXPORT BOOL SQLWritePrivateProfileString(LPCSTR lpszSection, LPCSTR lpszEntry
 /* ---- data sources ---- */
 
 /* Enters data source lpszDSN for the installed driver lpszDriver, replacing an old entry with all its keys. "Default",
- * in any case, is entered as the default data source. FALSE when a name is null (nothing is changed), when the driver
- * has no "Driver" key in .odbcinst.ini (the old entry is removed) or when a file cannot be written. */
+ * in any case, is entered as the default data source. All of it is one change of .odbc.ini; for the default data source
+ * .odbcinst.ini is changed before. FALSE when a name is null (nothing is changed), when the driver has no "Driver" key
+ * in .odbcinst.ini (the old entry is removed), or when a file cannot be read or written: that one is then as it was,
+ * and jxIniLastFailure of jxini.h gives the reason. */
 JX_EXPORT BOOL SQLWriteDSNToIni(LPCSTR lpszDSN, LPCSTR lpszDriver);
 
-/* Removes data source lpszDSN and its section; TRUE also when there was none. "Default", in exactly this case, means
- * the default data source. FALSE for a null name or when a file cannot be written. */
+/* Removes data source lpszDSN and its section in one change; TRUE also when there was none. "Default", in exactly this
+ * case, means the default data source, and .odbcinst.ini is changed before .odbc.ini. FALSE for a null name or when a
+ * file cannot be written, which is then as it was. */
 JX_EXPORT BOOL SQLRemoveDSNFromIni(LPCSTR lpszDSN);
 
 /* Always TRUE; lpszDSN is not read and may be null. */
@@ -151,9 +154,15 @@ JX_EXPORT BOOL SQLGetTranslator(HWND hwnd, LPSTR lpszName, WORD cbNameMax, WORD*
  *   - with a script, that of the library registered so far, or "NOT AVAILABLE" when there is none.
  * Both libraries are registered in that directory, cut or not, so give 1024 bytes.
  *
- * TRUE when list or script were in order. Write errors are not reported; read the entry back. A setup library whose
- * line or name is bad is left out, and so is a data source called "ODBC", "ODBC Data Sources", "ODBC Drivers" or
+ * All entries are one change of each file: .odbcinst.ini first, then .odbc.ini when data sources are created. Others
+ * see all of a file's entries or none.
+ *
+ * TRUE when list or script were in order. If .odbcinst.ini cannot be opened or locked, nothing is registered, and the
+ * result is TRUE all the same: read the entry back, or ask jxIniLastFailure of jxini.h. A setup library whose line or
+ * name is bad is left out, and so is a data source called "ODBC", "ODBC Data Sources", "ODBC Drivers" or
  * "ODBC Translators".
+ * FALSE, lpszPath empty and the length 0 when the script or a file cannot be read, or a file cannot be written: that
+ * file is as it was, and so is .odbc.ini.
  * FALSE, and no file changed, when
  *   - lpszDriver or lpszPath is null, cbPathMax is 0, or the list or name is too long;
  *   - the file name of the driver library, or of the one registered so far, has more than 131 bytes before its last dot
@@ -172,12 +181,13 @@ JX_EXPORT BOOL SQLInstallDriver(LPCSTR lpszInfFile, LPCSTR lpszDriver, LPSTR lps
  *                It must be writable: each text is cut at its first "=". With a window and no list the user chooses in
  *                a dialog, which needs a host (see jxDllDialog); without one, or after Cancel, nothing is installed and
  *                no message is shown.
+ * The whole installation is one change of each file, .odbcinst.ini before .odbc.ini: when it fails, or its process is
+ * killed, a file is as it was, and .odbc.ini is never written alone.
  * Always FALSE. With a window a message box then says that the installation was aborted, unless lpszInfFile is null or
- * the choice was cancelled. Read the two files to see what was installed.
+ * the choice was cancelled. Read the two files to see what was installed, or ask jxIniLastFailure of jxini.h.
  * A script line with too few fields is reported in a message box. A component with a line that cannot be read is left
  * out, and so are components and data sources called "ODBC", "ODBC Data Sources", "ODBC Drivers" or "ODBC Translators".
- * Run one installation at a time until the lists "ODBC Drivers" and "ODBC Data Sources" exist: each run clears a list
- * that it does not find, so two runs that begin the same list can lose an entry. */
+ * Installations made at the same time wait for each other, at most 10 seconds. */
 JX_EXPORT BOOL SQLInstallODBC(HWND hwndParent, LPCSTR lpszInfFile, LPCSTR lpszSrcPath, LPSTR lpszDrivers);
 
 /* ---- dialogs ---- */

@@ -51,9 +51,10 @@ public:
 
     // Called before an entry is added to a list.
     // Deliberate: a list that seems absent is cleared. Usually there is nothing to clear, but a list whose first name
-    // is "NOT AVAILABLE" is lost, and so is one that another program begins at the same time. A list that cannot be
-    // read is left unchanged.
+    // is "NOT AVAILABLE" is lost. In a run nobody else begins a list meanwhile; outside one, a list that another
+    // program begins at the same time is lost, too. A list that cannot be read is left unchanged.
     void clearAbsentList(const unsigned char* list) const {
+        lockInRun();
         const KeyList names(list, kNotAvailable, name_);
         if (!names.isThere() && !names.readFailed())
             removeSection(list);

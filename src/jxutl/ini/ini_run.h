@@ -21,8 +21,7 @@ namespace jx::ini {
 // Order    a file is locked by its first write and stays locked; commit writes the files in the order of their first
 //          writes, each once.
 // Failure  a file that cannot be locked or read, or too little memory for a write, fails the whole run: commit then
-// writes
-//          nothing. A refused text does not: it was never going to be stored.
+//          writes nothing. A refused text does not: it was never going to be stored.
 // Threads  a run belongs to its thread.
 class IniRun {
 public:

@@ -53,15 +53,6 @@ TEST(FailedRead, OfTheDriverListKeepsTheOtherDrivers) {
               "[ODBC Drivers]\nOther=Installed\nD=Installed\n\n[Other]\nDriver=/o.so\n\n[D]\nDriver=/n/d.so\n");
 }
 
-TEST(FailedRead, OfTheDataSourceListKeepsTheOtherDataSources) {
-    const TestHome home({{".odbcinst.ini", kDriverFile}, {".odbc.ini", kSourceFile}});
-    const BrokenFile broken("/.odbc.ini");
-    WritableText list("Sales");
-    CreateDataSources(list.bytes(), asBytes("D"));
-    EXPECT_EQ(home.text(".odbc.ini"),
-              "[ODBC Data Sources]\nMine=Other\nSales=D\n\n[Mine]\nDriver=/o.so\n\n[Sales]\nDriver=/l/d.so\n");
-}
-
 TEST(FailedRead, OfADriversLibraryCreatesNoDataSource) {
     class BrokenDrivers : public jx::ini::test::WatchedFiles {
         int before(Call, std::string_view path) override {
