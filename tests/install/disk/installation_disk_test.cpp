@@ -16,6 +16,7 @@
 #include "child_process.h"
 #include "disk_check.h"
 #include "faulty_files.h"
+#include "install/item_installation.h"
 #include "installation_case.h"
 #include "recording_files.h"
 #include "test_home.h"
@@ -193,6 +194,13 @@ TEST_F(InstallationOnDisk, LocksTheFileOfDriversFirstEvenWhereItsFirstWriteIsRef
     const std::vector<std::function<void()>> calls = {
         [&] { installList("CreateDSN=Sales ;x\0Driver=/l/d.so\0A=1\0\0"s); },
         [&] { installList("CreateDSN=Sales,\r\0Driver=/l/d.so\0A=1\0\0"s); },
+        [] {
+            TestRecord record;
+            record.directories("/l", "/l/");
+            record.item(jx::install::DriverItem, "a\rb").file("Driver", "d.so").capability("CreateDSN", "Sales");
+            record.item(jx::install::DriverItem, "D").file("Driver", "e.so");
+            jx::install::InstallItems(0, record.get());
+        },
         [] { SQLWriteDSNToIni("default", "D"); },
         [] { SQLWriteDSNToIni("DEFAULT", "D"); },
     };
