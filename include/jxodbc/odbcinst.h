@@ -10,6 +10,8 @@
  *          less 1, perhaps inside a name.
  * Failure  FALSE or 0. Message boxes appear only when a window was given, except two about bad input, which
  *          SQLInstallDriver and SQLInstallODBC always show; without a host they go to standard error (guiMessageBox).
+ * Changes  an installation, or the entry or removal of a data source, is one change of each file, .odbcinst.ini first:
+ *          when it fails or is killed, that file and .odbc.ini are as they were. jxIniLastFailure (jxini.h) says why.
  * Throws   nothing, but an exception of a driver's or translator's setup library passes through to the caller.
  * Threads  any. The two configuration files are shared safely with other threads and processes; docs/ini-store.md
  *          and the man pages odbc.ini(5) and odbcinst.ini(5) describe their format. */
@@ -69,15 +71,12 @@ JX_EXPORT BOOL SQLWritePrivateProfileString(LPCSTR lpszSection, LPCSTR lpszEntry
 /* ---- data sources ---- */
 
 /* Enters data source lpszDSN for the installed driver lpszDriver, replacing an old entry with all its keys. "Default",
- * in any case, is entered as the default data source. All of it is one change of .odbc.ini; for the default data source
- * .odbcinst.ini is changed before. FALSE when a name is null (nothing is changed), when the driver has no "Driver" key
- * in .odbcinst.ini (the old entry is removed), or when a file cannot be read or written: that one is then as it was,
- * and jxIniLastFailure of jxini.h gives the reason. */
+ * in any case, is entered as the default data source. FALSE when a name is null (nothing is changed), when the driver
+ * has no "Driver" key in .odbcinst.ini (the old entry is removed) or when a file cannot be read or written. */
 JX_EXPORT BOOL SQLWriteDSNToIni(LPCSTR lpszDSN, LPCSTR lpszDriver);
 
-/* Removes data source lpszDSN and its section in one change; TRUE also when there was none. "Default", in exactly this
- * case, means the default data source, and .odbcinst.ini is changed before .odbc.ini. FALSE for a null name or when a
- * file cannot be written, which is then as it was. */
+/* Removes data source lpszDSN and its section; TRUE also when there was none. "Default", in exactly this case, means
+ * the default data source. FALSE for a null name or when a file cannot be written. */
 JX_EXPORT BOOL SQLRemoveDSNFromIni(LPCSTR lpszDSN);
 
 /* Always TRUE; lpszDSN is not read and may be null. */
@@ -154,19 +153,13 @@ JX_EXPORT BOOL SQLGetTranslator(HWND hwnd, LPSTR lpszName, WORD cbNameMax, WORD*
  *   - with a script, that of the library registered so far, or "NOT AVAILABLE" when there is none.
  * Both libraries are registered in that directory, cut or not, so give 1024 bytes.
  *
- * All entries are one change of each file: .odbcinst.ini first, then .odbc.ini when data sources are created. Others
- * see all of a file's entries or none.
- *
- * TRUE when list or script were in order. If .odbcinst.ini cannot be opened or locked, nothing is registered, and the
- * result is TRUE all the same: read the entry back, or ask jxIniLastFailure of jxini.h. A setup library whose line or
- * name is bad is left out, and so is a data source called "ODBC", "ODBC Data Sources", "ODBC Drivers" or
- * "ODBC Translators".
- * FALSE, lpszPath empty and the length 0 when the script or a file cannot be read, or a file cannot be written: that
- * file is as it was, and so is .odbc.ini.
- * FALSE, and no file changed, when
+ * TRUE when list or script were in order, even if .odbcinst.ini cannot be opened or locked: read the entry back. A
+ * setup library whose line or name is bad is left out, and so is a data source called "ODBC", "ODBC Data Sources",
+ * "ODBC Drivers" or "ODBC Translators".
+ * FALSE, lpszPath empty, when anything else cannot be read or written. FALSE, and no file changed, when
  *   - lpszDriver or lpszPath is null, cbPathMax is 0, or the list or name is too long;
- *   - the file name of the driver library, or of the one registered so far, has more than 131 bytes before its last dot
- *     or more than 3 after it, or the one registered so far cannot be read;
+ *   - the library's file name has more than 131 bytes before its last dot or more than 3 after it;
+ *   - the library registered so far cannot be read;
  *   - the second text does not begin with "Driver" or holds no "=" (a message box says which);
  *   - the second text's keyword is longer than "Driver", or the script's "Driver" line is missing, unreadable, has
  *     fewer than two commas or a bad file name: lpszPath is then empty and the length 0. */
@@ -181,13 +174,10 @@ JX_EXPORT BOOL SQLInstallDriver(LPCSTR lpszInfFile, LPCSTR lpszDriver, LPSTR lps
  *                It must be writable: each text is cut at its first "=". With a window and no list the user chooses in
  *                a dialog, which needs a host (see jxDllDialog); without one, or after Cancel, nothing is installed and
  *                no message is shown.
- * The whole installation is one change of each file, .odbcinst.ini before .odbc.ini: when it fails, or its process is
- * killed, a file is as it was, and .odbc.ini is never written alone.
  * Always FALSE. With a window a message box then says that the installation was aborted, unless lpszInfFile is null or
- * the choice was cancelled. Read the two files to see what was installed, or ask jxIniLastFailure of jxini.h.
- * A script line with too few fields is reported in a message box. A component with a line that cannot be read is left
- * out, and so are components and data sources called "ODBC", "ODBC Data Sources", "ODBC Drivers" or "ODBC Translators".
- * Installations made at the same time wait for each other, at most 10 seconds. */
+ * the choice was cancelled. Read the two files to see what was installed.
+ * A script line with too few fields is reported in a message box. Left out are a component with a line that cannot be
+ * read, and components and data sources called "ODBC", "ODBC Data Sources", "ODBC Drivers" or "ODBC Translators". */
 JX_EXPORT BOOL SQLInstallODBC(HWND hwndParent, LPCSTR lpszInfFile, LPCSTR lpszSrcPath, LPSTR lpszDrivers);
 
 /* ---- dialogs ---- */

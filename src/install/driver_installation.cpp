@@ -1,6 +1,7 @@
 // Registering one driver in .odbcinst.ini: the order of the steps.
 #include "install/driver_installation.h"
 
+#include <jxini.h>
 #include <jxtext.h>
 
 #include <array>
@@ -31,7 +32,7 @@ bool writeEntries(const unsigned char* infFile, DriverDescription& description, 
     if (!run.hasBegun() || !writeEntry(infFile, description.bytes(), path, "\"Driver\""))
         return false;
     // Deliberate: where the file of drivers cannot be opened or locked, nothing is registered and that is not reported.
-    const bool isReported = driverFile().lockInRun();
+    const bool isReported = driverFile().lockInRun() || jxIniLastFailure().step == JxIniStepMemory;
     writeEntry(infFile, description.bytes(), path, "\"Setup\"");
     WriteDriverKeysToOdbcInstIni(infFile, description.bytes());
     return run.commit() || !isReported;

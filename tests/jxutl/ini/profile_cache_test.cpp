@@ -347,9 +347,9 @@ TEST(ProfileCache, EachThreadHasItsOwnAndItEndsWithTheThread) {
 
 std::string readAtTheEnd;
 
-// A thread's clean-up that runs after its cache was released: it gets a new one, which is released as well. The C library
-// makes four rounds of clean-ups. In the fourth ThreadSanitizer takes away what it knows of the thread, and would crash
-// when a cache is released after that; so the last read is in the second.
+// A thread's clean-up that runs after its cache was released: it gets a new one, which is released as well. The C
+// library makes four rounds of clean-ups. In the fourth ThreadSanitizer takes away what it knows of the thread, and
+// would crash when a cache is released after that; so the last read is in the second.
 void readOnceMore(void* key) {
     unsigned char buffer[20] = {};
     const auto bytes = [](const char* text) { return reinterpret_cast<const unsigned char*>(text); };
