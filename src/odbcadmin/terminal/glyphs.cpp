@@ -13,13 +13,18 @@ namespace {
 // What cannot be shown as it is has this width.
 constexpr int kNotShown = -1;
 
+// Marks that turn the direction of what follows: a name that holds one would rearrange its whole line.
+bool turnsDirection(char32_t code) {
+    return (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+}
+
 // The columns of a code point; 0 for a mark that joins the one before it.
 int widthOf(char32_t code, Charset charset) {
     if (code < 32 || (code >= 127 && code < 160) || code == rules::kNoCharacter)
         return kNotShown;
     if (code < 127)
         return 1;
-    if (charset == Charset::ascii)
+    if (charset == Charset::ascii || turnsDirection(code))
         return kNotShown;
     return std::clamp(wcwidth(static_cast<wchar_t>(code)), kNotShown, 2);
 }
@@ -85,8 +90,10 @@ int columnsOf(std::string_view text, Charset charset) {
 }
 
 std::string cutTo(std::string_view text, int columns, Charset charset) {
+    // Only as far as it is shown: the text may be long.
     std::size_t end = 0;
-    for (const Glyph& glyph : glyphsOf(text, charset)) {
+    while (end < text.size()) {
+        const Glyph glyph = glyphAt(text, end, charset);
         columns -= glyph.columns;
         if (columns < 0)
             break;
