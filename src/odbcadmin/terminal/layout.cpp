@@ -14,12 +14,12 @@ constexpr int kUnitsPerLine = 8;
 // What a dialog that grows leaves free around its frame, and the columns of the widest one with that.
 constexpr int kBesideFrame = 4;
 constexpr int kAboveFrame = 1;
-constexpr int kWidest = 140;
+constexpr int kWidestDialog = 140;
 
 // What a list or a field that shrinks keeps.
-constexpr int kLeastColumns = 20;
-constexpr int kLeastLines = 4;
-constexpr int kLeastField = 12;
+constexpr int kLeastListColumns = 20;
+constexpr int kLeastListLines = 4;
+constexpr int kLeastFieldColumns = 12;
 
 int nearest(int units, int perCell) {
     return units >= 0 ? (units + perCell / 2) / perCell : -((-units + perCell / 2) / perCell);
@@ -80,9 +80,9 @@ int leastColumns(const JxwControlInfo& control, const Rect& place) {
     switch (control.kind) {
         case JXW_LISTBOX:
         case JXW_GROUPBOX:
-            return std::min(place.columns, kLeastColumns);
+            return std::min(place.columns, kLeastListColumns);
         case JXW_EDIT:
-            return std::min(place.columns, kLeastField);
+            return std::min(place.columns, kLeastFieldColumns);
         case JXW_LABEL:
             return std::min(place.columns, static_cast<int>(std::string_view(control.text).size()));
         default:
@@ -97,8 +97,8 @@ Point leastEdge(const std::vector<Placed>& controls, Point edge) {
         if (place.column < edge.column)
             least.column = std::max(least.column, place.column + leastColumns(control, place));
         if (place.line < edge.line)
-            least.line = std::max(least.line,
-                                  place.line + std::min(place.lines, canShrink(control) ? kLeastLines : place.lines));
+            least.line = std::max(
+                least.line, place.line + std::min(place.lines, canShrink(control) ? kLeastListLines : place.lines));
     }
     return least;
 }
@@ -138,9 +138,9 @@ ScreenParts partsOf(int columns, int lines, int wanted) {
 }
 
 Rect boxAreaOf(const ScreenParts& parts) {
-    constexpr int kFewLines = 8;
+    constexpr int kFewAreaLines = 8;
     Rect area = parts.area;
-    if (area.lines < kFewLines)
+    if (area.lines < kFewAreaLines)
         area.lines += parts.help.lines;
     return area;
 }
@@ -168,7 +168,7 @@ DialogPlace placeDialog(const JxwDialogInfo& dialog, const Rect& area, Point scr
     if (list.lines > 0) {
         const Point edge{list.right(), list.bottom()};
         const Point least = leastEdge(controls, edge);
-        const int room = std::min(area.columns, std::max(kWidest, place.columns + 2));
+        const int room = std::min(area.columns, std::max(kWidestDialog, place.columns + 2));
         place.right = {edge.column, changeOf(place.columns + 2, room, kBesideFrame, edge.column - least.column)};
         place.down = {edge.line, changeOf(place.lines + 2, area.lines, kAboveFrame, edge.line - least.line)};
         place.columns += place.right.by;

@@ -376,6 +376,17 @@ TEST_F(ScreenTest, AListWiderThanTheTerminalStaysWhereItWasMovedSideways) {
     EXPECT_TRUE(has(tiny.seen()[1], "│Another one")) << tiny.seen()[1];
 }
 
+TEST_F(ScreenTest, OnAVerySmallTerminalAFieldIsSeenRatherThanAllOfItsLabel) {
+    ScriptedTerminal tiny(20, 5);
+    tiny.then({alt("o"), alt("f"), press(Key::home)});
+    tiny.look();
+    tiny.then({perform([&] { tiny.resize(80, 24); }), press(Key::repaint)});
+    tiny.look();
+    run(tiny);
+    EXPECT_TRUE(has(tiny.seen()[0], "│e:    sql.log     ▼")) << tiny.seen()[0];
+    EXPECT_TRUE(has(tiny.seen()[1], "Trace file:    sql.log ")) << tiny.seen()[1];
+}
+
 TEST_F(ScreenTest, AClickOnTheLineOfKeysPressesTheKey) {
     const int bottom = 23;
     const std::string keys = " Tab next  Arrows choose  Enter <button>  Esc leave  F1 help  F2 new driver";
