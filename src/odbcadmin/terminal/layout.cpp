@@ -16,6 +16,9 @@ constexpr int kBesideFrame = 4;
 constexpr int kAboveFrame = 1;
 constexpr int kWidestDialog = 140;
 
+// A list across the dialog has at most this beside it.
+constexpr int kMostBeside = 4;
+
 // What a list or a field that shrinks keeps.
 constexpr int kLeastListColumns = 20;
 constexpr int kLeastListLines = 4;
@@ -152,8 +155,11 @@ int wantedLines(const JxwDialogInfo& dialog) {
 Rect DialogPlace::of(const JxwControlInfo& control) const {
     const Rect place = templatePlaceOf(control);
     Rect grown{right.moved(place.column), down.moved(place.line), place.columns, place.lines};
+    const bool isInRightHalf = 2 * place.column + place.columns >= columns - right.by;
     if (control.kind != JXW_BUTTON)
         grown.columns = right.moved(place.right()) - grown.column;
+    else if (isListAcross && isInRightHalf && place.column < right.edge)
+        grown.column += right.by;
     if (hasSeveralLines(control))
         grown.lines = down.moved(place.bottom()) - grown.line;
     return grown;
@@ -170,6 +176,7 @@ DialogPlace placeDialog(const JxwDialogInfo& dialog, const Rect& area, Point scr
         const Point least = leastEdge(controls, edge);
         const int room = std::min(area.columns, std::max(kWidestDialog, place.columns + 2));
         place.right = {edge.column, changeOf(place.columns + 2, room, kBesideFrame, edge.column - least.column)};
+        place.isListAcross = list.right() + kMostBeside >= place.columns && place.right.by > 0;
         place.down = {edge.line, changeOf(place.lines + 2, area.lines, kAboveFrame, edge.line - least.line)};
         place.columns += place.right.by;
         place.lines += place.down.by;

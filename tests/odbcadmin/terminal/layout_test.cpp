@@ -158,6 +158,26 @@ TEST(Layout, AListShrinksWhereThatMakesItsDialogWhole) {
     });
 }
 
+constexpr JxwControl kAcrossControls[] = {{JXW_LISTBOX, 1, 8, 8, 264, 80, nullptr, 0},
+                                          {JXW_BUTTON, 2, 8, 96, 68, 14, "Left", 0},
+                                          {JXW_BUTTON, IDOK, 128, 96, 68, 14, "OK", 0},
+                                          {JXW_BUTTON, IDCANCEL, 204, 96, 68, 14, "Cancel", 0},
+                                          kEndOfControls};
+constexpr JxwTemplate kAcross[] = {{1, "Across", 280, 120, kAcrossControls}, {0, nullptr, 0, 0, nullptr}};
+
+TEST(Layout, BelowAListAcrossTheDialogTheButtonsOfTheRightHalfKeepToTheRight) {
+    const Dialog dialog(kAcross, 1);
+    for (const int columns : {60, 80, 100, 120}) {
+        SCOPED_TRACE(columns);
+        const DialogPlace place = dialog.in(columns, 24);
+        std::vector<int> begins;
+        for (const JxwControlInfo& control : dialog.controls())
+            begins.push_back(place.of(control).column);
+        const int wider = std::max(0, columns - 80);
+        EXPECT_EQ(begins, (std::vector<int>{2, 2, 32 + wider, 51 + wider}));
+    }
+}
+
 TEST(Layout, ADialogWithoutAListKeepsItsSize) {
     const Dialog dialog(kTemplates, JxOptionsDialog);
     EXPECT_EQ(dialog.in(200, 60).frame.columns, dialog.in(80, 24).frame.columns);
