@@ -11,6 +11,7 @@
 
 #include "odbcadmin/assist/cut_list.h"
 #include "odbcadmin/assist/driver_form.h"
+#include "odbcadmin/assist/help.h"
 #include "odbcadmin/model/comparison.h"
 #include "odbcadmin/trial/installer_library.h"
 
@@ -82,6 +83,17 @@ std::string enteredSince(const model::Configuration& before) {
                            : "Your files show what was really entered:" + entered;
 }
 
+bool isForm(HWND dialog) {
+    JxwDialogInfo info{};
+    return JXW_GetDialogInfo(dialog, &info) != 0 && std::string_view(info.module) == kFormModule;
+}
+
+std::string showHelp(HWND dialog) {
+    guiMessageBox(dialog, reinterpret_cast<const unsigned char*>(helpOnAll(dialog).c_str()),
+                  reinterpret_cast<const unsigned char*>("Help"), MB_OK);
+    return {};
+}
+
 // The only driver there is needs no choosing.
 void chooseOnly(HWND dialog, unsigned short list) {
     if (JXW_SendDlgItemMessage(dialog, list, LB_GETCOUNT, 0, 0) == 1)
@@ -129,9 +141,19 @@ void Assistant::boxClosed() {
     refreshDriverLists();
 }
 
+std::vector<FunctionKey> Assistant::functionKeys(HWND dialog) {
+    std::vector<FunctionKey> keys{{1, "help", "", showHelp}};
+    if (!isForm(dialog)) {
+        keys.push_back({2, "new driver", "", [this](HWND owner) {
+                            registerDriver(owner);
+                            return std::string();
+                        }});
+    }
+    return keys;
+}
+
 void Assistant::registerDriver(HWND owner) {
-    JxwDialogInfo info{};
-    if (JXW_GetDialogInfo(owner, &info) != 0 && std::string_view(info.module) == kFormModule)
+    if (isForm(owner))
         return;
     if (assist::registerDriver(owner))
         refreshDriverLists();

@@ -6,7 +6,9 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "odbcadmin/assist/function_key.h"
 #include "odbcadmin/model/configuration.h"
 
 namespace jx::assist {
@@ -29,6 +31,10 @@ public:
 
     // After a message box was answered.
     void boxClosed();
+
+    // The function keys that mean something in a dialog, in the order in which they are shown. They may be pressed as
+    // long as the assistant lives.
+    std::vector<FunctionKey> functionKeys(HWND dialog);
 
     // Shows the dialog that registers a driver; owner is the dialog in front. Nothing when that dialog is in front.
     void registerDriver(HWND owner);
