@@ -8,6 +8,7 @@
 #include "odbcadmin/doctor/bug_report.h"
 #include "odbcadmin/doctor/file_checks.h"
 #include "odbcadmin/doctor/syntax_checks.h"
+#include "odbcadmin/doctor/unknown_name.h"
 #include "odbcadmin/model/text.h"
 
 namespace jx::cli {
@@ -26,6 +27,15 @@ ExitCode showReport(const Session& session, const doctor::Findings& findings) {
     return codeOf(findings);
 }
 
+// A name that is not there: what is wrong with the files as such may be the reason, and is shown before it.
+ExitCode showUnknown(const Session& session, const Configuration& configuration, const std::string& name) {
+    doctor::Findings findings = doctor::checkTexts(configuration);
+    std::erase_if(findings, [](const auto& each) { return each.severity == doctor::Severity::note; });
+    if (!findings.empty())
+        showFindings(session, findings);
+    return session.fail(doctor::whyUnknown(configuration, name));
+}
+
 ExitCode runDoctor(const Session& session, const Configuration& configuration, const Line& line) {
     const std::vector<std::string> names = line.texts("NAME");
     const auto limit = timeLimit(session, line, kDoctorLimit);
@@ -33,8 +43,7 @@ ExitCode runDoctor(const Session& session, const Configuration& configuration, c
         return ExitCode::wrongUse;
     for (const std::string& name : names)
         if (!configuration.dataSource(name) && !configuration.driver(name))
-            return session.fail(configuration.trouble() ? configuration.trouble()
-                                                        : model::noDataSourceOrDriver(configuration, name));
+            return showUnknown(session, configuration, name);
     const doctor::Findings findings = findWith(session, *limit, [&](doctor::ExaminationOptions& options) {
         options.names = names;
         options.library.namedBy = configuration.paths();
