@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include "odbcadmin/cli/commands.h"
+#include "odbcadmin/cli/doctor_elsewhere.h"
 #include "odbcadmin/cli/findings_output.h"
 #include "odbcadmin/cli/verb.h"
 #include "odbcadmin/doctor/bug_report.h"
@@ -41,6 +42,8 @@ ExitCode runDoctor(const Session& session, const Configuration& configuration, c
     const auto limit = timeLimit(session, line, kDoctorLimit);
     if (!limit)
         return ExitCode::wrongUse;
+    if (isDoctorElsewhere(line))
+        return runDoctorElsewhere(session, line);
     for (const std::string& name : names)
         if (!configuration.dataSource(name) && !configuration.driver(name))
             return showUnknown(session, configuration, name);
@@ -76,10 +79,14 @@ void addDoctorCommands(CLI::App& app, Session& session) {
         .operand("FILE", "Files to look at; the two configuration files without any", kAny, Complete::files)
         .onRead(Needs::nothing, runLint);
     addVerb(app, session, "doctor", "Look for everything that can be wrong with files, names and libraries",
-            "odbcadmin doctor\nodbcadmin doctor Sales\nodbcadmin doctor --report > report.txt")
+            "odbcadmin doctor\nodbcadmin doctor Sales\nodbcadmin doctor --as-user www-data Sales\n"
+            "odbcadmin doctor --report > report.txt")
         .operand("NAME", "Data sources and drivers; all of them without any", kAny, Complete::dsnOrDriver)
         .timeout("Seconds that a library may take to load (10)")
         .flag("--report", "Print a text for a bug report, without secrets")
+        .option("--as-user", "Look as this user would after a login: home directory, variables and rights", "USER")
+        .option("--pid", "Look as this process does: its variables, rights and files", "NUMBER")
+        .notBoth("--as-user", "--pid")
         .onRead(Needs::nothing, runDoctor);
 }
 
