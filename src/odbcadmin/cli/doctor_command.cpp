@@ -3,11 +3,13 @@
 #include <nlohmann/json.hpp>
 
 #include "odbcadmin/cli/commands.h"
+#include "odbcadmin/cli/doctor_elsewhere.h"
 #include "odbcadmin/cli/findings_output.h"
 #include "odbcadmin/cli/verb.h"
 #include "odbcadmin/doctor/bug_report.h"
 #include "odbcadmin/doctor/file_checks.h"
 #include "odbcadmin/doctor/syntax_checks.h"
+#include "odbcadmin/doctor/unknown_name.h"
 #include "odbcadmin/model/text.h"
 
 namespace jx::cli {
@@ -26,15 +28,25 @@ ExitCode showReport(const Session& session, const doctor::Findings& findings) {
     return codeOf(findings);
 }
 
+// A name that is not there: what is wrong with the files as such may be the reason, and is shown before it.
+ExitCode showUnknown(const Session& session, const Configuration& configuration, const std::string& name) {
+    doctor::Findings findings = doctor::checkTexts(configuration);
+    std::erase_if(findings, [](const auto& each) { return each.severity == doctor::Severity::note; });
+    if (!findings.empty())
+        showFindings(session, findings);
+    return session.fail(doctor::whyUnknown(configuration, name));
+}
+
 ExitCode runDoctor(const Session& session, const Configuration& configuration, const Line& line) {
     const std::vector<std::string> names = line.texts("NAME");
     const auto limit = timeLimit(session, line, kDoctorLimit);
     if (!limit)
         return ExitCode::wrongUse;
+    if (isDoctorElsewhere(line))
+        return runDoctorElsewhere(session, line);
     for (const std::string& name : names)
         if (!configuration.dataSource(name) && !configuration.driver(name))
-            return session.fail(configuration.trouble() ? configuration.trouble()
-                                                        : model::noDataSourceOrDriver(configuration, name));
+            return showUnknown(session, configuration, name);
     const doctor::Findings findings = findWith(session, *limit, [&](doctor::ExaminationOptions& options) {
         options.names = names;
         options.library.namedBy = configuration.paths();
@@ -67,10 +79,14 @@ void addDoctorCommands(CLI::App& app, Session& session) {
         .operand("FILE", "Files to look at; the two configuration files without any", kAny, Complete::files)
         .onRead(Needs::nothing, runLint);
     addVerb(app, session, "doctor", "Look for everything that can be wrong with files, names and libraries",
-            "odbcadmin doctor\nodbcadmin doctor Sales\nodbcadmin doctor --report > report.txt")
+            "odbcadmin doctor\nodbcadmin doctor Sales\nodbcadmin doctor --as-user www-data Sales\n"
+            "odbcadmin doctor --report > report.txt")
         .operand("NAME", "Data sources and drivers; all of them without any", kAny, Complete::dsnOrDriver)
         .timeout("Seconds that a library may take to load (10)")
         .flag("--report", "Print a text for a bug report, without secrets")
+        .option("--as-user", "Look as this user would after a login: home directory, variables and rights", "USER")
+        .option("--pid", "Look as this process does: its variables, rights and files", "NUMBER")
+        .notBoth("--as-user", "--pid")
         .onRead(Needs::nothing, runDoctor);
 }
 

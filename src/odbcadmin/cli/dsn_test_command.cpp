@@ -143,7 +143,8 @@ ExitCode show(const Session& session, const std::string& name, const std::string
     if (!report.user.empty())
         session.warn("the driver had the rights of " + report.user + ", not those of root");
     if (!connected)
-        return session.fail(code, "Cannot connect to " + name + ": " + end, "See odbcadmin doctor " + name);
+        return session.fail(code, "Cannot connect to " + name + ": " + end,
+                            "See odbcadmin doctor " + model::shellWord(name));
     session.say(name + ": connected" + (report.driver.empty() ? "" : ", driver " + report.driver) +
                 (report.database.empty() ? "" : ", database " + report.database));
     return code;
@@ -159,6 +160,12 @@ ExitCode runTest(const Session& session, const model::Configuration& configurati
         return session.fail(configuration.trouble(model::FileKind::dataSources)
                                 ? configuration.trouble(model::FileKind::dataSources)
                                 : model::noDataSource(configuration, name));
+    // The stored keys stand there: a connection without it would be one to the driver's own defaults.
+    if (!source->header && !source->isDefault)
+        return session.fail(
+            ExitCode::cannotConnect,
+            "The data source " + source->name + " has no section [" + source->name + "] in " + source->file->path,
+            "See odbcadmin explain " + model::shellWord(source->name));
     const std::string library = doctor::meantLibrary(*source, configuration, doctor::loaderPlaces());
     if (const auto mistake = doctor::mistakeIn(library))
         return session.fail(ExitCode::cannotConnect,
@@ -168,7 +175,7 @@ ExitCode runTest(const Session& session, const model::Configuration& configurati
         return session.fail(configuration.trouble());
     if (library.empty())
         return session.fail(ExitCode::cannotConnect, "The data source " + source->name + " leads to no library",
-                            "See odbcadmin explain " + source->name);
+                            "See odbcadmin explain " + model::shellWord(source->name));
     ConnectReport report;
     {
         Progress progress(session.quiet);

@@ -119,7 +119,7 @@ void checkRights(mode_t mode, const Subject& file) {
     if ((mode & (S_IRGRP | S_IROTH)) != 0 && holdsSecret(path))
         file.tell(check::kPasswordOpen,
                   path + " (" + rightsText(path) + ") holds a password and can be read by " + readersText(path) + ".",
-                  "Let its owner alone read it: chmod 600 " + path);
+                  "Let its owner alone read it: chmod 600 " + model::shellWord(path));
     // A write replaces the file, so it is the directory that must be open for writing.
     std::error_code ignored;
     const fs::path real = fs::canonical(path, ignored);

@@ -96,7 +96,7 @@ private:
             tell(check::kLibraryUnreadable,
                  path_ + " (" + rightsText(path_) + ") cannot be read by " + thisUserText() + ": " +
                      std::strerror(file_.error) + ".",
-                 "Let everybody who uses the library read it, as with chmod a+r.");
+                 "Let everybody who uses the library read it: chmod a+r " + model::shellWord(path_));
     }
 
     void lookAtFile() {
@@ -126,7 +126,7 @@ private:
             case State::notShared:
                 return tell(check::kLibraryNotShared,
                             path_ + (file_.isProgram ? " is a program, not a shared library."
-                                                     : " is an object file or a program, not a shared library."),
+                                                     : " is an object file, not a shared library."),
                             "Give the path of the shared library (.so).");
             default:
                 return tell(check::kLibraryNotElf,
