@@ -24,7 +24,9 @@ done
 
 export HOME=$work/home
 mkdir "$HOME"
-bin/odbcadmin driver add Plain --lib /opt/libplain.so --setup "$prefix/lib/libjxsetup.so" 2>"$work/warning"
+bin/odbcadmin driver add Plain --lib /opt/libplain.so >"$work/added" 2>"$work/warning"
+[ "$(bin/odbcadmin config get .odbcinst.ini Plain Setup)" = "$(realpath lib/libjxsetup.so)" ] ||
+    fail "the general setup library beside the program was not entered"
 bin/odbcadmin dsn add Sales --driver Plain Server=db1 || fail "dsn add failed"
 [ "$(bin/odbcadmin dsn list)" = "Sales  Plain" ] || fail "dsn list printed something else"
 [ "$(bin/odbcadmin dsn get Sales Server)" = db1 ] || fail "dsn get printed something else"
