@@ -6,8 +6,10 @@
 
 #include <algorithm>
 #include <string_view>
+#include <unordered_set>
 #include <utility>
 
+#include "odbcadmin/assist/chosen_source.h"
 #include "odbcadmin/assist/cut_list.h"
 #include "odbcadmin/trial/installer_library.h"
 
@@ -15,11 +17,13 @@ namespace jx::assist {
 
 namespace {
 
-// Only lists of the library's own dialogs: what a driver's dialog selects is its own affair.
+// Only lists of the library's and our own dialogs: what a driver's dialog selects is its own affair.
 int keptList(HWND dialog) {
     JxwDialogInfo info{};
-    if (JXW_GetDialogInfo(dialog, &info) == 0 || std::string_view(info.module) != trial::kInstallerModule ||
-        (info.templateId != JxDataSourcesDialog && info.templateId != JxDriversDialog))
+    const bool isDialog = JXW_GetDialogInfo(dialog, &info) != 0;
+    const bool isDrivers =
+        isDialog && std::string_view(info.module) == trial::kInstallerModule && info.templateId == JxDriversDialog;
+    if (!isDrivers && sourceList(dialog) == 0)
         return -1;
     JxwControlInfo control{};
     for (int index = 0; JXW_GetControlInfo(dialog, index, &control) != 0; ++index)
@@ -38,13 +42,16 @@ std::vector<std::string> rowsOf(HWND dialog, int index, int count) {
 
 // The place of the only row that was not there before; -1 when there is none, or there are several.
 int newRow(const std::vector<std::string>& before, const std::vector<std::string>& now) {
-    if (now.size() != before.size() + 1)
-        return -1;
-    const auto isNew = [&before](const std::string& row) {
-        return std::find(before.begin(), before.end(), row) == before.end();
-    };
-    const auto found = std::find_if(now.begin(), now.end(), isNew);
-    return found == now.end() ? -1 : static_cast<int>(found - now.begin());
+    const std::unordered_set<std::string> known(before.begin(), before.end());
+    int found = -1;
+    for (std::size_t row = 0; row < now.size(); ++row) {
+        if (known.contains(now[row]))
+            continue;
+        if (found >= 0)
+            return -1;
+        found = static_cast<int>(row);
+    }
+    return found;
 }
 
 }  // namespace
