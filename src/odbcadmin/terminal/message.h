@@ -26,6 +26,7 @@ public:
 
 private:
     void layOut(const Rect& area, Charset charset);
+    int buttonColumns(int width, int gap) const;
     void paintButtons(Canvas& canvas);
     std::optional<unsigned int> press(Point place) const;
     std::optional<unsigned int> typed(const Input& input) const;
@@ -40,6 +41,7 @@ private:
     Rect frame_;
     Rect inside_;  // where the lines are seen
     int firstLine_ = 0;
+    bool hasSign_ = false;
 };
 
 }  // namespace jx::terminal

@@ -9,6 +9,7 @@
 #include "odbcadmin/assist/assistant.h"
 #include "odbcadmin/assist/selection.h"
 #include "odbcadmin/terminal/dialog_input.h"
+#include "odbcadmin/terminal/key_bar.h"
 #include "odbcadmin/terminal/message.h"
 #include "odbcadmin/terminal/terminal.h"
 
@@ -30,14 +31,19 @@ private:
     int wait(HWND dialog);
     unsigned int ask(const char* text, const char* title, unsigned int style);
     void setCursor(unsigned int cursor);
-    void carryOut(HWND dialog, const Input& input);
+    void carryOut(HWND dialog, const Input& given);
+    Input meant(HWND dialog, const Input& input);
+    std::string act(HWND dialog, const Input& input);
     void paint();
     void beginWork(const std::string& what);
+    void beginWaiting(HWND dialog, const std::string& what);
     void resumeWork();
     void setWorker(const std::string& worker);
     void endWork();
     void paintWorking(const std::string& what);
-    std::string helpLine(HWND dialog) const;
+    std::string helpLine(HWND dialog, const Rect& area) const;
+    KeyBar keyBar(HWND dialog, int columns);
+    void paintKeys(Canvas& canvas, const Rect& part);
 
     Terminal& terminal_;
     Abilities abilities_;

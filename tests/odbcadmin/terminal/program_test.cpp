@@ -30,6 +30,8 @@ struct Kind {
 constexpr Kind kWide{"80x24-xterm-utf8", 80, 24, "TERM=xterm-256color LC_ALL=C.UTF-8"};
 constexpr Kind kSmall{"40x12-vt100-c", 40, 12, "TERM=vt100 LC_ALL=C"};
 constexpr Kind kLarge{"132x43-screen-utf8", 132, 43, "TERM=screen LC_ALL=C.UTF-8 NO_COLOR=1"};
+constexpr Kind kTiny{"20x5-xterm-utf8", 20, 5, "TERM=xterm-256color LC_ALL=C.UTF-8"};
+constexpr Kind kHuge{"200x60-xterm-utf8", 200, 60, "TERM=xterm-256color LC_ALL=C.UTF-8"};
 constexpr Kind kPlain{"80x24-vt100-c", 80, 24, "TERM=vt100 LC_ALL=C"};
 
 std::string readFile(const std::string& path) {
@@ -126,6 +128,22 @@ TEST(Program, ShowsTheFirstDialogsOnAPlainTerminal) {
     Walk walk(kPlain);
     walk.step("", "data-sources", "F2 new driver");
     walk.pass("M-o", "Call tracing");
+}
+
+TEST(Program, ShowsTheMainDialogAt200x60) {
+    Walk walk(kHuge);
+    walk.step("", "data-sources", "F2 new driver");
+    walk.pass("M-r", "Installed drivers");
+}
+
+TEST(Program, ShowsWhereTheUserIsAt20x5) {
+    Walk walk(kTiny);
+    walk.step("", "data-sources", "Your data");
+    walk.pass("Tab", "<   Setup...    >");
+    walk.pass("M-o", "[ ] Trace");
+    walk.pass("M-f", "Trace file:");
+    walk.pass("Escape F1", "Data sources in");
+    walk.pass("Enter M-e", "[Yes] <No >");
 }
 
 TEST(Program, ANewSizeAtDepthShowsTheSameDialogs) {

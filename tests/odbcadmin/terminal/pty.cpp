@@ -106,6 +106,11 @@ void Pty::send(const std::string& bytes) const {
     EXPECT_EQ(::write(master_, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
 }
 
+bool Pty::hasReadAll() const {
+    int waiting = 0;
+    return ::ioctl(slave_, FIONREAD, &waiting) == 0 && waiting == 0;
+}
+
 void Pty::signal(int number) const {
     ::kill(child_, number);
 }

@@ -26,6 +26,8 @@ public:
     const std::string& modesBefore() const { return before_; }
 
     void send(const std::string& bytes) const;
+    // Whether the program has read everything that was sent.
+    bool hasReadAll() const;
     void signal(int number) const;
     void resize(int columns, int lines) const;
 

@@ -63,7 +63,7 @@ TEST_F(ScreenTest, ShowsWhatItListsAndFromWhichFile) {
     │  │                                            │                      │
     │  │                                            │                      │
     │  │                                            │   [     Close     ]  │
-    │  └────────────────────────────────────────────┘                      │
+    │  └─────────────────────────────────── 1 of 3 ─┘                      │
     │                                                                      │
     └──────────────────────────────────────────────────────────────────────┘
 
@@ -83,16 +83,16 @@ TEST_F(ScreenTest, ADialogLargerThanTheWindowFollowsTheFocus) {
     EXPECT_EQ(small.seen()[0],
               R"( Data sources in ~/.odbc.ini
 +- Data Sources -----------------------+
-|  Data sources (driver):              ^
-|  +-----------------------------------|
-|  |Sales (Sample)                     |
-|  |Stock (Sample)                     |
-|  |Zoo (Sample)                       |
-|  |                                   |
-|  |                                   v
-+------------------------------------->+
+|Data sources (driver):                ^
+|+-------------------------------------|
+||Sales (Sample)                       |
+||Stock (Sample)                       |
+||Zoo (Sample)                         |
+||                                     |
+||                                     v
++<------------------------------------>+
  Your data sources. Enter or a double>
- Tab Enter Esc  F1 help  F2 new driver
+ Tab Enter Esc F1 help F2 new driver
 )");
     EXPECT_TRUE(has(small.seen()[1], "<   Setup...    >")) << small.seen()[1];
 }
@@ -300,6 +300,147 @@ TEST_F(ScreenTest, ANewSizePaintsEverythingAnewAtAnyDepth) {
     run(user_);
     EXPECT_TRUE(has(user_.seen()[0], "<   No   >")) << user_.seen()[0];
     EXPECT_TRUE(has(user_.seen()[1], "<   No   >")) << user_.seen()[1];
+}
+
+// As many data sources as the library lists.
+std::string manySources(int count) {
+    std::string text = "[ODBC Data Sources]\n";
+    for (int i = 0; i < count; ++i)
+        text += "S" + std::to_string(100 + i) + "=Sample\n";
+    return text;
+}
+
+TEST_F(ScreenTest, ALargeTerminalShowsMoreRows) {
+    home_.put(".odbc.ini", manySources(60));
+    ScriptedTerminal large(200, 60);
+    large.look();
+    run(large);
+    EXPECT_TRUE(has(large.seen()[0], "│S100 (Sample)")) << large.seen()[0];
+    EXPECT_TRUE(has(large.seen()[0], "│S146 (Sample)"));
+    EXPECT_TRUE(has(large.seen()[0], " 1 of 60 ─┘"));
+}
+
+TEST_F(ScreenTest, ANewSizeKeepsFocusAndSelectionInView) {
+    home_.put(".odbc.ini", manySources(60));
+    std::vector<std::string> rows;
+    const auto resizedTo = [this](int columns, int lines) {
+        return std::vector<Step>{perform([this, columns, lines] { user_.resize(columns, lines); }),
+                                 press(Key::repaint)};
+    };
+    user_.then(std::vector<Step>(30, press(Key::down)));
+    for (const Point size : {Point{20, 5}, Point{40, 12}, Point{200, 60}, Point{80, 24}}) {
+        user_.then(resizedTo(size.column, size.line));
+        user_.then(perform([&] {
+            for (int line = 0; line < user_.lines(); ++line)
+                for (int column = 0; column < user_.columns(); ++column)
+                    if (user_.canvas().at({column, line}).look == Look::focus && rows.size() < 4) {
+                        rows.push_back(user_.canvas().line(line));
+                        return;
+                    }
+            rows.emplace_back("(no focus)");
+        }));
+    }
+    user_.then(press(Key::tab));
+    user_.then(resizedTo(20, 5));
+    user_.look();
+    run(user_);
+    ASSERT_EQ(rows.size(), 4U);
+    for (const std::string& row : rows)
+        EXPECT_TRUE(has(row, "S130 ")) << row;
+    EXPECT_TRUE(has(user_.seen()[0], " <   Setup...    >")) << user_.seen()[0];
+}
+
+TEST_F(ScreenTest, OnAVerySmallTerminalEveryControlIsSeenWholeWhenTheUserIsThere) {
+    ScriptedTerminal tiny(20, 5);
+    for (int i = 0; i < 6; ++i) {
+        tiny.then(press(Key::tab));
+        tiny.look();
+    }
+    run(tiny);
+    const char* buttons[] = {"<   Setup...    >", "[    Delete     ]", "[    Add...     ]",
+                             "[  Drivers...   ]", "[  Options...   ]", "[     Close     ]"};
+    for (std::size_t i = 0; i < 6; ++i)
+        EXPECT_TRUE(has(tiny.seen()[i], buttons[i])) << tiny.seen()[i];
+}
+
+TEST_F(ScreenTest, AListWiderThanTheTerminalStaysWhereItWasMovedSideways) {
+    home_.put(".odbc.ini",
+              "[ODBC Data Sources]\nA name of twenty-six bytes=Sample\nAnother one of twenty-nine=Sample\n");
+    ScriptedTerminal tiny(20, 5);
+    tiny.then({press(Key::right), press(Key::right), press(Key::down)});
+    tiny.look();
+    tiny.then({press(Key::tab), press(Key::backTab)});
+    tiny.look();
+    run(tiny);
+    EXPECT_TRUE(has(tiny.seen()[0], "│twenty-nine (Sampl▼")) << tiny.seen()[0];
+    EXPECT_TRUE(has(tiny.seen()[1], "│Another one")) << tiny.seen()[1];
+}
+
+TEST_F(ScreenTest, AClickOnTheLineOfKeysPressesTheKey) {
+    const int bottom = 23;
+    const std::string keys = " Tab next  Arrows choose  Enter <button>  Esc leave  F1 help  F2 new driver";
+    const auto clickOn = [&](const std::string& part) { return click(static_cast<int>(keys.find(part)), bottom); };
+    user_.then({clickOn("Tab")});
+    user_.look();
+    user_.then({clickOn("choose"), click(79, bottom)});
+    user_.look();
+    user_.then({clickOn("F2")});
+    user_.look();
+    user_.then({clickOn("Esc"), clickOn("F1")});
+    user_.look();
+    run(user_);
+    ASSERT_EQ(user_.seen().size(), 4U);
+    EXPECT_TRUE(has(user_.seen()[0], keys)) << user_.seen()[0];
+    EXPECT_TRUE(has(user_.seen()[0], "Changes the settings of the chosen data source."));
+    EXPECT_EQ(user_.seen()[1], user_.seen()[0]);
+    EXPECT_TRUE(has(user_.seen()[2], "Register a Driver")) << user_.seen()[2];
+    EXPECT_TRUE(has(user_.seen()[3], "┌─ Help")) << user_.seen()[3];
+}
+
+TEST_F(ScreenTest, AKeyThatMeansNothingHereDoesNothing) {
+    const std::string before = after({});
+    ScriptedTerminal other(80, 24);
+    for (const Key key : {Key::f3, Key::f9, Key::f10, Key::f11, Key::f12, Key::undo, Key::wordLeft})
+        other.then(press(key));
+    other.look();
+    run(other);
+    EXPECT_EQ(other.seen()[0], before);
+}
+
+TEST_F(ScreenTest, TheBarOfAListMovesItsRowsByOneOrByAPage) {
+    home_.put(".odbc.ini", manySources(60));
+    const int bar = 52;
+    const int top = 6;
+    const int bottom = 16;
+    const auto firstRowAfter = [&](const std::vector<Step>& steps) {
+        ScriptedTerminal user(80, 24);
+        user.then(steps);
+        user.look();
+        run(user);
+        return user.canvas().line(top).substr(user.canvas().line(top).find('S'), 4);
+    };
+    EXPECT_EQ(firstRowAfter({click(bar, bottom)}), "S101");
+    EXPECT_EQ(firstRowAfter({click(bar, bottom), doubleClick(bar, bottom)}), "S102");
+    EXPECT_EQ(firstRowAfter({click(bar, bottom - 1)}), "S110");
+    EXPECT_EQ(firstRowAfter({click(bar, bottom - 1), click(bar, bottom - 1), click(bar, top)}), "S119");
+    EXPECT_EQ(firstRowAfter({click(bar, bottom - 1), click(bar, bottom - 1), click(bar, top + 1)}), "S110");
+    EXPECT_EQ(firstRowAfter({click(bar, top)}), "S100");
+}
+
+TEST_F(ScreenTest, TheListSaysWhereTheUserIsInIt) {
+    home_.put(".odbc.ini", manySources(60));
+    EXPECT_TRUE(has(after({press(Key::down)}), " 2 of 60 ─┘"));
+    ScriptedTerminal last(80, 24);
+    last.then(press(Key::end));
+    last.look();
+    run(last);
+    EXPECT_TRUE(has(last.seen()[0], " 60 of 60 ─┘")) << last.seen()[0];
+    EXPECT_TRUE(has(last.seen()[0], "S158 (Sample)                               █")) << last.seen()[0];
+    home_.put(".odbc.ini", "");
+    ScriptedTerminal empty(80, 24);
+    empty.look();
+    run(empty);
+    EXPECT_FALSE(has(empty.seen()[0], " of ")) << empty.seen()[0];
 }
 
 TEST_F(ScreenTest, WithoutAUserEveryDialogCloses) {
