@@ -38,9 +38,9 @@ constexpr JxwControl kRemoval[] = {
     {JXW_LABEL, kRemovalUsers, 8, 24, 264, 16, "", JXW_PLAIN},
     {JXW_LABEL, 0, 8, 48, 264, 8, "Delete &Files removes from the disk and from your files, for good:", 0},
     {JXW_LISTBOX, kRemovalList, 8, 56, 264, 40, nullptr, 0},
-    {JXW_BUTTON, kRemovalUnregister, 8, 104, 84, 14, "&Unregister Only", JXW_DEFAULT},
+    {JXW_BUTTON, kRemovalUnregister, 8, 104, 84, 14, "&Unregister Only", 0},
     {JXW_BUTTON, kRemovalDelete, 98, 104, 84, 14, "D&elete Files...", 0},
-    {JXW_BUTTON, IDCANCEL, 188, 104, 84, 14, "Cancel", 0},
+    {JXW_BUTTON, IDCANCEL, 188, 104, 84, 14, "Cancel", JXW_DEFAULT},
     kEnd};
 
 constexpr JxwControl kSources[] = {{JXW_LABEL, 0, 8, 8, 200, 8, "&Data sources (driver):", 0},

@@ -116,7 +116,7 @@ void refillList(HWND dialog) {
     else
         refillLibraryDialog(dialog);
     applyFilter(dialog);
-    before.restore();
+    before.restore(Selection::Why::readAgain);
 }
 
 void filterList(HWND dialog, const std::string& text) {

@@ -64,7 +64,20 @@ Selection::Selection(HWND dialog) : dialog_(dialog), index_(keptList(dialog)) {
     rows_ = rowsOf(dialog, index_, list.rowCount);
 }
 
-void Selection::restore() const {
+// Where the user is to be among the rows that there are now.
+int Selection::rowIn(const std::vector<std::string>& now, Why why) const {
+    const int added = newRow(rows_, now);
+    if (now == rows_ || (row_ < 0 && added < 0))
+        return row_;
+    if (row_ < 0 || (why == Why::command && added >= 0 && now.size() == rows_.size() + 1))
+        return added;
+    const auto same = std::find(now.begin(), now.end(), rows_[static_cast<std::size_t>(row_)]);
+    if (same != now.end())
+        return static_cast<int>(same - now.begin());
+    return added >= 0 && now.size() == rows_.size() ? added : row_;
+}
+
+void Selection::restore(Why why) const {
     JxwControlInfo list{};
     noteCutList(dialog_);
     if (index_ < 0 || keptList(dialog_) != index_ || JXW_GetControlInfo(dialog_, index_, &list) == 0 ||
@@ -73,13 +86,9 @@ void Selection::restore() const {
     const std::vector<std::string> now = rowsOf(dialog_, index_, list.rowCount);
     if (now == rows_ && list.selection == row_)
         return;
-    int row = now == rows_ ? row_ : newRow(rows_, now);
-    if (row < 0 && row_ >= 0) {
-        const auto same = std::find(now.begin(), now.end(), rows_[static_cast<std::size_t>(row_)]);
-        row = same != now.end() ? static_cast<int>(same - now.begin()) : row_;
-    }
-    JXW_UserFocus(dialog_, list.id);
-    JXW_UserSelect(dialog_, list.id, std::clamp(row, 0, list.rowCount - 1));
+    if (why == Why::command)
+        JXW_UserFocus(dialog_, list.id);
+    JXW_UserSelect(dialog_, list.id, std::clamp(rowIn(now, why), 0, list.rowCount - 1));
 }
 
 void SelectionKeeper::around(const std::function<void()>& action) {
@@ -92,7 +101,7 @@ void SelectionKeeper::around(const std::function<void()>& action) {
     const Leave leave{innermost_, std::exchange(innermost_, &before)};
     action();
     if (before)
-        before->restore();
+        before->restore(Selection::Why::command);
 }
 
 }  // namespace jx::assist

@@ -204,9 +204,9 @@ TEST_F(RemovalTest, NamesEverythingThatDeletingTheFilesRemoves) {
       entries of driver Plain
       data source Sales
       data source More
-  button 24 "&Unregister Only" default focus
+  button 24 "&Unregister Only"
   button 25 "D&elete Files..."
-  button 2 "Cancel"
+  button 2 "Cancel" default focus
 )");
 }
 
