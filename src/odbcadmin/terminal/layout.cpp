@@ -1,6 +1,9 @@
 // Dialog units to cells.
 #include "odbcadmin/terminal/layout.h"
 
+#include <string_view>
+#include <vector>
+
 namespace jx::terminal {
 
 namespace {
@@ -13,9 +16,10 @@ constexpr int kBesideFrame = 4;
 constexpr int kAboveFrame = 1;
 constexpr int kWidest = 140;
 
-int spare(int room, int taken) {
-    return std::max(0, room - taken);
-}
+// What a list or a field that shrinks keeps.
+constexpr int kLeastColumns = 20;
+constexpr int kLeastLines = 4;
+constexpr int kLeastField = 12;
 
 int nearest(int units, int perCell) {
     return units >= 0 ? (units + perCell / 2) / perCell : -((-units + perCell / 2) / perCell);
@@ -44,16 +48,66 @@ Rect templatePlaceOf(const JxwControlInfo& control) {
     return place;
 }
 
-// The list with the most cells; an empty place when the dialog has none.
-Rect largestList(const JxwDialogInfo& dialog) {
-    Rect largest;
+// The controls of a dialog with their places in its template.
+struct Placed {
+    JxwControlInfo control;
+    Rect place;
+};
+
+std::vector<Placed> placedControls(HWND dialog) {
+    std::vector<Placed> all;
     JxwControlInfo control{};
-    for (int index = 0; JXW_GetControlInfo(dialog.dialog, index, &control) != 0; ++index) {
-        const Rect place = templatePlaceOf(control);
+    for (int index = 0; JXW_GetControlInfo(dialog, index, &control) != 0; ++index)
+        all.push_back({control, templatePlaceOf(control)});
+    return all;
+}
+
+// The list with the most cells; an empty place when there is none.
+Rect largestList(const std::vector<Placed>& controls) {
+    Rect largest;
+    for (const auto& [control, place] : controls)
         if (control.kind == JXW_LISTBOX && place.columns * place.lines > largest.columns * largest.lines)
             largest = place;
-    }
     return largest;
+}
+
+bool canShrink(const JxwControlInfo& control) {
+    return control.kind == JXW_LISTBOX || control.kind == JXW_GROUPBOX;
+}
+
+// The columns that a control cannot do without.
+int leastColumns(const JxwControlInfo& control, const Rect& place) {
+    switch (control.kind) {
+        case JXW_LISTBOX:
+        case JXW_GROUPBOX:
+            return std::min(place.columns, kLeastColumns);
+        case JXW_EDIT:
+            return std::min(place.columns, kLeastField);
+        case JXW_LABEL:
+            return std::min(place.columns, static_cast<int>(std::string_view(control.text).size()));
+        default:
+            return place.columns;
+    }
+}
+
+// The smallest edge that leaves every control before it what it needs.
+Point leastEdge(const std::vector<Placed>& controls, Point edge) {
+    Point least;
+    for (const auto& [control, place] : controls) {
+        if (place.column < edge.column)
+            least.column = std::max(least.column, place.column + leastColumns(control, place));
+        if (place.line < edge.line)
+            least.line = std::max(least.line,
+                                  place.line + std::min(place.lines, canShrink(control) ? kLeastLines : place.lines));
+    }
+    return least;
+}
+
+// How much a dialog of a size becomes larger when it leaves free cells on both sides, or smaller by at most least.
+int changeOf(int size, int room, int free, int least) {
+    if (size + 2 * free <= room)
+        return room - 2 * free - size;
+    return size > room && size - room <= least ? room - size : 0;
 }
 
 // How far an inside of size cells may be scrolled when seen of them are seen.
@@ -109,10 +163,14 @@ DialogPlace placeDialog(const JxwDialogInfo& dialog, const Rect& area, Point scr
     DialogPlace place{};
     place.columns = std::max(1, roundedUp(dialog.width, kUnitsPerColumn));
     place.lines = std::max(1, roundedUp(dialog.height, kUnitsPerLine));
-    const Rect list = largestList(dialog);
+    const std::vector<Placed> controls = placedControls(dialog.dialog);
+    const Rect list = largestList(controls);
     if (list.lines > 0) {
-        place.right = {list.right(), spare(std::min(area.columns, kWidest) - 2 * kBesideFrame, place.columns + 2)};
-        place.down = {list.bottom(), spare(area.lines - 2 * kAboveFrame, place.lines + 2)};
+        const Point edge{list.right(), list.bottom()};
+        const Point least = leastEdge(controls, edge);
+        const int room = std::min(area.columns, std::max(kWidest, place.columns + 2));
+        place.right = {edge.column, changeOf(place.columns + 2, room, kBesideFrame, edge.column - least.column)};
+        place.down = {edge.line, changeOf(place.lines + 2, area.lines, kAboveFrame, edge.line - least.line)};
         place.columns += place.right.by;
         place.lines += place.down.by;
     }

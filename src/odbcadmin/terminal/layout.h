@@ -25,17 +25,17 @@ Rect boxAreaOf(const ScreenParts& parts);
 // The lines of a dialog with its frame.
 int wantedLines(const JxwDialogInfo& dialog);
 
-// How a dialog becomes larger in one direction than its template: what lies behind the edge moves, what reaches up to
-// it or over it grows.
+// How a dialog becomes larger in one direction than its template, or smaller: what lies behind the edge moves, what
+// reaches up to it or over it grows or shrinks.
 struct Stretch {
     int edge = 0;
     int by = 0;
 
-    int moved(int cell) const { return cell >= edge ? cell + by : cell; }
+    int moved(int cell) const { return cell >= edge ? cell + by : std::min(cell, edge + by); }
 };
 
 // A dialog's inside and what of it can be seen. A dialog with a list is as large as the area allows, up to a width that
-// can still be read across; its largest list grows with it.
+// can still be read across; its largest list grows with it. Where the dialog is whole if that list shrinks, it does.
 struct DialogPlace {
     Rect frame;      // on the screen, with the border
     Rect inside;     // on the screen, without it: what is seen

@@ -98,7 +98,10 @@ void Message::paint(Canvas& canvas, const Rect& area) {
     canvas.clip(canvas.whole());
 }
 
-std::optional<unsigned int> Message::press(Point place) const {
+// On its right edge the box is scrolled.
+std::optional<unsigned int> Message::press(Point place) {
+    if (frame_.contains(place) && place.column == frame_.right() - 1)
+        scroll(place.line < frame_.line + frame_.lines / 2 ? -page() : page());
     for (std::size_t i = 0; i < places_.size(); ++i)
         if (places_[i].contains(place))
             return style_.buttons[i].answer;
@@ -149,10 +152,10 @@ std::optional<unsigned int> Message::take(const Input& input) {
             scroll(kWheelLines);
             break;
         case Key::pageUp:
-            scroll(-std::max(1, inside_.lines - 1));
+            scroll(-page());
             break;
         case Key::pageDown:
-            scroll(std::max(1, inside_.lines - 1));
+            scroll(page());
             break;
         case Key::home:
             scroll(-firstLine_);

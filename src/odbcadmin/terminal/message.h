@@ -28,9 +28,10 @@ private:
     void layOut(const Rect& area, Charset charset);
     int buttonColumns(int width, int gap) const;
     void paintButtons(Canvas& canvas);
-    std::optional<unsigned int> press(Point place) const;
+    std::optional<unsigned int> press(Point place);
     std::optional<unsigned int> typed(const Input& input) const;
     void scroll(int lines);
+    int page() const { return std::max(1, inside_.lines - 1); }
 
     std::string text_;
     std::string title_;

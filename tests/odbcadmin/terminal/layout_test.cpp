@@ -84,7 +84,8 @@ TEST(Layout, A80x24TerminalShowsEveryDialogWholeWithHelpAndKeys) {
 }
 
 TEST(Layout, NoTwoControlsOverlapAtAnySize) {
-    for (const Point size : {Point{20, 5}, Point{80, 24}, Point{81, 25}, Point{100, 30}, Point{200, 60}}) {
+    for (const Point size : {Point{20, 5}, Point{40, 12}, Point{50, 19}, Point{60, 20}, Point{71, 23}, Point{80, 24},
+                             Point{81, 25}, Point{100, 30}, Point{200, 60}}) {
         SCOPED_TRACE(testing::Message() << size.column << "x" << size.line);
         withEveryDialog([&size](const Dialog& dialog) {
             const DialogPlace place = dialog.in(size.column, size.line);
@@ -110,6 +111,8 @@ TEST(Layout, ListsGrowWithTheTerminalUpToAWidthThatCanBeRead) {
         int columns, lines;
         Point list;  // its columns and lines
     } rows[] = {{20, 5, {46, 13}},  {40, 12, {46, 13}},  {80, 24, {46, 13}},   {81, 24, {47, 13}},
+                {72, 24, {46, 13}}, {71, 24, {45, 13}},  {60, 24, {34, 13}},   {50, 24, {24, 13}},
+                {45, 24, {46, 13}}, {80, 20, {46, 13}},  {80, 19, {46, 13}},   {80, 18, {46, 13}},
                 {80, 25, {46, 14}}, {132, 43, {98, 32}}, {200, 60, {106, 49}}, {500, 200, {106, 189}}};
     for (const auto& row : rows) {
         SCOPED_TRACE(testing::Message() << row.columns << "x" << row.lines);
@@ -145,6 +148,14 @@ TEST(Layout, WhatStandsBesideAListMovesAsideAndWhatStandsBelowMovesDown) {
                 break;
         }
     }
+}
+
+TEST(Layout, AListShrinksWhereThatMakesItsDialogWhole) {
+    withEveryDialog([](const Dialog& dialog) {
+        const DialogPlace place = dialog.in(68, 24);
+        const bool hasList = dialog.listIn(place).lines > 0;
+        EXPECT_EQ(place.inside.columns == place.columns, hasList);
+    });
 }
 
 TEST(Layout, ADialogWithoutAListKeepsItsSize) {

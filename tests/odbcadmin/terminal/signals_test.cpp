@@ -255,6 +255,15 @@ TEST(Mouse, SeveralEventsInOneReadAreTakenInTheirOrder) {
     EXPECT_EQ(pty.waitForEnd(), "exited 0");
 }
 
+TEST(Mouse, AClickOnTheLineOfKeysPressesTheKey) {
+    const TestHome home;
+    Pty pty(JX_ODBCADMIN, environment(home));
+    ASSERT_TRUE(pty.waitFor("new driver"));
+    pty.take();
+    pty.send("\033[<0;66;24M\033[<0;66;24m");
+    EXPECT_TRUE(pty.waitFor("Register a Driver"));
+}
+
 TEST(Mouse, TwoPressesAtOnePlaceAreADoubleClick) {
     const TestHome home{{".odbc.ini", "[ODBC Data Sources]\nSales=Mine\n"},
                         {".odbcinst.ini", "[ODBC Drivers]\nMine=Installed\n[Mine]\nSetup=/none.so\n"}};
