@@ -112,6 +112,7 @@ int DesktopScreen::wait(HWND dialog) {
         for (const auto& [handle, window] : windows_)
             if (Fl::pushed() == nullptr)
                 window->sync();
+        typedAhead_.handBack();
         if (Fl::wait() < 0 || Fl::first_window() == nullptr)
             return 0;
         const auto window = windows_.find(dialog);
@@ -124,8 +125,9 @@ int DesktopScreen::wait(HWND dialog) {
     return 1;
 }
 
-// Keys and presses that came while a library worked were meant for what was seen then.
+// Keys and presses that came while a library worked, or before a question was there, were meant for what was seen then.
 void DesktopScreen::dropTyped() {
+    typedAhead_.drop();
     isDropping_ = true;
     while (Fl::ready() != 0)
         Fl::check();
@@ -139,6 +141,7 @@ unsigned int DesktopScreen::ask(const char* text, const char* title, unsigned in
     message_ = std::make_unique<MessageWindow>(assistant_.boxText(text), title, style);
     if (const DialogWindow* owner = front())
         standOnScreen(*message_, owner->x() + scaled(40), owner->y() + scaled(60));
+    dropTyped();
     message_->open();
     while (!message_->answer() && Fl::wait() >= 0) {
     }

@@ -15,6 +15,7 @@
 #include "odbcadmin/assist/selection.h"
 #include "odbcadmin/desktop/dialog_window.h"
 #include "odbcadmin/desktop/message_window.h"
+#include "odbcadmin/desktop/typed_ahead.h"
 
 namespace jx::desktop {
 
@@ -64,6 +65,7 @@ private:
     std::map<DialogName, Size> sizes_;
     std::unique_ptr<MessageWindow> message_;
     std::deque<std::function<void()>> actions_;
+    TypedAhead typedAhead_{[this] { return !actions_.empty(); }};
     assist::Assistant assistant_;
     HWND inFront_ = 0;
     assist::SelectionKeeper selections_;

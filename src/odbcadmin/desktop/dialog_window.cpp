@@ -18,12 +18,13 @@ namespace jx::desktop {
 namespace {
 
 constexpr int kHelpHeight = 58;
+constexpr int kLowHelpHeight = 32;
 constexpr int kHelpMargin = 8;
 constexpr int kHelpTextSize = 12;
 constexpr int kLeastWindow = 200;
 
 // A window opens at this share of the screen's height at most when its list is long.
-constexpr double kShareForList = 0.6;
+constexpr double kShareForList = 0.8;
 
 long now() {
     using namespace std::chrono;
@@ -141,7 +142,9 @@ void DialogWindow::resize(int x, int y, int width, int height) {
 
 void DialogWindow::layOut() {
     const int bar = keys_->heightFor(w());
-    const int help = std::min(scaled(kHelpHeight), std::max(0, h() - bar));
+    // Where the controls do not fit, they need the room more than the help's third and fourth line do.
+    const bool isLow = h() - bar - scaled(kHelpHeight) < placement_->leastHeight();
+    const int help = std::clamp(h() - bar, 0, scaled(isLow ? kLowHelpHeight : kHelpHeight));
     const int margin = scaled(kHelpMargin);
     scroll_->resize(0, 0, w(), std::max(0, h() - bar - help));
     help_->resize(margin, h() - bar - help, w() - 2 * margin, help);
@@ -205,9 +208,12 @@ void DialogWindow::press(const JxwControlInfo& button) {
 
 void DialogWindow::hearList(int index, unsigned short id) {
     const int row = listAt(index).value() - 1;
+    // A click below the last row chooses nothing else.
+    if (row < 0)
+        return;
     const bool isDouble = Fl::event() == FL_RELEASE && Fl::event_clicks() != 0;
     calls_.add([id, row, isDouble, handle = dialog_] {
-        if (isDouble && row >= 0)
+        if (isDouble)
             JXW_UserDoubleClick(handle, id, row);
         else
             JXW_UserSelect(handle, id, row);
@@ -374,15 +380,17 @@ bool DialogWindow::takeListKey(int key, unsigned int state) {
         return true;
     }
     if (key == FL_BackSpace && search_.isOpen(list)) {
-        tell(search_.takeBack(dialog_, index, list));
+        calls_.add([this, index, list] { tell(search_.takeBack(dialog_, index, list)); });
         return true;
     }
     const std::string text(Fl::event_text(), static_cast<std::size_t>(Fl::event_length()));
     if (text.empty() || static_cast<unsigned char>(text[0]) < ' ' || text[0] == '\x7f')
         return false;
-    const std::string said = search_.type(dialog_, index, list, text, now());
-    if (!said.empty())
-        tell(said);
+    calls_.add([this, index, list, text, time = now()] {
+        const std::string said = search_.type(dialog_, index, list, text, time);
+        if (!said.empty())
+            tell(said);
+    });
     return true;
 }
 

@@ -39,7 +39,16 @@ void Placement::chooseStretch() {
         hasList_ = isList;
     }
     if (hasList_)
-        spareHeight_ = stretch_.height - stretch_.height / kLeastListShare;
+        spareHeight_ = spareHeight();
+}
+
+// How much the list can lose: what stands beside it keeps its place above the controls below.
+int Placement::spareHeight() const {
+    int end = stretch_.bottom() - stretch_.height / kLeastListShare;
+    for (const Part& part : parts_)
+        if (part.place.bottom() <= stretch_.bottom() && part.growth != Growth::list)
+            end = std::max(end, part.place.bottom());
+    return stretch_.bottom() - end;
 }
 
 // Buttons of a row move together: with the right edge when they stand nearer to it, half the way when they stand in the

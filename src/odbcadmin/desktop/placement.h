@@ -43,6 +43,7 @@ public:
 
 private:
     void chooseStretch();
+    int spareHeight() const;
     int shiftOfButton(const Part& button, int extra) const;
     Place sideways(const Part& part, int extra) const;
     void down(const Part& part, int extra, Place& place) const;

@@ -58,9 +58,9 @@ bool openToolkit() {
         return false;
     readOptionsWithoutHome();
     fl_open_display(display);
-    setScale(wantedScale(xftResource, variable));
     takeColors();
-    Fl::scheme("gtk+");
+    Fl::scheme("gtk+");  // sets sizes of its own, too
+    setScale(wantedScale(xftResource, variable));
     Fl_Window::default_xclass(kProgramName);
     // Names of data sources may be in any language, also where the user's locale is not installed.
     if (std::setlocale(LC_CTYPE, "") == nullptr)
