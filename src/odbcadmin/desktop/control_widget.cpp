@@ -6,7 +6,6 @@
 #include <FL/Fl_Button.H>
 #include <FL/Fl_Check_Button.H>
 #include <FL/Fl_Input.H>
-#include <FL/Fl_Return_Button.H>
 #include <FL/Fl_Round_Button.H>
 #include <FL/Fl_Secret_Input.H>
 
@@ -43,6 +42,14 @@ Fl_Widget* newField(const JxwControlInfo& control) {
     Fl_Widget* field = (control.flags & JXW_PASSWORD) != 0 ? new Fl_Secret_Input(0, 0, 0, 0) : new Fl_Input(0, 0, 0, 0);
     field->when(FL_WHEN_CHANGED);
     return field;
+}
+
+// The one that Enter presses is bold.
+Fl_Widget* newButton(const JxwControlInfo& control) {
+    auto* button = new Fl_Button(0, 0, 0, 0);
+    if ((control.flags & JXW_DEFAULT) != 0)
+        button->labelfont(FL_HELVETICA_BOLD);
+    return button;
 }
 
 Growth growthOf(int kind) {
@@ -82,7 +89,7 @@ Fl_Widget* newWidget(const JxwControlInfo& control) {
         case JXW_EDIT:
             return newField(control);
         case JXW_BUTTON:
-            return (control.flags & JXW_DEFAULT) != 0 ? new Fl_Return_Button(0, 0, 0, 0) : new Fl_Button(0, 0, 0, 0);
+            return newButton(control);
         case JXW_CHECKBOX:
             return new Fl_Check_Button(0, 0, 0, 0);
         case JXW_RADIO:

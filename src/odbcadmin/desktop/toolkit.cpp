@@ -42,11 +42,29 @@ void readOptionsWithoutHome() {
         unsetenv("HOME");
 }
 
-// The X resources foreground, background and those of texts; without them a light grey, on which black reads well.
-void takeColors() {
-    if (XGetDefault(fl_display, kProgramName, "background") == nullptr)
+using ColourSetter = void (*)(unsigned char red, unsigned char green, unsigned char blue);
+
+// Sets a colour to that of an X resource of this program or of all. False when there is none.
+bool takeColour(const char* resource, ColourSetter set) {
+    constexpr int kByte = 8;
+    const char* value = XGetDefault(fl_display, kProgramName, resource);
+    XColor colour{};
+    if (value == nullptr || XParseColor(fl_display, DefaultColormap(fl_display, fl_screen), value, &colour) == 0)
+        return false;
+    set(static_cast<unsigned char>(colour.red >> kByte), static_cast<unsigned char>(colour.green >> kByte),
+        static_cast<unsigned char>(colour.blue >> kByte));
+    return true;
+}
+
+// Desktops of high contrast set background and foreground. Fields that have no colour of their own then stand on the
+// same background, on which the text can be read.
+void takeColours() {
+    const bool isSet = takeColour("background", Fl::background);
+    if (!isSet)
         Fl::background(kGrey, kGrey, kGrey);
-    Fl::get_system_colors();
+    if (!takeColour("Text.background", Fl::background2) && isSet)
+        takeColour("background", Fl::background2);
+    takeColour("foreground", Fl::foreground);
 }
 
 }  // namespace
@@ -58,7 +76,7 @@ bool openToolkit() {
         return false;
     readOptionsWithoutHome();
     fl_open_display(display);
-    takeColors();
+    takeColours();
     Fl::scheme("gtk+");  // sets sizes of its own, too
     setScale(wantedScale(xftResource, variable));
     Fl_Window::default_xclass(kProgramName);

@@ -96,6 +96,15 @@ wait $running || code=$?
 running=
 [ $code -eq 0 ] || fail "exit code $code"
 
+echo "-- colours are those of the desktop: white on black, in the list too"
+xprop -root -f RESOURCE_MANAGER 8s -set RESOURCE_MANAGER "*background: black
+*foreground: white"
+start
+[ "$(colours $((X + 5)) $((Y + 5)) 1)$(colours $((X + 300)) $((Y + 200)) 1)" = 000000000000 ] || fail "the background is not black"
+for line in $(seq $((Y + 36)) $((Y + 48))); do colours $((X + 18)) "$line" 100; done | grep -q ffffff || fail "nothing is white"
+finish
+xprop -root -remove RESOURCE_MANAGER
+
 echo "-- --home takes the files of another folder"
 mkdir "$HOME/other"
 mv "$HOME/.odbcinst.ini" "$HOME/other"
