@@ -2,7 +2,6 @@
 #include "odbcadmin/desktop/toolkit.h"
 
 #include <FL/Fl.H>
-#include <FL/Fl_Window.H>
 #include <FL/x.H>
 
 #include <algorithm>
@@ -10,13 +9,13 @@
 #include <cstdlib>
 #include <optional>
 
+#include "odbcadmin/desktop/look.h"
 #include "odbcadmin/desktop/scale.h"
 
 namespace jx::desktop {
 
 namespace {
 
-constexpr unsigned char kGrey = 238;
 constexpr int kTitleHeight = 30;  // of a window, drawn by the desktop
 
 std::string variable(const char* name) {
@@ -42,31 +41,6 @@ void readOptionsWithoutHome() {
         unsetenv("HOME");
 }
 
-using ColourSetter = void (*)(unsigned char red, unsigned char green, unsigned char blue);
-
-// Sets a colour to that of an X resource of this program or of all. False when there is none.
-bool takeColour(const char* resource, ColourSetter set) {
-    constexpr int kByte = 8;
-    const char* value = XGetDefault(fl_display, kProgramName, resource);
-    XColor colour{};
-    if (value == nullptr || XParseColor(fl_display, DefaultColormap(fl_display, fl_screen), value, &colour) == 0)
-        return false;
-    set(static_cast<unsigned char>(colour.red >> kByte), static_cast<unsigned char>(colour.green >> kByte),
-        static_cast<unsigned char>(colour.blue >> kByte));
-    return true;
-}
-
-// Desktops of high contrast set background and foreground. Fields that have no colour of their own then stand on the
-// same background, on which the text can be read.
-void takeColours() {
-    const bool isSet = takeColour("background", Fl::background);
-    if (!isSet)
-        Fl::background(kGrey, kGrey, kGrey);
-    if (!takeColour("Text.background", Fl::background2) && isSet)
-        takeColour("background", Fl::background2);
-    takeColour("foreground", Fl::foreground);
-}
-
 }  // namespace
 
 bool openToolkit() {
@@ -76,8 +50,7 @@ bool openToolkit() {
         return false;
     readOptionsWithoutHome();
     fl_open_display(display);
-    takeColours();
-    Fl::scheme("gtk+");  // sets sizes of its own, too
+    takeLook();  // before the scale, for it sets sizes, too
     setScale(wantedScale(xftResource, variable));
     Fl_Window::default_xclass(kProgramName);
     // Names of data sources may be in any language, also where the user's locale is not installed.

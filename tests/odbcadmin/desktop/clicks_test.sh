@@ -102,6 +102,7 @@ xprop -root -f RESOURCE_MANAGER 8s -set RESOURCE_MANAGER "*background: black
 start
 [ "$(colours $((X + 5)) $((Y + 5)) 1)$(colours $((X + 300)) $((Y + 200)) 1)" = 000000000000 ] || fail "the background is not black"
 for line in $(seq $((Y + 36)) $((Y + 48))); do colours $((X + 18)) "$line" 100; done | grep -q ffffff || fail "nothing is white"
+[ "$(colours $((X + 16)) $((Y + 150)) 1)" = ffffff ] || fail "the list has no edge that can be seen"
 finish
 xprop -root -remove RESOURCE_MANAGER
 
