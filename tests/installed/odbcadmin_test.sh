@@ -52,6 +52,11 @@ done
 if [ -e bin/xodbcadmin ]; then
     ldd bin/xodbcadmin | grep -q "libjxutl08.so => $prefix/" || fail "bin/xodbcadmin found another libjxutl08.so"
     [ "$(bin/xodbcadmin --version)" = "x$(bin/odbcadmin --version)" ] || fail "the two programs differ in their version"
-    grep -q '^\.B \\-\\-version' share/man/man1/xodbcadmin.1 || fail "xodbcadmin.1 does not tell of --version"
+    for option in $(bin/xodbcadmin --help | grep -o '^  --[a-z]*' | tr -d ' -'); do
+        grep -q "^\.BI\? *\"\?\\\\-\\\\-$option" share/man/man1/xodbcadmin.1 || fail "xodbcadmin.1 does not tell of --$option"
+    done
+    for file in applications/xodbcadmin.desktop icons/hicolor/scalable/apps/xodbcadmin.svg; do
+        [ -e "share/$file" ] || fail "$file was not installed"
+    done
 fi
 exit $failed
