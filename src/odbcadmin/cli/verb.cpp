@@ -156,13 +156,6 @@ std::optional<std::chrono::milliseconds> timeLimit(const Session& session, const
     return std::nullopt;
 }
 
-std::string secondsText(std::chrono::milliseconds limit) {
-    constexpr double kMilliseconds = 1000;
-    char text[32];
-    std::snprintf(text, sizeof text, "%g s", static_cast<double>(limit.count()) / kMilliseconds);
-    return text;
-}
-
 std::optional<model::Pairs> takePairs(const Session& session, const std::vector<std::string>& texts,
                                       const std::vector<std::string_view>& reserved) {
     const auto refuse = [&](const std::string& fact, const char* advice) {

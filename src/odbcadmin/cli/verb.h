@@ -115,9 +115,6 @@ Verb addVerb(CLI::App& app, Session& session, const std::string& name, const cha
 std::optional<std::chrono::milliseconds> timeLimit(const Session& session, const Line& line,
                                                    std::chrono::milliseconds otherwise);
 
-// "30 s", "0.5 s".
-std::string secondsText(std::chrono::milliseconds limit);
-
 // Takes KEY=VALUE operands apart, each at its first "="; keys in reserved are refused. Nothing after it said what is
 // wrong with one: that is wrong use.
 std::optional<model::Pairs> takePairs(const Session& session, const std::vector<std::string>& texts,

@@ -7,8 +7,21 @@
 #include <utility>
 
 #include "odbcadmin/assist/help.h"
+#include "odbcadmin/desktop/scale.h"
+#include "odbcadmin/desktop/toolkit.h"
 
 namespace jx::desktop {
+
+namespace {
+
+std::pair<std::string, unsigned short> nameOf(HWND dialog) {
+    JxwDialogInfo info{};
+    if (JXW_GetDialogInfo(dialog, &info) == 0)
+        return {};
+    return {info.module, info.templateId};
+}
+
+}  // namespace
 
 DesktopScreen* DesktopScreen::current_ = nullptr;
 
@@ -18,7 +31,7 @@ DesktopScreen::DesktopScreen() {
     JxwScreen table{};
     table.context = this;
     table.opened = [](void* context, HWND dialog) { self(context).opened(dialog); };
-    table.closed = [](void* context, HWND dialog) { self(context).windows_.erase(dialog); };
+    table.closed = [](void* context, HWND dialog) { self(context).closed(dialog); };
     table.wait = [](void* context, HWND dialog) { return self(context).wait(dialog); };
     table.messageBox = [](void* context, HWND /*owner*/, const char* text, const char* title, unsigned int style) {
         return self(context).ask(text, title, style);
@@ -37,18 +50,47 @@ DialogWindow* DesktopScreen::front() {
     return windows_.empty() ? nullptr : windows_.rbegin()->second.get();
 }
 
+const std::vector<DesktopScreen::KeyAction>& DesktopScreen::keyActions() {
+    static const std::vector<KeyAction> actions = {
+        {{"F1", "Help"}, FL_F + 1, &DesktopScreen::showHelp},
+        {{"F2", "New driver"}, FL_F + 2, &DesktopScreen::registerDriver},
+    };
+    return actions;
+}
+
+std::vector<KeyOffer> DesktopScreen::offers() {
+    std::vector<KeyOffer> offers;
+    for (const KeyAction& action : keyActions())
+        offers.push_back(action.offer);
+    return offers;
+}
+
 void DesktopScreen::opened(HWND dialog) {
-    auto window = std::make_unique<DialogWindow>(
-        dialog, [this](std::function<void()> action) { actions_.push_back(std::move(action)); },
-        [this](const std::string& what) { work(what); }, [this] { cancelled_ = true; });
-    if (DialogWindow* owner = front())
-        window->position(owner->x() + 24, owner->y() + 24);
-    else
-        window->position((Fl::w() - window->w()) / 2, (Fl::h() - window->h()) / 3);
-    window->set_modal();
+    ScreenCalls calls{[this](std::function<void()> action) { actions_.push_back(std::move(action)); },
+                      [this](const std::string& what) { work(what); }, [this] { cancelled_ = true; },
+                      [this, dialog](std::size_t number) { press(dialog, keyActions()[number]); }};
+    auto window = std::make_unique<DialogWindow>(dialog, std::move(calls), offers());
+    const auto size = sizes_.find(nameOf(dialog));
+    if (size != sizes_.end())
+        window->size(size->second.width, size->second.height);
+    if (const DialogWindow* owner = front()) {
+        standOnScreen(*window, owner->x() + scaled(24), owner->y() + scaled(24));
+        window->set_modal();
+    } else {
+        standOnScreen(*window, (Fl::w() - window->w()) / 2, (Fl::h() - window->h()) / 3);
+    }
     window->show();
     windows_[dialog] = std::move(window);
     assistant_.opened(dialog);
+}
+
+void DesktopScreen::closed(HWND dialog) {
+    const auto window = windows_.find(dialog);
+    if (window == windows_.end())
+        return;
+    if (window->second->wasResized())
+        sizes_[nameOf(dialog)] = {window->second->w(), window->second->h()};
+    windows_.erase(window);
 }
 
 void DesktopScreen::carryOut(const std::function<void()>& action) {
@@ -70,6 +112,7 @@ int DesktopScreen::wait(HWND dialog) {
         for (const auto& [handle, window] : windows_)
             if (Fl::pushed() == nullptr)
                 window->sync();
+        typedAhead_.handBack();
         if (Fl::wait() < 0 || Fl::first_window() == nullptr)
             return 0;
         const auto window = windows_.find(dialog);
@@ -82,8 +125,9 @@ int DesktopScreen::wait(HWND dialog) {
     return 1;
 }
 
-// Keys and presses that came while a library worked were meant for what was seen then.
+// Keys and presses that came while a library worked, or before a question was there, were meant for what was seen then.
 void DesktopScreen::dropTyped() {
+    typedAhead_.drop();
     isDropping_ = true;
     while (Fl::ready() != 0)
         Fl::check();
@@ -96,7 +140,8 @@ unsigned int DesktopScreen::ask(const char* text, const char* title, unsigned in
     std::unique_ptr<MessageWindow> before = std::move(message_);
     message_ = std::make_unique<MessageWindow>(assistant_.boxText(text), title, style);
     if (const DialogWindow* owner = front())
-        message_->position(owner->x() + 40, owner->y() + 60);
+        standOnScreen(*message_, owner->x() + scaled(40), owner->y() + scaled(60));
+    dropTyped();
     message_->open();
     while (!message_->answer() && Fl::wait() >= 0) {
     }
@@ -124,24 +169,30 @@ void DesktopScreen::setCursor(unsigned int cursor) {
     }
 }
 
+void DesktopScreen::showHelp(HWND dialog) {
+    guiMessageBox(dialog, reinterpret_cast<const unsigned char*>(assist::helpOnAll(dialog).c_str()),
+                  reinterpret_cast<const unsigned char*>("Help"), MB_OK);
+}
+
+void DesktopScreen::press(HWND dialog, const KeyAction& action) {
+    actions_.emplace_back([this, dialog, act = action.act] { (this->*act)(dialog); });
+}
+
 bool DesktopScreen::takeKey(Fl_Window* window) {
     const int key = Fl::event_key();
+    const auto state = static_cast<unsigned int>(Fl::event_state());
     if (message_ != nullptr)
-        return message_->takeKey(key);
+        return message_->takeKey(key, state);
     auto* dialog = dynamic_cast<DialogWindow*>(window);
     if (dialog == nullptr || dialog->dialog() != inFront_)
         return false;
-    const HWND handle = inFront_;
-    if (key == FL_F + 1)
-        actions_.emplace_back([handle] {
-            guiMessageBox(handle, reinterpret_cast<const unsigned char*>(assist::helpOnAll(handle).c_str()),
-                          reinterpret_cast<const unsigned char*>("Help"), MB_OK);
-        });
-    else if (key == FL_F + 2)
-        actions_.emplace_back([this, handle] { assistant_.registerDriver(handle); });
-    else
-        return dialog->takeKey(key, static_cast<unsigned int>(Fl::event_state()));
-    return true;
+    for (const KeyAction& action : keyActions()) {
+        if (key == action.key) {
+            press(inFront_, action);
+            return true;
+        }
+    }
+    return dialog->takeKey(key, state);
 }
 
 // Keys that every dialog knows go before the widgets' own.

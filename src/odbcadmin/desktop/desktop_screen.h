@@ -8,11 +8,14 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "odbcadmin/assist/assistant.h"
 #include "odbcadmin/assist/selection.h"
 #include "odbcadmin/desktop/dialog_window.h"
 #include "odbcadmin/desktop/message_window.h"
+#include "odbcadmin/desktop/typed_ahead.h"
 
 namespace jx::desktop {
 
@@ -29,7 +32,23 @@ private:
     static DesktopScreen& self(void* context) { return *static_cast<DesktopScreen*>(context); }
     static int dispatch(int event, Fl_Window* window);
 
+    // A key of every dialog and what it does.
+    struct KeyAction {
+        KeyOffer offer;
+        int key;
+        void (DesktopScreen::*act)(HWND dialog);
+    };
+    static const std::vector<KeyAction>& keyActions();
+    static std::vector<KeyOffer> offers();
+
+    // What the user made of a dialog's window, for the next time it opens.
+    using DialogName = std::pair<std::string, unsigned short>;
+    struct Size {
+        int width, height;
+    };
+
     void opened(HWND dialog);
+    void closed(HWND dialog);
     int wait(HWND dialog);
     unsigned int ask(const char* text, const char* title, unsigned int style);
     void setCursor(unsigned int cursor);
@@ -37,11 +56,16 @@ private:
     void dropTyped();
     void carryOut(const std::function<void()>& action);
     bool takeKey(Fl_Window* window);
+    void press(HWND dialog, const KeyAction& action);
+    void showHelp(HWND dialog);
+    void registerDriver(HWND dialog) { assistant_.registerDriver(dialog); }
     DialogWindow* front();
 
     std::map<HWND, std::unique_ptr<DialogWindow>> windows_;
+    std::map<DialogName, Size> sizes_;
     std::unique_ptr<MessageWindow> message_;
     std::deque<std::function<void()>> actions_;
+    TypedAhead typedAhead_{[this] { return !actions_.empty(); }};
     assist::Assistant assistant_;
     HWND inFront_ = 0;
     assist::SelectionKeeper selections_;

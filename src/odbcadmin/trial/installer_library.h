@@ -28,4 +28,7 @@ const std::string& installerTrouble();
 // Where the library lies; empty when it cannot be loaded.
 std::string installerPath();
 
+// libjxsetup.so beside it, the setup library that works for any driver, by its full path; empty when it is not there.
+std::string generalSetupLibrary();
+
 }  // namespace jx::trial
