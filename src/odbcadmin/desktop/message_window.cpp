@@ -143,4 +143,10 @@ bool MessageWindow::takeKey(int key, unsigned int state) {
     return answer_.has_value();
 }
 
+int MessageWindow::handle(int event) {
+    if (event == FL_KEYBOARD && takeKey(Fl::event_key(), static_cast<unsigned int>(Fl::event_state())))
+        return 1;
+    return Fl_Double_Window::handle(event);
+}
+
 }  // namespace jx::desktop
