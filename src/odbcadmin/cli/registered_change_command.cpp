@@ -2,8 +2,8 @@
 #include "odbcadmin/model/registration.h"
 
 #include "odbcadmin/cli/commands.h"
+#include "odbcadmin/cli/library_warning.h"
 #include "odbcadmin/cli/verb.h"
-#include "odbcadmin/doctor/library_state.h"
 #include "odbcadmin/model/data_source_change.h"
 #include "odbcadmin/model/text.h"
 
@@ -18,18 +18,6 @@ using model::WhenPresent;
 
 // What is given by options and thus not as KEY=VALUE.
 const std::vector<std::string_view> kKeysGivenOtherwise{"Driver", "Setup"};
-
-void warnOfLibrary(const Session& session, const std::string& what, const std::string& path) {
-    if (path.find('/') == std::string::npos || session.quiet)
-        return;
-    const std::string state = doctor::libraryFileState(path);
-    if (state == "missing")
-        session.warn("the " + what + " " + path + " is not there");
-    else if (state == "broken")
-        session.warn("the " + what + " " + path + " cannot be used; odbcadmin driver check tells why");
-    else if (state == "wrong architecture")
-        session.warn("the " + what + " " + path + " is for another kind of processor");
-}
 
 ExitCode enter(const Session& session, const Configuration& configuration, const Line& line, const RegisteredKind& kind,
                WhenPresent present) {
@@ -74,6 +62,8 @@ ExitCode removeDriver(const Session& session, const Configuration& configuration
 
 ExitCode removeTranslator(const Session& session, const Configuration& configuration, const Line& line) {
     const std::string name = line.text("NAME");
+    if (line.has("--if-exists") && !configuration.find(model::kTranslatorKind, name))
+        return session.report({}, {});
     return session.report(model::unregisterEntry(configuration, model::kTranslatorKind, name, session.way()),
                           "Removed translator " + name);
 }
@@ -117,6 +107,7 @@ void addRegisteredChangeCommands(CLI::App& app, Session& session) {
     addVerb(app, session, "translator remove", "Unregister a translator; its library file stays",
             "odbcadmin translator remove Latin1")
         .operand("NAME", "Translator", kOne, Complete::translator)
+        .flag("--if-exists", "Do nothing when it is not there")
         .onRead(Needs::drivers, removeTranslator);
 }
 
