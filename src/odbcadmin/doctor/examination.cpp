@@ -199,6 +199,16 @@ Findings lint(const Configuration& configuration, const std::string& systemFolde
     return findings;
 }
 
+Findings lintTexts(const Configuration& configuration) {
+    Findings findings;
+    for (const FileKind kind : {FileKind::dataSources, FileKind::drivers})
+        for (const model::ConfigFile* file : configuration.files(kind))
+            append(findings, checkSyntaxOf(file->path, file->view.bytes()));
+    append(findings,
+           withoutFollowers(checkNames(select(configuration, {}), configuration), strayLines(findings, configuration)));
+    return findings;
+}
+
 Findings examineDrivers(const std::vector<Registered>& drivers, const ExaminationOptions& options) {
     Libraries libraries(options);
     Findings findings;

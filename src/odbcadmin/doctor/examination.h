@@ -30,6 +30,9 @@ Findings examine(const model::Configuration& configuration, const ExaminationOpt
 // The first three alone: nothing is loaded, no library is looked at.
 Findings lint(const model::Configuration& configuration, const std::string& systemFolder = "/etc");
 
+// The same of the texts that were read, wherever they came from: lines and names, nothing about the files as such.
+Findings lintTexts(const model::Configuration& configuration);
+
 // The libraries of the given drivers.
 Findings examineDrivers(const std::vector<model::Registered>& drivers, const ExaminationOptions& options);
 
