@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <unordered_set>
 
 #include "rules/names.h"
 
@@ -27,14 +26,16 @@ std::string_view valueOf(const JxIniPiece& piece) {
 constexpr std::size_t kFewKeys = 12;
 
 // In place: most sections have nothing to drop.
-void keepFirstOfEach(std::vector<IniEntry>& entries) {
-    std::unordered_set<std::string> seen;
+void keepFirstOfEach(IniSection& section) {
+    std::vector<IniEntry>& entries = section.entries;
     const bool few = entries.size() <= kFewKeys;
+    section.places.reserve(few ? 0 : entries.size());
     auto end = entries.begin();
     for (const IniEntry& entry : entries) {
         const auto isSame = [&](const IniEntry& other) { return rules::sameName(other.key, entry.key); };
-        const bool isNew =
-            few ? std::none_of(entries.begin(), end, isSame) : seen.insert(rules::foldedName(entry.key)).second;
+        const auto place = static_cast<std::size_t>(end - entries.begin());
+        const bool isNew = few ? std::none_of(entries.begin(), end, isSame)
+                               : section.places.emplace(rules::foldedName(entry.key), place).second;
         if (isNew)
             *end++ = entry;
     }
@@ -45,6 +46,10 @@ void keepFirstOfEach(std::vector<IniEntry>& entries) {
 
 const IniEntry* IniSection::find(std::string_view key) const {
     const std::string_view wanted = rules::trimmed(key);
+    if (!places.empty()) {
+        const auto place = places.find(rules::foldedName(wanted));
+        return place == places.end() ? nullptr : &entries[place->second];
+    }
     const auto found = std::find_if(entries.begin(), entries.end(),
                                     [&](const IniEntry& entry) { return rules::sameName(entry.key, wanted); });
     return found == entries.end() ? nullptr : &*found;
@@ -94,7 +99,7 @@ IniView::IniView(Text text) : text_(std::move(text)) {
     places_.clear();
     for (std::size_t i = 0; i < sections_.size(); ++i) {
         places_.emplace(rules::foldedName(sections_[i].name), i);
-        keepFirstOfEach(sections_[i].entries);
+        keepFirstOfEach(sections_[i]);
     }
 }
 

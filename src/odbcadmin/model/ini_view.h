@@ -28,6 +28,7 @@ struct IniSection {
     std::string_view name;  // as its first header spells it
     std::size_t line = 0;   // of that header
     std::vector<IniEntry> entries;
+    std::unordered_map<std::string, std::size_t> places = {};  // by folded key; empty for a section of few keys
 
     // Null when there is none. The key is trimmed first, as the store does.
     const IniEntry* find(std::string_view key) const;
