@@ -6,6 +6,7 @@
 #include "odbcadmin/cli/verb.h"
 #include "odbcadmin/doctor/connection_words.h"
 #include "odbcadmin/doctor/path_mistakes.h"
+#include "odbcadmin/model/text.h"
 #include "odbcadmin/trial/connection.h"
 #include "odbcadmin/trial/sql_state.h"
 
