@@ -376,6 +376,15 @@ TEST_F(ScreenTest, AListWiderThanTheTerminalStaysWhereItWasMovedSideways) {
     EXPECT_TRUE(has(tiny.seen()[1], "│Another one")) << tiny.seen()[1];
 }
 
+TEST_F(ScreenTest, OnAVerySmallTerminalABoxTakesTheHelpsLineToo) {
+    ScriptedTerminal tiny(20, 5);
+    tiny.then(press(Key::f1));
+    tiny.look();
+    run(tiny);
+    EXPECT_TRUE(has(tiny.seen()[0], "│ ~/.odbc.ini")) << tiny.seen()[0];
+    EXPECT_TRUE(has(tiny.seen()[0], "<   OK   >"));
+}
+
 TEST_F(ScreenTest, OnAVerySmallTerminalAFieldIsSeenRatherThanAllOfItsLabel) {
     ScriptedTerminal tiny(20, 5);
     tiny.then({alt("o"), alt("f"), press(Key::home)});
