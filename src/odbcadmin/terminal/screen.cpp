@@ -64,11 +64,22 @@ void Screen::closed(HWND dialog) {
 
 int Screen::wait(HWND dialog) {
     paint();
-    const Input input = terminal_.next();
+    const Input input = next();
     if (input.key == Key::gone)
         return 0;
     carryOut(dialog, input);
     return 1;
+}
+
+// A double click on something that the first press closed is not meant for what appears there.
+Input Screen::next() {
+    Input input = terminal_.next();
+    const std::pair<HWND, int> front{frontDialog(), messages_.empty() ? 0 : boxes_};
+    if (input.key == Key::doublePress && front != pressedIn_)
+        input.key = Key::none;
+    if (input.key == Key::press)
+        pressedIn_ = front;
+    return input;
 }
 
 // A click on the line of keys is the key that stands there.
@@ -78,7 +89,8 @@ Input Screen::meant(HWND dialog, const Input& input) {
         return input;
     Input typed;
     typed.time = input.time;
-    typed.key = keyBar(dialog, keys.columns).keyAt(input.place.column);
+    if (input.key == Key::press)
+        typed.key = keyBar(dialog, keys.columns).keyAt(input.place.column);
     return typed;
 }
 
@@ -154,6 +166,7 @@ unsigned int Screen::ask(const char* text, const char* title, unsigned int style
     Message message(assistant_.boxText(text), title, style);
     told_.clear();
     messages_.push_back(&message);
+    ++boxes_;
     struct Leave {
         std::vector<Message*>& messages;
         ~Leave() { messages.pop_back(); }
@@ -163,7 +176,7 @@ unsigned int Screen::ask(const char* text, const char* title, unsigned int style
         const Leave leave{messages_};
         while (!answer) {
             paint();
-            const Input input = terminal_.next();
+            const Input input = next();
             answer = input.key == Key::gone ? message.leastAnswer() : message.take(input);
         }
     }
