@@ -93,11 +93,28 @@ int leastColumns(const JxwControlInfo& control, const Rect& place) {
     }
 }
 
-// The smallest edge that leaves every control before it what it needs.
-Point leastEdge(const std::vector<Placed>& controls, Point edge) {
+bool isButtonOfRightHalf(const JxwControlInfo& control, const Rect& place, int columns) {
+    return control.kind == JXW_BUTTON && 2 * place.column + place.columns >= columns;
+}
+
+// The columns between a button of the right half and what stands before it in its line.
+int freeBefore(const std::vector<Placed>& controls, const Rect& button, int columns) {
+    int end = 1;
+    for (const auto& [control, place] : controls) {
+        if (place.line == button.line && place.column < button.column && !isButtonOfRightHalf(control, place, columns))
+            end = std::max(end, place.right() + 1);
+    }
+    return button.column - end;
+}
+
+// The smallest edge that leaves every control before it what it needs. columns: of a dialog that a list goes across; 0
+// of every other one.
+Point leastEdge(const std::vector<Placed>& controls, Point edge, int columns) {
     Point least;
     for (const auto& [control, place] : controls) {
-        if (place.column < edge.column)
+        if (columns > 0 && isButtonOfRightHalf(control, place, columns))
+            least.column = std::max(least.column, edge.column - freeBefore(controls, place, columns));
+        else if (place.column < edge.column)
             least.column = std::max(least.column, place.column + leastColumns(control, place));
         if (place.line < edge.line)
             least.line = std::max(
@@ -155,11 +172,10 @@ int wantedLines(const JxwDialogInfo& dialog) {
 Rect DialogPlace::of(const JxwControlInfo& control) const {
     const Rect place = templatePlaceOf(control);
     Rect grown{right.moved(place.column), down.moved(place.line), place.columns, place.lines};
-    const bool isInRightHalf = 2 * place.column + place.columns >= columns - right.by;
     if (control.kind != JXW_BUTTON)
         grown.columns = right.moved(place.right()) - grown.column;
-    else if (isListAcross && isInRightHalf && place.column < right.edge)
-        grown.column += right.by;
+    else if (isListAcross && isButtonOfRightHalf(control, place, columns - right.by))
+        grown.column = place.column + right.by;
     if (hasSeveralLines(control))
         grown.lines = down.moved(place.bottom()) - grown.line;
     return grown;
@@ -173,10 +189,10 @@ DialogPlace placeDialog(const JxwDialogInfo& dialog, const Rect& area, Point scr
     const Rect list = largestList(controls);
     if (list.lines > 0) {
         const Point edge{list.right(), list.bottom()};
-        const Point least = leastEdge(controls, edge);
+        place.isListAcross = list.right() + kMostBeside >= place.columns;
+        const Point least = leastEdge(controls, edge, place.isListAcross ? place.columns : 0);
         const int room = std::min(area.columns, std::max(kWidestDialog, place.columns + 2));
         place.right = {edge.column, changeOf(place.columns + 2, room, kBesideFrame, edge.column - least.column)};
-        place.isListAcross = list.right() + kMostBeside >= place.columns && place.right.by > 0;
         place.down = {edge.line, changeOf(place.lines + 2, area.lines, kAboveFrame, edge.line - least.line)};
         place.columns += place.right.by;
         place.lines += place.down.by;

@@ -167,14 +167,18 @@ constexpr JxwTemplate kAcross[] = {{1, "Across", 280, 120, kAcrossControls}, {0,
 
 TEST(Layout, BelowAListAcrossTheDialogTheButtonsOfTheRightHalfKeepToTheRight) {
     const Dialog dialog(kAcross, 1);
-    for (const int columns : {60, 80, 100, 120}) {
-        SCOPED_TRACE(columns);
-        const DialogPlace place = dialog.in(columns, 24);
+    const struct {
+        int columns;
+        int change;  // from the template's 72 with the frame
+    } rows[] = {{40, 0}, {59, 0}, {60, -12}, {72, 0}, {80, 0}, {100, 20}, {120, 40}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.columns);
+        const DialogPlace place = dialog.in(row.columns, 24);
         std::vector<int> begins;
         for (const JxwControlInfo& control : dialog.controls())
             begins.push_back(place.of(control).column);
-        const int wider = std::max(0, columns - 80);
-        EXPECT_EQ(begins, (std::vector<int>{2, 2, 32 + wider, 51 + wider}));
+        EXPECT_EQ(begins, (std::vector<int>{2, 2, 32 + row.change, 51 + row.change}));
+        EXPECT_EQ(dialog.listIn(place).columns, 66 + row.change);
     }
 }
 
