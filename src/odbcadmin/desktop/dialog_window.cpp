@@ -10,6 +10,7 @@
 #include <cstring>
 
 #include "odbcadmin/assist/help.h"
+#include "odbcadmin/assist/path_completion.h"
 #include "odbcadmin/desktop/scale.h"
 #include "odbcadmin/desktop/toolkit.h"
 
@@ -416,7 +417,8 @@ bool DialogWindow::takeKey(int key, unsigned int state) {
             calls_.cancelling();
         if (meaning == JXW_KEY_ENTER)
             calls_.working("");
-        JXW_UserKey(handle, meaning);
+        if (meaning != JXW_KEY_NEXT || !assist::completePath(handle))
+            JXW_UserKey(handle, meaning);
     });
     return true;
 }

@@ -93,16 +93,16 @@ echo "-- in fields Ctrl-C, Ctrl-V, Ctrl-X and Ctrl-Z do what they do elsewhere, 
 begin_with Alpha
 press F2
 find_window 'Register a Driver'
-click 300 24
+click 300 120
 type_text Copied
 press ctrl+a ctrl+c Tab ctrl+a ctrl+v Home
 type_text Wrong
 press ctrl+z
-click 300 24
+click 300 120
 press ctrl+a ctrl+x
 type_text Middle
-xdotool mousemove --window "$window" 170 24 click --repeat 2 --delay 20 1
-click 300 88 2
+xdotool mousemove --window "$window" 170 120 click --repeat 2 --delay 20 1
+click 300 184 2
 xdotool key alt+n
 press ctrl+a
 type_text Entered
@@ -123,7 +123,7 @@ echo "-- text that is pasted presses nothing, on a list and in a question"
 begin_with Alpha Beta
 press F2
 find_window 'Register a Driver'
-click 300 24
+click 300 120
 type_text 'eyey'
 press ctrl+a ctrl+c Escape
 until_true gone 'Register a Driver'
