@@ -104,7 +104,15 @@ void DesktopScreen::carryOut(const std::function<void()>& action) {
         if (selections_.isInCommand())
             dropTyped();
     });
-    if (message_ == nullptr && front() != nullptr)
+    if (message_ == nullptr)
+        showIdle();
+}
+
+// Nothing works any more, or until the user has answered.
+void DesktopScreen::showIdle() {
+    for (const auto& [handle, window] : windows_)
+        window->sync();
+    if (front() != nullptr)
         front()->cursor(FL_CURSOR_DEFAULT);
 }
 
@@ -142,6 +150,7 @@ unsigned int DesktopScreen::ask(const char* text, const char* title, unsigned in
         return IDOK;
     std::unique_ptr<MessageWindow> before = std::move(message_);
     message_ = std::make_unique<MessageWindow>(assistant_.boxText(text), title, style);
+    showIdle();
     if (const DialogWindow* owner = front())
         standOnScreen(*message_, owner->x() + scaled(40), owner->y() + scaled(60));
     dropTyped();

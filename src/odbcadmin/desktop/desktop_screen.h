@@ -56,6 +56,7 @@ private:
     void setCursor(unsigned int cursor);
     void setWorker(const std::string& worker);
     void work(const std::string& what);
+    void showIdle();
     void dropTyped();
     void carryOut(const std::function<void()>& action);
     bool takeKey(Fl_Window* window);

@@ -55,10 +55,10 @@ MessageWindow::MessageWindow(const std::string& text, const std::string& title, 
     // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): widgets belong to the window that is being filled
     text_ = new Fl_Text_Display(sign + 2 * margin, margin, textWidth, std::max(1, h() - button - 3 * margin));
     showText(text);
-    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): likewise
     auto* row = new Fl_Group(0, h() - margin - button, w(), button);
     auto* space = new Fl_Box(0, row->y(), 1, button);
     int place = static_cast<int>(style_.buttons.size());
+    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): likewise
     for (const assist::BoxButton& each : style_.buttons) {
         Fl_Widget* made = addButton(--place, each);
         if (&each == &style_.buttons[style_.first])
