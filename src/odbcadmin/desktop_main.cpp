@@ -8,6 +8,7 @@
 #include "odbcadmin/desktop/desktop_screen.h"
 #include "odbcadmin/desktop/options.h"
 #include "odbcadmin/desktop/toolkit.h"
+#include "odbcadmin/desktop/watch.h"
 #include "odbcadmin/model/home_folder.h"
 #include "odbcadmin/trial/installer_library.h"
 
@@ -27,23 +28,18 @@ int refuse(const std::string& why, int code) {
     return code;
 }
 
-int showDialogs(const Options& options) {
-    if (!options.home.empty()) {
-        const std::string trouble = jx::model::enterHome(options.home);
-        if (!trouble.empty())
-            return refuse(trouble, kHomeTrouble);
-    }
+int showDialogs(const jx::desktop::NoteWorker& noteWorker) {
     if (!jx::desktop::openToolkit())
         return refuse("there is no display (is DISPLAY set?)", kWrongUse);
     const auto manage = jx::trial::installerFunction<decltype(&SQLManageDataSources)>("SQLManageDataSources");
     if (manage == nullptr)
         return refuse(jx::trial::installerTrouble(), kWrongUse);
-    const jx::desktop::DesktopScreen screen;
+    const jx::desktop::DesktopScreen screen(noteWorker);
     manage(0);
     return 0;
 }
 
-int run(const Options& options) {
+int run(const Options& options, char** arguments) {
     switch (options.wish) {
         case Options::Wish::help:
             std::fputs(jx::desktop::kHelpText, stdout);
@@ -56,14 +52,17 @@ int run(const Options& options) {
         case Options::Wish::dialogs:
             break;
     }
-    return showDialogs(options);
+    const std::string trouble = options.home.empty() ? "" : jx::model::enterHome(options.home);
+    if (!trouble.empty())
+        return refuse(trouble, kHomeTrouble);
+    return jx::desktop::runWatched(arguments, showDialogs);
 }
 
 }  // namespace
 
 int main(int count, char** arguments) {
     try {
-        return run(jx::desktop::readOptions(count, arguments));
+        return run(jx::desktop::readOptions(count, arguments), arguments);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "xodbcadmin: %s\n", error.what());
     } catch (...) {

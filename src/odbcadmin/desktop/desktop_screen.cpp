@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "odbcadmin/assist/lists.h"
+#include "odbcadmin/assist/worker.h"
 #include "odbcadmin/desktop/scale.h"
 #include "odbcadmin/desktop/toolkit.h"
 
@@ -25,7 +26,7 @@ std::pair<std::string, unsigned short> nameOf(HWND dialog) {
 
 DesktopScreen* DesktopScreen::current_ = nullptr;
 
-DesktopScreen::DesktopScreen() {
+DesktopScreen::DesktopScreen(NoteWorker noteWorker) : noteWorker_(std::move(noteWorker)) {
     current_ = this;
     Fl::event_dispatch(dispatch);
     JxwScreen table{};
@@ -88,12 +89,22 @@ void DesktopScreen::closed(HWND dialog) {
 void DesktopScreen::carryOut(const std::function<void()>& action) {
     assistant_.beforeAction();
     cancelled_ = false;
+    const std::string outer = worker_;
     selections_.around([&] {
         action();
+        setWorker(outer);
         if (selections_.isInCommand())
             dropTyped();
     });
-    if (message_ == nullptr && front() != nullptr)
+    if (message_ == nullptr)
+        showIdle();
+}
+
+// Nothing works any more, or until the user has answered.
+void DesktopScreen::showIdle() {
+    for (const auto& [handle, window] : windows_)
+        window->sync();
+    if (front() != nullptr)
         front()->cursor(FL_CURSOR_DEFAULT);
 }
 
@@ -138,6 +149,7 @@ unsigned int DesktopScreen::ask(const char* text, const char* title, unsigned in
         return IDOK;
     std::unique_ptr<MessageWindow> before = std::move(message_);
     message_ = std::make_unique<MessageWindow>(assistant_.boxText(text), title, style);
+    showIdle();
     if (const DialogWindow* owner = front())
         standOnScreen(*message_, owner->x() + scaled(40), owner->y() + scaled(60));
     dropTyped();
@@ -150,11 +162,20 @@ unsigned int DesktopScreen::ask(const char* text, const char* title, unsigned in
     return answer;
 }
 
+void DesktopScreen::setWorker(const std::string& worker) {
+    if (worker != worker_)
+        noteWorker_(worker);
+    worker_ = worker;
+}
+
 void DesktopScreen::work(const std::string& what) {
     DialogWindow* window = front();
     if (window == nullptr)
         return;
     selections_.begin(window->dialog());
+    const std::string worker = assist::workerOf(window->dialog());
+    if (!worker.empty())
+        setWorker(worker);
     window->tell("Working" + (what.empty() ? "" : " on " + what.substr(0, what.find("..."))) + ". Please wait.");
     window->cursor(FL_CURSOR_WAIT);
     Fl::flush();

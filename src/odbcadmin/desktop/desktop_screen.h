@@ -16,6 +16,7 @@
 #include "odbcadmin/desktop/dialog_window.h"
 #include "odbcadmin/desktop/message_window.h"
 #include "odbcadmin/desktop/typed_ahead.h"
+#include "odbcadmin/desktop/watch.h"
 
 namespace jx::desktop {
 
@@ -23,7 +24,8 @@ namespace jx::desktop {
 // while the toolkit calls and carried out after that, so no window goes while a widget of it is at work.
 class DesktopScreen {
 public:
-    DesktopScreen();
+    // noteWorker hears whose code runs.
+    explicit DesktopScreen(NoteWorker noteWorker);
     ~DesktopScreen();
     DesktopScreen(const DesktopScreen&) = delete;
     DesktopScreen& operator=(const DesktopScreen&) = delete;
@@ -45,7 +47,9 @@ private:
     int wait(HWND dialog);
     unsigned int ask(const char* text, const char* title, unsigned int style);
     void setCursor(unsigned int cursor);
+    void setWorker(const std::string& worker);
     void work(const std::string& what);
+    void showIdle();
     void dropTyped();
     void carryOut(const std::function<void()>& action);
     bool takeKey(Fl_Window* window);
@@ -59,6 +63,8 @@ private:
     std::deque<std::function<void()>> actions_;
     TypedAhead typedAhead_{[this] { return !actions_.empty(); }};
     assist::Assistant assistant_;
+    NoteWorker noteWorker_;
+    std::string worker_;
     HWND inFront_ = 0;
     assist::SelectionKeeper selections_;
     bool isDropping_ = false;

@@ -168,6 +168,8 @@ void DialogWindow::placeControls() {
     for (std::size_t index = 0; index < places.size(); ++index) {
         const Place& place = places[index];
         widgets_[index]->resize(place.x, place.y, place.width, place.height);
+        if (auto* list = dynamic_cast<RowList*>(widgets_[index]))
+            list->revealChosen();
     }
 }
 
@@ -251,8 +253,7 @@ void DialogWindow::syncList(int index, const JxwControlInfo& control) {
     }
     if (list.value() != control.selection + 1) {
         list.value(control.selection + 1);
-        if (control.selection >= 0)
-            list.make_visible(control.selection + 1);
+        list.revealChosen();
     }
 }
 

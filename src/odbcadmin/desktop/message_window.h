@@ -30,6 +30,9 @@ public:
     // else the whole text. True when it was taken.
     bool takeKey(int key, unsigned int state);
 
+    // Takes the keys that none of its buttons has taken.
+    int handle(int event) override;
+
 private:
     Fl_Widget* addButton(int place, const assist::BoxButton& made);
     void showText(const std::string& text);

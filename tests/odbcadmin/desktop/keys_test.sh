@@ -6,6 +6,7 @@ program=$1
 setup=$2
 . "$(dirname "$0")/display.sh"
 open_display 900x700
+setxkbmap de  # a keyboard with Ü
 
 # Which row is chosen is seen by what a command does to it: it is removed.
 begin_with() {
@@ -31,6 +32,20 @@ press Home Next Next Prior Prior
 expect_removed Source001
 press Home Down Down Up
 expect_removed Source003
+finish
+
+echo "-- End shows the last row at the end of the list, with no empty room below, also after the window was made lower"
+# shellcheck disable=SC2086
+begin_with $many
+press End
+click 60 $((HEIGHT - 125))
+remove_chosen
+resize_to 560 360
+press End
+resize_to 560 350
+click 60 $((HEIGHT - 125))
+remove_chosen
+has_source Source079 || fail "the last row does not stand at the end of the list"
 finish
 
 echo "-- letters choose a row, in upper or lower case and in other alphabets; the same letter goes on"
