@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "odbcadmin/assist/chosen_source.h"
-#include "odbcadmin/assist/file_choice.h"
+#include "odbcadmin/assist/file_form.h"
 #include "odbcadmin/assist/path_completion.h"
 #include "odbcadmin/assist/say.h"
 #include "odbcadmin/doctor/driver_scan.h"
@@ -126,7 +126,7 @@ void takeFound(HWND dialog, const Found& found) {
 }
 
 void browse(HWND dialog) {
-    const std::string path = chooseFile(expandedPath(fieldText(dialog, kFormLibrary)));
+    const std::string path = chooseFile(dialog, expandedPath(fieldText(dialog, kFormLibrary)));
     if (!path.empty())
         JXW_SetDlgItemText(dialog, kFormLibrary, path.c_str());
 }
@@ -134,8 +134,9 @@ void browse(HWND dialog) {
 void open(HWND dialog, Found& found) {
     JXW_SetDlgItemText(dialog, kFormSetup, trial::generalSetupLibrary().c_str());
     const unsigned int before = JXW_SetCursor(JXW_LoadCursor(0, kJxwWaitCursor));
-    found = doctor::scanForDrivers(directoriesOfTest ? *directoriesOfTest
-                                                     : doctor::usualDriverDirectories(doctor::loaderPlaces()));
+    found = doctor::scanForDrivers(
+        directoriesOfTest ? *directoriesOfTest : doctor::usualDriverDirectories(doctor::loaderPlaces()),
+        [](const std::string&) {}, [] {}, doctor::Candidates::likely);
     JXW_SetCursor(before);
     for (const doctor::FoundDriver& driver : found)
         addRow(dialog, kFormFound, driver.path);

@@ -5,10 +5,6 @@
 #include <jxtemplate.h>
 #include <jxwindow.h>
 
-#include <iterator>
-#include <vector>
-
-#include "odbcadmin/assist/file_choice.h"
 #include "rules/names.h"
 
 namespace jx::assist {
@@ -64,30 +60,25 @@ constexpr JxwControl kLine[] = {{JXW_LABEL, kLineAbout, 8, 8, 224, 16, "", 0},
                                 {JXW_BUTTON, IDCANCEL, 164, 56, 68, 14, "Cancel", 0},
                                 kEnd};
 
-// Browse is there only where a screen can choose files.
-std::vector<JxwControl> registrationControls() {
-    std::vector<JxwControl> controls(std::begin(kRegistration), std::end(kRegistration));
-    if (!canChooseFile())
-        std::erase_if(controls, [](const JxwControl& each) { return each.id == kFormBrowse; });
-    return controls;
-}
+constexpr JxwControl kFiles[] = {{JXW_LABEL, kFilesDirectory, 8, 8, 264, 16, "", JXW_PLAIN},
+                                 {JXW_LISTBOX, kFilesList, 8, 24, 264, 88, nullptr, 0},
+                                 {JXW_BUTTON, IDOK, 128, 120, 68, 14, "&Open", JXW_DEFAULT},
+                                 {JXW_BUTTON, IDCANCEL, 204, 120, 68, 14, "Cancel", 0},
+                                 kEnd};
 
-void registerForms() {
-    const std::vector<JxwControl> registration = registrationControls();
-    const JxwTemplate templates[] = {{kFormDialog, "Register a Driver", 280, 140, registration.data()},
-                                     {kRemovalForm, "Remove a Driver", 280, 124, kRemoval},
-                                     {kSourcesForm, "All Data Sources", 280, 136, kSources},
-                                     {kValuesForm, "Values", 280, 140, kValues},
-                                     {kLineForm, "Name", 240, 76, kLine},
-                                     {0, nullptr, 0, 0, nullptr}};
-    JXW_RegisterModule(kFormModule, nullptr, templates);
-}
+constexpr JxwTemplate kTemplates[] = {{kFormDialog, "Register a Driver", 280, 140, kRegistration},
+                                      {kRemovalForm, "Remove a Driver", 280, 124, kRemoval},
+                                      {kSourcesForm, "All Data Sources", 280, 136, kSources},
+                                      {kValuesForm, "Values", 280, 140, kValues},
+                                      {kLineForm, "Name", 240, 76, kLine},
+                                      {kFilesForm, "Choose a File", 280, 140, kFiles},
+                                      {0, nullptr, 0, 0, nullptr}};
 
 }  // namespace
 
 int showForm(unsigned short form, HWND owner, JxwProcedure procedure, void* record) {
-    registerForms();
-    return JXW_DialogBox(kFormModule, form, owner, procedure, record);
+    static const bool isRegistered = JXW_RegisterModule(kFormModule, nullptr, kTemplates) != 0;
+    return isRegistered ? JXW_DialogBox(kFormModule, form, owner, procedure, record) : -1;
 }
 
 void keepFormRecord(HWND dialog, uintptr_t record) {

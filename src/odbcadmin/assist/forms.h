@@ -44,6 +44,11 @@ inline constexpr unsigned short kLineForm = 5;
 inline constexpr unsigned short kLineAbout = 51;
 inline constexpr unsigned short kLineText = 52;
 
+// Choosing a file (file_form.h).
+inline constexpr unsigned short kFilesForm = 6;
+inline constexpr unsigned short kFilesDirectory = 61;
+inline constexpr unsigned short kFilesList = 62;
+
 // Shows one of them on the thread's screen until it ends, and returns its result; -1 when it could not be shown. owner
 // may be 0. The record is what WM_INITDIALOG gets.
 int showForm(unsigned short form, HWND owner, JxwProcedure procedure, void* record);

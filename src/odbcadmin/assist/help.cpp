@@ -84,7 +84,7 @@ constexpr Sentence kSentences[] = {
     {kLibrary, JxSelectTranslatorDialog, JxTranslatorsList, "The translators registered for you.", ""},
     {kLibrary, JxSelectTranslatorDialog, IDOK, "Takes the chosen translator.", "Choose a translator first."},
     {kForm, kFormDialog, kFormFound, "Drivers in the usual places. Choosing one fills in the fields below.", ""},
-    {kForm, kFormDialog, kFormBrowse, "Looks for the driver's file in a window.", ""},
+    {kForm, kFormDialog, kFormBrowse, "Looks for the driver's file in directories.", ""},
     {kForm, kFormDialog, kFormName, "Any name you like: data sources refer to the driver by it.", ""},
     {kForm, kFormDialog, kFormLibrary, "The driver's file, with its whole path. Its package lists it (dpkg -L NAME).",
      ""},
@@ -104,6 +104,9 @@ constexpr Sentence kSentences[] = {
     {kForm, kSourcesForm, IDCANCEL, "Back to the data sources.", ""},
     {kForm, kValuesForm, kValuesList, "The keys in the order of the file. Secrets are shown as stars.", ""},
     {kForm, kValuesForm, IDCANCEL, "Back to the list.", ""},
+    {kForm, kFilesForm, kFilesList, "Enter opens a directory, and takes a file. ../ is the directory above.", ""},
+    {kForm, kFilesForm, IDOK, "Opens the directory, or takes the file.", ""},
+    {kForm, kFilesForm, IDCANCEL, "Chooses no file.", ""},
     {kForm, kLineForm, kLineText, "Type it; Enter takes it.", ""},
     {kForm, kLineForm, IDOK, "Takes what is typed.", ""},
     {kForm, kLineForm, IDCANCEL, "Changes nothing.", ""},
@@ -178,7 +181,7 @@ std::string emptyListHelp(const JxwDialogInfo& dialog, const JxwControlInfo& con
     if (dialog.module == kSetup)
         return "No key yet: type one and its value below, then Add.";
     if (dialog.module == kForm && dialog.templateId == kFormDialog)
-        return "No driver's library lies in the usual places. odbcadmin driver scan DIR looks elsewhere.";
+        return "No driver lies in the usual places under a usual name. odbcadmin driver scan looks at all libraries.";
     if (dialog.module == kForm && dialog.templateId == kValuesForm)
         return "It has no keys.";
     if (dialog.module != kLibrary)
@@ -212,6 +215,7 @@ std::string shownPath(model::FileKind kind) {
 
 std::string formHeading(const JxwDialogInfo& form) {
     switch (form.templateId) {
+        case kFilesForm:
         case kFormDialog:
             return "Registers a driver in " + shownPath(model::FileKind::drivers);
         case kRemovalForm:

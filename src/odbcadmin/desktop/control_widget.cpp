@@ -84,6 +84,16 @@ int RowList::rowsShown() const {
     return std::max(1, height / std::max(1, rowHeight()));
 }
 
+void RowList::revealChosen() {
+    const int row = value();
+    if (row <= 0 || displayed(row) != 0)
+        return;
+    if (row < topline())
+        topline(row);
+    else
+        bottomline(row);
+}
+
 Fl_Widget* newWidget(const JxwControlInfo& control) {
     switch (control.kind) {
         case JXW_EDIT:

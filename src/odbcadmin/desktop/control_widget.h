@@ -12,13 +12,16 @@
 
 namespace jx::desktop {
 
-// RowList: a list that knows how many rows it shows.
+// RowList: a list that knows how many rows it shows, and scrolls no further than it must.
 class RowList : public Fl_Hold_Browser {
 public:
     RowList();
 
     int rowHeight() const { return incr_height(); }
     int rowsShown() const;
+
+    // Scrolls until the chosen row can be seen.
+    void revealChosen();
 };
 
 // Makes the widget for a control in the group that is open; the group owns it. It has no place and no text yet.

@@ -6,7 +6,7 @@
 
 #include <utility>
 
-#include "odbcadmin/assist/help.h"
+#include "odbcadmin/assist/lists.h"
 #include "odbcadmin/assist/worker.h"
 #include "odbcadmin/desktop/scale.h"
 #include "odbcadmin/desktop/toolkit.h"
@@ -51,26 +51,18 @@ DialogWindow* DesktopScreen::front() {
     return windows_.empty() ? nullptr : windows_.rbegin()->second.get();
 }
 
-const std::vector<DesktopScreen::KeyAction>& DesktopScreen::keyActions() {
-    static const std::vector<KeyAction> actions = {
-        {{"F1", "Help"}, FL_F + 1, &DesktopScreen::showHelp},
-        {{"F2", "New driver"}, FL_F + 2, &DesktopScreen::registerDriver},
-    };
-    return actions;
-}
-
-std::vector<KeyOffer> DesktopScreen::offers() {
+std::vector<KeyOffer> DesktopScreen::offers(HWND dialog) {
     std::vector<KeyOffer> offers;
-    for (const KeyAction& action : keyActions())
-        offers.push_back(action.offer);
+    for (const assist::FunctionKey& key : assistant_.functionKeys(dialog))
+        offers.push_back({"F" + std::to_string(key.number), key.label});
     return offers;
 }
 
 void DesktopScreen::opened(HWND dialog) {
     ScreenCalls calls{[this](std::function<void()> action) { actions_.push_back(std::move(action)); },
                       [this](const std::string& what) { work(what); }, [this] { cancelled_ = true; },
-                      [this, dialog](std::size_t number) { press(dialog, keyActions()[number]); }};
-    auto window = std::make_unique<DialogWindow>(dialog, std::move(calls), offers());
+                      [this, dialog](std::size_t place) { press(dialog, assistant_.functionKeys(dialog).at(place)); }};
+    auto window = std::make_unique<DialogWindow>(dialog, std::move(calls), offers(dialog));
     const auto size = sizes_.find(nameOf(dialog));
     if (size != sizes_.end())
         window->size(size->second.width, size->second.height);
@@ -104,19 +96,30 @@ void DesktopScreen::carryOut(const std::function<void()>& action) {
         if (selections_.isInCommand())
             dropTyped();
     });
-    if (message_ == nullptr && front() != nullptr)
+    if (message_ == nullptr)
+        showIdle();
+}
+
+// Nothing works any more, or until the user has answered.
+void DesktopScreen::showIdle() {
+    for (const auto& [handle, window] : windows_)
+        window->sync();
+    if (front() != nullptr)
         front()->cursor(FL_CURSOR_DEFAULT);
 }
 
 int DesktopScreen::wait(HWND dialog) {
     inFront_ = dialog;
+    constexpr double kGlance = 1;
     while (actions_.empty()) {
+        tell(dialog, assist::noticeChange(dialog));
+        windows_.at(dialog)->offerKeys(offers(dialog));
         // A button that is held down shows what it would become; it is left alone until it is let go.
         for (const auto& [handle, window] : windows_)
             if (Fl::pushed() == nullptr)
                 window->sync();
         typedAhead_.handBack();
-        if (Fl::wait() < 0 || Fl::first_window() == nullptr)
+        if (Fl::wait(kGlance) < 0 || Fl::first_window() == nullptr)
             return 0;
         const auto window = windows_.find(dialog);
         if (window != windows_.end() && actions_.empty())
@@ -124,7 +127,11 @@ int DesktopScreen::wait(HWND dialog) {
     }
     const std::function<void()> action = std::move(actions_.front());
     actions_.pop_front();
-    carryOut(action);
+    // What was meant for rows that are not there any more is not done.
+    if (const std::string changed = assist::noticeChange(dialog); changed.empty())
+        carryOut(action);
+    else
+        tell(dialog, changed);
     return 1;
 }
 
@@ -142,6 +149,7 @@ unsigned int DesktopScreen::ask(const char* text, const char* title, unsigned in
         return IDOK;
     std::unique_ptr<MessageWindow> before = std::move(message_);
     message_ = std::make_unique<MessageWindow>(assistant_.boxText(text), title, style);
+    showIdle();
     if (const DialogWindow* owner = front())
         standOnScreen(*message_, owner->x() + scaled(40), owner->y() + scaled(60));
     dropTyped();
@@ -181,13 +189,18 @@ void DesktopScreen::setCursor(unsigned int cursor) {
     }
 }
 
-void DesktopScreen::showHelp(HWND dialog) {
-    guiMessageBox(dialog, reinterpret_cast<const unsigned char*>(assist::helpOnAll(dialog).c_str()),
-                  reinterpret_cast<const unsigned char*>("Help"), MB_OK);
+void DesktopScreen::tell(HWND dialog, const std::string& text) {
+    const auto window = windows_.find(dialog);
+    if (!text.empty() && window != windows_.end())
+        window->second->tell(text);
 }
 
-void DesktopScreen::press(HWND dialog, const KeyAction& action) {
-    actions_.emplace_back([this, dialog, act = action.act] { (this->*act)(dialog); });
+void DesktopScreen::press(HWND dialog, const assist::FunctionKey& key) {
+    actions_.emplace_back([this, dialog, key] {
+        if (!key.working.empty())
+            work(key.working);
+        tell(dialog, key.press(dialog));
+    });
 }
 
 bool DesktopScreen::takeKey(Fl_Window* window) {
@@ -198,9 +211,9 @@ bool DesktopScreen::takeKey(Fl_Window* window) {
     auto* dialog = dynamic_cast<DialogWindow*>(window);
     if (dialog == nullptr || dialog->dialog() != inFront_)
         return false;
-    for (const KeyAction& action : keyActions()) {
-        if (key == action.key) {
-            press(inFront_, action);
+    for (const assist::FunctionKey& each : assistant_.functionKeys(inFront_)) {
+        if (key == FL_F + each.number) {
+            press(inFront_, each);
             return true;
         }
     }

@@ -34,14 +34,7 @@ private:
     static DesktopScreen& self(void* context) { return *static_cast<DesktopScreen*>(context); }
     static int dispatch(int event, Fl_Window* window);
 
-    // A key of every dialog and what it does.
-    struct KeyAction {
-        KeyOffer offer;
-        int key;
-        void (DesktopScreen::*act)(HWND dialog);
-    };
-    static const std::vector<KeyAction>& keyActions();
-    static std::vector<KeyOffer> offers();
+    std::vector<KeyOffer> offers(HWND dialog);
 
     // What the user made of a dialog's window, for the next time it opens.
     using DialogName = std::pair<std::string, unsigned short>;
@@ -56,12 +49,12 @@ private:
     void setCursor(unsigned int cursor);
     void setWorker(const std::string& worker);
     void work(const std::string& what);
+    void showIdle();
     void dropTyped();
     void carryOut(const std::function<void()>& action);
     bool takeKey(Fl_Window* window);
-    void press(HWND dialog, const KeyAction& action);
-    void showHelp(HWND dialog);
-    void registerDriver(HWND dialog) { assistant_.registerDriver(dialog); }
+    void press(HWND dialog, const assist::FunctionKey& key);
+    void tell(HWND dialog, const std::string& text);
     DialogWindow* front();
 
     std::map<HWND, std::unique_ptr<DialogWindow>> windows_;

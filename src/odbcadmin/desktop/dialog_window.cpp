@@ -10,6 +10,7 @@
 #include <cstring>
 
 #include "odbcadmin/assist/help.h"
+#include "odbcadmin/assist/path_completion.h"
 #include "odbcadmin/desktop/scale.h"
 #include "odbcadmin/desktop/toolkit.h"
 
@@ -167,6 +168,8 @@ void DialogWindow::placeControls() {
     for (std::size_t index = 0; index < places.size(); ++index) {
         const Place& place = places[index];
         widgets_[index]->resize(place.x, place.y, place.width, place.height);
+        if (auto* list = dynamic_cast<RowList*>(widgets_[index]))
+            list->revealChosen();
     }
 }
 
@@ -250,8 +253,7 @@ void DialogWindow::syncList(int index, const JxwControlInfo& control) {
     }
     if (list.value() != control.selection + 1) {
         list.value(control.selection + 1);
-        if (control.selection >= 0)
-            list.make_visible(control.selection + 1);
+        list.revealChosen();
     }
 }
 
@@ -416,7 +418,8 @@ bool DialogWindow::takeKey(int key, unsigned int state) {
             calls_.cancelling();
         if (meaning == JXW_KEY_ENTER)
             calls_.working("");
-        JXW_UserKey(handle, meaning);
+        if (meaning != JXW_KEY_NEXT || !assist::completePath(handle))
+            JXW_UserKey(handle, meaning);
     });
     return true;
 }

@@ -16,10 +16,10 @@ namespace jx::desktop {
 
 namespace {
 
-constexpr int kLineHeight = 26;
-constexpr int kMargin = 4;
-constexpr int kPadding = 8;
-constexpr int kTextSize = 12;
+constexpr int kKeyHeight = 26;
+constexpr int kKeyMargin = 4;
+constexpr int kKeyPadding = 8;
+constexpr int kKeyTextSize = 12;
 
 int textWidth(const Fl_Widget& button) {
     fl_font(button.labelfont(), button.labelsize());
@@ -42,7 +42,7 @@ bool KeyBar::offer(const std::vector<KeyOffer>& offers) {
     for (std::size_t number = 0; number < offers_.size(); ++number) {
         auto* button = new Fl_Button(0, 0, 0, 0);
         button->box(FL_THIN_UP_BOX);
-        button->labelsize(scaled(kTextSize));
+        button->labelsize(scaled(kKeyTextSize));
         button->clear_visible_focus();
         button->copy_label(asLabel(offers_[number].key + " " + offers_[number].label).c_str());
         button->callback(
@@ -57,30 +57,30 @@ bool KeyBar::offer(const std::vector<KeyOffer>& offers) {
 }
 
 int KeyBar::flow(int width, const std::function<void(int, int, int)>& visit) const {
-    int left = scaled(kMargin);
+    int left = scaled(kKeyMargin);
     int line = 0;
     for (int number = 0; number < children(); ++number) {
-        const int wide = textWidth(*child(number)) + 2 * scaled(kPadding);
-        if (left + wide > width && left > scaled(kMargin)) {
-            left = scaled(kMargin);
+        const int wide = textWidth(*child(number)) + 2 * scaled(kKeyPadding);
+        if (left + wide > width && left > scaled(kKeyMargin)) {
+            left = scaled(kKeyMargin);
             ++line;
         }
         visit(number, left, line);
-        left += wide + scaled(kMargin);
+        left += wide + scaled(kKeyMargin);
     }
     return children() == 0 ? 0 : line + 1;
 }
 
 int KeyBar::heightFor(int width) const {
-    return flow(width, [](int, int, int) {}) * (scaled(kLineHeight) + scaled(kMargin));
+    return flow(width, [](int, int, int) {}) * (scaled(kKeyHeight) + scaled(kKeyMargin));
 }
 
 void KeyBar::resize(int x, int y, int width, int height) {
     Fl_Group::resize(x, y, width, height);
     flow(width, [this, x, y](int number, int left, int line) {
         Fl_Widget& button = *child(number);
-        button.resize(x + left, y + line * (scaled(kLineHeight) + scaled(kMargin)),
-                      textWidth(button) + 2 * scaled(kPadding), scaled(kLineHeight));
+        button.resize(x + left, y + line * (scaled(kKeyHeight) + scaled(kKeyMargin)),
+                      textWidth(button) + 2 * scaled(kKeyPadding), scaled(kKeyHeight));
     });
 }
 

@@ -18,7 +18,7 @@ namespace jx::desktop {
 namespace {
 
 constexpr int kTextWidth = 460;
-constexpr int kMargin = 16;
+constexpr int kBoxMargin = 16;
 constexpr int kSignWidth = 40;
 constexpr int kSignTextSize = 24;
 constexpr int kButtonWidth = 90;
@@ -41,7 +41,7 @@ int heightOf(const std::string& text, int width) {
 
 MessageWindow::MessageWindow(const std::string& text, const std::string& title, unsigned int style)
     : Fl_Double_Window(100, 100), style_(assist::boxStyle(style, text)) {
-    const int margin = scaled(kMargin);
+    const int margin = scaled(kBoxMargin);
     const int sign = scaled(kSignWidth);
     const int button = scaled(kButtonHeight);
     const Place screen = workArea();
@@ -55,10 +55,10 @@ MessageWindow::MessageWindow(const std::string& text, const std::string& title, 
     // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): widgets belong to the window that is being filled
     text_ = new Fl_Text_Display(sign + 2 * margin, margin, textWidth, std::max(1, h() - button - 3 * margin));
     showText(text);
-    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): likewise
     auto* row = new Fl_Group(0, h() - margin - button, w(), button);
     auto* space = new Fl_Box(0, row->y(), 1, button);
     int place = static_cast<int>(style_.buttons.size());
+    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks): likewise
     for (const assist::BoxButton& each : style_.buttons) {
         Fl_Widget* made = addButton(--place, each);
         if (&each == &style_.buttons[style_.first])
@@ -96,7 +96,7 @@ void MessageWindow::open() {
 }
 
 Fl_Widget* MessageWindow::addButton(int place, const assist::BoxButton& made) {
-    const int margin = scaled(kMargin);
+    const int margin = scaled(kBoxMargin);
     const int width = scaled(kButtonWidth);
     const int height = scaled(kButtonHeight);
     const int left = w() - (place + 1) * (width + margin);

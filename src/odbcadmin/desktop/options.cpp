@@ -23,11 +23,11 @@ const char* const kHelpText =
 
 namespace {
 
-enum Choice : int { home = 1, help, version };
+enum Choice : int { kHomeChoice = 1, kHelpChoice, kVersionChoice };
 
-constexpr std::array<option, 4> kOptions{{{"home", required_argument, nullptr, Choice::home},
-                                          {"help", no_argument, nullptr, Choice::help},
-                                          {"version", no_argument, nullptr, Choice::version},
+constexpr std::array<option, 4> kOptions{{{"home", required_argument, nullptr, kHomeChoice},
+                                          {"help", no_argument, nullptr, kHelpChoice},
+                                          {"version", no_argument, nullptr, kVersionChoice},
                                           {nullptr, 0, nullptr, 0}}};
 
 Options wrongUse(const std::string& trouble) {
@@ -41,13 +41,13 @@ Options readOptions(int count, char** arguments) {
     opterr = 0;
     optind = 1;
     for (int choice = 0; (choice = getopt_long(count, arguments, ":h", kOptions.data(), nullptr)) != -1;) {
-        if (choice == Choice::home && *optarg != '\0')
+        if (choice == kHomeChoice && *optarg != '\0')
             options.home = optarg;
-        else if (choice == Choice::home || choice == ':')
+        else if (choice == kHomeChoice || choice == ':')
             return wrongUse("--home needs a folder");
-        else if (choice == Choice::help || choice == 'h')
+        else if (choice == kHelpChoice || choice == 'h')
             options.wish = Options::Wish::help;
-        else if (choice == Choice::version)
+        else if (choice == kVersionChoice)
             options.wish = Options::Wish::version;
         else
             return wrongUse("there is no option " + std::string(arguments[optind - 1]));

@@ -5,9 +5,9 @@
 #include <odbcinst.h>
 
 #include <cstdlib>
+#include <filesystem>
 
 #include "driver_folder.h"
-#include "odbcadmin/assist/file_choice.h"
 #include "odbcadmin/trial/installer_library.h"
 #include "scripted_user.h"
 #include "test_home.h"
@@ -208,20 +208,30 @@ TEST_F(DriverForm, NamesTheNextStepOnlyWhereItCanBeTaken) {
               "dsn add|0");
 }
 
-TEST_F(DriverForm, BrowseIsThereWhereTheScreenCanChooseFiles) {
-    ScriptedUser without({jx::test::look()});
+TEST_F(DriverForm, BrowseGoesThroughDirectoriesToAFile) {
+    home_.put("a.so", "");
+    std::filesystem::create_directories(home_.file("b/c"));
+    home_.put("b/d.so", "");
+    ScriptedUser user({type(kFormLibrary, "~/"), press(kFormBrowse), jx::test::look(),
+                       jx::test::doubleClick(kFilesList, 1), jx::test::look(), jx::test::selectRow(kFilesList, 0),
+                       press(IDOK), jx::test::selectRow(kFilesList, 1), press(IDOK), jx::test::selectRow(kFilesList, 2),
+                       press(IDOK), jx::test::look()});
     registerDriver(0);
-    EXPECT_EQ(without.dumps.at(0).find("Browse"), std::string::npos);
-    std::string begun;
-    setFileChooser([&](const std::string& path) {
-        begun = path;
-        return "/opt/chosen.so";
-    });
-    ScriptedUser user({type(kFormLibrary, "~/lib/"), press(kFormBrowse), jx::test::look()});
+    EXPECT_EQ(user.dumps.at(0), "\"Choose a File\"\n  label 61 \"" + home_.file("") +
+                                    "\"\n  list 62 focus\n    > ../\n      b/\n      a.so\n  button 1 \"&Open\" "
+                                    "default\n  button 2 \"Cancel\"\n");
+    EXPECT_NE(user.dumps.at(1).find("\"" + home_.file("b/") + "\"\n  list 62 focus\n    > ../\n      c/\n      d.so"),
+              std::string::npos)
+        << user.dumps.at(1);
+    EXPECT_NE(user.dumps.at(2).find("\"" + home_.file("b/d.so") + "\""), std::string::npos) << user.dumps.at(2);
+}
+
+TEST_F(DriverForm, BrowseBeginsSomewhereElseWhenThereIsNoSuchDirectory) {
+    ScriptedUser user(
+        {type(kFormLibrary, "/none/x.so"), press(kFormBrowse), jx::test::look(), press(IDCANCEL), jx::test::look()});
     registerDriver(0);
-    setFileChooser({});
-    EXPECT_EQ(begun, home_.file("lib/"));
-    EXPECT_NE(user.dumps.at(0).find("\"/opt/chosen.so\""), std::string::npos) << user.dumps.at(0);
+    EXPECT_NE(user.dumps.at(0).find("\"/usr/lib/\""), std::string::npos) << user.dumps.at(0);
+    EXPECT_NE(user.dumps.at(1).find("\"/none/x.so\""), std::string::npos) << user.dumps.at(1);
 }
 
 }  // namespace

@@ -234,6 +234,7 @@ Drivers found on this system: Drivers in the usual places. Choosing one fills in
 Name: Any name you like: data sources refer to the driver by it.
 Driver library: The driver's file, with its whole path. Its package lists it (dpkg -L NAME).
 Setup library: Asks for the settings of data sources. The proposed one works for any driver.
+Browse...: Looks for the driver's file in directories.
 OK: Tries the libraries in a process of their own, then enters the driver.
 Cancel: Registers nothing.)");
 }

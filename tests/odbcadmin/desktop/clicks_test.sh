@@ -73,11 +73,11 @@ click 476 142
 find_window 'ODBC Drivers'
 press F2
 find_window 'Register a Driver'
-click 300 24
+click 300 120
 type_text Mine
-click 300 56
+click 300 152
 type_text /none/driver.so
-click 324 174
+click 324 254
 find_box 'Register a Driver'
 press y
 until_true grep -qx 'Driver=/none/driver.so' "$HOME/.odbcinst.ini"

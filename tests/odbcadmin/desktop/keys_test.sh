@@ -6,6 +6,7 @@ program=$1
 setup=$2
 . "$(dirname "$0")/display.sh"
 open_display 900x700
+setxkbmap de  # a keyboard with Ü
 
 # Which row is chosen is seen by what a command does to it: it is removed.
 begin_with() {
@@ -31,6 +32,20 @@ press Home Next Next Prior Prior
 expect_removed Source001
 press Home Down Down Up
 expect_removed Source003
+finish
+
+echo "-- End shows the last row at the end of the list, with no empty room below, also after the window was made lower"
+# shellcheck disable=SC2086
+begin_with $many
+press End
+click 60 $((HEIGHT - 125))
+remove_chosen
+resize_to 560 360
+press End
+resize_to 560 350
+click 60 $((HEIGHT - 125))
+remove_chosen
+has_source Source079 || fail "the last row does not stand at the end of the list"
 finish
 
 echo "-- letters choose a row, in upper or lower case and in other alphabets; the same letter goes on"
@@ -93,16 +108,16 @@ echo "-- in fields Ctrl-C, Ctrl-V, Ctrl-X and Ctrl-Z do what they do elsewhere, 
 begin_with Alpha
 press F2
 find_window 'Register a Driver'
-click 300 24
+click 300 120
 type_text Copied
 press ctrl+a ctrl+c Tab ctrl+a ctrl+v Home
 type_text Wrong
 press ctrl+z
-click 300 24
+click 300 120
 press ctrl+a ctrl+x
 type_text Middle
-xdotool mousemove --window "$window" 170 24 click --repeat 2 --delay 20 1
-click 300 88 2
+xdotool mousemove --window "$window" 170 120 click --repeat 2 --delay 20 1
+click 300 184 2
 xdotool key alt+n
 press ctrl+a
 type_text Entered
@@ -123,7 +138,7 @@ echo "-- text that is pasted presses nothing, on a list and in a question"
 begin_with Alpha Beta
 press F2
 find_window 'Register a Driver'
-click 300 24
+click 300 120
 type_text 'eyey'
 press ctrl+a ctrl+c Escape
 until_true gone 'Register a Driver'
