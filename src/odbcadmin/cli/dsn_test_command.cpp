@@ -129,6 +129,17 @@ void hideSecrets(const Session& session, const model::DataSource& source, Connec
         hide(each.message);
 }
 
+// What to look at next; a driver that fails at its first function has said nothing.
+std::string adviceOn(const ConnectReport& report, const std::string& name) {
+    const bool isSilent = report.end == ConnectReport::End::refused && report.diagnostics.empty();
+    if (isSilent && report.function.starts_with("SQLAlloc"))
+        return "The driver lacks something of its own, such as a file or a variable. What it looks for is shown by: "
+               "strace "
+               "-f -e trace=file odbcadmin dsn test " +
+               model::shellWord(name);
+    return "See odbcadmin doctor " + model::shellWord(name);
+}
+
 ExitCode show(const Session& session, const std::string& name, const std::string& library, const ConnectReport& report,
               std::chrono::milliseconds limit) {
     const bool connected = report.end == ConnectReport::End::connected;
@@ -143,8 +154,7 @@ ExitCode show(const Session& session, const std::string& name, const std::string
     if (!report.user.empty())
         session.warn("the driver had the rights of " + report.user + ", not those of root");
     if (!connected)
-        return session.fail(code, "Cannot connect to " + name + ": " + end,
-                            "See odbcadmin doctor " + model::shellWord(name));
+        return session.fail(code, "Cannot connect to " + name + ": " + end, adviceOn(report, name));
     session.say(name + ": connected" + (report.driver.empty() ? "" : ", driver " + report.driver) +
                 (report.database.empty() ? "" : ", database " + report.database));
     return code;
@@ -170,7 +180,7 @@ ExitCode runTest(const Session& session, const model::Configuration& configurati
     if (const auto mistake = doctor::mistakeIn(library))
         return session.fail(ExitCode::cannotConnect,
                             "Cannot connect to " + source->name + ": the value of Driver " + mistake->fact,
-                            "Write the line as: Driver=" + mistake->meant);
+                            mistake->advice("Driver"));
     if (library.empty() && configuration.trouble())
         return session.fail(configuration.trouble());
     if (library.empty())

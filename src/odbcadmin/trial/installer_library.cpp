@@ -3,6 +3,8 @@
 
 #include <dlfcn.h>
 
+#include <filesystem>
+
 namespace jx::trial {
 
 namespace {
@@ -31,6 +33,13 @@ std::string installerPath() {
     void* function = findInstallerFunction("SQLConfigDataSource");
     Dl_info place{};
     return function != nullptr && ::dladdr(function, &place) != 0 ? place.dli_fname : "";
+}
+
+std::string driversInstallerPath() {
+    const std::filesystem::path own(installerPath());
+    const std::filesystem::path path = own.parent_path() / "jxodbc" / kDriversInstaller;
+    std::error_code ignored;
+    return !own.empty() && std::filesystem::exists(path, ignored) ? path.string() : "";
 }
 
 }  // namespace jx::trial

@@ -148,6 +148,14 @@ TEST_F(DoctorCommands, TestKnowsTheFunctionsOfTheSecondVersionAndTheWideOnes) {
     EXPECT_EQ(run({"dsn", "test", "G\xC3\xB6\xF0\x9F\x98\x80"}), "0\nG\xC3\xB6\xF0\x9F\x98\x80: connected\n");
 }
 
+TEST_F(DoctorCommands, TestSaysHowToSeeWhatADriverLooksForThatGivesNoReason) {
+    lead(home_.take("libdriver_mute.so"));
+    EXPECT_EQ(run({"dsn", "test", "Sales"}),
+              "11\n--\nodbcadmin: Cannot connect to Sales: SQLAllocHandle failed with result -1\n"
+              "  The driver lacks something of its own, such as a file or a variable. What it looks for is shown by: "
+              "strace -f -e trace=file odbcadmin dsn test Sales\n");
+}
+
 TEST_F(DoctorCommands, TestNamesWhatIsMissing) {
     EXPECT_EQ(run({"dsn", "test", "Salse"}),
               "3\n--\nodbcadmin: There is no data source Salse in ~/.odbc.ini\n  Did you mean Sales?\n");

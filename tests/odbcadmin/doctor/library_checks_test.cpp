@@ -301,6 +301,16 @@ TEST(LibraryChecks, AnUndefinedSymbolIsToldInTheLoadersWords) {
               "  A library that it needs is of another version or was not linked: ask the library's maker which.\n");
 }
 
+TEST(LibraryChecks, ACallOfAnInstallerLibraryThatIsNotAskedForIsTold) {
+    const DoctorHome home;
+    const std::string told = home.check(home.take("libwants_function.so"));
+    EXPECT_NE(told.find("error library.load-refused X\n"
+                        "  The loader says: ~/libwants_function.so: undefined symbol: SQLGetPrivateProfileString\n"
+                        "  It calls an installer library that it does not ask for: start the program with LD_PRELOAD="),
+              std::string::npos)
+        << told;
+}
+
 TEST(LibraryChecks, ACrashInAConstructorIsToldWithItsSignalAndWhatWasPrinted) {
     const DoctorHome home;
     EXPECT_EQ(home.check(home.take("libcrash_at_load.so")),
@@ -390,7 +400,7 @@ TEST(LibraryChecks, TheInstallerLibraryThatAnswersIsNamed) {
     EXPECT_NE(
         home.check(path).find("note library.installer X\n"
                               "  ~/libwants_installer.so needs libodbcinst.so.2, and ~/libodbcinst.so.2 answers it.\n"
-                              "  That library decides which files the driver reads.\n"),
+                              "  That library decides which files the driver reads."),
         std::string::npos)
         << home.check(path);
 }
