@@ -129,15 +129,15 @@ void hideSecrets(const Session& session, const model::DataSource& source, Connec
         hide(each.message);
 }
 
-// What to look at next; a driver that fails at its first function has said nothing.
+// What to look at next, also where the driver gave no reason.
 std::string adviceOn(const ConnectReport& report, const std::string& name) {
+    const std::string word = model::shellWord(name);
     const bool isSilent = report.end == ConnectReport::End::refused && report.diagnostics.empty();
-    if (isSilent && report.function.starts_with("SQLAlloc"))
-        return "The driver lacks something of its own, such as a file or a variable. What it looks for is shown by: "
-               "strace "
-               "-f -e trace=file odbcadmin dsn test " +
-               model::shellWord(name);
-    return "See odbcadmin doctor " + model::shellWord(name);
+    return "See odbcadmin doctor " + word +
+           (isSilent ? "; the driver gave no reason, but this shows what it looks for: strace -f -e trace=file,network "
+                       "odbcadmin dsn test " +
+                           word
+                     : "");
 }
 
 ExitCode show(const Session& session, const std::string& name, const std::string& library, const ConnectReport& report,
