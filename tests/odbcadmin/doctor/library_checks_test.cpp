@@ -224,12 +224,13 @@ TEST(LibraryChecks, AMissingDependencyIsToldWithItsRequesterAndTheVersionThatIsT
     const DoctorHome home;
     const std::string top = home.take("libtop.so");
     home.take("libjxdoctormiddle.so.1");
-    home.take("libjxdoctorbottom.so.1", "libjxdoctorbottom.so.2");
+    for (const char* other : {"libjxdoctorbottom.so.2", "libjxdoctorbottom.so.10", "libjxdoctorbottom11.so"})
+        home.take("libjxdoctorbottom.so.1", other);
     EXPECT_EQ(home.check(top),
               "error library.needed-missing X\n"
               "  ~/libjxdoctormiddle.so.1 needs libjxdoctorbottom.so.1 "
               "(libtop.so -> libjxdoctormiddle.so.1 -> libjxdoctorbottom.so.1), which is nowhere where the loader "
-              "looks: ~, ~/default. Of another version there is ~/libjxdoctorbottom.so.2.\n"
+              "looks: ~, ~/default. Of other versions the newest here is ~/libjxdoctorbottom.so.10.\n"
               "  Install libjxdoctorbottom.so.1 as well, or a build for the version that is there.\n"
               "note library.loader-says X\n"
               "  The loader says: libjxdoctorbottom.so.1: cannot open shared object file: No such file or directory\n"
