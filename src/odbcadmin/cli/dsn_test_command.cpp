@@ -41,6 +41,17 @@ Json reportJson(const std::string& name, const std::string& library, const Conne
     return object;
 }
 
+// What to look at next, also where the driver gave no reason.
+std::string adviceOn(const ConnectReport& report, const std::string& name) {
+    const std::string word = model::shellWord(name);
+    const bool isSilent = report.end == ConnectReport::End::refused && report.diagnostics.empty();
+    return "See odbcadmin doctor " + word +
+           (isSilent ? "; the driver gave no reason, but this shows what it looks for: strace -f -e trace=file,network "
+                       "odbcadmin dsn test " +
+                           word
+                     : "");
+}
+
 ExitCode show(const Session& session, const std::string& name, const std::string& library, const ConnectReport& report,
               std::chrono::milliseconds limit) {
     const bool connected = report.end == ConnectReport::End::connected;
@@ -55,8 +66,7 @@ ExitCode show(const Session& session, const std::string& name, const std::string
     if (!report.user.empty())
         session.warn("the driver had the rights of " + report.user + ", not those of root");
     if (!connected)
-        return session.fail(code, "Cannot connect to " + name + ": " + end,
-                            "See odbcadmin doctor " + model::shellWord(name));
+        return session.fail(code, "Cannot connect to " + name + ": " + end, adviceOn(report, name));
     session.say(name + ": connected" + (report.driver.empty() ? "" : ", driver " + report.driver) +
                 (report.database.empty() ? "" : ", database " + report.database));
     return code;
@@ -82,7 +92,7 @@ ExitCode runTest(const Session& session, const model::Configuration& configurati
     if (const auto mistake = doctor::mistakeIn(library))
         return session.fail(ExitCode::cannotConnect,
                             "Cannot connect to " + source->name + ": the value of Driver " + mistake->fact,
-                            "Write the line as: Driver=" + mistake->meant);
+                            mistake->advice("Driver"));
     if (library.empty() && configuration.trouble())
         return session.fail(configuration.trouble());
     if (library.empty())

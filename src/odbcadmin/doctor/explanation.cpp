@@ -27,15 +27,17 @@ public:
     void dataSource(const model::DataSource& source) {
         subject_ = "data source " + source.name;
         const std::string& path = source.file->path;
-        if (source.listed)
+        const std::string ensure = "odbcadmin dsn ensure " + model::shellWord(source.name) + " --driver DRIVER";
+        if (source.listed && source.driver.empty())
+            bad("listed", source.listed.where(), "no driver stands behind the name", "Name its driver: " + ensure);
+        else if (source.listed)
             good("listed", source.listed, "for the driver " + source.driver);
         else
-            bad("listed", path, "not in [ODBC Data Sources]",
-                "List it: odbcadmin dsn ensure " + model::shellWord(source.name) + " --driver DRIVER");
+            bad("listed", path, "not in [ODBC Data Sources]", "List it: " + ensure);
         section(source.header, source.name, FileKind::dataSources);
         if (source.header)
             key("Driver", source.library, source.section, path);
-        if (source.listed)
+        if (source.listed && !source.driver.empty())
             driverOf(source);
         if (source.library)
             library(meantLibrary(source, configuration_, loaderPlaces()), LibraryRole::driver);
@@ -90,8 +92,7 @@ private:
     void key(const std::string& name, const Located& value, const model::IniSection* section, const std::string& file) {
         const std::string other = !value && section != nullptr ? section->value(name + "64") : "";
         if (const auto mistake = value ? mistakeIn(value.text) : std::nullopt)
-            bad(name, value.where(), value.text + " " + mistake->fact,
-                "Write the line as: " + name + "=" + mistake->meant);
+            bad(name, value.where(), value.text + " " + mistake->fact, mistake->advice(name));
         else if (value)
             good(name, value, value.text);
         else if (!other.empty())

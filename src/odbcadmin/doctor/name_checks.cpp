@@ -4,6 +4,7 @@
 #include "odbcadmin/doctor/checks.h"
 #include "odbcadmin/doctor/path_mistakes.h"
 #include "odbcadmin/doctor/unknown_name.h"
+#include "odbcadmin/doctor/value_checks.h"
 #include "odbcadmin/model/near_matches.h"
 #include "odbcadmin/model/text.h"
 #include "rules/sections.h"
@@ -85,7 +86,7 @@ std::string lineText(const std::string& key, const std::string& value) {
 void checkPath(const char* key, const Located& library, const Subject& subject) {
     if (const auto mistake = mistakeIn(library.text))
         return subject.tell(*mistake->check, library.where() + ": the value of " + key + " " + mistake->fact + ".",
-                            lineText(key, mistake->meant));
+                            mistake->advice(key));
     if (library.text.front() == '/')
         return;
     if (const std::string path = inDriverDirectories(library.text, loaderPlaces()); !path.empty())
@@ -175,6 +176,7 @@ void checkSection(const DataSource& source, const Configuration& configuration, 
                              "Add the section: " + ensureCommand(source, source.driver) +
                                  ", or take it off the list: odbcadmin dsn remove " + model::shellWord(source.name)));
     checkListed(source, configuration, subject);
+    checkValues(source, subject);
     if (source.library)
         checkDriverValue(source, configuration, subject);
     else

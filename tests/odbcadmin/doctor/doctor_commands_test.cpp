@@ -116,7 +116,9 @@ TEST_F(DoctorCommands, TestSurvivesWhatDriversDo) {
     const std::string advice = "\n  See odbcadmin doctor ";
     EXPECT_EQ(
         run({"dsn", "test", "Silent"}),
-        "11\n--\nodbcadmin: Cannot connect to Silent: SQLDriverConnect failed with result -1" + advice + "Silent\n");
+        "11\n--\nodbcadmin: Cannot connect to Silent: SQLDriverConnect failed with result -1" + advice +
+            "Silent; the driver gave no reason, but this shows what it looks for: strace -f -e trace=file,network "
+            "odbcadmin dsn test Silent\n");
     EXPECT_EQ(
         run({"dsn", "test", "Crash"}),
         "11\n--\nodbcadmin: Cannot connect to Crash: the driver crashed in SQLDriverConnect, with signal 6 (Aborted)" +
@@ -146,6 +148,14 @@ TEST_F(DoctorCommands, TestKnowsTheFunctionsOfTheSecondVersionAndTheWideOnes) {
               "[ODBC Data Sources]\nG\xC3\xB6\xF0\x9F\x98\x80=Small\n[G\xC3\xB6\xF0\x9F\x98\x80]\nDriver=" +
                   home_.file("libdriver_wide.so") + "\n");
     EXPECT_EQ(run({"dsn", "test", "G\xC3\xB6\xF0\x9F\x98\x80"}), "0\nG\xC3\xB6\xF0\x9F\x98\x80: connected\n");
+}
+
+TEST_F(DoctorCommands, TestSaysHowToSeeWhatADriverLooksForThatGivesNoReason) {
+    lead(home_.take("libdriver_mute.so"));
+    EXPECT_EQ(run({"dsn", "test", "Sales"}),
+              "11\n--\nodbcadmin: Cannot connect to Sales: SQLAllocHandle failed with result -1\n"
+              "  See odbcadmin doctor Sales; the driver gave no reason, but this shows what it looks for: strace -f -e "
+              "trace=file,network odbcadmin dsn test Sales\n");
 }
 
 TEST_F(DoctorCommands, TestNamesWhatIsMissing) {

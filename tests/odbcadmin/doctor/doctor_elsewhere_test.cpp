@@ -150,6 +150,10 @@ TEST_F(DoctorElsewhere, AServiceIsExaminedWithItsRights) {
     const std::string closed = run({"doctor", "--pid", process.number(), "Sales"});
     EXPECT_TRUE(closed.starts_with("7\n")) << closed;
     EXPECT_NE(closed.find("error files.unreadable ~/.odbc.ini\n"), std::string::npos) << closed;
+    // Made with sudo, in a home directory of the user's own.
+    ASSERT_EQ(::chown(home_.path().c_str(), kNobody, kNobody), 0);
+    const std::string made = run({"doctor", "--pid", process.number(), "Sales"});
+    EXPECT_NE(made.find("\n  Make it yours: sudo chown 65534 ~/.odbc.ini\n"), std::string::npos) << made;
 }
 
 TEST_F(DoctorElsewhere, AUserIsExaminedWithTheEnvironmentOfALogin) {

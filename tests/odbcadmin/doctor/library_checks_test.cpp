@@ -224,12 +224,13 @@ TEST(LibraryChecks, AMissingDependencyIsToldWithItsRequesterAndTheVersionThatIsT
     const DoctorHome home;
     const std::string top = home.take("libtop.so");
     home.take("libjxdoctormiddle.so.1");
-    home.take("libjxdoctorbottom.so.1", "libjxdoctorbottom.so.2");
+    for (const char* other : {"libjxdoctorbottom.so.2", "libjxdoctorbottom.so.10", "libjxdoctorbottom11.so"})
+        home.take("libjxdoctorbottom.so.1", other);
     EXPECT_EQ(home.check(top),
               "error library.needed-missing X\n"
               "  ~/libjxdoctormiddle.so.1 needs libjxdoctorbottom.so.1 "
               "(libtop.so -> libjxdoctormiddle.so.1 -> libjxdoctorbottom.so.1), which is nowhere where the loader "
-              "looks: ~, ~/default. Of another version there is ~/libjxdoctorbottom.so.2.\n"
+              "looks: ~, ~/default. Of other versions the newest here is ~/libjxdoctorbottom.so.10.\n"
               "  Install libjxdoctorbottom.so.1 as well, or a build for the version that is there.\n"
               "note library.loader-says X\n"
               "  The loader says: libjxdoctorbottom.so.1: cannot open shared object file: No such file or directory\n"
@@ -299,6 +300,16 @@ TEST(LibraryChecks, AnUndefinedSymbolIsToldInTheLoadersWords) {
               "error library.load-refused X\n"
               "  The loader says: ~/libundefined.so: undefined symbol: jxNobodyHasThis\n"
               "  A library that it needs is of another version or was not linked: ask the library's maker which.\n");
+}
+
+TEST(LibraryChecks, ACallOfAnInstallerLibraryThatIsNotAskedForIsTold) {
+    const DoctorHome home;
+    const std::string told = home.check(home.take("libwants_function.so"));
+    EXPECT_NE(told.find("error library.load-refused X\n"
+                        "  The loader says: ~/libwants_function.so: undefined symbol: SQLGetPrivateProfileString\n"
+                        "  It calls an installer library that it does not ask for: start the program with LD_PRELOAD="),
+              std::string::npos)
+        << told;
 }
 
 TEST(LibraryChecks, ACrashInAConstructorIsToldWithItsSignalAndWhatWasPrinted) {
@@ -390,7 +401,7 @@ TEST(LibraryChecks, TheInstallerLibraryThatAnswersIsNamed) {
     EXPECT_NE(
         home.check(path).find("note library.installer X\n"
                               "  ~/libwants_installer.so needs libodbcinst.so.2, and ~/libodbcinst.so.2 answers it.\n"
-                              "  That library decides which files the driver reads.\n"),
+                              "  That library decides which files the driver reads."),
         std::string::npos)
         << home.check(path);
 }
