@@ -79,7 +79,7 @@ Findings checkTexts(const Configuration& configuration, const std::string& syste
     Findings findings = checkFiles(model::configPlaces(systemFolder));
     for (const FileKind kind : {FileKind::dataSources, FileKind::drivers})
         for (const model::ConfigFile* file : configuration.files(kind))
-            append(findings, checkSyntax(file->path));
+            append(findings, checkSyntaxOf(file->path, file->view));
     return findings;
 }
 
@@ -203,7 +203,7 @@ Findings lintTexts(const Configuration& configuration) {
     Findings findings;
     for (const FileKind kind : {FileKind::dataSources, FileKind::drivers})
         for (const model::ConfigFile* file : configuration.files(kind))
-            append(findings, checkSyntaxOf(file->path, file->view.bytes()));
+            append(findings, checkSyntaxOf(file->path, file->view));
     append(findings,
            withoutFollowers(checkNames(select(configuration, {}), configuration), strayLines(findings, configuration)));
     return findings;
