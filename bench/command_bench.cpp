@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <filesystem>
@@ -76,12 +77,21 @@ std::string gitText(const IniFile& file) {
     return text.append(file.text.size() - std::min(file.text.size(), text.size()), '\n');
 }
 
-// A home with that many data sources, and five drivers.
+// Five drivers, which have the library that the data sources name.
+std::string driversText() {
+    std::string text = jx::bench::makeDrivers(5).text;
+    for (std::size_t driver = 0; driver < 5; ++driver)
+        if (const std::size_t at = text.find("libsample0000" + std::to_string(driver)); at != std::string::npos)
+            text.replace(at, std::string("libsample00000").size(), "libsample");
+    return text;
+}
+
+// A home with that many data sources.
 bool fill(const Folder& home, const IniFile& sources) {
     home.becomeHome();
     setenv("GIT_CONFIG_NOSYSTEM", "1", 1);
     return jx::bench::putFile(home.file(kDataSourceFile), sources.text) &&
-           jx::bench::putFile(home.file(kDriverFile), jx::bench::makeDrivers(5).text) &&
+           jx::bench::putFile(home.file(kDriverFile), driversText()) &&
            jx::bench::putFile(home.file("git.ini"), gitText(sources));
 }
 
