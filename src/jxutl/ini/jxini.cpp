@@ -4,6 +4,7 @@
 #include <cstring>
 #include <memory>
 #include <new>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -28,12 +29,12 @@ namespace rules = jx::rules;
 
 // Not copied or moved: pieces point into bytes.
 struct JxIniText {
-    explicit JxIniText(std::string text) : bytes(std::move(text)), pieces(ini::splitLines(bytes)) {}
+    explicit JxIniText(std::string text) : bytes(std::move(text)), pieces(bytes) {}
     JxIniText(const JxIniText&) = delete;
     JxIniText& operator=(const JxIniText&) = delete;
 
     const std::string bytes;
-    const std::vector<JxIniPiece> pieces;
+    const ini::Pieces pieces;
 };
 
 struct JxIniChange {
@@ -105,7 +106,8 @@ JxIniText* textOrNull(const char* name, Make make) {
 template <typename Visit>
 void eachEntry(const JxIniText& text, std::string_view name, Visit visit) {
     bool inside = false;
-    for (const JxIniPiece& piece : text.pieces) {
+    for (std::size_t i = 0; i < text.pieces.size(); ++i) {
+        const JxIniPiece piece = text.pieces[i];
         if (piece.kind == JxIniSection)
             inside = rules::sameName(ini::nameOf(piece), name);
         else if (inside && piece.kind == JxIniEntry && !visit(piece))
@@ -115,8 +117,8 @@ void eachEntry(const JxIniText& text, std::string_view name, Visit visit) {
 
 template <typename Visit>
 void eachHeader(const JxIniText& text, Visit visit) {
-    for (const JxIniPiece& piece : text.pieces)
-        if (piece.kind == JxIniSection && !visit(piece))
+    for (std::size_t i = 0; i < text.pieces.size(); ++i)
+        if (const JxIniPiece piece = text.pieces[i]; piece.kind == JxIniSection && !visit(piece))
             return;
 }
 
@@ -242,21 +244,21 @@ int jxIniFind(const JxIniText* text, const char* section, const char* key, JxIni
     const std::string_view keyName = rules::argument(key);
     if (text == nullptr || !rules::canBeAskedFor(sectionName) || (key != nullptr && !rules::canBeAskedFor(keyName)))
         return 0;
-    const JxIniPiece* found = nullptr;
+    std::optional<JxIniPiece> found;
     const auto take = [&](std::string_view name) {
         return [&found, name](const JxIniPiece& candidate) {
             if (rules::sameName(ini::nameOf(candidate), name))
-                found = &candidate;
-            return found == nullptr;
+                found = candidate;
+            return !found;
         };
     };
     if (key == nullptr)
         eachHeader(*text, take(sectionName));
     else
         eachEntry(*text, sectionName, take(keyName));
-    if (found != nullptr && piece != nullptr)
+    if (found && piece != nullptr)
         *piece = *found;
-    return found != nullptr ? 1 : 0;
+    return found ? 1 : 0;
 }
 
 size_t jxIniEach(const JxIniText* text, const char* section, JxIniVisit visit, void* context) {
@@ -264,13 +266,13 @@ size_t jxIniEach(const JxIniText* text, const char* section, JxIniVisit visit, v
     if (text == nullptr || visit == nullptr || (section != nullptr && !rules::canBeAskedFor(sectionName)))
         return 0;
     // Collected first: exceptions of visit pass through, std::bad_alloc of ours does not.
-    std::vector<const JxIniPiece*> listed;
+    std::vector<JxIniPiece> listed;
     try {
         Names names;
         const auto take = [&](const JxIniPiece& piece) {
             const std::string_view name = ini::nameOf(piece);
             if (rules::canBeAskedFor(name) && names.insert(name).second)
-                listed.push_back(&piece);
+                listed.push_back(piece);
             return true;
         };
         if (section == nullptr)
@@ -282,9 +284,9 @@ size_t jxIniEach(const JxIniText* text, const char* section, JxIniVisit visit, v
         return 0;
     }
     size_t visits = 0;
-    for (const JxIniPiece* piece : listed) {
+    for (const JxIniPiece& piece : listed) {
         ++visits;
-        if (visit(context, piece) == 0)
+        if (visit(context, &piece) == 0)
             break;
     }
     return visits;

@@ -171,7 +171,7 @@ Findings checkTexts(const Configuration& configuration, const std::string& syste
     Findings findings = checkFiles(model::configPlaces(systemFolder));
     for (const FileKind kind : {FileKind::dataSources, FileKind::drivers})
         for (const model::ConfigFile* file : configuration.files(kind))
-            append(findings, checkSyntax(file->path));
+            append(findings, checkSyntaxOf(file->path, file->view));
     return findings;
 }
 
@@ -196,7 +196,7 @@ Findings lintTexts(const Configuration& configuration, const std::string& system
     Findings findings;
     for (const FileKind kind : {FileKind::dataSources, FileKind::drivers})
         for (const model::ConfigFile* file : configuration.files(kind))
-            append(findings, checkSyntaxOf(file->path, file->view.bytes()));
+            append(findings, checkSyntaxOf(file->path, file->view));
     appendNames(findings, checkNames(select(configuration, {}), configuration, systemFolder), configuration);
     return findings;
 }

@@ -4,10 +4,10 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <unordered_map>
 
 #include "odbcadmin/model/config_file.h"
 #include "odbcadmin/model/diff.h"
+#include "odbcadmin/model/name_places.h"
 #include "rules/names.h"
 #include "rules/secrets.h"
 #include "rules/storable.h"
@@ -158,13 +158,20 @@ void FileChange::readBack() {
     const std::optional<IniView> after = IniView::parse(textOf(change_.get(), jxIniAfter));
     if (!after)
         return fail(lastFailure());
-    std::unordered_map<std::string, const Wanted*> last;
-    for (const Wanted& each : wanted_)
-        last[rules::foldedName(each.section) + '\n' + rules::foldedName(each.key)] = &each;
-    for (const auto& [key, each] : last) {
-        const IniEntry* entry = after->find(each->section, each->key);
-        if (entry == nullptr || entry->value != each->value || entry->key.size() != each->key.size())
-            refuse("\"" + each->key + "\" of section \"" + each->section + "\"",
+    NamePlaces checked;
+    checked.reserve(wanted_.size());
+    for (std::size_t i = wanted_.size(); i-- > 0;) {
+        const Wanted& each = wanted_[i];
+        const std::uint32_t hash = NamePlaces::hashOf(each.key, NamePlaces::hashOf(each.section));
+        const auto isSame = [&](std::size_t at) {
+            return rules::sameName(wanted_[at].key, each.key) && rules::sameName(wanted_[at].section, each.section);
+        };
+        if (checked.find(hash, isSame))
+            continue;
+        checked.add(hash, i);
+        const IniEntry* entry = after->find(each.section, each.key);
+        if (entry == nullptr || entry->value != each.value || entry->key.size() != each.key.size())
+            refuse("\"" + each.key + "\" of section \"" + each.section + "\"",
                    "another line of the file has the same meaning");
     }
 }
