@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 
 #include "jxutl/ini/ini_location.h"
@@ -41,6 +42,12 @@ public:
     void join(const std::shared_ptr<IniChange>& outer);
 
     Edit apply(const char* section, const char* key, const char* value);
+
+    // IniText::applyAll.
+    Edit applyAll(std::span<const Setting> settings);
+
+    // Makes these bytes the file's text.
+    void replaceText(std::string bytes);
 
     // The file's text as it was read, and with the edits so far.
     const std::string& before() const { return before_; }

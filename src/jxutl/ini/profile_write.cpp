@@ -16,6 +16,7 @@
 #include "jxutl/ini/profile_file.h"
 #include "jxutl/thread/failure.h"
 #include "jxutl/thread/no_cancellation.h"
+#include "jxutl/thread/thread_data.h"
 #include "rules/names.h"
 #include "rules/storable.h"
 
