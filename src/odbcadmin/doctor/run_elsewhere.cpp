@@ -162,6 +162,7 @@ void listenTo(Start& start, const std::function<void()>& waiting, ElsewhereRun& 
 
 std::vector<char*> pointersTo(std::vector<std::string>& texts) {
     std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
     for (std::string& each : texts)
         pointers.push_back(each.data());
     pointers.push_back(nullptr);
