@@ -16,7 +16,6 @@ namespace jx::cli {
 
 namespace {
 
-using doctor::Finding;
 using doctor::Severity;
 
 // What of the line is asked there as well.

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <map>
+#include <set>
 #include <utility>
 
 #include "odbcadmin/doctor/checks.h"
@@ -165,6 +166,17 @@ Findings checkLibraries(const Selection& selection, const Configuration& configu
     return findings;
 }
 
+// Where a library's name leads nowhere, where it might lead in other programs is not said.
+void dropRelativePathsOfMissing(Findings& findings) {
+    std::set<std::string> missing;
+    for (const Finding& each : findings)
+        if (each.id == check::kLibraryMissing.id)
+            missing.insert(each.subject);
+    std::erase_if(findings, [&](const Finding& each) {
+        return each.id == check::kRelativePath.id && missing.contains(each.subject);
+    });
+}
+
 }  // namespace
 
 Findings checkTexts(const Configuration& configuration, const std::string& systemFolder) {
@@ -208,6 +220,7 @@ Findings examineDrivers(const std::vector<Registered>& drivers, const Examinatio
         append(findings, checkLibraryKeys(each, model::kDriverKind));
         append(findings, libraries.check(each, model::kDriverKind));
     }
+    dropRelativePathsOfMissing(findings);
     return findings;
 }
 
@@ -229,6 +242,7 @@ Findings examine(const Configuration& configuration, const ExaminationOptions& o
     const Selection selection = select(configuration, options.names);
     Findings findings = checkAllTexts(selection, configuration, options.systemFolder);
     append(findings, checkLibraries(selection, configuration, options));
+    dropRelativePathsOfMissing(findings);
     append(findings, checkEnvironment(configuration));
     return findings;
 }

@@ -113,7 +113,8 @@ private:
         if (found->library && source.library && found->library.text != source.library.text &&
             !rules::sameName(found->name, source.library.text))
             bad("Driver", found->library.where(), "not what the data source has: " + source.library.text,
-                "The data source's path counts; enter the driver's there unless it is meant.");
+                "The data source's path counts. Unless it is meant: odbcadmin dsn ensure " +
+                    model::shellWord(source.name) + " --driver " + model::shellWord(found->name));
     }
 
     // A value with a mistake in it names another file than meant; its own step says so.

@@ -101,7 +101,7 @@ private:
             tell(check::kLibraryMissing,
                  path_ + " is in none of the directories where the loader looks: " + model::joined(look.directories) +
                      ".",
-                 "Give the library's full path.");
+                 "Give the library's full path; odbcadmin driver scan shows the drivers that are there.");
             return false;
         }
         file_ = look.file.isThere() ? look.file : look.otherSystem.front();

@@ -26,7 +26,7 @@ std::string variableOf(const std::string& value) {
         return {};
     const std::string word = value.substr(1, value.find('/') - 1);
     const bool hasBraces = word.starts_with('{') && word.ends_with('}');
-    const std::string name = hasBraces ? word.substr(1, word.size() - 2) : word;
+    std::string name = hasBraces ? word.substr(1, word.size() - 2) : word;
     for (const char* loaders : {"ORIGIN", "LIB", "PLATFORM"})
         if (name == loaders)
             return {};
@@ -95,7 +95,7 @@ std::optional<PathMistake> mistakeIn(const std::string& value) {
     const std::optional<Wrapping> wrapping = wrappingOf(value);
     if (wrapping && wrapping->check == &check::kQuotedValue)
         return PathMistake{&check::kQuotedPath, wrapping->fact + ", which belong to the value here", wrapping->inner};
-    if (const auto mistake = unexpandedIn(value))
+    if (auto mistake = unexpandedIn(value))
         return mistake;
     if (wrapping && !isFile(value))
         return PathMistake{&check::kCommentInValue, wrapping->fact + ", which belongs to the value here",

@@ -28,11 +28,11 @@ constexpr std::size_t kMost = 16U << 20U;
 constexpr int kSlice = 20;  // milliseconds
 constexpr int kSignalled = 128;
 
-enum class Step { begin, mounts, root, rights, program, run };
+enum class EntryStep { begin, mounts, root, rights, program, run };
 
 // What the child reports when it gets no further.
 struct Stop {
-    Step step;
+    EntryStep step;
     int error;
 };
 
@@ -93,13 +93,13 @@ Stop enter(const Start& start) {
     // Without a terminal of its own nothing can be typed into the caller's.
     ::setsid();
     if (!useStreams(start))
-        return {Step::begin, errno};
+        return {EntryStep::begin, errno};
     if (place.mounts.isOpen() && ::setns(place.mounts.get(), CLONE_NEWNS) != 0)
-        return {Step::mounts, errno};
+        return {EntryStep::mounts, errno};
     if (place.root.isOpen() && (::fchdir(place.root.get()) != 0 || ::chroot(".") != 0))
-        return {Step::root, errno};
+        return {EntryStep::root, errno};
     if (const int error = becomeUser(place); error != 0)
-        return {Step::rights, error};
+        return {EntryStep::rights, error};
     enterDirectory(place);
     // The kernel forgets this when rights change, so it comes behind them.
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
@@ -107,26 +107,26 @@ Stop enter(const Start& start) {
         ::_exit(1);
     struct stat found {};
     if (::stat(start.program.c_str(), &found) != 0)
-        return {Step::program, errno};
+        return {EntryStep::program, errno};
     if (found.st_dev != start.file.st_dev || found.st_ino != start.file.st_ino)
-        return {Step::program, ENOENT};
+        return {EntryStep::program, ENOENT};
     ::execve(start.program.c_str(), start.arguments.data(), start.environment.data());
-    return {Step::run, errno};
+    return {EntryStep::run, errno};
 }
 
 Reason reasonFor(const Stop& stop, const Start& start) {
     const std::string error = std::strerror(stop.error);
     const std::string& who = start.place.who;
     switch (stop.step) {
-        case Step::mounts:
-        case Step::root:
+        case EntryStep::mounts:
+        case EntryStep::root:
             return {Reason::Kind::failed,
                     who + " sees other files than this program, and they cannot be entered: " + error,
                     "Run odbcadmin doctor there: in its container, or as root of the system."};
-        case Step::rights:
+        case EntryStep::rights:
             return {Reason::Kind::failed, "The rights of " + who + " cannot be taken: " + error, "Run it as root."};
-        case Step::program:
-        case Step::run:
+        case EntryStep::program:
+        case EntryStep::run:
             return {Reason::Kind::failed, who + " cannot run " + start.program + ": " + error,
                     start.place.hasFilesOfItsOwn()
                         ? "It sees other files than this program: install odbcadmin there, and run it there."
@@ -137,7 +137,7 @@ Reason reasonFor(const Stop& stop, const Start& start) {
 }
 
 // Reads what is there; false at the end.
-bool drain(const OwnedDescriptor& from, std::string& text) {
+bool readSome(const OwnedDescriptor& from, std::string& text) {
     std::array<char, 16384> bytes{};
     const ssize_t count = ::read(from.get(), bytes.data(), bytes.size());
     if (count > 0 && text.size() < kMost)
@@ -145,15 +145,15 @@ bool drain(const OwnedDescriptor& from, std::string& text) {
     return count > 0 || (count < 0 && errno == EINTR);
 }
 
-void listen(Start& start, const std::function<void()>& waiting, ElsewhereRun& run) {
+void listenTo(Start& start, const std::function<void()>& waiting, ElsewhereRun& run) {
     Pipe& output = start.output;
     Pipe& errors = start.errors;
     while (output.reading.isOpen() || errors.reading.isOpen()) {
         std::array<pollfd, 2> streams{{{output.reading.get(), POLLIN, 0}, {errors.reading.get(), POLLIN, 0}}};
         ::poll(streams.data(), streams.size(), kSlice);
-        if (streams[0].revents != 0 && !drain(output.reading, run.output))
+        if (streams[0].revents != 0 && !readSome(output.reading, run.output))
             output.reading.reset();
-        if (streams[1].revents != 0 && !drain(errors.reading, run.errors))
+        if (streams[1].revents != 0 && !readSome(errors.reading, run.errors))
             errors.reading.reset();
         if (waiting)
             waiting();
@@ -162,6 +162,7 @@ void listen(Start& start, const std::function<void()>& waiting, ElsewhereRun& ru
 
 std::vector<char*> pointersTo(std::vector<std::string>& texts) {
     std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
     for (std::string& each : texts)
         pointers.push_back(each.data());
     pointers.push_back(nullptr);
@@ -176,7 +177,7 @@ bool isReady(Start& start) {
            start.errors.open() && start.stop.open();
 }
 
-int codeOf(int status) {
+int exitCodeOf(int status) {
     return WIFSIGNALED(status) ? kSignalled + WTERMSIG(status) : WEXITSTATUS(status);
 }
 
@@ -193,7 +194,7 @@ ElsewhereRun runElsewhere(const Standpoint& place, const std::vector<std::string
     start.environment = pointersTo(environment);
     const pid_t child = isReady(start) ? ::fork() : -1;
     if (child < 0) {
-        run.trouble = reasonFor({Step::begin, errno}, start);
+        run.trouble = reasonFor({EntryStep::begin, errno}, start);
         return run;
     }
     if (child == 0) {
@@ -203,14 +204,14 @@ ElsewhereRun runElsewhere(const Standpoint& place, const std::vector<std::string
     }
     for (Pipe* each : {&start.output, &start.errors, &start.stop})
         each->writing.reset();
-    listen(start, waiting, run);
+    listenTo(start, waiting, run);
     Stop stop{};
     if (::read(start.stop.reading.get(), &stop, sizeof stop) == sizeof stop)
         run.trouble = reasonFor(stop, start);
     int status = 0;
     while (::waitpid(child, &status, 0) < 0 && errno == EINTR) {
     }
-    run.code = codeOf(status);
+    run.code = exitCodeOf(status);
     return run;
 }
 

@@ -12,10 +12,10 @@ namespace jx::doctor {
 
 namespace {
 
-using Text = std::unique_ptr<JxIniText, void (*)(JxIniText*)>;
+using OwnedText = std::unique_ptr<JxIniText, void (*)(JxIniText*)>;
 
 // "Sales" of "  [Sales  ; ours\n"; empty for a line that is no such header.
-std::string nameIn(std::string_view line) {
+std::string meantName(std::string_view line) {
     line = rules::trimmed(line.substr(0, line.find_first_of("\r\n")));
     if (!line.starts_with('['))
         return {};
@@ -30,7 +30,7 @@ void endAt(std::vector<UnclosedHeader>& headers, std::size_t line) {
             each.last = line - 1;
 }
 
-std::vector<UnclosedHeader> headersIn(const std::string& path, const Text& text) {
+std::vector<UnclosedHeader> headersIn(const std::string& path, const OwnedText& text) {
     std::vector<UnclosedHeader> headers;
     if (text == nullptr)
         return headers;
@@ -39,7 +39,7 @@ std::vector<UnclosedHeader> headersIn(const std::string& path, const Text& text)
     JxIniPiece piece;
     for (std::size_t i = 0; jxIniPieceAt(text.get(), i, &piece) != 0; ++i) {
         const bool isOther = piece.kind == JxIniOther;
-        std::string name = isOther ? nameIn({bytes + piece.begin, piece.end - piece.begin}) : std::string();
+        std::string name = isOther ? meantName({bytes + piece.begin, piece.end - piece.begin}) : std::string();
         if (piece.kind == JxIniSection || !name.empty())
             endAt(headers, piece.line);
         if (!name.empty())
@@ -57,7 +57,7 @@ bool UnclosedHeader::means(std::string_view other) const {
 std::vector<UnclosedHeader> unclosedHeaders(const model::Configuration& configuration) {
     std::vector<UnclosedHeader> all;
     for (const std::string& path : configuration.paths())
-        for (UnclosedHeader& each : headersIn(path, Text(jxIniRead(path.c_str()), jxIniRelease)))
+        for (UnclosedHeader& each : headersIn(path, OwnedText(jxIniRead(path.c_str()), jxIniRelease)))
             all.push_back(std::move(each));
     return all;
 }

@@ -70,7 +70,7 @@ Reason whyOnlyForAll(std::string_view name, const std::string& systemFolder) {
 Reason whyUnknown(const model::Configuration& configuration, std::string_view name, const std::string& systemFolder) {
     if (configuration.trouble())
         return configuration.trouble();
-    if (const Reason reason = whyOnlyForAll(name, systemFolder))
+    if (Reason reason = whyOnlyForAll(name, systemFolder))
         return reason;
     return model::noDataSourceOrDriver(configuration, name);
 }

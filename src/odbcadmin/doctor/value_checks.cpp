@@ -18,8 +18,8 @@ bool isLookedAt(std::string_view key) {
     return true;
 }
 
-void tell(const model::DataSource& source, const model::IniEntry& entry, const Wrapping& wrapping,
-          const Subject& subject) {
+void tellWrapping(const model::DataSource& source, const model::IniEntry& entry, const Wrapping& wrapping,
+                  const Subject& subject) {
     const std::string key(entry.key);
     const model::Located line{key, source.file, entry.line};
     const bool isSecret = rules::masked(key, entry.value) != entry.value;
@@ -37,7 +37,7 @@ void checkValues(const model::DataSource& source, const Subject& subject) {
     for (const model::IniEntry& entry : source.section->entries) {
         const auto wrapping = isLookedAt(entry.key) ? wrappingOf(std::string(entry.value)) : std::nullopt;
         if (wrapping)
-            tell(source, entry, *wrapping, subject);
+            tellWrapping(source, entry, *wrapping, subject);
     }
 }
 

@@ -199,6 +199,15 @@ TEST_F(DoctorCommands, ADriverWithoutALibraryIsNotOk) {
         "1 error, 0 warnings, 0 notes.\n");
 }
 
+TEST_F(DoctorCommands, ALibraryThatIsNowhereIsToldOnce) {
+    home_.put(".odbcinst.ini", "[ODBC Drivers]\nSmall=Installed\n[Small]\nDriver=libjxnowhere.so\nSetup=" +
+                                   home_.file("libsetup.so") + "\n");
+    const std::string told = run({"driver", "check", "Small"});
+    EXPECT_TRUE(told.starts_with("10\nerror library.missing driver Small\n  libjxnowhere.so is in none of ")) << told;
+    EXPECT_TRUE(told.ends_with("\n1 error, 0 warnings, 0 notes.\n")) << told;
+    EXPECT_NE(run({"lint"}).find("warning names.relative-path driver Small\n"), std::string::npos);
+}
+
 TEST_F(DoctorCommands, ExplainNamesTheMistakeInAPathInsteadOfLookingForIt) {
     home_.put(".odbc.ini",
               "[ODBC Data Sources]\nSales=Small\n[Sales]\nDriver=\"" + home_.file("libdriver.so") + "\"\n");

@@ -368,7 +368,7 @@ TEST(LibraryChecks, ANameWithoutASlashIsLookedForWhereTheLoaderLooks) {
     EXPECT_EQ(home.check("libnosuch.so"),
               "error library.missing X\n"
               "  libnosuch.so is in none of the directories where the loader looks: ~/default.\n"
-              "  Give the library's full path.\n");
+              "  Give the library's full path; odbcadmin driver scan shows the drivers that are there.\n");
     home.take("libsetup.so", "default/libsetup.so");
     EXPECT_EQ(home.check("libsetup.so"), "");
 }
