@@ -275,11 +275,18 @@ void CursesTerminal::takeSignals() {
     add(Key::repaint);
 }
 
-// Waits for the terminal or a signal; false when the terminal is gone.
+// Waits for the terminal or a signal, at most a second: then the screen may look whether files have changed. False when
+// the terminal is gone.
 bool CursesTerminal::waitForMore() {
     pollfd sources[] = {{::fileno(input_.get()), POLLIN, 0}, {guard_->wakeDescriptor(), POLLIN, 0}};
-    if (::poll(sources, 2, -1) < 0)
+    constexpr int kGlance = 1000;
+    const int ready = ::poll(sources, 2, kGlance);
+    if (ready < 0)
         return errno == EINTR;
+    if (ready == 0) {
+        add(Key::none);
+        return true;
+    }
     if (sources[1].revents != 0)
         takeSignals();
     if ((sources[0].revents & POLLIN) == 0)

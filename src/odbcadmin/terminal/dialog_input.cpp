@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "odbcadmin/assist/help.h"
+#include "odbcadmin/assist/path_completion.h"
 #include "odbcadmin/terminal/edit_text.h"
 
 namespace jx::terminal {
@@ -262,7 +263,8 @@ std::string DialogInput::key(const Focus& focus, const Input& input) {
             JXW_UserKey(focus.dialog, JXW_KEY_ESCAPE);
             break;
         case Key::tab:
-            JXW_UserKey(focus.dialog, JXW_KEY_NEXT);
+            if (focus.view.freshField == focus.index || !assist::completePath(focus.dialog))
+                JXW_UserKey(focus.dialog, JXW_KEY_NEXT);
             break;
         case Key::backTab:
             JXW_UserKey(focus.dialog, JXW_KEY_PREVIOUS);

@@ -8,7 +8,7 @@
 namespace jx::terminal {
 
 enum class Key {
-    none,       // something that means nothing here
+    none,       // something that means nothing here, or a second without anything
     character,  // text
     enter,
     escape,

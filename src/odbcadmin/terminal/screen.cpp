@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "odbcadmin/assist/help.h"
+#include "odbcadmin/assist/lists.h"
 #include "odbcadmin/assist/worker.h"
 #include "odbcadmin/terminal/desk_painter.h"
 #include "odbcadmin/terminal/layout.h"
@@ -67,7 +68,11 @@ int Screen::wait(HWND dialog) {
     const Input input = next();
     if (input.key == Key::gone)
         return 0;
-    carryOut(dialog, input);
+    // A key that was typed for rows that are not there any more does nothing.
+    if (std::string changed = assist::noticeChange(dialog); !changed.empty())
+        told_ = std::move(changed);
+    else
+        carryOut(dialog, input);
     return 1;
 }
 

@@ -263,7 +263,7 @@ TEST(Mouse, AClickOnTheLineOfKeysPressesTheKey) {
     Pty pty(JX_ODBCADMIN, environment(home));
     ASSERT_TRUE(pty.waitFor("new driver"));
     pty.take();
-    pty.send("\033[<0;66;24M\033[<0;66;24m");
+    pty.send("\033[<0;10;24M\033[<0;10;24m");
     EXPECT_TRUE(pty.waitFor("Register a Driver"));
 }
 
