@@ -237,8 +237,14 @@ JX_EXPORT JxIniRun* jxIniBeginRun(void);
 JX_EXPORT int jxIniCommitRun(JxIniRun* run);
 
 /* Gives up all writes of the run and releases it; the files are as they were. Of a run inside another: the commit of
- * the outer one then fails, and writes nothing (ECANCELED). Null is allowed. */
+ * the outer one then fails, and writes nothing; the reason is the thread's last failure, or ECANCELED. Null is allowed.
+ */
 JX_EXPORT void jxIniDiscardRun(JxIniRun* run);
+
+/* Locks file for the calling thread's run, as its first write would. Two runs that write the same two files in opposite
+ * orders would wait for each other: lock them in one order before. 1, or 0 when the thread has no run or the file
+ * cannot be locked or read; the run goes on then, and fails with the first write that would change the file. */
+JX_EXPORT int jxIniLockInRun(const char* file);
 
 JX_EXTERN_C_END
 

@@ -76,7 +76,9 @@ static void run(const char* file) {
     JxIniChange* change = jxIniBegin(file);
     CHECK(jxIniSet(change, "A", "b", "3") == 1 && jxIniCommit(change) == 1);
     CHECK(file_holds("own.ini", "; mine\n[A]\nb=2\n"));
+    CHECK(jxIniLockInRun(file) == 1);
     CHECK(jxIniCommitRun(run) == 1);
+    CHECK(jxIniLockInRun(file) == 0);
     CHECK(file_holds("own.ini", "; mine\n[A]\nb=3\n"));
     run = jxIniBeginRun();
     change = jxIniBegin(file);

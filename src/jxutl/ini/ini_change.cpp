@@ -106,7 +106,10 @@ bool IniChange::readTarget() {
 
 Edit IniChange::apply(const char* section, const char* key, const char* value) {
     const Edit edit = text_.apply(section, key, value);
-    changed_ = changed_ || edit == Edit::changed;
+    if (edit == Edit::changed) {
+        changed_ = true;
+        ++version_;
+    }
     if (edit == Edit::refused)
         noteRefusal(place_.path(), section, key, value);
     return edit;
@@ -161,6 +164,7 @@ bool IniChange::commitToOuter() {
         return fail(JxIniStepRename, outer->place_.path(), ESTALE);
     outer->changed_ = outer->changed_ || changed_;
     outer->text_ = std::move(text_);
+    ++outer->version_;
     return true;
 }
 

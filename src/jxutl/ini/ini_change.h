@@ -53,6 +53,9 @@ public:
     const std::string& before() const { return before_; }
     const std::string& text() const { return text_.bytes(); }
 
+    // Another number whenever the text has changed.
+    std::uint64_t version() const { return version_; }
+
     // Edits that undid each other change nothing, but may have made a file that was absent: one at a time they would.
     enum class Undone { changesNothing, makesTheFile };
 
@@ -82,6 +85,7 @@ private:
     bool holdsLock_ = false;
     bool present_ = false;
     bool changed_ = false;
+    std::uint64_t version_ = 0;
     struct stat old_ = {};  // of the target, when present_
     std::string before_;
     IniText text_{std::string()};

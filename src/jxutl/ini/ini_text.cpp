@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "jxutl/ini/ini_scan.h"
+#include "jxutl/ini/section_map.h"
 #include "rules/names.h"
 #include "rules/storable.h"
 
@@ -34,10 +35,14 @@ void removeSpans(std::string& text, const std::vector<Span>& spans) {
     text.resize(kept);
 }
 
-Edit removed(std::string& text, const std::vector<Span>& spans) {
+Edit removed(std::string& text, SectionMap& map, const std::vector<Span>& spans) {
     if (spans.empty())
         return Edit::unchanged;
     removeSpans(text, spans);
+    if (spans.size() == 1)
+        map.replaced(spans.front().begin, spans.front().end, 0);
+    else
+        map.drop();
     return Edit::changed;
 }
 
@@ -77,41 +82,47 @@ std::size_t commentBlockAbove(std::string_view text, std::size_t body, std::size
     return begin;
 }
 
-Edit removeSection(std::string& text, std::string_view section) {
+Edit removeSection(std::string& text, SectionMap& map, std::string_view section) {
     std::vector<Span> spans;
-    SectionWalk walk(text);
-    while (walk.nextNamed(section)) {
-        const bool last = walk.bodyEnd() == text.size();
-        const std::size_t end = last ? text.size() : commentBlockAbove(text, walk.body(), walk.bodyEnd());
-        spans.push_back({walk.header(), end});
+    SectionsNamed sections(text, map, section);
+    while (sections.next()) {
+        const bool last = sections.bodyEnd() == text.size();
+        const std::size_t end = last ? text.size() : commentBlockAbove(text, sections.body(), sections.bodyEnd());
+        spans.push_back({sections.header(), end});
     }
-    return removed(text, spans);
+    return removed(text, map, spans);
 }
 
-Edit removeKey(std::string& text, std::string_view section, std::string_view key) {
+Edit removeKey(std::string& text, SectionMap& map, std::string_view section, std::string_view key) {
     std::vector<Span> spans;
-    SectionWalk walk(text);
-    while (walk.nextNamed(section)) {
-        std::size_t from = walk.body();
-        while (const EntryLine line = findEntry(text, from, walk.bodyEnd(), key)) {
+    SectionsNamed sections(text, map, section);
+    while (sections.next()) {
+        std::size_t from = sections.body();
+        while (const EntryLine line = findEntry(text, from, sections.bodyEnd(), key)) {
             spans.push_back({line.begin, line.end});
             from = line.end;
         }
     }
-    return removed(text, spans);
+    return removed(text, map, spans);
 }
 
-Edit changeValue(std::string& text, const Entry& entry, std::string_view value) {
+Edit replace(std::string& text, SectionMap& map, Span span, std::string_view by) {
+    text.replace(span.begin, span.end - span.begin, by);
+    map.replaced(span.begin, span.end, by.size());
+    return Edit::changed;
+}
+
+Edit changeValue(std::string& text, SectionMap& map, const Entry& entry, std::string_view value) {
     if (entry.value == value)
         return Edit::unchanged;
     if (entry.value.data() != nullptr) {
-        text.replace(static_cast<std::size_t>(entry.value.data() - text.data()), entry.value.size(), value);
-        return Edit::changed;
+        const auto begin = static_cast<std::size_t>(entry.value.data() - text.data());
+        return replace(text, map, {begin, begin + entry.value.size()}, value);
     }
     std::string added = "=";
     added += value;
-    text.insert(static_cast<std::size_t>(entry.key.data() - text.data()) + entry.key.size(), added);
-    return Edit::changed;
+    const auto end = static_cast<std::size_t>(entry.key.data() - text.data()) + entry.key.size();
+    return replace(text, map, {end, end}, added);
 }
 
 void appendEntry(std::string& lines, std::string_view key, std::string_view value, std::string_view lineEnd) {
@@ -132,11 +143,15 @@ std::size_t placeOfNewKey(std::string_view text, std::size_t body, std::size_t e
     return body;
 }
 
-Edit addKey(std::string& text, std::size_t place, std::string_view key, std::string_view value) {
+// A line end that completes a header makes its line longer.
+Edit addKey(std::string& text, SectionMap& map, std::size_t place, std::string_view key, std::string_view value) {
     const std::string_view lineEnd = lineEndAt(text, place);
     std::string added(missingLineEnd(std::string_view(text).substr(0, place), lineEnd));
+    const bool completesALine = !added.empty();
     appendEntry(added, key, value, lineEnd);
-    text.insert(place, added);
+    replace(text, map, {place, place}, added);
+    if (completesALine)
+        map.drop();
     return Edit::changed;
 }
 
@@ -159,28 +174,38 @@ std::string newSection(std::string_view text, std::string_view section, std::str
     return added;
 }
 
-Edit addSection(std::string& text, std::string_view section, std::string_view key, std::string_view value) {
+Edit addSection(std::string& text, SectionMap& map, std::string_view section, std::string_view key,
+                std::string_view value) {
     const std::string_view lineEnd = lineEndAt(text, text.size());
+    const bool completesALine = !missingLineEnd(text, lineEnd).empty();
     std::string added = newSection(text, section, lineEnd);
+    const std::size_t body = text.size() + added.size();
+    const std::size_t header = body - lineEnd.size() - section.size() - 2;
     appendEntry(added, key, value, lineEnd);
+    map.makeRoom();
     text += added;
+    if (completesALine)
+        map.drop();
+    else if (map.isThere())
+        map.added(text, header, body - header, std::string_view(text).substr(header + 1, section.size()));
     return Edit::changed;
 }
 
-Edit setKey(std::string& text, std::string_view section, std::string_view key, std::string_view value) {
-    SectionWalk walk(text);
+Edit setKey(std::string& text, SectionMap& map, std::string_view section, std::string_view key,
+            std::string_view value) {
+    SectionsNamed sections(text, map, section);
     bool present = false;
     Span first{};
-    while (walk.nextNamed(section)) {
-        if (const EntryLine line = findEntry(text, walk.body(), walk.bodyEnd(), key))
-            return changeValue(text, line.entry, value);
+    while (sections.next()) {
+        if (const EntryLine line = findEntry(text, sections.body(), sections.bodyEnd(), key))
+            return changeValue(text, map, line.entry, value);
         if (!present)
-            first = {walk.body(), walk.bodyEnd()};
+            first = {sections.body(), sections.bodyEnd()};
         present = true;
     }
     if (!present)
-        return addSection(text, section, key, value);
-    return addKey(text, placeOfNewKey(text, first.begin, first.end), key, value);
+        return addSection(text, map, section, key, value);
+    return addKey(text, map, placeOfNewKey(text, first.begin, first.end), key, value);
 }
 
 // Batch: settings of different keys, gathered against one text and then made in one pass over it.
@@ -310,6 +335,7 @@ Edit IniText::applyAll(std::span<const Setting> settings) {
     }
     const Edit edit = text == bytes_ ? Edit::unchanged : Edit::changed;
     bytes_ = std::move(text);
+    sections_.drop();
     return edit;
 }
 
@@ -319,13 +345,17 @@ Edit IniText::apply(const char* section, const char* key, const char* value) {
     const std::string_view newValue = rules::argument(value);
     if (rules::refusalOf(sectionName, keyName, newValue))
         return Edit::refused;
-    if (key == nullptr)
-        return removeSection(bytes_, sectionName);
-    if (keyName.empty())
+    if (key != nullptr && keyName.empty())
         return Edit::unchanged;
+    // A map costs as much as an edit without one, and most texts get one edit.
+    if (hasBeenSearched_ && !sections_.isThere())
+        sections_.build(bytes_);
+    hasBeenSearched_ = true;
+    if (key == nullptr)
+        return removeSection(bytes_, sections_, sectionName);
     if (value == nullptr)
-        return removeKey(bytes_, sectionName, keyName);
-    return setKey(bytes_, sectionName, keyName, newValue);
+        return removeKey(bytes_, sections_, sectionName, keyName);
+    return setKey(bytes_, sections_, sectionName, keyName, newValue);
 }
 
 }  // namespace jx::ini

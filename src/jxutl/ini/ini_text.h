@@ -7,6 +7,7 @@
 #include <utility>
 
 #include <jxini.h>
+#include "jxutl/ini/section_map.h"
 
 namespace jx::ini {
 
@@ -33,6 +34,8 @@ public:
 
 private:
     std::string bytes_;
+    SectionMap sections_;
+    bool hasBeenSearched_ = false;
 };
 
 }  // namespace jx::ini

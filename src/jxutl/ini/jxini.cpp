@@ -431,6 +431,25 @@ void jxIniDiscardRun(JxIniRun* run) {
         ini::endRun();
         return;
     }
-    ini::noteFailure(JxIniStepArgument, {}, ECANCELED);
+    if (ini::lastFailure().step == JxIniStepNone)
+        ini::noteFailure(JxIniStepArgument, {}, ECANCELED);
     current->fail();
+}
+
+int jxIniLockInRun(const char* file) {
+    ini::IniRun* run = ini::currentRun();
+    if (run == nullptr || file == nullptr || *file == '\0') {
+        ini::noteFailure(JxIniStepArgument, {}, run == nullptr ? EPERM : EINVAL);
+        return 0;
+    }
+    const jx::NoCancellation locking;
+    try {
+        if (run->changeOf(ini::locate(file)) == nullptr)
+            return 0;
+    } catch (const std::bad_alloc&) {
+        ini::noteFailure(JxIniStepMemory, file, ENOMEM);
+        return 0;
+    }
+    ini::noteSuccess();
+    return 1;
 }

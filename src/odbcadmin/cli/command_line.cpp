@@ -2,18 +2,17 @@
 #include "odbcadmin/cli/command_line.h"
 
 #include <jxini.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/verb.h"
+#include "odbcadmin/model/home_folder.h"
 #include "odbcadmin/model/near_matches.h"
 #include "odbcadmin/model/new_file_owner.h"
 #include "odbcadmin/model/text.h"
@@ -55,15 +54,9 @@ void addGlobalOptions(CLI::App& app, Session& session) {
 ExitCode enterHome(const Session& session) {
     if (session.home.empty())
         return ExitCode::done;
-    const std::string home = model::absolutePath(unmarked(session.home));
-    struct stat state {};
-    const int error = stat(home.c_str(), &state) != 0 ? errno : S_ISDIR(state.st_mode) ? 0 : ENOTDIR;
-    if (error != 0)
-        return session.fail(ExitCode::fileTrouble, "Cannot use " + home + " as home: " + std::strerror(error),
-                            "Give --home a directory that exists.");
-    setenv("HOME", home.c_str(), 1);
-    unsetenv("ODBCINI");
-    unsetenv("ODBCINSTINI");
+    const std::string trouble = model::enterHome(unmarked(session.home));
+    if (!trouble.empty())
+        return session.fail(ExitCode::fileTrouble, trouble, "Give --home a directory that exists.");
     return ExitCode::done;
 }
 

@@ -3,12 +3,14 @@
 #include <nlohmann/json.hpp>
 
 #include "odbcadmin/cli/commands.h"
+#include "odbcadmin/cli/doctor_elsewhere.h"
 #include "odbcadmin/cli/findings_output.h"
 #include "odbcadmin/cli/fixing.h"
 #include "odbcadmin/cli/verb.h"
 #include "odbcadmin/doctor/bug_report.h"
 #include "odbcadmin/doctor/file_checks.h"
 #include "odbcadmin/doctor/syntax_checks.h"
+#include "odbcadmin/doctor/unknown_name.h"
 #include "odbcadmin/model/text.h"
 
 namespace jx::cli {
@@ -27,15 +29,25 @@ ExitCode showReport(const Session& session, const doctor::Findings& findings) {
     return codeOf(findings);
 }
 
+// A name that is not there: what is wrong with the files as such may be the reason, and is shown before it.
+ExitCode showUnknown(const Session& session, const Configuration& configuration, const std::string& name) {
+    doctor::Findings findings = doctor::checkTexts(configuration);
+    std::erase_if(findings, [](const auto& each) { return each.severity == doctor::Severity::note; });
+    if (!findings.empty())
+        showFindings(session, findings);
+    return session.fail(doctor::whyUnknown(configuration, name));
+}
+
 ExitCode runDoctor(const Session& session, const Configuration& configuration, const Line& line) {
     const std::vector<std::string> names = line.texts("NAME");
     const auto limit = timeLimit(session, line, kDoctorLimit);
     if (!limit)
         return ExitCode::wrongUse;
+    if (isDoctorElsewhere(line))
+        return runDoctorElsewhere(session, line);
     for (const std::string& name : names)
         if (!configuration.dataSource(name) && !configuration.driver(name))
-            return session.fail(configuration.trouble() ? configuration.trouble()
-                                                        : model::noDataSourceOrDriver(configuration, name));
+            return showUnknown(session, configuration, name);
     const auto examine = [&](const Configuration& now) {
         return findWith(session, *limit, [&](doctor::ExaminationOptions& options) {
             options.names = names;
@@ -85,12 +97,18 @@ void addDoctorCommands(CLI::App& app, Session& session) {
         .flag("--fix", kFix)
         .onRead(Needs::nothing, runLint);
     addVerb(app, session, "doctor", "Look for everything that can be wrong with files, names and libraries",
-            "odbcadmin doctor\nodbcadmin doctor Sales\nodbcadmin doctor --report > report.txt")
+            "odbcadmin doctor\nodbcadmin doctor Sales\nodbcadmin doctor --as-user www-data Sales\n"
+            "odbcadmin doctor --report > report.txt")
         .operand("NAME", "Data sources and drivers; all of them without any", kAny, Complete::dsnOrDriver)
         .timeout("Seconds that a library may take to load (10)")
         .flag("--report", "Print a text for a bug report, without secrets")
+        .option("--as-user", "Look as this user would after a login: home directory, variables and rights", "USER")
+        .option("--pid", "Look as this process does: its variables, rights and files", "NUMBER")
         .flag("--fix", kFix)
+        .notBoth("--as-user", "--pid")
         .notBoth("--fix", "--report")
+        .notBoth("--fix", "--as-user")
+        .notBoth("--fix", "--pid")
         .notBoth("--fix", "NAME")
         .onRead(Needs::nothing, runDoctor);
 }

@@ -6,6 +6,7 @@
 #include "odbcadmin/cli/verb.h"
 #include "odbcadmin/model/data_source_change.h"
 #include "odbcadmin/model/text.h"
+#include "odbcadmin/trial/installer_library.h"
 
 namespace jx::cli {
 
@@ -19,6 +20,15 @@ using model::WhenPresent;
 // What is given by options and thus not as KEY=VALUE.
 const std::vector<std::string_view> kKeysGivenOtherwise{"Driver", "Setup"};
 
+constexpr const char* kNoSetup = "Without --setup: enter no setup library, not even the general one";
+
+// The setup library to enter for a driver that would have none; empty when it has one, or is to have none.
+std::string missingSetup(const Configuration& configuration, const Line& line) {
+    const auto driver = configuration.driver(line.text("NAME"));
+    const bool hasSetup = (driver && driver->setup) || !line.text("--setup").empty();
+    return hasSetup || line.has("--no-setup") ? "" : trial::generalSetupLibrary();
+}
+
 ExitCode enter(const Session& session, const Configuration& configuration, const Line& line, const RegisteredKind& kind,
                WhenPresent present) {
     const bool isDriver = kind.key == model::kDriverKind.key;
@@ -31,13 +41,17 @@ ExitCode enter(const Session& session, const Configuration& configuration, const
             return ExitCode::wrongUse;
         wish.keys = *keys;
     }
+    const std::string general = isDriver ? missingSetup(configuration, line) : "";
+    if (!general.empty())
+        wish.setup = general;
     const bool isPresent = configuration.find(kind, wish.name).has_value();
     const ChangeResult result = model::registerEntry(configuration, kind, wish, present, session.way());
     if (result.isDone() && isDriver) {
         warnOfLibrary(session, "library", wish.library);
         warnOfLibrary(session, "setup library", wish.setup.value_or(""));
     }
-    return session.report(result, (isPresent ? "Changed " : "Added ") + std::string(kind.word) + " " + wish.name);
+    return session.report(result, (isPresent ? "Changed " : "Added ") + std::string(kind.word) + " " + wish.name +
+                                      (general.empty() ? "" : " with the general setup library " + general));
 }
 
 // The data sources go first: one without its driver is of no use, a driver without data sources is.
@@ -84,14 +98,16 @@ void addRegisteredChangeCommands(CLI::App& app, Session& session) {
                     "odbcadmin driver add SQLite3 --lib libsqlite3odbc.so --setup libjxsetup.so FileUsage=1")
                 .operand("NAME", "Driver", kOne)
                 .operand("KEY=VALUE", "Further keys of its section", kAny)
-                .requiredOption("--lib", "The driver's library", Complete::files),
+                .requiredOption("--lib", "The driver's library", Complete::files)
+                .flag("--no-setup", kNoSetup),
             model::kDriverKind, WhenPresent::fail);
     onEnter(
         addVerb(app, session, "driver ensure", "Ensure a driver is registered with these settings; do nothing if it is",
                 "odbcadmin driver ensure SQLite3 --lib /usr/lib/odbc/libsqlite3odbc.so --check")
             .operand("NAME", "Driver", kOne, Complete::driver)
             .operand("KEY=VALUE", "Further keys of its section", kAny)
-            .option("--lib", "The driver's library", Complete::files),
+            .option("--lib", "The driver's library", Complete::files)
+            .flag("--no-setup", kNoSetup),
         model::kDriverKind, WhenPresent::change);
     addVerb(app, session, "driver remove", "Unregister a driver; its library file stays",
             "odbcadmin driver remove SQLite3\nodbcadmin driver remove SQLite3 --with-dsns --dry-run")

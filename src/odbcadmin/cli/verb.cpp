@@ -163,13 +163,6 @@ std::optional<std::chrono::milliseconds> secondsFrom(const std::string& text) {
     return std::chrono::milliseconds(static_cast<long>(std::ceil(seconds * kMilliseconds)));
 }
 
-std::string secondsText(std::chrono::milliseconds limit) {
-    constexpr double kMilliseconds = 1000;
-    char text[32];
-    std::snprintf(text, sizeof text, "%g s", static_cast<double>(limit.count()) / kMilliseconds);
-    return text;
-}
-
 std::optional<model::Pairs> takePairs(const Session& session, const std::vector<std::string>& texts,
                                       const std::vector<std::string_view>& reserved) {
     const auto refuse = [&](const std::string& fact, const char* advice) {

@@ -120,9 +120,6 @@ std::optional<std::chrono::milliseconds> timeLimit(const Session& session, const
 // A number of seconds from 0, also with a fraction, to a day; nothing for any other text.
 std::optional<std::chrono::milliseconds> secondsFrom(const std::string& text);
 
-// "30 s", "0.5 s".
-std::string secondsText(std::chrono::milliseconds limit);
-
 // Takes KEY=VALUE operands apart, each at its first "="; keys in reserved are refused. Nothing after it said what is
 // wrong with one: that is wrong use.
 std::optional<model::Pairs> takePairs(const Session& session, const std::vector<std::string>& texts,

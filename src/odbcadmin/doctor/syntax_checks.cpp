@@ -109,6 +109,12 @@ public:
     }
 
     Findings run() {
+        if (isUtf16()) {
+            findings_.push_back(found(
+                check::kUtf16, path_, "The file is in UTF-16, as some editors save it: no section of it is found.",
+                "Save it as UTF-8; this prints it so: iconv -f UTF-16 -t UTF-8 " + model::shellWord(path_)));
+            return findings_;
+        }
         JxIniPiece piece;
         for (std::size_t i = 0; jxIniPieceAt(text_, i, &piece) != 0; ++i)
             look(piece);
@@ -132,6 +138,9 @@ private:
         std::size_t line;
         std::size_t section;
     };
+
+    // By its mark, in either order of bytes.
+    bool isUtf16() const { return bytes_.starts_with("\xFF\xFE") || bytes_.starts_with("\xFE\xFF"); }
 
     void tell(const Check& what, std::size_t line, std::string fact, std::string advice) {
         std::size_t& count = counts_[what.id];

@@ -71,6 +71,7 @@ static int run(void) {
     JxIniRun* run = jxIniBeginRun();
     NEED(run != NULL && jxIniCommitRun(run) == 1);
     jxIniDiscardRun(jxIniBeginRun());
+    NEED(jxIniLockInRun("x.ini") == 0);
     return 0;
 }
 

@@ -103,7 +103,7 @@ TEST_F(Line, HomeWinsOverTheEnvironment) {
     mkdir(home_.file("other").c_str(), 0700);
     setenv("ODBCINI", home_.file(".odbc.ini").c_str(), 1);
     EXPECT_EQ(out({"dsn", "list", "-q", "--home", home_.file("other")}), "");
-    out({"--home", home_.file("other"), "driver", "add", "D", "--lib", "/d.so", "-q"});
+    out({"--home", home_.file("other"), "driver", "add", "D", "--lib", "/d.so", "--no-setup", "-q"});
     EXPECT_EQ(home_.text("other/.odbcinst.ini"), "[ODBC Drivers]\nD=Installed\n\n[D]\nDriver=/d.so\n");
     EXPECT_EQ(drivers(), kDrivers);
     EXPECT_EQ(run({"dsn", "list", "--home", home_.file("absent")}).code, 7);
