@@ -29,7 +29,7 @@ using Text = std::unique_ptr<JxIniText, Release>;
 
 constexpr std::string_view kByteOrderMarkBytes = "\xEF\xBB\xBF";
 constexpr std::size_t kShownOfEach = 5;
-constexpr unsigned char kTopBit = 0x80;
+constexpr std::size_t kFewKeys = 12;  // are quicker compared than looked up
 
 struct Range {
     std::uint32_t first, last;
@@ -79,6 +79,17 @@ std::string quoted(std::string_view text) {
     return "\"" + shown + (text.size() > kExcerpt ? "..." : "") + "\"";
 }
 
+// Eight bytes at a time: most files are nothing else.
+bool isAscii(std::string_view text) {
+    std::uint64_t all = 0;
+    std::size_t at = 0;
+    for (; at + sizeof all <= text.size(); at += sizeof all)
+        all |= rules::name_words::wordAt(text.data() + at);
+    for (; at < text.size(); ++at)
+        all |= static_cast<unsigned char>(text[at]);
+    return (all & rules::name_words::kTopBits) == 0;
+}
+
 // A key that lost its "=" may have a secret in what is read as its name.
 std::string_view withoutSecret(const JxIniPiece& piece) {
     const std::string_view name = nameOf(piece);
@@ -92,10 +103,8 @@ public:
         std::size_t length = 0;
         const char* bytes = jxIniBytes(text, &length);
         bytes_ = {bytes, length};
-        isPlain_ = std::none_of(bytes_.begin(), bytes_.end(), [](char byte) {
-            return byte == '\0' || byte == '\r' || (static_cast<unsigned char>(byte) & kTopBit) != 0;
-        });
-        keys_.reserve(jxIniPieceCount(text));
+        isPlain_ = bytes_.find('\0') == std::string_view::npos && bytes_.find('\r') == std::string_view::npos &&
+                   isAscii(bytes_);
         keyLines_.reserve(jxIniPieceCount(text));
     }
 
@@ -117,6 +126,19 @@ public:
     }
 
 private:
+    // The first header of a section, and its keys in keyLines_ up to the next header.
+    struct SectionLine {
+        std::string_view name;
+        std::size_t line;
+        std::size_t firstKey, keyEnd;
+        bool isInTable = false;
+    };
+    struct KeyLine {
+        std::string_view name;
+        std::size_t line;
+        std::size_t section;
+    };
+
     // By its mark, in either order of bytes.
     bool isUtf16() const { return bytes_.starts_with("\xFF\xFE") || bytes_.starts_with("\xFE\xFF"); }
 
@@ -182,10 +204,13 @@ private:
         const std::uint32_t hash = model::NamePlaces::hashOf(name);
         const auto known =
             places_.find(hash, [&](std::size_t at) { return rules::sameName(sections_[at].name, name); });
+        leaveSection();
         section_ = known.value_or(sections_.size());
+        if (known)
+            putInTable(sections_[*known]);
         if (!known) {
             places_.add(hash, sections_.size());
-            sections_.push_back({name, piece.line});
+            sections_.push_back({name, piece.line, keyLines_.size(), 0});
         }
         if (name.empty())
             return tell(check::kNoKey, piece.line, "The section has no name, so nobody can ask for its keys.",
@@ -212,16 +237,40 @@ private:
                  "Delete the one that is not meant.");
     }
 
+    void leaveSection() {
+        if (section_)
+            sections_[*section_].keyEnd = keyLines_.size();
+    }
+
+    bool isKey(std::size_t at, std::size_t section, std::string_view name) const {
+        return keyLines_[at].section == section && rules::sameName(keyLines_[at].name, name);
+    }
+
+    // The keys of a section that has many of them, or comes again, are looked up.
+    void putInTable(SectionLine& section) {
+        for (std::size_t at = section.firstKey; !section.isInTable && at < section.keyEnd; ++at)
+            keys_.add(model::NamePlaces::hashOf(keyLines_[at].name, keyLines_[at].section), at);
+        section.isInTable = true;
+    }
+
     // The line of the same key in the section; nothing when this is the first.
     std::optional<std::size_t> firstOf(std::size_t section, const JxIniPiece& piece) {
         const std::string_view name = nameOf(piece);
-        const std::uint32_t hash = model::NamePlaces::hashOf(name, section);
-        const auto known = keys_.find(hash, [&](std::size_t at) {
-            return keyLines_[at].section == section && rules::sameName(keyLines_[at].name, name);
-        });
+        SectionLine& own = sections_[section];
+        own.keyEnd = keyLines_.size();
+        if (!own.isInTable && own.keyEnd - own.firstKey >= kFewKeys)
+            putInTable(own);
+        std::optional<std::size_t> known;
+        if (own.isInTable)
+            known = keys_.find(model::NamePlaces::hashOf(name, section),
+                               [&](std::size_t at) { return isKey(at, section, name); });
+        for (std::size_t at = own.firstKey; !own.isInTable && !known && at < own.keyEnd; ++at)
+            if (isKey(at, section, name))
+                known = at;
         if (known)
             return keyLines_[*known].line;
-        keys_.add(hash, keyLines_.size());
+        if (own.isInTable)
+            keys_.add(model::NamePlaces::hashOf(name, section), keyLines_.size());
         keyLines_.push_back({name, piece.line, section});
         return std::nullopt;
     }
@@ -235,8 +284,9 @@ private:
         const std::size_t first = line.find_first_not_of(" \t");
         if (first != std::string_view::npos && line[first] == '[') {
             // What follows was meant for a section of its own: no more is said of it.
+            leaveSection();
             section_ = sections_.size();
-            sections_.push_back({{}, piece.line});
+            sections_.push_back({{}, piece.line, keyLines_.size(), 0});
             return tell(check::kUnclosed, piece.line,
                         "The header " + quoted(line.substr(first)) +
                             " is never closed: the keys below it belong to the section above it.",
@@ -263,15 +313,10 @@ private:
     Findings findings_;
     std::size_t lines_ = 0;
     std::size_t carriageReturns_ = 0;
-    struct FirstLine {
-        std::string_view name;
-        std::size_t line;
-        std::size_t section = 0;  // of a key
-    };
-
     bool isPlain_ = false;                // no byte of it needs a closer look
     std::optional<std::size_t> section_;  // none before the first header
-    std::vector<FirstLine> sections_, keyLines_;
+    std::vector<SectionLine> sections_;
+    std::vector<KeyLine> keyLines_;
     model::NamePlaces places_, keys_;                        // of these two
     std::map<std::string_view, std::size_t> counts_, last_;  // by identifier: how many, and where the last one stands
     std::map<std::size_t, std::size_t> hidden_;              // by finding: how many more there are

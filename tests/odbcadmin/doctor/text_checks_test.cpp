@@ -98,6 +98,26 @@ TEST(SyntaxChecks, AFaultOfManyLinesIsToldFiveTimesAndCounted) {
 }
 
 // Whatever the bytes are, a finding or none comes of them.
+// Few keys of a section are compared, many are looked up, and so are those of a section that comes again.
+TEST(SyntaxChecks, AKeyThatStandsTwiceIsFoundInSectionsOfAnySize) {
+    for (const int keys : {1, 2, 11, 12, 13, 14, 200}) {
+        SCOPED_TRACE(keys);
+        std::string section;
+        for (int i = 0; i < keys; ++i)
+            section += "k" + std::to_string(i) + "=1\n";
+        const std::string line = std::to_string(keys + 2);
+        EXPECT_EQ(brief(checkSyntaxOf("f", "[A]\n" + section + "[B]\n" + section)), "");
+        EXPECT_EQ(
+            brief(checkSyntaxOf("f", "[A]\n" + section + "K0=2\n")),
+            "syntax.duplicate-key f:" + line + ": The key \"K0\" stands in line 2 already, and that one counts.\n");
+        const std::string again = brief(checkSyntaxOf("f", "[A]\n" + section + "[B]\n[a]\nnew=1\nk0=2\nNEW=2\n"));
+        EXPECT_NE(again.find("The key \"k0\" stands in line 2 already"), std::string::npos) << again;
+        EXPECT_NE(again.find("The key \"NEW\" stands in line " + std::to_string(keys + 4) + " already"),
+                  std::string::npos)
+            << again;
+    }
+}
+
 TEST(SyntaxChecks, TakeAnyBytes) {
     for (const std::size_t size : {0U, 1U, 2U, 255U, 32767U, 32768U, 65535U, 70000U}) {
         for (const char byte : {'\0', '[', '=', '\n', '\r', '\xEF', 'x'})
