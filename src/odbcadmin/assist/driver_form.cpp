@@ -133,14 +133,13 @@ void browse(HWND dialog) {
 
 void open(HWND dialog, Found& found) {
     JXW_SetDlgItemText(dialog, kFormSetup, trial::generalSetupLibrary().c_str());
-    const unsigned int before = JXW_SetCursor(JXW_LoadCursor(0, kJxwWaitCursor));
     found = doctor::scanForDrivers(
         directoriesOfTest ? *directoriesOfTest : doctor::usualDriverDirectories(doctor::loaderPlaces()),
         [](const std::string&) {}, [] {}, doctor::Candidates::likely);
-    JXW_SetCursor(before);
     for (const doctor::FoundDriver& driver : found)
         addRow(dialog, kFormFound, driver.path);
-    JXW_SetFocus(JXW_GetDlgItem(dialog, found.empty() ? kFormName : kFormFound));
+    // The focus begins at the first control that can take it.
+    JXW_EnableWindow(JXW_GetDlgItem(dialog, kFormFound), found.empty() ? 0 : 1);
 }
 
 void command(HWND dialog, int control) {

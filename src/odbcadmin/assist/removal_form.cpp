@@ -46,7 +46,6 @@ void fill(HWND dialog, const std::string& driver) {
         if (source.isListed() && source.listed.text.find(driver) != std::string::npos)
             addRow(dialog, kRemovalList, "data source " + source.name);
     JXW_SendDlgItemMessage(dialog, kRemovalList, LB_SETCURSEL, 0, 0);
-    JXW_SetFocus(JXW_GetDlgItem(dialog, IDCANCEL));
 }
 
 void unregister(HWND dialog, const std::string& driver) {

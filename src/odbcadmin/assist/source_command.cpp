@@ -62,6 +62,13 @@ void removeEntries(HWND dialog, const ChosenSource& source) {
         say(dialog, "The data source was not removed. " + sentenceOf(result.reason), kTitle, MB_OK | MB_ICONSTOP);
 }
 
+// The installer knows a data source by its section.
+bool isWithoutSection(const ChosenSource& source) {
+    const model::Configuration configuration = model::Configuration::read();
+    const auto found = configuration.dataSource(source.name);
+    return found && found->section == nullptr;
+}
+
 struct NewName {
     ChosenSource source;
     Naming naming;
@@ -134,6 +141,14 @@ bool isWithoutSetup(const ChosenSource& source) {
 void setUpSource(HWND dialog, const ChosenSource& source) {
     if (!isStillThere(dialog, source) || isDriverTooLong(dialog, source) || !hasSetupLibrary(dialog, source.driver))
         return;
+    if (isWithoutSection(source)) {
+        say(dialog,
+            "The data source " + source.name + " is in the list, but has no section in " +
+                model::pathOf(nameOf(model::FileKind::dataSources)) +
+                ": there is nothing to set up. Delete it and add it anew.",
+            kTitle, MB_OK | MB_ICONEXCLAMATION);
+        return;
+    }
     configure(dialog, ODBC_CONFIG_DSN, source, "The data source was not set up.");
     refillList(dialog);
 }
@@ -141,7 +156,7 @@ void setUpSource(HWND dialog, const ChosenSource& source) {
 void removeSource(HWND dialog, const ChosenSource& source) {
     if (!isStillThere(dialog, source))
         return;
-    const bool isAlone = isTooLong(source) || isWithoutSetup(source);
+    const bool isAlone = isTooLong(source) || isWithoutSetup(source) || isWithoutSection(source);
     const std::string path = model::pathOf(nameOf(model::FileKind::dataSources));
     if (!asksToDestroy(dialog,
                        "Remove the data source \"" + source.name +
