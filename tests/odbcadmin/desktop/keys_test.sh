@@ -38,12 +38,12 @@ echo "-- End shows the last row at the end of the list, with no empty room below
 # shellcheck disable=SC2086
 begin_with $many
 press End
-click 60 $((HEIGHT - 155))
+click 60 $((HEIGHT - 160))
 remove_chosen
-resize_to 560 360
+resize_to 560 480
 press End
-resize_to 560 350
-click 60 $((HEIGHT - 155))
+resize_to 560 470
+click 60 $((HEIGHT - 160))
 remove_chosen
 has_source Source079 || fail "the last row does not stand at the end of the list"
 finish
