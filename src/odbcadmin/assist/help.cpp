@@ -83,7 +83,8 @@ constexpr Sentence kSentences[] = {
     {kLibrary, JxVersionsDialog, IDCANCEL, "Back to the options.", ""},
     {kLibrary, JxSelectTranslatorDialog, JxTranslatorsList, "The translators registered for you.", ""},
     {kLibrary, JxSelectTranslatorDialog, IDOK, "Takes the chosen translator.", "Choose a translator first."},
-    {kForm, kFormDialog, kFormFound, "Drivers in the usual places. Choosing one fills in the fields below.", ""},
+    {kForm, kFormDialog, kFormFound, "Drivers in the usual places. Choosing one fills in the fields below.",
+     "No driver lies in the usual places under a usual name. odbcadmin driver scan looks at all libraries."},
     {kForm, kFormDialog, kFormBrowse, "Looks for the driver's file in directories.", ""},
     {kForm, kFormDialog, kFormName, "Any name you like: data sources refer to the driver by it.", ""},
     {kForm, kFormDialog, kFormLibrary, "The driver's file, with its whole path. Its package lists it (dpkg -L NAME).",
@@ -159,7 +160,7 @@ std::string fileTrouble(model::FileKind kind) {
 }
 
 std::string emptySourcesHelp(HWND dialog) {
-    if (const std::string trouble = fileTrouble(model::FileKind::dataSources); !trouble.empty())
+    if (std::string trouble = fileTrouble(model::FileKind::dataSources); !trouble.empty())
         return trouble;
     if (!filterOf(dialog).empty())
         return "No data source contains \"" + filterOf(dialog) + "\". F8 changes the filter.";
@@ -169,7 +170,7 @@ std::string emptySourcesHelp(HWND dialog) {
 }
 
 std::string emptyDriversHelp(const char* none) {
-    const std::string trouble = fileTrouble(model::FileKind::drivers);
+    std::string trouble = fileTrouble(model::FileKind::drivers);
     return trouble.empty() ? none : trouble;
 }
 
@@ -180,8 +181,6 @@ std::string emptyListHelp(const JxwDialogInfo& dialog, const JxwControlInfo& con
         return emptySourcesHelp(dialog.dialog);
     if (dialog.module == kSetup)
         return "No key yet: type one and its value below, then Add.";
-    if (dialog.module == kForm && dialog.templateId == kFormDialog)
-        return "No driver lies in the usual places under a usual name. odbcadmin driver scan looks at all libraries.";
     if (dialog.module == kForm && dialog.templateId == kValuesForm)
         return "It has no keys.";
     if (dialog.module != kLibrary)

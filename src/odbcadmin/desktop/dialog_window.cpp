@@ -292,7 +292,8 @@ void DialogWindow::sync() {
         if (JXW_GetControlInfo(dialog_, index, &control) != 0)
             syncWidget(index, control);
     }
-    if (info.active != 0 && info.focus >= 0 && focusedIndex() != info.focus)
+    // Giving the focus to a window that is not shown would show it.
+    if (shown() != 0 && info.active != 0 && info.focus >= 0 && focusedIndex() != info.focus)
         widgets_[static_cast<std::size_t>(info.focus)]->take_focus();
     if (info.focus >= 0 && info.focus != revealed_) {
         revealed_ = info.focus;

@@ -198,7 +198,7 @@ TEST_F(RemovalTest, NamesEverythingThatDeletingTheFilesRemoves) {
   label 21 "Driver: Plain"
   label 22 "Unregister Only leaves its files and the 1 data source that need it: Sales."
   label "Delete &Files removes from the disk and from your files, for good:"
-  list 23
+  list 23 focus
     > file )" + home_.file("d.so") + R"(
       file )" + home_.file("s.so") + R"(
       entries of driver Plain
@@ -206,7 +206,7 @@ TEST_F(RemovalTest, NamesEverythingThatDeletingTheFilesRemoves) {
       data source More
   button 24 "&Unregister Only"
   button 25 "D&elete Files..."
-  button 2 "Cancel" default focus
+  button 2 "Cancel" default
 )");
 }
 

@@ -234,6 +234,15 @@ TEST_F(ManySources, EachOfThemCanBeViewedTestedSetUpAndRemovedThere) {
     EXPECT_NE(home_.text(".odbc.ini").find("Source1198"), std::string::npos);
 }
 
+TEST_F(ManySources, OneThatHasNoSectionCanBeRemovedAndSaysWhyItCannotBeSetUp) {
+    home_.put(".odbc.ini", home_.text(".odbc.ini") + "[ODBC Data Sources]\nLoose=Mine\n");
+    const Lines boxes = manage(
+        {open(), key(9), selectRow(kSourcesList, 200), press(kSourcesSetup), press(kSourcesRemove)}, {IDOK, IDYES});
+    EXPECT_EQ(boxes.at(0), "Data Sources|The data source Loose is in the list, but has no section in " +
+                               home_.file(".odbc.ini") + ": there is nothing to set up. Delete it and add it anew.|48");
+    EXPECT_EQ(home_.text(".odbc.ini").find("Loose"), std::string::npos);
+}
+
 TEST_F(ManySources, AFilterAlsoFindsThoseThatTheLibraryHasLeftOut) {
     manage({open(), key(8), type(kLineText, "e1199"), press(IDOK), see()});
     EXPECT_EQ(seen_, Lines{">Source1199 (Mine)\n"});

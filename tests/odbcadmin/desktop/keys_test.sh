@@ -38,12 +38,12 @@ echo "-- End shows the last row at the end of the list, with no empty room below
 # shellcheck disable=SC2086
 begin_with $many
 press End
-click 60 $((HEIGHT - 125))
+click 60 $((HEIGHT - 160))
 remove_chosen
-resize_to 560 360
+resize_to 560 480
 press End
-resize_to 560 350
-click 60 $((HEIGHT - 125))
+resize_to 560 470
+click 60 $((HEIGHT - 160))
 remove_chosen
 has_source Source079 || fail "the last row does not stand at the end of the list"
 finish
@@ -158,7 +158,7 @@ finish
 
 echo "-- the keys of the key bar can be clicked"
 begin_with Alpha
-click 110 $((HEIGHT - 15))
+click 110 $((HEIGHT - 45))
 find_window 'Register a Driver'
 click 30 $((HEIGHT - 15))
 find_window Help
@@ -168,5 +168,39 @@ find_window 'Register a Driver'
 press Escape
 until_true gone 'Register a Driver'
 find_window 'Data Sources'
+finish
+
+echo "-- F4 shows values, F6 copies, F7 renames, F8 leaves the rows that contain a text"
+begin_with Alpha Beta
+press F4
+find_window 'Values of Alpha'
+press Escape
+until_true gone 'Values of Alpha'
+find_window 'Data Sources'
+press F6
+find_window 'Copy a Data Source'
+press ctrl+a
+type_text Gamma
+press Return
+until_true has_source Gamma
+until_true gone 'Copy a Data Source'
+find_window 'Data Sources'
+press F7
+find_window 'Rename a Data Source'
+press ctrl+a
+type_text Delta
+press Return
+until_true has_source Delta
+has_source Gamma && fail "it was copied, not renamed"
+until_true gone 'Rename a Data Source'
+find_window 'Data Sources'
+press F8
+find_window Filter
+type_text bet
+press Return
+until_true gone Filter
+find_window 'Data Sources'
+press Home
+expect_removed Beta
 finish
 echo "all as it should be"
