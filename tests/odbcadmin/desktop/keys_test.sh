@@ -1,9 +1,10 @@
 #!/bin/bash
 # Keys, the wheel and the double click on the list of xodbcadmin; fields; the key bar.
-# Usage: keys_test.sh XODBCADMIN LIBJXSETUP
+# Usage: keys_test.sh XODBCADMIN LIBJXSETUP CLOSE_WINDOW
 set -eu
 program=$1
 setup=$2
+close_window=$3
 . "$(dirname "$0")/display.sh"
 open_display 900x700
 setxkbmap de  # a keyboard with Ü
@@ -47,6 +48,34 @@ click 60 $((HEIGHT - 160))
 remove_chosen
 has_source Source079 || fail "the last row does not stand at the end of the list"
 finish
+
+# What the user does while the program is stopped arrives all at once.
+stop() { kill -STOP "$(pgrep -P $running)"; }
+continue_it() { kill -CONT "$(pgrep -P $running)"; }
+
+echo "-- keys that arrive at once are understood one after the other"
+begin_with Alpha Beta Gamma Delta
+stop
+press Home Down Down Up Down Tab
+continue_it
+press shift+Tab
+expect_removed Gamma
+finish
+
+echo "-- a question is answered, whatever else is to be done, but not by a key that was pressed before it was there"
+begin_with Alpha Beta
+stop
+press alt+e y Return
+"$close_window" "$window"
+continue_it
+find_window '.*ODBC Admin'
+press n
+until_true gone '.*ODBC Admin'
+[ "$(sources | wc -l)" -eq 2 ] || fail "$(sources)"
+code=0
+wait $running || code=$?
+running=
+[ $code -eq 0 ] || fail "exit code $code"
 
 echo "-- letters choose a row, in upper or lower case and in other alphabets; the same letter goes on"
 begin_with Alpha beta Zeta Überblick übung
@@ -102,6 +131,23 @@ begin_with Alpha Beta
 press End
 click 60 150
 expect_removed Beta
+finish
+
+echo "-- the cross in a frame is Cancel, and No in a question"
+begin_with Alpha Beta
+press alt+o
+find_window Options
+press alt+t
+"$close_window" "$window"
+until_true gone Options
+! grep -q Trace "$HOME/.odbc.ini" || fail "the options were stored"
+find_window 'Data Sources'
+press alt+e
+find_window '.*ODBC Admin'
+"$close_window" "$window"
+until_true gone '.*ODBC Admin'
+[ "$(sources | wc -l)" -eq 2 ] || fail "$(sources)"
+find_window 'Data Sources'
 finish
 
 echo "-- in fields Ctrl-C, Ctrl-V, Ctrl-X and Ctrl-Z do what they do elsewhere, and the middle button pastes"
