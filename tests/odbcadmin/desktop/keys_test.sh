@@ -39,12 +39,12 @@ echo "-- End shows the last row at the end of the list, with no empty room below
 # shellcheck disable=SC2086
 begin_with $many
 press End
-click 60 $((HEIGHT - 160))
+click 60 $((HEIGHT - 130))
 remove_chosen
 resize_to 560 480
 press End
 resize_to 560 470
-click 60 $((HEIGHT - 160))
+click 60 $((HEIGHT - 130))
 remove_chosen
 has_source Source079 || fail "the last row does not stand at the end of the list"
 finish
@@ -204,7 +204,7 @@ finish
 
 echo "-- the keys of the key bar can be clicked"
 begin_with Alpha
-click 110 $((HEIGHT - 45))
+click 90 $((HEIGHT - 15))
 find_window 'Register a Driver'
 click 30 $((HEIGHT - 15))
 find_window Help
