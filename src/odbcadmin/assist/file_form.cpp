@@ -26,7 +26,7 @@ bool isDirectory(const std::string& path) {
 }
 
 std::string directoryOf(const std::string& path) {
-    const std::string folder = path.substr(0, path.rfind('/') + 1);
+    std::string folder = path.substr(0, path.rfind('/') + 1);
     if (!folder.empty() && folder.front() == '/' && isDirectory(folder))
         return folder;
     return isDirectory("/usr/lib") ? "/usr/lib/" : "/";

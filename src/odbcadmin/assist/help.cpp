@@ -160,7 +160,7 @@ std::string fileTrouble(model::FileKind kind) {
 }
 
 std::string emptySourcesHelp(HWND dialog) {
-    if (const std::string trouble = fileTrouble(model::FileKind::dataSources); !trouble.empty())
+    if (std::string trouble = fileTrouble(model::FileKind::dataSources); !trouble.empty())
         return trouble;
     if (!filterOf(dialog).empty())
         return "No data source contains \"" + filterOf(dialog) + "\". F8 changes the filter.";
@@ -170,7 +170,7 @@ std::string emptySourcesHelp(HWND dialog) {
 }
 
 std::string emptyDriversHelp(const char* none) {
-    const std::string trouble = fileTrouble(model::FileKind::drivers);
+    std::string trouble = fileTrouble(model::FileKind::drivers);
     return trouble.empty() ? none : trouble;
 }
 

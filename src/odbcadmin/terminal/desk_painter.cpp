@@ -7,14 +7,14 @@ namespace jx::terminal {
 
 namespace {
 
-// The label of an edit field comes before the field's end where there is no room for both.
+// The begin of an edit field, and of its label what fits beside that.
 Rect fieldToShow(const JxwDialogInfo& dialog, const DialogPlace& place, const Rect& field) {
     constexpr int kLeastColumns = 12;
     JxwControlInfo label{};
     if (JXW_GetControlInfo(dialog.dialog, dialog.focus - 1, &label) == 0 || label.kind != JXW_LABEL)
         return field;
-    const int begin = std::min(place.of(label).column, field.column);
     const int end = field.column + std::min(kLeastColumns, field.columns);
+    const int begin = std::max(std::min(place.of(label).column, field.column), end - place.inside.columns);
     return {begin, field.line, end - begin, field.lines};
 }
 

@@ -14,12 +14,15 @@ constexpr int kUnitsPerLine = 8;
 // What a dialog that grows leaves free around its frame, and the columns of the widest one with that.
 constexpr int kBesideFrame = 4;
 constexpr int kAboveFrame = 1;
-constexpr int kWidest = 140;
+constexpr int kWidestDialog = 140;
+
+// A list across the dialog has at most this beside it.
+constexpr int kMostBeside = 4;
 
 // What a list or a field that shrinks keeps.
-constexpr int kLeastColumns = 20;
-constexpr int kLeastLines = 4;
-constexpr int kLeastField = 12;
+constexpr int kLeastListColumns = 20;
+constexpr int kLeastListLines = 4;
+constexpr int kLeastFieldColumns = 12;
 
 int nearest(int units, int perCell) {
     return units >= 0 ? (units + perCell / 2) / perCell : -((-units + perCell / 2) / perCell);
@@ -80,9 +83,9 @@ int leastColumns(const JxwControlInfo& control, const Rect& place) {
     switch (control.kind) {
         case JXW_LISTBOX:
         case JXW_GROUPBOX:
-            return std::min(place.columns, kLeastColumns);
+            return std::min(place.columns, kLeastListColumns);
         case JXW_EDIT:
-            return std::min(place.columns, kLeastField);
+            return std::min(place.columns, kLeastFieldColumns);
         case JXW_LABEL:
             return std::min(place.columns, static_cast<int>(std::string_view(control.text).size()));
         default:
@@ -90,15 +93,32 @@ int leastColumns(const JxwControlInfo& control, const Rect& place) {
     }
 }
 
-// The smallest edge that leaves every control before it what it needs.
-Point leastEdge(const std::vector<Placed>& controls, Point edge) {
+bool isButtonOfRightHalf(const JxwControlInfo& control, const Rect& place, int columns) {
+    return control.kind == JXW_BUTTON && 2 * place.column + place.columns >= columns;
+}
+
+// The columns between a button of the right half and what stands before it in its line.
+int freeBefore(const std::vector<Placed>& controls, const Rect& button, int columns) {
+    int end = 1;
+    for (const auto& [control, place] : controls) {
+        if (place.line == button.line && place.column < button.column && !isButtonOfRightHalf(control, place, columns))
+            end = std::max(end, place.right() + 1);
+    }
+    return button.column - end;
+}
+
+// The smallest edge that leaves every control before it what it needs. columns: of a dialog that a list goes across; 0
+// of every other one.
+Point leastEdge(const std::vector<Placed>& controls, Point edge, int columns) {
     Point least;
     for (const auto& [control, place] : controls) {
-        if (place.column < edge.column)
+        if (columns > 0 && isButtonOfRightHalf(control, place, columns))
+            least.column = std::max(least.column, edge.column - freeBefore(controls, place, columns));
+        else if (place.column < edge.column)
             least.column = std::max(least.column, place.column + leastColumns(control, place));
         if (place.line < edge.line)
-            least.line = std::max(least.line,
-                                  place.line + std::min(place.lines, canShrink(control) ? kLeastLines : place.lines));
+            least.line = std::max(
+                least.line, place.line + std::min(place.lines, canShrink(control) ? kLeastListLines : place.lines));
     }
     return least;
 }
@@ -138,9 +158,9 @@ ScreenParts partsOf(int columns, int lines, int wanted) {
 }
 
 Rect boxAreaOf(const ScreenParts& parts) {
-    constexpr int kFewLines = 8;
+    constexpr int kFewAreaLines = 8;
     Rect area = parts.area;
-    if (area.lines < kFewLines)
+    if (area.lines < kFewAreaLines)
         area.lines += parts.help.lines;
     return area;
 }
@@ -154,6 +174,8 @@ Rect DialogPlace::of(const JxwControlInfo& control) const {
     Rect grown{right.moved(place.column), down.moved(place.line), place.columns, place.lines};
     if (control.kind != JXW_BUTTON)
         grown.columns = right.moved(place.right()) - grown.column;
+    else if (isListAcross && isButtonOfRightHalf(control, place, columns - right.by))
+        grown.column = place.column + right.by;
     if (hasSeveralLines(control))
         grown.lines = down.moved(place.bottom()) - grown.line;
     return grown;
@@ -167,8 +189,9 @@ DialogPlace placeDialog(const JxwDialogInfo& dialog, const Rect& area, Point scr
     const Rect list = largestList(controls);
     if (list.lines > 0) {
         const Point edge{list.right(), list.bottom()};
-        const Point least = leastEdge(controls, edge);
-        const int room = std::min(area.columns, std::max(kWidest, place.columns + 2));
+        place.isListAcross = list.right() + kMostBeside >= place.columns;
+        const Point least = leastEdge(controls, edge, place.isListAcross ? place.columns : 0);
+        const int room = std::min(area.columns, std::max(kWidestDialog, place.columns + 2));
         place.right = {edge.column, changeOf(place.columns + 2, room, kBesideFrame, edge.column - least.column)};
         place.down = {edge.line, changeOf(place.lines + 2, area.lines, kAboveFrame, edge.line - least.line)};
         place.columns += place.right.by;

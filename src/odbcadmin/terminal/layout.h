@@ -43,6 +43,7 @@ struct DialogPlace {
     int lines;       // likewise
     Point scrolled;  // the inside's first visible cell
     Stretch right;
+    bool isListAcross;  // buttons of the right half keep to the right edge
     Stretch down;
 
     // The cells of a control from the inside's upper left corner: 4 dialog units to a column, 8 to a line. All but

@@ -65,7 +65,7 @@ void Screen::closed(HWND dialog) {
 
 int Screen::wait(HWND dialog) {
     paint();
-    const Input input = terminal_.next();
+    const Input input = next();
     if (input.key == Key::gone)
         return 0;
     // A key that was typed for rows that are not there any more does nothing.
@@ -76,6 +76,17 @@ int Screen::wait(HWND dialog) {
     return 1;
 }
 
+// A double click on something that the first press closed is not meant for what appears there.
+Input Screen::next() {
+    Input input = terminal_.next();
+    const std::pair<HWND, int> front{frontDialog(), messages_.empty() ? 0 : boxes_};
+    if (input.key == Key::doublePress && front != pressedIn_)
+        input.key = Key::none;
+    if (input.key == Key::press)
+        pressedIn_ = front;
+    return input;
+}
+
 // A click on the line of keys is the key that stands there.
 Input Screen::meant(HWND dialog, const Input& input) {
     const Rect keys = partsFor(dialog, terminal_.columns(), terminal_.lines()).keys;
@@ -83,7 +94,8 @@ Input Screen::meant(HWND dialog, const Input& input) {
         return input;
     Input typed;
     typed.time = input.time;
-    typed.key = keyBar(dialog, keys.columns).keyAt(input.place.column);
+    if (input.key == Key::press)
+        typed.key = keyBar(dialog, keys.columns).keyAt(input.place.column);
     return typed;
 }
 
@@ -159,6 +171,7 @@ unsigned int Screen::ask(const char* text, const char* title, unsigned int style
     Message message(assistant_.boxText(text), title, style);
     told_.clear();
     messages_.push_back(&message);
+    ++boxes_;
     struct Leave {
         std::vector<Message*>& messages;
         ~Leave() { messages.pop_back(); }
@@ -168,7 +181,7 @@ unsigned int Screen::ask(const char* text, const char* title, unsigned int style
         const Leave leave{messages_};
         while (!answer) {
             paint();
-            const Input input = terminal_.next();
+            const Input input = next();
             answer = input.key == Key::gone ? message.leastAnswer() : message.take(input);
         }
     }

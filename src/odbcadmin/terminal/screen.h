@@ -4,6 +4,7 @@
 #include <jxscreen.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "odbcadmin/assist/assistant.h"
@@ -31,6 +32,7 @@ private:
     int wait(HWND dialog);
     unsigned int ask(const char* text, const char* title, unsigned int style);
     void setCursor(unsigned int cursor);
+    Input next();
     void carryOut(HWND dialog, const Input& given);
     Input meant(HWND dialog, const Input& input);
     std::string act(HWND dialog, const Input& input);
@@ -51,6 +53,9 @@ private:
     assist::Assistant assistant_;
     Views views_;
     std::vector<Message*> messages_;
+    int boxes_ = 0;  // shown so far
+    // What was in front at the last press: the dialog, and the number of the box in front of it or 0.
+    std::pair<HWND, int> pressedIn_;
     assist::SelectionKeeper selections_;
     bool isWorking_ = false;
     std::string worker_;

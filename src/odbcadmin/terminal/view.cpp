@@ -44,6 +44,22 @@ void EditView::follow(std::string_view text, int columns, Charset charset) {
         left -= (seen++)->columns;
     if (seen != glyphs.rend())
         firstByte += seen->end;
+    fill(text, columns, charset);
+}
+
+// A field that became wider, or a text that became shorter, leaves no room free behind the text while part of it is
+// hidden before.
+void EditView::fill(std::string_view text, int columns, Charset charset) {
+    if (firstByte == 0 || cutTo(text.substr(firstByte), columns, charset).size() < text.size() - firstByte)
+        return;
+    int used = columnsOf(text.substr(firstByte), charset) + 1;
+    while (firstByte > 0) {
+        const std::size_t before = caretBefore(text, firstByte, charset);
+        used += columnsOf(text.substr(before, firstByte - before), charset);
+        if (used > columns)
+            return;
+        firstByte = before;
+    }
 }
 
 }  // namespace jx::terminal

@@ -42,6 +42,9 @@ struct EditView {
     // Keeps the caret in view of a field of columns, one glyph before it and behind it as well: on a field's edge
     // stands a mark where the text goes on.
     void follow(std::string_view text, int columns, Charset charset);
+
+private:
+    void fill(std::string_view text, int columns, Charset charset);
 };
 
 struct DialogView {

@@ -93,6 +93,15 @@ TEST_F(Field, MarksAtItsEdgesSayWhereTheTextGoesOn) {
     }
 }
 
+TEST_F(Field, AShorterTextIsSeenFromAsFarBackAsFits) {
+    EXPECT_EQ(after("0123456789abcdef", {press(Key::end), press(Key::backspace)}), "<789abcde| ");
+    EXPECT_EQ(
+        after("0123456789ab", {press(Key::end), press(Key::backspace), press(Key::backspace), press(Key::backspace)}),
+        "012345678| ");
+    EXPECT_EQ(after("0123456789abcdef", {press(Key::end), press(Key::left), press(Key::left), press(Key::eraseToEnd)}),
+              "<6789abcd| ");
+}
+
 TEST_F(Field, ATextThatFitsHasNoMarks) {
     EXPECT_EQ(after("012345678", {press(Key::end)}), "012345678| ");
     EXPECT_EQ(after("0123456789", {press(Key::home)}), "|0123456789");

@@ -158,6 +158,30 @@ TEST(Layout, AListShrinksWhereThatMakesItsDialogWhole) {
     });
 }
 
+constexpr JxwControl kAcrossControls[] = {{JXW_LISTBOX, 1, 8, 8, 264, 80, nullptr, 0},
+                                          {JXW_BUTTON, 2, 8, 96, 68, 14, "Left", 0},
+                                          {JXW_BUTTON, IDOK, 128, 96, 68, 14, "OK", 0},
+                                          {JXW_BUTTON, IDCANCEL, 204, 96, 68, 14, "Cancel", 0},
+                                          kEndOfControls};
+constexpr JxwTemplate kAcross[] = {{1, "Across", 280, 120, kAcrossControls}, {0, nullptr, 0, 0, nullptr}};
+
+TEST(Layout, BelowAListAcrossTheDialogTheButtonsOfTheRightHalfKeepToTheRight) {
+    const Dialog dialog(kAcross, 1);
+    const struct {
+        int columns;
+        int change;  // from the template's 72 with the frame
+    } rows[] = {{40, 0}, {59, 0}, {60, -12}, {72, 0}, {80, 0}, {100, 20}, {120, 40}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.columns);
+        const DialogPlace place = dialog.in(row.columns, 24);
+        std::vector<int> begins;
+        for (const JxwControlInfo& control : dialog.controls())
+            begins.push_back(place.of(control).column);
+        EXPECT_EQ(begins, (std::vector<int>{2, 2, 32 + row.change, 51 + row.change}));
+        EXPECT_EQ(dialog.listIn(place).columns, 66 + row.change);
+    }
+}
+
 TEST(Layout, ADialogWithoutAListKeepsItsSize) {
     const Dialog dialog(kTemplates, JxOptionsDialog);
     EXPECT_EQ(dialog.in(200, 60).frame.columns, dialog.in(80, 24).frame.columns);

@@ -152,7 +152,7 @@ TEST(Program, ShowsWhereTheUserIsAt20x5) {
     walk.step("", "data-sources", "Your data");
     walk.pass("Tab", "<   Setup...    >");
     walk.pass("M-o", "[ ] Trace");
-    walk.pass("M-f", "Trace file:");
+    walk.pass("M-f", "sql.log");
     walk.pass("Escape F1", "Data sources in");
     walk.pass("Enter M-e", "[Yes] <No >");
 }

@@ -230,7 +230,7 @@ TEST_F(ScreenTest, TheCaretStandsBehindWhatWasTyped) {
 }
 
 TEST_F(ScreenTest, ADoubleClickShowsTheLoadersOwnSentenceToo) {
-    const std::string box = after({doubleClick(10, 7)});
+    const std::string box = after({click(10, 7), doubleClick(10, 7)});
     EXPECT_TRUE(has(box, "The driver's setup library could not be loaded")) << box;
     EXPECT_TRUE(has(box, "The loader says:")) << box;
     EXPECT_TRUE(has(box, "/none/s.so: cannot open shared object file")) << box;
@@ -376,6 +376,26 @@ TEST_F(ScreenTest, AListWiderThanTheTerminalStaysWhereItWasMovedSideways) {
     EXPECT_TRUE(has(tiny.seen()[1], "│Another one")) << tiny.seen()[1];
 }
 
+TEST_F(ScreenTest, OnAVerySmallTerminalABoxTakesTheHelpsLineToo) {
+    ScriptedTerminal tiny(20, 5);
+    tiny.then(press(Key::f1));
+    tiny.look();
+    run(tiny);
+    EXPECT_TRUE(has(tiny.seen()[0], "│ ~/.odbc.ini")) << tiny.seen()[0];
+    EXPECT_TRUE(has(tiny.seen()[0], "<   OK   >"));
+}
+
+TEST_F(ScreenTest, OnAVerySmallTerminalAFieldIsSeenRatherThanAllOfItsLabel) {
+    ScriptedTerminal tiny(20, 5);
+    tiny.then({alt("o"), alt("f"), press(Key::home)});
+    tiny.look();
+    tiny.then({perform([&] { tiny.resize(80, 24); }), press(Key::repaint)});
+    tiny.look();
+    run(tiny);
+    EXPECT_TRUE(has(tiny.seen()[0], "│e:    sql.log     ▼")) << tiny.seen()[0];
+    EXPECT_TRUE(has(tiny.seen()[1], "Trace file:    sql.log ")) << tiny.seen()[1];
+}
+
 TEST_F(ScreenTest, AClickOnTheLineOfKeysPressesTheKey) {
     const int bottom = 23;
     user_.resize(160, 24);
@@ -398,6 +418,43 @@ TEST_F(ScreenTest, AClickOnTheLineOfKeysPressesTheKey) {
     EXPECT_EQ(user_.seen()[1], user_.seen()[0]);
     EXPECT_TRUE(has(user_.seen()[2], "Register a Driver")) << user_.seen()[2];
     EXPECT_TRUE(has(user_.seen()[3], "┌─ Help")) << user_.seen()[3];
+}
+
+// Where the text stands on the screen.
+Point placeOf(const ScriptedTerminal& terminal, const std::string& text) {
+    for (int line = 0; line < terminal.lines(); ++line) {
+        std::string cells;
+        for (int column = terminal.columns() - 1; column >= 0; --column) {
+            cells = terminal.canvas().at({column, line}).text + cells;
+            if (cells.starts_with(text))
+                return {column, line};
+        }
+    }
+    return {-1, -1};
+}
+
+TEST_F(ScreenTest, ADoubleClickOnAKeyPressesItOnce) {
+    user_.then({alt("r"), perform([&] {
+                    const Point escape = placeOf(user_, "Esc");
+                    user_.thenFirst({click(escape.column, escape.line), doubleClick(escape.column, escape.line)});
+                })});
+    user_.look();
+    run(user_);
+    ASSERT_EQ(user_.seen().size(), 1U);
+    EXPECT_TRUE(has(user_.seen()[0], "Data sources (driver):")) << user_.seen()[0];
+}
+
+TEST_F(ScreenTest, ADoubleClickOnABoxIsNotMeantForWhatLiesBelow) {
+    home_.put(".odbc.ini", manySources(60));
+    user_.then({alt("s"), perform([&] {
+                    const Point button = placeOf(user_, "<   OK   >");
+                    user_.thenFirst({click(button.column, button.line), doubleClick(button.column, button.line)});
+                })});
+    user_.look();
+    run(user_);
+    EXPECT_TRUE(has(user_.seen()[0], "Data sources (driver):")) << user_.seen()[0];
+    EXPECT_FALSE(has(user_.seen()[0], "<   OK   >")) << user_.seen()[0];
+    EXPECT_TRUE(has(user_.seen()[0], " 1 of 60 ")) << "another row was chosen";
 }
 
 TEST_F(ScreenTest, AKeyThatMeansNothingHereDoesNothing) {

@@ -155,8 +155,11 @@ TEST(Signals, ALibraryThatSetsTheTerminalOtherwiseOrPaintsOnItIsUndone) {
     Pty pty(JX_ODBCADMIN, environment(home, {"JX_SCREEN_DEED=terminal"}));
     ASSERT_TRUE(pty.waitFor("new driver"));
     const std::string during = pty.modes();
+    pty.take();
     pty.send("a");
+    // The picture from its begin to its end.
     ASSERT_TRUE(pty.waitFor("new data source:"));
+    ASSERT_TRUE(pty.waitFor("new driver"));
     pty.take();
     pty.send("\033[B\r");
     ASSERT_TRUE(pty.waitFor("paint over it"));

@@ -19,20 +19,13 @@ namespace {
 
 constexpr const char* kSources = "[ODBC Data Sources]\nSales=Mine\nStock=Mine\nZürich=Mine\n";
 
-// The program waits for the next byte of a sequence longer than any test; each byte is sent when it has read the one
-// before, as on a line that is slower than the program.
+// The program waits for the next byte of a sequence longer than any test, and each byte is sent when it waits: the line
+// is always slower than the program.
 class SlowLine : public testing::TestWithParam<const char*> {
 protected:
     SlowLine()
         : pty_(JX_ODBCADMIN,
                {std::string("TERM=") + GetParam(), "HOME=" + home_.path(), "LC_ALL=C.UTF-8", "ESCDELAY=60000"}) {}
-
-    void sendSlowly(const std::string& bytes) {
-        for (const char byte : bytes) {
-            pty_.send(std::string(1, byte));
-            ASSERT_TRUE(waitUntil([this] { return pty_.hasReadAll(); }));
-        }
-    }
 
     TestHome home_{{".odbc.ini", kSources}};
     Pty pty_;
@@ -43,30 +36,31 @@ TEST_P(SlowLine, ASequenceInPiecesIsNoEscape) {
     pty_.take();
     // Down, End in two fashions, Page Up, F1: the help page opens, and nothing was left or typed before.
     for (const char* keys : {"\033[B", "\033OB", "\033[4~", "\033[F", "\033[5~", "\033OP"})
-        sendSlowly(keys);
+        pty_.sendSlowly(keys);
     EXPECT_TRUE(pty_.waitFor("Help"));
 }
 
 TEST_P(SlowLine, ASequenceThatNobodyKnowsIsReadToItsEnd) {
     ASSERT_TRUE(pty_.waitFor("new driver"));
-    sendSlowly("\033[24;5~");
-    sendSlowly("\033[?1;2c");
     pty_.take();
-    sendSlowly("\033OP");
+    pty_.sendSlowly("\033[24;5~");
+    pty_.sendSlowly("\033[?1;2c");
+    pty_.sendSlowly("\033OP");
     EXPECT_TRUE(pty_.waitFor("Help"));
+    EXPECT_EQ(pty_.take().find("No row begins"), std::string::npos) << "its end was typed";
 }
 
 TEST_P(SlowLine, AClickInPiecesIsAClick) {
     ASSERT_TRUE(pty_.waitFor("new driver"));
     pty_.take();
-    sendSlowly(std::string(GetParam()) == "xterm-256color" ? "\033[<0;60;14M" : "\033[M \\.");
+    pty_.sendSlowly(std::string(GetParam()) == "xterm-256color" ? "\033[<0;60;14M" : "\033[M \\.");
     EXPECT_TRUE(pty_.waitFor("Call tracing"));
 }
 
 TEST_P(SlowLine, PastedTextInPiecesIsOneText) {
     ASSERT_TRUE(pty_.waitFor("new driver"));
     pty_.take();
-    sendSlowly("\033[200~o\r\033[201~");
+    pty_.sendSlowly("\033[200~o\r\033[201~");
     EXPECT_TRUE(pty_.waitFor("Pasted text goes into fields only."));
 }
 
@@ -74,10 +68,10 @@ TEST_P(SlowLine, ACharacterInPiecesIsTyped) {
     ASSERT_TRUE(pty_.waitFor("new driver"));
     pty_.take();
     // Stray bytes and begins of characters among them are dropped.
-    sendSlowly("/\xbc\xe8\xa1\xc3\xbc");
+    pty_.sendSlowly("/\xbc\xe8\xa1\xc3\xbc");
     EXPECT_TRUE(pty_.waitFor("ü_")) << pty_.take();
     pty_.take();
-    sendSlowly("\xc3r");
+    pty_.sendSlowly("\xc3r");
     EXPECT_TRUE(pty_.waitFor("r_")) << pty_.take();
 }
 
