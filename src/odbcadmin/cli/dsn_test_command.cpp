@@ -6,6 +6,7 @@
 #include "odbcadmin/cli/verb.h"
 #include "odbcadmin/doctor/connection_words.h"
 #include "odbcadmin/doctor/path_mistakes.h"
+#include "odbcadmin/model/text.h"
 #include "odbcadmin/trial/connection.h"
 #include "odbcadmin/trial/sql_state.h"
 
@@ -40,6 +41,17 @@ Json reportJson(const std::string& name, const std::string& library, const Conne
     return object;
 }
 
+// What to look at next, also where the driver gave no reason.
+std::string adviceOn(const ConnectReport& report, const std::string& name) {
+    const std::string word = model::shellWord(name);
+    const bool isSilent = report.end == ConnectReport::End::refused && report.diagnostics.empty();
+    return "See odbcadmin doctor " + word +
+           (isSilent ? "; the driver gave no reason, but this shows what it looks for: strace -f -e trace=file,network "
+                       "odbcadmin dsn test " +
+                           word
+                     : "");
+}
+
 ExitCode show(const Session& session, const std::string& name, const std::string& library, const ConnectReport& report,
               std::chrono::milliseconds limit) {
     const bool connected = report.end == ConnectReport::End::connected;
@@ -54,7 +66,7 @@ ExitCode show(const Session& session, const std::string& name, const std::string
     if (!report.user.empty())
         session.warn("the driver had the rights of " + report.user + ", not those of root");
     if (!connected)
-        return session.fail(code, "Cannot connect to " + name + ": " + end, "See odbcadmin doctor " + name);
+        return session.fail(code, "Cannot connect to " + name + ": " + end, adviceOn(report, name));
     session.say(name + ": connected" + (report.driver.empty() ? "" : ", driver " + report.driver) +
                 (report.database.empty() ? "" : ", database " + report.database));
     return code;
@@ -70,16 +82,22 @@ ExitCode runTest(const Session& session, const model::Configuration& configurati
         return session.fail(configuration.trouble(model::FileKind::dataSources)
                                 ? configuration.trouble(model::FileKind::dataSources)
                                 : model::noDataSource(configuration, name));
+    // The stored keys stand there: a connection without it would be one to the driver's own defaults.
+    if (!source->header && !source->isDefault)
+        return session.fail(
+            ExitCode::cannotConnect,
+            "The data source " + source->name + " has no section [" + source->name + "] in " + source->file->path,
+            "See odbcadmin explain " + model::shellWord(source->name));
     const std::string library = doctor::meantLibrary(*source, configuration, doctor::loaderPlaces());
     if (const auto mistake = doctor::mistakeIn(library))
         return session.fail(ExitCode::cannotConnect,
                             "Cannot connect to " + source->name + ": the value of Driver " + mistake->fact,
-                            "Write the line as: Driver=" + mistake->meant);
+                            mistake->advice("Driver"));
     if (library.empty() && configuration.trouble())
         return session.fail(configuration.trouble());
     if (library.empty())
         return session.fail(ExitCode::cannotConnect, "The data source " + source->name + " leads to no library",
-                            "See odbcadmin explain " + source->name);
+                            "See odbcadmin explain " + model::shellWord(source->name));
     ConnectReport report;
     {
         Progress progress(session.quiet);

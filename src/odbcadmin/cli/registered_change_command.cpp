@@ -2,8 +2,8 @@
 #include "odbcadmin/model/registration.h"
 
 #include "odbcadmin/cli/commands.h"
+#include "odbcadmin/cli/library_warning.h"
 #include "odbcadmin/cli/verb.h"
-#include "odbcadmin/doctor/library_state.h"
 #include "odbcadmin/model/data_source_change.h"
 #include "odbcadmin/model/text.h"
 #include "odbcadmin/trial/installer_library.h"
@@ -21,18 +21,6 @@ using model::WhenPresent;
 const std::vector<std::string_view> kKeysGivenOtherwise{"Driver", "Setup"};
 
 constexpr const char* kNoSetup = "Without --setup: enter no setup library, not even the general one";
-
-void warnOfLibrary(const Session& session, const std::string& what, const std::string& path) {
-    if (path.find('/') == std::string::npos || session.quiet)
-        return;
-    const std::string state = doctor::libraryFileState(path);
-    if (state == "missing")
-        session.warn("the " + what + " " + path + " is not there");
-    else if (state == "broken")
-        session.warn("the " + what + " " + path + " cannot be used; odbcadmin driver check tells why");
-    else if (state == "wrong architecture")
-        session.warn("the " + what + " " + path + " is for another kind of processor");
-}
 
 // The setup library to enter for a driver that would have none; empty when it has one, or is to have none.
 std::string missingSetup(const Configuration& configuration, const Line& line) {
@@ -88,6 +76,8 @@ ExitCode removeDriver(const Session& session, const Configuration& configuration
 
 ExitCode removeTranslator(const Session& session, const Configuration& configuration, const Line& line) {
     const std::string name = line.text("NAME");
+    if (line.has("--if-exists") && !configuration.find(model::kTranslatorKind, name))
+        return session.report({}, {});
     return session.report(model::unregisterEntry(configuration, model::kTranslatorKind, name, session.way()),
                           "Removed translator " + name);
 }
@@ -133,6 +123,7 @@ void addRegisteredChangeCommands(CLI::App& app, Session& session) {
     addVerb(app, session, "translator remove", "Unregister a translator; its library file stays",
             "odbcadmin translator remove Latin1")
         .operand("NAME", "Translator", kOne, Complete::translator)
+        .flag("--if-exists", "Do nothing when it is not there")
         .onRead(Needs::drivers, removeTranslator);
 }
 

@@ -8,6 +8,8 @@
 #include <climits>
 #include <cstdlib>
 
+#include <filesystem>
+
 namespace jx::trial {
 
 namespace {
@@ -46,6 +48,13 @@ std::string generalSetupLibrary() {
     std::string path = ::realpath(installer.c_str(), resolved.data()) != nullptr ? resolved.data() : installer;
     path.replace(path.rfind('/') + 1, std::string::npos, "libjxsetup.so");
     return ::access(path.c_str(), R_OK) == 0 ? path : "";
+}
+
+std::string driversInstallerPath() {
+    const std::filesystem::path own(installerPath());
+    const std::filesystem::path path = own.parent_path() / "jxodbc" / kDriversInstaller;
+    std::error_code ignored;
+    return !own.empty() && std::filesystem::exists(path, ignored) ? path.string() : "";
 }
 
 }  // namespace jx::trial
