@@ -12,6 +12,7 @@
 #include <algorithm>
 
 #include "odbcadmin/desktop/scale.h"
+#include "rules/utf8.h"
 
 namespace jx::desktop {
 
@@ -19,6 +20,7 @@ namespace {
 
 constexpr int kLeastHeight = 18;
 constexpr int kMostRaised = 4;
+constexpr int kWidestRow = 30000;
 
 // Text: a label. The toolkit underlines access keys in widgets that take them; a label names the one of its neighbour.
 class Text : public Fl_Box {
@@ -82,6 +84,24 @@ int RowList::rowsShown() const {
     int height = 0;
     bbox(x, y, width, height);
     return std::max(1, height / std::max(1, rowHeight()));
+}
+
+// The display counts dots with 16 bits: a longer text would not be drawn at all. No character is wider than high.
+std::string RowList::drawn(const std::string& row) const {
+    const auto most = static_cast<std::size_t>(kWidestRow / textsize());
+    std::size_t end = 0;
+    for (std::size_t count = 0; count < most && end < row.size(); ++count)
+        end += rules::characterAt(row, end).length;
+    return end < row.size() ? row.substr(0, end) + "..." : row;
+}
+
+void RowList::show(const std::vector<std::string>& rows) {
+    if (rows == rows_)
+        return;
+    rows_ = rows;
+    clear();
+    for (const std::string& row : rows_)
+        add(drawn(row).c_str());
 }
 
 void RowList::revealChosen() {

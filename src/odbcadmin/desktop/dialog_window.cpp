@@ -243,14 +243,10 @@ void DialogWindow::hear(int index) {
 
 void DialogWindow::syncList(int index, const JxwControlInfo& control) {
     RowList& list = listAt(index);
-    bool isSame = list.size() == control.rowCount;
-    for (int row = 0; isSame && row < control.rowCount; ++row)
-        isSame = std::strcmp(list.text(row + 1), JXW_GetRow(dialog_, index, row)) == 0;
-    if (!isSame) {
-        list.clear();
-        for (int row = 0; row < control.rowCount; ++row)
-            list.add(JXW_GetRow(dialog_, index, row));
-    }
+    std::vector<std::string> rows;
+    for (int row = 0; row < control.rowCount; ++row)
+        rows.emplace_back(JXW_GetRow(dialog_, index, row));
+    list.show(rows);
     if (list.value() != control.selection + 1) {
         list.value(control.selection + 1);
         list.revealChosen();
