@@ -20,7 +20,7 @@ namespace jx::assist {
 
 namespace {
 
-constexpr const char* kTitle = "Register a Driver";
+constexpr const char* kFormTitle = "Register a Driver";
 
 using Found = std::vector<doctor::FoundDriver>;
 
@@ -80,11 +80,11 @@ std::string nextStep(const model::Registration& wish) {
 // Whether the user wants it entered after all that is said about it.
 bool isWanted(HWND dialog, const model::Configuration& configuration, const model::Registration& wish) {
     if (configuration.driver(wish.name) &&
-        say(dialog, "A driver called " + wish.name + " is registered already. Replace its libraries?", kTitle,
+        say(dialog, "A driver called " + wish.name + " is registered already. Replace its libraries?", kFormTitle,
             MB_YESNO | MB_ICONQUESTION) != IDYES)
         return false;
     const std::string trouble = tryLibraries(wish);
-    return trouble.empty() || asksToDestroy(dialog, trouble + "Register the driver all the same?", kTitle);
+    return trouble.empty() || asksToDestroy(dialog, trouble + "Register the driver all the same?", kFormTitle);
 }
 
 void confirm(HWND dialog) {
@@ -98,7 +98,7 @@ void confirm(HWND dialog) {
         why = {model::Reason::Kind::incomplete, "The driver has no library",
                "Name it, such as /usr/lib/odbc/libsqlite3odbc.so."};
     if (why) {
-        say(dialog, sentenceOf(why), kTitle, MB_OK | MB_ICONEXCLAMATION);
+        say(dialog, sentenceOf(why), kFormTitle, MB_OK | MB_ICONEXCLAMATION);
         return;
     }
     if (!isWanted(dialog, configuration, wish))
@@ -106,10 +106,10 @@ void confirm(HWND dialog) {
     const model::ChangeResult result =
         model::registerEntry(configuration, model::kDriverKind, wish, model::WhenPresent::change, model::ChangeWay());
     if (!result.isDone()) {
-        say(dialog, "The driver was not entered. " + sentenceOf(result.reason), kTitle, MB_OK | MB_ICONSTOP);
+        say(dialog, "The driver was not entered. " + sentenceOf(result.reason), kFormTitle, MB_OK | MB_ICONSTOP);
         return;
     }
-    say(dialog, wish.name + " is registered." + nextStep(wish), kTitle, MB_OK);
+    say(dialog, wish.name + " is registered." + nextStep(wish), kFormTitle, MB_OK);
     JXW_EndDialog(dialog, 1);
 }
 

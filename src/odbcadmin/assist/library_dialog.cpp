@@ -24,16 +24,16 @@ struct Watched {
 // One inside another; the last one may have no handle yet.
 thread_local std::vector<Watched> watched;
 
-Watched* find(HWND dialog) {
+Watched* watchedDialog(HWND dialog) {
     const auto found =
         std::find_if(watched.rbegin(), watched.rend(), [&](const Watched& each) { return each.dialog == dialog; });
     return found == watched.rend() ? nullptr : &*found;
 }
 
 unsigned int watch(HWND dialog, int message, int wparam, uintptr_t lparam) {
-    if (message == WM_INITDIALOG && find(dialog) == nullptr)
+    if (message == WM_INITDIALOG && watchedDialog(dialog) == nullptr)
         watched.back().dialog = dialog;
-    const Watched* found = find(dialog);
+    const Watched* found = watchedDialog(dialog);
     if (found == nullptr)
         return 0;
     const Watched each = *found;  // the list may move while a dialog opens others
@@ -60,7 +60,7 @@ int32_t showLibraryDialog(HWND owner, unsigned short templateId, JxwProcedure pr
 }
 
 void refillLibraryDialog(HWND dialog) {
-    if (const Watched* found = find(dialog)) {
+    if (const Watched* found = watchedDialog(dialog)) {
         const Watched each = *found;
         each.procedure(dialog, WM_INITDIALOG, 0, reinterpret_cast<uintptr_t>(each.record));
     }

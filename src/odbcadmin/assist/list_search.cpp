@@ -29,7 +29,7 @@ std::u32string lowered(std::string_view text) {
 enum class Match { begins, holds };
 
 // The first row from begin on, round the end of the list, that matches; -1 when none does.
-int rowOf(HWND dialog, int index, const JxwControlInfo& list, int begin, const std::string& text, Match match) {
+int matchingRow(HWND dialog, int index, const JxwControlInfo& list, int begin, const std::string& text, Match match) {
     const std::u32string sought = lowered(text);
     for (int i = 0; i < list.rowCount; ++i) {
         const int row = (begin + i) % list.rowCount;
@@ -55,7 +55,7 @@ void ListSearch::close() {
 std::string ListSearch::openSearch(HWND dialog, int index, const JxwControlInfo& list) {
     if (typed_.empty())
         return "Search: _   Enter or Escape ends it";
-    const int row = rowOf(dialog, index, list, std::max(list.selection, 0), typed_, Match::holds);
+    const int row = matchingRow(dialog, index, list, std::max(list.selection, 0), typed_, Match::holds);
     if (row >= 0)
         JXW_UserSelect(dialog, list.id, row);
     return "Search: " + typed_ + (row < 0 ? "   no row holds this" : "_");
@@ -85,7 +85,7 @@ std::string ListSearch::type(HWND dialog, int index, const JxwControlInfo& list,
     const bool isRepeated = typed_ == text;
     const std::string sought = isRepeated ? typed_ : typed_ + text;
     const int begin = isRepeated || typed_.empty() ? list.selection + 1 : std::max(list.selection, 0);
-    const int row = rowOf(dialog, index, list, begin, sought, Match::begins);
+    const int row = matchingRow(dialog, index, list, begin, sought, Match::begins);
     if (row < 0)
         return "No row begins with \"" + sought + "\". Alt and a marked letter presses a button; / searches.";
     typed_ = sought;

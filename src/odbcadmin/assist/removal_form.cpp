@@ -13,7 +13,7 @@ namespace jx::assist {
 
 namespace {
 
-constexpr const char* kTitle = "Remove a Driver";
+constexpr const char* kRemovalTitle = "Remove a Driver";
 constexpr std::size_t kNamesShown = 5;
 
 std::string users(const model::Configuration& configuration, const std::string& driver) {
@@ -52,7 +52,7 @@ void unregister(HWND dialog, const std::string& driver) {
     const model::ChangeResult result =
         model::unregisterEntry(model::Configuration::read(), model::kDriverKind, driver, model::ChangeWay());
     if (!result.isDone())
-        say(dialog, "The driver was not removed. " + sentenceOf(result.reason), kTitle, MB_OK | MB_ICONSTOP);
+        say(dialog, "The driver was not removed. " + sentenceOf(result.reason), kRemovalTitle, MB_OK | MB_ICONSTOP);
     else
         JXW_EndDialog(dialog, static_cast<int>(Removal::unregistered));
 }

@@ -20,7 +20,7 @@ namespace jx::assist {
 
 namespace {
 
-constexpr const char* kTitle = "Data Sources";
+constexpr const char* kSourcesTitle = "Data Sources";
 constexpr std::size_t kLongestName = 49;
 
 // Why the installer said no, if it was not the user who did: the reason of the store, or of the loader.
@@ -34,14 +34,14 @@ std::string whyRefused() {
 bool configure(HWND dialog, WORD request, const ChosenSource& source, const char* failure) {
     const auto configureDataSource = trial::installerFunction<decltype(&SQLConfigDataSource)>("SQLConfigDataSource");
     if (configureDataSource == nullptr) {
-        say(dialog, trial::installerTrouble(), kTitle, MB_OK | MB_ICONSTOP);
+        say(dialog, trial::installerTrouble(), kSourcesTitle, MB_OK | MB_ICONSTOP);
         return false;
     }
     const std::string attributes = "DSN=" + source.name + '\0';
     if (configureDataSource(dialog, request, source.driver.c_str(), attributes.c_str()) != FALSE)
         return true;
     if (const std::string why = whyRefused(); !why.empty())
-        say(dialog, std::string(failure) + " " + why, kTitle, MB_OK | MB_ICONSTOP);
+        say(dialog, std::string(failure) + " " + why, kSourcesTitle, MB_OK | MB_ICONSTOP);
     return false;
 }
 
@@ -52,14 +52,15 @@ bool isDriverTooLong(HWND dialog, const ChosenSource& source) {
         "The name of its driver, " + source.driver + ", has " + std::to_string(source.driver.size()) +
             " bytes; the installer takes at most 49. Give the driver a shorter name in " +
             model::pathOf(nameOf(model::FileKind::drivers)) + ".",
-        kTitle, MB_OK | MB_ICONEXCLAMATION);
+        kSourcesTitle, MB_OK | MB_ICONEXCLAMATION);
     return true;
 }
 
 void removeEntries(HWND dialog, const ChosenSource& source) {
     const model::ChangeResult result = model::removeDataSources({source.name}, model::ChangeWay());
     if (!result.isDone())
-        say(dialog, "The data source was not removed. " + sentenceOf(result.reason), kTitle, MB_OK | MB_ICONSTOP);
+        say(dialog, "The data source was not removed. " + sentenceOf(result.reason), kSourcesTitle,
+            MB_OK | MB_ICONSTOP);
 }
 
 // The installer knows a data source by its section.
@@ -124,7 +125,7 @@ bool isStillThere(HWND dialog, const ChosenSource& source) {
               " any more: another program has removed or renamed it. The list is read again.";
     if (why.empty())
         return true;
-    say(dialog, why, kTitle, MB_OK | MB_ICONEXCLAMATION);
+    say(dialog, why, kSourcesTitle, MB_OK | MB_ICONEXCLAMATION);
     refillList(dialog);
     return false;
 }
@@ -146,7 +147,7 @@ void setUpSource(HWND dialog, const ChosenSource& source) {
             "The data source " + source.name + " is in the list, but has no section in " +
                 model::pathOf(nameOf(model::FileKind::dataSources)) +
                 ": there is nothing to set up. Delete it and add it anew.",
-            kTitle, MB_OK | MB_ICONEXCLAMATION);
+            kSourcesTitle, MB_OK | MB_ICONEXCLAMATION);
         return;
     }
     configure(dialog, ODBC_CONFIG_DSN, source, "The data source was not set up.");
@@ -162,7 +163,7 @@ void removeSource(HWND dialog, const ChosenSource& source) {
                        "Remove the data source \"" + source.name +
                            "\"?\nIts settings are deleted and cannot be restored." +
                            (isAlone ? "\nNo setup library takes part: its entries in " + path + " are removed." : ""),
-                       kTitle))
+                       kSourcesTitle))
         return;
     if (isAlone)
         removeEntries(dialog, source);

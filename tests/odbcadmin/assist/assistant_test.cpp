@@ -5,10 +5,14 @@
 #include <gtest/gtest.h>
 #include <jxfiles.h>
 #include <odbcinst.h>
+#include <text_ids.h>
+
+#include <filesystem>
 
 #include "dialog_dump.h"
 #include "odbcadmin/assist/driver_form.h"
 #include "odbcadmin/assist/driver_lists.h"
+#include "odbcadmin/assist/library_text.h"
 #include "scripted_user.h"
 #include "test_home.h"
 
@@ -71,6 +75,21 @@ Data sources: Data
 
 The installer ends with: Installation was aborted.)");
     EXPECT_EQ(assistant_.boxText("Something else."), "Something else.");
+}
+
+TEST_F(AssistantTest, ABoxAboutADataSourceThatWasNotChangedNamesFileAndReason) {
+    SQLValidDSN("x");  // the library and its texts are there
+    const std::string text = libraryText(JxTextRemoveFailed);
+    assistant_.beforeAction();
+    home_.put(".odbc.ini", "[ODBC Data Sources]\nSales=Mine\n");
+    EXPECT_TRUE(SQLWritePrivateProfileString("Sales", "Key", "value", ".odbc.ini"));
+    EXPECT_EQ(assistant_.boxText(text), text);
+    std::filesystem::create_directory(home_.file(".odbc.ini.jxlock"));
+    EXPECT_FALSE(SQLRemoveDSNFromIni("Sales"));
+    EXPECT_EQ(assistant_.boxText("Of a driver."), "Of a driver.");
+    EXPECT_EQ(assistant_.boxText(text), text + "\n\nCannot lock " + home_.file(".odbc.ini.jxlock") +
+                                            ": it is not a lock of this library, and is left alone; move it away. The "
+                                            "file is as it was.");
 }
 
 TEST_F(AssistantTest, ListsOfDriversFollowTheFile) {

@@ -193,7 +193,7 @@ TEST_F(DriverForm, ATildeIsTheHomeDirectory) {
 }
 
 TEST_F(DriverForm, NamesTheNextStepOnlyWhereItCanBeTaken) {
-    const auto nextOf = [this](const std::string& name, const std::string& setup) {
+    const auto nextOf = [](const std::string& name, const std::string& setup) {
         ScriptedUser user({jx::test::call([&](HWND dialog) { registerDriver(dialog); }), type(kFormName, name),
                            type(kFormLibrary, JX_DRIVER), type(kFormSetup, setup), press(IDOK)},
                           {IDOK});
