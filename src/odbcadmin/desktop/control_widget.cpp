@@ -40,8 +40,37 @@ public:
     }
 };
 
+// A field is one line: a line break in what is pasted becomes a blank, one at the end is not meant. Other control
+// characters go.
+std::string asLine(std::string text) {
+    while (!text.empty() && (text.back() == '\r' || text.back() == '\n'))
+        text.pop_back();
+    std::replace_if(
+        text.begin(), text.end(), [](char each) { return each == '\n' || each == '\r' || each == '\t'; }, ' ');
+    std::erase_if(text, [](char each) { return static_cast<unsigned char>(each) < ' ' || each == '\x7f'; });
+    return text;
+}
+
+template <class Input>
+class Field : public Input {
+public:
+    Field() : Input(0, 0, 0, 0) {}
+
+    int handle(int event) override {
+        if (event != FL_PASTE)
+            return Input::handle(event);
+        const std::string line = asLine({Fl::event_text(), static_cast<std::size_t>(Fl::event_length())});
+        this->replace(this->position(), this->mark(), line.c_str(), static_cast<int>(line.size()));
+        return 1;
+    }
+};
+
 Fl_Widget* newField(const JxwControlInfo& control) {
-    Fl_Widget* field = (control.flags & JXW_PASSWORD) != 0 ? new Fl_Secret_Input(0, 0, 0, 0) : new Fl_Input(0, 0, 0, 0);
+    Fl_Widget* field = nullptr;
+    if ((control.flags & JXW_PASSWORD) != 0)
+        field = new Field<Fl_Secret_Input>;
+    else
+        field = new Field<Fl_Input>;
     field->when(FL_WHEN_CHANGED);
     return field;
 }

@@ -393,6 +393,12 @@ bool DialogWindow::takeListKey(int key, unsigned int state) {
     return true;
 }
 
+// Whether a caret stands in a field; of one that the user has just come to, all is selected.
+bool DialogWindow::isTyping() const {
+    const auto* field = dynamic_cast<const Fl_Input*>(Fl::focus());
+    return field != nullptr && field->position() == field->mark();
+}
+
 bool DialogWindow::takeKey(int key, unsigned int state) {
     told_ = false;
     if (takeListKey(key, state))
@@ -415,6 +421,8 @@ bool DialogWindow::takeKey(int key, unsigned int state) {
             calls_.cancelling();
         if (meaning == JXW_KEY_ENTER)
             calls_.working("");
+        if (meaning == JXW_KEY_NEXT && isTyping() && assist::completePath(handle))
+            return;
         if (meaning != JXW_KEY_NEXT || !assist::completePath(handle))
             JXW_UserKey(handle, meaning);
     });

@@ -180,6 +180,55 @@ until_true gone 'Register a Driver'
 find_window 'Data Sources'
 finish
 
+echo "-- Ctrl-C in a message copies the chosen word, else all of it"
+begin_with Alpha
+press F1
+find_window Help
+xdotool mousemove --window "$window" 90 28 click --repeat 2 --delay 20 1
+press ctrl+c Escape
+until_true gone Help
+find_window 'Data Sources'
+press alt+o
+find_window Options
+press alt+f ctrl+a ctrl+v Return
+until_true grep -qx 'TraceFile=Data' "$HOME/.odbc.ini"
+until_true gone Options
+find_window 'Data Sources'
+press alt+e
+find_window '.*ODBC Admin'
+press ctrl+c Escape
+until_true gone '.*ODBC Admin'
+find_window 'Data Sources'
+press alt+o
+find_window Options
+press alt+f ctrl+a ctrl+v Return
+until_true grep -qx 'TraceFile=Remove the data source "Alpha"? Its settings are deleted and cannot be restored.' "$HOME/.odbc.ini"
+until_true gone Options
+find_window 'Data Sources'
+finish
+
+echo "-- Tab completes a path, and goes on where there is nothing to complete"
+mkdir "$HOME/drivers"
+: >"$HOME/drivers/libsample.so"
+begin_with Alpha
+press F2
+find_window 'Register a Driver'
+press alt+n
+type_text Completed
+press Tab ctrl+a
+type_text "$HOME/dri"
+press Tab
+type_text lib
+press Tab Tab ctrl+a BackSpace Return
+find_box 'Register a Driver'
+press y
+until_true grep -qx "Driver=$HOME/drivers/libsample.so" "$HOME/.odbcinst.ini"
+find_box 'Register a Driver'
+press Return
+until_true gone 'Register a Driver'
+find_window 'Data Sources'
+finish
+
 echo "-- text that is pasted presses nothing, on a list and in a question"
 begin_with Alpha Beta
 press F2

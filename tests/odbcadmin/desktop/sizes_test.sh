@@ -52,6 +52,22 @@ until_true gone 'ODBC Drivers'
 find_window 'Data Sources'
 finish
 
+echo "-- a dialog opens again in the size that the user gave it"
+start
+press alt+r
+find_window 'ODBC Drivers'
+resize_to 700 500
+press Escape
+until_true gone 'ODBC Drivers'
+find_window 'Data Sources'
+press alt+r
+find_window 'ODBC Drivers'
+is_size 700 500 || fail "it is $WIDTH $HEIGHT"
+press Escape
+until_true gone 'ODBC Drivers'
+find_window 'Data Sources'
+finish
+
 echo "-- 200 rows on a large screen: a click far below chooses a row behind the 200th"
 open_display 1200x4200
 # shellcheck disable=SC2046
