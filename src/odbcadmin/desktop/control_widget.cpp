@@ -124,7 +124,7 @@ std::string RowList::drawn(const std::string& row) const {
     return end < row.size() ? row.substr(0, end) + "..." : row;
 }
 
-void RowList::show(const std::vector<std::string>& rows) {
+void RowList::setRows(const std::vector<std::string>& rows) {
     if (rows == rows_)
         return;
     rows_ = rows;

@@ -21,7 +21,7 @@ public:
     int rowsShown() const;
 
     // Shows these rows. Of a row that is longer than a screen can draw, the begin.
-    void show(const std::vector<std::string>& rows);
+    void setRows(const std::vector<std::string>& rows);
 
     // Scrolls until the chosen row can be seen.
     void revealChosen();

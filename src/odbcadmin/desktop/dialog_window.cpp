@@ -244,9 +244,10 @@ void DialogWindow::hear(int index) {
 void DialogWindow::syncList(int index, const JxwControlInfo& control) {
     RowList& list = listAt(index);
     std::vector<std::string> rows;
+    rows.reserve(static_cast<std::size_t>(std::max(control.rowCount, 0)));
     for (int row = 0; row < control.rowCount; ++row)
         rows.emplace_back(JXW_GetRow(dialog_, index, row));
-    list.show(rows);
+    list.setRows(rows);
     if (list.value() != control.selection + 1) {
         list.value(control.selection + 1);
         list.revealChosen();
