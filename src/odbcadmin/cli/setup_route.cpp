@@ -73,12 +73,12 @@ Reason reasonOf(const trial::SetupReport& report, const model::Registered& drive
 }
 
 // Keys that were asked for and are not as they should be.
-struct Compared {
+struct StoredKeys {
     std::vector<std::string> missing, otherwise;
 };
 
-Compared compare(const SetupWork& work, const std::optional<DataSource>& before, const DataSource& after) {
-    Compared compared;
+StoredKeys compareStored(const SetupWork& work, const std::optional<DataSource>& before, const DataSource& after) {
+    StoredKeys compared;
     for (const auto& [key, value] : work.attributes) {
         const std::string stored = valueOf(after, key);
         if (stored == value)
@@ -105,7 +105,7 @@ Reason look(const model::Registered& driver, const SetupWork& work, const Config
         return source ? notDone(driver, work, "it is still in " + source->file->path) : Reason();
     if (!source)
         return notDone(driver, work, "it is not in " + after.file(model::FileKind::dataSources).path);
-    const Compared compared = compare(work, before.dataSource(work.dataSource), *source);
+    const StoredKeys compared = compareStored(work, before.dataSource(work.dataSource), *source);
     if (!compared.otherwise.empty())
         remarks.push_back("the setup library stored in its own way: " + model::joined(compared.otherwise));
     if (!compared.missing.empty())
