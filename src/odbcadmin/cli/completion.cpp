@@ -129,6 +129,11 @@ void addFromConfiguration(std::string_view kind, const Position& at, const std::
     if (kind == Complete::keysOfDsn && !at.operands.empty())
         if (const auto source = configuration.dataSource(at.operands.front()))
             addKeys(source->section, beginning, found);
+    for (const auto& [keys, registered] : {std::pair{Complete::keysOfDriver, &model::kDriverKind},
+                                           std::pair{Complete::keysOfTranslator, &model::kTranslatorKind}})
+        if (kind == keys && !at.operands.empty())
+            if (const auto entry = configuration.find(*registered, at.operands.front()))
+                addKeys(entry->section, beginning, found);
 }
 
 // The word that a shell must complete by itself is asked for by a line of its own.

@@ -183,21 +183,34 @@ Findings checkTexts(const Configuration& configuration, const std::string& syste
     Findings findings = checkFiles(model::configPlaces(systemFolder));
     for (const FileKind kind : {FileKind::dataSources, FileKind::drivers})
         for (const model::ConfigFile* file : configuration.files(kind))
-            append(findings, checkSyntax(file->path));
+            append(findings, checkSyntaxOf(file->path, file->view));
     return findings;
+}
+
+// What the names say, without what only follows from a header that is not closed.
+static void appendNames(Findings& findings, const Findings& names, const Configuration& configuration) {
+    append(findings, holdsCheck(findings, check::kUnclosed) ? withoutFollowers(names, configuration) : names);
 }
 
 // Files, lines and names.
 static Findings checkAllTexts(const Selection& selection, const Configuration& configuration,
                               const std::string& systemFolder) {
     Findings findings = checkTexts(configuration, systemFolder);
-    const Findings names = checkNames(selection, configuration, systemFolder);
-    append(findings, holdsCheck(findings, check::kUnclosed) ? withoutFollowers(names, configuration) : names);
+    appendNames(findings, checkNames(selection, configuration, systemFolder), configuration);
     return findings;
 }
 
 Findings lint(const Configuration& configuration, const std::string& systemFolder) {
     return checkAllTexts(select(configuration, {}), configuration, systemFolder);
+}
+
+Findings lintTexts(const Configuration& configuration, const std::string& systemFolder) {
+    Findings findings;
+    for (const FileKind kind : {FileKind::dataSources, FileKind::drivers})
+        for (const model::ConfigFile* file : configuration.files(kind))
+            append(findings, checkSyntaxOf(file->path, file->view));
+    appendNames(findings, checkNames(select(configuration, {}), configuration, systemFolder), configuration);
+    return findings;
 }
 
 Findings examineDrivers(const std::vector<Registered>& drivers, const ExaminationOptions& options) {

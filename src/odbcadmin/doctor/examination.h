@@ -33,6 +33,9 @@ Findings checkTexts(const model::Configuration& configuration, const std::string
 // The first three alone: nothing is loaded, no library is looked at.
 Findings lint(const model::Configuration& configuration, const std::string& systemFolder = "/etc");
 
+// The same of the texts that were read, wherever they came from: lines and names, nothing about the files as such.
+Findings lintTexts(const model::Configuration& configuration, const std::string& systemFolder = "/etc");
+
 // The libraries of the given drivers, and the keys that name them.
 Findings examineDrivers(const std::vector<model::Registered>& drivers, const ExaminationOptions& options);
 

@@ -2,6 +2,7 @@
 #include "odbcadmin/doctor/file_checks.h"
 
 #include <fcntl.h>
+#include <jxini.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -10,10 +11,11 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <memory>
+#include <unordered_map>
 
 #include "odbcadmin/doctor/checks.h"
 #include "odbcadmin/doctor/file_rights.h"
-#include "odbcadmin/model/ini_view.h"
 #include "odbcadmin/model/text.h"
 #include "odbcadmin/trial/owned_descriptor.h"
 #include "rules/secrets.h"
@@ -114,14 +116,32 @@ void checkAbsent(const std::string& variable, int error, const Subject& file) {
                   "Nothing needs to be done; the first write makes it.");
 }
 
+// A file has few different keys: each is judged once.
+class SecretKeys {
+public:
+    bool holdIn(std::string_view key, std::string_view value) {
+        const auto [place, isNew] = known_.try_emplace(std::string(key));
+        if (isNew)
+            place->second = rules::isSecretKey(key);
+        if (place->second || value.empty())
+            return !value.empty();
+        const bool mayHold = value.find('=') != std::string_view::npos || value.find("://") != std::string_view::npos;
+        return mayHold && rules::masked(key, value) != value;
+    }
+
+private:
+    std::unordered_map<std::string, bool> known_;
+};
+
 bool holdsSecret(const std::string& path) {
-    const auto view = model::IniView::read(path);
-    const auto isSecret = [](const model::IniEntry& entry) {
-        return rules::masked(entry.key, entry.value) != entry.value;
-    };
-    return view && std::any_of(view->sections().begin(), view->sections().end(), [&](const auto& section) {
-               return std::any_of(section.entries.begin(), section.entries.end(), isSecret);
-           });
+    const std::unique_ptr<JxIniText, void (*)(JxIniText*)> text(jxIniRead(path.c_str()), jxIniRelease);
+    SecretKeys keys;
+    JxIniPiece piece;
+    for (std::size_t i = 0; jxIniPieceAt(text.get(), i, &piece) != 0; ++i)
+        if (piece.kind == JxIniEntry && piece.value != nullptr &&
+            keys.holdIn({piece.name, piece.nameLength}, {piece.value, piece.valueLength}))
+            return true;
+    return false;
 }
 
 void checkRights(mode_t mode, const Subject& file) {

@@ -252,7 +252,7 @@ $ odbcadmin --json dsn test Sales
 }
 [11]
 $ printf 'text\n' >text.so
-$ odbcadmin driver ensure Text --lib "$PWD/text.so"
+$ odbcadmin driver ensure Text --lib "$PWD/text.so" --no-setup
 Added driver Text
 ! odbcadmin: the library ~/text.so cannot be used; odbcadmin driver check tells why
 $ odbcadmin dsn add T --driver Text
