@@ -165,9 +165,8 @@ JX_EXPORT size_t jxIniLine(JxIniView* view, const char* section, const char* key
 /* Several changes of one file that happen together or not at all. */
 typedef struct JxIniChange JxIniChange;
 
-/* How long the calling thread's writes wait for the lock of a file, whatever function they go through: 10000
- * milliseconds, until it sets another time here. 0: they fail at once when another writer has the lock. Returns the
- * time that was set before; or -1, and changes nothing, when milliseconds is negative or memory is short. */
+/* How long the thread's writes wait for a file's lock: 10000 milliseconds, until it sets another time; with 0 they fail
+ * at once. Returns the time before; -1, and no change, when the new one is negative or memory is short. */
 JX_EXPORT long jxIniSetLockWait(long milliseconds);
 
 /* Locks the file, waiting at most 10 seconds (or as jxIniSetLockWait says), and reads it; an absent one is empty. Null
@@ -195,8 +194,8 @@ typedef struct JxIniSetting {
  * the settings, not with both multiplied. 1, or 0 as jxIniSet; settings may be null when count is 0. */
 JX_EXPORT int jxIniSetAll(JxIniChange* change, const JxIniSetting* settings, size_t count);
 
-/* Makes length bytes the file's whole text, as an editor does; bytes may be null when length is 0. Nothing reaches the
- * disk yet. 1, or 0 when memory is short, change is null, or bytes is null for another length. */
+/* Makes length bytes the file's whole text, as an editor does. Nothing reaches the disk yet. 1, or 0 when memory is
+ * short or change is null; bytes may be null when length is 0. */
 JX_EXPORT int jxIniReplace(JxIniChange* change, const char* bytes, size_t length);
 
 /* The file's text as it was read, and with the changes so far, each followed by a NUL; length may be null. The change

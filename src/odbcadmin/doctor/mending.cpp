@@ -152,6 +152,9 @@ std::string MovedLibraries::placeOf(const std::string& path) const {
 }
 
 Mending mend(std::string_view text, Holds holds, const MovedLibraries& libraries) {
+    // In UTF-16 no byte is what it looks like.
+    if (text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF"))
+        return {std::string(text), {}};
     return Mender(text, holds, libraries).run();
 }
 

@@ -51,6 +51,14 @@ Reason whyNotThere(const Configuration& configuration, const RegisteredKind& kin
     return configuration.find(kind, name) ? Reason() : noneRegistered(configuration, kind, name);
 }
 
+// What another file has, or another program removed since the configuration was read, is not made anew by a change.
+Reason whyNotIn(const IniView& file, const RegisteredKind& kind, const std::string& name) {
+    if (file.section(name) != nullptr || file.find(kind.list, name) != nullptr)
+        return {};
+    return {Kind::notFound, "There is no " + std::string(kind.word) + " " + name + " in " + pathOf(rules::kDriverFile),
+            "See odbcadmin " + std::string(kind.word) + " list."};
+}
+
 Reason whyNotSet(const RegisteredKind& kind, const Pairs& keys) {
     for (const auto& [key, value] : keys) {
         Reason reason = whyHidden(key, value);
@@ -81,6 +89,7 @@ ChangeResult renameInDrivers(const Registered& entry, const RegisteredKind& kind
                              const ChangeWay& way) {
     FileChange change(rules::kDriverFile, way);
     const IniView& before = change.before();
+    change.fail(whyNotIn(before, kind, entry.name));
     if (!rules::sameName(entry.name, to))
         change.fail(alreadyThere(before, kind, to));
     Pairs keys;
@@ -169,6 +178,7 @@ ChangeResult setRegisteredKeys(const Configuration& configuration, const Registe
     if (Reason reason = whyNotSet(kind, keys))
         return {std::move(reason)};
     FileChange change(rules::kDriverFile, way);
+    change.fail(whyNotIn(change.before(), kind, name));
     change.set(name, keys);
     return change.finish();
 }
@@ -178,6 +188,7 @@ ChangeResult unsetRegisteredKeys(const Configuration& configuration, const Regis
     if (Reason reason = whyNotThere(configuration, kind, name))
         return {std::move(reason)};
     FileChange change(rules::kDriverFile, way);
+    change.fail(whyNotIn(change.before(), kind, name));
     for (const std::string& key : keys) {
         if (rules::sameName(rules::trimmed(key), kind.key))
             change.fail({Kind::refused, std::string("A ") + kind.word + " cannot be without its library",

@@ -36,13 +36,13 @@ Fixed ~/.odbc.ini:4: the quotes around the value of Driver
 Fixed ~/.odbc.ini: the carriage returns at the ends of 5 lines
 warning names.relative-path data source Sales
   ~/.odbc.ini:4: Driver is "libplain.so", which the loader looks for where it looks for libraries.
-  Give the full path of the library.
+  Give the full path of the library; odbcadmin driver scan shows those that are there.
 warning names.stale-path data source Sales
   ~/.odbc.ini:4: Driver is libplain.so; the driver Plain has /opt/libplain.so (~/.odbcinst.ini:5).
-  Enter the driver's path, unless the other is meant.
+  Unless the other is meant, enter the driver's: odbcadmin dsn ensure Sales --driver Plain
 note names.no-setup-key driver Plain
   ~/.odbcinst.ini:4: the section has no value for Setup, so programs cannot add or change its data sources.
-  Name its setup library there; libjxsetup.so does for drivers that bring none.
+  Name its setup library; if it brings none: odbcadmin driver ensure Plain --lib /opt/libplain.so --setup libjxsetup.so
 0 errors, 2 warnings, 1 note.
 $ cat .odbc.ini
 [ODBC Data Sources]

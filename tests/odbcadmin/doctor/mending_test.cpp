@@ -50,6 +50,8 @@ TEST_F(MendingTest, MendsWhatHasOneWayAndNothingElse) {
         {"[A]\nDriver=libx.so\n; \"c\" \n\n x\n", "[A]\nDriver=libx.so\n; \"c\" \n\n x\n", ""},
         {"\xEF\xBB\xBF[A]\nx=1", "[A]\nx=1", "1 the byte order mark\n"},
         {"\xEF\xBB\xBF", "", "1 the byte order mark\n"},
+        {"\xFF\xFE[A]\r\n", "\xFF\xFE[A]\r\n", ""},
+        {"\xFE\xFF[A]\r\n", "\xFE\xFF[A]\r\n", ""},
         {"[A]\r\nx= 1 \r\n\r\ny=2\n", "[A]\nx= 1 \n\ny=2\n", "0 the carriage returns at the ends of 3 lines\n"},
         {"[A]\r\r\nx=1\r", "[A]\nx=1", "0 the carriage returns at the ends of 2 lines\n"},
         {"[A]\nx=1\ry\n", "[A]\nx=1\ry\n", ""},

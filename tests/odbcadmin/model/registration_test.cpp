@@ -149,5 +149,20 @@ TEST_F(RegistrationTest, WhatHasAForbiddenNameAlreadyCanBeChangedAndRemoved) {
               "refused: No driver can be called \"A;B\": it holds one of []{};=\"\\ | Choose another name.");
 }
 
+// Another program removed it after the configuration was read.
+TEST_F(RegistrationTest, WhatIsGoneMeanwhileIsNotMadeAnew) {
+    const Configuration configuration = Configuration::read();
+    home_.put(".odbcinst.ini", "[ODBC Drivers]\n");
+    const ChangeWay way;
+    for (const ChangeResult& result : {setRegisteredKeys(configuration, kDriverKind, "Plain", {{"a", "b"}}, way),
+                                       unsetRegisteredKeys(configuration, kDriverKind, "Plain", {"FileUsage"}, way),
+                                       renameRegistered(configuration, kDriverKind, "Plain", "Other", way)}) {
+        EXPECT_EQ(result.reason.kind, Reason::Kind::notFound);
+        EXPECT_TRUE(result.files.empty());
+    }
+    EXPECT_EQ(drivers(), "[ODBC Drivers]\n");
+    EXPECT_EQ(sources(), kSources);
+}
+
 }  // namespace
 }  // namespace jx::model::test
