@@ -3,10 +3,12 @@
 cell_width=9
 cell_height=18
 
+# The quotes keep "&" from standing for what was found.
 escaped() {
-    local text=${1//&/&amp;}
-    text=${text//</&lt;}
-    printf '%s' "${text//>/&gt;}"
+    local text=${1//&/'&amp;'}
+    text=${text//</'&lt;'}
+    text=${text//>/'&gt;'}
+    printf '%s' "$text"
 }
 
 # Sets what follows in the picture: foreground, background, weight, decoration, opacity.

@@ -9,19 +9,24 @@ namespace {
 
 constexpr int kMargin = 1;
 
+std::string lastWord(const std::string& label) {
+    return label.substr(label.rfind(' ') + 1);
+}
+
 }  // namespace
 
-std::vector<KeyBar::Item> KeyBar::itemsOf(Hints hints, const std::vector<assist::FunctionKey>& keys) {
+std::vector<KeyBar::Item> KeyBar::itemsOf(Form form, const std::vector<assist::FunctionKey>& keys) {
     std::vector<Item> items;
-    if (hints == Hints::whole)
+    if (form == Form::whole)
         items = {{"Tab", "next", Key::tab},
                  {"Arrows", "choose", Key::none},
                  {"Enter", "<button>", Key::enter},
                  {"Esc", "leave", Key::escape}};
-    else if (hints == Hints::shortened)
+    else if (form == Form::shortHints)
         items = {{"Tab", "", Key::tab}, {"Enter", "", Key::enter}, {"Esc", "", Key::escape}};
     for (const assist::FunctionKey& key : keys)
-        items.push_back({"F" + std::to_string(key.number), key.label, functionKey(key.number)});
+        items.push_back({"F" + std::to_string(key.number), form == Form::shortLabels ? lastWord(key.label) : key.label,
+                         functionKey(key.number)});
     return items;
 }
 
@@ -37,10 +42,10 @@ int KeyBar::place(std::vector<Item>& items, int gap, Charset charset) {
 }
 
 KeyBar::KeyBar(const std::vector<assist::FunctionKey>& keys, int columns, Charset charset) {
-    constexpr std::pair<Hints, int> kForms[] = {
-        {Hints::whole, 2}, {Hints::shortened, 2}, {Hints::shortened, 1}, {Hints::none, 2}, {Hints::none, 1}};
-    for (const auto& [hints, gap] : kForms) {
-        items_ = itemsOf(hints, keys);
+    constexpr std::pair<Form, int> kForms[] = {{Form::whole, 2},   {Form::shortHints, 2}, {Form::shortHints, 1},
+                                               {Form::noHints, 2}, {Form::noHints, 1},    {Form::shortLabels, 1}};
+    for (const auto& [form, gap] : kForms) {
+        items_ = itemsOf(form, keys);
         if (place(items_, gap, charset) <= columns)
             return;
     }

@@ -11,7 +11,7 @@
 namespace jx::terminal {
 
 // KeyBar: which keys the line names and where, as many as fit: hints about Tab, Enter and Escape give way to function
-// keys, and the last function keys give way to the first ones.
+// keys, then labels are cut down to their last word, then the last function keys give way to the first ones.
 //
 //     const KeyBar bar(assistant.functionKeys(dialog), part.columns, charset);
 //     bar.paint(canvas, part);
@@ -34,9 +34,9 @@ private:
         int column = 0;
         int columns = 0;
     };
-    enum class Hints { whole, shortened, none };
+    enum class Form { whole, shortHints, noHints, shortLabels };
 
-    static std::vector<Item> itemsOf(Hints hints, const std::vector<assist::FunctionKey>& keys);
+    static std::vector<Item> itemsOf(Form form, const std::vector<assist::FunctionKey>& keys);
     static int place(std::vector<Item>& items, int gap, Charset charset);
 
     std::vector<Item> items_;

@@ -34,14 +34,16 @@ TEST(KeyBar, NamesAsManyKeysAsFitTheFirstOnesBeforeTheLastOnes) {
         {kTwo, 40, " Tab Enter Esc F1 help F2 new driver"},
         {kTwo, 30, " F1 help  F2 new driver"},
         {kTwo, 23, " F1 help F2 new driver"},
-        {kTwo, 22, " F1 help"},
+        {kTwo, 22, " F1 help F2 driver"},
+        {kTwo, 18, " F1 help"},
         {kTwo, 5, " F1 h"},
         {kTwo, 1, ""},
         {kTwo, 0, ""},
         {kEight, 120,
          " Tab  Enter  Esc  F1 help  F2 new driver  F3 test  F4 view  F5 reload  F6 copy  F7 rename  F8 filter"},
         {kEight, 80, " F1 help F2 new driver F3 test F4 view F5 reload F6 copy F7 rename F8 filter"},
-        {kEight, 40, " F1 help F2 new driver F3 test F4 view"},
+        {kEight, 76, " F1 help F2 driver F3 test F4 view F5 reload F6 copy F7 rename F8 filter"},
+        {kEight, 40, " F1 help F2 driver F3 test F4 view"},
         {{}, 80, " Tab next  Arrows choose  Enter <button>  Esc leave"},
     };
     for (const auto& row : rows) {

@@ -61,6 +61,13 @@ std::vector<Step> typed(const std::string& text) {
     return steps;
 }
 
+std::string manySources(int count) {
+    std::string text = "[ODBC Data Sources]\n";
+    for (int i = 0; i < count; ++i)
+        text += "S" + std::to_string(100 + i) + "=Sample\n";
+    return text;
+}
+
 void ScriptedTerminal::look() {
     then(perform([this] { seen_.push_back(shown_); }));
 }

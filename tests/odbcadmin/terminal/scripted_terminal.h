@@ -33,6 +33,9 @@ Step meanwhile(Step step);
 // Every character of a text, one after another.
 std::vector<Step> typed(const std::string& text);
 
+// A list of data sources S100, S101 and so on, all of the driver Sample.
+std::string manySources(int count);
+
 // ScriptedTerminal: gives the steps in turn; the user is gone after the last one.
 class ScriptedTerminal : public terminal::Terminal {
 public:

@@ -242,7 +242,7 @@ TEST(Signals, ANewSizeIsPaintedAtOnce) {
     ASSERT_TRUE(pty.waitFor("new driver"));
     pty.take();
     pty.resize(60, 20);
-    EXPECT_TRUE(pty.waitFor("new driver"));
+    EXPECT_TRUE(pty.waitFor("help"));
 }
 
 TEST(Mouse, SeveralEventsInOneReadAreTakenInTheirOrder) {
