@@ -12,6 +12,7 @@
 #include <algorithm>
 
 #include "odbcadmin/desktop/scale.h"
+#include "rules/utf8.h"
 
 namespace jx::desktop {
 
@@ -19,6 +20,7 @@ namespace {
 
 constexpr int kLeastHeight = 18;
 constexpr int kMostRaised = 4;
+constexpr int kWidestRow = 30000;
 
 // Text: a label. The toolkit underlines access keys in widgets that take them; a label names the one of its neighbour.
 class Text : public Fl_Box {
@@ -38,8 +40,37 @@ public:
     }
 };
 
+// A field is one line: a line break in what is pasted becomes a blank, one at the end is not meant. Other control
+// characters go.
+std::string asLine(std::string text) {
+    while (!text.empty() && (text.back() == '\r' || text.back() == '\n'))
+        text.pop_back();
+    std::replace_if(
+        text.begin(), text.end(), [](char each) { return each == '\n' || each == '\r' || each == '\t'; }, ' ');
+    std::erase_if(text, [](char each) { return static_cast<unsigned char>(each) < ' ' || each == '\x7f'; });
+    return text;
+}
+
+template <class Input>
+class Field : public Input {
+public:
+    Field() : Input(0, 0, 0, 0) {}
+
+    int handle(int event) override {
+        if (event != FL_PASTE)
+            return Input::handle(event);
+        const std::string line = asLine({Fl::event_text(), static_cast<std::size_t>(Fl::event_length())});
+        this->replace(this->position(), this->mark(), line.c_str(), static_cast<int>(line.size()));
+        return 1;
+    }
+};
+
 Fl_Widget* newField(const JxwControlInfo& control) {
-    Fl_Widget* field = (control.flags & JXW_PASSWORD) != 0 ? new Fl_Secret_Input(0, 0, 0, 0) : new Fl_Input(0, 0, 0, 0);
+    Fl_Widget* field = nullptr;
+    if ((control.flags & JXW_PASSWORD) != 0)
+        field = new Field<Fl_Secret_Input>;
+    else
+        field = new Field<Fl_Input>;
     field->when(FL_WHEN_CHANGED);
     return field;
 }
@@ -82,6 +113,24 @@ int RowList::rowsShown() const {
     int height = 0;
     bbox(x, y, width, height);
     return std::max(1, height / std::max(1, rowHeight()));
+}
+
+// The display counts dots with 16 bits: a longer text would not be drawn at all. No character is wider than high.
+std::string RowList::drawn(const std::string& row) const {
+    const auto most = static_cast<std::size_t>(kWidestRow / textsize());
+    std::size_t end = 0;
+    for (std::size_t count = 0; count < most && end < row.size(); ++count)
+        end += rules::characterAt(row, end).length;
+    return end < row.size() ? row.substr(0, end) + "..." : row;
+}
+
+void RowList::setRows(const std::vector<std::string>& rows) {
+    if (rows == rows_)
+        return;
+    rows_ = rows;
+    clear();
+    for (const std::string& row : rows_)
+        add(drawn(row).c_str());
 }
 
 void RowList::revealChosen() {

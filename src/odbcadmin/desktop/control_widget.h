@@ -20,8 +20,16 @@ public:
     int rowHeight() const { return incr_height(); }
     int rowsShown() const;
 
+    // Shows these rows. Of a row that is longer than a screen can draw, the begin.
+    void setRows(const std::vector<std::string>& rows);
+
     // Scrolls until the chosen row can be seen.
     void revealChosen();
+
+private:
+    std::string drawn(const std::string& row) const;
+
+    std::vector<std::string> rows_;
 };
 
 // Makes the widget for a control in the group that is open; the group owns it. It has no place and no text yet.

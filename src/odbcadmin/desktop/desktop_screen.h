@@ -61,7 +61,8 @@ private:
     std::map<DialogName, Size> sizes_;
     std::unique_ptr<MessageWindow> message_;
     std::deque<std::function<void()>> actions_;
-    TypedAhead typedAhead_{[this] { return !actions_.empty(); }};
+    // A question is answered at once: what is still to be done waits for its end.
+    TypedAhead typedAhead_{[this] { return !actions_.empty() && message_ == nullptr; }};
     assist::Assistant assistant_;
     NoteWorker noteWorker_;
     std::string worker_;

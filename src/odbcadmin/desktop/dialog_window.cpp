@@ -243,14 +243,11 @@ void DialogWindow::hear(int index) {
 
 void DialogWindow::syncList(int index, const JxwControlInfo& control) {
     RowList& list = listAt(index);
-    bool isSame = list.size() == control.rowCount;
-    for (int row = 0; isSame && row < control.rowCount; ++row)
-        isSame = std::strcmp(list.text(row + 1), JXW_GetRow(dialog_, index, row)) == 0;
-    if (!isSame) {
-        list.clear();
-        for (int row = 0; row < control.rowCount; ++row)
-            list.add(JXW_GetRow(dialog_, index, row));
-    }
+    std::vector<std::string> rows;
+    rows.reserve(static_cast<std::size_t>(std::max(control.rowCount, 0)));
+    for (int row = 0; row < control.rowCount; ++row)
+        rows.emplace_back(JXW_GetRow(dialog_, index, row));
+    list.setRows(rows);
     if (list.value() != control.selection + 1) {
         list.value(control.selection + 1);
         list.revealChosen();
@@ -397,6 +394,12 @@ bool DialogWindow::takeListKey(int key, unsigned int state) {
     return true;
 }
 
+// Whether a caret stands in a field; of one that the user has just come to, all is selected.
+bool DialogWindow::isTyping() const {
+    const auto* field = dynamic_cast<const Fl_Input*>(Fl::focus());
+    return field != nullptr && field->position() == field->mark();
+}
+
 bool DialogWindow::takeKey(int key, unsigned int state) {
     told_ = false;
     if (takeListKey(key, state))
@@ -419,6 +422,8 @@ bool DialogWindow::takeKey(int key, unsigned int state) {
             calls_.cancelling();
         if (meaning == JXW_KEY_ENTER)
             calls_.working("");
+        if (meaning == JXW_KEY_NEXT && isTyping() && assist::completePath(handle))
+            return;
         if (meaning != JXW_KEY_NEXT || !assist::completePath(handle))
             JXW_UserKey(handle, meaning);
     });

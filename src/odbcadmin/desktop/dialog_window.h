@@ -78,6 +78,7 @@ private:
     void press(const JxwControlInfo& button);
     void pressAccessKey(int key);
     bool takeListKey(int key, unsigned int state);
+    bool isTyping() const;
     int focusedIndex() const;
     void showHelp(const std::string& text);
 

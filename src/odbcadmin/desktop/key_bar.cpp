@@ -17,8 +17,8 @@ namespace jx::desktop {
 namespace {
 
 constexpr int kKeyHeight = 26;
-constexpr int kKeyMargin = 4;
-constexpr int kKeyPadding = 8;
+constexpr int kKeyMargin = 3;
+constexpr int kKeyPadding = 4;
 constexpr int kKeyTextSize = 12;
 
 int textWidth(const Fl_Widget& button) {

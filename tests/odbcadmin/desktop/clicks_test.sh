@@ -106,6 +106,21 @@ for line in $(seq $((Y + 36)) $((Y + 48))); do colours $((X + 18)) "$line" 100; 
 finish
 xprop -root -remove RESOURCE_MANAGER
 
+echo "-- a value of 8,000 characters can be seen in its list, and is stored whole with what is added to it"
+value=$(printf 'v%.0s' $(seq 8000))
+printf '[ODBC Data Sources]\nSales=SQLite3\n[Sales]\nDriver=/d.so\nLong=%s\n' "$value" >"$HOME/.odbc.ini"
+start
+press Home Return
+find_window 'Data Source Setup'
+for line in $(seq $((Y + 98)) $((Y + 112))); do colours $((X + 20)) "$line" 100; done | grep -q 000000 || fail "there is no text in the list"
+press alt+s Home alt+v End
+type_text '+more'
+press alt+c alt+k Return
+until_true grep -qx "Long=$value+more" "$HOME/.odbc.ini"
+until_true gone 'Data Source Setup'
+find_window 'Data Sources'
+finish
+
 echo "-- --home takes the files of another folder"
 mkdir "$HOME/other"
 mv "$HOME/.odbcinst.ini" "$HOME/other"

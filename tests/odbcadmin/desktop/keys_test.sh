@@ -1,9 +1,10 @@
 #!/bin/bash
 # Keys, the wheel and the double click on the list of xodbcadmin; fields; the key bar.
-# Usage: keys_test.sh XODBCADMIN LIBJXSETUP
+# Usage: keys_test.sh XODBCADMIN LIBJXSETUP CLOSE_WINDOW
 set -eu
 program=$1
 setup=$2
+close_window=$3
 . "$(dirname "$0")/display.sh"
 open_display 900x700
 setxkbmap de  # a keyboard with Ü
@@ -38,15 +39,43 @@ echo "-- End shows the last row at the end of the list, with no empty room below
 # shellcheck disable=SC2086
 begin_with $many
 press End
-click 60 $((HEIGHT - 160))
+click 60 $((HEIGHT - 130))
 remove_chosen
 resize_to 560 480
 press End
 resize_to 560 470
-click 60 $((HEIGHT - 160))
+click 60 $((HEIGHT - 130))
 remove_chosen
 has_source Source079 || fail "the last row does not stand at the end of the list"
 finish
+
+# What the user does while the program is stopped arrives all at once.
+stop() { kill -STOP "$(pgrep -P $running)"; }
+continue_it() { kill -CONT "$(pgrep -P $running)"; }
+
+echo "-- keys that arrive at once are understood one after the other"
+begin_with Alpha Beta Gamma Delta
+stop
+press Home Down Down Up Down Tab
+continue_it
+press shift+Tab
+expect_removed Gamma
+finish
+
+echo "-- a question is answered, whatever else is to be done, but not by a key that was pressed before it was there"
+begin_with Alpha Beta
+stop
+press alt+e y Return
+"$close_window" "$window"
+continue_it
+find_window '.*ODBC Admin'
+press n
+until_true gone '.*ODBC Admin'
+[ "$(sources | wc -l)" -eq 2 ] || fail "$(sources)"
+code=0
+wait $running || code=$?
+running=
+[ $code -eq 0 ] || fail "exit code $code"
 
 echo "-- letters choose a row, in upper or lower case and in other alphabets; the same letter goes on"
 begin_with Alpha beta Zeta Überblick übung
@@ -104,6 +133,23 @@ click 60 150
 expect_removed Beta
 finish
 
+echo "-- the cross in a frame is Cancel, and No in a question"
+begin_with Alpha Beta
+press alt+o
+find_window Options
+press alt+t
+"$close_window" "$window"
+until_true gone Options
+! grep -q Trace "$HOME/.odbc.ini" || fail "the options were stored"
+find_window 'Data Sources'
+press alt+e
+find_window '.*ODBC Admin'
+"$close_window" "$window"
+until_true gone '.*ODBC Admin'
+[ "$(sources | wc -l)" -eq 2 ] || fail "$(sources)"
+find_window 'Data Sources'
+finish
+
 echo "-- in fields Ctrl-C, Ctrl-V, Ctrl-X and Ctrl-Z do what they do elsewhere, and the middle button pastes"
 begin_with Alpha
 press F2
@@ -134,6 +180,55 @@ until_true gone 'Register a Driver'
 find_window 'Data Sources'
 finish
 
+echo "-- Ctrl-C in a message copies the chosen word, else all of it"
+begin_with Alpha
+press F1
+find_window Help
+xdotool mousemove --window "$window" 90 28 click --repeat 2 --delay 20 1
+press ctrl+c Escape
+until_true gone Help
+find_window 'Data Sources'
+press alt+o
+find_window Options
+press alt+f ctrl+a ctrl+v Return
+until_true grep -qx 'TraceFile=Data' "$HOME/.odbc.ini"
+until_true gone Options
+find_window 'Data Sources'
+press alt+e
+find_window '.*ODBC Admin'
+press ctrl+c Escape
+until_true gone '.*ODBC Admin'
+find_window 'Data Sources'
+press alt+o
+find_window Options
+press alt+f ctrl+a ctrl+v Return
+until_true grep -qx 'TraceFile=Remove the data source "Alpha"? Its settings are deleted and cannot be restored.' "$HOME/.odbc.ini"
+until_true gone Options
+find_window 'Data Sources'
+finish
+
+echo "-- Tab completes a path, and goes on where there is nothing to complete"
+mkdir "$HOME/drivers"
+: >"$HOME/drivers/libsample.so"
+begin_with Alpha
+press F2
+find_window 'Register a Driver'
+press alt+n
+type_text Completed
+press Tab ctrl+a
+type_text "$HOME/dri"
+press Tab
+type_text lib
+press Tab Tab ctrl+a BackSpace Return
+find_box 'Register a Driver'
+press y
+until_true grep -qx "Driver=$HOME/drivers/libsample.so" "$HOME/.odbcinst.ini"
+find_box 'Register a Driver'
+press Return
+until_true gone 'Register a Driver'
+find_window 'Data Sources'
+finish
+
 echo "-- text that is pasted presses nothing, on a list and in a question"
 begin_with Alpha Beta
 press F2
@@ -158,7 +253,7 @@ finish
 
 echo "-- the keys of the key bar can be clicked"
 begin_with Alpha
-click 110 $((HEIGHT - 45))
+click 90 $((HEIGHT - 15))
 find_window 'Register a Driver'
 click 30 $((HEIGHT - 15))
 find_window Help
