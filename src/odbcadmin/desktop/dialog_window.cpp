@@ -424,8 +424,7 @@ bool DialogWindow::takeKey(int key, unsigned int state) {
             calls_.working("");
         if (meaning == JXW_KEY_NEXT && isTyping() && assist::completePath(handle))
             return;
-        if (meaning != JXW_KEY_NEXT || !assist::completePath(handle))
-            JXW_UserKey(handle, meaning);
+        JXW_UserKey(handle, meaning);
     });
     return true;
 }
