@@ -236,8 +236,7 @@ JX_EXPORT JxIniRun* jxIniBeginRun(void);
 JX_EXPORT int jxIniCommitRun(JxIniRun* run);
 
 /* Gives up all writes of the run and releases it; the files are as they were. Of a run inside another: the commit of
- * the outer one then fails, and writes nothing; the reason is the thread's last failure, or ECANCELED. Null is allowed.
- */
+ * the outer one then fails and writes nothing, with the thread's last failure or ECANCELED. Null is allowed. */
 JX_EXPORT void jxIniDiscardRun(JxIniRun* run);
 
 /* Locks file for the calling thread's run, as its first write would. Two runs that write the same two files in opposite
