@@ -124,8 +124,8 @@ std::optional<model::Pairs> takePairs(const Session& session, const std::vector<
                                       const std::vector<std::string_view>& reserved);
 
 // CLI11 takes operands such as "[a,b]" and "{}" apart, and gives what follows "--" to the whole command once a verb has
-// all the operands it needs. So such words, and what begins with the mark itself, get a mark in front while CLI11 holds
-// them, and "--" never reaches it.
+// all the operands it needs. So such words, what begins with the mark itself, and all that follows "--" get a mark in
+// front while CLI11 holds them, and "--" never reaches it.
 inline constexpr char kMark = '\x01';
 std::vector<std::string> marked(const std::vector<std::string>& words);
 std::string unmarked(const std::string& text);

@@ -49,10 +49,8 @@ std::string newestLike(const std::string& version, const std::set<std::string>& 
 
 // The directory in which this product has an installer library of that name; empty when it has none.
 std::string ownInstaller(const std::string& name) {
-    const std::filesystem::path directory = std::filesystem::path(trial::installerPath()).parent_path() / "jxodbc";
-    std::error_code ignored;
-    const bool isThere = name == "libodbcinst.so.2" && std::filesystem::exists(directory / name, ignored);
-    return isThere ? directory.string() : "";
+    return name == trial::kSecondInstaller ? std::filesystem::path(trial::secondInstallerPath()).parent_path().string()
+                                           : "";
 }
 
 // Its parts are of one build, which all programs of the system use.
@@ -124,7 +122,7 @@ private:
                           (found.directories.empty() ? "" : ": " + some(found.directories)) + "." +
                           (others.empty() ? "" : " Of another version there is " + some(others) + "."),
                       !ownInstaller(name).empty() ? "This product has one in " + ownInstaller(name) +
-                                                        ": name that directory in LD_LIBRARY_PATH of the program."
+                                                        ": start the program with odbcadmin run -- PROGRAM."
                       : others.empty() ? "Install the package that holds " + name +
                                              ", or name its directory in LD_LIBRARY_PATH or the loader's configuration."
                                        : "Install " + name + " as well, or a build for the version that is there.");

@@ -3,6 +3,8 @@
 
 #include <dlfcn.h>
 
+#include <filesystem>
+
 namespace jx::trial {
 
 namespace {
@@ -31,6 +33,17 @@ std::string installerPath() {
     void* function = findInstallerFunction("SQLConfigDataSource");
     Dl_info place{};
     return function != nullptr && ::dladdr(function, &place) != 0 ? place.dli_fname : "";
+}
+
+std::string secondInstallerPath() {
+    const std::filesystem::path directory = std::filesystem::path(installerPath()).parent_path();
+    for (const char* folder : {"jxodbc", ""}) {
+        const std::filesystem::path path = directory / folder / kSecondInstaller;
+        std::error_code ignored;
+        if (!directory.empty() && std::filesystem::exists(path, ignored))
+            return path.string();
+    }
+    return {};
 }
 
 }  // namespace jx::trial

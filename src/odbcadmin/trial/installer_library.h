@@ -28,4 +28,9 @@ const std::string& installerTrouble();
 // Where the library lies; empty when it cannot be loaded.
 std::string installerPath();
 
+// The library that today's drivers need, and where this product's lies, which is beside the other one or in a folder
+// called jxodbc there; empty when it is not installed. It is not loaded.
+inline constexpr const char* kSecondInstaller = "libodbcinst.so.2";
+std::string secondInstallerPath();
+
 }  // namespace jx::trial
