@@ -6,11 +6,15 @@
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/progress.h"
 #include "odbcadmin/cli/verb.h"
+#include "odbcadmin/doctor/installer_search.h"
 #include "odbcadmin/doctor/path_mistakes.h"
 #include "odbcadmin/model/text.h"
 #include "odbcadmin/trial/connection.h"
+#include "odbcadmin/trial/installer_library.h"
+#include "odbcadmin/trial/secret_look_up.h"
 #include "odbcadmin/trial/sql_state.h"
 #include "rules/names.h"
+#include "rules/references.h"
 #include "rules/secrets.h"
 
 namespace jx::cli {
@@ -112,10 +116,23 @@ void hideWord(std::string& text, const std::string& word) {
     }
 }
 
+// What the driver was given for keys whose value lies elsewhere.
+std::vector<std::string> secretsElsewhere(const model::DataSource& source) {
+    std::vector<std::string> secrets;
+    for (const model::IniEntry& entry : source.section->entries)
+        if (const std::string_view key = rules::referredKey(entry.key); !key.empty())
+            secrets.push_back(trial::lookUpSecret(source.file->path, source.name, std::string(key)).value);
+    std::erase(secrets, "");
+    return secrets;
+}
+
 // A driver may repeat the password that it was refused with.
 void hideSecrets(const Session& session, const model::DataSource& source, ConnectReport& report) {
+    std::vector<std::string> secrets;
     const auto hide = [&](std::string& text) {
         text = session.shown({}, text);
+        for (const std::string& secret : secrets)
+            hideWord(text, secret);
         for (const model::IniEntry& entry : source.section->entries) {
             if (session.showSecrets || !rules::isSecretKey(entry.key) || entry.value.empty())
                 continue;
@@ -124,6 +141,8 @@ void hideSecrets(const Session& session, const model::DataSource& source, Connec
     };
     if (source.section == nullptr)
         return;
+    if (!session.showSecrets)
+        secrets = secretsElsewhere(source);
     hide(report.output);
     for (Diagnostic& each : report.diagnostics)
         hide(each.message);
@@ -142,6 +161,10 @@ ExitCode show(const Session& session, const std::string& name, const std::string
         print(session, each, outcomeOf(report));
     if (!report.user.empty())
         session.warn("the driver had the rights of " + report.user + ", not those of root");
+    const doctor::LibraryFile file = doctor::readLibraryFile(library);
+    if (doctor::lacksInstaller(file, doctor::loaderPlaces()))
+        session.warn(std::string("the loader finds no ") + trial::kSecondInstaller +
+                     ", so the driver was given this product's; odbcadmin run -- PROGRAM does the same");
     if (!connected)
         return session.fail(code, "Cannot connect to " + name + ": " + end, "See odbcadmin doctor " + name);
     session.say(name + ": connected" + (report.driver.empty() ? "" : ", driver " + report.driver) +

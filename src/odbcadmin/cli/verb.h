@@ -35,6 +35,7 @@ struct Complete {
     static constexpr const char* dsnOrDriver = "NAME";
     static constexpr const char* translator = "TRANSLATOR";
     static constexpr const char* keysOfDsn = "KEY";                    // of the data source in the first operand
+    static constexpr const char* keysOfDriver = "KEY=VALUE";           // that the driver of --driver asks for
     static constexpr const char* sections = "SECTION";                 // of the file in the first operand
     static constexpr const char* keysOfSection = "KEY OF SECTION";     // of that file, in that of the second operand
     static constexpr const char* scriptsDrivers = "DRIVER OF SCRIPT";  // what the script in the first operand offers

@@ -22,9 +22,12 @@ struct ExaminationOptions {
     // Called before each library is loaded.
     std::function<void(const std::string&)> progress = [](const std::string&) {};
     std::string systemFolder = "/etc";
+    // Where packages put templates of drivers.
+    std::vector<std::string> dataFolders = {"/usr/share", "/usr/local/share"};
 };
 
-// Files, syntax, names, libraries, environment. Libraries are loaded by the helper program only.
+// Files, syntax, names, libraries, references, environment, and templates when no names are given. Libraries are loaded
+// by the helper program only.
 Findings examine(const model::Configuration& configuration, const ExaminationOptions& options);
 
 // The first three alone: nothing is loaded, no library is looked at.
@@ -32,6 +35,9 @@ Findings lint(const model::Configuration& configuration, const std::string& syst
 
 // The libraries of the given drivers.
 Findings examineDrivers(const std::vector<model::Registered>& drivers, const ExaminationOptions& options);
+
+// Drivers that templates name, whose libraries are there, and that were never registered.
+Findings checkTemplates(const model::Configuration& configuration, const ExaminationOptions& options);
 
 // Tracing.
 Findings checkEnvironment(const model::Configuration& configuration);

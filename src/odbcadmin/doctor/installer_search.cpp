@@ -57,6 +57,11 @@ InstallerSearch searchInstaller(const LibraryFile& program, const LoaderPlaces& 
     return search;
 }
 
+bool lacksInstaller(const LibraryFile& library, const LoaderPlaces& places) {
+    const InstallerSearch search = searchInstaller(library, places);
+    return !search.neededBy.empty() && search.path.empty();
+}
+
 LoaderPlaces withOwnInstaller(LoaderPlaces places) {
     const std::string own = trial::secondInstallerPath();
     if (!own.empty())

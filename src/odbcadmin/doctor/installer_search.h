@@ -21,6 +21,9 @@ struct InstallerSearch {
 // that a driver would get which the program loads later.
 InstallerSearch searchInstaller(const LibraryFile& program, const LoaderPlaces& places);
 
+// Whether the library needs an installer library where the loader finds none.
+bool lacksInstaller(const LibraryFile& library, const LoaderPlaces& places);
+
 // The same places with the folder of this product's library in front of all others but RPATH.
 LoaderPlaces withOwnInstaller(LoaderPlaces places);
 

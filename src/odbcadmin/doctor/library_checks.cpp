@@ -9,9 +9,12 @@
 
 #include "odbcadmin/doctor/checks.h"
 #include "odbcadmin/doctor/file_rights.h"
+#include "odbcadmin/doctor/installer_search.h"
 #include "odbcadmin/doctor/library_path.h"
 #include "odbcadmin/doctor/needed_libraries.h"
+#include "odbcadmin/doctor/package_owner.h"
 #include "odbcadmin/model/text.h"
+#include "odbcadmin/trial/installer_library.h"
 #include "odbcadmin/trial/library_load.h"
 
 namespace jx::doctor {
@@ -175,14 +178,21 @@ private:
 
     // Which file answers a driver that was built for the other installer library.
     void tellInstaller() {
-        constexpr const char* kInstaller = "libodbcinst.so.2";
-        if (std::find(file_.needed.begin(), file_.needed.end(), kInstaller) == file_.needed.end())
+        if (std::find(file_.needed.begin(), file_.needed.end(), trial::kSecondInstaller) == file_.needed.end())
             return;
-        const Requester requester{&file_, nullptr};
-        const LookUp found = lookUp(kInstaller, &requester, options_.places);
-        if (found.file.isThere())
-            tell(check::kInstaller, path_ + " needs " + kInstaller + ", and " + found.file.path + " answers it.",
+        const std::string answers = searchInstaller(file_, options_.places).path;
+        const std::string own = trial::secondInstallerPath();
+        const std::string needs = path_ + " needs " + trial::kSecondInstaller;
+        if (answers.empty())
+            tell(check::kInstallerMissing, needs + ", and the loader finds none; it was tried with " + own + ".",
+                 "Start programs with odbcadmin run -- PROGRAM.");
+        else if (own.empty() || isSameFile(answers, own))
+            tell(check::kInstaller, needs + ", and " + answers + " answers it.",
                  "That library decides which files the driver reads.");
+        else
+            tell(check::kInstaller, needs + ", and " + withPackage(answers) + " answers it.",
+                 "That library decides which files the driver reads; odbcadmin run -- PROGRAM has " + own +
+                     " answer it.");
     }
 
     void tellLoad(const trial::LoadReport& report) {

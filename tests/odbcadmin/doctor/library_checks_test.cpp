@@ -359,7 +359,7 @@ TEST(LibraryChecks, TheInstallerLibraryThatAnswersIsNamed) {
     EXPECT_NE(
         home.check(path).find("note library.installer X\n"
                               "  ~/libwants_installer.so needs libodbcinst.so.2, and ~/libodbcinst.so.2 answers it.\n"
-                              "  That library decides which files the driver reads.\n"),
+                              "  That library decides which files the driver reads; odbcadmin run -- PROGRAM has "),
         std::string::npos)
         << home.check(path);
 }
