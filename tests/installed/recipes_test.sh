@@ -14,10 +14,10 @@ export HOME=$work/home PATH=$work/bin:$prefix/bin:$PATH
 
 # The blocks for one shell; what a line "# prints: ..." tells must come out of its block.
 mkdir "$work/blocks"
-awk -v folder="$work/blocks" -v system="$system" '
+awk -v folder="$work/blocks" -v base="$system" '
     /^```sh/ { file = sprintf("%s/%02d", folder, ++count); next }
     /^```/ { file = "" }
-    file != "" { gsub(/\/(opt|srv|run)\//, system "&"); print > file }' "$root/docs/recipes.md"
+    file != "" { gsub(/\/(opt|srv|run)\//, base "&"); print > file }' "$root/docs/recipes.md"
 count=$(ls "$work/blocks" | wc -l)
 [ "$count" -ge 8 ] || {
     echo "docs/recipes.md has only $count blocks"
