@@ -15,16 +15,9 @@
 #include "rounds.h"
 #include "yardsticks.h"
 
+namespace jx::bench {
 namespace {
 
-using jx::bench::Folder;
-using jx::bench::HashIndex;
-using jx::bench::IniEntry;
-using jx::bench::IniFile;
-using jx::bench::Rounds;
-using jx::bench::Stopwatch;
-
-constexpr double kFailed = -1;
 constexpr double kLookUpBound = 1.4;
 constexpr double kConnectionBound = 120;  // times stat: 60 us where that takes 0.5 us
 constexpr std::size_t kCallsInRound = 200;
@@ -37,9 +30,9 @@ using Buffer = std::array<char, 1024>;
 class ScopedFiles {
 public:
     explicit ScopedFiles(std::size_t count)
-        : users_(jx::bench::makeDataSources(count)),
-          systems_(jx::bench::makeDrivers(count)),
-          userIndex_(user_.file(jx::bench::kDataSourceFile), users_),
+        : users_(makeDataSources(count)),
+          systems_(makeDrivers(count)),
+          userIndex_(user_.file(kDataSourceFile), users_),
           systemIndex_(system_.file(kSystemFile), systems_) {
         user_.becomeHome();
         setenv("ODBCSYSINI", std::filesystem::absolute(system_.path()).c_str(), 1);
@@ -51,13 +44,13 @@ public:
     ScopedFiles& operator=(const ScopedFiles&) = delete;
 
     bool write() const {
-        const bool written = jx::bench::putFile(user_.file(jx::bench::kDataSourceFile), users_.text) &&
-                             jx::bench::putFile(system_.file(kSystemFile), systems_.text);
-        jx::bench::letFilesSettle();
+        const bool written =
+            putFile(user_.file(kDataSourceFile), users_.text) && putFile(system_.file(kSystemFile), systems_.text);
+        letFilesSettle();
         return written;
     }
 
-    std::string userPath() const { return user_.file(jx::bench::kDataSourceFile); }
+    std::string userPath() const { return user_.file(kDataSourceFile); }
     const IniFile& users() const { return users_; }
     const IniFile& systems() const { return systems_; }
     const HashIndex& userIndex() const { return userIndex_; }
@@ -79,7 +72,7 @@ struct Question {
 };
 
 std::vector<Question> questionsOf(std::vector<IniEntry> entries) {
-    jx::bench::shuffle(entries);
+    shuffle(entries);
     std::vector<Question> questions;
     for (IniEntry& entry : entries) {
         std::string name = HashIndex::nameOf(entry);
@@ -126,7 +119,7 @@ void compare(benchmark::State& state, const ScopedFiles& files, const std::vecto
 
 void lookUpOfTheUsers(benchmark::State& state) {
     const ScopedFiles files(static_cast<std::size_t>(state.range(0)));
-    const std::vector<Question> questions = questionsOf(jx::bench::spread(files.users(), kKeys));
+    const std::vector<Question> questions = questionsOf(spread(files.users(), kKeys));
     compare(state, files, questions, [&](const Question& question) {
         const std::string* value = files.userIndex().find(question.indexName);
         return value != nullptr && value->size() == question.entry.value.size();
@@ -143,14 +136,14 @@ bool askBoth(const ScopedFiles& files, const Question& question, bool isThere) {
 
 void lookUpOfTheSystems(benchmark::State& state) {
     const ScopedFiles files(static_cast<std::size_t>(state.range(0)));
-    const std::vector<Question> questions = questionsOf(jx::bench::spread(files.systems(), kKeys));
+    const std::vector<Question> questions = questionsOf(spread(files.systems(), kKeys));
     compare(state, files, questions,
             [&](const Question& question) { return askBoth(files, question, /*isThere=*/true); });
 }
 
 void lookUpOfNeither(benchmark::State& state) {
     const ScopedFiles files(static_cast<std::size_t>(state.range(0)));
-    std::vector<IniEntry> entries = jx::bench::spread(files.systems(), kKeys);
+    std::vector<IniEntry> entries = spread(files.systems(), kKeys);
     for (IniEntry& entry : entries) {
         entry.section += " that nobody has";
         entry.value.clear();
@@ -258,3 +251,4 @@ BENCHMARK(lookUpOfNeither)->Apply(forEverySize);
 BENCHMARK(lookUpsOfAConnection)->Apply(forEverySize);
 
 }  // namespace
+}  // namespace jx::bench

@@ -22,20 +22,9 @@
 #include "rounds.h"
 #include "yardsticks.h"
 
+namespace jx::bench {
 namespace {
 
-using jx::bench::Folder;
-using jx::bench::HashIndex;
-using jx::bench::IniEntry;
-using jx::bench::IniFile;
-using jx::bench::kDataSourceFile;
-using jx::bench::kDataSourceList;
-using jx::bench::kDriverFile;
-using jx::bench::Peer;
-using jx::bench::Rounds;
-using jx::bench::Stopwatch;
-
-constexpr double kFailed = -1;
 constexpr double kWarmBound = 1.25;
 constexpr double kEachOnceBound = 1.5;  // of a file with so many keys that the first look-up weighs nothing
 constexpr double kChangedBound = 0.6;
@@ -45,7 +34,7 @@ constexpr std::size_t kCallsInRound = 200;
 // Only few calls of the other libraries: one may take as long as a hundred thousand of the store's.
 constexpr std::size_t kPeersTakePartEvery = 50;
 
-const Peer* const kPeers[] = {&jx::bench::kGlib, &jx::bench::kSimpleIni};
+const Peer* const kPeers[] = {&kGlib, &kSimpleIni};
 
 using Buffer = std::array<char, 1024>;
 
@@ -80,16 +69,16 @@ struct Question {
 class WarmFiles {
 public:
     explicit WarmFiles(std::size_t count)
-        : dataSources_(jx::bench::makeDataSources(count)),
-          drivers_(jx::bench::makeDrivers(count)),
+        : dataSources_(makeDataSources(count)),
+          drivers_(makeDrivers(count)),
           dataSourceIndex_(home_.file(kDataSourceFile), dataSources_),
           driverIndex_(home_.file(kDriverFile), drivers_) {
         constexpr std::size_t kKeysOfEach = 100;  // few enough that the questions themselves stay in the cache
         home_.becomeHome();
-        std::vector<IniEntry> asked = jx::bench::spread(dataSources_, kKeysOfEach);
-        std::vector<IniEntry> askedDrivers = jx::bench::spread(drivers_, kKeysOfEach);
-        jx::bench::shuffle(asked);
-        jx::bench::shuffle(askedDrivers);
+        std::vector<IniEntry> asked = spread(dataSources_, kKeysOfEach);
+        std::vector<IniEntry> askedDrivers = spread(drivers_, kKeysOfEach);
+        shuffle(asked);
+        shuffle(askedDrivers);
         for (std::size_t i = 0; i < asked.size(); ++i) {
             add(asked[i], kDataSourceFile, dataSourceIndex_);
             add(askedDrivers[i], kDriverFile, driverIndex_);
@@ -97,9 +86,9 @@ public:
     }
 
     bool write() const {
-        const bool written = jx::bench::putFile(home_.file(kDataSourceFile), dataSources_.text) &&
-                             jx::bench::putFile(home_.file(kDriverFile), drivers_.text);
-        jx::bench::letFilesSettle();
+        const bool written =
+            putFile(home_.file(kDataSourceFile), dataSources_.text) && putFile(home_.file(kDriverFile), drivers_.text);
+        letFilesSettle();
         return written;
     }
 
@@ -221,10 +210,9 @@ void readEveryKeyOnce(benchmark::State& state) {
 // ChangingFile: .odbc.ini, which becomes another file at each change, with the same keys and another text.
 class ChangingFile {
 public:
-    explicit ChangingFile(std::size_t count) : file_(jx::bench::makeDataSources(count)) {
+    explicit ChangingFile(std::size_t count) : file_(makeDataSources(count)) {
         home_.becomeHome();
-        ready_ = jx::bench::putFile(state(0), withComment("# one\n")) &&
-                 jx::bench::putFile(state(1), withComment("# two\n")) && change();
+        ready_ = putFile(state(0), withComment("# one\n")) && putFile(state(1), withComment("# two\n")) && change();
     }
 
     bool ready() const { return ready_; }
@@ -280,14 +268,14 @@ void readAfterChange(benchmark::State& state) {
     constexpr std::size_t kKeys = 16;
     const auto count = static_cast<std::size_t>(state.range(0));
     ChangingFile file(count);
-    const std::vector<IniEntry> keys = jx::bench::spread(file.file(), kKeys);
-    const std::vector<IniEntry> peerKeys = jx::bench::spread(file.file(), std::min(kKeys, peerCalls(count)));
+    const std::vector<IniEntry> keys = spread(file.file(), kKeys);
+    const std::vector<IniEntry> peerKeys = spread(file.file(), std::min(kKeys, peerCalls(count)));
     const std::string path = file.path();
     Rounds rounds;
     rounds.add("store", [&] { return file.ready() ? readChanged(file, keys, storeReadInto) : kFailed; });
     rounds.add("P", [&] {
         return readChanged(file, keys, [&path](const IniEntry& key, std::string& value) {
-            return jx::bench::passOverFile(path, key.section, key.key, value);
+            return passOverFile(path, key.section, key.key, value);
         });
     });
     for (const Peer* peer : kPeers) {
@@ -358,9 +346,7 @@ void listUnchanged(benchmark::State& state) {
         return;
     }
     ShiftingBuffer buffer(listed.size());
-    const auto copy = [&] {
-        return jx::bench::statAndCopy(path, names, reinterpret_cast<char*>(buffer.next().data()));
-    };
+    const auto copy = [&] { return statAndCopy(path, names, reinterpret_cast<char*>(buffer.next().data())); };
     const auto list = [&] { return storeList(buffer.next()) == static_cast<int>(names.size()); };
     const auto onlyCopy = [&] {
         std::copy(names.begin(), names.end(), buffer.next().begin());
@@ -406,14 +392,14 @@ bool readAndMeasure(ChangingFile& file, Growth& growth) {
     std::vector<unsigned char> listBuffer(file.file().names.size() + 1);
     Buffer buffer;
     storeRead({"none", "none", ""}, "no such file", buffer);
-    jx::bench::letFilesSettle();
+    letFilesSettle();
     const std::size_t before = heapInUse();
     storeRead(file.file().entries.back(), kDataSourceFile, buffer);
     growth.first = heapInUse() - before;
     bool fine = readAll(file.file(), listBuffer);
     growth.all = heapInUse() - before;
     fine &= file.change();
-    jx::bench::letFilesSettle();
+    letFilesSettle();
     fine &= readAll(file.file(), listBuffer);
     growth.changed = heapInUse() - before;
     return fine;
@@ -452,3 +438,4 @@ BENCHMARK(readEveryKeyOnce)->Apply(forEverySize)->Iterations(21);
 BENCHMARK(memoryOfFile)->Arg(10000)->Iterations(1);
 
 }  // namespace
+}  // namespace jx::bench

@@ -24,6 +24,7 @@ private:
 
 // Work: does a contender's work once and returns the nanoseconds of one call, or a negative number when it failed.
 using Work = std::function<double()>;
+inline constexpr double kFailed = -1;
 
 // Rounds: in each round every contender works once, in an order that is reversed from round to round.
 // Use      add the one that is judged first and its yardstick second, then the others; run once.

@@ -14,17 +14,9 @@
 #include "rounds.h"
 #include "yardsticks.h"
 
+namespace jx::bench {
 namespace {
 
-using jx::bench::Folder;
-using jx::bench::IniEntry;
-using jx::bench::IniFile;
-using jx::bench::kDataSourceFile;
-using jx::bench::Peer;
-using jx::bench::Rounds;
-using jx::bench::Stopwatch;
-
-constexpr double kFailed = -1;
 constexpr std::size_t kPeersTakePartEvery = 5;
 
 std::string textOf(const std::string& path) {
@@ -35,7 +27,7 @@ std::string textOf(const std::string& path) {
 // Writes: each call gives a new value to one of the keys, which are spread over the file.
 class Writes {
 public:
-    explicit Writes(const IniFile& file) : keys_(jx::bench::spread(file, 64)) { jx::bench::shuffle(keys_); }
+    explicit Writes(const IniFile& file) : keys_(spread(file, 64)) { shuffle(keys_); }
 
     template <typename Write>
     double next(Write write) {
@@ -62,7 +54,7 @@ double writeSameBytes(const std::string& from, const std::string& to) {
     const std::string bytes = textOf(from);
     Stopwatch watch;
     watch.start();
-    const bool written = jx::bench::replaceDurably(to, bytes);
+    const bool written = replaceDurably(to, bytes);
     watch.stop();
     return written ? watch.nanoseconds() : kFailed;
 }
@@ -76,19 +68,19 @@ double boundFor(std::size_t dataSources) {
 
 void writeKey(benchmark::State& state) {
     const auto count = static_cast<std::size_t>(state.range(0));
-    const IniFile file = jx::bench::makeDataSources(count);
+    const IniFile file = makeDataSources(count);
     const Folder home;
     home.becomeHome();
     const std::string storePath = home.file(kDataSourceFile);
     const std::string yardstickPath = home.file("yardstick.ini");
     Writes storeWrites(file);
-    bool ready = jx::bench::putFile(storePath, file.text) && jx::bench::putFile(yardstickPath, file.text);
+    bool ready = putFile(storePath, file.text) && putFile(yardstickPath, file.text);
     Rounds rounds;
     rounds.add("store", [&] { return ready ? storeWrites.next(storeWrite) : kFailed; });
     rounds.add("W", [&] { return writeSameBytes(storePath, yardstickPath); });
-    for (const Peer* peer : {&jx::bench::kGlib, &jx::bench::kSimpleIni}) {
+    for (const Peer* peer : {&kGlib, &kSimpleIni}) {
         const std::string path = home.file(std::string(peer->name) + ".ini");
-        ready = ready && jx::bench::putFile(path, file.text);
+        ready = ready && putFile(path, file.text);
         const auto write = [path, peer](const IniEntry& key, const std::string& value) {
             return peer->write(path, key.section, key.key, value);
         };
@@ -108,3 +100,4 @@ BENCHMARK(writeKey)
     ->Iterations(201);
 
 }  // namespace
+}  // namespace jx::bench

@@ -11,25 +11,13 @@
 #include <memory>
 #include <utility>
 
+#include "api3/descriptor.h"
+
 namespace jx::bench {
 
 namespace {
 
-// Descriptor: closed with the object.
-class Descriptor {
-public:
-    explicit Descriptor(int fd) : fd_(fd) {}
-    ~Descriptor() {
-        if (fd_ >= 0)
-            close(fd_);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    int get() const { return fd_; }
-
-private:
-    int fd_;
-};
+using api3::Descriptor;
 
 std::string_view trimmed(std::string_view text) {
     const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r'; };

@@ -86,7 +86,7 @@ bool load(ThreadState& state, const RegisteredDriver& driver, std::optional<Setu
 bool refuseForRoutine(const RegisteredDriver& driver) {
     return guarded([&] {
         return refuse(ODBC_ERROR_REQUEST_FAILED,
-                      "ConfigDriver of driver " + quoted(driver.name) + " did not do it and says no reason.");
+                      "ConfigDriver of driver " + quoted(driver.name) + " failed and gave no reason.");
     });
 }
 

@@ -47,7 +47,7 @@ bool run(const Arguments& arguments, const RegisteredDriver& driver, const DsnRe
 bool refuseForRoutine(const RegisteredDriver& driver) {
     return guarded([&] {
         return refuse(ODBC_ERROR_REQUEST_FAILED,
-                      "The setup library of driver " + quoted(driver.name) + " did not do it and says no reason.");
+                      "The setup library of driver " + quoted(driver.name) + " failed and gave no reason.");
     });
 }
 

@@ -16,9 +16,7 @@ protected:
 };
 
 TEST_F(AdvancedOptionsDialog, ShowsTheStoredValues) {
-    ScriptedUser user{look(), press(IDCANCEL)};
-    EXPECT_EQ(run(), 1);
-    EXPECT_EQ(user.dumps[0],
+    EXPECT_EQ(shownBy([&] { return run(); }, press(IDCANCEL)),
               "\"Advanced Installation Options\" centered\n"
               "  check 121 [ ] \"&Option: on (kept, but has no effect yet)\" focus\n"
               "  group \"1st choice (no effect yet)\"\n  radio 122 (o) \"First: value &0\"\n"

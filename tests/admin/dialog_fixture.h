@@ -75,6 +75,14 @@ protected:
         home.put(".odbc.ini", list + sections);
     }
 
+    // Opens a dialog, which must end with 1, and gives the dump of what it shows before the closing action.
+    template <typename Open, typename Action>
+    static std::string shownBy(Open open, const Action& close) {
+        ScriptedUser user{look(), close};
+        EXPECT_EQ(open(), 1);
+        return user.dumps.empty() ? "(nothing was shown)" : user.dumps[0];
+    }
+
     // The part of a dump that belongs to one list box.
     static std::string listIn(const std::string& dump) {
         const std::size_t begin = dump.find("  list ");

@@ -17,9 +17,7 @@ protected:
 };
 
 TEST_F(InstallDriversDialog, ListsTheScriptsDriversWithoutTheirQuotes) {
-    ScriptedUser user{look(), press(IDCANCEL)};
-    EXPECT_EQ(run(), 1);
-    EXPECT_EQ(user.dumps[0],
+    EXPECT_EQ(shownBy([&] { return run(); }, press(IDCANCEL)),
               "\"Install Drivers\" centered\n  label \"&Drivers in the installation script:\"\n  list 130 focus\n"
               "    > Sample Driver\n      Other\n      Third, one\n  button 1 \"OK\" default\n  button 2 \"Cancel\"\n"
               "  button 131 \"&Advanced...\"\n");

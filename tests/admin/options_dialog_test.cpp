@@ -13,9 +13,7 @@ protected:
 };
 
 TEST_F(OptionsDialog, ShowsWhatIsNotStoredAsOff) {
-    ScriptedUser user{look(), press(IDOK)};
-    EXPECT_EQ(run(), 1);
-    EXPECT_EQ(user.dumps[0],
+    EXPECT_EQ(shownBy([&] { return run(); }, press(IDOK)),
               "\"Options\"\n  group \"Call tracing\"\n"
               "  check 111 [ ] \"&Trace the calls of the driver manager\" focus\n"
               "  check 112 [ ] \"&Stop tracing by itself\"\n  label \"Trace &file:\"\n  edit 113 \"sql.log\"\n"

@@ -45,9 +45,7 @@ protected:
 };
 
 TEST_F(VersionsDialog, ListsTheScriptsDrivers) {
-    ScriptedUser user{look(), press(IDCANCEL)};
-    EXPECT_EQ(run(), 1);
-    EXPECT_EQ(user.dumps[0],
+    EXPECT_EQ(shownBy([&] { return run(); }, press(IDCANCEL)),
               "\"Versions\" centered\n  label \"&Drivers in the installation script:\"\n  list 137 focus\n"
               "    > Sample Driver\n      Other\n      Third, one\n  button 2 \"Close\" default\n"
               "  button 1 \"OK (no effect)\"\n  label \"File name:\"\n  label 138 \"\"\n  label \"Kind:\"\n"

@@ -210,7 +210,7 @@ TEST(DataSourceConfiguration, OfTenRecordsTheFirstEightStay) {
 TEST(DataSourceConfiguration, ARoutineThatFailsWithoutAReasonGetsARecord) {
     const SetupHome home("fail");
     EXPECT_EQ(configure(ODBC_ADD_DSN, "Narrow", "DSN=Sales\0"), FALSE);
-    EXPECT_EQ(record(1), "11: The setup library of driver \"Narrow\" did not do it and says no reason.");
+    EXPECT_EQ(record(1), "11: The setup library of driver \"Narrow\" failed and gave no reason.");
 }
 
 TEST(DataSourceConfiguration, ANestedCallPutsBackTheRoutinesMode) {

@@ -52,7 +52,7 @@ TEST(DriverRemoval, ASetupLibraryThatRefusesKeepsEverythingAsItWas) {
         DWORD count = 99;
         EXPECT_EQ(SQLRemoveDriver("Narrow", TRUE, &count), FALSE);
         EXPECT_EQ(record(1), *does == 'p' ? "8: the routine's own reason"
-                                          : "11: ConfigDriver of driver \"Narrow\" did not do it and says no reason.");
+                                          : "11: ConfigDriver of driver \"Narrow\" failed and gave no reason.");
         EXPECT_EQ(home.text(kSystemDrivers), before);
         EXPECT_EQ(value("Sales", "Driver"), "/opt/narrow.so");
         EXPECT_EQ(count, 99U);

@@ -73,24 +73,25 @@ TEST(Secrets, MaskPartsHoweverTheyAreWrapped) {
 }
 
 TEST(Secrets, MasksLinesOfAFile) {
-    EXPECT_EQ(maskedLine("PWD = x\r\n"), "PWD = ********\r\n");
-    EXPECT_EQ(maskedLine("; PWD=x\n"), "; PWD=********\n");
-    EXPECT_EQ(maskedLine("[PWD]\n"), "[PWD]\n");
-    EXPECT_EQ(maskedLine("PWD=\n"), "PWD=\n");
-    EXPECT_EQ(maskedLine("Server=x"), "Server=x");
-    EXPECT_EQ(maskedLine("PWD geheim\n"), "PWD ********\n");
-    EXPECT_EQ(maskedLine("; Password: geheim\r\n"), "; Password ********\r\n");
-    EXPECT_EQ(maskedLine("PWD\n"), "PWD\n");
-    EXPECT_EQ(maskedLine("Pass\xC2\xA0geheim\n"), "Pass ********\n");
-    EXPECT_EQ(maskedLine(""), "");
+    const std::pair<const char*, const char*> rows[] = {{"PWD = x\r\n", "PWD = ********\r\n"},
+                                                        {"; PWD=x\n", "; PWD=********\n"},
+                                                        {"[PWD]\n", "[PWD]\n"},
+                                                        {"PWD=\n", "PWD=\n"},
+                                                        {"Server=x", "Server=x"},
+                                                        {"PWD geheim\n", "PWD ********\n"},
+                                                        {"; Password: geheim\r\n", "; Password ********\r\n"},
+                                                        {"PWD\n", "PWD\n"},
+                                                        {"Pass\xC2\xA0geheim\n", "Pass ********\n"},
+                                                        {"", ""}};
+    for (const auto& [line, shown] : rows)
+        EXPECT_EQ(maskedLine(line), shown);
 }
 
 TEST(Secrets, FindTheWordOfALineWithoutAnEqualsSign) {
-    EXPECT_EQ(secretWord("PWD geheim"), "PWD");
-    EXPECT_EQ(secretWord("PWD"), "");
-    EXPECT_EQ(secretWord("PWD \t\r\n"), "");
-    EXPECT_EQ(secretWord("Server geheim"), "");
-    EXPECT_EQ(secretWord(""), "");
+    const std::pair<const char*, const char*> rows[] = {
+        {"PWD geheim", "PWD"}, {"PWD", ""}, {"PWD \t\r\n", ""}, {"Server geheim", ""}, {"", ""}};
+    for (const auto& [line, word] : rows)
+        EXPECT_EQ(secretWord(line), word);
 }
 
 }  // namespace

@@ -49,6 +49,7 @@ echo 'PWD@env=JX_TEST_PASSWORD' >>"$HOME/.odbc.ini"
 check "with PWD@env it does" prints "row: 1" env JX_TEST_PASSWORD=geheim bash -c \
     "LD_LIBRARY_PATH='$build/src/jxodbc:$libraries' '$programs/try_driver' '$driver' DSN=Secret 'select 1'"
 check "46 look-ups a connection" look_ups 46 try_driver "$driver" DSN=Bücher
+measured "$driver" DSN=Bücher
 check "the log shows no password" refused grep -q geheim "$work/log"
 check "8 threads connect while another process writes the files" \
     while_written "MariaDB Unicode" try_driver -t "$driver" DSN=Bücher "select name from t"

@@ -8,6 +8,7 @@ check "a data source" configure add SQLite3 DSN=Bücher "Database=$work/books.db
 check "the driver, which loads the library by name, connects" prints "Köln" \
     try_driver "$drivers/libsqlite3odbc.so" DSN=Bücher "create table t (name)" "insert into t values ('Köln')" "select * from t"
 check "16 look-ups a connection" look_ups 16 try_driver "$drivers/libsqlite3odbc.so" DSN=Bücher
+measured "$drivers/libsqlite3odbc.so" DSN=Bücher
 
 check "FreeTDS is installed from its template" \
     install_from_template "$fetched/usr/share/tdsodbc/odbcinst.ini" FreeTDS "$drivers/libtdsodbc.so"

@@ -36,6 +36,7 @@ check "a password that others may write is not used" \
 chmod 600 "$work/password"
 
 check "50 look-ups a connection" look_ups 50 try_driver "$drivers/psqlodbcw.so" DSN=Bücher
+measured "$drivers/psqlodbcw.so" DSN=Bücher
 check "16 with DRIVER=" look_ups 16 try_driver "$drivers/psqlodbcw.so" \
     "DRIVER=PostgreSQL Unicode;SERVER=127.0.0.1;PORT=$port;DATABASE=postgres;UID=app;PWD=geh heim"
 check "the log shows no password" refused grep -q "geh heim" "$work/log"

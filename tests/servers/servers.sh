@@ -63,6 +63,11 @@ check() { # what command...
     fi
 }
 refused() { ! "$@"; }
+# Prints how long a connection takes; nothing depends on it.
+measured() { # driver connection-string
+    check "it connects 101 times" try_driver -n "$@"
+    sed -n 's/^a connection: /        /p' "$work/out"
+}
 prints() { # words command...
     local words=$1
     shift

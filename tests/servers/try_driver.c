@@ -3,16 +3,19 @@
  * Usage: try_driver DRIVER CONNECTION-STRING STATEMENT...
  *        try_driver -w DRIVER CONNECTION-STRING                 connects with SQLDriverConnectW, ASCII only
  *        try_driver -t DRIVER CONNECTION-STRING STATEMENT...    the same ten times in each of 8 threads
+ *        try_driver -n DRIVER CONNECTION-STRING                 connects 101 times and prints how long the median took
  * Exit status 0 when all succeeded. */
 #include <dlfcn.h>
 #include <pthread.h>
 #include <stdint.h>
 #include <stdio.h>
+#include <stdlib.h>
 #include <string.h>
+#include <time.h>
 
 #include "driver.h"
 
-enum { kThreads = 8, kRounds = 10 };
+enum { kThreads = 8, kRounds = 10, kMeasured = 101 };
 
 static int run(char** arguments) {
     struct connection connection;
@@ -45,6 +48,36 @@ static int run_in_threads(char** arguments) {
         failures += (uintptr_t)result;
     }
     return failures == 0;
+}
+
+static long microseconds(void) {
+    struct timespec now;
+    timespec_get(&now, TIME_UTC);
+    return now.tv_sec * 1000000L + now.tv_nsec / 1000;
+}
+
+static int smaller_first(const void* one, const void* other) {
+    const long a = *(const long*)one, b = *(const long*)other;
+    return (a > b) - (a < b);
+}
+
+/* The driver stays loaded meanwhile, as it does in a program that connects often. */
+static int measure(char** arguments) {
+    long times[kMeasured];
+    void* library = dlopen(arguments[0], RTLD_NOW | RTLD_LOCAL);
+    int round, done = library != NULL;
+    for (round = 0; round < kMeasured && done; ++round) {
+        struct connection connection;
+        const long begin = microseconds();
+        done = open_connection(&connection, arguments[0], arguments[1]);
+        times[round] = microseconds() - begin;
+        close_connection(&connection);
+    }
+    if (!done)
+        return 0;
+    qsort(times, kMeasured, sizeof times[0], smaller_first);
+    printf("a connection: %ld us (median of %d)\n", times[kMeasured / 2], kMeasured);
+    return 1;
 }
 
 typedef short (*alloc_handle)(short type, void* input, void** output);
@@ -82,11 +115,18 @@ static int connect_wide(char** arguments) {
 }
 
 int main(int count, char** arguments) {
-    const int threaded = count > 1 && strcmp(arguments[1], "-t") == 0;
-    const int wide = count > 1 && strcmp(arguments[1], "-w") == 0;
-    if (count < 3 + threaded + wide)
+    const char option = count > 1 && arguments[1][0] == '-' ? arguments[1][1] : '\0';
+    char** const words = arguments + (option == '\0' ? 1 : 2);
+    int done = 0;
+    if (words + 2 > arguments + count)
         return 2;
-    if (wide)
-        return connect_wide(arguments + 2) ? 0 : 1;
-    return (threaded ? run_in_threads(arguments + 2) : run(arguments + 1)) ? 0 : 1;
+    if (option == 't')
+        done = run_in_threads(words);
+    else if (option == 'w')
+        done = connect_wide(words);
+    else if (option == 'n')
+        done = measure(words);
+    else
+        done = run(words);
+    return done ? 0 : 1;
 }

@@ -2,28 +2,11 @@
 # A program with raised rights: the user who starts it chooses neither its files nor its secrets nor a log.
 # Usage: raised_rights_test.sh LOOK-UP-ONCE
 set -u
-if [ "$(id -u)" != 0 ]; then
-    echo 'SKIPPED: only root can give a program the rights of another user'
-    exit 77
-fi
-dir=$(mktemp -d)
-trap 'rm -rf "$dir"' EXIT
-chmod 777 "$dir"
-for kind in plain raised; do
-    cp "$1" "$dir/$kind"
-    chmod 755 "$dir/$kind"
-done
-chown 65534 "$dir/raised"
-chmod 4755 "$dir/raised"
-account=$(getent passwd 65534 | cut -d: -f6)
-if [ -e "$account" ] || [ -e /etc/odbc.ini ] || [ "$(findmnt -no OPTIONS -T "$dir" | grep -cw nosuid)" != 0 ]; then
-    echo 'SKIPPED: user 65534 or the system has files here, or programs cannot have raised rights'
-    exit 77
-fi
+. "$(dirname "$0")/../../support/raised.sh"
+raised raised 4755
 echo secret >"$dir/secret"
 printf '[Sales]\nServer=chosen\nPWD@file=%s\nUID@env=JX_TEST_USER\n' "$dir/secret" >"$dir/odbc.ini"
 chmod 644 "$dir/secret" "$dir/odbc.ini"
-failed=0
 
 # expect PROGRAM BEGINNING ARGUMENTS...: starts it as user 65533 with every variable pointing here.
 expect() {

@@ -142,20 +142,25 @@ TEST(IniLine, EveryLineIsOfOneKind) {
 }
 
 TEST(IniLine, ACrBelongsToTheLineEndOnlyBeforeALfOrAtTheEndOfTheText) {
-    EXPECT_EQ(dump("k=v\r\n[A]\r\n; c\r\n\r\nx\r\n"), "1 e <k>=<v>\n2 s <A>\n3 c\n4 b\n5 e <x>\n");
-    EXPECT_EQ(dump("k=v\r"), "1 e <k>=<v>\n");
-    EXPECT_EQ(dump("[A]\r"), "1 s <A>\n");
-    EXPECT_EQ(dump("k=v\r\r\n"), "1 e <k>=<v\r>\n");
-    EXPECT_EQ(dump("a\rb=c\rd\n"), "1 e <a\rb>=<c\rd>\n");
-    EXPECT_EQ(dump("\r"), "1 b\n");
+    const std::pair<const char*, const char*> rows[] = {
+        {"k=v\r\n[A]\r\n; c\r\n\r\nx\r\n", "1 e <k>=<v>\n2 s <A>\n3 c\n4 b\n5 e <x>\n"},
+        {"k=v\r", "1 e <k>=<v>\n"},
+        {"[A]\r", "1 s <A>\n"},
+        {"k=v\r\r\n", "1 e <k>=<v\r>\n"},
+        {"a\rb=c\rd\n", "1 e <a\rb>=<c\rd>\n"},
+        {"\r", "1 b\n"}};
+    for (const auto& [text, pieces] : rows)
+        EXPECT_EQ(dump(text), pieces);
 }
 
 TEST(IniLine, TheByteOrderMarkIsAPieceOfItsOwnInTheFirstLine) {
-    EXPECT_EQ(dump("\xEF\xBB\xBF[A]\nk=v\n"), "1 o\n1 s <A>\n2 e <k>=<v>\n");
-    EXPECT_EQ(dump("\xEF\xBB\xBF"), "1 o\n");
-    EXPECT_EQ(dump("\xEF\xBB\xBF\n"), "1 o\n1 b\n");
-    EXPECT_EQ(dump("\n\xEF\xBB\xBFk\n"), "1 b\n2 e <\xEF\xBB\xBFk>\n");
-    EXPECT_EQ(dump("\xEF\xBB"), "1 e <\xEF\xBB>\n");
+    const std::pair<const char*, const char*> rows[] = {{"\xEF\xBB\xBF[A]\nk=v\n", "1 o\n1 s <A>\n2 e <k>=<v>\n"},
+                                                        {"\xEF\xBB\xBF", "1 o\n"},
+                                                        {"\xEF\xBB\xBF\n", "1 o\n1 b\n"},
+                                                        {"\n\xEF\xBB\xBFk\n", "1 b\n2 e <\xEF\xBB\xBFk>\n"},
+                                                        {"\xEF\xBB", "1 e <\xEF\xBB>\n"}};
+    for (const auto& [text, pieces] : rows)
+        EXPECT_EQ(dump(text), pieces);
 }
 
 TEST(IniLine, PiecesCoverTheirBytesWithTheLineEnd) {

@@ -55,12 +55,15 @@ std::string randomText(Random& random) {
 }
 
 TEST(IniScan, GoesFromHeaderToHeader) {
-    EXPECT_EQ(sectionsByWalking("k=1\n[A]\nk=[x]\n; [c]\n [ B ] ; c\n"), "<A> 4 8 20\n<B> 20 31 31\n");
-    EXPECT_EQ(sectionsByWalking("\xEF\xBB\xBF [A]\n"), "<A> 3 8 8\n");
-    EXPECT_EQ(sectionsByWalking("[A"), "");
-    EXPECT_EQ(sectionsByWalking("[A]"), "<A> 0 3 3\n");
-    EXPECT_EQ(sectionsByWalking("[open\n[A]\n[open\nk\n"), "<A> 6 10 18\n");
-    EXPECT_EQ(sectionsByWalking(""), "");
+    const std::pair<const char*, const char*> rows[] = {
+        {"k=1\n[A]\nk=[x]\n; [c]\n [ B ] ; c\n", "<A> 4 8 20\n<B> 20 31 31\n"},
+        {"\xEF\xBB\xBF [A]\n", "<A> 3 8 8\n"},
+        {"[A", ""},
+        {"[A]", "<A> 0 3 3\n"},
+        {"[open\n[A]\n[open\nk\n", "<A> 6 10 18\n"},
+        {"", ""}};
+    for (const auto& [text, sections] : rows)
+        EXPECT_EQ(sectionsByWalking(text), sections);
 }
 
 TEST(IniScan, FindsTheSameSectionsAsASearchThroughAllLines) {

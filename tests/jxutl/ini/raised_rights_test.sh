@@ -2,24 +2,8 @@
 # A program with raised rights: the user who starts it must not choose its files through the environment.
 # Usage: raised_rights_test.sh WRITE-ONCE
 set -u
-if [ "$(id -u)" != 0 ]; then
-    echo 'SKIPPED: only root can give a program the rights of another user'
-    exit 77
-fi
-dir=$(mktemp -d)
-trap 'rm -rf "$dir"' EXIT
-chmod 777 "$dir"
-cp "$1" "$dir/plain"
-cp "$1" "$dir/raised"
-chmod 755 "$dir/plain"
-chown 65534 "$dir/raised"
-chmod 4755 "$dir/raised"
-account=$(getent passwd 65534 | cut -d: -f6)
-if [ -e "$account" ] || [ "$(findmnt -no OPTIONS -T "$dir" | grep -cw nosuid)" != 0 ]; then
-    echo 'SKIPPED: user 65534 has a home directory here, or programs cannot have raised rights'
-    exit 77
-fi
-failed=0
+. "$(dirname "$0")/../../support/raised.sh"
+raised raised 4755
 
 # expect PROGRAM RESULT: starts it as user 65533 with every variable pointing here; step 7 is the lock, errno 2 ENOENT.
 expect() {

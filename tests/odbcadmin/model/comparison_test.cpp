@@ -22,17 +22,9 @@ TEST_F(ComparisonTest, TellsWhatIsNewAndWhatSaysSomethingElse) {
     home_.put(".odbcinst.ini", std::string(kDrivers) +
                                    "More=1\n[ODBC Drivers]\nNew=Installed\n[New]\nDriver=/new.so\n"
                                    "[ODBC Translators]\nLatin=Installed\n");
-    home_.put(".odbc.ini", R"([odbc data sources]
-SALES=Plain
-Accounts=Other
-Stock=Plain
-[sales]
-Driver=/opt/libplain.so
-Server=db1
-PWD=geheim
-[Accounts]
-Driver=/opt/libplain.so
-)");
+    home_.put(".odbc.ini",
+              "[odbc data sources]\nSALES=Plain\nAccounts=Other\nStock=Plain\n[sales]\nDriver=/opt/libplain.so\n"
+              "Server=db1\nPWD=geheim\n[Accounts]\nDriver=/opt/libplain.so\n");
     const Configuration after = Configuration::read();
     EXPECT_EQ(dump(compareRegistered(kDriverKind, before, after)), "Plain changed, New added");
     EXPECT_EQ(dump(compareRegistered(kTranslatorKind, before, after)), "Latin added");

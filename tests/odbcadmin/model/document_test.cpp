@@ -79,18 +79,9 @@ TEST_F(DocumentTest, AppliedElsewhereItMakesTheSame) {
     home_.put(".odbc.ini", "");
     home_.put(".odbcinst.ini", "");
     EXPECT_EQ(apply(document), "");
-    EXPECT_EQ(sources(), R"([ODBC Data Sources]
-Sales=Plain
-Accounts=Plain
-
-[Sales]
-Driver=/opt/libplain.so
-Server=db1
-PWD=geheim
-
-[Accounts]
-Driver=/opt/libplain.so
-)");
+    EXPECT_EQ(sources(),
+              "[ODBC Data Sources]\nSales=Plain\nAccounts=Plain\n\n[Sales]\nDriver=/opt/libplain.so\nServer=db1\n"
+              "PWD=geheim\n\n[Accounts]\nDriver=/opt/libplain.so\n");
     EXPECT_EQ(drivers(), kDrivers);
 }
 

@@ -33,21 +33,8 @@ TEST_F(FileChangeTest, SetsAndErasesInOneChange) {
     ASSERT_EQ(result.files.size(), 1U);
     EXPECT_EQ(result.files[0].path, home_.file(".odbc.ini"));
     EXPECT_EQ(result.files[0].difference, "");
-    EXPECT_EQ(sources(), R"(; our data sources
-[ODBC Data Sources]
-Sales=Plain
-Accounts=Plain
-
-; the shop
-[Sales]
-Driver=/opt/libplain.so
-Server = db2
-New=a=b;c # d
-
-[Accounts]
-Driver=/opt/libplain.so
-
-)");
+    EXPECT_EQ(sources(), with(with(kSources, "Server = db1\nPWD=geheim\n", "Server = db2\nNew=a=b;c # d\n"),
+                              "[ODBC]\nTrace=0\n", ""));
 }
 
 TEST_F(FileChangeTest, APreviewShowsTheDifferenceWithSecretsMasked) {

@@ -2,30 +2,12 @@
 # A program with raised rights ignores the environment and reads the files of the account it runs as.
 # Usage: read_test.sh READ-ONCE
 set -u
-if [ "$(id -u)" != 0 ]; then
-    echo 'SKIPPED: only root can give a program the rights of another user'
-    exit 77
-fi
-dir=$(mktemp -d)
-trap 'rm -rf "$dir"' EXIT
-chmod 755 "$dir"
-cp "$1" "$dir/plain"
-cp "$1" "$dir/user"
-cp "$1" "$dir/group"
-chmod 755 "$dir/plain"
-chown 65534 "$dir/user"
-chmod 4755 "$dir/user"
-chgrp 65534 "$dir/group"
-chmod 2755 "$dir/group"
-account=$(getent passwd 65534 | cut -d: -f6)
-if [ -e "$account" ] || [ "$(findmnt -no OPTIONS -T "$dir" | grep -cw nosuid)" != 0 ]; then
-    echo 'SKIPPED: user 65534 has a home directory here, or programs cannot have raised rights'
-    exit 77
-fi
+. "$(dirname "$0")/../../../support/raised.sh"
+raised user 4755
+raised group 2755
 printf '[A]\nk=home\n' > "$dir/.odbc.ini"
 printf '[A]\nk=own\n' > "$dir/own.ini"
 chmod 644 "$dir/.odbc.ini" "$dir/own.ini"
-failed=0
 
 # expect PROGRAM VALUE [VARIABLE...]: starts it as an account that does not exist.
 expect() {
