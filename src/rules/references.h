@@ -40,9 +40,8 @@ inline Reference referenceOf(std::string_view name) {
 // or counts: the environment could then choose what a program loads.
 inline bool mayBeReferred(std::string_view key) {
     constexpr std::array<std::string_view, 4> kNever{kDriver, kSetup, kTranslator, kUsageCount};
-    return referredKey(key).empty() && std::none_of(kNever.begin(), kNever.end(), [key](std::string_view each) {
-               return sameName(key, each);
-           });
+    return referredKey(key).empty() &&
+           std::none_of(kNever.begin(), kNever.end(), [key](std::string_view each) { return sameName(key, each); });
 }
 
 }  // namespace jx::rules

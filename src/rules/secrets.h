@@ -18,8 +18,8 @@ namespace jx::rules {
 inline constexpr std::string_view kMask = "********";
 
 // Whether the key's name means a password, secret, token, passphrase, private key or the like, in any case and
-// spelling: true for "SSL-Key_Password", false for "PasswordFile" and "Compass", and for "Password@env", which says only
-// where the secret lies.
+// spelling: true for "SSL-Key_Password", false for "PasswordFile" and "Compass", and for "Password@env", which says
+// only where the secret lies.
 inline bool isSecretKey(std::string_view key);
 
 // The value with its secrets replaced by kMask: all of it under a secret key; otherwise the part after "PWD=" or

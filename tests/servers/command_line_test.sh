@@ -40,9 +40,7 @@ check "as JSON it has a line for each look-up" test "$(look_up_keys)" -gt 40
 # What the log shows is what is known of the driver.
 known_keys() { sed -n 's/^\[Key \(.*\)\]$/\1/p' "$1" | tr '[:upper:]' '[:lower:]' | sort; }
 asked_keys() { # driver
-    rm -f "$work/asked"
-    JXODBC_LOG=$work/asked LD_LIBRARY_PATH=$build/src/jxodbc:$libraries "$programs/try_driver" "$1" DSN=Known >/dev/null 2>&1 || :
-    cut -f4,5 "$work/asked" | sed -n 's/^Known	//p' | tr '[:upper:]' '[:lower:]' | grep -vx driver | sort -u
+    admin run --log -- "$programs/try_driver" "$1" DSN=Known 2>&1 >/dev/null | cut -f4,5 | sed -n 's/^Known	//p' | tr '[:upper:]' '[:lower:]' | grep -vx driver | sort -u
 }
 is_known() { # driver file
     printf '[Known]\nDriver=%s\nServer=127.0.0.1\nPort=1\nDatabase=%s/known.db\n' "$1" "$work" >"$HOME/known.ini"

@@ -33,6 +33,12 @@ bool isDriver(const IniSection& section) {
            !section.value(rules::kDriver).empty();
 }
 
+// Whether another file than the one that changes go to has it: a section here would hide that one.
+bool isElsewhere(const Configuration& configuration, const Registration& wish) {
+    const std::optional<Registered> present = configuration.driver(wish.name);
+    return present && present->file != &configuration.file(FileKind::drivers) && present->library.text == wish.library;
+}
+
 Registration withoutKeysThere(const Configuration& configuration, Registration wish) {
     const std::optional<Registered> present = configuration.driver(wish.name);
     if (!present)
@@ -86,7 +92,8 @@ ChangeResult registerFromTemplate(const Configuration& configuration, const std:
             return {std::move(reason)};
     FileChange change(rules::kDriverFile, way);
     for (const Registration& each : drivers)
-        composeRegistration(change, kDriverKind, withoutKeysThere(configuration, each));
+        if (!isElsewhere(configuration, each))
+            composeRegistration(change, kDriverKind, withoutKeysThere(configuration, each));
     return change.finish();
 }
 

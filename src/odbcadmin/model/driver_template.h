@@ -30,7 +30,8 @@ struct DriverTemplate {
 std::vector<DriverTemplate> templatesIn(const std::string& dataFolder);
 
 // Registers drivers whose libraries are full paths by now, in one change. Of one that is registered already the
-// libraries are set; of its other keys those that are there stay as they are.
+// libraries are set; of its other keys those that are there stay as they are. One that another file has with the same
+// library stays there.
 ChangeResult registerFromTemplate(const Configuration& configuration, const std::vector<Registration>& drivers,
                                   const ChangeWay& way);
 

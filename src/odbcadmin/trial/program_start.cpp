@@ -20,8 +20,12 @@ namespace jx::trial {
 
 namespace {
 
-constexpr int kSignals[] = {SIGCHLD, SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGUSR1, SIGUSR2, SIGWINCH};
+// Those that stop a process are among them: the child stops, and then this process as if by itself.
+constexpr int kSignals[] = {SIGCHLD, SIGHUP,  SIGINT,  SIGQUIT, SIGTERM, SIGUSR1,
+                            SIGUSR2, SIGTSTP, SIGTTIN, SIGTTOU, SIGWINCH};
 constexpr int kLogDescriptor = 100;  // above those that programs commonly take for themselves
+constexpr int kPipeSize = 1 << 20;   // what does not fit is lost
+constexpr std::size_t kLongestLine = 1U << 16U;
 
 // The signals that this process waits for are blocked while it lives.
 class BlockedSignals {
@@ -69,6 +73,9 @@ public:
                 return count != 0;
             text_.append(room.data(), static_cast<std::size_t>(count));
             takeWhole();
+            // Whatever else writes there need not write lines.
+            if (text_.size() > kLongestLine)
+                text_.clear();
         }
     }
 
@@ -166,6 +173,7 @@ ProgramEnd superviseProgram(const std::string& path, const std::vector<std::stri
     const OwnedDescriptor failureReading(failure[0]);
     OwnedDescriptor failureWriting(failure[1]);
     ::fcntl(reading.get(), F_SETFL, O_NONBLOCK);
+    ::fcntl(reading.get(), F_SETPIPE_SZ, kPipeSize);
     const BlockedSignals blocked;
     const OwnedDescriptor signals(::signalfd(-1, &blocked.set(), SFD_CLOEXEC | SFD_NONBLOCK));
     const pid_t parent = ::getpid();
@@ -174,6 +182,8 @@ ProgramEnd superviseProgram(const std::string& path, const std::vector<std::stri
         return {errno, 0, 0};
     if (child == 0)
         beChild(path, words, writing.get(), failureWriting.get(), blocked, parent);
+    // The program goes on when nobody reads what this process writes any more.
+    ::signal(SIGPIPE, SIG_IGN);
     writing.reset();
     failureWriting.reset();
     ProgramEnd end;

@@ -1,6 +1,8 @@
 // What is known of drivers: the files that say so, and what the commands make of them.
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 
 #include "admin_test.h"
 #include "odbcadmin/model/data_folder.h"
@@ -116,18 +118,35 @@ TEST_F(KnownDrivers, CompletionOffersTheKeysOfTheDriver) {
     EXPECT_EQ(completed({"dsn", "add", "A", "--driver", "Other", ""}), "");
 }
 
+// The example of the document, as a vendor would take it.
+std::string exampleOfDocument() {
+    std::ifstream file(JX_DOCUMENTS "/known-drivers.md");
+    const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    const std::size_t begin = text.find("```ini\n");
+    return begin == std::string::npos ? "" : text.substr(begin + 7, text.find("```\n", begin + 7) - begin - 7);
+}
+
 TEST_F(KnownDrivers, AVendorsFileBesideItsLibraryIsRead) {
-    std::filesystem::create_directories(home_.file("opt/acme/lib"));
     std::filesystem::create_directories(home_.file("opt/acme/share/jxodbc/drivers"));
-    home_.put("opt/acme/share/jxodbc/drivers/acme.ini",
-              "[Driver]\nName=Acme\n[Libraries]\nlibacme.so=Acme ODBC\n"
-              "[Key Host]\nSays=Where it is\nNeeded=yes\n");
+    home_.put("opt/acme/share/jxodbc/drivers/acme.ini", exampleOfDocument());
     home_.put("opt/acme/share/jxodbc/drivers/bad.ini", "\x01\n[Key\nno file of ours");
+    home_.put(".odbcinst.ini", "[ODBC Drivers]\nAcme=Installed\n[Acme]\nDriver=" +
+                                   home_.file("opt/acme/lib/libacmeodbc-2.1.so.2") + "\n");
+    const std::string told = remarksOf({"dsn", "add", "A", "--driver", "Acme", "Hots=x", "Server=y", "PWD=z"});
+    for (const char* each : {"Acme's driver never asks for Hots. Did you mean Host?",
+                             "Acme's driver never asks for Server; it asks for Host. Use Host.",
+                             "Acme's driver never asks for PWD. Programs give it in the connection string.",
+                             "Acme's driver needs Database as well"})
+        EXPECT_NE(told.find(each), std::string::npos) << each << told;
+}
+
+TEST_F(KnownDrivers, AVendorsFileGoesBeforeThisProducts) {
+    std::filesystem::create_directories(home_.file("opt/pg/share/jxodbc/drivers"));
+    home_.put("opt/pg/share/jxodbc/drivers/pg.ini",
+              "[Driver]\nName=Newer\n[Libraries]\npsqlodbcw.so=PG\n[Key Sever]\nSays=A new key\n");
     home_.put(".odbcinst.ini",
-              "[ODBC Drivers]\nAcme=Installed\n[Acme]\nDriver=" + home_.file("opt/acme/lib/libacme.so.2") + "\n");
-    const std::string told = remarksOf({"dsn", "add", "A", "--driver", "Acme", "Hots=x"});
-    EXPECT_NE(told.find("Acme's driver never asks for Hots. Did you mean Host?"), std::string::npos) << told;
-    EXPECT_NE(told.find("Acme's driver needs Host as well"), std::string::npos) << told;
+              "[ODBC Drivers]\nPg=Installed\n[Pg]\nDriver=" + home_.file("opt/pg/lib/psqlodbcw.so") + "\n");
+    EXPECT_EQ(remarksOf({"dsn", "add", "A", "--driver", "Pg", "Sever=x"}).find("never asks"), std::string::npos);
 }
 
 }  // namespace

@@ -161,6 +161,12 @@ TEST_F(RunCommand, CheckNamesPackagesAndDriversThatNeedTheLibrary) {
     EXPECT_NE(told.find("Without    " + home_.file("libodbcinst.so.2") + " (package acme-odbc:amd64)\n"),
               std::string::npos)
         << told;
+    putProgram("bin/dpkg-query", "#!/bin/sh\nexit 1\n");
+    putProgram("bin/rpm", "#!/bin/sh\necho acme-odbc\n");
+    EXPECT_NE(shell("PATH=$HOME/bin:$PATH; export PATH; LD_LIBRARY_PATH=$HOME; export LD_LIBRARY_PATH\n"
+                    "odbcadmin run --check -- sh")
+                  .out.find(" (package acme-odbc)\n"),
+              std::string::npos);
     EXPECT_NE(told.find("Needed by  driver Needy: " JX_RUN_ASKER "\n"), std::string::npos) << told;
 }
 
@@ -189,6 +195,23 @@ TEST_F(RunCommand, LogAsJsonIsAnObjectALine) {
     EXPECT_EQ(first["answer"], home_.file(".odbc.ini") + ":2");
     EXPECT_EQ(first["value"], "db1");
     EXPECT_EQ(nlohmann::ordered_json::parse(result.err.substr(end + 1))["answer"], "no-key");
+}
+
+TEST_F(RunCommand, AReaderOfTheLogThatGoesAwayDoesNotEndTheProgram) {
+    const ProgramResult result = shell(
+        "mkfifo log go\n"
+        "(odbcadmin run --log --json -- " JX_RUN_ASKER
+        " read Server exit=7 <go 2>log; echo $?) &\n"
+        "exec 3>go 4<log\nexec 4<&-\necho >&3\nwait");
+    EXPECT_EQ(result.out, "Server=db1\n7\n");
+}
+
+TEST_F(RunCommand, WhatElseIsWrittenIntoTheLogDoesNotStopIt) {
+    const ProgramResult result = run(
+        {"run", "--log", "--json", "--", "sh", "-c",
+         "head -c 300000 /dev/zero >/dev/fd/$JXODBC_LOG; echo >/dev/fd/$JXODBC_LOG; echo odd >/dev/fd/$JXODBC_LOG"});
+    EXPECT_EQ(result.code, 0);
+    EXPECT_NE(result.err.find("{\"text\":\"odd\"}\n"), std::string::npos);
 }
 
 TEST_F(RunCommand, SignalsReachTheProgramThroughItsParent) {

@@ -364,6 +364,18 @@ TEST(LibraryChecks, TheInstallerLibraryThatAnswersIsNamed) {
         << home.check(path);
 }
 
+TEST(LibraryChecks, ADriverForWhichTheLoaderFindsNoInstallerLibraryIsTriedWithThisProducts) {
+    const DoctorHome home;
+    const std::string path = home.take("libwants_todays.so");
+    const std::string told = home.check(path, LibraryRole::driver);
+    EXPECT_TRUE(told.starts_with(
+        "warning library.installer-missing X\n"
+        "  ~/libwants_todays.so needs libodbcinst.so.2, and the loader finds none; it was tried with "))
+        << told;
+    EXPECT_NE(told.find("Start programs with odbcadmin run -- PROGRAM."), std::string::npos) << told;
+    EXPECT_EQ(told.find("error"), std::string::npos) << told;
+}
+
 TEST(MeantLibrary, IsAPathADriversOrAFileWhereDriversAreInstalled) {
     DoctorHome home;
     home.put(".odbcinst.ini",
