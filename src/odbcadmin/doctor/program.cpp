@@ -21,13 +21,13 @@ using Obstacle = Program::Obstacle;
 constexpr std::size_t kLongestFirstLine = 256;  // what the kernel reads of it
 constexpr std::size_t kMostInterpreters = 5;
 
-bool isFile(const std::string& path) {
+bool isRegular(const std::string& path) {
     struct stat state {};
     return ::stat(path.c_str(), &state) == 0 && S_ISREG(state.st_mode);
 }
 
 bool isExecutable(const std::string& path) {
-    return isFile(path) && ::access(path.c_str(), X_OK) == 0;
+    return isRegular(path) && ::access(path.c_str(), X_OK) == 0;
 }
 
 // The first file of that name that may be run; else the first of that name; else nothing.
@@ -36,10 +36,10 @@ std::string onSearchPath(const std::string& name) {
     std::istringstream directories(variable != nullptr ? variable : "/bin:/usr/bin");
     std::string closed;
     for (std::string directory; std::getline(directories, directory, ':');) {
-        const std::string path = (directory.empty() ? "." : directory) + "/" + name;
+        std::string path = (directory.empty() ? "." : directory) + "/" + name;
         if (isExecutable(path))
             return path;
-        if (closed.empty() && isFile(path))
+        if (closed.empty() && isRegular(path))
             closed = path;
     }
     return closed;
@@ -98,12 +98,12 @@ bool isScript(const LibraryFile& file) {
 }
 
 Obstacle obstacleOf(const LibraryFile& file, const std::string& path) {
-    using State = LibraryFile::State;
+    using FileState = LibraryFile::State;
     if (hasRaisedRights(path))
         return Obstacle::raisedRights;
-    if (file.state == State::unreadable)
+    if (file.state == FileState::unreadable)
         return Obstacle::none;
-    if (file.state != State::notShared && file.state != State::library)
+    if (file.state != FileState::notShared && file.state != FileState::library)
         return Obstacle::notProgram;
     if (file.isForOtherSystem())
         return Obstacle::otherSystem;

@@ -37,7 +37,7 @@ std::string stemOf(const std::string& library) {
     return isVersion ? name.substr(0, dash) : name;
 }
 
-Pairs pairsOf(const IniSection* section) {
+Pairs entriesAsPairs(const IniSection* section) {
     Pairs pairs;
     if (section != nullptr)
         for (const IniEntry& entry : section->entries)
@@ -53,9 +53,9 @@ KnownKey keyOf(const IniSection& section) {
 KnownDriver readDriver(const std::string& path, const IniView& file) {
     KnownDriver driver{file.value("Driver", "Name"),
                        path,
-                       pairsOf(file.section("Libraries")),
+                       entriesAsPairs(file.section("Libraries")),
                        {},
-                       pairsOf(file.section("Other names"))};
+                       entriesAsPairs(file.section("Other names"))};
     for (const IniSection& section : file.sections())
         if (rules::beginsWithName(section.name, kKeyWord))
             driver.keys.push_back(keyOf(section));
@@ -108,6 +108,23 @@ std::string ownFolder() {
     return (program.parent_path() / JX_DATA_FROM_PROGRAM / "drivers").lexically_normal().string();
 }
 
+const KnownDriver* findKnown(const std::string& library) {
+    const std::string beside = dataFolderOf(library);
+    for (const std::string& directory : {beside.empty() ? "" : (fs::path(beside) / kFolder).string(), ownFolder()}) {
+        if (directory.empty())
+            continue;
+        for (const KnownDriver& driver : driversIn(directory))
+            if (!driver.registeredName(library).empty())
+                return &driver;
+    }
+    return nullptr;
+}
+
+std::map<std::string, const KnownDriver*>& answers() {
+    static std::map<std::string, const KnownDriver*> known;
+    return known;
+}
+
 }  // namespace
 
 const KnownKey* KnownDriver::key(std::string_view wanted) const {
@@ -124,17 +141,11 @@ std::string KnownDriver::registeredName(const std::string& library) const {
 }
 
 const KnownDriver* knownDriverOf(const std::string& library) {
-    if (library.empty())
-        return nullptr;
-    const std::string beside = dataFolderOf(library);
-    for (const std::string& directory : {beside.empty() ? "" : (fs::path(beside) / kFolder).string(), ownFolder()}) {
-        if (directory.empty())
-            continue;
-        for (const KnownDriver& driver : driversIn(directory))
-            if (!driver.registeredName(library).empty())
-                return &driver;
-    }
-    return nullptr;
+    // Thousands of data sources have a few libraries.
+    const auto [place, isNew] = answers().try_emplace(library, nullptr);
+    if (isNew && !library.empty())
+        place->second = findKnown(library);
+    return place->second;
 }
 
 std::optional<KeyMistake> mistakeIn(const KnownDriver& driver, std::string_view key) {
@@ -168,6 +179,7 @@ std::vector<std::string> missingKeys(const KnownDriver& driver, const std::vecto
 
 void useKnownDrivers(const std::string& directory) {
     ownDirectory() = directory;
+    answers().clear();
 }
 
 }  // namespace jx::model
