@@ -6,7 +6,7 @@
 
 namespace jx::cli {
 
-// One line without its end, as an object of one line; what is no line of the log as {"text"}.
+// One line without its end, as an object of one line; anything else as {"text"}.
 std::string lookupJson(std::string_view line);
 
 }  // namespace jx::cli

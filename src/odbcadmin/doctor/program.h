@@ -17,7 +17,7 @@ struct Program {
     enum class Obstacle {
         none,
         absent,         // neither its path nor the directories of PATH lead to a file
-        notExecutable,  // this user may not run it, or it is no file
+        notExecutable,  // this user may not run it, or it is not a regular file
         notProgram,     // of a kind that this system does not run
         otherSystem,
         linkedStatically,

@@ -33,7 +33,7 @@ struct KnownDriver {
     // Null when there is none. In any case.
     const KnownKey* key(std::string_view name) const;
 
-    // The name under which the library is usually registered; empty when it is none of this driver's.
+    // The name under which the library is usually registered; empty when it is another driver's.
     std::string registeredName(const std::string& library) const;
 };
 

@@ -21,12 +21,11 @@ std::string whyNeverFollowed(rules::Reference kind, std::string_view target) {
 
 ChangeResult referTo(const Configuration& configuration, const std::string& source, const std::string& key,
                      rules::Reference kind, const std::string& target, const ChangeWay& way) {
-    using Kind = Reason::Kind;
     if (!rules::mayBeReferred(key))
-        return {{Kind::refused, "The value of " + key + " cannot lie elsewhere",
+        return {{Reason::Kind::refused, "The value of " + key + " cannot lie elsewhere",
                  "Only what is neither code to load nor a reference itself can."}};
     if (const std::string why = whyNeverFollowed(kind, target); !why.empty())
-        return {{Kind::refused, "\"" + target + "\" " + why,
+        return {{Reason::Kind::refused, "\"" + target + "\" " + why,
                  kind == rules::Reference::file ? "Give the full path: a driver asks from any directory." : ""}};
     const std::string name = key + std::string(rules::kReferenceSuffixes[static_cast<std::size_t>(kind)]);
     if (Reason reason = whyNotSet(configuration, source, {{name, target}}))
