@@ -3,10 +3,11 @@
 
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/driver_template.h"
+#include "odbcadmin/cli/library_warning.h"
 #include "odbcadmin/cli/verb.h"
-#include "odbcadmin/doctor/library_state.h"
 #include "odbcadmin/model/data_source_change.h"
 #include "odbcadmin/model/text.h"
+#include "odbcadmin/trial/installer_library.h"
 
 namespace jx::cli {
 
@@ -20,16 +21,13 @@ using model::WhenPresent;
 // What is given by options and thus not as KEY=VALUE.
 const std::vector<std::string_view> kKeysGivenOtherwise{"Driver", "Setup"};
 
-void warnOfLibrary(const Session& session, const std::string& what, const std::string& path) {
-    if (path.find('/') == std::string::npos || session.quiet)
-        return;
-    const std::string state = doctor::libraryFileState(path);
-    if (state == "missing")
-        session.warn("the " + what + " " + path + " is not there");
-    else if (state == "broken")
-        session.warn("the " + what + " " + path + " cannot be used; odbcadmin driver check tells why");
-    else if (state == "wrong architecture")
-        session.warn("the " + what + " " + path + " is for another kind of processor");
+constexpr const char* kNoSetup = "Without --setup: enter no setup library, not even the general one";
+
+// The setup library to enter for a driver that would have none; empty when it has one, or is to have none.
+std::string missingSetup(const Configuration& configuration, const Line& line) {
+    const auto driver = configuration.driver(line.text("NAME"));
+    const bool hasSetup = (driver && driver->setup) || !line.text("--setup").empty();
+    return hasSetup || line.has("--no-setup") ? "" : trial::generalSetupLibrary();
 }
 
 ExitCode enter(const Session& session, const Configuration& configuration, const Line& line, const RegisteredKind& kind,
@@ -44,13 +42,17 @@ ExitCode enter(const Session& session, const Configuration& configuration, const
             return ExitCode::wrongUse;
         wish.keys = *keys;
     }
+    const std::string general = isDriver ? missingSetup(configuration, line) : "";
+    if (!general.empty())
+        wish.setup = general;
     const bool isPresent = configuration.find(kind, wish.name).has_value();
     const ChangeResult result = model::registerEntry(configuration, kind, wish, present, session.way());
     if (result.isDone() && isDriver) {
         warnOfLibrary(session, "library", wish.library);
         warnOfLibrary(session, "setup library", wish.setup.value_or(""));
     }
-    return session.report(result, (isPresent ? "Changed " : "Added ") + std::string(kind.word) + " " + wish.name);
+    return session.report(result, (isPresent ? "Changed " : "Added ") + std::string(kind.word) + " " + wish.name +
+                                      (general.empty() ? "" : " with the general setup library " + general));
 }
 
 // With -f the template says all.
@@ -93,6 +95,8 @@ ExitCode removeDriver(const Session& session, const Configuration& configuration
 
 ExitCode removeTranslator(const Session& session, const Configuration& configuration, const Line& line) {
     const std::string name = line.text("NAME");
+    if (line.has("--if-exists") && !configuration.find(model::kTranslatorKind, name))
+        return session.report({}, {});
     return session.report(model::unregisterEntry(configuration, model::kTranslatorKind, name, session.way()),
                           "Removed translator " + name);
 }
@@ -117,6 +121,7 @@ void addRegisteredChangeCommands(CLI::App& app, Session& session) {
         .operand("NAME", "Driver, and behind it KEY=VALUE for further keys; with -f which of the template's", kAny)
         .option("--lib", "The driver's library", Complete::files)
         .option("--setup", "Its setup library", Complete::files)
+        .flag("--no-setup", kNoSetup)
         .option("-f,--file", "A template, in which each section with a Driver is a driver", Complete::files)
         .onRead(Needs::drivers, addDriver);
     onEnter(
@@ -124,7 +129,8 @@ void addRegisteredChangeCommands(CLI::App& app, Session& session) {
                 "odbcadmin driver ensure SQLite3 --lib /usr/lib/odbc/libsqlite3odbc.so --check")
             .operand("NAME", "Driver", kOne, Complete::driver)
             .operand("KEY=VALUE", "Further keys of its section", kAny)
-            .option("--lib", "The driver's library", Complete::files),
+            .option("--lib", "The driver's library", Complete::files)
+            .flag("--no-setup", kNoSetup),
         model::kDriverKind, WhenPresent::change);
     addVerb(app, session, "driver remove", "Unregister a driver; its library file stays",
             "odbcadmin driver remove SQLite3\nodbcadmin driver remove SQLite3 --with-dsns --dry-run")
@@ -140,6 +146,7 @@ void addRegisteredChangeCommands(CLI::App& app, Session& session) {
     addVerb(app, session, "translator remove", "Unregister a translator; its library file stays",
             "odbcadmin translator remove Latin1")
         .operand("NAME", "Translator", kOne, Complete::translator)
+        .flag("--if-exists", "Do nothing when it is not there")
         .onRead(Needs::drivers, removeTranslator);
 }
 

@@ -75,7 +75,7 @@ std::vector<std::string> driversThatNeedIt(const model::Configuration& configura
     for (const model::Registered& each : configuration.drivers()) {
         const std::string path = doctor::meantLibrary(each.library.text, configuration, places);
         const std::vector<std::string> needed = doctor::readLibraryFile(path).needed;
-        if (std::find(needed.begin(), needed.end(), trial::kSecondInstaller) != needed.end())
+        if (std::find(needed.begin(), needed.end(), trial::kDriversInstaller) != needed.end())
             drivers.push_back("driver " + each.name + ": " + path);
     }
     return drivers;
@@ -94,7 +94,7 @@ void print(const Session& session, const Program& program, const Change& change)
     for (const std::string& each : program.interpreters)
         rows.push_back({"Run by", each});
     rows.push_back({"Without", change.without.path.empty()
-                                   ? std::string("no ") + trial::kSecondInstaller + " anywhere the loader looks"
+                                   ? std::string("no ") + trial::kDriversInstaller + " anywhere the loader looks"
                                    : doctor::withPackage(change.without.path)});
     rows.push_back({"With", doctor::withPackage(change.with.path)});
     for (const auto* list : {&change.with.neededBy, &change.drivers})
@@ -121,7 +121,7 @@ ExitCode showChange(const Session& session, const model::Configuration& configur
                            {"changes", change.isAny()}});
     else
         print(session, program, change);
-    if (!doctor::isSameFile(change.with.path, trial::secondInstallerPath()))
+    if (!doctor::isSameFile(change.with.path, trial::driversInstallerPath()))
         session.warn("a search path that is built into the program prevails over " + std::string(kVariable));
     return session.check && change.isAny() ? ExitCode::wouldChange : ExitCode::done;
 }
@@ -149,9 +149,9 @@ ExitCode run(const Session& session, const model::Configuration& configuration, 
     std::vector<std::string> words{line.text("PROGRAM")};
     for (const std::string& each : line.texts("ARGUMENT"))
         words.push_back(each);
-    const std::string own = trial::secondInstallerPath();
+    const std::string own = trial::driversInstallerPath();
     if (own.empty())
-        return session.fail(ExitCode::failed, std::string("This product's ") + trial::kSecondInstaller + " is missing",
+        return session.fail(ExitCode::failed, std::string("This product's ") + trial::kDriversInstaller + " is missing",
                             "Install jxodbc again.");
     const Program program = doctor::findProgram(words[0]);
     if (program.obstacle != Program::Obstacle::none)

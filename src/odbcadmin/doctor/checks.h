@@ -44,6 +44,7 @@ inline constexpr Check kDuplicateSection{"syntax.duplicate-section", warning};
 inline constexpr Check kDuplicateKey{"syntax.duplicate-key", warning};
 inline constexpr Check kKeyOutside{"syntax.key-before-section", error};
 inline constexpr Check kNoEquals{"syntax.no-equals", warning};
+inline constexpr Check kUtf16{"syntax.utf-16", error};
 inline constexpr Check kNoKey{"syntax.no-key", error};
 inline constexpr Check kUnclosed{"syntax.unclosed-bracket", error};
 
@@ -57,6 +58,7 @@ inline constexpr Check kRelativePath{"names.relative-path", warning};
 inline constexpr Check kQuotedPath{"names.quoted-path", error};
 inline constexpr Check kUnexpandedPath{"names.unexpanded-path", error};
 inline constexpr Check kCommentInValue{"names.comment-in-value", error};
+inline constexpr Check kForeignPath{"names.foreign-path", error};
 inline constexpr Check kDriverByName{"names.driver-by-name", note};
 inline constexpr Check kStalePath{"names.stale-path", warning};
 inline constexpr Check kForbiddenCharacter{"names.forbidden-character", warning};
@@ -73,6 +75,10 @@ inline constexpr Check kReferenceElsewhere{"reference.elsewhere", note};
 inline constexpr Check kReferenceEmpty{"reference.empty", warning};
 inline constexpr Check kReferenceLineEnd{"reference.line-end", warning};
 inline constexpr Check kReferenceOtherLibrary{"reference.other-library", error};
+
+// What the driver gets.
+inline constexpr Check kQuotedValue{"values.quoted", warning};
+inline constexpr Check kCommentBehindValue{"values.comment", warning};
 
 // Libraries.
 inline constexpr Check kLibraryMissing{"library.missing", error};

@@ -30,10 +30,16 @@ struct ExaminationOptions {
 // by the helper program only.
 Findings examine(const model::Configuration& configuration, const ExaminationOptions& options);
 
+// The first two alone.
+Findings checkTexts(const model::Configuration& configuration, const std::string& systemFolder = "/etc");
+
 // The first three alone: nothing is loaded, no library is looked at.
 Findings lint(const model::Configuration& configuration, const std::string& systemFolder = "/etc");
 
-// The libraries of the given drivers.
+// The same of the texts that were read, wherever they came from: lines and names, nothing about the files as such.
+Findings lintTexts(const model::Configuration& configuration, const std::string& systemFolder = "/etc");
+
+// The libraries of the given drivers, and the keys that name them.
 Findings examineDrivers(const std::vector<model::Registered>& drivers, const ExaminationOptions& options);
 
 // Drivers that templates name, whose libraries are there, and that were never registered.

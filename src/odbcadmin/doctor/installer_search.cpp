@@ -23,7 +23,7 @@ std::string foundForDriver(const LibraryFile& program, const LoaderPlaces& place
     const LibraryFile driver;
     const Requester owner{&program, nullptr};
     const Requester requester{&driver, &owner};
-    const LookUp found = lookUp(trial::kSecondInstaller, &requester, places);
+    const LookUp found = lookUp(trial::kDriversInstaller, &requester, places);
     return found.file.isThere() ? found.file.path : "";
 }
 
@@ -38,7 +38,7 @@ InstallerSearch searchInstaller(const LibraryFile& program, const LoaderPlaces& 
     std::set<std::string> known;
     for (std::size_t i = 0; i < parts.size(); ++i) {
         for (const std::string& name : parts[i].file.needed) {
-            const bool isInstaller = name == trial::kSecondInstaller;
+            const bool isInstaller = name == trial::kDriversInstaller;
             if (isInstaller)
                 search.neededBy.push_back(parts[i].file.path);
             if (!known.insert(name).second)
@@ -63,7 +63,7 @@ bool lacksInstaller(const LibraryFile& library, const LoaderPlaces& places) {
 }
 
 LoaderPlaces withOwnInstaller(LoaderPlaces places) {
-    const std::string own = trial::secondInstallerPath();
+    const std::string own = trial::driversInstallerPath();
     if (!own.empty())
         places.environment.insert(places.environment.begin(), fs::path(own).parent_path().string());
     return places;

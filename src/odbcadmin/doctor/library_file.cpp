@@ -230,6 +230,7 @@ void readElf(int descriptor, std::uint64_t fileSize, LibraryFile& file) {
                                                               : State::notShared;
     takeSections(elf.get(), file);
     file.loader = loaderOf(elf.get(), header, descriptor);
+    file.isProgram = file.isProgram || header.e_type == ET_EXEC;
     if (file.state == State::library && file.isProgram)
         file.state = State::notShared;
 }

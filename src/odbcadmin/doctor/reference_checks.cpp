@@ -138,10 +138,10 @@ Findings checkReferences(const DataSource& source, const model::Configuration& c
         return findings;
     const LibraryFile driver = readLibraryFile(meantLibrary(source, configuration, places));
     const std::string answers = driver.isThere() ? searchInstaller(driver, places).path : "";
-    if (!answers.empty() && !isSameFile(answers, trial::secondInstallerPath()))
+    if (!answers.empty() && !isSameFile(answers, trial::driversInstallerPath()))
         subject.tell(check::kReferenceOtherLibrary,
                      followed.front().where + ": " + followed.front().name + " is followed by this product's " +
-                         trial::kSecondInstaller + " only, and the driver gets " + answers + ".",
+                         trial::kDriversInstaller + " only, and the driver gets " + answers + ".",
                      "Start the program with odbcadmin run -- PROGRAM.");
     return findings;
 }

@@ -2,7 +2,11 @@
 #include "odbcadmin/trial/installer_library.h"
 
 #include <dlfcn.h>
+#include <unistd.h>
 
+#include <array>
+#include <climits>
+#include <cstdlib>
 #include <filesystem>
 
 namespace jx::trial {
@@ -35,10 +39,20 @@ std::string installerPath() {
     return function != nullptr && ::dladdr(function, &place) != 0 ? place.dli_fname : "";
 }
 
-std::string secondInstallerPath() {
+std::string generalSetupLibrary() {
+    const std::string installer = installerPath();
+    if (installer.empty())
+        return {};
+    std::array<char, PATH_MAX> resolved{};
+    std::string path = ::realpath(installer.c_str(), resolved.data()) != nullptr ? resolved.data() : installer;
+    path.replace(path.rfind('/') + 1, std::string::npos, "libjxsetup.so");
+    return ::access(path.c_str(), R_OK) == 0 ? path : "";
+}
+
+std::string driversInstallerPath() {
     const std::filesystem::path directory = std::filesystem::path(installerPath()).parent_path();
     for (const char* folder : {"jxodbc", ""}) {
-        const std::filesystem::path path = directory / folder / kSecondInstaller;
+        const std::filesystem::path path = directory / folder / kDriversInstaller;
         std::error_code ignored;
         if (!directory.empty() && std::filesystem::exists(path, ignored))
             return path.string();

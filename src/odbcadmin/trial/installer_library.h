@@ -28,9 +28,12 @@ const std::string& installerTrouble();
 // Where the library lies; empty when it cannot be loaded.
 std::string installerPath();
 
+// libjxsetup.so beside it, the setup library that works for any driver, by its full path; empty when it is not there.
+std::string generalSetupLibrary();
+
 // The library that today's drivers need, and where this product's lies, which is beside the other one or in a folder
 // called jxodbc there; empty when it is not installed. It is not loaded.
-inline constexpr const char* kSecondInstaller = "libodbcinst.so.2";
-std::string secondInstallerPath();
+inline constexpr const char* kDriversInstaller = "libodbcinst.so.2";
+std::string driversInstallerPath();
 
 }  // namespace jx::trial

@@ -23,7 +23,7 @@ struct Functions {
 
 const Functions& functions() {
     static const Functions found = [] {
-        const std::string path = secondInstallerPath();
+        const std::string path = driversInstallerPath();
         void* library = path.empty() ? nullptr : ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
         if (library == nullptr)
             return Functions();
