@@ -82,14 +82,14 @@ std::vector<std::string> driversThatNeedIt(const model::Configuration& configura
 }
 
 // What running the program so would change for it.
-struct Change {
+struct LibraryChange {
     doctor::InstallerSearch without, with;
     std::vector<std::string> drivers;
 
     bool isAny() const { return !doctor::isSameFile(without.path, with.path); }
 };
 
-void print(const Session& session, const Program& program, const Change& change) {
+void print(const Session& session, const Program& program, const LibraryChange& change) {
     std::vector<std::vector<std::string>> rows{{"Program", program.path}};
     for (const std::string& each : program.interpreters)
         rows.push_back({"Run by", each});
@@ -107,9 +107,9 @@ void print(const Session& session, const Program& program, const Change& change)
 
 ExitCode showChange(const Session& session, const model::Configuration& configuration, const Program& program) {
     const doctor::LoaderPlaces places = doctor::loaderPlaces();
-    const Change change{searchInstaller(program.file, places),
-                        searchInstaller(program.file, doctor::withOwnInstaller(places)),
-                        driversThatNeedIt(configuration)};
+    const LibraryChange change{searchInstaller(program.file, places),
+                               searchInstaller(program.file, doctor::withOwnInstaller(places)),
+                               driversThatNeedIt(configuration)};
     if (session.json)
         session.printJson({{"program", program.path},
                            {"interpreters", program.interpreters},
