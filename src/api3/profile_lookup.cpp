@@ -31,7 +31,7 @@ std::string nameOf(const Question& question) {
 }
 
 bool isFollowed(const Question& question) {
-    return !rules::isListSection(question.section) && mayBeReferred(rules::argument(question.key));
+    return !rules::isListSection(question.section) && rules::mayBeReferred(rules::argument(question.key));
 }
 
 Answer follow(const Asked& asked, Reference reference, std::string key, std::string_view target) {
@@ -74,8 +74,8 @@ private:
 // The key is absent where it is looked for; it may stand there as a reference.
 Answer referredAnswer(const Asked& asked) {
     const std::string_view key = rules::argument(asked.question.key);
-    for (std::size_t i = 0; i < kReferenceSuffixes.size(); ++i) {
-        const SuffixedKey name(key, kReferenceSuffixes[i]);
+    for (std::size_t i = 0; i < rules::kReferenceSuffixes.size(); ++i) {
+        const SuffixedKey name(key, rules::kReferenceSuffixes[i]);
         JxIniPart target;
         if (ask(asked.view, asked.question.section, name.text(), target) == JxIniFound)
             return follow(asked, static_cast<Reference>(i), name.text(), textOf(target));
@@ -94,8 +94,8 @@ Answer withoutSuffixes(Answer answer) {
         return answer;
     NameList keys;
     for (const std::string_view name : NamesIn(answer.text())) {
-        const std::string_view key = referredKey(name);
-        keys.add(key.empty() || !mayBeReferred(key) ? name : key);
+        const std::string_view key = rules::referredKey(name);
+        keys.add(key.empty() || !rules::mayBeReferred(key) ? name : key);
     }
     answer.own = std::move(keys).text();
     return answer;

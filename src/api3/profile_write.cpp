@@ -48,7 +48,7 @@ std::string subjectOf(const ProfileWrite& write) {
 }
 
 bool deletesKey(const ProfileWrite& write) {
-    return write.key != nullptr && write.value == nullptr && mayBeReferred(rules::argument(write.key));
+    return write.key != nullptr && write.value == nullptr && rules::mayBeReferred(rules::argument(write.key));
 }
 
 bool apply(FileChange& change, const ProfileWrite& write) {
@@ -57,7 +57,7 @@ bool apply(FileChange& change, const ProfileWrite& write) {
         return false;
     if (!deletesKey(write) || rules::isListSection(section))
         return true;
-    for (const std::string_view suffix : kReferenceSuffixes) {
+    for (const std::string_view suffix : rules::kReferenceSuffixes) {
         const std::string reference = std::string(rules::argument(write.key)).append(suffix);
         if (!change.set(section, reference.c_str(), nullptr))
             return false;

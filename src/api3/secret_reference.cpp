@@ -6,15 +6,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <vector>
 
 #include "api3/descriptor.h"
 #include "api3/environment.h"
-#include "rules/names.h"
-#include "rules/sections.h"
 
 namespace jx::api3 {
 
@@ -132,21 +129,6 @@ void dropLineEnd(std::string& text) {
 }
 
 }  // namespace
-
-std::string_view referredKey(std::string_view name) {
-    for (const std::string_view suffix : kReferenceSuffixes)
-        if (name.size() > suffix.size() && rules::sameName(name.substr(name.size() - suffix.size()), suffix))
-            return rules::trimmed(name.substr(0, name.size() - suffix.size()));
-    return {};
-}
-
-bool mayBeReferred(std::string_view key) {
-    constexpr std::array<std::string_view, 4> kNever{rules::kDriver, rules::kSetup, rules::kTranslator,
-                                                     rules::kUsageCount};
-    return referredKey(key).empty() && std::none_of(kNever.begin(), kNever.end(), [key](std::string_view each) {
-               return rules::sameName(key, each);
-           });
-}
 
 Secret readSecret(Reference reference, const std::string& target) {
     if (hasRaisedRights())

@@ -11,13 +11,15 @@
 #include <string_view>
 
 #include "rules/names.h"
+#include "rules/references.h"
 
 namespace jx::rules {
 
 inline constexpr std::string_view kMask = "********";
 
 // Whether the key's name means a password, secret, token, passphrase, private key or the like, in any case and
-// spelling: true for "SSL-Key_Password", false for "PasswordFile" and "Compass".
+// spelling: true for "SSL-Key_Password", false for "PasswordFile" and "Compass", and for "Password@env", which says
+// only where the secret lies.
 inline bool isSecretKey(std::string_view key);
 
 // The value with its secrets replaced by kMask: all of it under a secret key; otherwise the part after "PWD=" or
@@ -154,6 +156,8 @@ inline std::string maskedWord(std::string_view line) {
 }  // namespace secrets
 
 inline bool isSecretKey(std::string_view key) {
+    if (!referredKey(key).empty())
+        return false;
     const std::string letters = secrets::lettersOf(key);
     const auto isName = [&](std::string_view name) { return letters == name; };
     const auto isInside = [&](std::string_view part) { return letters.find(part) != std::string::npos; };

@@ -10,7 +10,7 @@ fail() {
 }
 
 for file in share/man/man1/odbcadmin.1 share/bash-completion/completions/odbcadmin share/zsh/site-functions/_odbcadmin \
-    share/fish/vendor_completions.d/odbcadmin.fish share/doc/jxodbc/docs/odbcadmin.md; do
+    share/fish/vendor_completions.d/odbcadmin.fish share/jxodbc/drivers/postgresql.ini share/doc/jxodbc/docs/odbcadmin.md; do
     [ -e "$file" ] || fail "$file was not installed"
 done
 readelf -dW bin/odbcadmin | grep -q 'RUNPATH.*\[$ORIGIN/../lib\]' || fail "bin/odbcadmin does not look in ../lib"
@@ -30,6 +30,8 @@ bin/odbcadmin driver add Plain --lib /opt/libplain.so >"$work/added" 2>"$work/wa
 bin/odbcadmin dsn add Sales --driver Plain Server=db1 || fail "dsn add failed"
 [ "$(bin/odbcadmin dsn list)" = "Sales  Plain" ] || fail "dsn list printed something else"
 [ "$(bin/odbcadmin dsn get Sales Server)" = db1 ] || fail "dsn get printed something else"
+bin/odbcadmin -q driver add Pg --lib /opt/psqlodbcw.so
+bin/odbcadmin dsn add Stock --driver Pg PWD=x 2>&1 | grep -q "asks for Password" || fail "nothing is known of PostgreSQL's driver"
 
 # The manual names every command that the help does, and man takes it as it stands.
 verbs() { bin/odbcadmin "$@" --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z]*\) .*/\1/p'; }

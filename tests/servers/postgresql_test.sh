@@ -2,30 +2,7 @@
 # PostgreSQL's driver, unchanged, with libodbcinst.so.2 and a server of the test's own.
 # Usage: postgresql_test.sh BUILD PROGRAMS
 . "$(dirname "$0")/servers.sh"
-bin=$(echo "$fetched"/usr/lib/postgresql/*/bin)
-cp -R "$fetched/usr" "$work/usr"
-bin=$work${bin#"$fetched"}
-data=$work/data
-mkdir "$data"
-[ "$(id -u)" -ne 0 ] || chown 65534:65534 "$data"
-port=$(free_port)
-echo "geh heim" >"$work/password"
-chmod 644 "$work/password"
-own_libraries=$work/usr/lib/$(basename "$libraries")
-"${ordinary[@]}" LD_LIBRARY_PATH="$own_libraries" "$bin/initdb" -D "$data" -U app --pwfile="$work/password" -A scram-sha-256 \
-    -E UTF8 --locale=C.UTF-8 --no-sync >"$work/initdb" 2>&1 || {
-    cat "$work/initdb"
-    exit 1
-}
-"${ordinary[@]}" LD_LIBRARY_PATH="$own_libraries" "$bin/postgres" -D "$data" -p "$port" -c listen_addresses=127.0.0.1 \
-    -c unix_socket_directories="$data" -c fsync=off >"$work/server" 2>&1 &
-server=$!
-started+=("$server")
-listens() { exec 9<>"/dev/tcp/127.0.0.1/$port" && exec 9>&-; }
-until_ready "$server" listens || {
-    cat "$work/server"
-    exit 1
-}
+. "$(dirname "$0")/postgresql_server.sh"
 
 template=$fetched/usr/share/psqlodbc/odbcinst.ini.template
 check "the Unicode driver is installed from its template" \

@@ -165,6 +165,7 @@ void buildCommandLine(CLI::App& app, Session& session) {
     addPaths(app, session);
     addExplain(app, session);
     addDoctorCommands(app, session);
+    addRunCommand(app, session);
     addCompleteCommand(app, session);
 }
 

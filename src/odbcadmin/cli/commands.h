@@ -27,6 +27,7 @@ void addExchangeCommands(CLI::App& app, Session& session);
 void addPaths(CLI::App& app, Session& session);
 void addExplain(CLI::App& app, Session& session);
 void addDoctorCommands(CLI::App& app, Session& session);
+void addRunCommand(CLI::App& app, Session& session);
 void addCompleteCommand(CLI::App& app, Session& session);
 
 }  // namespace jx::cli

@@ -6,6 +6,7 @@
 
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/verb.h"
+#include "odbcadmin/model/known_driver.h"
 #include "odbcadmin/model/text.h"
 
 namespace jx::cli {
@@ -18,6 +19,7 @@ struct Position {
     std::vector<std::string> operands{};
     const CLI::Option* waiting = nullptr;  // an option whose value comes next
     std::string home{};
+    std::string driver{};       // that --driver names
     bool onlyOperands = false;  // after --
 };
 
@@ -36,6 +38,8 @@ void take(Position& at, const std::string& word) {
     if (at.waiting != nullptr) {
         if (at.waiting->check_lname("home"))
             at.home = word;
+        if (at.waiting->check_lname("driver"))
+            at.driver = word;
         at.waiting = nullptr;
         return;
     }
@@ -98,6 +102,20 @@ void addKeys(const model::IniSection* section, const std::string& beginning, std
             addCandidate(found, beginning, key, "");
 }
 
+// The keys that a driver asks for, each with its "=" and what it means; false when nothing is known of it.
+bool addKnownKeys(const model::Configuration& configuration, const std::string& driver, const std::string& beginning,
+                  std::vector<std::string>& found) {
+    const auto registered = configuration.driver(driver);
+    const model::KnownDriver* known =
+        registered && registered->library ? model::knownDriverOf(registered->library.text) : nullptr;
+    if (known == nullptr)
+        return false;
+    for (const model::KnownKey& each : known->keys)
+        addCandidate(found, beginning, each.name + "=",
+                     each.says + (each.initial.empty() ? "" : " (" + each.initial + ")"));
+    return true;
+}
+
 // What stands in a file that the line names.
 void addFromFile(std::string_view kind, const Position& at, const std::string& beginning,
                  std::vector<std::string>& found) {
@@ -126,9 +144,11 @@ void addFromConfiguration(std::string_view kind, const Position& at, const std::
     if (kind == Complete::translator)
         for (const model::Registered& translator : configuration.all(model::kTranslatorKind))
             addCandidate(found, beginning, translator.name, translator.library.text);
-    if (kind == Complete::keysOfDsn && !at.operands.empty())
-        if (const auto source = configuration.dataSource(at.operands.front()))
-            addKeys(source->section, beginning, found);
+    const auto source = at.operands.empty() ? std::nullopt : configuration.dataSource(at.operands.front());
+    const std::string& driver = at.driver.empty() && source ? source->driver : at.driver;
+    const bool isKnown = kind == Complete::keysDriverAsksFor && addKnownKeys(configuration, driver, beginning, found);
+    if (!isKnown && (kind == Complete::keysOfDsn || kind == Complete::keysDriverAsksFor) && source)
+        addKeys(source->section, beginning, found);
     for (const auto& [keys, registered] : {std::pair{Complete::keysOfDriver, &model::kDriverKind},
                                            std::pair{Complete::keysOfTranslator, &model::kTranslatorKind}})
         if (kind == keys && !at.operands.empty())

@@ -7,6 +7,8 @@
 #include <iterator>
 
 #include "odbcadmin/cli/commands.h"
+#include "odbcadmin/cli/key_remarks.h"
+#include "odbcadmin/cli/reference_options.h"
 #include "odbcadmin/cli/setup_route.h"
 #include "odbcadmin/cli/verb.h"
 #include "odbcadmin/model/connection_string.h"
@@ -78,41 +80,6 @@ bool takeConnectionString(const Session& session, const Configuration& configura
     return true;
 }
 
-std::optional<model::DataSourceWish> wishOf(const Session& session, const Line& line) {
-    auto attributes = takePairs(session, line.texts("KEY=VALUE"), kAttributesGivenOtherwise);
-    if (!attributes)
-        return std::nullopt;
-    return model::DataSourceWish{line.text("NAME"), line.text("--driver"), std::move(*attributes)};
-}
-
-ExitCode addDataSource(const Session& session, const Configuration& configuration, const Line& line) {
-    auto wish = wishOf(session, line);
-    const auto limit = timeLimit(session, line, kSetupLimit);
-    if (!wish || !limit || !takeConnectionString(session, configuration, line.text("--connstr"), *wish))
-        return ExitCode::wrongUse;
-    if (wish->driver.empty())
-        return session.fail(ExitCode::wrongUse,
-                            line.has("--connstr") ? "The connection string has no DRIVER" : "--driver is required",
-                            "See odbcadmin dsn add --help");
-    if (const model::Reason reason = model::whyNotAdd(configuration, *wish))
-        return session.fail(reason);
-    const SetupWork work{Action::add, wish->name, wish->attributes, "add data source " + wish->name, *limit};
-    Remarks remarks;
-    const ChangeResult result = change(session, configuration.driver(wish->driver), line, work, remarks,
-                                       [&] { return model::addDataSource(configuration, *wish, session.way()); });
-    return session.report(result, "Added data source " + wish->name, remarks);
-}
-
-ExitCode ensureDataSource(const Session& session, const Configuration& configuration, const Line& line) {
-    const auto wish = wishOf(session, line);
-    if (!wish)
-        return ExitCode::wrongUse;
-    const bool isPresent = configuration.dataSource(wish->name).has_value();
-    const model::OtherKeys others = line.has("--exact") ? model::OtherKeys::remove : model::OtherKeys::keep;
-    return session.report(model::ensureDataSource(configuration, *wish, others, session.way()),
-                          (isPresent ? "Changed data source " : "Added data source ") + wish->name);
-}
-
 // One line end at the end of the input is the shell's, not the value's.
 std::string valueFromInput() {
     std::string value{std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>()};
@@ -162,25 +129,84 @@ std::string typedValue(const std::string& key) {
     return value.ends_with(kInterrupt) ? "" : value;
 }
 
+// The places of KEYs without a value, of which --stdin gives one.
+std::vector<std::size_t> bareKeysIn(const std::vector<std::string>& texts) {
+    std::vector<std::size_t> places;
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        if (texts[i].find('=') == std::string::npos)
+            places.push_back(i);
+    return places;
+}
+
 std::optional<model::Pairs> attributesOf(const Session& session, const Line& line) {
-    const std::vector<std::string> texts = line.texts("KEY=VALUE");
+    std::vector<std::string> texts = line.texts("KEY=VALUE");
     if (!line.has("--stdin"))
         return takePairs(session, texts, kAttributesGivenOtherwise);
-    if (texts.size() == 1 && texts[0].find('=') == std::string::npos) {
-        std::string value = ::isatty(STDIN_FILENO) == 1 ? typedValue(texts[0]) : valueFromInput();
-        if (!value.empty() || line.has("--allow-empty"))
-            return model::Pairs{{texts[0], std::move(value)}};
-        session.fail(ExitCode::wrongUse, "Standard input gave no value for " + texts[0] + "; nothing was changed",
+    const std::vector<std::size_t> bare = bareKeysIn(texts);
+    if (bare.size() != 1) {
+        session.fail(ExitCode::wrongUse, "--stdin takes one KEY without a VALUE",
+                     "odbcadmin dsn set NAME KEY --stdin reads the value.");
+        return std::nullopt;
+    }
+    std::string& key = texts[bare[0]];
+    const std::string value = ::isatty(STDIN_FILENO) == 1 ? typedValue(key) : valueFromInput();
+    if (value.empty() && !line.has("--allow-empty")) {
+        session.fail(ExitCode::wrongUse, "Standard input gave no value for " + key + "; nothing was changed",
                      "Look at the command before the |; --allow-empty stores an empty value.");
         return std::nullopt;
     }
-    session.fail(ExitCode::wrongUse, "--stdin takes one KEY and no VALUE",
-                 "odbcadmin dsn set NAME KEY --stdin reads the value.");
-    return std::nullopt;
+    key += "=" + value;
+    return takePairs(session, texts, kAttributesGivenOtherwise);
+}
+
+std::optional<model::DataSourceWish> wishOf(const Session& session, const Line& line) {
+    auto attributes = attributesOf(session, line);
+    if (!attributes)
+        return std::nullopt;
+    return model::DataSourceWish{line.text("NAME"), line.text("--driver"), std::move(*attributes)};
+}
+
+ExitCode addDataSource(const Session& session, const Configuration& configuration, const Line& line) {
+    auto wish = wishOf(session, line);
+    const auto limit = timeLimit(session, line, kSetupLimit);
+    if (!wish || !limit || !takeConnectionString(session, configuration, line.text("--connstr"), *wish))
+        return ExitCode::wrongUse;
+    if (wish->driver.empty())
+        return session.fail(ExitCode::wrongUse,
+                            line.has("--connstr") ? "The connection string has no DRIVER" : "--driver is required",
+                            "See odbcadmin dsn add --help");
+    if (const model::Reason reason = model::whyNotAdd(configuration, *wish))
+        return session.fail(reason);
+    const SetupWork work{Action::add, wish->name, wish->attributes, "add data source " + wish->name, *limit};
+    Remarks remarks;
+    const ChangeResult result = change(session, configuration.driver(wish->driver), line, work, remarks,
+                                       [&] { return model::addDataSource(configuration, *wish, session.way()); });
+    for (const std::string& each : remarksOnNew(configuration, wish->driver, wish->attributes))
+        remarks.push_back(each);
+    return session.report(result, "Added data source " + wish->name, remarks);
+}
+
+// The driver that is given, or the one that the data source has.
+std::string driverOf(const Configuration& configuration, const model::DataSourceWish& wish) {
+    const auto present = configuration.dataSource(wish.name);
+    return wish.driver.empty() && present ? present->driver : wish.driver;
+}
+
+ExitCode ensureDataSource(const Session& session, const Configuration& configuration, const Line& line) {
+    const auto wish = wishOf(session, line);
+    if (!wish)
+        return ExitCode::wrongUse;
+    const bool isPresent = configuration.dataSource(wish->name).has_value();
+    const model::OtherKeys others = line.has("--exact") ? model::OtherKeys::remove : model::OtherKeys::keep;
+    return session.report(model::ensureDataSource(configuration, *wish, others, session.way()),
+                          (isPresent ? "Changed data source " : "Added data source ") + wish->name,
+                          remarksOnKeys(configuration, driverOf(configuration, *wish), wish->attributes));
 }
 
 // A setup library works on sections that exist, for drivers that are registered; it takes an empty value as none.
 ExitCode setKeys(const Session& session, const Configuration& configuration, const Line& line) {
+    if (hasReference(line))
+        return setReference(session, configuration, line);
     const std::string name = line.text("NAME");
     const auto limit = timeLimit(session, line, kSetupLimit);
     const auto attributes = limit ? attributesOf(session, line) : std::nullopt;
@@ -189,10 +215,13 @@ ExitCode setKeys(const Session& session, const Configuration& configuration, con
     if (const model::Reason reason = model::whyNotSet(configuration, name, *attributes))
         return session.fail(reason);
     const SetupWork work{Action::configure, name, *attributes, "change data source " + name, *limit};
-    const auto driver = configuration.driver(configuration.dataSource(name)->driver);
+    const std::string driverName = configuration.dataSource(name)->driver;
+    const auto driver = configuration.driver(driverName);
     Remarks remarks;
     const ChangeResult result = change(session, driver, line, work, remarks,
                                        [&] { return model::setKeys(configuration, name, *attributes, session.way()); });
+    for (const std::string& each : remarksOnKeys(configuration, driverName, *attributes))
+        remarks.push_back(each);
     return session.report(result, "Changed data source " + name, remarks);
 }
 
@@ -251,9 +280,11 @@ void addDsnChangeCommands(CLI::App& app, Session& session) {
             "odbcadmin dsn add \"Sales 2026\" --driver SQLite3 \"Description=Sales of the year\" --dry-run\n"
             "odbcadmin dsn add Sales --connstr \"DRIVER={SQLite3};Database=/srv/sales.db\"")
         .operand("NAME", "Data source", kOne)
-        .operand("KEY=VALUE", "What its section is to hold", kAny)
+        .operand("KEY=VALUE", "What its section is to hold", kAny, Complete::keysDriverAsksFor)
         .option("--driver", kDriver, Complete::driver)
         .option("--connstr", "A connection string: its DRIVER and its attributes")
+        .flag("--stdin", "Read the value of the KEY that has none from standard input, or ask for it unseen")
+        .flag("--allow-empty", "Take an empty standard input as an empty value")
         .flag("--direct", kDirect)
         .timeout(kTimeout)
         .onRead(Needs::bothFiles, addDataSource);
@@ -261,20 +292,24 @@ void addDsnChangeCommands(CLI::App& app, Session& session) {
             "odbcadmin dsn ensure Sales --driver SQLite3 Database=/srv/sales.db\n"
             "odbcadmin dsn ensure Sales --driver SQLite3 Database=/srv/sales.db --exact --check")
         .operand("NAME", "Data source", kOne)
-        .operand("KEY=VALUE", "What its section is to hold", kAny)
+        .operand("KEY=VALUE", "What its section is to hold", kAny, Complete::keysDriverAsksFor)
         .option("--driver", kDriver, Complete::driver)
+        .flag("--stdin", "Read the value of the KEY that has none from standard input, or ask for it unseen")
+        .flag("--allow-empty", "Take an empty standard input as an empty value")
         .flag("--exact", "Remove all other keys of its section")
         .onRead(Needs::bothFiles, ensureDataSource);
-    addVerb(app, session, "dsn set", "Set keys of a data source",
-            "odbcadmin dsn set Sales Timeout=30 Server=db1\n"
-            "odbcadmin dsn set Sales PWD --stdin < password.txt")
-        .operand("NAME", "Data source", kOne, Complete::dsn)
-        .operand("KEY=VALUE", "What to store", kSome, Complete::keysOfDsn)
-        .flag("--stdin", "Read the value of the one KEY from standard input, or ask for it unseen")
-        .flag("--allow-empty", "Take an empty standard input as an empty value")
-        .flag("--direct", kDirect)
-        .timeout(kTimeout)
-        .onRead(Needs::bothFiles, setKeys);
+    Verb set = addVerb(app, session, "dsn set", "Set keys of a data source",
+                       "odbcadmin dsn set Sales Timeout=30 Server=db1\n"
+                       "odbcadmin dsn set Sales PWD --stdin < password.txt\n"
+                       "odbcadmin dsn set Sales Password --from-file /run/secrets/sales");
+    addReferenceOptions(
+        set.operand("NAME", "Data source", kOne, Complete::dsn)
+            .operand("KEY=VALUE", "What to store", kSome, Complete::keysDriverAsksFor)
+            .flag("--stdin", "Read the value of the KEY that has none from standard input, or ask for it unseen")
+            .flag("--allow-empty", "Take an empty standard input as an empty value")
+            .flag("--direct", kDirect)
+            .timeout(kTimeout));
+    set.onRead(Needs::bothFiles, setKeys);
     addVerb(app, session, "dsn unset", "Remove keys of a data source", "odbcadmin dsn unset Sales Timeout Server")
         .operand("NAME", "Data source", kOne, Complete::dsn)
         .operand("KEY", "Keys", kSome, Complete::keysOfDsn)

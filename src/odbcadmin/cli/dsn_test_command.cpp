@@ -5,9 +5,11 @@
 #include "odbcadmin/cli/progress.h"
 #include "odbcadmin/cli/verb.h"
 #include "odbcadmin/doctor/connection_words.h"
+#include "odbcadmin/doctor/installer_search.h"
 #include "odbcadmin/doctor/path_mistakes.h"
 #include "odbcadmin/model/text.h"
 #include "odbcadmin/trial/connection.h"
+#include "odbcadmin/trial/installer_library.h"
 #include "odbcadmin/trial/sql_state.h"
 
 namespace jx::cli {
@@ -65,6 +67,10 @@ ExitCode show(const Session& session, const std::string& name, const std::string
         session.print(doctor::describe(each, doctor::outcomeOf(report)));
     if (!report.user.empty())
         session.warn("the driver had the rights of " + report.user + ", not those of root");
+    const doctor::LibraryFile file = doctor::readLibraryFile(library);
+    if (doctor::lacksInstaller(file, doctor::loaderPlaces()))
+        session.warn(std::string("the loader finds no ") + trial::kDriversInstaller +
+                     ", so the driver was given this product's; odbcadmin run -- PROGRAM does the same");
     if (!connected)
         return session.fail(code, "Cannot connect to " + name + ": " + end, adviceOn(report, name));
     session.say(name + ": connected" + (report.driver.empty() ? "" : ", driver " + report.driver) +

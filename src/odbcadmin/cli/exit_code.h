@@ -16,6 +16,8 @@ enum class ExitCode {
     wouldChange = 9,     // --check: the command would change a file
     foundErrors = 10,    // doctor, lint or driver check found errors
     cannotConnect = 11,  // dsn test could not connect
+    cannotRun = 126,     // run: the program is there and cannot be run so; else the exit code is the program's
+    noProgram = 127,     // run: there is no such program
 };
 
 }  // namespace jx::cli

@@ -2,6 +2,7 @@
 #include "odbcadmin/model/registration.h"
 
 #include "odbcadmin/cli/commands.h"
+#include "odbcadmin/cli/driver_template.h"
 #include "odbcadmin/cli/library_warning.h"
 #include "odbcadmin/cli/verb.h"
 #include "odbcadmin/model/data_source_change.h"
@@ -30,13 +31,13 @@ std::string missingSetup(const Configuration& configuration, const Line& line) {
 }
 
 ExitCode enter(const Session& session, const Configuration& configuration, const Line& line, const RegisteredKind& kind,
-               WhenPresent present) {
+               WhenPresent present, const std::vector<std::string>& furtherKeys) {
     const bool isDriver = kind.key == model::kDriverKind.key;
     model::Registration wish{line.text("NAME"), model::absoluteLibrary(line.text("--lib")), {}, {}};
     if (const std::string setup = line.text("--setup"); !setup.empty())
         wish.setup = model::absoluteLibrary(setup);
     if (isDriver) {
-        const auto keys = takePairs(session, line.texts("KEY=VALUE"), kKeysGivenOtherwise);
+        const auto keys = takePairs(session, furtherKeys, kKeysGivenOtherwise);
         if (!keys)
             return ExitCode::wrongUse;
         wish.keys = *keys;
@@ -52,6 +53,24 @@ ExitCode enter(const Session& session, const Configuration& configuration, const
     }
     return session.report(result, (isPresent ? "Changed " : "Added ") + std::string(kind.word) + " " + wish.name +
                                       (general.empty() ? "" : " with the general setup library " + general));
+}
+
+// With -f the template says all.
+ExitCode addDriver(const Session& session, const Configuration& configuration, const Line& line) {
+    const bool hasTemplate = line.has("-f");
+    std::vector<std::string> keys = line.texts("NAME");
+    if (!keys.empty())
+        keys.erase(keys.begin());
+    const bool givesDriver = line.has("--lib") || line.has("--setup") || !keys.empty();
+    if (hasTemplate && givesDriver)
+        return session.fail(ExitCode::wrongUse, "-f takes everything from the template",
+                            "Give at most the NAME of one of its drivers with it.");
+    if (hasTemplate)
+        return addFromTemplate(session, configuration, line);
+    if (!line.has("NAME") || !line.has("--lib"))
+        return session.fail(ExitCode::wrongUse, line.has("NAME") ? "--lib is required" : "NAME is required",
+                            "See odbcadmin driver add --help");
+    return enter(session, configuration, line, model::kDriverKind, WhenPresent::fail, keys);
 }
 
 // The data sources go first: one without its driver is of no use, a driver without data sources is.
@@ -86,21 +105,25 @@ void onEnter(Verb verb, const RegisteredKind& kind, WhenPresent present) {
     verb.option("--setup", "Its setup library", Complete::files)
         .onRead(Needs::drivers,
                 [&kind, present](const Session& run, const Configuration& configuration, const Line& line) {
-                    return enter(run, configuration, line, kind, present);
+                    const bool isDriver = kind.key == model::kDriverKind.key;
+                    return enter(run, configuration, line, kind, present,
+                                 isDriver ? line.texts("KEY=VALUE") : std::vector<std::string>());
                 });
 }
 
 }  // namespace
 
 void addRegisteredChangeCommands(CLI::App& app, Session& session) {
-    onEnter(addVerb(app, session, "driver add", "Register a driver",
-                    "odbcadmin driver add SQLite3 --lib /usr/lib/odbc/libsqlite3odbc.so\n"
-                    "odbcadmin driver add SQLite3 --lib libsqlite3odbc.so --setup libjxsetup.so FileUsage=1")
-                .operand("NAME", "Driver", kOne)
-                .operand("KEY=VALUE", "Further keys of its section", kAny)
-                .requiredOption("--lib", "The driver's library", Complete::files)
-                .flag("--no-setup", kNoSetup),
-            model::kDriverKind, WhenPresent::fail);
+    addVerb(app, session, "driver add", "Register a driver, or those of a template that its package brings",
+            "odbcadmin driver add SQLite3 --lib /usr/lib/odbc/libsqlite3odbc.so\n"
+            "odbcadmin driver add SQLite3 --lib libsqlite3odbc.so --setup libjxsetup.so FileUsage=1\n"
+            "odbcadmin driver add -f /usr/share/psqlodbc/odbcinst.ini.template")
+        .operand("NAME", "Driver, and behind it KEY=VALUE for further keys; with -f which of the template's", kAny)
+        .option("--lib", "The driver's library", Complete::files)
+        .option("--setup", "Its setup library", Complete::files)
+        .flag("--no-setup", kNoSetup)
+        .option("-f,--file", "A template, in which each section with a Driver is a driver", Complete::files)
+        .onRead(Needs::drivers, addDriver);
     onEnter(
         addVerb(app, session, "driver ensure", "Ensure a driver is registered with these settings; do nothing if it is",
                 "odbcadmin driver ensure SQLite3 --lib /usr/lib/odbc/libsqlite3odbc.so --check")

@@ -18,7 +18,7 @@ namespace jx::cli {
 namespace {
 
 bool needsMark(const std::string& word, bool onlyOperands) {
-    return !word.empty() && (word[0] == '[' || word[0] == '{' || word[0] == kMark || (onlyOperands && word[0] == '-'));
+    return onlyOperands || (!word.empty() && (word[0] == '[' || word[0] == '{' || word[0] == kMark));
 }
 
 CLI::App& noun(CLI::App& app, const std::string& name) {

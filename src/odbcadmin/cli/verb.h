@@ -34,8 +34,9 @@ struct Complete {
     static constexpr const char* driver = "DRIVER";
     static constexpr const char* dsnOrDriver = "NAME";
     static constexpr const char* translator = "TRANSLATOR";
-    static constexpr const char* keysOfDsn = "KEY";               // of the data source in the first operand
-    static constexpr const char* keysOfDriver = "KEY OF DRIVER";  // of the driver in the first operand
+    static constexpr const char* keysOfDsn = "KEY";                // of the data source in the first operand
+    static constexpr const char* keysDriverAsksFor = "KEY=VALUE";  // the driver of --driver, or of that data source
+    static constexpr const char* keysOfDriver = "KEY OF DRIVER";   // of the driver in the first operand
     static constexpr const char* keysOfTranslator = "KEY OF TRANSLATOR";
     static constexpr const char* sections = "SECTION";                 // of the file in the first operand
     static constexpr const char* keysOfSection = "KEY OF SECTION";     // of that file, in that of the second operand
@@ -126,8 +127,8 @@ std::optional<model::Pairs> takePairs(const Session& session, const std::vector<
                                       const std::vector<std::string_view>& reserved);
 
 // CLI11 takes operands such as "[a,b]" and "{}" apart, and gives what follows "--" to the whole command once a verb has
-// all the operands it needs. So such words, and what begins with the mark itself, get a mark in front while CLI11 holds
-// them, and "--" never reaches it.
+// all the operands it needs. So such words, what begins with the mark itself, and all that follows "--" get a mark in
+// front while CLI11 holds them, and "--" never reaches it.
 inline constexpr char kMark = '\x01';
 std::vector<std::string> marked(const std::vector<std::string>& words);
 std::string unmarked(const std::string& text);

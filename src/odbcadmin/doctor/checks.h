@@ -64,6 +64,17 @@ inline constexpr Check kStalePath{"names.stale-path", warning};
 inline constexpr Check kForbiddenCharacter{"names.forbidden-character", warning};
 inline constexpr Check kTooLong{"names.too-long", warning};
 inline constexpr Check kReserved{"names.reserved", error};
+inline constexpr Check kKeyMisspelt{"names.key-misspelt", warning};
+inline constexpr Check kKeyNotAsked{"names.key-not-asked", warning};
+
+// Keys whose value lies elsewhere.
+inline constexpr Check kReferenceNeverFollowed{"reference.never-followed", error};
+inline constexpr Check kReferenceHidden{"reference.hidden", warning};
+inline constexpr Check kReferenceRefused{"reference.refused", error};
+inline constexpr Check kReferenceElsewhere{"reference.elsewhere", note};
+inline constexpr Check kReferenceEmpty{"reference.empty", warning};
+inline constexpr Check kReferenceLineEnd{"reference.line-end", warning};
+inline constexpr Check kReferenceOtherLibrary{"reference.other-library", error};
 
 // What the driver gets.
 inline constexpr Check kQuotedValue{"values.quoted", warning};
@@ -89,6 +100,7 @@ inline constexpr Check kNeededMissing{"library.needed-missing", error};
 inline constexpr Check kNeededOtherSystem{"library.needed-wrong-architecture", error};
 inline constexpr Check kNeededDamaged{"library.needed-damaged", error};
 inline constexpr Check kInstaller{"library.installer", note};
+inline constexpr Check kInstallerMissing{"library.installer-missing", warning};
 inline constexpr Check kVersionMissing{"library.version-missing", error};
 inline constexpr Check kLoadRefused{"library.load-refused", error};
 inline constexpr Check kLoaderSays{"library.loader-says", note};  // when the cause is reported already
@@ -103,6 +115,7 @@ inline constexpr Check kNoEntryPoint{"library.no-entry-point", error};
 
 // Around the libraries.
 inline constexpr Check kTracingOn{"environment.tracing-on", warning};
+inline constexpr Check kUnregistered{"environment.driver-unregistered", note};
 
 }  // namespace check
 

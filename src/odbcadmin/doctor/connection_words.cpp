@@ -5,7 +5,9 @@
 #include <cctype>
 
 #include "odbcadmin/model/text.h"
+#include "odbcadmin/trial/secret_look_up.h"
 #include "rules/names.h"
+#include "rules/references.h"
 #include "rules/secrets.h"
 
 namespace jx::doctor {
@@ -41,6 +43,16 @@ void hideWord(std::string& text, const std::string& word) {
             text.replace(at, word.size(), rules::kMask);
         at += !isPart || word.size() >= kLong ? rules::kMask.size() : word.size();
     }
+}
+
+// What the driver was given for keys whose value lies elsewhere.
+std::vector<std::string> secretsElsewhere(const model::DataSource& source) {
+    std::vector<std::string> secrets;
+    for (const model::IniEntry& entry : source.section->entries)
+        if (const std::string_view key = rules::referredKey(entry.key); !key.empty())
+            secrets.push_back(trial::lookUpSecret(source.file->path, source.name, std::string(key)).value);
+    std::erase(secrets, "");
+    return secrets;
 }
 
 }  // namespace
@@ -84,8 +96,11 @@ std::string describe(const trial::Diagnostic& diagnostic, trial::Outcome outcome
 void hideSecrets(const model::DataSource& source, ConnectReport& report) {
     if (source.section == nullptr)
         return;
+    const std::vector<std::string> elsewhere = secretsElsewhere(source);
     const auto hide = [&](std::string& text) {
         text = rules::masked({}, text);
+        for (const std::string& secret : elsewhere)
+            hideWord(text, secret);
         for (const model::IniEntry& entry : source.section->entries)
             if (rules::isSecretKey(entry.key) && !entry.value.empty())
                 hideWord(text, std::string(entry.value));

@@ -7,7 +7,11 @@
 #include <set>
 
 #include "odbcadmin/doctor/directory.h"
+#include "odbcadmin/doctor/installer_search.h"
 #include "odbcadmin/doctor/library_checks.h"
+#include "odbcadmin/doctor/path_mistakes.h"
+#include "odbcadmin/model/data_folder.h"
+#include "odbcadmin/model/known_driver.h"
 
 namespace jx::doctor {
 
@@ -72,6 +76,56 @@ void collect(const std::string& directory, ByRealPath& found, const std::functio
     }
 }
 
+// The templates of each data folder, read once.
+class Templates {
+public:
+    // The entry for that library, by its file name.
+    const model::Registration* find(const std::string& library, std::string& templatePath) {
+        const std::string folder = model::dataFolderOf(library);
+        const auto [place, isNew] = byFolder_.try_emplace(folder);
+        if (isNew && !folder.empty())
+            place->second = model::templatesIn(folder);
+        const std::string file = fs::path(library).filename().string();
+        for (const model::DriverTemplate& each : place->second)
+            for (const model::Registration& driver : each.drivers)
+                if (fs::path(driver.library).filename() == file) {
+                    templatePath = each.path;
+                    return &driver;
+                }
+        return nullptr;
+    }
+
+private:
+    std::map<std::string, std::vector<model::DriverTemplate>> byFolder_;
+};
+
+FoundDriver describe(const fs::path& path, const std::string& setup, Templates& templates, const LoaderPlaces& places) {
+    FoundDriver found{plainName(path), path.string(), setup};
+    if (const model::KnownDriver* known = model::knownDriverOf(found.path))
+        found.name = known->registeredName(found.path);
+    std::string file;
+    const model::Registration* entry = templates.find(found.path, file);
+    if (entry == nullptr)
+        return found;
+    found.name = entry->name;
+    found.keys = entry->keys;
+    if (found.setup.empty() && entry->setup)
+        found.setup = libraryOfTemplate(file, *entry->setup, places);
+    return found;
+}
+
+// The directories of libraries below the prefix whose data folder holds the template, in the loader's order.
+std::vector<std::string> librariesBeside(const fs::path& templatePath, const LoaderPlaces& places) {
+    const fs::path prefix = templatePath.parent_path().parent_path().parent_path();
+    std::vector<std::string> directories;
+    for (const char* below : {"odbc", ""})
+        for (const std::string& each : places.defaults) {
+            const fs::path standard = each.starts_with("/usr/") ? each.substr(5) : each.substr(1);
+            directories.push_back((prefix / standard / below / "").string());
+        }
+    return directories;
+}
+
 void addPresent(const fs::path& directory, std::vector<std::string>& directories, std::set<std::string>& known) {
     std::error_code error;
     const fs::path real = fs::canonical(directory, error);
@@ -80,6 +134,43 @@ void addPresent(const fs::path& directory, std::vector<std::string>& directories
 }
 
 }  // namespace
+
+std::string libraryOfTemplate(const std::string& templatePath, const std::string& value, const LoaderPlaces& places) {
+    if (value.find('/') != std::string::npos)
+        return value;
+    for (const std::string& directory : librariesBeside(templatePath, places)) {
+        std::error_code ignored;
+        if (fs::is_regular_file(directory + value, ignored))
+            return directory + value;
+    }
+    return inDriverDirectories(value, places);
+}
+
+std::vector<model::Registration> placedDrivers(const model::DriverTemplate& file, const LoaderPlaces& places,
+                                               std::vector<std::string>& missing) {
+    std::vector<model::Registration> placed;
+    for (model::Registration driver : file.drivers) {
+        const std::string library = libraryOfTemplate(file.path, driver.library, places);
+        if (library.empty()) {
+            missing.push_back(driver.name + " (" + driver.library + ")");
+            continue;
+        }
+        driver.library = library;
+        if (driver.setup)
+            driver.setup = libraryOfTemplate(file.path, *driver.setup, places);
+        if (driver.setup && driver.setup->empty())
+            driver.setup.reset();
+        placed.push_back(std::move(driver));
+    }
+    return placed;
+}
+
+std::optional<model::Registered> registeredWith(const model::Configuration& configuration, const std::string& library) {
+    for (const model::Registered& each : configuration.drivers())
+        if (each.library && isSameFile(each.library.text, library))
+            return each;
+    return std::nullopt;
+}
 
 std::vector<std::string> usualDriverDirectories(const LoaderPlaces& places) {
     std::vector<std::string> directories;
@@ -110,13 +201,15 @@ std::vector<FoundDriver> scanForDrivers(const std::vector<std::string>& director
     if (candidates == Candidates::likely)
         std::erase_if(libraries, [](const auto& each) { return !isLikely(each.second); });
     std::vector<FoundDriver> drivers;
+    Templates templates;
+    const LoaderPlaces places = loaderPlaces();
     for (const auto& [real, path] : libraries) {
         waiting();
         const LibraryFile file = readLibraryFile(real);
         if (file.isForOtherSystem() || !offers(file, LibraryRole::driver))
             continue;
         const std::string setup = offers(file, LibraryRole::setup) ? path.string() : setupBeside(path);
-        drivers.push_back({plainName(path), path.string(), setup});
+        drivers.push_back(describe(path, setup, templates, places));
     }
     std::sort(drivers.begin(), drivers.end(),
               [](const FoundDriver& left, const FoundDriver& right) { return left.path < right.path; });

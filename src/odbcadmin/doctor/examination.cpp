@@ -10,11 +10,14 @@
 #include <utility>
 
 #include "odbcadmin/doctor/checks.h"
+#include "odbcadmin/doctor/driver_scan.h"
 #include "odbcadmin/doctor/file_checks.h"
 #include "odbcadmin/doctor/name_checks.h"
 #include "odbcadmin/doctor/path_mistakes.h"
+#include "odbcadmin/doctor/reference_checks.h"
 #include "odbcadmin/doctor/syntax_checks.h"
 #include "odbcadmin/doctor/unclosed_headers.h"
+#include "odbcadmin/model/text.h"
 #include "odbcadmin/model/trace_settings.h"
 #include "rules/names.h"
 
@@ -138,8 +141,10 @@ Selection select(const Configuration& configuration, const std::vector<std::stri
 
 Findings checkNames(const Selection& selection, const Configuration& configuration, const std::string& systemFolder) {
     Findings findings;
-    for (const DataSource& each : selection.dataSources)
+    for (const DataSource& each : selection.dataSources) {
         append(findings, checkDataSourceNames(each, configuration, systemFolder));
+        append(findings, checkKeys(each, configuration));
+    }
     for (const Registered& each : selection.drivers)
         append(findings, checkRegisteredNames(each, model::kDriverKind, configuration));
     for (const Registered& each : selection.translators)
@@ -238,12 +243,32 @@ Findings checkEnvironment(const Configuration& configuration) {
                   "It slows every call down and records values: turn it off with odbcadmin trace off.")};
 }
 
+Findings checkTemplates(const Configuration& configuration, const ExaminationOptions& options) {
+    Findings findings;
+    for (const std::string& folder : options.dataFolders)
+        for (const model::DriverTemplate& file : model::templatesIn(folder)) {
+            std::vector<std::string> missing;
+            for (const model::Registration& driver : placedDrivers(file, options.library.places, missing))
+                if (!registeredWith(configuration, driver.library))
+                    findings.push_back(found(check::kUnregistered, "driver " + driver.name,
+                                             file.path + " has the driver, " + driver.library +
+                                                 " is there, and no driver is registered with it.",
+                                             "Register it: odbcadmin driver add -f " + model::shellWord(file.path) +
+                                                 " " + model::shellWord(driver.name)));
+        }
+    return findings;
+}
+
 Findings examine(const Configuration& configuration, const ExaminationOptions& options) {
     const Selection selection = select(configuration, options.names);
     Findings findings = checkAllTexts(selection, configuration, options.systemFolder);
     append(findings, checkLibraries(selection, configuration, options));
     dropRelativePathsOfMissing(findings);
+    for (const DataSource& each : selection.dataSources)
+        append(findings, checkReferences(each, configuration, options.library.places));
     append(findings, checkEnvironment(configuration));
+    if (options.names.empty())
+        append(findings, checkTemplates(configuration, options));
     return findings;
 }
 

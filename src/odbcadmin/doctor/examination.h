@@ -22,9 +22,12 @@ struct ExaminationOptions {
     // Called before each library is loaded.
     std::function<void(const std::string&)> progress = [](const std::string&) {};
     std::string systemFolder = "/etc";
+    // Where packages put templates of drivers.
+    std::vector<std::string> dataFolders = {"/usr/share", "/usr/local/share"};
 };
 
-// Files, syntax, names, libraries, environment. Libraries are loaded by the helper program only.
+// Files, syntax, names, libraries, references, environment, and templates when no names are given. Libraries are loaded
+// by the helper program only.
 Findings examine(const model::Configuration& configuration, const ExaminationOptions& options);
 
 // The first two alone.
@@ -38,6 +41,9 @@ Findings lintTexts(const model::Configuration& configuration, const std::string&
 
 // The libraries of the given drivers, and the keys that name them.
 Findings examineDrivers(const std::vector<model::Registered>& drivers, const ExaminationOptions& options);
+
+// Drivers that templates name, whose libraries are there, and that were never registered.
+Findings checkTemplates(const model::Configuration& configuration, const ExaminationOptions& options);
 
 // Tracing.
 Findings checkEnvironment(const model::Configuration& configuration);

@@ -11,8 +11,10 @@
 
 #include "odbcadmin/doctor/checks.h"
 #include "odbcadmin/doctor/file_rights.h"
+#include "odbcadmin/doctor/installer_search.h"
 #include "odbcadmin/doctor/library_path.h"
 #include "odbcadmin/doctor/needed_libraries.h"
+#include "odbcadmin/doctor/package_owner.h"
 #include "odbcadmin/model/text.h"
 #include "odbcadmin/trial/installer_library.h"
 #include "odbcadmin/trial/library_load.h"
@@ -197,18 +199,21 @@ private:
 
     // Which file answers a driver that was built for the other installer library.
     void tellInstaller() {
-        const std::string name = trial::kDriversInstaller;
-        if (std::find(file_.needed.begin(), file_.needed.end(), name) == file_.needed.end())
+        if (std::find(file_.needed.begin(), file_.needed.end(), trial::kDriversInstaller) == file_.needed.end())
             return;
-        const Requester requester{&file_, nullptr};
-        const LookUp found = lookUp(name, &requester, options_.places);
+        const std::string answers = searchInstaller(file_, options_.places).path;
         const std::string own = trial::driversInstallerPath();
-        std::error_code ignored;
-        const bool isOther = !own.empty() && !std::filesystem::equivalent(own, found.file.path, ignored);
-        if (found.file.isThere())
-            tell(check::kInstaller, path_ + " needs " + name + ", and " + found.file.path + " answers it.",
-                 "That library decides which files the driver reads." +
-                     (isOther ? " This product has another one: " + own + "." : ""));
+        const std::string needs = path_ + " needs " + trial::kDriversInstaller;
+        if (answers.empty())
+            tell(check::kInstallerMissing, needs + ", and the loader finds none; it was tried with " + own + ".",
+                 "Start programs with odbcadmin run -- PROGRAM.");
+        else if (own.empty() || isSameFile(answers, own))
+            tell(check::kInstaller, needs + ", and " + answers + " answers it.",
+                 "That library decides which files the driver reads.");
+        else
+            tell(check::kInstaller, needs + ", and " + withPackage(answers) + " answers it.",
+                 "That library decides which files the driver reads; odbcadmin run -- PROGRAM has " + own +
+                     " answer it.");
     }
 
     void tellLoad(const trial::LoadReport& report) {

@@ -200,6 +200,21 @@ bool hasItsSegments(Elf* elf, const GElf_Ehdr& header, std::uint64_t fileSize) {
     return true;
 }
 
+constexpr std::size_t kLongestPath = 4096;
+
+std::string loaderOf(Elf* elf, const GElf_Ehdr& header, int descriptor) {
+    GElf_Phdr segment;
+    for (int i = 0; i < header.e_phnum; ++i) {
+        if (gelf_getphdr(elf, i, &segment) == nullptr || segment.p_type != PT_INTERP)
+            continue;
+        std::string path(std::min<std::size_t>(segment.p_filesz, kLongestPath), '\0');
+        const ssize_t count = ::pread(descriptor, path.data(), path.size(), static_cast<off_t>(segment.p_offset));
+        path.resize(count < 0 ? 0 : static_cast<std::size_t>(count));
+        return path.substr(0, path.find('\0'));
+    }
+    return {};
+}
+
 // A file that is too short for its own header is one that libelf does not take either.
 void readElf(int descriptor, std::uint64_t fileSize, LibraryFile& file) {
     elf_version(EV_CURRENT);
@@ -214,6 +229,7 @@ void readElf(int descriptor, std::uint64_t fileSize, LibraryFile& file) {
                  : header.e_type == ET_DYN                    ? State::library
                                                               : State::notShared;
     takeSections(elf.get(), file);
+    file.loader = loaderOf(elf.get(), header, descriptor);
     file.isProgram = file.isProgram || header.e_type == ET_EXEC;
     if (file.state == State::library && file.isProgram)
         file.state = State::notShared;

@@ -61,6 +61,7 @@ struct LibraryFile {
     std::set<std::string> functions;  // those that others can call whose names begin with SQL or Config, in any case
 
     bool isProgram = false;  // also one that can be loaded anywhere, and so has the type of a library
+    std::string loader;      // the program that loads it when it is started; none when it is linked statically
 
     bool isThere() const { return state != State::absent && state != State::unreadable; }
     bool isForOtherSystem() const;

@@ -62,11 +62,8 @@ std::string newestOf(const std::vector<std::string>& others, const std::string& 
 // How a program gets an installer library that is nowhere where the loader looks, where this product has one; empty
 // for every other library.
 std::string ownInstallerAdvice(const std::string& name) {
-    const std::string own = name == trial::kDriversInstaller ? trial::driversInstallerPath() : "";
-    if (own.empty())
-        return {};
-    const std::string directory = own.substr(0, own.rfind('/'));
-    return "This product has one: start the program with LD_LIBRARY_PATH=" + model::shellWord(directory);
+    const bool isThere = name == trial::kDriversInstaller && !trial::driversInstallerPath().empty();
+    return isThere ? "This product has one: start the program with odbcadmin run -- PROGRAM." : "";
 }
 
 // Its parts are of one build, which all programs of the system use.

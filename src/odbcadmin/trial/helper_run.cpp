@@ -89,6 +89,7 @@ std::string textOf(const HelperRequest& request) {
     appendLine(text, "action", request.action);
     appendLine(text, "limit", std::to_string(request.limit.count()));
     appendLine(text, "library", request.library);
+    appendLine(text, "installer", driversInstallerPath());
     for (const std::string& file : request.namedBy)
         appendLine(text, "named-by", file);
     for (const auto& [word, value] : request.details)

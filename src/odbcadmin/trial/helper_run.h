@@ -54,7 +54,8 @@ struct HelperOutcome : Remarks {
 using Waiting = std::function<void()>;
 
 // Starts the helper, hands it the request and waits for its report.
-// It finds     what any program finds, and this product's libodbcinst.so.1 by its name, wherever that is installed.
+// It finds     what any program finds, and this product's libodbcinst.so.1 by its name, wherever that is installed; its
+//              libodbcinst.so.2 where the loader finds none.
 // The library  runs in a process with no open files, no terminal, no core file, in a session of its own. Calls by which
 // it
 //              would signal this process or the helper fail.

@@ -7,7 +7,6 @@
 #include <array>
 #include <climits>
 #include <cstdlib>
-
 #include <filesystem>
 
 namespace jx::trial {
@@ -51,10 +50,14 @@ std::string generalSetupLibrary() {
 }
 
 std::string driversInstallerPath() {
-    const std::filesystem::path own(installerPath());
-    const std::filesystem::path path = own.parent_path() / "jxodbc" / kDriversInstaller;
-    std::error_code ignored;
-    return !own.empty() && std::filesystem::exists(path, ignored) ? path.string() : "";
+    const std::filesystem::path directory = std::filesystem::path(installerPath()).parent_path();
+    for (const char* folder : {"jxodbc", ""}) {
+        const std::filesystem::path path = directory / folder / kDriversInstaller;
+        std::error_code ignored;
+        if (!directory.empty() && std::filesystem::exists(path, ignored))
+            return path.string();
+    }
+    return {};
 }
 
 }  // namespace jx::trial

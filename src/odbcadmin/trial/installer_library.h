@@ -31,8 +31,8 @@ std::string installerPath();
 // libjxsetup.so beside it, the setup library that works for any driver, by its full path; empty when it is not there.
 std::string generalSetupLibrary();
 
-// The installer library that today's drivers ask for, by its name, and the path of the one that this product has beside
-// its own; empty when it has none.
+// The library that today's drivers need, and where this product's lies, which is beside the other one or in a folder
+// called jxodbc there; empty when it is not installed. It is not loaded.
 inline constexpr const char* kDriversInstaller = "libodbcinst.so.2";
 std::string driversInstallerPath();
 

@@ -94,11 +94,11 @@ $ printf 'two\nlines' | odbcadmin dsn set Sales PWD --stdin
 !   The file could not give it back as it is.
 [5]
 $ odbcadmin dsn set Sales PWD=x --stdin </dev/null
-! odbcadmin: --stdin takes one KEY and no VALUE
+! odbcadmin: --stdin takes one KEY without a VALUE
 !   odbcadmin dsn set NAME KEY --stdin reads the value.
 [2]
 $ odbcadmin dsn set Sales PWD UID --stdin </dev/null
-! odbcadmin: --stdin takes one KEY and no VALUE
+! odbcadmin: --stdin takes one KEY without a VALUE
 !   odbcadmin dsn set NAME KEY --stdin reads the value.
 [2]
 $ odbcadmin dsn get Sales PWD --show-secrets

@@ -256,8 +256,12 @@ TEST_F(DoctorCommands, ScanPrintsTheLinesThatAddWhatIsNotRegistered) {
     home_.take("libsetup.so", "it's/libacmeS.so");
     home_.put("it's/libtext.so", "no library\n");
     EXPECT_EQ(run({"driver", "scan", home_.path(), home_.file("it's")}),
-              "0\nodbcadmin driver add acme --lib '~/it'\\''s/libacme.so' --setup '~/it'\\''s/libacmeS.so'\n");
-    EXPECT_EQ(run({"driver", "scan", home_.path()}), "0\n--\nodbcadmin: All drivers found are registered already: ~\n");
+              "0\nodbcadmin driver add acme --lib '~/it'\\''s/libacme.so' --setup '~/it'\\''s/libacmeS.so'\n"
+              "# ~/libdriver.so is registered: Small, ~/.odbcinst.ini:4\n");
+    EXPECT_EQ(run({"driver", "scan", home_.path()}),
+              "0\n# ~/libdriver.so is registered: Small, ~/.odbcinst.ini:4\n--\nodbcadmin: All drivers found are "
+              "registered already: ~\n");
+    EXPECT_EQ(run({"driver", "scan", "-q", home_.path()}), "0\n");
     EXPECT_EQ(run({"driver", "scan", home_.file("none")}),
               "7\n--\nodbcadmin: There is no directory ~/none\n  Give directories that exist.\n");
     const Json object = json({"driver", "scan", home_.path()});

@@ -401,9 +401,24 @@ TEST(LibraryChecks, TheInstallerLibraryThatAnswersIsNamed) {
     EXPECT_NE(
         home.check(path).find("note library.installer X\n"
                               "  ~/libwants_installer.so needs libodbcinst.so.2, and ~/libodbcinst.so.2 answers it.\n"
-                              "  That library decides which files the driver reads."),
+                              "  That library decides which files the driver reads; odbcadmin run -- PROGRAM has "),
         std::string::npos)
         << home.check(path);
+}
+
+TEST(LibraryChecks, ADriverForWhichTheLoaderFindsNoInstallerLibraryIsTriedWithThisProducts) {
+    const DoctorHome home;
+    const std::string path = home.take("libwants_todays.so");
+    // The system of the tests may have one.
+    LibraryOptions options = home.options();
+    options.places.cache.clear();
+    const std::string told = home.dump(checkLibrary("X", path, LibraryRole::driver, options));
+    EXPECT_TRUE(told.starts_with(
+        "warning library.installer-missing X\n"
+        "  ~/libwants_todays.so needs libodbcinst.so.2, and the loader finds none; it was tried with "))
+        << told;
+    EXPECT_NE(told.find("Start programs with odbcadmin run -- PROGRAM."), std::string::npos) << told;
+    EXPECT_EQ(told.find("error"), std::string::npos) << told;
 }
 
 TEST(MeantLibrary, IsAPathADriversOrAFileWhereDriversAreInstalled) {

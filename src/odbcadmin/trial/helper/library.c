@@ -51,6 +51,21 @@ static void* fail(const char* path, const char* why) {
     return NULL;
 }
 
+static const char* installer = "";
+
+void useInstaller(const char* path) {
+    installer = path;
+}
+
+// As a program has it that was started with this product's library in front. Where another one is found, that answers:
+// what is tried here is what programs get.
+static void* openWithInstaller(const char* path) {
+    const bool lacksIt = strncmp(failure, "libodbcinst.so.2:", strlen("libodbcinst.so.2:")) == 0;
+    if (!lacksIt || *installer == '\0' || dlopen(installer, RTLD_NOW | RTLD_LOCAL) == NULL)
+        return NULL;
+    return dlopen(path, RTLD_NOW | RTLD_LOCAL);
+}
+
 void* openLibrary(const char* path) {
     // The loader would take it for the program itself.
     if (*path == '\0')
@@ -58,7 +73,10 @@ void* openLibrary(const char* path) {
     if (isCutFile(path))
         return fail(path, ": file too short");
     void* library = dlopen(path, RTLD_NOW | RTLD_LOCAL);
-    return library != NULL ? library : fail("", dlerror());
+    if (library != NULL)
+        return library;
+    fail("", dlerror());
+    return openWithInstaller(path);
 }
 
 const char* openFailure(void) {

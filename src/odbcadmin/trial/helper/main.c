@@ -9,6 +9,7 @@
 #include <sys/prctl.h>
 #include <unistd.h>
 
+#include "odbcadmin/trial/helper/library.h"
 #include "odbcadmin/trial/helper/request.h"
 #include "odbcadmin/trial/helper/worker.h"
 
@@ -23,6 +24,7 @@ int main(void) {
     setsid();
     signal(SIGPIPE, SIG_IGN);
     prctl(PR_SET_DUMPABLE, 0, 0, 0, 0);
+    useInstaller(requestText(&request, "installer"));
     serve(&request);
     // Nothing of the libraries runs here, but functions registered by the C library's own would only cost time.
     _exit(EXIT_SUCCESS);

@@ -4,6 +4,7 @@
 //     action load
 //     limit 10000
 //     library /opt/acme/lib/libacmeodbc.so
+//     installer /usr/local/lib/jxodbc/libodbcinst.so.2
 //     function SQLDriverConnect
 //     go
 //
