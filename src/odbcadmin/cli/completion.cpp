@@ -6,6 +6,7 @@
 
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/verb.h"
+#include "odbcadmin/model/root_directory.h"
 #include "odbcadmin/model/text.h"
 
 namespace jx::cli {
@@ -18,6 +19,7 @@ struct Position {
     std::vector<std::string> operands{};
     const CLI::Option* waiting = nullptr;  // an option whose value comes next
     std::string home{};
+    std::string root{};
     bool onlyOperands = false;  // after --
 };
 
@@ -36,6 +38,8 @@ void take(Position& at, const std::string& word) {
     if (at.waiting != nullptr) {
         if (at.waiting->check_lname("home"))
             at.home = word;
+        if (at.waiting->check_lname("root"))
+            at.root = word;
         at.waiting = nullptr;
         return;
     }
@@ -113,7 +117,7 @@ void addFromFile(std::string_view kind, const Position& at, const std::string& b
 
 void addFromConfiguration(std::string_view kind, const Position& at, const std::string& beginning,
                           std::vector<std::string>& found) {
-    const model::Configuration configuration = model::Configuration::read();
+    const model::Configuration configuration = model::Configuration::read(model::Scopes());
     if (kind == Complete::dsn || kind == Complete::dsnOrDriver)
         for (const model::DataSource& source : configuration.dataSources())
             addCandidate(found, beginning, source.name, source.driver);
@@ -135,16 +139,22 @@ void addNames(std::string_view kind, const Position& at, const std::string& begi
         found.push_back(":" + std::string(kind));
     else if (kind == Complete::sections || kind == Complete::keysOfSection || kind == Complete::scriptsDrivers)
         addFromFile(kind, at, beginning, found);
+    else if (kind == Complete::scope)
+        for (const model::Scope scope : {model::Scope::user, model::Scope::system})
+            addCandidate(found, beginning, scopeWord(scope), std::string("the files of the ") + scopeWord(scope));
     else
         addFromConfiguration(kind, at, beginning, found);
 }
 
-void useHome(const std::string& home) {
-    if (home.empty())
-        return;
-    setenv("HOME", model::absolutePath(home).c_str(), 1);
-    unsetenv("ODBCINI");
-    unsetenv("ODBCINSTINI");
+// A root that is refused has no candidates either way.
+void usePlaces(const Position& at) {
+    if (!at.home.empty()) {
+        setenv("HOME", model::absolutePath(at.home).c_str(), 1);
+        unsetenv("ODBCINI");
+        unsetenv("ODBCINSTINI");
+    }
+    if (!at.root.empty())
+        static_cast<void>(model::enterRoot(at.root));
 }
 
 // Candidates for the last of words, which is what stands left of the cursor, a tab and a description behind each one.
@@ -153,7 +163,7 @@ std::vector<std::string> candidates(const CLI::App& app, const std::vector<std::
     for (std::size_t i = 0; i + 1 < words.size(); ++i)
         take(at, words[i]);
     const std::string beginning = words.empty() ? std::string() : words.back();
-    useHome(at.home);
+    usePlaces(at);
     std::vector<std::string> found;
     if (at.waiting != nullptr) {
         addNames(at.waiting->get_type_name(), at, beginning, found);

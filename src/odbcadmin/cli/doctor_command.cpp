@@ -71,6 +71,7 @@ void addDoctorCommands(CLI::App& app, Session& session) {
         .operand("NAME", "Data sources and drivers; all of them without any", kAny, Complete::dsnOrDriver)
         .timeout("Seconds that a library may take to load (10)")
         .flag("--report", "Print a text for a bug report, without secrets")
+        .thisSystemOnly()
         .onRead(Needs::nothing, runDoctor);
 }
 

@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "odbcadmin/cli/commands.h"
+#include "odbcadmin/cli/scope_output.h"
 #include "odbcadmin/cli/setup_route.h"
 #include "odbcadmin/cli/verb.h"
 #include "odbcadmin/model/data_source_change.h"
@@ -37,6 +38,16 @@ ChangeResult change(const Session& session, const std::optional<model::Registere
     return result ? std::move(*result) : directly();
 }
 
+// "[Sales] of /etc/odbc.ini:3" when the system's file has a section of that name beside the user's that was changed.
+std::string besides(const Session& session, const std::string& name) {
+    using model::Seen;
+    if (session.system)
+        return {};
+    const Configuration system = Configuration::read({Seen::system, Seen::system});
+    const auto source = system.dataSource(name);
+    return source && source->header ? sectionText(source->header) : std::string();
+}
+
 std::optional<model::DataSourceWish> wishOf(const Session& session, const Line& line) {
     auto attributes = takePairs(session, line.texts("KEY=VALUE"), kAttributesGivenOtherwise);
     if (!attributes)
@@ -55,6 +66,8 @@ ExitCode addDataSource(const Session& session, const Configuration& configuratio
     Remarks remarks;
     const ChangeResult result = change(session, configuration.driver(wish->driver), line, work, remarks,
                                        [&] { return model::addDataSource(configuration, *wish, session.way()); });
+    if (const std::string hidden = besides(session, wish->name); result.isDone() && !hidden.empty())
+        remarks.push_back("it hides " + hidden + ", the system's");
     return session.report(result, "Added data source " + wish->name, remarks);
 }
 
@@ -191,6 +204,9 @@ ExitCode removeDataSources(const Session& session, const Configuration& configur
     }
     if (!left.empty())
         result.add(model::removeDataSources(left, session.way()));
+    for (const model::DataSource& source : sources)
+        if (const std::string shown = besides(session, source.name); result.isDone() && !shown.empty())
+            remarks.push_back(shown + ", the system's, answers now");
     return session.report(result, "Removed data source " + model::joined(namesOf(sources)), remarks);
 }
 

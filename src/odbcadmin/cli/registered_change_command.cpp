@@ -22,7 +22,8 @@ const std::vector<std::string_view> kKeysGivenOtherwise{"Driver", "Setup"};
 void warnOfLibrary(const Session& session, const std::string& what, const std::string& path) {
     if (path.find('/') == std::string::npos || session.quiet)
         return;
-    const std::string state = doctor::libraryFileState(path);
+    const std::string root = session.root.empty() ? "" : model::absolutePath(unmarked(session.root));
+    const std::string state = doctor::libraryFileState(root + path);
     if (state == "missing")
         session.warn("the " + what + " " + path + " is not there");
     else if (state == "broken")

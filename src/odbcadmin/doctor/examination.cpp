@@ -13,6 +13,7 @@
 #include "odbcadmin/doctor/file_checks.h"
 #include "odbcadmin/doctor/name_checks.h"
 #include "odbcadmin/doctor/path_mistakes.h"
+#include "odbcadmin/doctor/scope_checks.h"
 #include "odbcadmin/doctor/syntax_checks.h"
 #include "odbcadmin/model/trace_settings.h"
 #include "rules/names.h"
@@ -75,8 +76,9 @@ private:
     std::map<std::pair<std::string, LibraryRole>, Findings> known_;
 };
 
-Findings checkTexts(const Configuration& configuration, const std::string& systemFolder) {
-    Findings findings = checkFiles(model::configPlaces(systemFolder));
+Findings checkTexts(const Configuration& configuration) {
+    Findings findings = checkFiles(model::configPlaces());
+    append(findings, checkVariables());
     for (const FileKind kind : {FileKind::dataSources, FileKind::drivers})
         for (const model::ConfigFile* file : configuration.files(kind))
             append(findings, checkSyntax(file->path));
@@ -162,10 +164,14 @@ Selection select(const Configuration& configuration, const std::vector<std::stri
 
 Findings checkNames(const Selection& selection, const Configuration& configuration) {
     Findings findings;
-    for (const DataSource& each : selection.dataSources)
+    for (const DataSource& each : selection.dataSources) {
         append(findings, checkDataSourceNames(each, configuration));
-    for (const Registered& each : selection.drivers)
+        append(findings, checkScopes(each, configuration));
+    }
+    for (const Registered& each : selection.drivers) {
         append(findings, checkRegisteredNames(each, model::kDriverKind, configuration));
+        append(findings, checkScopes(each));
+    }
     for (const Registered& each : selection.translators)
         append(findings, checkRegisteredNames(each, model::kTranslatorKind, configuration));
     return findings;
@@ -192,8 +198,8 @@ Findings checkLibraries(const Selection& selection, const Configuration& configu
 
 }  // namespace
 
-Findings lint(const Configuration& configuration, const std::string& systemFolder) {
-    Findings findings = checkTexts(configuration, systemFolder);
+Findings lint(const Configuration& configuration) {
+    Findings findings = checkTexts(configuration);
     append(findings,
            withoutFollowers(checkNames(select(configuration, {}), configuration), strayLines(findings, configuration)));
     return findings;
@@ -227,7 +233,7 @@ static bool isMistake(const Finding& finding) {
 }
 
 Findings examine(const Configuration& configuration, const ExaminationOptions& options) {
-    Findings findings = checkTexts(configuration, options.systemFolder);
+    Findings findings = checkTexts(configuration);
     const Selection selection = select(configuration, options.names);
     append(findings, withoutFollowers(checkNames(selection, configuration), strayLines(findings, configuration)));
     // What the checks of names say of a value need not be said again.

@@ -21,14 +21,13 @@ struct ExaminationOptions {
     LibraryOptions library;
     // Called before each library is loaded.
     std::function<void(const std::string&)> progress = [](const std::string&) {};
-    std::string systemFolder = "/etc";
 };
 
 // Files, syntax, names, libraries, environment. Libraries are loaded by the helper program only.
 Findings examine(const model::Configuration& configuration, const ExaminationOptions& options);
 
 // The first three alone: nothing is loaded, no library is looked at.
-Findings lint(const model::Configuration& configuration, const std::string& systemFolder = "/etc");
+Findings lint(const model::Configuration& configuration);
 
 // The libraries of the given drivers.
 Findings examineDrivers(const std::vector<model::Registered>& drivers, const ExaminationOptions& options);

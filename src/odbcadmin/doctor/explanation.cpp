@@ -28,6 +28,7 @@ public:
         else
             bad("listed", path, "not in [ODBC Data Sources]", "List it with the name of its driver.");
         section(source.header, source.name, FileKind::dataSources);
+        hides(source.hides);
         if (source.header)
             key("Driver", source.library, path);
         if (source.listed)
@@ -44,6 +45,7 @@ public:
         else
             bad("listed", path, "not in [ODBC Drivers]", "List it: " + driver.name + "=Installed");
         section(driver.header, driver.name, FileKind::drivers);
+        hides(driver.hides);
         if (!driver.header)
             return;
         key("Driver", driver.library, path);
@@ -75,6 +77,11 @@ private:
         bad("section", configuration_.file(kind).path, "no section [" + name + "]",
             model::adviceFor(name, configuration_.sectionNames(kind),
                              "Add the section, or remove the name from the list."));
+    }
+
+    void hides(const Located& hidden) {
+        if (hidden)
+            good("hides", hidden, "[" + hidden.text + "] of the system, which would answer without this one");
     }
 
     void key(const char* name, const Located& value, const std::string& file) {
