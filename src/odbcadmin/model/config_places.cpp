@@ -75,7 +75,7 @@ ConfigPlace placeBelow(const std::string& root, ConfigPlace place) {
 }
 
 std::string newerUserPath(FileKind kind) {
-    const std::string named = variableValue("ODBCINI");
+    std::string named = variableValue("ODBCINI");
     if (kind == FileKind::dataSources && named.starts_with('/'))
         return named;
     const std::string home = variableValue("HOME");

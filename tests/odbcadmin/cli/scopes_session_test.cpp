@@ -216,7 +216,7 @@ $ odbcadmin trace status
 Tracing is on, file sql.log
 $ odbcadmin trace off
 unchanged: nothing to do
-! odbcadmin: ~.etc/odbc.ini:13 turns it on: odbcadmin trace off --system
+! odbcadmin: ~.etc/odbc.ini:14 turns it on: odbcadmin trace off --system
 $ odbcadmin trace off --system
 Tracing is off
 $ odbcadmin trace off
@@ -225,6 +225,33 @@ unchanged: nothing to do
 
 TEST_F(ScopesSession, TracingOfTheSystem) {
     EXPECT_EQ(played(home_, kTracingOfTheSystem), kTracingOfTheSystem);
+}
+
+constexpr const char* kRemovingADriverWithItsDataSources = R"sh($ odbcadmin dsn copy Stock Mine --to user -q
+$ odbcadmin driver remove Wide --with-dsns
+! odbcadmin: The driver Wide is the system's: a change in ~/.odbcinst.ini would hide all of [Wide] in ~.etc/odbcinst.ini
+!   --system changes it for all users; odbcadmin driver add registers one of your own.
+[5]
+$ odbcadmin dsn list -q
+Sales
+Accounts
+Mine
+Stock
+$ odbcadmin driver copy Wide --to user -q
+$ odbcadmin driver remove Wide --with-dsns
+Removed driver Wide and data source Mine
+$ odbcadmin driver move Wide --to user -q
+$ odbcadmin driver remove Wide
+Removed driver Wide
+! odbcadmin: these data sources of the other scope use it still: Stock
+$ odbcadmin driver add Wide --lib libwide.so --system -q
+$ odbcadmin driver remove Wide --with-dsns --system
+Removed driver Wide and data source Sales, Stock
+)sh";
+
+TEST_F(ScopesSession, RemovingADriverWithItsDataSources) {
+    EXPECT_EQ(played(home_, kRemovingADriverWithItsDataSources), kRemovingADriverWithItsDataSources);
+    EXPECT_EQ(drivers(), std::string(kDrivers) + "\n");
 }
 
 constexpr const char* kCopyingAndMoving = R"sh($ odbcadmin dsn copy Stock --to user
@@ -246,7 +273,7 @@ $ odbcadmin driver move Plain --to system
 [4]
 $ odbcadmin driver remove Plain
 Removed driver Plain
-! odbcadmin: these data sources use it still: Sales, Accounts (--with-dsns removes them too)
+! odbcadmin: these data sources use it still: Sales (--with-dsns removes them too)
 $ odbcadmin driver move Plain --to user --check
 would change: ~/.odbcinst.ini, ~.etc/odbcinst.ini
 [9]
