@@ -51,12 +51,13 @@ ExitCode listDataSources(const Session& session, const Configuration& configurat
     if (session.json)
         return printJson(session, rows);
     std::vector<std::vector<std::string>> table;
+    const bool namesScopes = rows.nameScopes();
     for (const DataSource& source : rows.answering)
         table.push_back(session.quiet ? std::vector<std::string>{source.name}
-                                      : rowOf(source, rows.nameScopes(), /*isShadowed=*/false));
+                                      : rowOf(source, namesScopes, /*isShadowed=*/false));
     if (!session.quiet)
         for (const DataSource& source : rows.shadowed)
-            table.push_back(rowOf(source, rows.nameScopes(), /*isShadowed=*/true));
+            table.push_back(rowOf(source, namesScopes, /*isShadowed=*/true));
     session.printTable(table);
     if (table.empty())
         session.say("There are no data sources in " + lookedAt(configuration, model::FileKind::dataSources));

@@ -42,13 +42,13 @@ struct Rows {
     bool nameScopes() const { return holdsSystems(answering) || holdsSystems(shadowed); }
 };
 
-std::vector<std::string> rowOf(const Session& session, const Registered& entry, const Rows& rows,
+std::vector<std::string> rowOf(const Session& session, const Registered& entry, bool namesScope,
                                const model::RegisteredKind& kind, const Configuration& configuration, bool isShadowed) {
     std::vector<std::string> row{entry.name};
     if (kind.key == model::kDriverKind.key)
         row.emplace_back(stateOf(session, entry, configuration));
     row.push_back(entry.library.text);
-    if (rows.nameScopes())
+    if (namesScope)
         row.emplace_back(scopeWord(entry.file->scope));
     row.emplace_back(isShadowed ? "(shadowed)" : entry.listed ? "" : "(not listed)");
     return row;
@@ -57,12 +57,13 @@ std::vector<std::string> rowOf(const Session& session, const Registered& entry, 
 void printList(const Session& session, const Configuration& configuration, const model::RegisteredKind& kind,
                const Rows& rows) {
     std::vector<std::vector<std::string>> table;
+    const bool namesScopes = rows.nameScopes();
     for (const Registered& entry : rows.answering)
         table.push_back(session.quiet ? std::vector<std::string>{entry.name}
-                                      : rowOf(session, entry, rows, kind, configuration, /*isShadowed=*/false));
+                                      : rowOf(session, entry, namesScopes, kind, configuration, /*isShadowed=*/false));
     if (!session.quiet)
         for (const Registered& entry : rows.shadowed)
-            table.push_back(rowOf(session, entry, rows, kind, configuration, /*isShadowed=*/true));
+            table.push_back(rowOf(session, entry, namesScopes, kind, configuration, /*isShadowed=*/true));
     session.printTable(table);
 }
 

@@ -1,7 +1,6 @@
 // Comparing the two scopes.
 #include "odbcadmin/doctor/scope_checks.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <string_view>
@@ -10,7 +9,6 @@
 #include "odbcadmin/model/config_places.h"
 #include "odbcadmin/model/system_files.h"
 #include "odbcadmin/model/text.h"
-#include "rules/names.h"
 
 namespace jx::doctor {
 
@@ -127,13 +125,9 @@ void checkHidden(const Located& header, const model::IniSection* section, const 
                  "Enter what is needed in the user's section, or remove it: " + remove);
 }
 
-// The scope in which a driver of that name stands besides none in the other.
 bool isRegisteredFor(const Configuration& configuration, const std::string& name, Scope scope) {
-    for (const auto& drivers : {configuration.drivers(), configuration.hidden(model::kDriverKind)})
-        for (const model::Registered& each : drivers)
-            if (each.file->scope == scope && rules::sameName(each.name, name))
-                return true;
-    return false;
+    const auto driver = configuration.driver(name);
+    return driver && (driver->file->scope == scope || (driver->hides && driver->hides.file->scope == scope));
 }
 
 }  // namespace

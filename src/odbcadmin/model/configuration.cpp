@@ -2,6 +2,7 @@
 #include "odbcadmin/model/configuration.h"
 
 #include <algorithm>
+#include <unordered_map>
 #include <unordered_set>
 
 #include "odbcadmin/model/near_matches.h"
@@ -59,30 +60,46 @@ struct Sighting {
     Located listed, header, hides;
 };
 
-Sighting sighting(const Files& files, const char* list, std::string_view name) {
+// A line of a list, and its file.
+struct Listing {
+    const ConfigFile* file = nullptr;
+    const IniEntry* entry = nullptr;
+};
+
+Listing firstListing(const Files& files, const char* list, std::string_view name) {
+    for (const ConfigFile* file : files)
+        if (const IniEntry* entry = exactEntry(*file, list, name))
+            return {file, entry};
+    return {};
+}
+
+const ConfigFile* firstWithSection(const Files& files, std::string_view name) {
+    const auto found =
+        std::find_if(files.begin(), files.end(), [&](const ConfigFile* file) { return exactSection(*file, name); });
+    return found == files.end() ? nullptr : *found;
+}
+
+Sighting sighting(const Files& files, std::string_view name, const Listing& listing) {
     Sighting seen;
-    const ConfigFile* lister = nullptr;
-    for (const ConfigFile* file : files) {
-        const IniEntry* entry = exactEntry(*file, list, name);
-        const IniSection* section = exactSection(*file, name);
-        if (entry != nullptr && lister == nullptr) {
-            lister = file;
-            seen.name = entry->key;
-            seen.listed = located(*file, entry);
-        }
-        if (section != nullptr && seen.section != nullptr && !seen.hides)
-            seen.hides = headerOf(*file, section);
-        if (section == nullptr || seen.section != nullptr)
-            continue;
-        seen.file = file;
-        seen.section = section;
-        seen.header = headerOf(*file, section);
+    seen.file = firstWithSection(files, name);
+    if (listing.entry != nullptr)
+        seen.listed = located(*listing.file, listing.entry);
+    if (seen.file == nullptr) {
+        seen.file = listing.file;
+        seen.name = listing.entry != nullptr ? listing.entry->key : name;
+        return seen;
     }
-    if (seen.section == nullptr)
-        seen.file = lister;
-    if (lister == nullptr && seen.section != nullptr)
-        seen.name = seen.section->name;
+    seen.section = exactSection(*seen.file, name);
+    seen.name = listing.entry != nullptr ? listing.entry->key : seen.section->name;
+    seen.header = headerOf(*seen.file, seen.section);
+    const auto behind = std::find(files.begin(), files.end(), seen.file) + 1;
+    if (const ConfigFile* hidden = firstWithSection(Files(behind, files.end()), name))
+        seen.hides = headerOf(*hidden, exactSection(*hidden, name));
     return seen;
+}
+
+Sighting sighting(const Files& files, const char* list, std::string_view name) {
+    return sighting(files, name, firstListing(files, list, name));
 }
 
 DataSource dataSourceOf(const Sighting& seen) {
@@ -112,20 +129,33 @@ auto registeredOf(const RegisteredKind& kind) {
     };
 }
 
+// The first line of each name in the lists of all files: a list is long where there are many names to look up.
+std::unordered_map<std::string, Listing> listings(const Files& files, const char* list) {
+    std::unordered_map<std::string, Listing> all;
+    for (const ConfigFile* file : files)
+        for (const IniEntry& entry : entriesOf(*file, list))
+            all.emplace(rules::foldedName(entry.key), Listing{file, &entry});
+    return all;
+}
+
 // What the list of each file names, then its further sections that have the key and answer for their name.
 template <class Row, class Make>
 std::vector<Row> collect(const Files& files, const char* list, const char* key, Make make) {
     std::vector<Row> found;
     std::unordered_set<std::string> met;
-    const auto isNew = [&](std::string_view name) { return met.insert(rules::foldedName(name)).second; };
+    const auto listed = listings(files, list);
+    const auto addNew = [&](std::string_view name) {
+        const std::string folded = rules::foldedName(name);
+        const auto place = listed.find(folded);
+        if (met.insert(folded).second)
+            found.push_back(make(sighting(files, name, place == listed.end() ? Listing() : place->second)));
+    };
     for (const ConfigFile* file : files) {
         for (const IniEntry& entry : entriesOf(*file, list))
-            if (isNew(entry.key))
-                found.push_back(make(sighting(files, list, entry.key)));
+            addNew(entry.key);
         for (const IniSection& section : file->view.sections())
-            if (isOwn(section.name) && section.find(key) != nullptr &&
-                sighting(files, list, section.name).section == &section && isNew(section.name))
-                found.push_back(make(sighting(files, list, section.name)));
+            if (isOwn(section.name) && section.find(key) != nullptr && firstWithSection(files, section.name) == file)
+                addNew(section.name);
     }
     return found;
 }
@@ -134,10 +164,12 @@ std::vector<Row> collect(const Files& files, const char* list, const char* key, 
 template <class Row, class Make>
 std::vector<Row> collectHidden(const Files& files, const char* list, const char* key, Make make) {
     std::vector<Row> found;
-    for (const ConfigFile* file : files)
-        for (const Row& row : collect<Row>({file}, list, key, make))
-            if (row.section != nullptr && sighting(files, list, row.name).section != row.section)
+    for (auto file = files.begin(); file != files.end(); ++file) {
+        const Files earlier(files.begin(), file);
+        for (const Row& row : collect<Row>({*file}, list, key, make))
+            if (row.section != nullptr && firstWithSection(earlier, row.name) != nullptr)
                 found.push_back(row);
+    }
     return found;
 }
 

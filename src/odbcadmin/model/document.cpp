@@ -90,15 +90,15 @@ bool hasLibrary(const DocumentEntry& source) {
     });
 }
 
-// The driver that a data source means. What all users have means no driver of one user.
+// The driver that a data source means. What all users have means no driver of one user, also where that hides theirs.
 std::optional<Registered> driverOf(const Configuration& configuration, const DataSource& source) {
-    const auto isMeant = [&](const Registered& driver) {
-        return rules::sameName(driver.name, source.driver) &&
-               (source.file->scope == Scope::user || driver.file->scope == Scope::system);
-    };
-    for (const auto& drivers : {configuration.drivers(), configuration.hidden(kDriverKind)})
-        if (const auto found = std::find_if(drivers.begin(), drivers.end(), isMeant); found != drivers.end())
-            return *found;
+    const std::optional<Registered> driver = configuration.driver(source.driver);
+    if (!driver || source.file->scope == Scope::user || driver->file->scope == Scope::system)
+        return driver;
+    if (driver->hides)
+        for (const Registered& hidden : configuration.hidden(kDriverKind))
+            if (rules::sameName(hidden.name, source.driver))
+                return hidden;
     return std::nullopt;
 }
 
