@@ -22,7 +22,7 @@ Json sourceJson(const DataSource& source, bool isShadowed) {
 }
 
 // The rows of a list; those that are shadowed come last.
-struct Rows {
+struct SourceRows {
     std::vector<DataSource> answering, shadowed;
 
     bool nameScopes() const { return holdsSystems(answering) || holdsSystems(shadowed); }
@@ -36,7 +36,7 @@ std::vector<std::string> rowOf(const DataSource& source, bool namesScope, bool i
     return row;
 }
 
-ExitCode printJson(const Session& session, const Rows& rows) {
+ExitCode printJson(const Session& session, const SourceRows& rows) {
     Json json = Json::array();
     for (const DataSource& source : rows.answering)
         json.push_back(sourceJson(source, /*isShadowed=*/false));
@@ -47,7 +47,7 @@ ExitCode printJson(const Session& session, const Rows& rows) {
 }
 
 ExitCode listDataSources(const Session& session, const Configuration& configuration, const Line& /*line*/) {
-    const Rows rows{configuration.dataSources(), configuration.hiddenDataSources()};
+    const SourceRows rows{configuration.dataSources(), configuration.hiddenDataSources()};
     if (session.json)
         return printJson(session, rows);
     std::vector<std::vector<std::string>> table;

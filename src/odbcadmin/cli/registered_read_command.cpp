@@ -36,7 +36,7 @@ Json entryJson(const Session& session, const Registered& entry, const model::Reg
 }
 
 // The rows of a list; those that are shadowed come last.
-struct Rows {
+struct RegisteredRows {
     std::vector<Registered> answering, shadowed;
 
     bool nameScopes() const { return holdsSystems(answering) || holdsSystems(shadowed); }
@@ -55,7 +55,7 @@ std::vector<std::string> rowOf(const Session& session, const Registered& entry, 
 }
 
 void printList(const Session& session, const Configuration& configuration, const model::RegisteredKind& kind,
-               const Rows& rows) {
+               const RegisteredRows& rows) {
     std::vector<std::vector<std::string>> table;
     const bool namesScopes = rows.nameScopes();
     for (const Registered& entry : rows.answering)
@@ -69,7 +69,7 @@ void printList(const Session& session, const Configuration& configuration, const
 
 ExitCode list(const Session& session, const Configuration& configuration, const model::RegisteredKind& kind) {
     const std::string plural = std::string(kind.word) + "s";
-    const Rows rows{configuration.all(kind), configuration.hidden(kind)};
+    const RegisteredRows rows{configuration.all(kind), configuration.hidden(kind)};
     if (!session.json) {
         printList(session, configuration, kind, rows);
         if (rows.answering.empty())

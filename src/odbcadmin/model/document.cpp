@@ -92,7 +92,7 @@ bool hasLibrary(const DocumentEntry& source) {
 
 // The driver that a data source means. What all users have means no driver of one user, also where that hides theirs.
 std::optional<Registered> driverOf(const Configuration& configuration, const DataSource& source) {
-    const std::optional<Registered> driver = configuration.driver(source.driver);
+    std::optional<Registered> driver = configuration.driver(source.driver);
     if (!driver || source.file->scope == Scope::user || driver->file->scope == Scope::system)
         return driver;
     if (driver->hides)
@@ -179,7 +179,7 @@ ChangeResult Share::writeDataSources(const ChangeWay& way) const {
 }
 
 // A step of the work: one file of one scope.
-struct Step {
+struct WriteStep {
     Share share;
     ChangeResult (Share::*write)(const ChangeWay&) const;
 
@@ -189,8 +189,8 @@ struct Step {
     }
 };
 
-std::vector<Step> stepsOf(const Surroundings& around, const std::vector<Superfluous>& removed) {
-    std::vector<Step> steps;
+std::vector<WriteStep> stepsOf(const Surroundings& around, const std::vector<Superfluous>& removed) {
+    std::vector<WriteStep> steps;
     for (const Scope scope : {Scope::system, Scope::user}) {
         const auto mine =
             std::find_if(removed.begin(), removed.end(), [&](const Superfluous& each) { return each.scope == scope; });
@@ -255,8 +255,8 @@ ChangeResult applyDocument(const Configuration& configuration, const Document& d
     // right to change it.
     ChangeWay trial = way;
     trial.writing = ChangeWay::Writing::never;
-    std::vector<Step> needed;
-    for (const Step& step : stepsOf(around, removed)) {
+    std::vector<WriteStep> needed;
+    for (const WriteStep& step : stepsOf(around, removed)) {
         const ChangeResult tried = step.run(trial);
         if (!tried.isDone())
             return {tried.reason};
@@ -264,7 +264,7 @@ ChangeResult applyDocument(const Configuration& configuration, const Document& d
             needed.push_back(step);
     }
     ChangeResult result;
-    for (const Step& step : needed)
+    for (const WriteStep& step : needed)
         if (result.isDone())
             result.add(step.run(way));
     return result;

@@ -27,9 +27,9 @@ struct Thing {
 };
 
 // The files of a transfer, as they are while nobody else writes them. A copy leaves the one alone that it comes from.
-class Files {
+class BothFiles {
 public:
-    Files(const Thing& thing, const Transfer& transfer, const ChangeWay& way) : userWay_(way), systemWay_(way) {
+    BothFiles(const Thing& thing, const Transfer& transfer, const ChangeWay& way) : userWay_(way), systemWay_(way) {
         userWay_.scope = Scope::user;
         systemWay_.scope = Scope::system;
         ChangeWay& from = transfer.to == Scope::user ? systemWay_ : userWay_;
@@ -39,8 +39,8 @@ public:
         system_.emplace(thing.file, systemWay_);
     }
 
-    Files(const Files&) = delete;
-    Files& operator=(const Files&) = delete;
+    BothFiles(const BothFiles&) = delete;
+    BothFiles& operator=(const BothFiles&) = delete;
 
     FileChange& of(Scope scope) { return scope == Scope::user ? *user_ : *system_; }
 
@@ -63,7 +63,7 @@ Reason isNotThere(const Thing& thing, const Transfer& transfer) {
 }
 
 ChangeResult carryOver(const Thing& thing, const Transfer& transfer, const ChangeWay& way) {
-    Files files(thing, transfer, way);
+    BothFiles files(thing, transfer, way);
     FileChange& source = files.of(otherThan(transfer.to));
     FileChange& target = files.of(transfer.to);
     for (const FileChange* each : {&source, &target})
