@@ -6,9 +6,9 @@ function __odbcadmin_candidates
     for line in ($words[1] __complete -- $words[2..-1] "$current" 2>/dev/null)
         switch $line
             case :FILE
-                __fish_complete_path "$current"
+                __fish_complete_path (string replace -r '^--[^=]*=' '' -- "$current")
             case :DIR
-                __fish_complete_directories "$current"
+                __fish_complete_directories (string replace -r '^--[^=]*=' '' -- "$current")
             case '*'
                 echo -- $line
         end

@@ -165,8 +165,13 @@ JX_EXPORT size_t jxIniLine(JxIniView* view, const char* section, const char* key
 /* Several changes of one file that happen together or not at all. */
 typedef struct JxIniChange JxIniChange;
 
-/* Locks the file, waiting at most 10 seconds, and reads it; an absent one is empty. Null when that fails. Every other
- * writer of the file waits until jxIniCommit or jxIniDiscard, so end the change soon. */
+/* How long the calling thread's writes wait for the lock of a file, whatever function they go through: 10000
+ * milliseconds, until it sets another time here. 0: they fail at once when another writer has the lock. Returns the
+ * time that was set before; or -1, and changes nothing, when milliseconds is negative or memory is short. */
+JX_EXPORT long jxIniSetLockWait(long milliseconds);
+
+/* Locks the file, waiting at most 10 seconds (or as jxIniSetLockWait says), and reads it; an absent one is empty. Null
+ * when that fails. Every other writer of the file waits until jxIniCommit or jxIniDiscard, so end the change soon. */
 JX_EXPORT JxIniChange* jxIniBegin(const char* file);
 
 /* The same for a file that everybody reads: a new file gets the mode 0666 less the umask instead of 0600. */
@@ -178,6 +183,21 @@ JX_EXPORT JxIniChange* jxIniPreview(const char* file);
 /* Stores value under key in section; a null value deletes the key, a null key the section. Nothing reaches the disk
  * yet. 1, or 0 when the text cannot be stored, memory is short or change is null: the change is then as before. */
 JX_EXPORT int jxIniSet(JxIniChange* change, const char* section, const char* key, const char* value);
+
+/* A value to store; none of the three may be null. */
+typedef struct JxIniSetting {
+    const char* section;
+    const char* key;
+    const char* value;
+} JxIniSetting;
+
+/* As jxIniSet for each of count settings in order, but all of them or none, and in time that grows with the text and
+ * the settings, not with both multiplied. 1, or 0 as jxIniSet; settings may be null when count is 0. */
+JX_EXPORT int jxIniSetAll(JxIniChange* change, const JxIniSetting* settings, size_t count);
+
+/* Makes length bytes the file's whole text, as an editor does; bytes may be null when length is 0. Nothing reaches the
+ * disk yet. 1, or 0 when memory is short, change is null, or bytes is null for another length. */
+JX_EXPORT int jxIniReplace(JxIniChange* change, const char* bytes, size_t length);
 
 /* The file's text as it was read, and with the changes so far, each followed by a NUL; length may be null. The change
  * owns them; the second is valid until the next jxIniSet. Null and 0 for null. */
@@ -217,8 +237,14 @@ JX_EXPORT JxIniRun* jxIniBeginRun(void);
 JX_EXPORT int jxIniCommitRun(JxIniRun* run);
 
 /* Gives up all writes of the run and releases it; the files are as they were. Of a run inside another: the commit of
- * the outer one then fails, and writes nothing (ECANCELED). Null is allowed. */
+ * the outer one then fails, and writes nothing; the reason is the thread's last failure, or ECANCELED. Null is allowed.
+ */
 JX_EXPORT void jxIniDiscardRun(JxIniRun* run);
+
+/* Locks file for the calling thread's run, as its first write would. Two runs that write the same two files in opposite
+ * orders would wait for each other: lock them in one order before. 1, or 0 when the thread has no run or the file
+ * cannot be locked or read; the run goes on then, and fails with the first write that would change the file. */
+JX_EXPORT int jxIniLockInRun(const char* file);
 
 JX_EXTERN_C_END
 

@@ -10,6 +10,8 @@
  *          less 1, perhaps inside a name.
  * Failure  FALSE or 0. Message boxes appear only when a window was given, except two about bad input, which
  *          SQLInstallDriver and SQLInstallODBC always show; without a host they go to standard error (guiMessageBox).
+ * Changes  an installation, or the entry or removal of a data source, is one change of each file, .odbcinst.ini first:
+ *          when it fails or is killed, that file and .odbc.ini are as they were. jxIniLastFailure (jxini.h) says why.
  * Throws   nothing, but an exception of a driver's or translator's setup library passes through to the caller.
  * Threads  any. The two configuration files are shared safely with other threads and processes; docs/ini-store.md
  *          and the man pages odbc.ini(5) and odbcinst.ini(5) describe their format. */
@@ -70,7 +72,7 @@ JX_EXPORT BOOL SQLWritePrivateProfileString(LPCSTR lpszSection, LPCSTR lpszEntry
 
 /* Enters data source lpszDSN for the installed driver lpszDriver, replacing an old entry with all its keys. "Default",
  * in any case, is entered as the default data source. FALSE when a name is null (nothing is changed), when the driver
- * has no "Driver" key in .odbcinst.ini (the old entry is removed) or when a file cannot be written. */
+ * has no "Driver" key in .odbcinst.ini (the old entry is removed) or when a file cannot be read or written. */
 JX_EXPORT BOOL SQLWriteDSNToIni(LPCSTR lpszDSN, LPCSTR lpszDriver);
 
 /* Removes data source lpszDSN and its section; TRUE also when there was none. "Default", in exactly this case, means
@@ -151,13 +153,13 @@ JX_EXPORT BOOL SQLGetTranslator(HWND hwnd, LPSTR lpszName, WORD cbNameMax, WORD*
  *   - with a script, that of the library registered so far, or "NOT AVAILABLE" when there is none.
  * Both libraries are registered in that directory, cut or not, so give 1024 bytes.
  *
- * TRUE when list or script were in order. Write errors are not reported; read the entry back. A setup library whose
- * line or name is bad is left out, and so is a data source called "ODBC", "ODBC Data Sources", "ODBC Drivers" or
- * "ODBC Translators".
- * FALSE, and no file changed, when
+ * TRUE when list or script were in order, even if .odbcinst.ini cannot be opened or locked: read the entry back. A
+ * setup library whose line or name is bad is left out, and so is a data source called "ODBC", "ODBC Data Sources",
+ * "ODBC Drivers" or "ODBC Translators".
+ * FALSE, lpszPath empty, when anything else cannot be read or written. FALSE, and no file changed, when
  *   - lpszDriver or lpszPath is null, cbPathMax is 0, or the list or name is too long;
- *   - the file name of the driver library, or of the one registered so far, has more than 131 bytes before its last dot
- *     or more than 3 after it, or the one registered so far cannot be read;
+ *   - the library's file name has more than 131 bytes before its last dot or more than 3 after it;
+ *   - the library registered so far cannot be read;
  *   - the second text does not begin with "Driver" or holds no "=" (a message box says which);
  *   - the second text's keyword is longer than "Driver", or the script's "Driver" line is missing, unreadable, has
  *     fewer than two commas or a bad file name: lpszPath is then empty and the length 0. */
@@ -174,10 +176,8 @@ JX_EXPORT BOOL SQLInstallDriver(LPCSTR lpszInfFile, LPCSTR lpszDriver, LPSTR lps
  *                no message is shown.
  * Always FALSE. With a window a message box then says that the installation was aborted, unless lpszInfFile is null or
  * the choice was cancelled. Read the two files to see what was installed.
- * A script line with too few fields is reported in a message box. A component with a line that cannot be read is left
- * out, and so are components and data sources called "ODBC", "ODBC Data Sources", "ODBC Drivers" or "ODBC Translators".
- * Run one installation at a time until the lists "ODBC Drivers" and "ODBC Data Sources" exist: each run clears a list
- * that it does not find, so two runs that begin the same list can lose an entry. */
+ * A script line with too few fields is reported in a message box. Left out are a component with a line that cannot be
+ * read, and components and data sources called "ODBC", "ODBC Data Sources", "ODBC Drivers" or "ODBC Translators". */
 JX_EXPORT BOOL SQLInstallODBC(HWND hwndParent, LPCSTR lpszInfFile, LPCSTR lpszSrcPath, LPSTR lpszDrivers);
 
 /* ---- dialogs ---- */

@@ -16,11 +16,24 @@ BEGIN {
     title["writeKey"] = "durable write of a key"
     title["readScript"] = "reading a script, drivers"
     title["installScript"] = "installing a script, drivers"
+    title["commandGet"] = "`odbcadmin dsn get`"
+    title["commandList"] = "`odbcadmin dsn list`"
+    title["commandSet"] = "`odbcadmin dsn set`"
+    title["commandLint"] = "`odbcadmin lint`"
+    title["commandDoctorName"] = "`odbcadmin doctor NAME`"
+    title["commandLintLines"] = "`odbcadmin lint`, 200 000 lines"
+    title["commandDoctorLines"] = "`odbcadmin doctor`, 200 000 lines"
+    title["commandApply"] = "`odbcadmin apply`"
+    title["commandInstallPreview"] = "`odbcadmin install --dry-run`"
+    yardstickOf["commandGet"] = yardstickOf["commandList"] = yardstickOf["commandSet"] = "git"
+    yardstickOf["commandLint"] = yardstickOf["commandDoctorName"] = "git"
+    yardstickOf["commandLintLines"] = yardstickOf["commandDoctorLines"] = "limit"
+    yardstickOf["commandApply"] = yardstickOf["commandInstallPreview"] = "limit"
     yardstickOf["readUnchanged"] = yardstickOf["listUnchanged"] = yardstickOf["readEveryKeyOnce"] = "S"
     yardstickOf["readAfterChange"] = "P"
     yardstickOf["writeKey"] = yardstickOf["installScript"] = "W"
     yardstickOf["readScript"] = "fifty"
-    kinds = split("readUnchanged readAfterChange listUnchanged readEveryKeyOnce memoryOfFile lookUpOfTheUsers lookUpOfTheSystems lookUpOfNeither lookUpsOfAConnection writeKey readScript installScript", kind, " ")
+    kinds = split("readUnchanged readAfterChange listUnchanged readEveryKeyOnce memoryOfFile lookUpOfTheUsers lookUpOfTheSystems lookUpOfNeither lookUpsOfAConnection writeKey readScript installScript commandGet commandList commandSet commandLint commandDoctorName commandLintLines commandDoctorLines commandApply commandInstallPreview", kind, " ")
     for (i = 1; i <= kinds; i++) placeOf[kind[i]] = i
 }
 

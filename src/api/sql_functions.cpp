@@ -6,6 +6,7 @@
 #include <odbcinst.h>
 
 #include <control_ids.h>
+#include "config/data_source_entries.h"
 #include "config/text_bytes.h"
 #include "install/batch_installation.h"
 #include "install/driver_installation.h"
@@ -60,8 +61,7 @@ BOOL SQLWriteDSNToIni(LPCSTR lpszDSN, LPCSTR lpszDriver) {
     if (lpszDriver == nullptr)
         return FALSE;
     OdbcIns ins;
-    ins.jxSQLRemoveDSNFromIni(asReadOnlyArgument(lpszDSN));
-    return ins.jxSQLWriteDSNToIni(asReadOnlyArgument(lpszDSN), asReadOnlyArgument(lpszDriver));
+    return jx::replaceDataSource(ins, asReadOnlyArgument(lpszDSN), asReadOnlyArgument(lpszDriver));
 }
 
 BOOL SQLRemoveDSNFromIni(LPCSTR lpszDSN) {

@@ -3,17 +3,27 @@
 //     driverFile().write(driver, asBytes("Setup"), path);
 #pragma once
 
+#include <jxini.h>
 #include <jxprofile.h>
 #include <odbcinst.h>
+
+#include <cerrno>
 
 #include "config/key_list.h"
 #include "config/text_bytes.h"
 
 namespace jx {
 
+// Whether the thread's last read may have missed something, since the file could not be read. A directory or a FIFO in
+// its place holds nothing.
+inline bool readMayHaveMissed() {
+    const int error = jxProfileReadFailed() != 0 ? jxIniLastFailure().error : EISDIR;
+    return error != EISDIR && error != ENOTSUP;
+}
+
 // ConfigurationFile: one of the two files. Every entry that the library writes for itself goes through here.
 // Results   as the store returns them: 0 when the file could not be written and is unchanged.
-// Threads   any; each call is a change of its own.
+// Threads   any; each call is a change of its own, or a part of the thread's run (configuration_run.h).
 class ConfigurationFile {
 public:
     explicit ConfigurationFile(const char* name) : name_(asBytes(name)) {}
@@ -41,13 +51,18 @@ public:
 
     // Called before an entry is added to a list.
     // Deliberate: a list that seems absent is cleared. Usually there is nothing to clear, but a list whose first name
-    // is "NOT AVAILABLE" is lost, and so is one that another program begins at the same time. A list that cannot be
-    // read is left unchanged.
+    // is "NOT AVAILABLE" is lost. In a run nobody else begins a list meanwhile; outside one, a list that another
+    // program begins at the same time is lost, too. A list that cannot be read is left unchanged.
     void clearAbsentList(const unsigned char* list) const {
+        lockInRun();
         const KeyList names(list, kNotAvailable, name_);
         if (!names.isThere() && !names.readFailed())
             removeSection(list);
     }
+
+    // Locks the file for the thread's run before its first write, where another file could be locked first. A run that
+    // cannot lock it goes on; false then.
+    bool lockInRun() const { return jxIniLockInRun(asChars(name_)) != 0; }
 
 private:
     const unsigned char* name_;

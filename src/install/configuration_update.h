@@ -13,7 +13,8 @@ namespace jx::install {
 //     Setup                        the setup library, in the section of the item
 //
 // An older section of the driver or translator is replaced. Other files record nothing, and neither does an item whose
-// name is a reserved section's. Failed reads and writes are not reported; a list that cannot be read is left unchanged.
+// name is a reserved section's. A list that cannot be read is left unchanged. Failed writes are reported by the commit
+// of the thread's run.
 void UpdateOdbcIniAndOdbcInstIni(_Install* install, unsigned long itemIndex, unsigned long fileIndex,
                                  unsigned char* installedPath);
 

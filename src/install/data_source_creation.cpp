@@ -4,6 +4,7 @@
 #include <jxtext.h>
 
 #include "config/configuration_file.h"
+#include "config/configuration_run.h"
 #include "config/profile_value.h"
 #include "rules/sections.h"
 
@@ -11,7 +12,8 @@ namespace jx::install {
 
 namespace {
 
-void createDataSource(const unsigned char* name, const unsigned char* driverName) {
+// False when the driver's library cannot be read.
+bool createDataSource(const unsigned char* name, const unsigned char* driverName) {
     const ConfigurationFile file = dataSourceFile();
     const unsigned char* driverKey = asBytes(INS_ODBCINI_DRIVER);
     file.clearAbsentList(asBytes(INS_ODBCINI_DS));
@@ -21,8 +23,10 @@ void createDataSource(const unsigned char* name, const unsigned char* driverName
     ProfileValue library;
     // Deliberate: the data sources of a driver without a library get "NOT AVAILABLE", the default of this read.
     library.read(driverName, driverKey, driverFile().name());
-    if (!library.readFailed())
-        file.write(name, driverKey, library.text());
+    if (library.readFailed())
+        return false;
+    file.write(name, driverKey, library.text());
+    return true;
 }
 
 unsigned char* skipBlanks(unsigned char* text) {
@@ -34,6 +38,10 @@ unsigned char* skipBlanks(unsigned char* text) {
 }  // namespace
 
 void CreateDataSources(unsigned char* dataSourceList, const unsigned char* driverName) {
+    ConfigurationRun run;
+    // A driver's own entry may have been refused, so nothing else is sure to have locked this file first.
+    driverFile().lockInRun();
+    bool areCreated = true;
     unsigned char* name = dataSourceList;
     while (name != nullptr) {
         unsigned char* comma = strFind(name, static_cast<unsigned char>(','));
@@ -41,12 +49,14 @@ void CreateDataSources(unsigned char* dataSourceList, const unsigned char* drive
             *comma = 0;
         // Blanks before the comma stay part of the name; the store trims them.
         if (!rules::isReservedSection(asChars(name)))
-            createDataSource(name, driverName);
+            areCreated = createDataSource(name, driverName) && areCreated;
         if (comma == nullptr)
-            return;
+            break;
         *comma = ' ';
         name = skipBlanks(comma);
     }
+    if (areCreated)
+        run.commit();
 }
 
 }  // namespace jx::install

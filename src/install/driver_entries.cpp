@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "config/configuration_file.h"
+#include "config/configuration_run.h"
 #include "config/profile_value.h"
 #include "install/bounded_text.h"
 #include "install/data_source_creation.h"
@@ -75,20 +76,25 @@ void writeKeysOfList(unsigned char* list) {
 }
 
 void writeKeysOfScript(const unsigned char* infFile, const unsigned char* driver) {
-    Script(infFile).readCapabilities(viewOf(driver), [&](std::size_t place, ProfileValue& value) {
-        // Deliberate: the key CreateDSN is stored like any other; only the value "CreateDSN" creates a data source.
-        if (value.view() == kCapabilityKeys[kCreateDsn])
-            CreateDataSources(value.text(), driver);
-        else
-            driverFile().write(driver, asBytes(kCapabilityKeys[place]), value.text());
-        return true;
-    });
+    ConfigurationRun run;
+    const bool isComplete =
+        Script(infFile).readCapabilities(viewOf(driver), [&](std::size_t place, ProfileValue& value) {
+            // Deliberate: the key CreateDSN is stored like any other; only the value "CreateDSN" creates a data source.
+            if (value.view() == kCapabilityKeys[kCreateDsn])
+                CreateDataSources(value.text(), driver);
+            else
+                driverFile().write(driver, asBytes(kCapabilityKeys[place]), value.text());
+            return true;
+        });
+    if (isComplete)
+        run.commit();
 }
 
 }  // namespace
 
 int WriteTheDriverAndSetupEntryToTheOdbcInstIni(const unsigned char* lpszInfFile, unsigned char* driverList,
                                                 const unsigned char* lpszPath, unsigned char* keyName) {
+    ConfigurationRun run;
     const bool isDriver = viewOf(keyName) == kQuotedDriverKey;
     const std::string_view bareKey = isDriver ? INS_ODBCINI_DRIVER : rules::kSetup;
     FileName file;
@@ -96,12 +102,17 @@ int WriteTheDriverAndSetupEntryToTheOdbcInstIni(const unsigned char* lpszInfFile
     const bool named = lpszInfFile != nullptr
                            ? fileFromScript(lpszInfFile, driverList, keyName, file)
                            : fileFromList(driverList, bareKey, isDriver ? kDriverText : kSetupText, file);
-    if (!named || !buildLibraryPath(lpszPath, file, library))
+    if (!named || !buildLibraryPath(lpszPath, file, library)) {
+        // A line of the script that could not be read may name a library: the run is given up.
+        if (lpszInfFile == nullptr || !readMayHaveMissed())
+            run.commit();
         return isDriver ? 0 : 1;
+    }
     keyName[BUTSTLEN(keyName) - 1] = 0;
     driverFile().write(driverList, keyName + 1, library.text());
     if (isDriver)
         driverFile().write(driverList, asBytes(rules::kSetup), library.text());
+    run.commit();
     return 1;
 }
 

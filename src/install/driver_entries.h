@@ -1,7 +1,8 @@
 // The entries a driver's section gets: its two libraries and its further keys.
 //
 // driverList is the driver's description, or the keyword list that begins with it; lpszInfFile is the script, or null
-// for a keyword list. Failed writes are not reported.
+// for a keyword list. Failed writes are reported by the commit of the thread's run, which is given up when a line of
+// the script cannot be read.
 #pragma once
 
 namespace jx::install {

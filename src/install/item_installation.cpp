@@ -5,7 +5,10 @@
 #include <odbcinst.h>
 
 #include <cstring>
+#include <span>
+#include <string_view>
 
+#include "config/configuration_run.h"
 #include "config/text_bytes.h"
 #include "install/bounded_text.h"
 #include "install/configuration_update.h"
@@ -44,8 +47,9 @@ struct WorkBuffers {
     WorkBuffer input{inbuf, ramAllocZ(kInputSize), kInputSize};
     WorkBuffer output{outbuf, ramAlloc(kOutputSize), kOutputSize};
     WorkBuffer spare{bigbuf, ramAlloc(kSpareSize), kSpareSize};
+    NameFilter processed;
 
-    bool areThere() const { return input.isThere() && output.isThere() && spare.isThere(); }
+    bool areThere() const { return input.isThere() && output.isThere() && spare.isThere() && processed.isThere(); }
     void clear() {
         input.clear();
         output.clear();
@@ -109,25 +113,35 @@ bool processFile(unsigned int hwnd, _Install* install, std::uint32_t item, std::
     const InfEntry& file = install->items[item].entries[entry];
     FilePath source;
     FilePath target;
-    if (file.fileName == nullptr || HasFileBeenProcessed(install, item, entry) != 0 ||
-        !buildPaths(*install, file, source, target))
+    if (file.fileName == nullptr)
+        return true;
+    const std::string_view name = viewOf(file.fileName);
+    const bool isProcessed = buffers.processed.mayHold(name) && HasFileBeenProcessed(install, item, entry) != 0;
+    if (isProcessed || !buildPaths(*install, file, source, target))
         return true;
     buffers.clear();
     Decompress(hwnd, source.text(), target.text());
     install->anyFileInstalled = 1;
     UpdateOdbcIniAndOdbcInstIni(install, item, entry, target.text());
+    buffers.processed.note(name);
     return AddFileToProcessedList(install, item, entry) != 0;
 }
 
+// All files are entered, or none.
 void processFiles(unsigned int hwnd, _Install* install) {
     WorkBuffers buffers;
-    if (!buffers.areThere())
+    ConfigurationRun run;
+    if (!buffers.areThere() || !run.hasBegun())
         return;
-    everyFile(
+    for (const unsigned char* name : std::span(install->processedFiles, install->processedCount))
+        buffers.processed.note(viewOf(name));
+    const bool isComplete = everyFile(
         *install,
         // Deliberate: here any value but 0 counts as selected; for the disks only 1 does.
         [](const InstallItem& item) { return item.selected != 0; },
         [&](std::uint32_t item, std::uint32_t entry) { return processFile(hwnd, install, item, entry, buffers); });
+    if (!isComplete || !run.commit())
+        install->anyFileInstalled = 0;
 }
 
 }  // namespace

@@ -2,11 +2,9 @@
 #include "install/target_path.h"
 
 #include <jxfiles.h>
-#include <jxini.h>
 #include <jxtext.h>
 
 #include <array>
-#include <cerrno>
 #include <string_view>
 
 #include "config/configuration_file.h"
@@ -54,12 +52,6 @@ void keepDirectoryOfRegistered(unsigned char* file) {
     keepDirectory(file);
 }
 
-// A directory or a FIFO in the place of the file holds no driver. Any other failure may hide one.
-bool mayHideADriver(const ProfileValue& value) {
-    const int error = value.readFailed() ? jxIniLastFailure().error : EISDIR;
-    return error != EISDIR && error != ENOTSUP;
-}
-
 }  // namespace
 
 unsigned int GetTargetPath(const unsigned char* lpszInfFile, const unsigned char* lpszDriver, unsigned char* lpszPath,
@@ -68,7 +60,7 @@ unsigned int GetTargetPath(const unsigned char* lpszInfFile, const unsigned char
     if (lpszInfFile != nullptr) {
         // Deliberate: a driver that is not registered yet gets the directory "NOT AVAILABLE".
         const bool registered = file.read(lpszDriver, asBytes(INS_ODBCINI_DRIVER), driverFile().name());
-        if (mayHideADriver(file))
+        if (readMayHaveMissed())
             return 1;
         if (registered)
             keepDirectoryOfRegistered(file.text());

@@ -41,6 +41,19 @@ static void change(const char* file) {
     CHECK(file_holds("own.ini", "; mine\n[A]\nb=2\n"));
 }
 
+static void replace_text(const char* file) {
+    const long wait = jxIniSetLockWait(0);
+    JxIniChange* change = jxIniBegin(file);
+    size_t length = 0;
+    const JxIniSetting settings[] = {{"A", "b", "1"}, {"C", "d", "2"}};
+    CHECK(jxIniSetAll(change, settings, 2) == 1);
+    CHECK(memcmp(jxIniAfter(change, &length), "; mine\n[A]\nb=1\n\n[C]\nd=2\n", 26) == 0 && length == 26);
+    CHECK(jxIniReplace(change, "[B]\n", 4) == 1);
+    CHECK(memcmp(jxIniAfter(change, &length), "[B]\n", 4) == 0 && length == 4);
+    jxIniDiscard(change);
+    CHECK(jxIniSetLockWait(wait) == 0);
+}
+
 static void ask(const char* file) {
     JxIniFileCache* opened = jxPrivateProfileInit((const unsigned char*)file);
     JxIniView* view = jxIniLook(opened);
@@ -63,7 +76,9 @@ static void run(const char* file) {
     JxIniChange* change = jxIniBegin(file);
     CHECK(jxIniSet(change, "A", "b", "3") == 1 && jxIniCommit(change) == 1);
     CHECK(file_holds("own.ini", "; mine\n[A]\nb=2\n"));
+    CHECK(jxIniLockInRun(file) == 1);
     CHECK(jxIniCommitRun(run) == 1);
+    CHECK(jxIniLockInRun(file) == 0);
     CHECK(file_holds("own.ini", "; mine\n[A]\nb=3\n"));
     run = jxIniBeginRun();
     change = jxIniBegin(file);
@@ -86,6 +101,7 @@ void use_ini_store(void) {
     jxIniRelease(text);
     ask(path);
     begin_shared(path);
+    replace_text(path);
     change(path);
     run(path);
     CHECK(jxIniRead(in_folder("none.ini")) == NULL);

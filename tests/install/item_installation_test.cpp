@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "install/processed_files.h"
 #include "record_text.h"
 #include "recorded_hooks.h"
 #include "test_home.h"
@@ -97,6 +98,16 @@ TEST(InstallItems, ProcessesAFileOnceWhateverComponentsNameIt) {
     EXPECT_EQ(home.text(".odbcinst.ini"),
               "[ODBC Drivers]\nA=Installed\n\n[A]\nDriver=/t/d.so\nSetup=/t/d.so\n\n[B]\nSetup=/t/D.so\n");
     EXPECT_EQ(dumpProcessed(*record.get()), "\"d.so\"\"D.so\"");
+}
+
+TEST(InstallItems, PassesOverAFileThatTheRecordHoldsAsProcessed) {
+    const TestHome home;
+    TestRecord record;
+    record.item(DriverItem, "D").file("Driver", "d.so").directories("/s", "/t/");
+    EXPECT_EQ(AddFileToProcessedList(record.get(), 0, 0), 1U);
+    InstallItems(0, record.get());
+    EXPECT_EQ(home.text(".odbcinst.ini"), "(absent)");
+    EXPECT_EQ(record->processedCount, 1U);
 }
 
 TEST(InstallItems, InstallsAComponentThatIsListedTwiceOnce) {

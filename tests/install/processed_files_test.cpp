@@ -12,6 +12,20 @@ namespace {
 using namespace jx::install;
 using namespace jx::test;
 
+TEST(NameFilter, AcceptsEveryNotedNameAndFewOthers) {
+    NameFilter filter;
+    ASSERT_TRUE(filter.isThere());
+    EXPECT_FALSE(filter.mayHold(""));
+    int others = 0;
+    for (int number = 0; number < 4000; ++number) {
+        const std::string name = "libsample" + std::to_string(number) + ".so";
+        others += filter.mayHold(name) ? 1 : 0;
+        filter.note(name);
+        EXPECT_TRUE(filter.mayHold(name));
+    }
+    EXPECT_LT(others, 100);
+}
+
 TEST(ProcessedFiles, AreComparedExactlyAndAppendedWithoutATest) {
     TestRecord record;
     record.item(CoreItem, "A").file("x", "a.so").file("x", "A.so").file("x", "a.so2").file("x", nullptr);

@@ -24,7 +24,9 @@ done
 
 export HOME=$work/home ODBCSYSINI=$work/system
 mkdir "$HOME" "$ODBCSYSINI"
-bin/odbcadmin driver add Plain --lib /opt/libplain.so --setup "$prefix/lib/libjxsetup.so" 2>"$work/warning"
+bin/odbcadmin driver add Plain --lib /opt/libplain.so >"$work/added" 2>"$work/warning"
+[ "$(bin/odbcadmin config get .odbcinst.ini Plain Setup)" = "$(realpath lib/libjxsetup.so)" ] ||
+    fail "the general setup library beside the program was not entered"
 bin/odbcadmin dsn add Sales --driver Plain Server=db1 || fail "dsn add failed"
 [ "$(bin/odbcadmin dsn list)" = "Sales  Plain" ] || fail "dsn list printed something else"
 [ "$(bin/odbcadmin dsn get Sales Server)" = db1 ] || fail "dsn get printed something else"
@@ -50,6 +52,11 @@ done
 if [ -e bin/xodbcadmin ]; then
     ldd bin/xodbcadmin | grep -q "libjxutl08.so => $prefix/" || fail "bin/xodbcadmin found another libjxutl08.so"
     [ "$(bin/xodbcadmin --version)" = "x$(bin/odbcadmin --version)" ] || fail "the two programs differ in their version"
-    grep -q '^\.B \\-\\-version' share/man/man1/xodbcadmin.1 || fail "xodbcadmin.1 does not tell of --version"
+    for option in $(bin/xodbcadmin --help | grep -o '^  --[a-z]*' | tr -d ' -'); do
+        grep -q "^\.BI\? *\"\?\\\\-\\\\-$option" share/man/man1/xodbcadmin.1 || fail "xodbcadmin.1 does not tell of --$option"
+    done
+    for file in applications/xodbcadmin.desktop icons/hicolor/scalable/apps/xodbcadmin.svg; do
+        [ -e "share/$file" ] || fail "$file was not installed"
+    done
 fi
 exit $failed

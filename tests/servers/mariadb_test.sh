@@ -53,4 +53,5 @@ measured "$driver" DSN=Bücher
 check "the log shows no password" refused grep -q geheim "$work/log"
 check "8 threads connect while another process writes the files" \
     while_written "MariaDB Unicode" try_driver -t "$driver" DSN=Bücher "select name from t"
+check "odbcadmin dsn test connects" prints "Bücher: connected" with_libraries "$build/src/odbcadmin/odbcadmin" dsn test Bücher
 exit $failed

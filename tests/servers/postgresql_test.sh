@@ -67,6 +67,7 @@ check "the log shows no password" refused grep -q "geh heim" "$work/log"
 check "8 threads connect while another process writes the files" \
     while_written "PostgreSQL ANSI" try_driver -t "$drivers/psqlodbcw.so" "DSN=Bücher" "select name from \"Größe\""
 
+check "odbcadmin dsn test connects" prints "Bücher: connected" with_libraries "$build/src/odbcadmin/odbcadmin" dsn test Bücher
 check "the driver is removed with its data sources" configure remove "PostgreSQL Unicode"
 check "they are gone" refused grep -q Bücher "$HOME/.odbc.ini"
 exit $failed

@@ -14,6 +14,9 @@
 #include "jxutl/ini/file_ops.h"
 #include "jxutl/ini/whole_file.h"
 #include "jxutl/thread/failure.h"
+#include "jxutl/thread/thread_data.h"
+#include "rules/names.h"
+#include "rules/storable.h"
 
 namespace jx::ini {
 
@@ -103,10 +106,30 @@ bool IniChange::readTarget() {
 
 Edit IniChange::apply(const char* section, const char* key, const char* value) {
     const Edit edit = text_.apply(section, key, value);
-    changed_ = changed_ || edit == Edit::changed;
+    if (edit == Edit::changed) {
+        changed_ = true;
+        ++version_;
+    }
     if (edit == Edit::refused)
         noteRefusal(place_.path(), section, key, value);
     return edit;
+}
+
+Edit IniChange::applyAll(std::span<const Setting> settings) {
+    const Edit edit = text_.applyAll(settings);
+    changed_ = changed_ || edit == Edit::changed;
+    for (const Setting& each : settings)
+        if (edit == Edit::refused &&
+            rules::refusalOf(rules::argument(each.section), rules::argument(each.key), rules::argument(each.value))) {
+            noteRefusal(place_.path(), each.section, each.key, each.value);
+            break;
+        }
+    return edit;
+}
+
+void IniChange::replaceText(std::string bytes) {
+    changed_ = changed_ || bytes != text_.bytes();
+    text_ = IniText(std::move(bytes));
 }
 
 bool IniChange::discard() {
@@ -141,6 +164,7 @@ bool IniChange::commitToOuter() {
         return fail(JxIniStepRename, outer->place_.path(), ESTALE);
     outer->changed_ = outer->changed_ || changed_;
     outer->text_ = std::move(text_);
+    ++outer->version_;
     return true;
 }
 

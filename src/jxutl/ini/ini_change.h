@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 
 #include "jxutl/ini/ini_location.h"
@@ -42,9 +43,18 @@ public:
 
     Edit apply(const char* section, const char* key, const char* value);
 
+    // IniText::applyAll.
+    Edit applyAll(std::span<const Setting> settings);
+
+    // Makes these bytes the file's text.
+    void replaceText(std::string bytes);
+
     // The file's text as it was read, and with the edits so far.
     const std::string& before() const { return before_; }
     const std::string& text() const { return text_.bytes(); }
+
+    // Another number whenever the text has changed.
+    std::uint64_t version() const { return version_; }
 
     // Edits that undid each other change nothing, but may have made a file that was absent: one at a time they would.
     enum class Undone { changesNothing, makesTheFile };
@@ -75,6 +85,7 @@ private:
     bool holdsLock_ = false;
     bool present_ = false;
     bool changed_ = false;
+    std::uint64_t version_ = 0;
     struct stat old_ = {};  // of the target, when present_
     std::string before_;
     IniText text_{std::string()};

@@ -114,6 +114,11 @@ std::optional<std::string_view> IniIndex::unpreparedValue(std::string_view secti
 }
 
 std::optional<std::string_view> IniIndex::keys(std::string_view section) {
+    if (!walked_ && !prepared_) {
+        walked_ = true;
+        if (!prepareOnly(section))
+            return std::nullopt;
+    }
     Section* prepared = prepareSection(section, hashName(section)).section;
     if (prepared == nullptr)
         return std::nullopt;
@@ -151,9 +156,11 @@ IniIndex::Finding IniIndex::find(std::string_view section, std::string_view key)
 
 // When memory runs short, nothing is left half prepared.
 IniIndex::Prepared IniIndex::prepareSection(std::string_view name, std::uint32_t hash) {
-    if (!prepared_)
+    std::uint32_t number = findSection(name, hash);
+    if (number == NameTable::kNone && !prepared_) {
         prepareSections();
-    const std::uint32_t number = findSection(name, hash);
+        number = findSection(name, hash);
+    }
     if (number == NameTable::kNone)
         return {};
     Section& section = sections_[number];
@@ -165,11 +172,29 @@ IniIndex::Prepared IniIndex::prepareSection(std::string_view name, std::uint32_t
 
 void IniIndex::prepareSections() {
     clear();
-    SectionWalk walk(text_);
-    while (walk.next())
-        if (rules::canBeAskedFor(walk.name()))
-            addSection(walk);
+    try {
+        SectionWalk walk(text_);
+        while (walk.next())
+            if (rules::canBeAskedFor(walk.name()))
+                addSection(walk);
+    } catch (const std::bad_alloc&) {
+        clear();
+        throw;
+    }
     prepared_ = true;
+}
+
+// Only the sections of that name; false when there is none. When memory runs short, nothing is left half prepared.
+bool IniIndex::prepareOnly(std::string_view name) {
+    try {
+        SectionWalk walk(text_);
+        while (rules::canBeAskedFor(name) && walk.nextNamed(name))
+            addSection(walk);
+    } catch (const std::bad_alloc&) {
+        clear();
+        throw;
+    }
+    return !sections_.empty();
 }
 
 void IniIndex::addSection(const SectionWalk& walk) {

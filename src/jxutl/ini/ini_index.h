@@ -13,9 +13,9 @@ namespace jx::ini {
 
 class SectionWalk;
 
-// IniIndex: prepares only what is needed. The first value is found by walking from header to header. The second look-up
-// finds all sections; a section's keys are prepared with the first of them, a list when it is first read. After that a
-// value is one hash look-up and a list is ready.
+// IniIndex: prepares only what is needed. The first value or list is found by walking from header to header. The second
+// look-up finds all sections; a section's keys are prepared with the first of them, a list when it is first read. After
+// that a value is one hash look-up and a list is ready.
 // Use      reset with a text below 1 GiB, which must stay valid until the next reset; then look up trimmed names.
 //          Results are views of the text or the index, valid until the next reset or look-up.
 // Threads  one at a time, since look-ups prepare.
@@ -91,6 +91,7 @@ private:
     Prepared prepareSection(std::string_view name, std::uint32_t hash);
 
     void prepareSections();
+    bool prepareOnly(std::string_view name);
     void addSection(const SectionWalk& walk);
     void prepareKeys(Section& section, std::uint32_t sectionHash);
     void prepareKeysOf(Section& section, std::uint32_t sectionHash, const Body& body);
@@ -98,7 +99,7 @@ private:
     void prepareSectionList();
 
     std::string_view text_;
-    bool walked_ = false;    // one value was found without the index
+    bool walked_ = false;    // one value or list was found by walking
     bool prepared_ = false;  // sections_ is complete
     std::uint32_t sectionList_ = kNotYet;
     std::uint32_t sectionListLength_ = 0;

@@ -1,6 +1,8 @@
 // Splits a text into lines and classifies them.
 #include "jxutl/ini/ini_line.h"
 
+#include <algorithm>
+
 #include "rules/names.h"
 
 namespace jx::ini {
@@ -96,15 +98,20 @@ JxIniPiece pieceAt(std::string_view text, std::size_t begin, std::size_t lineNum
     return piece;
 }
 
-std::vector<JxIniPiece> splitLines(std::string_view text) {
-    std::vector<JxIniPiece> pieces;
-    std::size_t line = 1;
-    for (std::size_t begin = 0; begin < text.size(); begin = pieces.back().end) {
-        pieces.push_back(pieceAt(text, begin, line));
-        if (text[pieces.back().end - 1] == '\n')
-            ++line;
+Pieces::Pieces(std::string_view text) : text_(text) {
+    begins_.reserve(static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 2);
+    std::size_t begin = 0;
+    if (text.starts_with(kByteOrderMark)) {
+        firstLine_ = 0;
+        begins_.push_back(begin);
+        begin = kByteOrderMark.size();
     }
-    return pieces;
+    for (; begin < text.size(); begin = lineEndAfter(text, begin))
+        begins_.push_back(begin);
+}
+
+JxIniPiece Pieces::operator[](std::size_t index) const {
+    return pieceAt(text_, begins_[index], std::max<std::size_t>(firstLine_ + index, 1));
 }
 
 }  // namespace jx::ini

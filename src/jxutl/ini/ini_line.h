@@ -41,9 +41,23 @@ std::string_view withoutLineEnd(std::string_view line);
 // The piece that begins at begin, the first byte of a line or of the text; lineNumber is that line's.
 JxIniPiece pieceAt(std::string_view text, std::size_t begin, std::size_t lineNumber);
 
-// All pieces in order; their names and values point into text. Joined they are the text. The byte order mark is a piece
-// of kind JxIniOther, counted as part of line 1.
-std::vector<JxIniPiece> splitLines(std::string_view text);
+// Pieces: all pieces of a text in order; joined they are the text. The byte order mark is a piece of kind JxIniOther,
+// counted as part of line 1. Only their begins are kept, the rest is read from the text, which must outlive them: eight
+// bytes a line are quicker to fill than what a piece says of it.
+class Pieces {
+public:
+    explicit Pieces(std::string_view text);
+
+    std::size_t size() const { return begins_.size(); }
+
+    // Its name and value point into the text.
+    JxIniPiece operator[](std::size_t index) const;
+
+private:
+    std::string_view text_;
+    std::size_t firstLine_ = 1;  // the line of the piece with index 0, were it a line
+    std::vector<std::size_t> begins_;
+};
 
 // The name and value of a piece as views.
 inline std::string_view nameOf(const JxIniPiece& piece) {

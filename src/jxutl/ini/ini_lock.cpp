@@ -15,6 +15,7 @@
 #include "jxutl/ini/file_ops.h"
 #include "jxutl/ini/whole_file.h"
 #include "jxutl/thread/failure.h"
+#include "jxutl/thread/thread_data.h"
 
 namespace jx::ini {
 
@@ -65,6 +66,11 @@ bool isLineOrPart(std::string_view bytes) {
     return isZeros || kLine.starts_with(bytes.substr(0, kLine.size()));
 }
 
+std::int64_t waitOfThread() {
+    const ThreadData* data = existingThreadData();
+    return data != nullptr ? data->lockWaitInMilliseconds : kLongestWaitInMilliseconds;
+}
+
 }  // namespace
 
 bool IniLock::take(const IniPlace& place) {
@@ -74,15 +80,18 @@ bool IniLock::take(const IniPlace& place) {
         return fail(place.missing()) == Attempt::taken;
     if (nameOfNew(place.name(), ~ino_t{0}).size() > NAME_MAX)
         return fail(ENAMETOOLONG) == Attempt::taken;
-    std::int64_t end = 0;
+    std::int64_t begin = 0;
     for (bool waited = false;; waited = true) {
         const Attempt outcome = attempt();
         if (outcome == Attempt::taken || outcome == Attempt::failed)
             return outcome == Attempt::taken;
         const std::int64_t now = files().waitingClockInMilliseconds();
         if (!waited)
-            end = now + kLongestWaitInMilliseconds;
-        if (now >= end) {
+            begin = now;
+        // Without time to wait it is still tried again when the other writer has just let go.
+        const std::int64_t longest =
+            outcome == Attempt::busy ? waitOfThread() : std::max(waitOfThread(), kLongestWaitInMilliseconds);
+        if (now - begin >= longest) {
             noteFailure(JxIniStepLock, place.pathOf(name_), outcome == Attempt::busy ? waitError_ : ETIMEDOUT);
             return false;
         }

@@ -12,8 +12,7 @@
 
 namespace jx::ini {
 
-// How long a writer waits for the lock, and how often it tries meanwhile.
-inline constexpr std::int64_t kLongestWaitInMilliseconds = 10'000;
+// How often a writer tries while it waits for the lock.
 inline constexpr std::int64_t kAskAgainInMilliseconds = 1;
 
 // IniLock: held by one writer at a time among all processes and threads.
@@ -33,7 +32,7 @@ public:
     IniLock& operator=(const IniLock&) = delete;
     ~IniLock() { discard(); }
 
-    // Waits at most kLongestWaitInMilliseconds. The failure is then step Lock with ETIMEDOUT, or with EACCES when the
+    // Waits as long as the thread's data says. The failure is then step Lock with ETIMEDOUT, or with EACCES when the
     // lock file belongs to another user and cannot be opened. What a killed writer left is removed. The place must
     // exist as long as the lock is held.
     bool take(const IniPlace& place);

@@ -47,6 +47,11 @@ std::shared_ptr<IniChange> IniRun::pending(const std::string& path) {
 std::shared_ptr<IniChange> IniRun::changeOf(const IniLocation& where) {
     if (std::shared_ptr<IniChange> known = pending(where.path); known != nullptr)
         return known;
+    // Nothing of a failed run is written, so it waits for no further lock.
+    if (failure_.step != JxIniStepNone) {
+        noteFailure(failure_);
+        return nullptr;
+    }
     auto file = std::make_unique<File>();
     file->paths.push_back(where.path);
     file->change = std::make_shared<IniChange>();
@@ -61,9 +66,10 @@ IniIndex* IniRun::index(const IniChange& change) {
     for (const auto& file : files_) {
         if (file->change.get() != &change)
             continue;
-        if (file->indexed != change.text()) {
+        if (file->indexedVersion != change.version()) {
             file->indexed = change.text();
             file->index.reset(file->indexed);
+            file->indexedVersion = change.version();
         }
         return &file->index;
     }

@@ -3,7 +3,9 @@
 
 #include <sys/stat.h>
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,12 +21,12 @@ namespace jx::ini {
 // Order    a file is locked by its first write and stays locked; commit writes the files in the order of their first
 //          writes, each once.
 // Failure  a file that cannot be locked or read, or too little memory for a write, fails the whole run: commit then
-// writes
-//          nothing. A refused text does not: it was never going to be stored.
+//          writes nothing. A refused text does not: it was never going to be stored.
 // Threads  a run belongs to its thread.
 class IniRun {
 public:
-    // The pending change of the file, begun now if necessary; null, with the failure noted, when it cannot be begun.
+    // The pending change of the file, begun now if necessary; null, with the failure noted, when it cannot be begun. A
+    // run that has failed begins none.
     std::shared_ptr<IniChange> changeOf(const IniLocation& where);
 
     // The pending change of the file that path leads to; null when the run has not written it. The path is followed
@@ -51,7 +53,8 @@ private:
         std::vector<std::string> paths;  // known to lead to it
         std::shared_ptr<IniChange> change;
         IniIndex index;
-        std::string indexed;  // the text of the index
+        std::string indexed;  // the text of the index, and its version
+        std::optional<std::uint64_t> indexedVersion;
     };
 
     File* fileAt(const std::string& path);

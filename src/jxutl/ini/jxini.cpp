@@ -1,4 +1,4 @@
-// The store's own interface: failures, paths, texts, look-ups and changes.
+// The store's own interface: failures, paths, texts and changes.
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -13,18 +13,15 @@
 
 #include <jxini.h>
 #include "jxutl/ini/ini_change.h"
-#include "jxutl/ini/ini_index.h"
 #include "jxutl/ini/ini_line.h"
 #include "jxutl/ini/ini_location.h"
 #include "jxutl/ini/ini_place.h"
 #include "jxutl/ini/ini_run.h"
-#include "jxutl/ini/ini_scan.h"
 #include "jxutl/ini/name_hash.h"
-#include "jxutl/ini/profile_cache.h"
-#include "jxutl/ini/profile_file.h"
 #include "jxutl/ini/whole_file.h"
 #include "jxutl/thread/failure.h"
 #include "jxutl/thread/no_cancellation.h"
+#include "jxutl/thread/thread_data.h"
 #include "rules/names.h"
 
 namespace ini = jx::ini;
@@ -32,12 +29,12 @@ namespace rules = jx::rules;
 
 // Not copied or moved: pieces point into bytes.
 struct JxIniText {
-    explicit JxIniText(std::string text) : bytes(std::move(text)), pieces(ini::splitLines(bytes)) {}
+    explicit JxIniText(std::string text) : bytes(std::move(text)), pieces(bytes) {}
     JxIniText(const JxIniText&) = delete;
     JxIniText& operator=(const JxIniText&) = delete;
 
     const std::string bytes;
-    const std::vector<JxIniPiece> pieces;
+    const ini::Pieces pieces;
 };
 
 struct JxIniChange {
@@ -109,7 +106,8 @@ JxIniText* textOrNull(const char* name, Make make) {
 template <typename Visit>
 void eachEntry(const JxIniText& text, std::string_view name, Visit visit) {
     bool inside = false;
-    for (const JxIniPiece& piece : text.pieces) {
+    for (std::size_t i = 0; i < text.pieces.size(); ++i) {
+        const JxIniPiece piece = text.pieces[i];
         if (piece.kind == JxIniSection)
             inside = rules::sameName(ini::nameOf(piece), name);
         else if (inside && piece.kind == JxIniEntry && !visit(piece))
@@ -119,38 +117,9 @@ void eachEntry(const JxIniText& text, std::string_view name, Visit visit) {
 
 template <typename Visit>
 void eachHeader(const JxIniText& text, Visit visit) {
-    for (const JxIniPiece& piece : text.pieces)
-        if (piece.kind == JxIniSection && !visit(piece))
+    for (std::size_t i = 0; i < text.pieces.size(); ++i)
+        if (const JxIniPiece piece = text.pieces[i]; piece.kind == JxIniSection && !visit(piece))
             return;
-}
-
-// A view is an index of the thread's cache under a name for programs.
-ini::IniIndex& indexOf(JxIniView* view) {
-    return *reinterpret_cast<ini::IniIndex*>(view);
-}
-
-JxIniAnswer answer(std::optional<std::string_view> found, JxIniAnswer otherwise, JxIniPart* part) {
-    if (!found)
-        return otherwise;
-    *part = {found->data(), found->size()};
-    return JxIniFound;
-}
-
-JxIniAnswer ask(ini::IniIndex& index, const char* section, const char* key, JxIniPart* part) {
-    if (section == nullptr)
-        return answer(index.sections(), JxIniNoSection, part);
-    const std::string_view sectionName = rules::argument(section);
-    if (key == nullptr)
-        return answer(index.keys(sectionName), JxIniNoSection, part);
-    const ini::IniIndex::Finding found = index.find(sectionName, rules::argument(key));
-    if (found.value || !found.hasSection)
-        return answer(found.value, JxIniNoSection, part);
-    *part = {nullptr, found.keysWithAt};
-    return JxIniNoKey;
-}
-
-std::size_t lineAt(std::string_view text, std::size_t place) {
-    return 1 + static_cast<std::size_t>(std::count(text.data(), text.data() + place, '\n'));
 }
 
 enum class With { lock, lockShared, preview };
@@ -275,21 +244,21 @@ int jxIniFind(const JxIniText* text, const char* section, const char* key, JxIni
     const std::string_view keyName = rules::argument(key);
     if (text == nullptr || !rules::canBeAskedFor(sectionName) || (key != nullptr && !rules::canBeAskedFor(keyName)))
         return 0;
-    const JxIniPiece* found = nullptr;
+    std::optional<JxIniPiece> found;
     const auto take = [&](std::string_view name) {
         return [&found, name](const JxIniPiece& candidate) {
             if (rules::sameName(ini::nameOf(candidate), name))
-                found = &candidate;
-            return found == nullptr;
+                found = candidate;
+            return !found;
         };
     };
     if (key == nullptr)
         eachHeader(*text, take(sectionName));
     else
         eachEntry(*text, sectionName, take(keyName));
-    if (found != nullptr && piece != nullptr)
+    if (found && piece != nullptr)
         *piece = *found;
-    return found != nullptr ? 1 : 0;
+    return found ? 1 : 0;
 }
 
 size_t jxIniEach(const JxIniText* text, const char* section, JxIniVisit visit, void* context) {
@@ -297,13 +266,13 @@ size_t jxIniEach(const JxIniText* text, const char* section, JxIniVisit visit, v
     if (text == nullptr || visit == nullptr || (section != nullptr && !rules::canBeAskedFor(sectionName)))
         return 0;
     // Collected first: exceptions of visit pass through, std::bad_alloc of ours does not.
-    std::vector<const JxIniPiece*> listed;
+    std::vector<JxIniPiece> listed;
     try {
         Names names;
         const auto take = [&](const JxIniPiece& piece) {
             const std::string_view name = ini::nameOf(piece);
             if (rules::canBeAskedFor(name) && names.insert(name).second)
-                listed.push_back(&piece);
+                listed.push_back(piece);
             return true;
         };
         if (section == nullptr)
@@ -315,53 +284,19 @@ size_t jxIniEach(const JxIniText* text, const char* section, JxIniVisit visit, v
         return 0;
     }
     size_t visits = 0;
-    for (const JxIniPiece* piece : listed) {
+    for (const JxIniPiece& piece : listed) {
         ++visits;
-        if (visit(context, piece) == 0)
+        if (visit(context, &piece) == 0)
             break;
     }
     return visits;
 }
 
-JxIniView* jxIniLook(JxIniFileCache* file) {
-    if (file == nullptr || file->file.empty()) {
-        ini::noteFailure(JxIniStepLocate, {}, EINVAL);
-        return nullptr;
-    }
-    try {
-        if (ini::ProfileCache* cache = ini::threadCache(); cache != nullptr)
-            return reinterpret_cast<JxIniView*>(cache->read(file->file));
-    } catch (const std::bad_alloc&) {
-        // Noted below, as for a thread that cannot have a cache.
-    }
-    ini::noteFailure(JxIniStepMemory, file->file, ENOMEM);
-    return nullptr;
-}
-
-JxIniAnswer jxIniAsk(JxIniView* view, const char* section, const char* key, JxIniPart* part) {
-    if (view == nullptr || part == nullptr)
-        return JxIniNoSection;
-    try {
-        return ask(indexOf(view), section, key, part);
-    } catch (const std::bad_alloc&) {
-        ini::noteFailure(JxIniStepMemory, {}, ENOMEM);
-        return JxIniAskFailed;
-    }
-}
-
-size_t jxIniLine(JxIniView* view, const char* section, const char* key) {
-    const std::string_view name = rules::argument(section);
-    if (view == nullptr || !rules::canBeAskedFor(name))
-        return 0;
-    const std::string_view text = indexOf(view).text();
-    ini::SectionWalk walk(text);
-    while (walk.nextNamed(name)) {
-        if (key == nullptr)
-            return lineAt(text, walk.header());
-        if (const auto line = ini::findEntry(text, walk.body(), walk.bodyEnd(), rules::argument(key)))
-            return lineAt(text, line.begin);
-    }
-    return 0;
+long jxIniSetLockWait(long milliseconds) {
+    jx::ThreadData* data = milliseconds < 0 ? nullptr : jx::threadData();
+    if (data == nullptr)
+        return -1;
+    return static_cast<long>(std::exchange(data->lockWaitInMilliseconds, milliseconds));
 }
 
 JxIniChange* jxIniBegin(const char* file) {
@@ -383,6 +318,36 @@ int jxIniSet(JxIniChange* change, const char* section, const char* key, const ch
     }
     try {
         return change->change.apply(section, key, value) == ini::Edit::refused ? 0 : 1;
+    } catch (const std::bad_alloc&) {
+        ini::noteFailure(JxIniStepMemory, {}, ENOMEM);
+        return 0;
+    }
+}
+
+int jxIniSetAll(JxIniChange* change, const JxIniSetting* settings, size_t count) {
+    const auto isWhole = [](const JxIniSetting& each) {
+        return each.section != nullptr && each.key != nullptr && each.value != nullptr;
+    };
+    if (change == nullptr || (settings == nullptr && count > 0) || !std::all_of(settings, settings + count, isWhole)) {
+        ini::noteFailure(JxIniStepArgument, {}, EINVAL);
+        return 0;
+    }
+    try {
+        return change->change.applyAll({settings, count}) == ini::Edit::refused ? 0 : 1;
+    } catch (const std::bad_alloc&) {
+        ini::noteFailure(JxIniStepMemory, {}, ENOMEM);
+        return 0;
+    }
+}
+
+int jxIniReplace(JxIniChange* change, const char* bytes, size_t length) {
+    if (change == nullptr || (bytes == nullptr && length > 0)) {
+        ini::noteFailure(JxIniStepArgument, {}, EINVAL);
+        return 0;
+    }
+    try {
+        change->change.replaceText(length == 0 ? std::string() : std::string(bytes, length));
+        return 1;
     } catch (const std::bad_alloc&) {
         ini::noteFailure(JxIniStepMemory, {}, ENOMEM);
         return 0;
@@ -466,6 +431,25 @@ void jxIniDiscardRun(JxIniRun* run) {
         ini::endRun();
         return;
     }
-    ini::noteFailure(JxIniStepArgument, {}, ECANCELED);
+    if (ini::lastFailure().step == JxIniStepNone)
+        ini::noteFailure(JxIniStepArgument, {}, ECANCELED);
     current->fail();
+}
+
+int jxIniLockInRun(const char* file) {
+    ini::IniRun* run = ini::currentRun();
+    if (run == nullptr || file == nullptr || *file == '\0') {
+        ini::noteFailure(JxIniStepArgument, {}, run == nullptr ? EPERM : EINVAL);
+        return 0;
+    }
+    const jx::NoCancellation locking;
+    try {
+        if (run->changeOf(ini::locate(file)) == nullptr)
+            return 0;
+    } catch (const std::bad_alloc&) {
+        ini::noteFailure(JxIniStepMemory, file, ENOMEM);
+        return 0;
+    }
+    ini::noteSuccess();
+    return 1;
 }

@@ -4,6 +4,7 @@
 #include <memory>
 #include <new>
 #include <string>
+#include <string_view>
 
 #include <jxprofile.h>
 #include "jxutl/ini/file_ops.h"
@@ -12,11 +13,12 @@
 #include "jxutl/ini/ini_location.h"
 #include "jxutl/ini/ini_lock.h"
 #include "jxutl/ini/ini_run.h"
-#include "jxutl/ini/ini_text.h"
 #include "jxutl/ini/profile_file.h"
 #include "jxutl/thread/failure.h"
 #include "jxutl/thread/no_cancellation.h"
+#include "jxutl/thread/thread_data.h"
 #include "rules/names.h"
+#include "rules/storable.h"
 
 namespace ini = jx::ini;
 namespace rules = jx::rules;
@@ -31,19 +33,16 @@ struct Request {
     const char* section;
     const char* key;
     const char* value;
-
-    ini::Edit applyTo(ini::IniText& text) const { return text.apply(section, key, value); }
 };
 
 // What the arguments decide without the file.
 enum class Verdict { dependsOnFile, storesNothing, refused };
 
 Verdict judge(const Request& request) {
-    ini::IniText nothing{std::string()};
-    if (request.applyTo(nothing) == ini::Edit::refused)
+    const std::string_view key = rules::argument(request.key);
+    if (rules::refusalOf(rules::argument(request.section), key, rules::argument(request.value)))
         return Verdict::refused;
-    const bool emptyKey = request.key != nullptr && rules::argument(request.key).empty();
-    return emptyKey ? Verdict::storesNothing : Verdict::dependsOnFile;
+    return request.key != nullptr && key.empty() ? Verdict::storesNothing : Verdict::dependsOnFile;
 }
 
 bool isForbidden(int error) {

@@ -1,6 +1,9 @@
 // The calling thread's last failure, and its sentence.
 #include "jxutl/thread/failure.h"
 
+#include <array>
+#include <charconv>
+#include <cstdint>
 #include <cstring>
 #include <new>
 
@@ -66,10 +69,22 @@ std::string refusalSentence(const char* section, const char* key, const char* va
     return what + ": " + refusal.why;
 }
 
+std::string waitText() {
+    constexpr double kMillisecondsOfSecond = 1000;
+    const ThreadData* data = existingThreadData();
+    const std::int64_t wait = data != nullptr ? data->lockWaitInMilliseconds : kLongestWaitInMilliseconds;
+    if (wait == 0)
+        return "has it locked";
+    std::array<char, 32> seconds;
+    const auto end = std::to_chars(seconds.begin(), seconds.end(), static_cast<double>(wait) / kMillisecondsOfSecond);
+    return "kept it locked for " + std::string(seconds.begin(), end.ptr) +
+           (wait == static_cast<std::int64_t>(kMillisecondsOfSecond) ? " second" : " seconds");
+}
+
 // In English whatever the locale.
 std::string reason(const Failure& failure) {
     if (failure.step == JxIniStepLock && failure.error == ETIMEDOUT)
-        return "another writer kept it locked for 10 seconds";
+        return "another writer " + waitText();
     if (failure.step == JxIniStepLock && failure.error == EEXIST)
         return "it is not a lock of this library, and is left alone; move it away";
     if (failure.step == JxIniStepRename && failure.error == ESTALE)

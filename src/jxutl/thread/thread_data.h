@@ -4,6 +4,7 @@
 #include <pthread.h>
 
 #include <atomic>
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -15,6 +16,9 @@ namespace jx {
 namespace ini {
 class IniRun;
 class ProfileCache;
+
+// How long a writer waits for a lock unless its thread asked for another time.
+inline constexpr std::int64_t kLongestWaitInMilliseconds = 10'000;
 }  // namespace ini
 namespace dialog {
 class Desk;
@@ -29,6 +33,7 @@ struct ThreadData {
     std::string loadError;
     int taskDepth = 0;
     ini::Failure storeFailure;
+    std::int64_t lockWaitInMilliseconds = ini::kLongestWaitInMilliseconds;
     std::shared_ptr<ini::ProfileCache> profiles;  // shared_ptr: the type need not be complete here
     std::shared_ptr<ini::IniRun> run;             // likewise; null unless one is open
     std::shared_ptr<dialog::Desk> desk;           // likewise

@@ -4,13 +4,22 @@
 #include <control_ids.h>
 #include <dlfcn.h>
 #include <jxfiles.h>
+#include <jxini.h>
 #include <odbcinst.h>
+#include <text_ids.h>
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 
 #include "odbcadmin/assist/cut_list.h"
 #include "odbcadmin/assist/driver_form.h"
+#include "odbcadmin/assist/driver_lists.h"
+#include "odbcadmin/assist/help.h"
+#include "odbcadmin/assist/library_text.h"
+#include "odbcadmin/assist/list_keys.h"
+#include "odbcadmin/assist/lists.h"
+#include "odbcadmin/assist/say.h"
 #include "odbcadmin/model/comparison.h"
 #include "odbcadmin/trial/installer_library.h"
 
@@ -40,30 +49,6 @@ void forgetLoaderSentence() {
         dlclose(library);
 }
 
-std::string rowAt(HWND dialog, unsigned short list, int row) {
-    const int length = JXW_SendDlgItemMessage(dialog, list, LB_GETTEXTLEN, row, 0);
-    std::string text(static_cast<std::size_t>(std::max(length, 0)), '\0');
-    JXW_SendDlgItemMessage(dialog, list, LB_GETTEXT, row, reinterpret_cast<uintptr_t>(text.data()));
-    return text;
-}
-
-void refresh(HWND dialog, unsigned short list, unsigned short button) {
-    std::vector<std::string> missing;
-    for (const model::Registered& driver : model::Configuration::read().drivers())
-        if (driver.listed)
-            missing.push_back(driver.name);
-    for (int row = JXW_SendDlgItemMessage(dialog, list, LB_GETCOUNT, 0, 0) - 1; row >= 0; --row) {
-        if (std::erase(missing, rowAt(dialog, list, row)) == 0)
-            JXW_SendDlgItemMessage(dialog, list, LB_DELETESTRING, row, 0);
-    }
-    for (const std::string& name : missing)
-        JXW_SendDlgItemMessage(dialog, list, LB_ADDSTRING, 0, reinterpret_cast<uintptr_t>(name.c_str()));
-    const bool isEmpty = JXW_SendDlgItemMessage(dialog, list, LB_GETCOUNT, 0, 0) == 0;
-    if (!isEmpty && JXW_SendDlgItemMessage(dialog, list, LB_GETCURSEL, 0, 0) < 0)
-        JXW_SendDlgItemMessage(dialog, list, LB_SETCURSEL, 0, 0);
-    JXW_EnableWindow(JXW_GetDlgItem(dialog, button), isEmpty ? 0 : 1);
-}
-
 std::string enteredOf(const char* kind, const std::vector<model::Compared>& entries) {
     using Status = model::Compared::Status;
     std::string names;
@@ -82,6 +67,22 @@ std::string enteredSince(const model::Configuration& before) {
                            : "Your files show what was really entered:" + entered;
 }
 
+bool isForm(HWND dialog) {
+    JxwDialogInfo info{};
+    return JXW_GetDialogInfo(dialog, &info) != 0 && std::string_view(info.module) == kFormModule;
+}
+
+std::string showHelp(HWND dialog) {
+    say(dialog, helpOnAll(dialog), "Help", MB_OK);
+    return {};
+}
+
+// Whether the library says in that box that a setup library did not do what it was to do, and no more.
+bool isAboutFailure(const std::string& text) {
+    constexpr std::array<unsigned short, 3> kFailures{JxTextRemoveFailed, JxTextChangeFailed, JxTextAddFailed};
+    return std::any_of(kFailures.begin(), kFailures.end(), [&](unsigned short id) { return libraryText(id) == text; });
+}
+
 // The only driver there is needs no choosing.
 void chooseOnly(HWND dialog, unsigned short list) {
     if (JXW_SendDlgItemMessage(dialog, list, LB_GETCOUNT, 0, 0) == 1)
@@ -94,17 +95,9 @@ bool asksWhetherCancelled(std::string_view text) {
     return text.find("If you did not cancel it") != std::string_view::npos;
 }
 
-void refreshDriverLists() {
-    for (HWND dialog = JXW_NextDialog(0); dialog != 0; dialog = JXW_NextDialog(dialog)) {
-        if (isLibraryDialog(dialog, JxDriversDialog))
-            refresh(dialog, JxDriversList, JxDeleteDriverButton);
-        else if (isLibraryDialog(dialog, JxAddDataSourceDialog))
-            refresh(dialog, JxAddDataSourceList, IDOK);
-    }
-}
-
 void Assistant::opened(HWND dialog) {
     noteCutList(dialog);
+    noteFilled(dialog);
     if (isLibraryDialog(dialog, JxAddDriverDialog))
         beforeScript_ = model::Configuration::read();
     else if (isLibraryDialog(dialog, JxAddDataSourceDialog))
@@ -117,21 +110,35 @@ void Assistant::beforeAction() {
 
 std::string Assistant::boxText(const std::string& text) {
     if (beforeScript_ && text.starts_with(kInstallation))
-        return text + "\n\n" + enteredSince(*beforeScript_);
+        return enteredSince(*beforeScript_) + "\n\nThe installer ends with: " + text;
     const std::string sentence = loaderSentence();
     forgetLoaderSentence();
-    if (sentence.empty() || text.find(sentence) != std::string::npos)
-        return text;
-    return text + "\n\nThe loader says:\n" + sentence;
+    if (!sentence.empty() && text.find(sentence) == std::string::npos)
+        return text + "\n\nThe loader says:\n" + sentence;
+    if (sentence.empty() && isAboutFailure(text) && jxIniLastFailure().step != JxIniStepNone)
+        return text + "\n\n" + sentenceOf(model::lastFailure());
+    return text;
 }
 
 void Assistant::boxClosed() {
     refreshDriverLists();
 }
 
+std::vector<FunctionKey> Assistant::functionKeys(HWND dialog) {
+    std::vector<FunctionKey> keys{{1, "help", "", showHelp}};
+    if (!isForm(dialog)) {
+        keys.push_back({2, "new driver", "", [this](HWND owner) {
+                            registerDriver(owner);
+                            return std::string();
+                        }});
+    }
+    const std::vector<FunctionKey> others = listKeys(dialog);
+    keys.insert(keys.end(), others.begin(), others.end());
+    return keys;
+}
+
 void Assistant::registerDriver(HWND owner) {
-    JxwDialogInfo info{};
-    if (JXW_GetDialogInfo(owner, &info) != 0 && std::string_view(info.module) == kFormModule)
+    if (isForm(owner))
         return;
     if (assist::registerDriver(owner))
         refreshDriverLists();

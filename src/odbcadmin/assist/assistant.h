@@ -6,16 +6,19 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "odbcadmin/assist/function_key.h"
 #include "odbcadmin/model/configuration.h"
 
 namespace jx::assist {
 
 // Assistant: hears what happens on one thread's screen.
 //
-// A box about a library that could not be loaded also shows the loader's own sentence. The box at the end of a script
-// installation, which the library always calls aborted, also says what the files show to have been entered. Lists of
-// drivers are brought up to date after that and after a driver was registered by hand.
+// A box about a library that could not be loaded also shows the loader's own sentence, one about a data source that was
+// not changed also the file and the reason. The box at the end of a script installation, which the library always calls
+// aborted, begins with what the files show to have been entered. Lists of drivers are brought up to date after that and
+// after a driver was registered by hand.
 class Assistant {
 public:
     // A dialog was opened.
@@ -30,6 +33,10 @@ public:
     // After a message box was answered.
     void boxClosed();
 
+    // The function keys that mean something in a dialog, in the order in which they are shown. They may be pressed as
+    // long as the assistant lives.
+    std::vector<FunctionKey> functionKeys(HWND dialog);
+
     // Shows the dialog that registers a driver; owner is the dialog in front. Nothing when that dialog is in front.
     void registerDriver(HWND owner);
 
@@ -39,8 +46,5 @@ private:
 
 // Whether a box of the library is only about a setup that the user may have cancelled: after a Cancel it is not shown.
 bool asksWhetherCancelled(std::string_view text);
-
-// Brings the rows of open lists of drivers up to date with the file.
-void refreshDriverLists();
 
 }  // namespace jx::assist

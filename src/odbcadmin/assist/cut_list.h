@@ -8,10 +8,14 @@
 namespace jx::assist {
 
 // The library keeps the names of its main list in a buffer of fixed size and leaves out those that do not fit. Call
-// this after the list was filled, to compare it with the file; other dialogs are left alone.
+// this after a list of data sources was filled, to compare it with the file; other dialogs are left alone.
 void noteCutList(HWND dialog);
 
-// "146 of 1,998 shown; odbcadmin dsn list shows all." as it was when noteCutList was called; empty if all are shown.
+// "146 of 1,998 shown; F9 shows all.", or the same about a filter, as it was when noteCutList was called; empty if all
+// are shown.
 std::string cutNotice(HWND dialog);
+
+// Whether the library has left some out.
+bool isCut(HWND dialog);
 
 }  // namespace jx::assist

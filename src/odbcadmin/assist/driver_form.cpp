@@ -1,17 +1,20 @@
-// The dialog that registers a driver: its template and its procedure.
+// Filling the dialog, trying the libraries, entering the driver.
 #include "odbcadmin/assist/driver_form.h"
 
-#include <jxwindow.h>
-#include <odbcinst.h>
-#include <unistd.h>
+#include <control_ids.h>
+#include <jxscreen.h>
 
-#include <array>
-#include <cstdlib>
+#include <optional>
+#include <vector>
 
+#include "odbcadmin/assist/chosen_source.h"
+#include "odbcadmin/assist/file_form.h"
+#include "odbcadmin/assist/path_completion.h"
+#include "odbcadmin/assist/say.h"
+#include "odbcadmin/doctor/driver_scan.h"
 #include "odbcadmin/model/registration.h"
 #include "odbcadmin/trial/installer_library.h"
 #include "odbcadmin/trial/library_load.h"
-#include "rules/names.h"
 
 namespace jx::assist {
 
@@ -19,34 +22,9 @@ namespace {
 
 constexpr const char* kTitle = "Register a Driver";
 
-constexpr JxwControl kControls[] = {
-    {JXW_LABEL, 0, 8, 8, 64, 8, "&Name:", 0},
-    {JXW_EDIT, kFormName, 72, 8, 200, 12, nullptr, 0},
-    {JXW_LABEL, 0, 8, 24, 64, 8, "Driver &library:", 0},
-    {JXW_EDIT, kFormLibrary, 72, 24, 200, 12, nullptr, 0},
-    {JXW_LABEL, 0, 8, 40, 64, 8, "&Setup library:", 0},
-    {JXW_EDIT, kFormSetup, 72, 40, 200, 12, nullptr, 0},
-    {JXW_LABEL, 0, 8, 56, 264, 16, "Both libraries are tried before anything is written.", 0},
-    {JXW_BUTTON, IDOK, 128, 80, 68, 14, "OK", JXW_DEFAULT},
-    {JXW_BUTTON, IDCANCEL, 204, 80, 68, 14, "Cancel", 0},
-    {JXW_NO_CONTROL, 0, 0, 0, 0, 0, nullptr, 0}};
+using Found = std::vector<doctor::FoundDriver>;
 
-constexpr JxwTemplate kTemplates[] = {{kFormDialog, kTitle, 280, 104, kControls}, {0, nullptr, 0, 0, nullptr}};
-
-std::string textOf(HWND dialog, unsigned short id) {
-    std::array<char, 4096> text{};
-    JXW_GetDlgItemText(dialog, id, text.data(), static_cast<int>(text.size()));
-    return std::string(rules::trimmed(text.data()));
-}
-
-unsigned int say(HWND dialog, const std::string& text, unsigned int style) {
-    return guiMessageBox(dialog, reinterpret_cast<const unsigned char*>(text.c_str()),
-                         reinterpret_cast<const unsigned char*>(kTitle), style);
-}
-
-std::string sentence(const model::Reason& reason) {
-    return reason.fact + ". " + reason.advice;
-}
+thread_local std::optional<std::vector<std::string>> directoriesOfTest;
 
 std::string endText(const trial::LoadReport& report) {
     using End = trial::LoadReport::End;
@@ -89,27 +67,38 @@ std::string tryLibraries(const model::Registration& wish) {
     return trouble;
 }
 
+// What to do next, if there is anything to be done in these dialogs.
+std::string nextStep(const model::Registration& wish) {
+    if (wish.setup->empty())
+        return "\nWithout a setup library its data sources are made by: odbcadmin dsn add";
+    for (HWND dialog = JXW_NextDialog(0); dialog != 0; dialog = JXW_NextDialog(dialog))
+        if (sourceList(dialog) == JxDataSourcesList)
+            return "\nNext: Add... in the Data Sources dialog makes a data source for it.";
+    return {};
+}
+
 // Whether the user wants it entered after all that is said about it.
 bool isWanted(HWND dialog, const model::Configuration& configuration, const model::Registration& wish) {
     if (configuration.driver(wish.name) &&
-        say(dialog, "A driver called " + wish.name + " is registered already. Replace its libraries?",
+        say(dialog, "A driver called " + wish.name + " is registered already. Replace its libraries?", kTitle,
             MB_YESNO | MB_ICONQUESTION) != IDYES)
         return false;
     const std::string trouble = tryLibraries(wish);
-    return trouble.empty() ||
-           say(dialog, trouble + "Register the driver all the same?", MB_YESNO | MB_ICONEXCLAMATION) == IDYES;
+    return trouble.empty() || asksToDestroy(dialog, trouble + "Register the driver all the same?", kTitle);
 }
 
 void confirm(HWND dialog) {
-    const model::Registration wish{
-        textOf(dialog, kFormName), textOf(dialog, kFormLibrary), textOf(dialog, kFormSetup), {}};
+    const model::Registration wish{fieldText(dialog, kFormName),
+                                   expandedPath(fieldText(dialog, kFormLibrary)),
+                                   expandedPath(fieldText(dialog, kFormSetup)),
+                                   {}};
     const model::Configuration configuration = model::Configuration::read();
     model::Reason why = model::whyNotRegister(configuration, model::kDriverKind, wish);
     if (!why && wish.library.empty())
         why = {model::Reason::Kind::incomplete, "The driver has no library",
                "Name it, such as /usr/lib/odbc/libsqlite3odbc.so."};
     if (why) {
-        say(dialog, sentence(why), MB_OK | MB_ICONEXCLAMATION);
+        say(dialog, sentenceOf(why), kTitle, MB_OK | MB_ICONEXCLAMATION);
         return;
     }
     if (!isWanted(dialog, configuration, wish))
@@ -117,41 +106,83 @@ void confirm(HWND dialog) {
     const model::ChangeResult result =
         model::registerEntry(configuration, model::kDriverKind, wish, model::WhenPresent::change, model::ChangeWay());
     if (!result.isDone()) {
-        say(dialog, "The driver was not entered. " + sentence(result.reason), MB_OK | MB_ICONSTOP);
+        say(dialog, "The driver was not entered. " + sentenceOf(result.reason), kTitle, MB_OK | MB_ICONSTOP);
         return;
     }
-    say(dialog, wish.name + " is registered.\nNext: Add... in the Data Sources dialog makes a data source for it.",
-        MB_OK);
+    say(dialog, wish.name + " is registered." + nextStep(wish), kTitle, MB_OK);
     JXW_EndDialog(dialog, 1);
 }
 
-unsigned int procedure(HWND dialog, int message, int wparam, uintptr_t /*lparam*/) {
-    if (message == WM_INITDIALOG)
-        JXW_SetDlgItemText(dialog, kFormSetup, proposedSetup().c_str());
-    else if (message == WM_COMMAND && wparam == IDOK)
-        confirm(dialog);
-    else if (message == WM_COMMAND && wparam == IDCANCEL)
-        JXW_EndDialog(dialog, 0);
-    else
+// The driver's name, its library and its setup library, from the list to the fields.
+void takeFound(HWND dialog, const Found& found) {
+    const int row = JXW_SendDlgItemMessage(dialog, kFormFound, LB_GETCURSEL, 0, 0);
+    if (row < 0 || static_cast<std::size_t>(row) >= found.size())
+        return;
+    const doctor::FoundDriver& driver = found[static_cast<std::size_t>(row)];
+    JXW_SetDlgItemText(dialog, kFormName, driver.name.c_str());
+    JXW_SetDlgItemText(dialog, kFormLibrary, driver.path.c_str());
+    JXW_SetDlgItemText(dialog, kFormSetup,
+                       (driver.setup.empty() ? trial::generalSetupLibrary() : driver.setup).c_str());
+}
+
+void browse(HWND dialog) {
+    const std::string path = chooseFile(dialog, expandedPath(fieldText(dialog, kFormLibrary)));
+    if (!path.empty())
+        JXW_SetDlgItemText(dialog, kFormLibrary, path.c_str());
+}
+
+void open(HWND dialog, Found& found) {
+    JXW_SetDlgItemText(dialog, kFormSetup, trial::generalSetupLibrary().c_str());
+    const unsigned int before = JXW_SetCursor(JXW_LoadCursor(0, kJxwWaitCursor));
+    found = doctor::scanForDrivers(
+        directoriesOfTest ? *directoriesOfTest : doctor::usualDriverDirectories(doctor::loaderPlaces()),
+        [](const std::string&) {}, [] {}, doctor::Candidates::likely);
+    JXW_SetCursor(before);
+    for (const doctor::FoundDriver& driver : found)
+        addRow(dialog, kFormFound, driver.path);
+    JXW_SetFocus(JXW_GetDlgItem(dialog, found.empty() ? kFormName : kFormFound));
+}
+
+void command(HWND dialog, int control) {
+    switch (control) {
+        case kFormFound:
+            takeFound(dialog, formRecord<const Found>(dialog));
+            break;
+        case kFormBrowse:
+            browse(dialog);
+            break;
+        case IDOK:
+            confirm(dialog);
+            break;
+        case IDCANCEL:
+            JXW_EndDialog(dialog, 0);
+            break;
+        default:
+            break;
+    }
+}
+
+unsigned int driverProcedure(HWND dialog, int message, int wparam, uintptr_t lparam) {
+    if (message == WM_INITDIALOG) {
+        keepFormRecord(dialog, lparam);
+        open(dialog, formRecord<Found>(dialog));
+    } else if (message == WM_COMMAND) {
+        command(dialog, wparam);
+    } else {
         return 0;
+    }
     return 1;
 }
 
 }  // namespace
 
-std::string proposedSetup() {
-    const std::string installer = trial::installerPath();
-    if (installer.empty())
-        return {};
-    std::array<char, 4096> resolved{};
-    std::string path = realpath(installer.c_str(), resolved.data()) != nullptr ? resolved.data() : installer;
-    path.replace(path.rfind('/') + 1, std::string::npos, "libjxsetup.so");
-    return access(path.c_str(), R_OK) == 0 ? path : "";
+void lookForDriversIn(const std::vector<std::string>& directories) {
+    directoriesOfTest = directories;
 }
 
 bool registerDriver(HWND owner) {
-    JXW_RegisterModule(kFormModule, nullptr, kTemplates);
-    return JXW_DialogBox(kFormModule, kFormDialog, owner, procedure, nullptr) == 1;
+    Found found;
+    return showForm(kFormDialog, owner, driverProcedure, &found) == 1;
 }
 
 }  // namespace jx::assist

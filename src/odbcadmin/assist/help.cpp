@@ -8,8 +8,12 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "odbcadmin/assist/chosen_source.h"
 #include "odbcadmin/assist/cut_list.h"
-#include "odbcadmin/assist/driver_form.h"
+#include "odbcadmin/assist/forms.h"
+#include "odbcadmin/assist/list_keys.h"
+#include "odbcadmin/assist/lists.h"
+#include "odbcadmin/assist/say.h"
 #include "odbcadmin/model/configuration.h"
 
 namespace jx::assist {
@@ -51,7 +55,7 @@ constexpr Sentence kSentences[] = {
     {kLibrary, JxDriversDialog, JxAddDriverButton,
      "Installs from a vendor's script (odbc.inf). F2 registers a driver without one.", ""},
     {kLibrary, JxDriversDialog, JxDeleteDriverButton,
-     "Removes the chosen driver, deletes its files and its data sources; asks first.",
+     "Unregisters the chosen driver, or deletes its files and its data sources too; asks first.",
      "Choose a driver in the list first. None there? F2 registers one."},
     {kLibrary, JxDriversDialog, JxCloseButton, "Back to the data sources.", ""},
     {kLibrary, JxOptionsDialog, JxTraceBox, "A driver manager that reads this setting writes its calls into the file.",
@@ -79,6 +83,8 @@ constexpr Sentence kSentences[] = {
     {kLibrary, JxVersionsDialog, IDCANCEL, "Back to the options.", ""},
     {kLibrary, JxSelectTranslatorDialog, JxTranslatorsList, "The translators registered for you.", ""},
     {kLibrary, JxSelectTranslatorDialog, IDOK, "Takes the chosen translator.", "Choose a translator first."},
+    {kForm, kFormDialog, kFormFound, "Drivers in the usual places. Choosing one fills in the fields below.", ""},
+    {kForm, kFormDialog, kFormBrowse, "Looks for the driver's file in directories.", ""},
     {kForm, kFormDialog, kFormName, "Any name you like: data sources refer to the driver by it.", ""},
     {kForm, kFormDialog, kFormLibrary, "The driver's file, with its whole path. Its package lists it (dpkg -L NAME).",
      ""},
@@ -86,6 +92,24 @@ constexpr Sentence kSentences[] = {
      ""},
     {kForm, kFormDialog, IDOK, "Tries the libraries in a process of their own, then enters the driver.", ""},
     {kForm, kFormDialog, IDCANCEL, "Registers nothing.", ""},
+    {kForm, kRemovalForm, kRemovalList, "What Delete Files... removes for good.", ""},
+    {kForm, kRemovalForm, kRemovalUnregister, "Removes the driver's entries; its files and data sources stay.", ""},
+    {kForm, kRemovalForm, kRemovalDelete, "Removes all that the list names; asks once more.", ""},
+    {kForm, kRemovalForm, IDCANCEL, "Removes nothing.", ""},
+    {kForm, kSourcesForm, kSourcesList, "All your data sources. Enter or a double click sets one up.", ""},
+    {kForm, kSourcesForm, kSourcesSetup, "Changes the settings of the chosen data source.", kChooseSource},
+    {kForm, kSourcesForm, kSourcesView, "Shows its keys and values, secrets as stars.", kChooseSource},
+    {kForm, kSourcesForm, kSourcesTest, "Connects with it in a process of its own.", kChooseSource},
+    {kForm, kSourcesForm, kSourcesRemove, "Removes the chosen data source; asks first.", kChooseSource},
+    {kForm, kSourcesForm, IDCANCEL, "Back to the data sources.", ""},
+    {kForm, kValuesForm, kValuesList, "The keys in the order of the file. Secrets are shown as stars.", ""},
+    {kForm, kValuesForm, IDCANCEL, "Back to the list.", ""},
+    {kForm, kFilesForm, kFilesList, "Enter opens a directory, and takes a file. ../ is the directory above.", ""},
+    {kForm, kFilesForm, IDOK, "Opens the directory, or takes the file.", ""},
+    {kForm, kFilesForm, IDCANCEL, "Chooses no file.", ""},
+    {kForm, kLineForm, kLineText, "Type it; Enter takes it.", ""},
+    {kForm, kLineForm, IDOK, "Takes what is typed.", ""},
+    {kForm, kLineForm, IDCANCEL, "Changes nothing.", ""},
     {kSetup, kSetupDialog, 201, "Any name you like: programs open the data source by it.",
      "The name stays as it is; a new data source gets another one."},
     {kSetup, kSetupDialog, 203, "What the driver gets. Choose a row to change or remove it.", ""},
@@ -128,20 +152,45 @@ std::string byKind(const JxwControlInfo& control) {
     }
 }
 
+// Why a list of the user's files is empty though it need not be; empty when there is nothing wrong.
+std::string fileTrouble(model::FileKind kind) {
+    const model::Reason trouble = model::Configuration::read().trouble(kind);
+    return trouble ? sentenceOf(trouble) : std::string();
+}
+
+std::string emptySourcesHelp(HWND dialog) {
+    if (const std::string trouble = fileTrouble(model::FileKind::dataSources); !trouble.empty())
+        return trouble;
+    if (!filterOf(dialog).empty())
+        return "No data source contains \"" + filterOf(dialog) + "\". F8 changes the filter.";
+    return model::Configuration::read().drivers().empty()
+               ? "No data source yet: Add... makes one, after a driver is registered (F2)."
+               : "No data source yet: Add... makes one.";
+}
+
+std::string emptyDriversHelp(const char* none) {
+    const std::string trouble = fileTrouble(model::FileKind::drivers);
+    return trouble.empty() ? none : trouble;
+}
+
 std::string emptyListHelp(const JxwDialogInfo& dialog, const JxwControlInfo& control) {
-    if (dialog.module == kSetup && control.kind == JXW_LISTBOX && control.rowCount == 0)
+    if (control.kind != JXW_LISTBOX || control.rowCount > 0)
+        return {};
+    if (sourceList(dialog.dialog) != 0)
+        return emptySourcesHelp(dialog.dialog);
+    if (dialog.module == kSetup)
         return "No key yet: type one and its value below, then Add.";
-    if (dialog.module != kLibrary || control.kind != JXW_LISTBOX || control.rowCount > 0)
+    if (dialog.module == kForm && dialog.templateId == kFormDialog)
+        return "No driver lies in the usual places under a usual name. odbcadmin driver scan looks at all libraries.";
+    if (dialog.module == kForm && dialog.templateId == kValuesForm)
+        return "It has no keys.";
+    if (dialog.module != kLibrary)
         return {};
     switch (dialog.templateId) {
-        case JxDataSourcesDialog:
-            return model::Configuration::read().drivers().empty()
-                       ? "No data source yet: Add... makes one, after a driver is registered (F2)."
-                       : "No data source yet: Add... makes one.";
         case JxAddDataSourceDialog:
-            return kNoDriver;
+            return emptyDriversHelp(kNoDriver);
         case JxDriversDialog:
-            return "No driver yet: F2 registers one, Add... runs a vendor's script.";
+            return emptyDriversHelp("No driver yet: F2 registers one, Add... runs a vendor's script.");
         default:
             return "There is nothing in this list.";
     }
@@ -162,6 +211,33 @@ std::string shownPath(model::FileKind kind) {
     if (path.empty())
         return nameOf(kind);
     return !folder.empty() && path.starts_with(folder + "/") ? "~" + path.substr(folder.size()) : path;
+}
+
+std::string formHeading(const JxwDialogInfo& form) {
+    switch (form.templateId) {
+        case kFilesForm:
+        case kFormDialog:
+            return "Registers a driver in " + shownPath(model::FileKind::drivers);
+        case kRemovalForm:
+            return "Drivers in " + shownPath(model::FileKind::drivers);
+        default:
+            return "Data sources in " + shownPath(model::FileKind::dataSources);
+    }
+}
+
+// The function keys of lists, in words.
+std::string helpOnKeys(HWND dialog) {
+    constexpr const char* kDoes[] = {"connects with the chosen data source and says what happens",
+                                     "shows its keys and values",
+                                     "reads the list again",
+                                     "copies it under another name",
+                                     "gives it another name",
+                                     "shows only the rows that contain a text",
+                                     "lists all data sources"};
+    std::string text;
+    for (const FunctionKey& key : listKeys(dialog))
+        text += "\nF" + std::to_string(key.number) + ": " + kDoes[key.number - 3] + ".";
+    return text.empty() ? "" : "\n" + text;
 }
 
 }  // namespace
@@ -199,7 +275,7 @@ std::string headingOf(HWND dialog) {
     if (JXW_GetDialogInfo(dialog, &info) == 0)
         return {};
     if (info.module == kForm)
-        return "Registers a driver in " + shownPath(model::FileKind::drivers);
+        return formHeading(info);
     if (info.module == kSetup)
         return "A data source in " + shownPath(model::FileKind::dataSources);
     if (info.module != kLibrary)
@@ -259,7 +335,7 @@ std::string helpOnAll(HWND dialog) {
             text += "\n" + (isNamed ? labelOf(control) : label) + ": " + help;
         label = labelOf(control);
     }
-    return text;
+    return text + helpOnKeys(dialog);
 }
 
 }  // namespace jx::assist

@@ -43,6 +43,10 @@ int rowOf(HWND dialog, int index, const JxwControlInfo& list, int begin, const s
 
 }  // namespace
 
+bool holdsText(const std::string& row, const std::string& text) {
+    return lowered(row).find(lowered(text)) != std::u32string::npos;
+}
+
 void ListSearch::close() {
     isOpen_ = false;
     typed_.clear();

@@ -7,6 +7,9 @@
 
 namespace jx::assist {
 
+// Whether a row contains a text, in upper or lower case.
+bool holdsText(const std::string& row, const std::string& text);
+
 // ListSearch: what was typed so far into one list.
 //
 //     search.type(dialog, index, list, "p", now)     // the next row that begins with p

@@ -24,18 +24,8 @@ struct BoxStyle {
     unsigned int leastAnswer() const { return buttons.back().answer; }
 };
 
-inline BoxStyle boxStyle(unsigned int style, std::string_view text) {
-    constexpr unsigned int kButtonSet = 15;
-    const unsigned int icon = style & 0xF0U;
-    const char* sign = icon == MB_ICONSTOP          ? "X"
-                       : icon == MB_ICONQUESTION    ? "?"
-                       : icon == MB_ICONEXCLAMATION ? "!"
-                                                    : "";
-    if ((style & kButtonSet) != MB_YESNO)
-        return {{{IDOK, "&OK"}}, 0, sign};
-    // The one question of the library whose "Yes" changes nothing.
-    const bool isHarmless = text.starts_with("There is no installation script");
-    return {{{IDYES, "&Yes"}, {IDNO, "&No"}}, isHarmless ? std::size_t{0} : std::size_t{1}, sign};
-}
+// A question begins at its "Yes" only if it is known to destroy nothing: one of asksToGoOn, and the library's own for
+// another directory, which asks for it once more.
+BoxStyle boxStyle(unsigned int style, std::string_view text);
 
 }  // namespace jx::assist

@@ -6,8 +6,10 @@
 
 #include <algorithm>
 #include <string_view>
+#include <unordered_set>
 #include <utility>
 
+#include "odbcadmin/assist/chosen_source.h"
 #include "odbcadmin/assist/cut_list.h"
 #include "odbcadmin/trial/installer_library.h"
 
@@ -15,11 +17,13 @@ namespace jx::assist {
 
 namespace {
 
-// Only lists of the library's own dialogs: what a driver's dialog selects is its own affair.
+// Only lists of the library's and our own dialogs: what a driver's dialog selects is its own affair.
 int keptList(HWND dialog) {
     JxwDialogInfo info{};
-    if (JXW_GetDialogInfo(dialog, &info) == 0 || std::string_view(info.module) != trial::kInstallerModule ||
-        (info.templateId != JxDataSourcesDialog && info.templateId != JxDriversDialog))
+    const bool isDialog = JXW_GetDialogInfo(dialog, &info) != 0;
+    const bool isDrivers =
+        isDialog && std::string_view(info.module) == trial::kInstallerModule && info.templateId == JxDriversDialog;
+    if (!isDrivers && sourceList(dialog) == 0)
         return -1;
     JxwControlInfo control{};
     for (int index = 0; JXW_GetControlInfo(dialog, index, &control) != 0; ++index)
@@ -38,13 +42,16 @@ std::vector<std::string> rowsOf(HWND dialog, int index, int count) {
 
 // The place of the only row that was not there before; -1 when there is none, or there are several.
 int newRow(const std::vector<std::string>& before, const std::vector<std::string>& now) {
-    if (now.size() != before.size() + 1)
-        return -1;
-    const auto isNew = [&before](const std::string& row) {
-        return std::find(before.begin(), before.end(), row) == before.end();
-    };
-    const auto found = std::find_if(now.begin(), now.end(), isNew);
-    return found == now.end() ? -1 : static_cast<int>(found - now.begin());
+    const std::unordered_set<std::string> known(before.begin(), before.end());
+    int found = -1;
+    for (std::size_t row = 0; row < now.size(); ++row) {
+        if (known.contains(now[row]))
+            continue;
+        if (found >= 0)
+            return -1;
+        found = static_cast<int>(row);
+    }
+    return found;
 }
 
 }  // namespace
@@ -57,7 +64,20 @@ Selection::Selection(HWND dialog) : dialog_(dialog), index_(keptList(dialog)) {
     rows_ = rowsOf(dialog, index_, list.rowCount);
 }
 
-void Selection::restore() const {
+// Where the user is to be among the rows that there are now.
+int Selection::rowIn(const std::vector<std::string>& now, Why why) const {
+    const int added = newRow(rows_, now);
+    if (now == rows_ || (row_ < 0 && added < 0))
+        return row_;
+    if (row_ < 0 || (why == Why::command && added >= 0 && now.size() == rows_.size() + 1))
+        return added;
+    const auto same = std::find(now.begin(), now.end(), rows_[static_cast<std::size_t>(row_)]);
+    if (same != now.end())
+        return static_cast<int>(same - now.begin());
+    return added >= 0 && now.size() == rows_.size() ? added : row_;
+}
+
+void Selection::restore(Why why) const {
     JxwControlInfo list{};
     noteCutList(dialog_);
     if (index_ < 0 || keptList(dialog_) != index_ || JXW_GetControlInfo(dialog_, index_, &list) == 0 ||
@@ -66,13 +86,9 @@ void Selection::restore() const {
     const std::vector<std::string> now = rowsOf(dialog_, index_, list.rowCount);
     if (now == rows_ && list.selection == row_)
         return;
-    int row = now == rows_ ? row_ : newRow(rows_, now);
-    if (row < 0 && row_ >= 0) {
-        const auto same = std::find(now.begin(), now.end(), rows_[static_cast<std::size_t>(row_)]);
-        row = same != now.end() ? static_cast<int>(same - now.begin()) : row_;
-    }
-    JXW_UserFocus(dialog_, list.id);
-    JXW_UserSelect(dialog_, list.id, std::clamp(row, 0, list.rowCount - 1));
+    if (why == Why::command)
+        JXW_UserFocus(dialog_, list.id);
+    JXW_UserSelect(dialog_, list.id, std::clamp(rowIn(now, why), 0, list.rowCount - 1));
 }
 
 void SelectionKeeper::around(const std::function<void()>& action) {
@@ -85,7 +101,7 @@ void SelectionKeeper::around(const std::function<void()>& action) {
     const Leave leave{innermost_, std::exchange(innermost_, &before)};
     action();
     if (before)
-        before->restore();
+        before->restore(Selection::Why::command);
 }
 
 }  // namespace jx::assist

@@ -15,17 +15,24 @@ namespace jx::assist {
 //
 //     const Selection before(dialog);
 //     ...                                  // the action
-//     before.restore();
+//     before.restore(Selection::Why::command);
 class Selection {
 public:
     explicit Selection(HWND dialog);
 
-    // If the list has other rows or another selection than before, selects the row that is new, else the row of the
-    // same name, else the one that took its place; and returns the focus to the list. A dialog already closed is
-    // ignored.
-    void restore() const;
+    // Why the list may be another one.
+    enum class Why {
+        command,   // of the user: a row that was added is the one to go on with, and the list gets the focus
+        readAgain  // the user stays where he is
+    };
+
+    // If the list has other rows or another selection than before, selects the row of before; else the only one that
+    // is new, which it was renamed to; else the one that took its place. A dialog already closed is ignored.
+    void restore(Why why) const;
 
 private:
+    int rowIn(const std::vector<std::string>& now, Why why) const;
+
     HWND dialog_;
     int index_ = -1;  // of the list; -1: the dialog has none that is kept
     int row_ = -1;

@@ -7,7 +7,7 @@
 
 namespace jx::assist {
 
-// The setup library that a command in this dialog of the library will call for the selected row, as in "The setup
+// The setup library that a command in this dialog will call for the selected row, as in "The setup
 // library /opt/s.so of driver Sample"; empty when the dialog calls none.
 std::string workerOf(HWND dialog);
 

@@ -1,18 +1,18 @@
 // Building the command line, reading it, running what it asks for.
 #include "odbcadmin/cli/command_line.h"
 
-#include <sys/stat.h>
+#include <jxini.h>
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/verb.h"
+#include "odbcadmin/model/home_folder.h"
 #include "odbcadmin/model/near_matches.h"
 #include "odbcadmin/model/new_file_owner.h"
 #include "odbcadmin/model/root_directory.h"
@@ -52,6 +52,10 @@ void addGlobalOptions(CLI::App& app, Session& session) {
         ->check([](const std::string& root) { return root.empty() ? "it names no directory" : std::string(); });
     app.add_flag("--open-secrets", session.openSecrets,
                  "Let passwords go into a file of the system's that everybody may read");
+    app.add_option("--lock-timeout", session.lockTimeout,
+                   "How long to wait for a file that another program has locked (10); 0: not at all")
+        ->type_name("SECONDS")
+        ->check([](const std::string& wait) { return wait.empty() ? "it is no number" : std::string(); });
     app.set_version_flag("--version", "odbcadmin " JX_VERSION);
 }
 
@@ -72,12 +76,9 @@ ExitCode enterHome(const Session& session) {
     }
     if (home.empty())
         return ExitCode::done;
-    struct stat state {};
-    const int error = stat(home.c_str(), &state) != 0 ? errno : S_ISDIR(state.st_mode) ? 0 : ENOTDIR;
-    if (error != 0)
-        return session.fail(ExitCode::fileTrouble, "Cannot use " + home + " as home: " + std::strerror(error),
-                            "Give --home a directory that exists.");
-    moveHome(home);
+    const std::string trouble = model::enterHome(home);
+    if (!trouble.empty())
+        return session.fail(ExitCode::fileTrouble, trouble, "Give --home a directory that exists.");
     return ExitCode::done;
 }
 
@@ -139,6 +140,11 @@ ExitCode runAction(Session& session) {
     const ExitCode home = enterHome(session);
     if (home != ExitCode::done || !session.action)
         return home;
+    const auto lockWait = secondsFrom(session.lockTimeout.empty() ? "10" : unmarked(session.lockTimeout));
+    if (!lockWait)
+        return session.fail(ExitCode::wrongUse, "--lock-timeout is not a number of seconds: " + session.lockTimeout,
+                            "Try --lock-timeout 2");
+    jxIniSetLockWait(lockWait->count());
     std::optional<model::Account> owner;
     if (!session.owner.empty()) {
         owner = model::accountOf(unmarked(session.owner));
@@ -167,15 +173,18 @@ void buildCommandLine(CLI::App& app, Session& session) {
     addDsnChangeCommands(app, session);
     addDsnMoveCommands(app, session);
     addDsnTransferCommands(app, session);
+    addDsnConnstr(app, session);
     addDsnTest(app, session);
     addRegisteredReadCommands(app, session);
     addRegisteredChangeCommands(app, session);
+    addRegisteredKeysCommands(app, session);
     addDriverTransferCommands(app, session);
     addDriverCheck(app, session);
     addDriverScan(app, session);
     addTraceCommands(app, session);
     addInstallCommand(app, session);
     addConfigCommands(app, session);
+    addEditCommand(app, session);
     addExchangeCommands(app, session);
     addPaths(app, session);
     addExplain(app, session);
@@ -183,28 +192,40 @@ void buildCommandLine(CLI::App& app, Session& session) {
     addCompleteCommand(app, session);
 }
 
-// The place of the first word that is no global option.
-std::size_t commandIn(const std::vector<std::string>& words) {
-    std::size_t at = 0;
-    while (at < words.size() && words[at].starts_with('-'))
-        at += words[at] == "--home" || words[at] == "--owner" || words[at] == "--root" ? 2 : 1;
+// The place of the first word from there on that is no global option and no value of one.
+std::size_t wordFrom(const CLI::App& app, const std::vector<std::string>& words, std::size_t at) {
+    while (at < words.size() && words[at].starts_with('-')) {
+        const CLI::Option* option = app.get_option_no_throw(words[at]);
+        at += option != nullptr && option->get_items_expected_max() > 0 ? 2 : 1;
+    }
     return std::min(at, words.size());
 }
 
-// What many type from habit: "dsn ls", "driver rm", "help dsn add".
-void takeAliases(std::vector<std::string>& words) {
-    constexpr std::string_view kNouns[] = {"dsn", "driver", "translator", "trace", "config"};
-    const std::size_t at = commandIn(words);
-    if (at == words.size())
+const CLI::App* commandCalled(const CLI::App& place, const std::string& name) {
+    const auto found = place.get_subcommands([&](const CLI::App* each) { return each->get_name() == name; });
+    return found.empty() ? nullptr : found.front();
+}
+
+void askForHelp(std::vector<std::string>& words, std::size_t at) {
+    words.erase(words.begin() + static_cast<std::ptrdiff_t>(at));
+    words.emplace_back("--help");
+}
+
+// What many type from habit: "dsn ls", "driver rm", "help dsn add", "dsn help add".
+void takeAliases(const CLI::App& app, std::vector<std::string>& words) {
+    constexpr std::pair<const char*, const char*> kAliases[] = {{"ls", "list"}, {"rm", "remove"}};
+    std::size_t at = wordFrom(app, words, 0);
+    if (at < words.size() && words[at] == "help")
+        askForHelp(words, at);
+    const CLI::App* noun = at < words.size() ? commandCalled(app, words[at]) : nullptr;
+    if (noun == nullptr || verbsOf(*noun).empty())
         return;
-    if (words[at] == "help") {
-        words.erase(words.begin() + static_cast<std::ptrdiff_t>(at));
-        words.emplace_back("--help");
-    } else if (at + 1 < words.size() &&
-               std::find(std::begin(kNouns), std::end(kNouns), words[at]) != std::end(kNouns)) {
-        std::string& verb = words[at + 1];
-        verb = verb == "ls" ? "list" : verb == "rm" ? "remove" : verb;
-    }
+    at = wordFrom(app, words, at + 1);
+    if (at < words.size() && words[at] == "help")
+        askForHelp(words, at);
+    for (const auto& [alias, verb] : kAliases)
+        if (at < words.size() && words[at] == alias && commandCalled(*noun, verb) != nullptr)
+            words[at] = verb;
 }
 
 }  // namespace
@@ -213,7 +234,7 @@ ExitCode runCommandLine(std::vector<std::string> arguments, ShowDialogs showDial
     CLI::App app("Manages the ODBC data sources and drivers of this user and of the system.");
     Session session;
     buildCommandLine(app, session);
-    takeAliases(arguments);
+    takeAliases(app, arguments);
     session.words = arguments;
     arguments = marked(arguments);
     std::reverse(arguments.begin(), arguments.end());

@@ -48,8 +48,11 @@ void take(Position& at, const std::string& word) {
         return;
     }
     if (!at.onlyOperands && word.size() > 1 && word[0] == '-') {
-        const CLI::Option* option = optionCalled(at.app, word);
+        const std::size_t equals = word.find('=');
+        const CLI::Option* option = optionCalled(at.app, word.substr(0, equals));
         at.waiting = takesValue(option) ? option : nullptr;
+        if (at.waiting != nullptr && equals != std::string::npos)
+            take(at, word.substr(equals + 1));
         return;
     }
     const auto inner = at.app->get_subcommands([&](const CLI::App* each) { return each->get_name() == word; });
@@ -130,6 +133,11 @@ void addFromConfiguration(std::string_view kind, const Position& at, const std::
     if (kind == Complete::keysOfDsn && !at.operands.empty())
         if (const auto source = configuration.dataSource(at.operands.front()))
             addKeys(source->section, beginning, found);
+    for (const auto& [keys, registered] : {std::pair{Complete::keysOfDriver, &model::kDriverKind},
+                                           std::pair{Complete::keysOfTranslator, &model::kTranslatorKind}})
+        if (kind == keys && !at.operands.empty())
+            if (const auto entry = configuration.find(*registered, at.operands.front()))
+                addKeys(entry->section, beginning, found);
 }
 
 // The word that a shell must complete by itself is asked for by a line of its own.
@@ -157,6 +165,26 @@ void usePlaces(const Position& at) {
         static_cast<void>(model::enterRoot(at.root));
 }
 
+// For "--driver=Pl": what could follow the "=", whole as it would stand on the line.
+std::vector<std::string> valuesOf(const Position& at, const std::string& beginning) {
+    const std::size_t value = beginning.find('=') + 1;
+    const CLI::Option* option = optionCalled(at.app, beginning.substr(0, value - 1));
+    std::vector<std::string> found;
+    if (takesValue(option))
+        addNames(option->get_type_name(), at, beginning.substr(value), found);
+    for (std::string& each : found)
+        if (!each.starts_with(':'))
+            each.insert(0, beginning.substr(0, value));
+    return found;
+}
+
+// Keys that take their value in the same word.
+void addEqualsSigns(std::vector<std::string>& found) {
+    for (std::string& each : found)
+        if (const std::size_t tab = each.find('\t'); tab != std::string::npos && each[tab - 1] != '=')
+            each.insert(tab, "=");
+}
+
 // Candidates for the last of words, which is what stands left of the cursor, a tab and a description behind each one.
 std::vector<std::string> candidates(const CLI::App& app, const std::vector<std::string>& words) {
     Position at{&app, {}};
@@ -169,6 +197,8 @@ std::vector<std::string> candidates(const CLI::App& app, const std::vector<std::
         addNames(at.waiting->get_type_name(), at, beginning, found);
         return found;
     }
+    if (!at.onlyOperands && beginning.starts_with("--") && beginning.find('=') != std::string::npos)
+        return valuesOf(at, beginning);
     if (!at.onlyOperands && beginning.starts_with("-")) {
         addOptions(at.app, beginning, found);
         return found;
@@ -176,8 +206,11 @@ std::vector<std::string> candidates(const CLI::App& app, const std::vector<std::
     for (const CLI::App* verb :
          at.app->get_subcommands([](const CLI::App* each) { return !each->get_group().empty(); }))
         addCandidate(found, beginning, verb->get_name(), verb->get_description());
-    if (const CLI::Option* next = nextOperand(at))
+    const CLI::Option* next = nextOperand(at);
+    if (next != nullptr)
         addNames(next->get_group(), at, beginning, found);
+    if (next != nullptr && next->get_single_name() == "KEY=VALUE")
+        addEqualsSigns(found);
     return found;
 }
 

@@ -2,6 +2,7 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <iostream>
 #include <iterator>
 
@@ -9,8 +10,10 @@
 #include "odbcadmin/cli/scope_output.h"
 #include "odbcadmin/cli/setup_route.h"
 #include "odbcadmin/cli/verb.h"
+#include "odbcadmin/model/connection_string.h"
 #include "odbcadmin/model/data_source_change.h"
 #include "odbcadmin/model/text.h"
+#include "rules/names.h"
 
 namespace jx::cli {
 
@@ -48,6 +51,44 @@ std::string besides(const Session& session, const std::string& name) {
     return source && source->header ? sectionText(source->header) : std::string();
 }
 
+// The registered driver that DRIVER of a connection string means: its name, or the path of its library.
+std::string driverCalled(const Configuration& configuration, const std::string& text) {
+    if (text.find('/') == std::string::npos)
+        return text;
+    for (const model::Registered& driver : configuration.drivers())
+        if (driver.library.text == text)
+            return driver.name;
+    return text;
+}
+
+// Adds what a connection string says to the wish. Nothing after it said what is wrong: that is wrong use.
+bool takeConnectionString(const Session& session, const Configuration& configuration, const std::string& text,
+                          model::DataSourceWish& wish) {
+    const auto refuse = [&](const std::string& fact, const char* advice) {
+        session.fail(ExitCode::wrongUse, fact, advice);
+        return false;
+    };
+    const model::ConnectionPairs read = model::readConnectionString(text);
+    if (!read.error.empty())
+        return refuse("The connection string cannot be read: " + read.error,
+                      "Put a value with ; or { in braces: PWD={a;b}");
+    for (const auto& [key, value] : read.pairs) {
+        const bool isGiven =
+            std::any_of(wish.attributes.begin(), wish.attributes.end(),
+                        [&, &name = key](const auto& pair) { return rules::sameName(pair.first, name); });
+        if (rules::sameName(key, "DSN") || rules::sameName(key, "FILEDSN") || rules::sameName(key, "SAVEFILE"))
+            return refuse("The connection string holds " + key + ", which leads to keys that are kept elsewhere",
+                          "Give one with DRIVER={...}, as dsn connstr prints it.");
+        if (rules::sameName(key, rules::kDriver) ? !wish.driver.empty() : isGiven)
+            return refuse(key + " is given twice", "Give it once, in the connection string or beside it.");
+        if (rules::sameName(key, rules::kDriver))
+            wish.driver = driverCalled(configuration, value);
+        else
+            wish.attributes.emplace_back(key, value);
+    }
+    return true;
+}
+
 std::optional<model::DataSourceWish> wishOf(const Session& session, const Line& line) {
     auto attributes = takePairs(session, line.texts("KEY=VALUE"), kAttributesGivenOtherwise);
     if (!attributes)
@@ -56,10 +97,14 @@ std::optional<model::DataSourceWish> wishOf(const Session& session, const Line& 
 }
 
 ExitCode addDataSource(const Session& session, const Configuration& configuration, const Line& line) {
-    const auto wish = wishOf(session, line);
+    auto wish = wishOf(session, line);
     const auto limit = timeLimit(session, line, kSetupLimit);
-    if (!wish || !limit)
+    if (!wish || !limit || !takeConnectionString(session, configuration, line.text("--connstr"), *wish))
         return ExitCode::wrongUse;
+    if (wish->driver.empty())
+        return session.fail(ExitCode::wrongUse,
+                            line.has("--connstr") ? "The connection string has no DRIVER" : "--driver is required",
+                            "See odbcadmin dsn add --help");
     if (const model::Reason reason = model::whyNotAdd(configuration, *wish))
         return session.fail(reason);
     const SetupWork work{Action::add, wish->name, wish->attributes, "add data source " + wish->name, *limit};
@@ -219,10 +264,12 @@ constexpr const char* kDriver = "Its driver, as driver list shows it";
 void addDsnChangeCommands(CLI::App& app, Session& session) {
     addVerb(app, session, "dsn add", "Add a data source",
             "odbcadmin dsn add Sales --driver SQLite3 Database=/srv/sales.db Timeout=30\n"
-            "odbcadmin dsn add \"Sales 2026\" --driver SQLite3 \"Description=Sales of the year\" --dry-run")
+            "odbcadmin dsn add \"Sales 2026\" --driver SQLite3 \"Description=Sales of the year\" --dry-run\n"
+            "odbcadmin dsn add Sales --connstr \"DRIVER={SQLite3};Database=/srv/sales.db\"")
         .operand("NAME", "Data source", kOne)
         .operand("KEY=VALUE", "What its section is to hold", kAny)
-        .requiredOption("--driver", kDriver, Complete::driver)
+        .option("--driver", kDriver, Complete::driver)
+        .option("--connstr", "A connection string: its DRIVER and its attributes")
         .flag("--direct", kDirect)
         .timeout(kTimeout)
         .onRead(Needs::bothFiles, addDataSource);

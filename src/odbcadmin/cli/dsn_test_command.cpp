@@ -1,58 +1,23 @@
 // dsn test: connecting, and showing what happens.
-#include <algorithm>
-#include <cctype>
 #include <nlohmann/json.hpp>
 
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/progress.h"
 #include "odbcadmin/cli/verb.h"
+#include "odbcadmin/doctor/connection_words.h"
 #include "odbcadmin/doctor/path_mistakes.h"
 #include "odbcadmin/model/text.h"
 #include "odbcadmin/trial/connection.h"
 #include "odbcadmin/trial/sql_state.h"
-#include "rules/names.h"
-#include "rules/secrets.h"
 
 namespace jx::cli {
 
 namespace {
 
-using model::printable;
 using trial::ConnectReport;
 using trial::Diagnostic;
 
 constexpr std::chrono::seconds kConnectLimit{20};
-
-// How a trial ended, in a few words.
-std::string endText(const ConnectReport& report, std::chrono::milliseconds limit) {
-    using End = ConnectReport::End;
-    const std::string during = report.function.empty() ? "while the driver was loaded" : "in " + report.function;
-    switch (report.end) {
-        case End::connected:
-            return "connected";
-        case End::refused:
-            return report.function + " failed with result " + std::to_string(report.code);
-        case End::notLoaded:
-            return "the loader says: " + report.sentence;
-        case End::noFunction:
-            return "the driver has no " + report.function;
-        case End::crashed:
-            return "the driver crashed " + during + ", with " + trial::signalText(report.code);
-        case End::exited:
-            return "the driver ended the program " + during + ", with exit code " + std::to_string(report.code);
-        case End::timedOut:
-            return "no answer within " + secondsText(limit) + ", " + during;
-        case End::withheld:
-            return "its driver is not loaded with the rights of root: " + report.why;
-        case End::notStarted:
-            break;
-    }
-    return "the program that connects could not be started: " + report.why;
-}
-
-trial::Outcome outcomeOf(const ConnectReport& report) {
-    return report.end == ConnectReport::End::connected ? trial::Outcome::connected : trial::Outcome::refused;
-}
 
 Json reportJson(const std::string& name, const std::string& library, const ConnectReport& report,
                 const std::string& end) {
@@ -66,7 +31,7 @@ Json reportJson(const std::string& name, const std::string& library, const Conne
     object["database"] = report.database;
     object["diagnostics"] = Json::array();
     for (const Diagnostic& each : report.diagnostics) {
-        const trial::StateMeaning meaning = trial::meaningOf(each.state, outcomeOf(report));
+        const trial::StateMeaning meaning = trial::meaningOf(each.state, doctor::outcomeOf(report));
         object["diagnostics"].push_back({{"state", each.state},
                                          {"native", each.native},
                                          {"message", each.message},
@@ -76,74 +41,32 @@ Json reportJson(const std::string& name, const std::string& library, const Conne
     return object;
 }
 
-// The lines of a driver's message, each further one indented; other control characters are shown as "?".
-std::string linesOf(const std::string& message) {
-    std::string lines;
-    for (std::size_t at = 0; at < message.size();) {
-        const std::size_t end = std::min(message.find_first_of("\r\n", at), message.size());
-        std::string line = message.substr(at, end - at);
-        std::replace(line.begin(), line.end(), '\t', ' ');
-        const std::string_view trimmed = rules::trimmed(line);
-        if (!trimmed.empty())
-            lines.append(lines.empty() ? "" : "\n  ").append(printable(trimmed));
-        at = end + 1;
-    }
-    return lines;
-}
-
-void print(const Session& session, const Diagnostic& diagnostic, trial::Outcome outcome) {
-    const trial::StateMeaning meaning = trial::meaningOf(diagnostic.state, outcome);
-    session.print(printable(diagnostic.state) + " (native " + std::to_string(diagnostic.native) + ") " +
-                  linesOf(diagnostic.message));
-    session.print(std::string("  means: ") + meaning.meaning + ". " + meaning.advice);
-}
-
-// Every place where the word stands by itself; a long one anywhere, since nothing else looks like it.
-void hideWord(std::string& text, const std::string& word) {
-    constexpr std::size_t kLong = 8;
-    const auto isPartOfWord = [&](std::size_t at) {
-        return at < text.size() && std::isalnum(static_cast<unsigned char>(text[at])) != 0;
-    };
-    for (std::size_t at = text.find(word); at != std::string::npos; at = text.find(word, at)) {
-        const bool isPart = (at > 0 && isPartOfWord(at - 1)) || isPartOfWord(at + word.size());
-        if (!isPart || word.size() >= kLong)
-            text.replace(at, word.size(), rules::kMask);
-        at += !isPart || word.size() >= kLong ? rules::kMask.size() : word.size();
-    }
-}
-
-// A driver may repeat the password that it was refused with.
-void hideSecrets(const Session& session, const model::DataSource& source, ConnectReport& report) {
-    const auto hide = [&](std::string& text) {
-        text = session.shown({}, text);
-        for (const model::IniEntry& entry : source.section->entries) {
-            if (session.showSecrets || !rules::isSecretKey(entry.key) || entry.value.empty())
-                continue;
-            hideWord(text, std::string(entry.value));
-        }
-    };
-    if (source.section == nullptr)
-        return;
-    hide(report.output);
-    for (Diagnostic& each : report.diagnostics)
-        hide(each.message);
+// What to look at next, also where the driver gave no reason.
+std::string adviceOn(const ConnectReport& report, const std::string& name) {
+    const std::string word = model::shellWord(name);
+    const bool isSilent = report.end == ConnectReport::End::refused && report.diagnostics.empty();
+    return "See odbcadmin doctor " + word +
+           (isSilent ? "; the driver gave no reason, but this shows what it looks for: strace -f -e trace=file,network "
+                       "odbcadmin dsn test " +
+                           word
+                     : "");
 }
 
 ExitCode show(const Session& session, const std::string& name, const std::string& library, const ConnectReport& report,
               std::chrono::milliseconds limit) {
     const bool connected = report.end == ConnectReport::End::connected;
     const ExitCode code = connected ? ExitCode::done : ExitCode::cannotConnect;
-    const std::string end = endText(report, limit);
+    const std::string end = doctor::endOf(report, limit);
     if (session.json) {
         session.printJson(reportJson(name, library, report, end));
         return code;
     }
     for (const Diagnostic& each : report.diagnostics)
-        print(session, each, outcomeOf(report));
+        session.print(doctor::describe(each, doctor::outcomeOf(report)));
     if (!report.user.empty())
         session.warn("the driver had the rights of " + report.user + ", not those of root");
     if (!connected)
-        return session.fail(code, "Cannot connect to " + name + ": " + end, "See odbcadmin doctor " + name);
+        return session.fail(code, "Cannot connect to " + name + ": " + end, adviceOn(report, name));
     session.say(name + ": connected" + (report.driver.empty() ? "" : ", driver " + report.driver) +
                 (report.database.empty() ? "" : ", database " + report.database));
     return code;
@@ -159,23 +82,30 @@ ExitCode runTest(const Session& session, const model::Configuration& configurati
         return session.fail(configuration.trouble(model::FileKind::dataSources)
                                 ? configuration.trouble(model::FileKind::dataSources)
                                 : model::noDataSource(configuration, name));
+    // The stored keys stand there: a connection without it would be one to the driver's own defaults.
+    if (!source->header && !source->isDefault)
+        return session.fail(
+            ExitCode::cannotConnect,
+            "The data source " + source->name + " has no section [" + source->name + "] in " + source->file->path,
+            "See odbcadmin explain " + model::shellWord(source->name));
     const std::string library = doctor::meantLibrary(*source, configuration, doctor::loaderPlaces());
     if (const auto mistake = doctor::mistakeIn(library))
         return session.fail(ExitCode::cannotConnect,
                             "Cannot connect to " + source->name + ": the value of Driver " + mistake->fact,
-                            "Write the line as: Driver=" + mistake->meant);
+                            mistake->advice("Driver"));
     if (library.empty() && configuration.trouble())
         return session.fail(configuration.trouble());
     if (library.empty())
         return session.fail(ExitCode::cannotConnect, "The data source " + source->name + " leads to no library",
-                            "See odbcadmin explain " + source->name);
+                            "See odbcadmin explain " + model::shellWord(source->name));
     ConnectReport report;
     {
         Progress progress(session.quiet);
         progress.begin("Connecting to " + source->name);
         report = trial::tryConnecting({library, source->name, configuration.paths(), *limit}, [&] { progress.tick(); });
     }
-    hideSecrets(session, *source, report);
+    if (!session.showSecrets)
+        doctor::hideSecrets(*source, report);
     return show(session, source->name, library, report, *limit);
 }
 

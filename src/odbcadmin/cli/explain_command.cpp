@@ -4,6 +4,7 @@
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/verb.h"
 #include "odbcadmin/doctor/explanation.h"
+#include "odbcadmin/doctor/unknown_name.h"
 #include "odbcadmin/model/text.h"
 
 namespace jx::cli {
@@ -43,8 +44,7 @@ ExitCode runExplain(const Session& session, const model::Configuration& configur
     const std::string name = line.text("NAME");
     const std::vector<doctor::Step> steps = doctor::explain(configuration, name);
     if (steps.empty())
-        return session.fail(configuration.trouble() ? configuration.trouble()
-                                                    : model::noDataSourceOrDriver(configuration, name));
+        return session.fail(doctor::whyUnknown(configuration, name));
     if (!session.json) {
         printSteps(session, steps);
         return ExitCode::done;

@@ -2,10 +2,11 @@
 #include "odbcadmin/model/registration.h"
 
 #include "odbcadmin/cli/commands.h"
+#include "odbcadmin/cli/library_warning.h"
 #include "odbcadmin/cli/verb.h"
-#include "odbcadmin/doctor/library_state.h"
 #include "odbcadmin/model/data_source_change.h"
 #include "odbcadmin/model/text.h"
+#include "odbcadmin/trial/installer_library.h"
 
 namespace jx::cli {
 
@@ -19,17 +20,15 @@ using model::WhenPresent;
 // What is given by options and thus not as KEY=VALUE.
 const std::vector<std::string_view> kKeysGivenOtherwise{"Driver", "Setup"};
 
-void warnOfLibrary(const Session& session, const std::string& what, const std::string& path) {
-    if (path.find('/') == std::string::npos || session.quiet)
-        return;
-    const std::string root = session.root.empty() ? "" : model::absolutePath(unmarked(session.root));
-    const std::string state = doctor::libraryFileState(root + path);
-    if (state == "missing")
-        session.warn("the " + what + " " + path + " is not there");
-    else if (state == "broken")
-        session.warn("the " + what + " " + path + " cannot be used; odbcadmin driver check tells why");
-    else if (state == "wrong architecture")
-        session.warn("the " + what + " " + path + " is for another kind of processor");
+constexpr const char* kNoSetup = "Without --setup: enter no setup library, not even the general one";
+
+// The setup library to enter for a driver that would have none; empty when it has one, or is to have none. That of this
+// system is no library of an image.
+std::string missingSetup(const Session& session, const Configuration& configuration, const Line& line) {
+    const auto driver = configuration.driver(line.text("NAME"));
+    const bool isOwn = driver && driver->file->scope == session.way().scope;
+    const bool hasSetup = (isOwn && driver->setup) || !line.text("--setup").empty();
+    return hasSetup || line.has("--no-setup") || !session.root.empty() ? "" : trial::generalSetupLibrary();
 }
 
 ExitCode enter(const Session& session, const Configuration& configuration, const Line& line, const RegisteredKind& kind,
@@ -44,13 +43,17 @@ ExitCode enter(const Session& session, const Configuration& configuration, const
             return ExitCode::wrongUse;
         wish.keys = *keys;
     }
+    const std::string general = isDriver ? missingSetup(session, configuration, line) : "";
+    if (!general.empty())
+        wish.setup = general;
     const bool isPresent = configuration.find(kind, wish.name).has_value();
     const ChangeResult result = model::registerEntry(configuration, kind, wish, present, session.way());
     if (result.isDone() && isDriver) {
         warnOfLibrary(session, "library", wish.library);
         warnOfLibrary(session, "setup library", wish.setup.value_or(""));
     }
-    return session.report(result, (isPresent ? "Changed " : "Added ") + std::string(kind.word) + " " + wish.name);
+    return session.report(result, (isPresent ? "Changed " : "Added ") + std::string(kind.word) + " " + wish.name +
+                                      (general.empty() ? "" : " with the general setup library " + general));
 }
 
 // The data sources that use a driver: those in the file that changes go to, and those of the other scope that have no
@@ -100,6 +103,8 @@ ExitCode removeDriver(const Session& session, const Configuration& configuration
 
 ExitCode removeTranslator(const Session& session, const Configuration& configuration, const Line& line) {
     const std::string name = line.text("NAME");
+    if (line.has("--if-exists") && !configuration.find(model::kTranslatorKind, name))
+        return session.report({}, {});
     return session.report(model::unregisterEntry(configuration, model::kTranslatorKind, name, session.way()),
                           "Removed translator " + name);
 }
@@ -120,14 +125,16 @@ void addRegisteredChangeCommands(CLI::App& app, Session& session) {
                     "odbcadmin driver add SQLite3 --lib libsqlite3odbc.so --setup libjxsetup.so FileUsage=1")
                 .operand("NAME", "Driver", kOne)
                 .operand("KEY=VALUE", "Further keys of its section", kAny)
-                .requiredOption("--lib", "The driver's library", Complete::files),
+                .requiredOption("--lib", "The driver's library", Complete::files)
+                .flag("--no-setup", kNoSetup),
             model::kDriverKind, WhenPresent::fail);
     onEnter(
         addVerb(app, session, "driver ensure", "Ensure a driver is registered with these settings; do nothing if it is",
                 "odbcadmin driver ensure SQLite3 --lib /usr/lib/odbc/libsqlite3odbc.so --check")
             .operand("NAME", "Driver", kOne, Complete::driver)
             .operand("KEY=VALUE", "Further keys of its section", kAny)
-            .option("--lib", "The driver's library", Complete::files),
+            .option("--lib", "The driver's library", Complete::files)
+            .flag("--no-setup", kNoSetup),
         model::kDriverKind, WhenPresent::change);
     addVerb(app, session, "driver remove", "Unregister a driver; its library file stays",
             "odbcadmin driver remove SQLite3\nodbcadmin driver remove SQLite3 --with-dsns --dry-run")
@@ -143,6 +150,7 @@ void addRegisteredChangeCommands(CLI::App& app, Session& session) {
     addVerb(app, session, "translator remove", "Unregister a translator; its library file stays",
             "odbcadmin translator remove Latin1")
         .operand("NAME", "Translator", kOne, Complete::translator)
+        .flag("--if-exists", "Do nothing when it is not there")
         .onRead(Needs::drivers, removeTranslator);
 }
 

@@ -53,16 +53,15 @@ ExitCode codeOf(model::Reason::Kind kind) {
     return kCodes[static_cast<std::size_t>(kind)];
 }
 
-// Each path once.
-std::vector<std::string> pathsOf(const model::ChangeResult& result) {
+}  // namespace
+
+std::vector<std::string> Session::pathsOf(const model::ChangeResult& result) {
     std::vector<std::string> paths;
     for (const model::ChangedFile& file : result.files)
         if (std::find(paths.begin(), paths.end(), file.path) == paths.end())
             paths.push_back(file.path);
     return paths;
 }
-
-}  // namespace
 
 bool Session::colors() const {
     return !noColor && std::getenv("NO_COLOR") == nullptr && isatty(STDOUT_FILENO) == 1;

@@ -31,6 +31,7 @@ struct Session {
     bool noColor = false;      // --no-color
     std::string home;          // --home DIR; already in force when a verb runs
     std::string owner;         // --owner USER; of files that root makes
+    std::string lockTimeout;   // --lock-timeout SECONDS; already in force when a verb runs
     bool user = false;         // --user: the user's files only
     bool system = false;       // --system: the system's files only, and changes go there
     bool openSecrets = false;  // --open-secrets: also into a file of the system's that everybody may read
@@ -90,6 +91,9 @@ struct Session {
                     const std::vector<std::string>& remarks = {}) const;
     ExitCode report(const model::ChangeResult& result, const std::string& sentence,
                     const std::vector<std::string>& remarks, const Json& more) const;
+
+    // The paths of the files that were changed, each once.
+    static std::vector<std::string> pathsOf(const model::ChangeResult& result);
 
     // A line on standard error that does not stop anything; not with -q.
     void warn(std::string_view line) const;

@@ -41,7 +41,7 @@ std::string endText(const trial::SetupReport& report, std::chrono::milliseconds 
         case End::exited:
             return "ended its program" + during + ", with exit code " + std::to_string(report.code);
         case End::timedOut:
-            return "was not done within " + secondsText(limit) + during;
+            return "was not done within " + model::secondsText(limit) + during;
         case End::withheld:
             return "was not loaded with the rights of root: " + report.why;
         case End::notStarted:

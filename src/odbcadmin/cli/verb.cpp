@@ -161,24 +161,24 @@ Verb addVerb(CLI::App& app, Session& session, const std::string& name, const cha
 
 std::optional<std::chrono::milliseconds> timeLimit(const Session& session, const Line& line,
                                                    std::chrono::milliseconds otherwise) {
-    constexpr double kDay = 86400;
-    constexpr double kMilliseconds = 1000;
     const std::string text = line.text("--timeout");
     if (text.empty())
         return otherwise;
-    char* end = nullptr;
-    const double seconds = std::strtod(text.c_str(), &end);
-    if (*end == '\0' && seconds > 0 && seconds <= kDay)
-        return std::chrono::milliseconds(static_cast<long>(std::ceil(seconds * kMilliseconds)));
+    const auto seconds = secondsFrom(text);
+    if (seconds && seconds->count() > 0)
+        return seconds;
     session.fail(ExitCode::wrongUse, "--timeout is not a number of seconds: " + text, "Try --timeout 5");
     return std::nullopt;
 }
 
-std::string secondsText(std::chrono::milliseconds limit) {
+std::optional<std::chrono::milliseconds> secondsFrom(const std::string& text) {
+    constexpr double kDay = 86400;
     constexpr double kMilliseconds = 1000;
-    char text[32];
-    std::snprintf(text, sizeof text, "%g s", static_cast<double>(limit.count()) / kMilliseconds);
-    return text;
+    char* end = nullptr;
+    const double seconds = std::strtod(text.c_str(), &end);
+    if (text.empty() || *end != '\0' || !(seconds >= 0 && seconds <= kDay))
+        return std::nullopt;
+    return std::chrono::milliseconds(static_cast<long>(std::ceil(seconds * kMilliseconds)));
 }
 
 std::optional<model::Pairs> takePairs(const Session& session, const std::vector<std::string>& texts,

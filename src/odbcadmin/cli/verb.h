@@ -34,7 +34,9 @@ struct Complete {
     static constexpr const char* driver = "DRIVER";
     static constexpr const char* dsnOrDriver = "NAME";
     static constexpr const char* translator = "TRANSLATOR";
-    static constexpr const char* keysOfDsn = "KEY";                    // of the data source in the first operand
+    static constexpr const char* keysOfDsn = "KEY";               // of the data source in the first operand
+    static constexpr const char* keysOfDriver = "KEY OF DRIVER";  // of the driver in the first operand
+    static constexpr const char* keysOfTranslator = "KEY OF TRANSLATOR";
     static constexpr const char* sections = "SECTION";                 // of the file in the first operand
     static constexpr const char* keysOfSection = "KEY OF SECTION";     // of that file, in that of the second operand
     static constexpr const char* scope = "SCOPE";                      // user or system
@@ -120,8 +122,8 @@ Verb addVerb(CLI::App& app, Session& session, const std::string& name, const cha
 std::optional<std::chrono::milliseconds> timeLimit(const Session& session, const Line& line,
                                                    std::chrono::milliseconds otherwise);
 
-// "30 s", "0.5 s".
-std::string secondsText(std::chrono::milliseconds limit);
+// A number of seconds from 0, also with a fraction, to a day; nothing for any other text.
+std::optional<std::chrono::milliseconds> secondsFrom(const std::string& text);
 
 // Takes KEY=VALUE operands apart, each at its first "="; keys in reserved are refused. Nothing after it said what is
 // wrong with one: that is wrong use.

@@ -6,19 +6,33 @@
 
 #include <utility>
 
-#include "odbcadmin/assist/help.h"
+#include "odbcadmin/assist/lists.h"
+#include "odbcadmin/assist/worker.h"
+#include "odbcadmin/desktop/scale.h"
+#include "odbcadmin/desktop/toolkit.h"
 
 namespace jx::desktop {
 
+namespace {
+
+std::pair<std::string, unsigned short> nameOf(HWND dialog) {
+    JxwDialogInfo info{};
+    if (JXW_GetDialogInfo(dialog, &info) == 0)
+        return {};
+    return {info.module, info.templateId};
+}
+
+}  // namespace
+
 DesktopScreen* DesktopScreen::current_ = nullptr;
 
-DesktopScreen::DesktopScreen() {
+DesktopScreen::DesktopScreen(NoteWorker noteWorker) : noteWorker_(std::move(noteWorker)) {
     current_ = this;
     Fl::event_dispatch(dispatch);
     JxwScreen table{};
     table.context = this;
     table.opened = [](void* context, HWND dialog) { self(context).opened(dialog); };
-    table.closed = [](void* context, HWND dialog) { self(context).windows_.erase(dialog); };
+    table.closed = [](void* context, HWND dialog) { self(context).closed(dialog); };
     table.wait = [](void* context, HWND dialog) { return self(context).wait(dialog); };
     table.messageBox = [](void* context, HWND /*owner*/, const char* text, const char* title, unsigned int style) {
         return self(context).ask(text, title, style);
@@ -37,40 +51,75 @@ DialogWindow* DesktopScreen::front() {
     return windows_.empty() ? nullptr : windows_.rbegin()->second.get();
 }
 
+std::vector<KeyOffer> DesktopScreen::offers(HWND dialog) {
+    std::vector<KeyOffer> offers;
+    for (const assist::FunctionKey& key : assistant_.functionKeys(dialog))
+        offers.push_back({"F" + std::to_string(key.number), key.label});
+    return offers;
+}
+
 void DesktopScreen::opened(HWND dialog) {
-    auto window = std::make_unique<DialogWindow>(
-        dialog, [this](std::function<void()> action) { actions_.push_back(std::move(action)); },
-        [this](const std::string& what) { work(what); }, [this] { cancelled_ = true; });
-    if (DialogWindow* owner = front())
-        window->position(owner->x() + 24, owner->y() + 24);
-    else
-        window->position((Fl::w() - window->w()) / 2, (Fl::h() - window->h()) / 3);
-    window->set_modal();
+    ScreenCalls calls{[this](std::function<void()> action) { actions_.push_back(std::move(action)); },
+                      [this](const std::string& what) { work(what); }, [this] { cancelled_ = true; },
+                      [this, dialog](std::size_t place) { press(dialog, assistant_.functionKeys(dialog).at(place)); }};
+    auto window = std::make_unique<DialogWindow>(dialog, std::move(calls), offers(dialog));
+    const auto size = sizes_.find(nameOf(dialog));
+    if (size != sizes_.end())
+        window->size(size->second.width, size->second.height);
+    if (const DialogWindow* owner = front()) {
+        standOnScreen(*window, owner->x() + scaled(24), owner->y() + scaled(24));
+        window->set_modal();
+    } else {
+        standOnScreen(*window, (Fl::w() - window->w()) / 2, (Fl::h() - window->h()) / 3);
+    }
     window->show();
     windows_[dialog] = std::move(window);
     assistant_.opened(dialog);
 }
 
+void DesktopScreen::closed(HWND dialog) {
+    const auto window = windows_.find(dialog);
+    if (window == windows_.end())
+        return;
+    if (window->second->wasResized())
+        sizes_[nameOf(dialog)] = {window->second->w(), window->second->h()};
+    windows_.erase(window);
+}
+
 void DesktopScreen::carryOut(const std::function<void()>& action) {
     assistant_.beforeAction();
     cancelled_ = false;
+    const std::string outer = worker_;
     selections_.around([&] {
         action();
+        setWorker(outer);
         if (selections_.isInCommand())
             dropTyped();
     });
-    if (message_ == nullptr && front() != nullptr)
+    if (message_ == nullptr)
+        showIdle();
+}
+
+// Nothing works any more, or until the user has answered.
+void DesktopScreen::showIdle() {
+    for (const auto& [handle, window] : windows_)
+        window->sync();
+    if (front() != nullptr)
         front()->cursor(FL_CURSOR_DEFAULT);
 }
 
 int DesktopScreen::wait(HWND dialog) {
     inFront_ = dialog;
+    constexpr double kGlance = 1;
     while (actions_.empty()) {
+        tell(dialog, assist::noticeChange(dialog));
+        windows_.at(dialog)->offerKeys(offers(dialog));
         // A button that is held down shows what it would become; it is left alone until it is let go.
         for (const auto& [handle, window] : windows_)
             if (Fl::pushed() == nullptr)
                 window->sync();
-        if (Fl::wait() < 0 || Fl::first_window() == nullptr)
+        typedAhead_.handBack();
+        if (Fl::wait(kGlance) < 0 || Fl::first_window() == nullptr)
             return 0;
         const auto window = windows_.find(dialog);
         if (window != windows_.end() && actions_.empty())
@@ -78,12 +127,17 @@ int DesktopScreen::wait(HWND dialog) {
     }
     const std::function<void()> action = std::move(actions_.front());
     actions_.pop_front();
-    carryOut(action);
+    // What was meant for rows that are not there any more is not done.
+    if (const std::string changed = assist::noticeChange(dialog); changed.empty())
+        carryOut(action);
+    else
+        tell(dialog, changed);
     return 1;
 }
 
-// Keys and presses that came while a library worked were meant for what was seen then.
+// Keys and presses that came while a library worked, or before a question was there, were meant for what was seen then.
 void DesktopScreen::dropTyped() {
+    typedAhead_.drop();
     isDropping_ = true;
     while (Fl::ready() != 0)
         Fl::check();
@@ -95,8 +149,10 @@ unsigned int DesktopScreen::ask(const char* text, const char* title, unsigned in
         return IDOK;
     std::unique_ptr<MessageWindow> before = std::move(message_);
     message_ = std::make_unique<MessageWindow>(assistant_.boxText(text), title, style);
+    showIdle();
     if (const DialogWindow* owner = front())
-        message_->position(owner->x() + 40, owner->y() + 60);
+        standOnScreen(*message_, owner->x() + scaled(40), owner->y() + scaled(60));
+    dropTyped();
     message_->open();
     while (!message_->answer() && Fl::wait() >= 0) {
     }
@@ -106,11 +162,20 @@ unsigned int DesktopScreen::ask(const char* text, const char* title, unsigned in
     return answer;
 }
 
+void DesktopScreen::setWorker(const std::string& worker) {
+    if (worker != worker_)
+        noteWorker_(worker);
+    worker_ = worker;
+}
+
 void DesktopScreen::work(const std::string& what) {
     DialogWindow* window = front();
     if (window == nullptr)
         return;
     selections_.begin(window->dialog());
+    const std::string worker = assist::workerOf(window->dialog());
+    if (!worker.empty())
+        setWorker(worker);
     window->tell("Working" + (what.empty() ? "" : " on " + what.substr(0, what.find("..."))) + ". Please wait.");
     window->cursor(FL_CURSOR_WAIT);
     Fl::flush();
@@ -124,24 +189,35 @@ void DesktopScreen::setCursor(unsigned int cursor) {
     }
 }
 
+void DesktopScreen::tell(HWND dialog, const std::string& text) {
+    const auto window = windows_.find(dialog);
+    if (!text.empty() && window != windows_.end())
+        window->second->tell(text);
+}
+
+void DesktopScreen::press(HWND dialog, const assist::FunctionKey& key) {
+    actions_.emplace_back([this, dialog, key] {
+        if (!key.working.empty())
+            work(key.working);
+        tell(dialog, key.press(dialog));
+    });
+}
+
 bool DesktopScreen::takeKey(Fl_Window* window) {
     const int key = Fl::event_key();
+    const auto state = static_cast<unsigned int>(Fl::event_state());
     if (message_ != nullptr)
-        return message_->takeKey(key);
+        return message_->takeKey(key, state);
     auto* dialog = dynamic_cast<DialogWindow*>(window);
     if (dialog == nullptr || dialog->dialog() != inFront_)
         return false;
-    const HWND handle = inFront_;
-    if (key == FL_F + 1)
-        actions_.emplace_back([handle] {
-            guiMessageBox(handle, reinterpret_cast<const unsigned char*>(assist::helpOnAll(handle).c_str()),
-                          reinterpret_cast<const unsigned char*>("Help"), MB_OK);
-        });
-    else if (key == FL_F + 2)
-        actions_.emplace_back([this, handle] { assistant_.registerDriver(handle); });
-    else
-        return dialog->takeKey(key, static_cast<unsigned int>(Fl::event_state()));
-    return true;
+    for (const assist::FunctionKey& each : assistant_.functionKeys(inFront_)) {
+        if (key == FL_F + each.number) {
+            press(inFront_, each);
+            return true;
+        }
+    }
+    return dialog->takeKey(key, state);
 }
 
 // Keys that every dialog knows go before the widgets' own.

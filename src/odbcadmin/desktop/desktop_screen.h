@@ -8,11 +8,15 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "odbcadmin/assist/assistant.h"
 #include "odbcadmin/assist/selection.h"
 #include "odbcadmin/desktop/dialog_window.h"
 #include "odbcadmin/desktop/message_window.h"
+#include "odbcadmin/desktop/typed_ahead.h"
+#include "odbcadmin/desktop/watch.h"
 
 namespace jx::desktop {
 
@@ -20,7 +24,8 @@ namespace jx::desktop {
 // while the toolkit calls and carried out after that, so no window goes while a widget of it is at work.
 class DesktopScreen {
 public:
-    DesktopScreen();
+    // noteWorker hears whose code runs.
+    explicit DesktopScreen(NoteWorker noteWorker);
     ~DesktopScreen();
     DesktopScreen(const DesktopScreen&) = delete;
     DesktopScreen& operator=(const DesktopScreen&) = delete;
@@ -29,20 +34,37 @@ private:
     static DesktopScreen& self(void* context) { return *static_cast<DesktopScreen*>(context); }
     static int dispatch(int event, Fl_Window* window);
 
+    std::vector<KeyOffer> offers(HWND dialog);
+
+    // What the user made of a dialog's window, for the next time it opens.
+    using DialogName = std::pair<std::string, unsigned short>;
+    struct Size {
+        int width, height;
+    };
+
     void opened(HWND dialog);
+    void closed(HWND dialog);
     int wait(HWND dialog);
     unsigned int ask(const char* text, const char* title, unsigned int style);
     void setCursor(unsigned int cursor);
+    void setWorker(const std::string& worker);
     void work(const std::string& what);
+    void showIdle();
     void dropTyped();
     void carryOut(const std::function<void()>& action);
     bool takeKey(Fl_Window* window);
+    void press(HWND dialog, const assist::FunctionKey& key);
+    void tell(HWND dialog, const std::string& text);
     DialogWindow* front();
 
     std::map<HWND, std::unique_ptr<DialogWindow>> windows_;
+    std::map<DialogName, Size> sizes_;
     std::unique_ptr<MessageWindow> message_;
     std::deque<std::function<void()>> actions_;
+    TypedAhead typedAhead_{[this] { return !actions_.empty(); }};
     assist::Assistant assistant_;
+    NoteWorker noteWorker_;
+    std::string worker_;
     HWND inFront_ = 0;
     assist::SelectionKeeper selections_;
     bool isDropping_ = false;

@@ -3,68 +3,54 @@
 
 #include <FL/Fl.H>
 #include <FL/Fl_Button.H>
-#include <FL/Fl_Check_Button.H>
-#include <FL/Fl_Hold_Browser.H>
 #include <FL/Fl_Input.H>
-#include <FL/Fl_Return_Button.H>
-#include <FL/Fl_Round_Button.H>
-#include <FL/Fl_Secret_Input.H>
 
 #include <algorithm>
 #include <chrono>
 #include <cstring>
 
 #include "odbcadmin/assist/help.h"
+#include "odbcadmin/assist/path_completion.h"
+#include "odbcadmin/desktop/scale.h"
+#include "odbcadmin/desktop/toolkit.h"
 
 namespace jx::desktop {
 
 namespace {
 
-constexpr int kDots = 2;  // to a dialog unit
 constexpr int kHelpHeight = 58;
-constexpr int kLeastHeight = 18;
+constexpr int kLowHelpHeight = 32;
+constexpr int kHelpMargin = 8;
+constexpr int kHelpTextSize = 12;
+constexpr int kLeastWindow = 200;
+
+// A window opens at this share of the screen's height at most when its list is long.
+constexpr double kShareForList = 0.8;
 
 long now() {
     using namespace std::chrono;
     return static_cast<long>(duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
 }
 
-bool isClick(const JxwControlInfo& control) {
-    return control.kind == JXW_CHECKBOX || control.kind == JXW_RADIO;
-}
-
-Fl_Widget* newWidget(const JxwControlInfo& control, int x, int y, int width, int height) {
-    switch (control.kind) {
-        case JXW_EDIT:
-            return (control.flags & JXW_PASSWORD) != 0 ? new Fl_Secret_Input(x, y, width, height)
-                                                       : new Fl_Input(x, y, width, height);
-        case JXW_BUTTON:
-            return (control.flags & JXW_DEFAULT) != 0 ? new Fl_Return_Button(x, y, width, height)
-                                                      : new Fl_Button(x, y, width, height);
-        case JXW_CHECKBOX:
-            return new Fl_Check_Button(x, y, width, height);
-        case JXW_RADIO:
-            return new Fl_Round_Button(x, y, width, height);
-        case JXW_LISTBOX:
-            return new Fl_Hold_Browser(x, y, width, height);
+// The row that a key leads to; -1 for a key that leads to none.
+int rowFor(int key, const JxwControlInfo& list, int rowsShown) {
+    const int page = std::max(1, rowsShown - 1);
+    const int last = list.rowCount - 1;
+    switch (key) {
+        case FL_Up:
+            return std::max(list.selection - 1, 0);
+        case FL_Down:
+            return std::min(list.selection + 1, last);
+        case FL_Page_Up:
+            return std::max(list.selection - page, 0);
+        case FL_Page_Down:
+            return std::min(std::max(list.selection, 0) + page, last);
+        case FL_Home:
+            return 0;
+        case FL_End:
+            return last;
         default:
-            return new Fl_Box(x, y, width, height);
-    }
-}
-
-void dress(Fl_Widget& widget, const JxwControlInfo& control) {
-    if (control.kind == JXW_GROUPBOX) {
-        widget.box(FL_ENGRAVED_FRAME);
-        widget.align(FL_ALIGN_TOP_LEFT | FL_ALIGN_INSIDE);
-    } else if (control.kind == JXW_LABEL) {
-        widget.align(FL_ALIGN_LEFT | FL_ALIGN_INSIDE | FL_ALIGN_WRAP);
-    } else if (control.kind == JXW_EDIT) {
-        widget.when(FL_WHEN_CHANGED);
-    } else if (control.kind == JXW_LISTBOX) {
-        auto& list = static_cast<Fl_Hold_Browser&>(widget);
-        list.format_char(0);
-        list.column_char(0);
-        list.when(FL_WHEN_RELEASE | FL_WHEN_NOT_CHANGED);
+            return -1;
     }
 }
 
@@ -75,53 +61,135 @@ void setEnabled(Fl_Widget& widget, bool enabled) {
 
 }  // namespace
 
-std::string asLabel(const std::string& text) {
-    std::string label;
-    for (const char each : text)
-        label.append(each == '@' ? 2 : 1, each);
-    return label;
-}
-
-DialogWindow::DialogWindow(HWND dialog, Actions add, std::function<void(const std::string&)> working,
-                           std::function<void()> cancelling)
-    : Fl_Double_Window(100, 100),
-      dialog_(dialog),
-      add_(std::move(add)),
-      working_(std::move(working)),
-      cancelling_(std::move(cancelling)) {
+DialogWindow::DialogWindow(HWND dialog, ScreenCalls calls, const std::vector<KeyOffer>& keys)
+    : Fl_Double_Window(100, 100), dialog_(dialog), calls_(std::move(calls)) {
     JxwDialogInfo info{};
     JXW_GetDialogInfo(dialog, &info);
-    size(info.width * kDots, info.height * kDots + kHelpHeight);
-    widgets_.resize(static_cast<std::size_t>(std::max(info.controlCount, 0)));
-    labels_.resize(widgets_.size());
+    scroll_ = new Fl_Scroll(0, 0, 0, 0);
+    scroll_->box(FL_FLAT_BOX);
+    ground_ = new Fl_Box(0, 0, 0, 0);
+    makeWidgets(info);
+    scroll_->end();
+    resizable(scroll_);
+    help_ = new Fl_Box(0, 0, 0, 0);
+    help_->align(FL_ALIGN_LEFT | FL_ALIGN_TOP | FL_ALIGN_INSIDE | FL_ALIGN_WRAP | FL_ALIGN_CLIP);
+    help_->labelsize(scaled(kHelpTextSize));
+    keys_ = new KeyBar(calls_.keyPressed);
+    end();
+    keys_->offer(keys);
+    callback([](Fl_Widget* widget, void* /*data*/) {
+        auto* window = static_cast<DialogWindow*>(widget);
+        window->calls_.add([handle = window->dialog_] { JXW_UserKey(handle, JXW_KEY_CLOSE); });
+    });
+    chooseSize(dots(info.width), dots(info.height));
+    sync();
+}
+
+void DialogWindow::makeWidgets(const JxwDialogInfo& info) {
+    const auto count = static_cast<std::size_t>(std::max(info.controlCount, 0));
+    widgets_.resize(count);
+    labels_.resize(count);
+    std::vector<Part> parts(count);
     // Frames first: what stands in them is drawn above.
     for (const bool frames : {true, false}) {
         for (int index = 0; index < info.controlCount; ++index) {
             JxwControlInfo control{};
-            JXW_GetControlInfo(dialog, index, &control);
-            if ((control.kind == JXW_GROUPBOX) == frames)
-                widgets_[static_cast<std::size_t>(index)] = makeWidget(index, control);
+            JXW_GetControlInfo(dialog_, index, &control);
+            if ((control.kind == JXW_GROUPBOX) != frames)
+                continue;
+            widgets_[static_cast<std::size_t>(index)] = makeWidget(index, control);
+            parts[static_cast<std::size_t>(index)] = partOf(control);
         }
     }
-    help_ = new Fl_Box(8, h() - kHelpHeight, w() - 16, kHelpHeight);
-    help_->align(FL_ALIGN_LEFT | FL_ALIGN_INSIDE | FL_ALIGN_WRAP);
-    help_->labelsize(12);
-    end();
-    callback([](Fl_Widget* widget, void* /*data*/) {
-        auto* window = static_cast<DialogWindow*>(widget);
-        window->add_([handle = window->dialog_] { JXW_UserKey(handle, JXW_KEY_CLOSE); });
-    });
-    sync();
+    alignLabels(parts);
+    placement_ = std::make_unique<Placement>(std::move(parts), dots(info.width), dots(info.height));
 }
 
 Fl_Widget* DialogWindow::makeWidget(int index, const JxwControlInfo& control) {
-    const int height = std::max(control.height * kDots, kLeastHeight);
-    Fl_Widget* widget = newWidget(control, control.x * kDots, control.y * kDots, control.width * kDots, height);
-    dress(*widget, control);
-    if (isClick(control) || control.kind == JXW_BUTTON || control.kind == JXW_EDIT || control.kind == JXW_LISTBOX)
+    Fl_Widget* widget = newWidget(control);
+    if (isActedOn(control))
         // NOLINTNEXTLINE(performance-no-int-to-ptr): callbacks carry numbers so
         widget->callback(heard, reinterpret_cast<void*>(static_cast<intptr_t>(index)));
     return widget;
+}
+
+void DialogWindow::chooseSize(int width, int height) {
+    const Place screen = workArea();
+    const int mostWidth = screen.width;
+    const int mostHeight = screen.height;
+    const int below = scaled(kHelpHeight) + keys_->heightFor(std::min(width, mostWidth));
+    int rowsHidden = 0;
+    JxwControlInfo control{};
+    for (int index = 0; JXW_GetControlInfo(dialog_, index, &control) != 0; ++index)
+        if (control.kind == JXW_LISTBOX)
+            rowsHidden = std::max(rowsHidden, control.rowCount * (FL_NORMAL_SIZE + scaled(4)) - dots(control.height));
+    const int roomForRows = std::max(0, static_cast<int>(mostHeight * kShareForList) - height - below);
+    const int wanted = height + below + std::min(rowsHidden, roomForRows);
+    // A scroll bar at the side does not cover what is there.
+    const int bar = wanted > mostHeight ? Fl::scrollbar_size() : 0;
+    size_range(std::min(scaled(kLeastWindow), mostWidth), std::min(below + scaled(kLeastWindow) / 2, mostHeight),
+               placement_->growsSideways() ? 0 : width + bar, placement_->growsDown() ? 0 : height + below);
+    openedWidth_ = std::min(width + bar, mostWidth);
+    openedHeight_ = std::min(wanted, mostHeight);
+    size(openedWidth_, openedHeight_);
+}
+
+void DialogWindow::resize(int x, int y, int width, int height) {
+    const bool isOther = width != w() || height != h();
+    Fl_Double_Window::resize(x, y, width, height);
+    if (isOther && keys_ != nullptr)
+        layOut();
+}
+
+void DialogWindow::layOut() {
+    const int bar = keys_->heightFor(w());
+    // Where the controls do not fit, they need the room more than the help's third and fourth line do.
+    const bool isLow = h() - bar - scaled(kHelpHeight) < placement_->leastHeight();
+    const int help = std::clamp(h() - bar, 0, scaled(isLow ? kLowHelpHeight : kHelpHeight));
+    const int margin = scaled(kHelpMargin);
+    scroll_->resize(0, 0, w(), std::max(0, h() - bar - help));
+    help_->resize(margin, h() - bar - help, w() - 2 * margin, help);
+    keys_->resize(0, h() - bar, w(), bar);
+    placeControls();
+    init_sizes();
+    revealed_ = -1;
+    redraw();
+}
+
+void DialogWindow::placeControls() {
+    const int bar = Fl::scrollbar_size();
+    const bool isLow = scroll_->h() < placement_->leastHeight();
+    const bool isNarrow = scroll_->w() - (isLow ? bar : 0) < placement_->leastWidth();
+    const int width = std::max(placement_->leastWidth(), scroll_->w() - (isLow ? bar : 0));
+    const int height = std::max(placement_->leastHeight(), scroll_->h() - (isNarrow ? bar : 0));
+    const std::vector<Place> places = placement_->at(width, height);
+    scroll_->scroll_to(0, 0);
+    ground_->resize(0, 0, width, height);
+    for (std::size_t index = 0; index < places.size(); ++index) {
+        const Place& place = places[index];
+        widgets_[index]->resize(place.x, place.y, place.width, place.height);
+        if (auto* list = dynamic_cast<RowList*>(widgets_[index]))
+            list->revealChosen();
+    }
+}
+
+// Scrolls as far as needed to show a widget, its begin above all.
+void DialogWindow::reveal(const Fl_Widget& widget) {
+    const auto missing = [](int at, int length, int room) {
+        return at < 0 ? at : std::clamp(at + length - room, 0, at);
+    };
+    const int bar = Fl::scrollbar_size();
+    const int width = scroll_->w() - (ground_->h() > scroll_->h() ? bar : 0);
+    const int height = scroll_->h() - (ground_->w() > scroll_->w() ? bar : 0);
+    const int right = missing(widget.x(), widget.w(), width);
+    const int down = missing(widget.y(), widget.h(), height);
+    if (right != 0 || down != 0)
+        scroll_->scroll_to(scroll_->xposition() + right, scroll_->yposition() + down);
+}
+
+void DialogWindow::offerKeys(const std::vector<KeyOffer>& keys) {
+    if (keys_->offer(keys))
+        layOut();
 }
 
 void DialogWindow::heard(Fl_Widget* widget, void* data) {
@@ -132,21 +200,23 @@ void DialogWindow::heard(Fl_Widget* widget, void* data) {
 
 void DialogWindow::press(const JxwControlInfo& button) {
     const bool leaves = button.id == IDCANCEL || (button.flags & JXW_CLOSE) != 0;
-    add_([this, id = button.id, leaves, handle = dialog_, caption = assist::withoutAccessKey(button.text)] {
+    calls_.add([this, id = button.id, leaves, handle = dialog_, caption = assist::withoutAccessKey(button.text)] {
         if (!leaves)
-            working_(caption);
+            calls_.working(caption);
         if (id == IDCANCEL)
-            cancelling_();
+            calls_.cancelling();
         JXW_UserCommand(handle, id);
     });
 }
 
 void DialogWindow::hearList(int index, unsigned short id) {
-    const auto* list = static_cast<Fl_Hold_Browser*>(widgets_[static_cast<std::size_t>(index)]);
-    const int row = list->value() - 1;
+    const int row = listAt(index).value() - 1;
+    // A click below the last row chooses nothing else.
+    if (row < 0)
+        return;
     const bool isDouble = Fl::event() == FL_RELEASE && Fl::event_clicks() != 0;
-    add_([id, row, isDouble, handle = dialog_] {
-        if (isDouble && row >= 0)
+    calls_.add([id, row, isDouble, handle = dialog_] {
+        if (isDouble)
             JXW_UserDoubleClick(handle, id, row);
         else
             JXW_UserSelect(handle, id, row);
@@ -163,16 +233,16 @@ void DialogWindow::hear(int index) {
     else if (control.kind == JXW_LISTBOX)
         hearList(index, control.id);
     else if (control.kind == JXW_EDIT)
-        add_([id = control.id, handle = dialog_,
-              text = std::string(static_cast<Fl_Input*>(widgets_[static_cast<std::size_t>(index)])->value())] {
+        calls_.add([id = control.id, handle = dialog_,
+                    text = std::string(static_cast<Fl_Input*>(widgets_[static_cast<std::size_t>(index)])->value())] {
             JXW_UserEdit(handle, id, text.c_str());
         });
     else
-        add_([id = control.id, handle = dialog_] { JXW_UserCheck(handle, id); });
+        calls_.add([id = control.id, handle = dialog_] { JXW_UserCheck(handle, id); });
 }
 
 void DialogWindow::syncList(int index, const JxwControlInfo& control) {
-    auto& list = *static_cast<Fl_Hold_Browser*>(widgets_[static_cast<std::size_t>(index)]);
+    RowList& list = listAt(index);
     bool isSame = list.size() == control.rowCount;
     for (int row = 0; isSame && row < control.rowCount; ++row)
         isSame = std::strcmp(list.text(row + 1), JXW_GetRow(dialog_, index, row)) == 0;
@@ -183,8 +253,7 @@ void DialogWindow::syncList(int index, const JxwControlInfo& control) {
     }
     if (list.value() != control.selection + 1) {
         list.value(control.selection + 1);
-        if (control.selection >= 0)
-            list.make_visible(control.selection + 1);
+        list.revealChosen();
     }
 }
 
@@ -201,24 +270,23 @@ void DialogWindow::syncWidget(int index, const JxwControlInfo& control) {
             field.value(control.text);
         return;
     }
-    if (isClick(control))
+    if (isTurned(control))
         static_cast<Fl_Button&>(widget).value(control.checked != 0 ? 1 : 0);
     std::string& label = labels_[static_cast<std::size_t>(index)];
     if (label == control.text)
         return;
     label = control.text;
-    // Fixed texts show no access key here: it is drawn by those that take one.
-    const bool isText = control.kind == JXW_LABEL || control.kind == JXW_GROUPBOX;
-    widget.copy_label(asLabel(isText ? assist::shownText(control) : label).c_str());
-    redraw();
+    widget.copy_label(labelOf(control).c_str());
+    scroll_->redraw();
 }
 
 void DialogWindow::sync() {
     JxwDialogInfo info{};
     if (JXW_GetDialogInfo(dialog_, &info) == 0)
         return;
-    if (label() == nullptr || std::strcmp(label(), info.title) != 0)
-        copy_label(info.title);
+    const std::string title = titleOf(info.title);
+    if (label() == nullptr || label() != title)
+        copy_label(title.c_str());
     for (int index = 0; index < info.controlCount; ++index) {
         JxwControlInfo control{};
         if (JXW_GetControlInfo(dialog_, index, &control) != 0)
@@ -226,9 +294,20 @@ void DialogWindow::sync() {
     }
     if (info.active != 0 && info.focus >= 0 && focusedIndex() != info.focus)
         widgets_[static_cast<std::size_t>(info.focus)]->take_focus();
+    if (info.focus >= 0 && info.focus != revealed_) {
+        revealed_ = info.focus;
+        reveal(*widgets_[static_cast<std::size_t>(info.focus)]);
+    }
     if (!told_)
-        showHelp(assist::headingOf(dialog_) + "\n" + assist::helpOn(dialog_, info.focus) +
-                 "  F1: help, F2: new driver");
+        showHelp(assist::headingOf(dialog_) + positionIn(info.focus) + "\n" + assist::helpOn(dialog_, info.focus));
+}
+
+// "   12 of 146" for a list with a selected row.
+std::string DialogWindow::positionIn(int index) const {
+    JxwControlInfo list{};
+    if (JXW_GetControlInfo(dialog_, index, &list) == 0 || list.kind != JXW_LISTBOX || list.selection < 0)
+        return {};
+    return "   " + std::to_string(list.selection + 1) + " of " + std::to_string(list.rowCount);
 }
 
 // Only what changes is set: each setting brings an event that leads back here.
@@ -281,29 +360,7 @@ void DialogWindow::pressAccessKey(int key) {
     else if (control.kind == JXW_BUTTON)
         press(control);
     else
-        add_([key, handle = dialog_] { JXW_UserAccessKey(handle, key); });
-}
-
-// The row that a key leads to; -1 for a key that leads to none.
-int DialogWindow::rowFor(int key, const JxwControlInfo& list, const Fl_Browser_& widget) {
-    const int page = std::max(1, widget.h() / std::max(1, widget.textsize() + 4) - 1);
-    const int last = list.rowCount - 1;
-    switch (key) {
-        case FL_Up:
-            return std::max(list.selection - 1, 0);
-        case FL_Down:
-            return std::min(list.selection + 1, last);
-        case FL_Page_Up:
-            return std::max(list.selection - page, 0);
-        case FL_Page_Down:
-            return std::min(std::max(list.selection, 0) + page, last);
-        case FL_Home:
-            return 0;
-        case FL_End:
-            return last;
-        default:
-            return -1;
-    }
+        calls_.add([key, handle = dialog_] { JXW_UserAccessKey(handle, key); });
 }
 
 // On a list with rows keys choose a row, letters search one, and nothing presses a button: without this the toolkit
@@ -318,23 +375,24 @@ bool DialogWindow::takeListKey(int key, unsigned int state) {
         search_.close();
         return true;
     }
-    const auto& widget = static_cast<const Fl_Browser_&>(*widgets_[static_cast<std::size_t>(index)]);
-    const int row = rowFor(key, list, widget);
+    const int row = rowFor(key, list, listAt(index).rowsShown());
     if (row >= 0) {
         search_.close();
-        add_([handle = dialog_, id = list.id, row] { JXW_UserSelect(handle, id, row); });
+        calls_.add([handle = dialog_, id = list.id, row] { JXW_UserSelect(handle, id, row); });
         return true;
     }
     if (key == FL_BackSpace && search_.isOpen(list)) {
-        tell(search_.takeBack(dialog_, index, list));
+        calls_.add([this, index, list] { tell(search_.takeBack(dialog_, index, list)); });
         return true;
     }
     const std::string text(Fl::event_text(), static_cast<std::size_t>(Fl::event_length()));
     if (text.empty() || static_cast<unsigned char>(text[0]) < ' ' || text[0] == '\x7f')
         return false;
-    const std::string said = search_.type(dialog_, index, list, text, now());
-    if (!said.empty())
-        tell(said);
+    calls_.add([this, index, list, text, time = now()] {
+        const std::string said = search_.type(dialog_, index, list, text, time);
+        if (!said.empty())
+            tell(said);
+    });
     return true;
 }
 
@@ -355,12 +413,13 @@ bool DialogWindow::takeKey(int key, unsigned int state) {
         meaning = (state & FL_SHIFT) != 0 ? JXW_KEY_PREVIOUS : JXW_KEY_NEXT;
     if (meaning == 0)
         return false;
-    add_([this, meaning, handle = dialog_] {
+    calls_.add([this, meaning, handle = dialog_] {
         if (meaning == JXW_KEY_ESCAPE)
-            cancelling_();
+            calls_.cancelling();
         if (meaning == JXW_KEY_ENTER)
-            working_("");
-        JXW_UserKey(handle, meaning);
+            calls_.working("");
+        if (meaning != JXW_KEY_NEXT || !assist::completePath(handle))
+            JXW_UserKey(handle, meaning);
     });
     return true;
 }

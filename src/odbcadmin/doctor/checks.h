@@ -46,6 +46,7 @@ inline constexpr Check kDuplicateSection{"syntax.duplicate-section", warning};
 inline constexpr Check kDuplicateKey{"syntax.duplicate-key", warning};
 inline constexpr Check kKeyOutside{"syntax.key-before-section", error};
 inline constexpr Check kNoEquals{"syntax.no-equals", warning};
+inline constexpr Check kUtf16{"syntax.utf-16", error};
 inline constexpr Check kNoKey{"syntax.no-key", error};
 inline constexpr Check kUnclosed{"syntax.unclosed-bracket", error};
 
@@ -59,6 +60,7 @@ inline constexpr Check kRelativePath{"names.relative-path", warning};
 inline constexpr Check kQuotedPath{"names.quoted-path", error};
 inline constexpr Check kUnexpandedPath{"names.unexpanded-path", error};
 inline constexpr Check kCommentInValue{"names.comment-in-value", error};
+inline constexpr Check kForeignPath{"names.foreign-path", error};
 inline constexpr Check kDriverByName{"names.driver-by-name", note};
 inline constexpr Check kStalePath{"names.stale-path", warning};
 inline constexpr Check kForbiddenCharacter{"names.forbidden-character", warning};
@@ -71,6 +73,10 @@ inline constexpr Check kSplit{"scopes.split", warning};
 inline constexpr Check kListedElsewhere{"scopes.listed-elsewhere", warning};
 inline constexpr Check kDriverOfUser{"scopes.driver-of-user", warning};
 inline constexpr Check kDriverOfSystem{"scopes.driver-of-system", note};
+
+// What the driver gets.
+inline constexpr Check kQuotedValue{"values.quoted", warning};
+inline constexpr Check kCommentBehindValue{"values.comment", warning};
 
 // Libraries.
 inline constexpr Check kLibraryMissing{"library.missing", error};

@@ -29,6 +29,13 @@ bool offers(const LibraryFile& file, LibraryRole role) {
     return file.state == LibraryFile::State::library && missingFunctions(role, file.functions).empty();
 }
 
+// Drivers have the word in their name, or lie in a directory of drivers or of one product.
+bool isLikely(const fs::path& path) {
+    const std::string directory = path.parent_path().string();
+    return path.filename().string().find("odbc") != std::string::npos || directory.ends_with("/odbc") ||
+           !(directory.starts_with("/lib") || directory.starts_with("/usr/lib"));
+}
+
 // "libsqlite3odbc.so.0.1" is called "sqlite3odbc".
 std::string plainName(const fs::path& path) {
     std::string name = path.filename().string();
@@ -94,12 +101,14 @@ std::vector<std::string> usualDriverDirectories(const LoaderPlaces& places) {
 
 std::vector<FoundDriver> scanForDrivers(const std::vector<std::string>& directories,
                                         const std::function<void(const std::string&)>& progress,
-                                        const std::function<void()>& waiting) {
+                                        const std::function<void()>& waiting, Candidates candidates) {
     ByRealPath libraries;
     for (const std::string& directory : directories) {
         progress("Reading " + directory);
         collect(directory, libraries, waiting);
     }
+    if (candidates == Candidates::likely)
+        std::erase_if(libraries, [](const auto& each) { return !isLikely(each.second); });
     std::vector<FoundDriver> drivers;
     for (const auto& [real, path] : libraries) {
         waiting();

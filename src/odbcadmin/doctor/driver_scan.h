@@ -19,12 +19,16 @@ struct FoundDriver {
 // below /opt. Only directories that are there.
 std::vector<std::string> usualDriverDirectories(const LoaderPlaces& places);
 
+// Which libraries are looked into. A directory of the loader holds a thousand and more: those whose name says that they
+// could be a driver take a tenth of the time.
+enum class Candidates { all, likely };
+
 // The drivers among the shared libraries of the directories, not of those below them, for this system; sorted by path.
 // A library with several names is found once. Nothing is loaded. progress is told before each directory is read, and
 // waiting called before each file.
 std::vector<FoundDriver> scanForDrivers(
     const std::vector<std::string>& directories,
     const std::function<void(const std::string&)>& progress = [](const std::string&) {},
-    const std::function<void()>& waiting = [] {});
+    const std::function<void()>& waiting = [] {}, Candidates candidates = Candidates::all);
 
 }  // namespace jx::doctor

@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <cstdint>
 #include <cstdlib>
 #include <map>
 #include <utility>
@@ -15,6 +14,7 @@
 #include "odbcadmin/doctor/path_mistakes.h"
 #include "odbcadmin/doctor/scope_checks.h"
 #include "odbcadmin/doctor/syntax_checks.h"
+#include "odbcadmin/doctor/unclosed_headers.h"
 #include "odbcadmin/model/trace_settings.h"
 #include "rules/names.h"
 
@@ -29,6 +29,10 @@ using model::Registered;
 
 void append(Findings& findings, const Findings& more) {
     findings.insert(findings.end(), more.begin(), more.end());
+}
+
+bool holdsCheck(const Findings& findings, const Check& check) {
+    return std::any_of(findings.begin(), findings.end(), [&](const Finding& each) { return each.id == check.id; });
 }
 
 // The libraries of one run; one that several drivers share is loaded once.
@@ -61,11 +65,10 @@ public:
     }
 
 private:
-    // A mistake in the value says all; the file is then another one than meant.
+    // What the checks of names say of a mistake in the value says all; the file is then another one than meant.
     Findings checkValue(const std::string& subject, const model::Located& value, LibraryRole role) {
-        if (const auto mistake = mistakeIn(value.text))
-            return {found(*mistake->check, subject, value.where() + ": the value " + mistake->fact + ".",
-                          "Write " + mistake->meant + " there.")};
+        if (mistakeIn(value.text))
+            return {};
         const std::string found = value.text.find('/') != std::string::npos
                                       ? value.text
                                       : inDriverDirectories(value.text, options_.library.places);
@@ -76,56 +79,27 @@ private:
     std::map<std::pair<std::string, LibraryRole>, Findings> known_;
 };
 
-Findings checkTexts(const Configuration& configuration) {
-    Findings findings = checkFiles(model::configPlaces());
-    append(findings, checkVariables());
-    for (const FileKind kind : {FileKind::dataSources, FileKind::drivers})
-        for (const model::ConfigFile* file : configuration.files(kind))
-            append(findings, checkSyntax(file->path));
-    return findings;
+// Whether a finding follows from a header that is not closed: it is about the name that was meant, or begins with one
+// of the lines below the header, "PATH:LINE ...".
+bool follows(const Finding& finding, const UnclosedHeader& header) {
+    const std::string& subject = finding.subject;
+    const bool isLonger = subject.size() > header.name.size();
+    if (isLonger && header.means(subject.substr(subject.size() - header.name.size())))
+        return true;
+    if (finding.id == check::kDriverUnknown.id && finding.fact.find('"' + header.name + '"') != std::string::npos)
+        return true;
+    if (!finding.fact.starts_with(header.path + ":"))
+        return false;
+    const std::size_t line = std::strtoul(finding.fact.c_str() + header.path.size() + 1, nullptr, 10);
+    return line > header.line && line <= header.last;
 }
 
-// The lines below a header that is not closed, which were meant for another section than they are in.
-struct StrayLines {
-    std::string path, header;
-    std::size_t first, last;
-
-    // Whether a finding is about the section that was meant, or begins with one of the lines: "PATH:LINE ...".
-    bool cause(const Finding& finding) const {
-        const std::string name = finding.subject.substr(finding.subject.rfind(' ') + 1);
-        if (header.starts_with("\"[" + name))
-            return true;
-        if (!finding.fact.starts_with(path + ":"))
-            return false;
-        const std::size_t line = std::strtoul(finding.fact.c_str() + path.size() + 1, nullptr, 10);
-        return line >= first && line <= last;
-    }
-};
-
-std::vector<StrayLines> strayLines(const Findings& texts, const Configuration& configuration) {
-    std::vector<StrayLines> all;
-    for (const Finding& each : texts) {
-        if (each.id != check::kUnclosed.id)
-            continue;
-        const std::size_t colon = each.subject.rfind(':');
-        const std::size_t line = std::strtoul(each.subject.c_str() + colon + 1, nullptr, 10);
-        StrayLines stray{each.subject.substr(0, colon), each.fact.substr(each.fact.find('"')), line + 1, SIZE_MAX};
-        for (const FileKind kind : {FileKind::dataSources, FileKind::drivers})
-            for (const model::ConfigFile* file : configuration.files(kind))
-                for (const model::IniSection& section : file->view.sections())
-                    if (file->path == stray.path && section.line > line)
-                        stray.last = std::min(stray.last, section.line - 1);
-        all.push_back(stray);
-    }
-    return all;
-}
-
-// What follows from a header that is not closed is not said, and nothing is advised because of it: what was meant
-// cannot be known.
-Findings withoutFollowers(const Findings& names, const std::vector<StrayLines>& stray) {
+// What follows from a header that is not closed is not said, and nothing is advised because of it.
+Findings withoutFollowers(const Findings& names, const Configuration& configuration) {
+    const std::vector<UnclosedHeader> headers = unclosedHeaders(configuration);
     Findings kept;
     for (const Finding& each : names)
-        if (std::none_of(stray.begin(), stray.end(), [&](const StrayLines& lines) { return lines.cause(each); }))
+        if (std::none_of(headers.begin(), headers.end(), [&](const auto& header) { return follows(each, header); }))
             kept.push_back(each);
     return kept;
 }
@@ -162,10 +136,10 @@ Selection select(const Configuration& configuration, const std::vector<std::stri
     return selection;
 }
 
-Findings checkNames(const Selection& selection, const Configuration& configuration) {
+Findings checkNames(const Selection& selection, const Configuration& configuration, const std::string& systemFolder) {
     Findings findings;
     for (const DataSource& each : selection.dataSources) {
-        append(findings, checkDataSourceNames(each, configuration));
+        append(findings, checkDataSourceNames(each, configuration, systemFolder));
         append(findings, checkScopes(each, configuration));
     }
     for (const Registered& each : selection.drivers) {
@@ -198,18 +172,48 @@ Findings checkLibraries(const Selection& selection, const Configuration& configu
 
 }  // namespace
 
-Findings lint(const Configuration& configuration) {
+Findings checkTexts(const Configuration& configuration) {
+    Findings findings = checkFiles(model::configPlaces());
+    append(findings, checkVariables());
+    for (const FileKind kind : {FileKind::dataSources, FileKind::drivers})
+        for (const model::ConfigFile* file : configuration.files(kind))
+            append(findings, checkSyntaxOf(file->path, file->view));
+    return findings;
+}
+
+// What the names say, without what only follows from a header that is not closed.
+static void appendNames(Findings& findings, const Findings& names, const Configuration& configuration) {
+    append(findings, holdsCheck(findings, check::kUnclosed) ? withoutFollowers(names, configuration) : names);
+}
+
+// Files, lines and names.
+static Findings checkAllTexts(const Selection& selection, const Configuration& configuration,
+                              const std::string& systemFolder) {
     Findings findings = checkTexts(configuration);
-    append(findings,
-           withoutFollowers(checkNames(select(configuration, {}), configuration), strayLines(findings, configuration)));
+    appendNames(findings, checkNames(selection, configuration, systemFolder), configuration);
+    return findings;
+}
+
+Findings lint(const Configuration& configuration, const std::string& systemFolder) {
+    return checkAllTexts(select(configuration, {}), configuration, systemFolder);
+}
+
+Findings lintTexts(const Configuration& configuration, const std::string& systemFolder) {
+    Findings findings;
+    for (const FileKind kind : {FileKind::dataSources, FileKind::drivers})
+        for (const model::ConfigFile* file : configuration.files(kind))
+            append(findings, checkSyntaxOf(file->path, file->view));
+    appendNames(findings, checkNames(select(configuration, {}), configuration, systemFolder), configuration);
     return findings;
 }
 
 Findings examineDrivers(const std::vector<Registered>& drivers, const ExaminationOptions& options) {
     Libraries libraries(options);
     Findings findings;
-    for (const Registered& each : drivers)
+    for (const Registered& each : drivers) {
+        append(findings, checkLibraryKeys(each, model::kDriverKind));
         append(findings, libraries.check(each, model::kDriverKind));
+    }
     return findings;
 }
 
@@ -227,19 +231,10 @@ Findings checkEnvironment(const Configuration& configuration) {
                   "It slows every call down and records values: turn it off with odbcadmin trace off.")};
 }
 
-static bool isMistake(const Finding& finding) {
-    return finding.id == check::kQuotedPath.id || finding.id == check::kUnexpandedPath.id ||
-           finding.id == check::kCommentInValue.id;
-}
-
 Findings examine(const Configuration& configuration, const ExaminationOptions& options) {
-    Findings findings = checkTexts(configuration);
     const Selection selection = select(configuration, options.names);
-    append(findings, withoutFollowers(checkNames(selection, configuration), strayLines(findings, configuration)));
-    // What the checks of names say of a value need not be said again.
-    for (const Finding& each : checkLibraries(selection, configuration, options))
-        if (!isMistake(each))
-            findings.push_back(each);
+    Findings findings = checkAllTexts(selection, configuration, options.systemFolder);
+    append(findings, checkLibraries(selection, configuration, options));
     append(findings, checkEnvironment(configuration));
     return findings;
 }

@@ -21,15 +21,22 @@ struct ExaminationOptions {
     LibraryOptions library;
     // Called before each library is loaded.
     std::function<void(const std::string&)> progress = [](const std::string&) {};
+    std::string systemFolder = "/etc";
 };
 
 // Files, syntax, names, libraries, environment. Libraries are loaded by the helper program only.
 Findings examine(const model::Configuration& configuration, const ExaminationOptions& options);
 
-// The first three alone: nothing is loaded, no library is looked at.
-Findings lint(const model::Configuration& configuration);
+// The first two alone.
+Findings checkTexts(const model::Configuration& configuration);
 
-// The libraries of the given drivers.
+// The first three alone: nothing is loaded, no library is looked at.
+Findings lint(const model::Configuration& configuration, const std::string& systemFolder = "/etc");
+
+// The same of the texts that were read, wherever they came from: lines and names, nothing about the files as such.
+Findings lintTexts(const model::Configuration& configuration, const std::string& systemFolder = "/etc");
+
+// The libraries of the given drivers, and the keys that name them.
 Findings examineDrivers(const std::vector<model::Registered>& drivers, const ExaminationOptions& options);
 
 // Tracing.

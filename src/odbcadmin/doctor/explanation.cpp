@@ -6,7 +6,10 @@
 
 #include "odbcadmin/doctor/library_state.h"
 #include "odbcadmin/doctor/path_mistakes.h"
+#include "odbcadmin/doctor/unclosed_headers.h"
+#include "odbcadmin/doctor/unknown_name.h"
 #include "odbcadmin/model/near_matches.h"
+#include "odbcadmin/model/text.h"
 #include "rules/names.h"
 
 namespace jx::doctor {
@@ -18,20 +21,24 @@ using model::Located;
 
 class Explainer {
 public:
-    explicit Explainer(const model::Configuration& configuration) : configuration_(configuration) {}
+    Explainer(const model::Configuration& configuration, const std::string& systemFolder)
+        : configuration_(configuration), systemFolder_(systemFolder) {}
 
     void dataSource(const model::DataSource& source) {
         subject_ = "data source " + source.name;
         const std::string& path = source.file->path;
-        if (source.listed)
+        const std::string ensure = "odbcadmin dsn ensure " + model::shellWord(source.name) + " --driver DRIVER";
+        if (source.listed && source.driver.empty())
+            bad("listed", source.listed.where(), "no driver stands behind the name", "Name its driver: " + ensure);
+        else if (source.listed)
             good("listed", source.listed, "for the driver " + source.driver);
         else
-            bad("listed", path, "not in [ODBC Data Sources]", "List it with the name of its driver.");
+            bad("listed", path, "not in [ODBC Data Sources]", "List it: " + ensure);
         section(source.header, source.name, FileKind::dataSources);
         hides(source.hides);
         if (source.header)
-            key("Driver", source.library, path);
-        if (source.listed)
+            key("Driver", source.library, source.section, path);
+        if (source.listed && !source.driver.empty())
             driverOf(source);
         if (source.library)
             library(meantLibrary(source, configuration_, loaderPlaces()), LibraryRole::driver);
@@ -43,19 +50,21 @@ public:
         if (driver.listed)
             good("listed", driver.listed, driver.listed.text);
         else
-            bad("listed", path, "not in [ODBC Drivers]", "List it: " + driver.name + "=Installed");
+            bad("listed", path, "not in [ODBC Drivers]",
+                "List it: odbcadmin driver ensure " + model::shellWord(driver.name) + " --lib " +
+                    (driver.library ? model::shellWord(driver.library.text) : "PATH"));
         section(driver.header, driver.name, FileKind::drivers);
         hides(driver.hides);
         if (!driver.header)
             return;
-        key("Driver", driver.library, path);
+        key("Driver", driver.library, driver.section, path);
         if (driver.setup)
-            good("Setup", driver.setup, driver.setup.text);
+            key("Setup", driver.setup, driver.section, path);
     }
 
     void libraries(const model::Registered& driver) {
         if (driver.library)
-            library(driver.library.text, LibraryRole::driver);
+            library(meantLibrary(driver.library.text, configuration_, loaderPlaces()), LibraryRole::driver);
         if (driver.setup)
             library(driver.setup.text, LibraryRole::setup);
     }
@@ -74,6 +83,9 @@ private:
     void section(const Located& header, const std::string& name, FileKind kind) {
         if (header)
             return good("section", header, "[" + header.text + "]");
+        for (const UnclosedHeader& each : unclosedHeaders(configuration_))
+            if (each.means(name))
+                return bad("section", each.where(), "[" + each.name + " is never closed", "Add the \"]\" there.");
         bad("section", configuration_.file(kind).path, "no section [" + name + "]",
             model::adviceFor(name, configuration_.sectionNames(kind),
                              "Add the section, or remove the name from the list."));
@@ -84,10 +96,17 @@ private:
             good("hides", hidden, "[" + hidden.text + "] of the system, which would answer without this one");
     }
 
-    void key(const char* name, const Located& value, const std::string& file) {
-        if (value)
-            return good(name, value, value.text);
-        bad(name, file, "no value", "Enter the full path of the driver's library.");
+    void key(const std::string& name, const Located& value, const model::IniSection* section, const std::string& file) {
+        const std::string other = !value && section != nullptr ? section->value(name + "64") : "";
+        if (const auto mistake = value ? mistakeIn(value.text) : std::nullopt)
+            bad(name, value.where(), value.text + " " + mistake->fact, mistake->advice(name));
+        else if (value)
+            good(name, value, value.text);
+        else if (!other.empty())
+            bad(name, file, "no value; " + name + "64 is a key that nobody asks for here",
+                "Write the line as: " + name + "=" + other);
+        else
+            bad(name, file, "no value", "Enter the full path of the driver's library.");
     }
 
     void driverOf(const model::DataSource& source) {
@@ -95,8 +114,7 @@ private:
         if (!found) {
             subject_ = "driver " + source.driver;
             return bad("section", configuration_.file(FileKind::drivers).path, "no driver of that name",
-                       model::adviceFor(source.driver, namesOf(configuration_.drivers()),
-                                        "Add it with odbcadmin driver add."));
+                       adviceForDriver(configuration_, source.driver, systemFolder_));
         }
         driver(*found);
         if (found->library && source.library && found->library.text != source.library.text &&
@@ -105,21 +123,27 @@ private:
                 "The data source's path counts; enter the driver's there unless it is meant.");
     }
 
+    // A value with a mistake in it names another file than meant; its own step says so.
     void library(const std::string& path, LibraryRole role) {
+        if (mistakeIn(path))
+            return;
         const std::string state = libraryState(path, role, configuration_.paths());
         const bool ok = state == "ok";
-        steps_.push_back({ok, "library", path, "", state, ok ? "" : "See odbcadmin driver check " + path});
+        steps_.push_back(
+            {ok, "library", path, "", state, ok ? "" : "See odbcadmin driver check " + model::shellWord(path)});
     }
 
     const model::Configuration& configuration_;
+    const std::string& systemFolder_;
     std::string subject_;
     std::vector<Step> steps_;
 };
 
 }  // namespace
 
-std::vector<Step> explain(const model::Configuration& configuration, const std::string& name) {
-    Explainer explainer(configuration);
+std::vector<Step> explain(const model::Configuration& configuration, const std::string& name,
+                          const std::string& systemFolder) {
+    Explainer explainer(configuration, systemFolder);
     if (const auto source = configuration.dataSource(name)) {
         explainer.dataSource(*source);
     } else if (const auto driver = configuration.driver(name)) {

@@ -18,7 +18,9 @@ struct Step {
 };
 
 // The steps of a data source and its driver, or of a driver, up to the state of each library. Empty when there is
-// neither of that name. Libraries are looked at, not loaded.
-std::vector<Step> explain(const model::Configuration& configuration, const std::string& name);
+// neither of that name. Libraries are loaded, as by libraryState. A driver that is not there is looked for in
+// systemFolder's odbcinst.ini. One thread.
+std::vector<Step> explain(const model::Configuration& configuration, const std::string& name,
+                          const std::string& systemFolder = "/etc");
 
 }  // namespace jx::doctor

@@ -2,6 +2,7 @@
 #include "odbcadmin/doctor/file_checks.h"
 
 #include <fcntl.h>
+#include <jxini.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -10,10 +11,11 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <memory>
+#include <unordered_map>
 
 #include "odbcadmin/doctor/checks.h"
 #include "odbcadmin/doctor/file_rights.h"
-#include "odbcadmin/model/ini_view.h"
 #include "odbcadmin/model/system_files.h"
 #include "odbcadmin/model/text.h"
 #include "odbcadmin/trial/owned_descriptor.h"
@@ -67,14 +69,24 @@ void checkRivals(const model::ConfigPlace& place, Findings& findings) {
     }
 }
 
+bool isNamedBy(const std::string& variable, const std::string& path) {
+    const char* named = variable.empty() ? nullptr : std::getenv(variable.c_str());
+    return named != nullptr && path == named;
+}
+
+// A file of root in a user's own directory was made with sudo.
+bool isInOwnDirectory(const std::string& path) {
+    struct stat status {};
+    return ::stat(fs::path(path).parent_path().c_str(), &status) == 0 && status.st_uid == ::geteuid();
+}
+
 void checkAbsent(const std::string& variable, int error, const Subject& file) {
     const std::string& path = file.name;
     std::error_code noLink;
     const fs::path target = fs::read_symlink(path, noLink);
-    const char* named = variable.empty() ? nullptr : std::getenv(variable.c_str());
     const std::string directory = fs::path(path).parent_path().string();
     std::error_code ignored;
-    const bool isNamed = named != nullptr && path == named;
+    const bool isNamed = isNamedBy(variable, path);
     if (noLink && !directory.empty() && !fs::is_directory(directory, ignored))
         return file.tell(
             check::kNoDirectory,
@@ -100,14 +112,32 @@ void checkAbsent(const std::string& variable, int error, const Subject& file) {
                   "Nothing needs to be done; the first write makes it.");
 }
 
+// A file has few different keys: each is judged once.
+class SecretKeys {
+public:
+    bool holdIn(std::string_view key, std::string_view value) {
+        const auto [place, isNew] = known_.try_emplace(std::string(key));
+        if (isNew)
+            place->second = rules::isSecretKey(key);
+        if (place->second || value.empty())
+            return !value.empty();
+        const bool mayHold = value.find('=') != std::string_view::npos || value.find("://") != std::string_view::npos;
+        return mayHold && rules::masked(key, value) != value;
+    }
+
+private:
+    std::unordered_map<std::string, bool> known_;
+};
+
 bool holdsSecret(const std::string& path) {
-    const auto view = model::IniView::read(path);
-    const auto isSecret = [](const model::IniEntry& entry) {
-        return rules::masked(entry.key, entry.value) != entry.value;
-    };
-    return view && std::any_of(view->sections().begin(), view->sections().end(), [&](const auto& section) {
-               return std::any_of(section.entries.begin(), section.entries.end(), isSecret);
-           });
+    const std::unique_ptr<JxIniText, void (*)(JxIniText*)> text(jxIniRead(path.c_str()), jxIniRelease);
+    SecretKeys keys;
+    JxIniPiece piece;
+    for (std::size_t i = 0; jxIniPieceAt(text.get(), i, &piece) != 0; ++i)
+        if (piece.kind == JxIniEntry && piece.value != nullptr &&
+            keys.holdIn({piece.name, piece.nameLength}, {piece.value, piece.valueLength}))
+            return true;
+    return false;
 }
 
 void checkSecrets(mode_t mode, const Subject& file) {
@@ -115,7 +145,7 @@ void checkSecrets(mode_t mode, const Subject& file) {
     if ((mode & (S_IRGRP | S_IROTH)) != 0 && holdsSecret(path))
         file.tell(check::kPasswordOpen,
                   path + " (" + rightsText(path) + ") holds a password and can be read by " + readersText(path) + ".",
-                  "Let its owner alone read it: chmod 600 " + path);
+                  "Let its owner alone read it: chmod 600 " + model::shellWord(path));
 }
 
 void checkWritable(const Subject& file) {
@@ -133,12 +163,13 @@ void checkWritable(const Subject& file) {
 }
 
 // Whether the file, which is there, is one that can be opened.
-bool isReadable(const Subject& file, const struct stat& status, bool isThere) {
+bool isReadable(const std::string& variable, const Subject& file, const struct stat& status, bool isThere) {
     const std::string& path = file.name;
     const std::string rights = rightsText(path);
     if (isThere && !S_ISREG(status.st_mode)) {
         file.tell(check::kFileNotRegular, path + " (" + rights + ") is not a regular file: it is not read.",
-                  "Move it away; the first write makes a file.");
+                  isNamedBy(variable, path) ? "Let " + variable + " name a file."
+                                            : "Move it away; the first write makes a file.");
         return false;
     }
     const trial::OwnedDescriptor opened(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
@@ -148,7 +179,9 @@ bool isReadable(const Subject& file, const struct stat& status, bool isThere) {
     file.tell(check::kFileUnreadable,
               path + (rights.empty() ? "" : " (" + rights + ")") + " cannot be read by " + thisUserText() + ": " +
                   std::strerror(refused) + ".",
-              "Ask its owner for the right, or name another file with ODBCINI or ODBCINSTINI.");
+              isInOwnDirectory(path)
+                  ? "Make it yours: sudo chown " + std::to_string(::geteuid()) + " " + model::shellWord(path)
+                  : "Ask its owner for the right, or name another file with ODBCINI or ODBCINSTINI.");
     return false;
 }
 
@@ -158,7 +191,7 @@ void checkPresent(const std::string& variable, const Subject& file) {
     const int error = isThere ? 0 : errno;
     if (!isThere && error != EACCES)
         return checkAbsent(variable, error, file);
-    if (!isReadable(file, status, isThere))
+    if (!isReadable(variable, file, status, isThere))
         return;
     checkSecrets(status.st_mode, file);
     checkWritable(file);
@@ -170,7 +203,7 @@ void checkShared(const model::ConfigPlace& place, const Subject& file) {
     const bool isThere = ::stat(file.name.c_str(), &status) == 0;
     if (!isThere && errno != EACCES)
         return;
-    if (!isReadable(file, status, isThere))
+    if (!isReadable("", file, status, isThere))
         return;
     checkSecrets(status.st_mode, file);
     file.tell(check::kSystemFileIgnored,

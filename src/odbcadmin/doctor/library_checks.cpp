@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <iterator>
+#include <string_view>
 #include <vector>
 
 #include "odbcadmin/doctor/checks.h"
@@ -12,6 +14,7 @@
 #include "odbcadmin/doctor/library_path.h"
 #include "odbcadmin/doctor/needed_libraries.h"
 #include "odbcadmin/model/text.h"
+#include "odbcadmin/trial/installer_library.h"
 #include "odbcadmin/trial/library_load.h"
 
 namespace jx::doctor {
@@ -36,6 +39,25 @@ const char* roleWord(LibraryRole role) {
     constexpr const char* kWords[] = {"driver", "setup library of a driver", "translator",
                                       "setup library of a translator"};
     return kWords[static_cast<std::size_t>(role)];
+}
+
+// "undefined symbol: SQLConnect" or "undefined symbol: f, version V" at the sentence's end; empty for other sentences.
+std::string undefinedSymbol(const std::string& sentence) {
+    constexpr std::string_view kBegin = "undefined symbol: ";
+    const std::size_t at = sentence.find(kBegin);
+    if (at == std::string::npos)
+        return {};
+    const std::string symbol = sentence.substr(at + kBegin.size());
+    return symbol.substr(0, symbol.find_first_of(",( "));
+}
+
+// The functions of installer libraries that drivers call.
+bool isOfInstaller(const std::string& function) {
+    for (const char* begin : {"SQLGetPrivateProfileString", "SQLWritePrivateProfileString", "SQLPostInstallerError",
+                              "SQLInstallerError", "SQLValidDSN", "SQLWriteDSNToIni", "SQLRemoveDSNFromIni"})
+        if (function.starts_with(begin))
+            return true;
+    return false;
 }
 
 // One library on its way through the checks.
@@ -96,7 +118,7 @@ private:
             tell(check::kLibraryUnreadable,
                  path_ + " (" + rightsText(path_) + ") cannot be read by " + thisUserText() + ": " +
                      std::strerror(file_.error) + ".",
-                 "Let everybody who uses the library read it, as with chmod a+r.");
+                 "Let everybody who uses the library read it: chmod a+r " + model::shellWord(path_));
     }
 
     void lookAtFile() {
@@ -126,7 +148,7 @@ private:
             case State::notShared:
                 return tell(check::kLibraryNotShared,
                             path_ + (file_.isProgram ? " is a program, not a shared library."
-                                                     : " is an object file or a program, not a shared library."),
+                                                     : " is an object file, not a shared library."),
                             "Give the path of the shared library (.so).");
             default:
                 return tell(check::kLibraryNotElf,
@@ -175,14 +197,18 @@ private:
 
     // Which file answers a driver that was built for the other installer library.
     void tellInstaller() {
-        constexpr const char* kInstaller = "libodbcinst.so.2";
-        if (std::find(file_.needed.begin(), file_.needed.end(), kInstaller) == file_.needed.end())
+        const std::string name = trial::kDriversInstaller;
+        if (std::find(file_.needed.begin(), file_.needed.end(), name) == file_.needed.end())
             return;
         const Requester requester{&file_, nullptr};
-        const LookUp found = lookUp(kInstaller, &requester, options_.places);
+        const LookUp found = lookUp(name, &requester, options_.places);
+        const std::string own = trial::driversInstallerPath();
+        std::error_code ignored;
+        const bool isOther = !own.empty() && !std::filesystem::equivalent(own, found.file.path, ignored);
         if (found.file.isThere())
-            tell(check::kInstaller, path_ + " needs " + kInstaller + ", and " + found.file.path + " answers it.",
-                 "That library decides which files the driver reads.");
+            tell(check::kInstaller, path_ + " needs " + name + ", and " + found.file.path + " answers it.",
+                 "That library decides which files the driver reads." +
+                     (isOther ? " This product has another one: " + own + "." : ""));
     }
 
     void tellLoad(const trial::LoadReport& report) {
@@ -231,7 +257,12 @@ private:
     }
 
     static std::string adviceForRefusal(const std::string& sentence) {
-        if (sentence.find("undefined symbol") != std::string::npos)
+        const std::string symbol = undefinedSymbol(sentence);
+        if (isOfInstaller(symbol))
+            return "It calls an installer library that it does not ask for: start the program with LD_PRELOAD=" +
+                   (trial::driversInstallerPath().empty() ? trial::kDriversInstaller : trial::driversInstallerPath()) +
+                   ", or ask its maker for a build that names that library.";
+        if (!symbol.empty())
             return "A library that it needs is of another version or was not linked: ask the library's maker which.";
         if (sentence.find("failed to map") != std::string::npos)
             return "The file system may be mounted noexec, or memory is short.";

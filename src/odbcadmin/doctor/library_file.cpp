@@ -214,6 +214,7 @@ void readElf(int descriptor, std::uint64_t fileSize, LibraryFile& file) {
                  : header.e_type == ET_DYN                    ? State::library
                                                               : State::notShared;
     takeSections(elf.get(), file);
+    file.isProgram = file.isProgram || header.e_type == ET_EXEC;
     if (file.state == State::library && file.isProgram)
         file.state = State::notShared;
 }

@@ -40,7 +40,7 @@ struct LibraryFile {
         text,
         other,      // of no kind known here
         cutShort,   // an ELF file that ends before what its header announces
-        notShared,  // an ELF file that is not a shared object, such as an object file
+        notShared,  // an ELF file that is not a shared object: a program, an object file
         library,
     };
     State state = State::absent;
@@ -60,7 +60,7 @@ struct LibraryFile {
     std::set<std::string> versionsOffered;
     std::set<std::string> functions;  // those that others can call whose names begin with SQL or Config, in any case
 
-    bool isProgram = false;  // one that can be loaded anywhere, and so has the type of a library
+    bool isProgram = false;  // also one that can be loaded anywhere, and so has the type of a library
 
     bool isThere() const { return state != State::absent && state != State::unreadable; }
     bool isForOtherSystem() const;

@@ -65,7 +65,7 @@ void tellClosed(const fs::path& parent, const Subject& subject) {
     subject.tell(
         check::kDirectoryClosed,
         "The directory " + directory + " (" + rightsText(directory) + ") may not be entered by " + thisUserText() + ".",
-        "Give the right to enter it, as with chmod a+x on the directory, or install the library elsewhere.");
+        "Let its users enter it: chmod a+x " + model::shellWord(directory) + ", or install the library elsewhere.");
 }
 
 void tellOther(const fs::path& parent, const fs::path& step, int error, const Subject& subject) {

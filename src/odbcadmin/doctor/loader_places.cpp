@@ -110,8 +110,15 @@ public:
         return std::any_of(directories.begin(), directories.end(), [&](const std::string& each) {
             const std::string directory = each.empty() ? "." : expanded(each, origin);
             result_.directories.push_back(directory);
-            return inFile(directory + "/" + name_);
+            return inFile(directory + "/" + name_) || inProcessorsOwn(directory);
         });
+    }
+
+    // Libraries built for newer processors lie below the directory; which of them this one has is the loader's to know.
+    bool inProcessorsOwn(const std::string& directory) {
+        const std::vector<fs::path> levels = entriesOf(directory + "/glibc-hwcaps");
+        return std::any_of(levels.begin(), levels.end(),
+                           [&](const fs::path& level) { return inFile((level / name_).string()); });
     }
 
     bool inPath(const std::string& path, const LibraryFile& owner) {
@@ -207,7 +214,11 @@ LookUp lookUp(const std::string& name, const Requester* requester, const LoaderP
 std::vector<std::string> otherVersions(const std::string& name, const std::vector<std::string>& directories,
                                        const LoaderCache& cache) {
     const std::string wanted = stem(name.substr(name.rfind('/') + 1));
-    std::set<std::string> found;
+    const auto isOlder = [](const std::string& left, const std::string& right) {
+        const int order = ::strverscmp(left.substr(left.rfind('/') + 1).c_str(), right.c_str() + right.rfind('/') + 1);
+        return order != 0 ? order < 0 : left < right;
+    };
+    std::set<std::string, decltype(isOlder)> found(isOlder);
     for (const std::string& directory : directories)
         for (const fs::path& path : entriesOf(directory))
             if (isOtherVersion(path.filename().string(), name, wanted))

@@ -45,7 +45,8 @@ struct LookUp {
 // requester may be null for a library that a program opens.
 LookUp lookUp(const std::string& name, const Requester* requester, const LoaderPlaces& places);
 
-// Libraries whose names differ from name in the version only, in the directories given and in the cache; sorted.
+// Libraries whose names differ from name in the version only, in the directories given and in the cache; the
+// newest last.
 std::vector<std::string> otherVersions(const std::string& name, const std::vector<std::string>& directories,
                                        const LoaderCache& cache);
 

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstring>
 #include <deque>
-#include <filesystem>
 #include <map>
 #include <set>
 #include <vector>
@@ -47,12 +46,27 @@ std::string newestLike(const std::string& version, const std::set<std::string>& 
     return newest;
 }
 
-// The directory in which this product has an installer library of that name; empty when it has none.
-std::string ownInstaller(const std::string& name) {
-    const std::filesystem::path directory = std::filesystem::path(trial::installerPath()).parent_path() / "jxodbc";
-    std::error_code ignored;
-    const bool isThere = name == "libodbcinst.so.2" && std::filesystem::exists(directory / name, ignored);
-    return isThere ? directory.string() : "";
+// Of other versions of a library the newest one; one whose name differs before ".so" only where there is no other.
+std::string newestOf(const std::vector<std::string>& others, const std::string& name) {
+    const std::string base = name.substr(0, name.find(".so") + 3);
+    const auto isNearer = [&](const std::string& left, const std::string& right) {
+        const bool isLeftSame = nameOf(left).starts_with(base);
+        const bool isRightSame = nameOf(right).starts_with(base);
+        if (isLeftSame != isRightSame)
+            return isRightSame;
+        return ::strverscmp(nameOf(left).c_str(), nameOf(right).c_str()) < 0;
+    };
+    return *std::max_element(others.begin(), others.end(), isNearer);
+}
+
+// How a program gets an installer library that is nowhere where the loader looks, where this product has one; empty
+// for every other library.
+std::string ownInstallerAdvice(const std::string& name) {
+    const std::string own = name == trial::kDriversInstaller ? trial::driversInstallerPath() : "";
+    if (own.empty())
+        return {};
+    const std::string directory = own.substr(0, own.rfind('/'));
+    return "This product has one: start the program with LD_LIBRARY_PATH=" + model::shellWord(directory);
 }
 
 // Its parts are of one build, which all programs of the system use.
@@ -119,15 +133,15 @@ private:
         std::vector<std::string> directories = found.directories;
         directories.insert(directories.end(), places_.defaults.begin(), places_.defaults.end());
         const std::vector<std::string> others = otherVersions(name, directories, places_.cache);
-        subject_.tell(check::kNeededMissing,
-                      who + ", which is nowhere where the loader looks" +
-                          (found.directories.empty() ? "" : ": " + some(found.directories)) + "." +
-                          (others.empty() ? "" : " Of another version there is " + some(others) + "."),
-                      !ownInstaller(name).empty() ? "This product has one in " + ownInstaller(name) +
-                                                        ": name that directory in LD_LIBRARY_PATH of the program."
-                      : others.empty() ? "Install the package that holds " + name +
-                                             ", or name its directory in LD_LIBRARY_PATH or the loader's configuration."
-                                       : "Install " + name + " as well, or a build for the version that is there.");
+        subject_.tell(
+            check::kNeededMissing,
+            who + ", which is nowhere where the loader looks" +
+                (found.directories.empty() ? "" : ": " + some(found.directories)) + "." +
+                (others.empty() ? "" : " Of other versions the newest here is " + newestOf(others, name) + "."),
+            !ownInstallerAdvice(name).empty() ? ownInstallerAdvice(name)
+            : others.empty()                  ? "Install the package that holds " + name +
+                                   ", or name its directory in LD_LIBRARY_PATH or the loader's configuration."
+                             : "Install " + name + " as well, or a build for the version that is there.");
     }
 
     // Deliberate: a library that offers no versions at all is taken for every version, as the loader does.

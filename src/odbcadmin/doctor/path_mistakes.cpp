@@ -15,17 +15,46 @@ std::string unquoted(const std::string& value) {
     return std::string(rules::trimmed(value.substr(1, value.size() - 2)));
 }
 
-// What follows "~", "$HOME" or "${HOME}" at the value's begin; nothing when none stands there.
-std::optional<std::string> behindHome(const std::string& value) {
-    for (const std::string_view mark : {"~/", "$HOME/", "${HOME}/"})
-        if (value.starts_with(mark))
-            return value.substr(mark.size() - 1);
-    return std::nullopt;
-}
-
 std::string home() {
     const char* value = std::getenv("HOME");
     return value != nullptr && *value != '\0' ? value : "/home/NAME";
+}
+
+// The name of the variable with which the value begins: "$NAME/..." or "${NAME}/...". Not what the loader replaces.
+std::string variableOf(const std::string& value) {
+    if (!value.starts_with('$'))
+        return {};
+    const std::string word = value.substr(1, value.find('/') - 1);
+    const bool hasBraces = word.starts_with('{') && word.ends_with('}');
+    const std::string name = hasBraces ? word.substr(1, word.size() - 2) : word;
+    for (const char* loaders : {"ORIGIN", "LIB", "PLATFORM"})
+        if (name == loaders)
+            return {};
+    return name;
+}
+
+std::optional<PathMistake> unexpandedIn(const std::string& value) {
+    const std::size_t slash = value.find('/');
+    if (slash == std::string::npos)
+        return std::nullopt;
+    const std::string name = variableOf(value);
+    if (value.starts_with("~/") || name == "HOME")
+        return PathMistake{&check::kUnexpandedPath, "begins with what only shells replace by the home directory",
+                           home() + value.substr(slash)};
+    if (name.empty())
+        return std::nullopt;
+    const char* directory = std::getenv(name.c_str());
+    return PathMistake{&check::kUnexpandedPath, "begins with $" + name + ", which only shells replace",
+                       directory != nullptr ? directory + value.substr(slash) : ""};
+}
+
+// "C:\\..." or "x.dll".
+bool isOfOtherSystem(const std::string& value) {
+    const bool hasDrive = value.size() > 2 && value[1] == ':' && (value[2] == '\\' || value[2] == '/');
+    constexpr std::string_view kEnding = ".dll";
+    const bool isDll =
+        value.size() > kEnding.size() && rules::sameName(value.substr(value.size() - kEnding.size()), kEnding);
+    return hasDrive || isDll;
 }
 
 // Where a comment would begin, if this were a line of its own.
@@ -43,18 +72,36 @@ bool isFile(const std::filesystem::path& path) {
 
 }  // namespace
 
-std::optional<PathMistake> mistakeIn(const std::string& value) {
-    const bool isQuoted =
-        value.size() > 1 && (value.front() == '"' || value.front() == '\'') && value.back() == value.front();
-    if (isQuoted)
-        return PathMistake{&check::kQuotedPath, "stands in quotes, which belong to the value here", unquoted(value)};
-    if (const auto rest = behindHome(value))
-        return PathMistake{&check::kUnexpandedPath, "begins with what only shells replace by the home directory",
-                           home() + *rest};
+std::optional<Wrapping> wrappingOf(const std::string& value) {
+    const bool isLong = value.size() > 1;
+    if (isLong && (value.front() == '"' || value.front() == '\'') && value.back() == value.front())
+        return Wrapping{&check::kQuotedValue, "stands in quotes", unquoted(value)};
+    if (isLong && value.front() == '{' && value.back() == '}')
+        return Wrapping{&check::kQuotedValue, "stands in braces, as values of connection strings do", unquoted(value)};
     const std::size_t comment = commentIn(value);
-    if (comment != std::string::npos && !isFile(value))
-        return PathMistake{&check::kCommentInValue, "has a comment behind it, which belongs to the value here",
-                           std::string(rules::trimmed(value.substr(0, comment)))};
+    if (comment == std::string::npos)
+        return std::nullopt;
+    return Wrapping{&check::kCommentBehindValue, "has a comment behind it",
+                    std::string(rules::trimmed(value.substr(0, comment)))};
+}
+
+std::string PathMistake::advice(const std::string& key) const {
+    if (meant.empty())
+        return "Give the full path of the library on this system; odbcadmin driver scan shows those that are there.";
+    return "Write the line as: " + key + "=" + meant;
+}
+
+std::optional<PathMistake> mistakeIn(const std::string& value) {
+    const std::optional<Wrapping> wrapping = wrappingOf(value);
+    if (wrapping && wrapping->check == &check::kQuotedValue)
+        return PathMistake{&check::kQuotedPath, wrapping->fact + ", which belong to the value here", wrapping->inner};
+    if (const auto mistake = unexpandedIn(value))
+        return mistake;
+    if (wrapping && !isFile(value))
+        return PathMistake{&check::kCommentInValue, wrapping->fact + ", which belongs to the value here",
+                           wrapping->inner};
+    if (isOfOtherSystem(value))
+        return PathMistake{&check::kForeignPath, "is a path of another kind of system", ""};
     return std::nullopt;
 }
 

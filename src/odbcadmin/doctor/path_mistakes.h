@@ -10,13 +10,27 @@
 
 namespace jx::doctor {
 
+// What stands around a value or behind it and is part of it here.
+struct Wrapping {
+    const Check* check;
+    std::string fact;   // what it is, as the end of a sentence that begins with the value's key
+    std::string inner;  // the value without it
+};
+
+// Quotes, the braces of connection strings, a comment behind the value.
+std::optional<Wrapping> wrappingOf(const std::string& value);
+
 struct PathMistake {
     const Check* check;
     std::string fact;   // what is wrong, as the end of a sentence that begins with the value's key
-    std::string meant;  // the value as it should be
+    std::string meant;  // the value as it should be; empty when that cannot be known
+
+    // What to do where key has the value.
+    std::string advice(const std::string& key) const;
 };
 
-// Quotes around the value, a home directory that only shells fill in, a comment behind it.
+// Quotes or braces around the value, a directory that only shells fill in, a comment behind it, a path of another kind
+// of system.
 std::optional<PathMistake> mistakeIn(const std::string& value);
 
 // The library that a value of Driver or Setup means: a value with a slash is a path; else the library of the driver

@@ -9,8 +9,10 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "odbcadmin/doctor/checks.h"
+#include "odbcadmin/model/name_places.h"
 #include "odbcadmin/model/text.h"
 #include "rules/names.h"
 #include "rules/secrets.h"
@@ -27,6 +29,7 @@ using Text = std::unique_ptr<JxIniText, Release>;
 
 constexpr std::string_view kByteOrderMarkBytes = "\xEF\xBB\xBF";
 constexpr std::size_t kShownOfEach = 5;
+constexpr unsigned char kTopBit = 0x80;
 
 struct Range {
     std::uint32_t first, last;
@@ -89,9 +92,20 @@ public:
         std::size_t length = 0;
         const char* bytes = jxIniBytes(text, &length);
         bytes_ = {bytes, length};
+        isPlain_ = std::none_of(bytes_.begin(), bytes_.end(), [](char byte) {
+            return byte == '\0' || byte == '\r' || (static_cast<unsigned char>(byte) & kTopBit) != 0;
+        });
+        keys_.reserve(jxIniPieceCount(text));
+        keyLines_.reserve(jxIniPieceCount(text));
     }
 
     Findings run() {
+        if (isUtf16()) {
+            findings_.push_back(found(
+                check::kUtf16, path_, "The file is in UTF-16, as some editors save it: no section of it is found.",
+                "Save it as UTF-8; this prints it so: iconv -f UTF-16 -t UTF-8 " + model::shellWord(path_)));
+            return findings_;
+        }
         JxIniPiece piece;
         for (std::size_t i = 0; jxIniPieceAt(text_, i, &piece) != 0; ++i)
             look(piece);
@@ -103,6 +117,9 @@ public:
     }
 
 private:
+    // By its mark, in either order of bytes.
+    bool isUtf16() const { return bytes_.starts_with("\xFF\xFE") || bytes_.starts_with("\xFE\xFF"); }
+
     void tell(const Check& what, std::size_t line, std::string fact, std::string advice) {
         std::size_t& count = counts_[what.id];
         if (++count > kShownOfEach) {
@@ -135,6 +152,14 @@ private:
     }
 
     void lookAtBytes(const JxIniPiece& piece, std::string_view line) {
+        if (!isPlain_)
+            lookAtOddBytes(piece, line);
+        if (piece.kind != JxIniOther && (line.ends_with(' ') || line.ends_with('\t')))
+            tell(check::kTrailingBlanks, piece.line, "Blanks at the end of the line are not part of its value.",
+                 "Delete them: other programs may take them in.");
+    }
+
+    void lookAtOddBytes(const JxIniPiece& piece, std::string_view line) {
         if (line.find('\r') != std::string_view::npos)
             tell(check::kCarriageReturn, piece.line, "There is a carriage return inside the line.",
                  "Delete it, or make it a line end.");
@@ -150,39 +175,55 @@ private:
             tell(check::kInvisible, piece.line,
                  "The line holds " + invisible + ", which looks like nothing or a blank and is neither.",
                  "Delete it, or type an ordinary blank.");
-        if (piece.kind != JxIniOther && (line.ends_with(' ') || line.ends_with('\t')))
-            tell(check::kTrailingBlanks, piece.line, "Blanks at the end of the line are not part of its value.",
-                 "Delete them: other programs may take them in.");
     }
 
     void lookAtSection(const JxIniPiece& piece) {
-        section_ = rules::foldedName(nameOf(piece));
-        if (section_->empty())
+        const std::string_view name = nameOf(piece);
+        const std::uint32_t hash = model::NamePlaces::hashOf(name);
+        const auto known =
+            places_.find(hash, [&](std::size_t at) { return rules::sameName(sections_[at].name, name); });
+        section_ = known.value_or(sections_.size());
+        if (!known) {
+            places_.add(hash, sections_.size());
+            sections_.push_back({name, piece.line});
+        }
+        if (name.empty())
             return tell(check::kNoKey, piece.line, "The section has no name, so nobody can ask for its keys.",
                         "Name it, or delete it with its keys.");
-        const auto [place, isNew] = sections_.emplace(*section_, piece.line);
-        if (!isNew)
+        if (known)
             tell(check::kDuplicateSection, piece.line,
-                 "The section " + quoted(nameOf(piece)) + " begins in line " + std::to_string(place->second) +
+                 "The section " + quoted(name) + " begins in line " + std::to_string(sections_[*known].line) +
                      " already; here the two count as one, elsewhere one may hide the other.",
                  "Put the keys together under one header.");
     }
 
     void lookAtEntry(const JxIniPiece& piece) {
-        const std::string key = quoted(withoutSecret(piece));
+        const auto key = [&] { return quoted(withoutSecret(piece)); };
         if (!section_)
             return tell(check::kKeyOutside, piece.line,
-                        "The key " + key + " stands before any section, so it belongs to none.",
+                        "The key " + key() + " stands before any section, so it belongs to none.",
                         "Move it below the header of its section.");
         if (piece.value == nullptr)
-            tell(check::kNoEquals, piece.line, "The line " + key + " has no \"=\": it is a key with an empty value.",
+            tell(check::kNoEquals, piece.line, "The line " + key() + " has no \"=\": it is a key with an empty value.",
                  "Add the \"=\" and the value, or begin the line with \";\" if it is a comment.");
-        const auto [place, isNew] = keys_.emplace(*section_ + '\n' + rules::foldedName(nameOf(piece)), piece.line);
-        if (!isNew)
+        if (const auto first = firstOf(*section_, piece))
             tell(check::kDuplicateKey, piece.line,
-                 "The key " + key + " stands in line " + std::to_string(place->second) +
-                     " already, and that one counts.",
+                 "The key " + key() + " stands in line " + std::to_string(*first) + " already, and that one counts.",
                  "Delete the one that is not meant.");
+    }
+
+    // The line of the same key in the section; nothing when this is the first.
+    std::optional<std::size_t> firstOf(std::size_t section, const JxIniPiece& piece) {
+        const std::string_view name = nameOf(piece);
+        const std::uint32_t hash = model::NamePlaces::hashOf(name, section);
+        const auto known = keys_.find(hash, [&](std::size_t at) {
+            return keyLines_[at].section == section && rules::sameName(keyLines_[at].name, name);
+        });
+        if (known)
+            return keyLines_[*known].line;
+        keys_.add(hash, keyLines_.size());
+        keyLines_.push_back({name, piece.line, section});
+        return std::nullopt;
     }
 
     void lookAtOther(const JxIniPiece& piece, std::string_view line) {
@@ -194,7 +235,8 @@ private:
         const std::size_t first = line.find_first_not_of(" \t");
         if (first != std::string_view::npos && line[first] == '[') {
             // What follows was meant for a section of its own: no more is said of it.
-            section_ = std::string(line.substr(first)) + '\n' + std::to_string(piece.line);
+            section_ = sections_.size();
+            sections_.push_back({{}, piece.line});
             return tell(check::kUnclosed, piece.line,
                         "The header " + quoted(line.substr(first)) +
                             " is never closed: the keys below it belong to the section above it.",
@@ -221,25 +263,36 @@ private:
     Findings findings_;
     std::size_t lines_ = 0;
     std::size_t carriageReturns_ = 0;
-    std::optional<std::string> section_;           // folded; none before the first header
-    std::map<std::string, std::size_t> sections_;  // first line of each
-    std::map<std::string, std::size_t> keys_;
+    struct FirstLine {
+        std::string_view name;
+        std::size_t line;
+        std::size_t section = 0;  // of a key
+    };
+
+    bool isPlain_ = false;                // no byte of it needs a closer look
+    std::optional<std::size_t> section_;  // none before the first header
+    std::vector<FirstLine> sections_, keyLines_;
+    model::NamePlaces places_, keys_;                        // of these two
     std::map<std::string_view, std::size_t> counts_, last_;  // by identifier: how many, and where the last one stands
     std::map<std::size_t, std::size_t> hidden_;              // by finding: how many more there are
 };
 
-Findings checkText(const std::string& path, const Text& text) {
-    return text ? Reader(path, text.get()).run() : Findings();
+Findings checkText(const std::string& path, const JxIniText* text) {
+    return text != nullptr ? Reader(path, text).run() : Findings();
 }
 
 }  // namespace
 
 Findings checkSyntax(const std::string& path) {
-    return checkText(path, Text(jxIniRead(path.c_str())));
+    return checkText(path, Text(jxIniRead(path.c_str())).get());
 }
 
 Findings checkSyntaxOf(const std::string& path, std::string_view text) {
-    return checkText(path, Text(jxIniParse(text.data(), text.size())));
+    return checkText(path, Text(jxIniParse(text.data(), text.size())).get());
+}
+
+Findings checkSyntaxOf(const std::string& path, const model::IniView& view) {
+    return checkText(path, view.text());
 }
 
 }  // namespace jx::doctor

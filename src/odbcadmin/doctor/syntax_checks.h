@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "odbcadmin/doctor/finding.h"
+#include "odbcadmin/model/ini_view.h"
 
 namespace jx::doctor {
 
@@ -12,7 +13,8 @@ namespace jx::doctor {
 // the first five of them. Nothing about a file that cannot be read: see checkFiles.
 Findings checkSyntax(const std::string& path);
 
-// The same for a text; path only names it.
+// The same for a text, or one that was read; path only names it.
 Findings checkSyntaxOf(const std::string& path, std::string_view text);
+Findings checkSyntaxOf(const std::string& path, const model::IniView& view);
 
 }  // namespace jx::doctor

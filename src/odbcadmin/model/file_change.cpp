@@ -4,9 +4,9 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <unordered_map>
 
 #include "odbcadmin/model/diff.h"
+#include "odbcadmin/model/name_places.h"
 #include "rules/names.h"
 #include "rules/secrets.h"
 #include "rules/storable.h"
@@ -45,6 +45,12 @@ bool isOpenToAll(const std::string& path) {
 // What stands behind a key with a suffix is the place of a secret: a file, a variable, a credential.
 bool isSecret(const std::string& key, const std::string& value) {
     return key.find('@') == std::string::npos && rules::masked(key, value) != value;
+}
+
+// A file that is written gets another one; 0 without a file.
+ino_t numberOf(const std::string& path) {
+    struct stat state {};
+    return ::stat(path.c_str(), &state) == 0 ? state.st_ino : 0;
 }
 
 // What was refused, in words; a value is never repeated.
@@ -110,13 +116,26 @@ void FileChange::refuseOpenSecret(const std::string& section, const std::string&
           "Keep it in a file and store " + key + "@file=PATH instead; --open-secrets stores it all the same."});
 }
 
-void FileChange::apply(const std::string& section, const char* key, const char* value) {
-    if (reason_)
-        return;
-    // The store would trim the name and change another section than the one that was named.
-    if (const rules::Why why = rules::whyNotGivenBack(section))
-        return refuse(refusedText(rules::Text::section, section, {}), why);
-    if (jxIniSet(change_.get(), section.c_str(), key, value) == 0)
+// The store would trim the name and change another section than the one that was named.
+bool FileChange::takesSection(const std::string& section) {
+    const rules::Why why = reason_ ? nullptr : rules::whyNotGivenBack(section);
+    if (why != nullptr)
+        refuse(refusedText(rules::Text::section, section, {}), why);
+    return !reason_;
+}
+
+void FileChange::settle() {
+    std::vector<JxIniSetting> settings;
+    for (std::size_t i = settled_; i < wanted_.size(); ++i)
+        settings.push_back({wanted_[i].section.c_str(), wanted_[i].key.c_str(), wanted_[i].value.c_str()});
+    settled_ = wanted_.size();
+    if (!reason_ && !settings.empty() && jxIniSetAll(change_.get(), settings.data(), settings.size()) == 0)
+        fail(lastFailure());
+}
+
+void FileChange::remove(const std::string& section, const char* key) {
+    settle();
+    if (takesSection(section) && jxIniSet(change_.get(), section.c_str(), key, nullptr) == 0)
         fail(lastFailure());
 }
 
@@ -124,8 +143,8 @@ void FileChange::set(const std::string& section, const std::string& key, const s
     if (const rules::Refusal refused = rules::exactRefusalOf(section, key, value))
         return refuse(refusedText(refused.what, section, key), refused.why);
     refuseOpenSecret(section, key, value);
-    wanted_.push_back({section, key, value});
-    apply(section, key.c_str(), value.c_str());
+    if (takesSection(section))
+        wanted_.push_back({section, key, value});
 }
 
 void FileChange::set(const std::string& section, const Pairs& pairs) {
@@ -133,16 +152,28 @@ void FileChange::set(const std::string& section, const Pairs& pairs) {
         set(section, key, value);
 }
 
+// What was set before it was removed need not be there at the end.
+void FileChange::forget(const std::function<bool(const Wanted&)>& isGone) {
+    std::erase_if(wanted_, isGone);
+    settled_ = wanted_.size();
+}
+
 void FileChange::erase(const std::string& section, const std::string& key) {
-    std::erase_if(wanted_, [&](const Wanted& each) {
-        return rules::sameName(each.section, section) && rules::sameName(each.key, key);
-    });
-    apply(section, key.c_str(), nullptr);
+    remove(section, key.c_str());
+    forget(
+        [&](const Wanted& each) { return rules::sameName(each.section, section) && rules::sameName(each.key, key); });
 }
 
 void FileChange::eraseSection(const std::string& section) {
-    std::erase_if(wanted_, [&](const Wanted& each) { return rules::sameName(each.section, section); });
-    apply(section, nullptr, nullptr);
+    remove(section, nullptr);
+    forget([&](const Wanted& each) { return rules::sameName(each.section, section); });
+}
+
+void FileChange::replace(std::string_view text) {
+    wanted_.clear();
+    settled_ = 0;
+    if (!reason_ && jxIniReplace(change_.get(), text.data(), text.size()) == 0)
+        fail(lastFailure());
 }
 
 // Whatever the rules missed shows here: the new text must give back what was asked for. Of several values for a key the
@@ -151,18 +182,26 @@ void FileChange::readBack() {
     const std::optional<IniView> after = IniView::parse(textOf(change_.get(), jxIniAfter));
     if (!after)
         return fail(lastFailure());
-    std::unordered_map<std::string, const Wanted*> last;
-    for (const Wanted& each : wanted_)
-        last[rules::foldedName(each.section) + '\n' + rules::foldedName(each.key)] = &each;
-    for (const auto& [key, each] : last) {
-        const IniEntry* entry = after->find(each->section, each->key);
-        if (entry == nullptr || entry->value != each->value || entry->key.size() != each->key.size())
-            refuse("\"" + each->key + "\" of section \"" + each->section + "\"",
+    NamePlaces checked;
+    checked.reserve(wanted_.size());
+    for (std::size_t i = wanted_.size(); i-- > 0;) {
+        const Wanted& each = wanted_[i];
+        const std::uint32_t hash = NamePlaces::hashOf(each.key, NamePlaces::hashOf(each.section));
+        const auto isSame = [&](std::size_t at) {
+            return rules::sameName(wanted_[at].key, each.key) && rules::sameName(wanted_[at].section, each.section);
+        };
+        if (checked.find(hash, isSame))
+            continue;
+        checked.add(hash, i);
+        const IniEntry* entry = after->find(each.section, each.key);
+        if (entry == nullptr || entry->value != each.value || entry->key.size() != each.key.size())
+            refuse("\"" + each.key + "\" of section \"" + each.section + "\"",
                    "another line of the file has the same meaning");
     }
 }
 
 ChangeResult FileChange::finish() {
+    settle();
     if (reason_)
         return {reason_};
     const bool changes = textOf(change_.get(), jxIniBefore) != textOf(change_.get(), jxIniAfter);
@@ -177,6 +216,30 @@ ChangeResult FileChange::finish() {
     else if (jxIniCommit(change_.release()) == 0)
         return {lastFailure()};
     return {{}, {changed}};
+}
+
+ChangeResult asOneChange(const ChangeWay& way, const std::function<ChangeResult()>& work) {
+    if (way.writing == ChangeWay::Writing::never)
+        return work();
+    const auto discard = [](JxIniRun* run) { jxIniDiscardRun(run); };
+    std::unique_ptr<JxIniRun, decltype(discard)> run(jxIniBeginRun(), discard);
+    if (run == nullptr)
+        return {lastFailure()};
+    ChangeResult result = work();
+    if (!result.isDone())
+        return {result.reason};
+    std::vector<ino_t> before;
+    for (const ChangedFile& file : result.files)
+        before.push_back(numberOf(file.path));
+    if (jxIniCommitRun(run.release()) != 0)
+        return result;
+    result.reason = lastFailure();
+    std::vector<ChangedFile> written;
+    for (std::size_t i = 0; i < before.size(); ++i)
+        if (numberOf(result.files[i].path) != before[i])
+            written.push_back(result.files[i]);
+    result.files = std::move(written);
+    return result;
 }
 
 std::string differenceOf(const std::string& path, std::string_view before, std::string_view after,

@@ -80,6 +80,9 @@ public:
     void erase(const std::string& section, const std::string& key);
     void eraseSection(const std::string& section);
 
+    // Makes this the file's whole text, whatever stands in it.
+    void replace(std::string_view text);
+
     // Gives up, if there is a reason to.
     void fail(Reason reason);
 
@@ -97,9 +100,12 @@ private:
     };
 
     std::string path() const;
+    void settle();
     void refuse(const std::string& what, const std::string& why);
     void refuseOpenSecret(const std::string& section, const std::string& key, const std::string& value);
-    void apply(const std::string& section, const char* key, const char* value);
+    bool takesSection(const std::string& section);
+    void remove(const std::string& section, const char* key);
+    void forget(const std::function<bool(const Wanted&)>& isGone);
     void readBack();
 
     const ChangeWay& way_;
@@ -108,8 +114,13 @@ private:
     std::unique_ptr<JxIniChange, Discard> change_;
     IniView before_;
     std::vector<Wanted> wanted_;
+    std::size_t settled_ = 0;  // how many of wanted_ the change has; the others wait, to be set all at once
     Reason reason_;
 };
+
+// Calls work, whose changes are then written together: when one of them is refused or a file cannot be locked, no file
+// is written. files of the result are those that were written.
+ChangeResult asOneChange(const ChangeWay& way, const std::function<ChangeResult()>& work);
 
 // Why a value that a user gives is not taken for a secret: it is what a hidden one is shown as.
 Reason whyHidden(const std::string& key, const std::string& value);

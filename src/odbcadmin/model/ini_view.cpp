@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <unordered_set>
 
 #include "rules/names.h"
 
@@ -27,24 +26,36 @@ std::string_view valueOf(const JxIniPiece& piece) {
 constexpr std::size_t kFewKeys = 12;
 
 // In place: most sections have nothing to drop.
-void keepFirstOfEach(std::vector<IniEntry>& entries) {
-    std::unordered_set<std::string> seen;
+void keepFirstOfEach(IniSection& section) {
+    std::vector<IniEntry>& entries = section.entries;
     const bool few = entries.size() <= kFewKeys;
-    auto end = entries.begin();
+    if (!few)
+        section.places.reserve(entries.size());
+    std::size_t kept = 0;
     for (const IniEntry& entry : entries) {
-        const auto isSame = [&](const IniEntry& other) { return rules::sameName(other.key, entry.key); };
-        const bool isNew =
-            few ? std::none_of(entries.begin(), end, isSame) : seen.insert(rules::foldedName(entry.key)).second;
-        if (isNew)
-            *end++ = entry;
+        const auto isSame = [&](std::size_t at) { return rules::sameName(entries[at].key, entry.key); };
+        const std::uint32_t hash = few ? 0 : NamePlaces::hashOf(entry.key);
+        bool isNew = !section.places.find(hash, isSame);
+        for (std::size_t at = 0; few && isNew && at < kept; ++at)
+            isNew = !isSame(at);
+        if (!isNew)
+            continue;
+        if (!few)
+            section.places.add(hash, kept);
+        entries[kept++] = entry;
     }
-    entries.erase(end, entries.end());
+    entries.erase(entries.begin() + static_cast<std::ptrdiff_t>(kept), entries.end());
 }
 
 }  // namespace
 
 const IniEntry* IniSection::find(std::string_view key) const {
     const std::string_view wanted = rules::trimmed(key);
+    if (!places.isEmpty()) {
+        const auto isSame = [&](std::size_t at) { return rules::sameName(entries[at].key, wanted); };
+        const auto place = places.find(NamePlaces::hashOf(wanted), isSame);
+        return place ? &entries[*place] : nullptr;
+    }
     const auto found = std::find_if(entries.begin(), entries.end(),
                                     [&](const IniEntry& entry) { return rules::sameName(entry.key, wanted); });
     return found == entries.end() ? nullptr : &*found;
@@ -80,22 +91,47 @@ std::optional<IniView> IniView::parse(std::string_view bytes) {
 }
 
 IniView::IniView(Text text) : text_(std::move(text)) {
-    const std::size_t count = jxIniPieceCount(text_.get());
-    std::optional<std::size_t> current;
-    JxIniPiece piece;
-    for (std::size_t i = 0; i < count && jxIniPieceAt(text_.get(), i, &piece) != 0; ++i) {
-        if (piece.kind == JxIniSection)
-            current = sectionFor(piece);
-        else if (piece.kind == JxIniEntry && current && rules::canBeAskedFor(nameOf(piece)))
-            sections_[*current].entries.push_back({nameOf(piece), valueOf(piece), piece.line});
-    }
+    readSections();
     // A section without a name that can be asked for holds what no look-up finds.
     std::erase_if(sections_, [](const IniSection& each) { return !rules::canBeAskedFor(each.name); });
-    places_.clear();
+    places_ = {};
+    places_.reserve(sections_.size());
     for (std::size_t i = 0; i < sections_.size(); ++i) {
-        places_.emplace(rules::foldedName(sections_[i].name), i);
-        keepFirstOfEach(sections_[i].entries);
+        places_.add(NamePlaces::hashOf(sections_[i].name), i);
+        keepFirstOfEach(sections_[i]);
     }
+}
+
+// The entries below one header are gathered first: their list is then made in one piece.
+void IniView::readSections() {
+    std::vector<IniEntry> entries;
+    std::optional<std::size_t> current;
+    const auto settle = [&] {
+        if (current && !entries.empty()) {
+            std::vector<IniEntry>& all = sections_[*current].entries;
+            all.insert(all.end(), entries.begin(), entries.end());
+        }
+        entries.clear();
+    };
+    JxIniPiece piece;
+    for (std::size_t i = 0; jxIniPieceAt(text_.get(), i, &piece) != 0; ++i) {
+        if (piece.kind == JxIniEntry && rules::canBeAskedFor(nameOf(piece)))
+            entries.push_back({nameOf(piece), valueOf(piece), piece.line});
+        if (piece.kind != JxIniSection)
+            continue;
+        settle();
+        current = sectionFor(piece);
+    }
+    settle();
+}
+
+std::size_t IniView::sectionFor(const JxIniPiece& header) {
+    const std::optional<std::size_t> known = placeOf(nameOf(header));
+    if (known)
+        return *known;
+    places_.add(NamePlaces::hashOf(nameOf(header)), sections_.size());
+    sections_.push_back({nameOf(header), header.line, {}, {}});
+    return sections_.size() - 1;
 }
 
 std::string_view IniView::bytes() const {
@@ -104,16 +140,14 @@ std::string_view IniView::bytes() const {
     return begin == nullptr ? std::string_view() : std::string_view(begin, length);
 }
 
-std::size_t IniView::sectionFor(const JxIniPiece& header) {
-    const auto [place, isNew] = places_.emplace(rules::foldedName(nameOf(header)), sections_.size());
-    if (isNew)
-        sections_.push_back({nameOf(header), header.line, {}});
-    return place->second;
+std::optional<std::size_t> IniView::placeOf(std::string_view name) const {
+    return places_.find(NamePlaces::hashOf(name),
+                        [&](std::size_t at) { return rules::sameName(sections_[at].name, name); });
 }
 
 const IniSection* IniView::section(std::string_view name) const {
-    const auto place = places_.find(rules::foldedName(rules::trimmed(name)));
-    return place == places_.end() ? nullptr : &sections_[place->second];
+    const auto place = placeOf(rules::trimmed(name));
+    return place ? &sections_[*place] : nullptr;
 }
 
 const IniEntry* IniView::find(std::string_view name, std::string_view key) const {

@@ -12,8 +12,9 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
+
+#include "odbcadmin/model/name_places.h"
 
 namespace jx::model {
 
@@ -28,6 +29,7 @@ struct IniSection {
     std::string_view name;  // as its first header spells it
     std::size_t line = 0;   // of that header
     std::vector<IniEntry> entries;
+    NamePlaces places = {};  // of the keys; empty when there are few
 
     // Null when there is none. The key is trimmed first, as the store does.
     const IniEntry* find(std::string_view key) const;
@@ -54,8 +56,9 @@ public:
 
     bool isAbsent() const { return !text_; }
 
-    // The whole text.
+    // The whole text, and its lines; null of an absent file.
     std::string_view bytes() const;
+    const JxIniText* text() const { return text_.get(); }
 
     // In the file's order.
     const std::vector<IniSection>& sections() const { return sections_; }
@@ -74,11 +77,13 @@ private:
     using Text = std::unique_ptr<JxIniText, Release>;
 
     explicit IniView(Text text);
+    std::optional<std::size_t> placeOf(std::string_view name) const;
+    void readSections();
     std::size_t sectionFor(const JxIniPiece& header);
 
     Text text_;
     std::vector<IniSection> sections_;
-    std::unordered_map<std::string, std::size_t> places_;  // by folded name
+    NamePlaces places_;  // of the sections' names
 };
 
 }  // namespace jx::model

@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "rules/names.h"
 #include "rules/valid_names.h"
 
 namespace jx::model {
@@ -13,11 +14,14 @@ using Kind = Reason::Kind;
 
 constexpr std::size_t kLongestPath = 1023;  // what the installer reads
 
+bool isDriver(const RegisteredKind& kind) {
+    return std::string_view(kind.word) == kDriverKind.word;
+}
+
 // Why a name is taken, if it is: a section of that name may belong to something else.
 Reason alreadyThere(const IniView& file, const RegisteredKind& kind, const std::string& name, Scope scope) {
-    const bool isDriver = std::string_view(kind.word) == kDriverKind.word;
     const std::string where = " " + name + " in " + pathOf(rules::kDriverFile, scope);
-    if (isDriver && (file.find(kind.list, name) != nullptr || file.find(name, kind.key) != nullptr))
+    if (isDriver(kind) && (file.find(kind.list, name) != nullptr || file.find(name, kind.key) != nullptr))
         return {Kind::exists, "There is a driver" + where, "Use odbcadmin driver ensure to change it."};
     if (file.section(name) != nullptr || file.find(kind.list, name) != nullptr)
         return {Kind::exists, "There is something called" + where, "Remove it first, or choose another name."};
@@ -54,6 +58,72 @@ Reason whyNameRefused(const RegisteredKind& kind, const std::string& name, const
     if (const rules::Why why = rules::whyNoName(name, rules))
         return {Kind::refused, "No " + word + " can be called \"" + name + "\": " + why, "Choose another name."};
     return {};
+}
+
+Reason whyNotThere(const Configuration& configuration, const RegisteredKind& kind, const std::string& name) {
+    if (Reason reason = whyNameRefused(kind, name, rules::kAnyDriver))
+        return reason;
+    return configuration.find(kind, name) ? whyOnlySystems(configuration, kind, name, WhenPresent::change)
+                                          : noneRegistered(configuration, kind, name);
+}
+
+Reason whyNotSet(const RegisteredKind& kind, const Pairs& keys) {
+    for (const auto& [key, value] : keys) {
+        Reason reason = whyHidden(key, value);
+        if (!reason && rules::sameName(key, kind.key) && value.empty())
+            reason = {Kind::refused, std::string("A ") + kind.word + " cannot be without its library",
+                      "Give a path, or remove the " + std::string(kind.word) + "."};
+        if (!reason && rules::sameName(key, kind.key))
+            reason = whyNotPath(std::string(kind.word) + "'s library", value);
+        if (!reason && rules::sameName(key, rules::kSetup))
+            reason = whyNotPath("setup library", value);
+        if (reason)
+            return reason;
+    }
+    return {};
+}
+
+// Every place where a value of one of these sections is the name, in any case.
+void replaceName(FileChange& change, const IniSection* section, std::string_view onlyKey, const std::string& from,
+                 const std::string& to) {
+    if (section == nullptr)
+        return;
+    for (const IniEntry& entry : section->entries)
+        if ((onlyKey.empty() || rules::sameName(entry.key, onlyKey)) && rules::sameName(entry.value, from))
+            change.set(std::string(section->name), std::string(entry.key), to);
+}
+
+ChangeResult renameInDrivers(const Registered& entry, const RegisteredKind& kind, const std::string& to,
+                             const ChangeWay& way) {
+    FileChange change(rules::kDriverFile, way);
+    const IniView& before = change.before();
+    if (!rules::sameName(entry.name, to))
+        change.fail(alreadyThere(before, kind, to, way.scope));
+    Pairs keys;
+    if (const IniSection* section = before.section(entry.name))
+        for (const IniEntry& each : section->entries)
+            keys.emplace_back(each.key, each.value);
+    const IniEntry* listed = before.find(kind.list, entry.name);
+    const std::string value(listed == nullptr ? std::string_view() : listed->value);
+    if (listed != nullptr)
+        change.erase(kind.list, entry.name);
+    change.eraseSection(entry.name);
+    if (listed != nullptr)
+        change.set(kind.list, to, value);
+    change.set(to, keys);
+    if (isDriver(kind))
+        replaceName(change, before.section(rules::kDefault), kind.key, entry.name, to);
+    return change.finish();
+}
+
+ChangeResult renameInDataSources(const std::string& from, const std::string& to, const ChangeWay& way) {
+    FileChange change(rules::kDataSourceFile, way);
+    for (const IniSection& section : change.before().sections()) {
+        const bool isList = rules::sameName(section.name, rules::kDataSourceList);
+        if (isList || !rules::isReservedSection(section.name))
+            replaceName(change, &section, isList ? "" : rules::kDriver, from, to);
+    }
+    return change.finish();
 }
 
 }  // namespace
@@ -107,15 +177,54 @@ ChangeResult registerEntry(const Configuration& configuration, const RegisteredK
 
 ChangeResult unregisterEntry(const Configuration& configuration, const RegisteredKind& kind, const std::string& name,
                              const ChangeWay& way) {
-    if (Reason reason = whyNameRefused(kind, name, rules::kAnyDriver))
-        return {std::move(reason)};
-    if (!configuration.find(kind, name))
-        return {noneRegistered(configuration, kind, name)};
-    if (Reason reason = whyOnlySystems(configuration, kind, name, WhenPresent::change))
+    if (Reason reason = whyNotThere(configuration, kind, name))
         return {std::move(reason)};
     FileChange change(rules::kDriverFile, way);
     composeUnregistration(change, kind, name);
     return change.finish();
+}
+
+ChangeResult setRegisteredKeys(const Configuration& configuration, const RegisteredKind& kind, const std::string& name,
+                               const Pairs& keys, const ChangeWay& way) {
+    if (Reason reason = whyNotThere(configuration, kind, name))
+        return {std::move(reason)};
+    if (Reason reason = whyNotSet(kind, keys))
+        return {std::move(reason)};
+    FileChange change(rules::kDriverFile, way);
+    change.set(name, keys);
+    return change.finish();
+}
+
+ChangeResult unsetRegisteredKeys(const Configuration& configuration, const RegisteredKind& kind,
+                                 const std::string& name, const std::vector<std::string>& keys, const ChangeWay& way) {
+    if (Reason reason = whyNotThere(configuration, kind, name))
+        return {std::move(reason)};
+    FileChange change(rules::kDriverFile, way);
+    for (const std::string& key : keys) {
+        if (rules::sameName(rules::trimmed(key), kind.key))
+            change.fail({Kind::refused, std::string("A ") + kind.word + " cannot be without its library",
+                         "Set another one, or remove the " + std::string(kind.word) + "."});
+        change.erase(name, key);
+    }
+    return change.finish();
+}
+
+ChangeResult renameRegistered(const Configuration& configuration, const RegisteredKind& kind, const std::string& from,
+                              const std::string& to, const ChangeWay& way) {
+    if (Reason reason = whyNotThere(configuration, kind, from))
+        return {std::move(reason)};
+    if (Reason reason = whyNameRefused(kind, to, rules::kNewDriver))
+        return {std::move(reason)};
+    const Registered entry = *configuration.find(kind, from);
+    if (entry.name == to)
+        return {};
+    const auto renameAll = [&] {
+        ChangeResult result = renameInDrivers(entry, kind, to, way);
+        if (result.isDone() && isDriver(kind))
+            result.add(renameInDataSources(entry.name, to, way));
+        return result;
+    };
+    return asOneChange(way, renameAll);
 }
 
 }  // namespace jx::model

@@ -1,4 +1,5 @@
-// Registering drivers and translators, changing and removing them: the one way for the command and for the screens.
+// Registering drivers and translators, changing, renaming and removing them: the one way for the command and for the
+// screens.
 //
 //     const Registration wish{"SQLite3", "/usr/lib/odbc/libsqlite3odbc.so", {}, {}};
 //     const ChangeResult result = registerEntry(configuration, kDriverKind, wish, WhenPresent::fail, way);
@@ -34,6 +35,21 @@ ChangeResult registerEntry(const Configuration& configuration, const RegisteredK
 // Removes the list entry and the section; no library is touched.
 ChangeResult unregisterEntry(const Configuration& configuration, const RegisteredKind& kind, const std::string& name,
                              const ChangeWay& way);
+
+// Stores keys in the section of one that is there. The paths of its library and setup library are looked at as those of
+// a new one are.
+ChangeResult setRegisteredKeys(const Configuration& configuration, const RegisteredKind& kind, const std::string& name,
+                               const Pairs& keys, const ChangeWay& way);
+
+// Keys that are not there are passed over; the key of its library cannot be removed.
+ChangeResult unsetRegisteredKeys(const Configuration& configuration, const RegisteredKind& kind,
+                                 const std::string& name, const std::vector<std::string>& keys, const ChangeWay& way);
+
+// Gives it another name, which may differ in capitals only. Comments inside its section are lost. Data sources that
+// name the driver follow, listed ones and those that name it in their section, and so does the default one; both files
+// are written as one change.
+ChangeResult renameRegistered(const Configuration& configuration, const RegisteredKind& kind, const std::string& from,
+                              const std::string& to, const ChangeWay& way);
 
 // Why nothing of that kind can be called so, unless it is called so already.
 Reason whyNoRegisteredName(const Configuration& configuration, const RegisteredKind& kind, const std::string& name);

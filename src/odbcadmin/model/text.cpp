@@ -1,6 +1,8 @@
 // Showing, joining and completing texts.
 #include "odbcadmin/model/text.h"
 
+#include <array>
+#include <cstdio>
 #include <filesystem>
 #include <system_error>
 
@@ -49,6 +51,13 @@ std::string absolutePath(const std::string& path) {
 
 std::string absoluteLibrary(const std::string& path) {
     return path.find('/') == std::string::npos ? path : absolutePath(path);
+}
+
+std::string secondsText(std::chrono::milliseconds time) {
+    constexpr double kMilliseconds = 1000;
+    std::array<char, 32> text{};
+    std::snprintf(text.data(), text.size(), "%g s", static_cast<double>(time.count()) / kMilliseconds);
+    return text.data();
 }
 
 }  // namespace jx::model

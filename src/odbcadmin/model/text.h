@@ -1,6 +1,7 @@
 // Small operations on texts that more than one room needs.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -22,6 +23,9 @@ std::string joined(const std::vector<std::string>& texts, std::string_view betwe
 
 // "1 driver", "2 drivers"
 std::string counted(std::size_t count, const std::string& word);
+
+// "20 s", "0.5 s"
+std::string secondsText(std::chrono::milliseconds time);
 
 // The path made absolute against the current directory, without looking at the disk.
 std::string absolutePath(const std::string& path);

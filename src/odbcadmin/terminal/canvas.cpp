@@ -93,8 +93,8 @@ std::string Canvas::text() const {
 }
 
 const Lines& linesOf(Charset charset) {
-    static constexpr Lines kUtf8{"─", "│", "┌", "┐", "└", "┘", "▲", "▼", "◀", "▶", "…"};
-    static constexpr Lines kAscii{"-", "|", "+", "+", "+", "+", "^", "v", "<", ">", ">"};
+    static constexpr Lines kUtf8{"─", "│", "┌", "┐", "└", "┘", "▲", "▼", "◀", "▶", "…", "█"};
+    static constexpr Lines kAscii{"-", "|", "+", "+", "+", "+", "^", "v", "<", ">", ">", "#"};
     return charset == Charset::utf8 ? kUtf8 : kAscii;
 }
 

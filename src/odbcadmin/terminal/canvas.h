@@ -14,6 +14,7 @@ namespace jx::terminal {
 enum class Look : unsigned char {
     plain,
     bar,       // the lines at the top and bottom of the screen
+    barKey,    // a key's name in the one at the bottom
     title,     // a dialog's title
     key,       // the letter of an access key
     field,     // an edit field
@@ -75,7 +76,7 @@ private:
 // The characters of lines and marks in a charset.
 struct Lines {
     const char *horizontal, *vertical, *topLeft, *topRight, *bottomLeft, *bottomRight;
-    const char *up, *down, *left, *right, *cut;
+    const char *up, *down, *left, *right, *cut, *thumb;
 };
 const Lines& linesOf(Charset charset);
 

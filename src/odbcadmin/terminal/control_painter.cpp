@@ -143,10 +143,14 @@ std::optional<Point> ControlPainter::field(int index, const JxwControlInfo& cont
     const Look look = control.enabled == 0 ? Look::grey : Look::field;
     const bool isFresh = hasFocus && view_.freshField == index;
     canvas_.fill(place, look);
-    const int end = canvas_.put({place.column, place.line}, cutTo(text, place.columns, abilities_.charset),
-                                isFresh ? Look::focus : look);
+    const std::string shown = cutTo(text, place.columns, abilities_.charset);
+    const int end = canvas_.put({place.column, place.line}, shown, isFresh ? Look::focus : look);
     for (int column = end; column < place.right() && !abilities_.underline; ++column)
         canvas_.put({column, place.line}, "_", look);
+    if (edit.firstByte > 0)
+        canvas_.put({place.column, place.line}, "<", Look::bar);
+    if (shown.size() < text.size())
+        canvas_.put({place.right() - 1, place.line}, ">", Look::bar);
     if (!hasFocus)
         return std::nullopt;
     return Point{place.column + columnsOf(left, abilities_.charset), place.line};
@@ -162,6 +166,31 @@ void ControlPainter::row(const std::string& text, const Rect& place, Look look) 
     canvas_.put({place.right() - 1, place.line}, linesOf(abilities_.charset).cut, look);
 }
 
+void ControlPainter::scrollBar(const JxwControlInfo& control, const Rect& place, int firstRow, Look look) {
+    const Lines& lines = linesOf(abilities_.charset);
+    const Rect rows = rowsOf(place);
+    const int column = place.right() - 1;
+    const ListThumb thumb = thumbOf(control, rows.lines, firstRow);
+    for (int line = 0; line < thumb.lines; ++line)
+        canvas_.put({column, rows.line + thumb.line + line}, lines.thumb, look);
+    if (firstRow > 0)
+        canvas_.put({column, rows.line}, lines.up, look);
+    if (firstRow + rows.lines < control.rowCount)
+        canvas_.put({column, rows.bottom() - 1}, lines.down, look);
+}
+
+// Where in the list the user is, at the end of its lower edge.
+void ControlPainter::position(const JxwControlInfo& control, const Rect& place, Look look) {
+    if (control.rowCount == 0)
+        return;
+    const std::string count = std::to_string(control.rowCount);
+    const std::string text = control.selection < 0 ? " " + count + (control.rowCount == 1 ? " row " : " rows ")
+                                                   : " " + std::to_string(control.selection + 1) + " of " + count + " ";
+    const int columns = static_cast<int>(text.size());
+    if (columns <= place.columns - 4)
+        canvas_.put({place.right() - 2 - columns, place.bottom() - 1}, text, look);
+}
+
 void ControlPainter::list(int index, const JxwControlInfo& control, const Rect& place, bool hasFocus) {
     const Look plain = control.enabled == 0 ? Look::grey : Look::plain;
     const Rect rows = rowsOf(place);
@@ -174,11 +203,9 @@ void ControlPainter::list(int index, const JxwControlInfo& control, const Rect& 
         const Look look = number != control.selection ? plain : hasFocus ? Look::focus : Look::selected;
         row(text != nullptr ? text : "", {rows.column, rows.line + line, rows.columns, 1}, look);
     }
-    const Lines& lines = linesOf(abilities_.charset);
-    if (view.firstRow > 0)
-        canvas_.put({place.right() - 1, rows.line}, lines.up, plain);
-    if (view.firstRow + rows.lines < control.rowCount)
-        canvas_.put({place.right() - 1, rows.bottom() - 1}, lines.down, plain);
+    scrollBar(control, place, view.firstRow, plain);
+    if (place.lines >= 3)
+        position(control, place, plain);
     // Where the user is shows in a list without a selection, too.
     if (hasFocus && control.selection < 0 && control.rowCount > 0)
         canvas_.dress({rows.column, rows.line, 1, 1}, Look::focus);

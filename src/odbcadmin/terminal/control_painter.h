@@ -28,6 +28,8 @@ private:
     void group(const JxwControlInfo& control, const Rect& place);
     std::optional<Point> field(int index, const JxwControlInfo& control, const Rect& whole, bool hasFocus);
     void list(int index, const JxwControlInfo& control, const Rect& place, bool hasFocus);
+    void scrollBar(const JxwControlInfo& control, const Rect& place, int firstRow, Look look);
+    void position(const JxwControlInfo& control, const Rect& place, Look look);
     void row(const std::string& text, const Rect& place, Look look);
     bool bracketsGrey(const JxwControlInfo& control) const { return control.enabled == 0 && !abilities_.dim; }
 

@@ -21,8 +21,9 @@ namespace {
 
 constexpr unsigned int kEscape = 27;
 constexpr unsigned int kDelete = 127;
-constexpr unsigned int kRedraw = 12;  // Ctrl-L
-constexpr long kDoublePress = 500;    // milliseconds
+constexpr unsigned int kRedraw = 12;       // Ctrl-L
+constexpr unsigned int kFirstPart = 0x80;  // bytes of characters beyond ASCII
+constexpr long kDoublePress = 500;         // milliseconds
 constexpr unsigned int kPasteBegins = 200;
 constexpr std::string_view kPasteEnd = "\033[201~";
 
@@ -43,42 +44,66 @@ Key keyIn(const std::pair<Code, Key> (&table)[Size], Code code) {
     return Key::none;
 }
 
+// Keys that only some descriptions have, and that have no number of their own.
+Key keyOfName(unsigned int code) {
+    const char* name = keyname(static_cast<int>(code));
+    if (name == nullptr)
+        return Key::none;
+    const std::string_view text = name;
+    return text == "kLFT5" ? Key::wordLeft : text == "kRIT5" ? Key::wordRight : Key::none;
+}
+
 Key keyOfCode(unsigned int code) {
     constexpr std::pair<unsigned int, Key> kKeys[] = {
-        {KEY_UP, Key::up},        {KEY_DOWN, Key::down},      {KEY_LEFT, Key::left},
-        {KEY_RIGHT, Key::right},  {KEY_HOME, Key::home},      {KEY_END, Key::end},
-        {KEY_PPAGE, Key::pageUp}, {KEY_NPAGE, Key::pageDown}, {KEY_BACKSPACE, Key::backspace},
-        {KEY_DC, Key::erase},     {KEY_ENTER, Key::enter},    {KEY_BTAB, Key::backTab},
-        {KEY_F(1), Key::f1},      {KEY_F(2), Key::f2},        {KEY_RESIZE, Key::repaint}};
-    return keyIn(kKeys, code);
+        {KEY_UP, Key::up},         {KEY_DOWN, Key::down},      {KEY_LEFT, Key::left},
+        {KEY_RIGHT, Key::right},   {KEY_HOME, Key::home},      {KEY_END, Key::end},
+        {KEY_PPAGE, Key::pageUp},  {KEY_NPAGE, Key::pageDown}, {KEY_BACKSPACE, Key::backspace},
+        {KEY_DC, Key::erase},      {KEY_ENTER, Key::enter},    {KEY_BTAB, Key::backTab},
+        {KEY_RESIZE, Key::repaint}};
+    constexpr unsigned int kLastFunctionKey = 12;
+    if (code >= KEY_F(1) && code <= KEY_F(kLastFunctionKey))
+        return functionKey(static_cast<int>(code - KEY_F0));
+    const Key key = keyIn(kKeys, code);
+    return key != Key::none ? key : keyOfName(code);
 }
 
 Key keyOfControl(unsigned int code) {
     constexpr std::pair<unsigned int, Key> kKeys[] = {
-        {'\r', Key::enter},         {'\n', Key::enter},           {'\t', Key::tab},
-        {'\b', Key::backspace},     {kDelete, Key::backspace},    {ctrl('A'), Key::home},
-        {ctrl('E'), Key::end},      {ctrl('K'), Key::eraseToEnd}, {ctrl('U'), Key::eraseToBegin},
-        {ctrl('W'), Key::eraseWord}};
+        {'\r', Key::enter},          {'\n', Key::enter},           {'\t', Key::tab},
+        {'\b', Key::backspace},      {kDelete, Key::backspace},    {ctrl('A'), Key::home},
+        {ctrl('E'), Key::end},       {ctrl('B'), Key::left},       {ctrl('F'), Key::right},
+        {ctrl('P'), Key::up},        {ctrl('N'), Key::down},       {ctrl('D'), Key::erase},
+        {ctrl('W'), Key::eraseWord}, {ctrl('K'), Key::eraseToEnd}, {ctrl('U'), Key::eraseToBegin},
+        {ctrl('_'), Key::undo}};
     return keyIn(kKeys, code);
 }
 
 // The keys that terminals send as "CSI parameter final" or "SS3 final" although their description does not have them.
-Key keyOfSequence(char final, unsigned int parameter) {
-    constexpr std::pair<char, Key> kFinals[] = {
-        {'A', Key::up},  {'B', Key::down},    {'C', Key::right}, {'D', Key::left}, {'H', Key::home},
-        {'F', Key::end}, {'Z', Key::backTab}, {'P', Key::f1},    {'Q', Key::f2},   {'M', Key::enter}};
-    constexpr std::pair<unsigned int, Key> kNumbers[] = {{1, Key::home},   {3, Key::erase},    {4, Key::end},
-                                                         {5, Key::pageUp}, {6, Key::pageDown}, {7, Key::home},
-                                                         {8, Key::end},    {11, Key::f1},      {12, Key::f2}};
+Key keyOfSequence(char final, unsigned int parameter, unsigned int modifier) {
+    constexpr unsigned int kCtrl = 5;
+    if (modifier == kCtrl && (final == 'C' || final == 'D'))
+        return final == 'C' ? Key::wordRight : Key::wordLeft;
+    constexpr std::pair<char, Key> kFinals[] = {{'A', Key::up},      {'B', Key::down}, {'C', Key::right},
+                                                {'D', Key::left},    {'H', Key::home}, {'F', Key::end},
+                                                {'Z', Key::backTab}, {'P', Key::f1},   {'Q', Key::f2},
+                                                {'R', Key::f3},      {'S', Key::f4},   {'M', Key::enter}};
+    constexpr std::pair<unsigned int, Key> kNumbers[] = {
+        {1, Key::home}, {3, Key::erase}, {4, Key::end},  {5, Key::pageUp}, {6, Key::pageDown},
+        {7, Key::home}, {8, Key::end},   {11, Key::f1},  {12, Key::f2},    {13, Key::f3},
+        {14, Key::f4},  {15, Key::f5},   {17, Key::f6},  {18, Key::f7},    {19, Key::f8},
+        {20, Key::f9},  {21, Key::f10},  {23, Key::f11}, {24, Key::f12}};
     return final == '~' ? keyIn(kNumbers, parameter) : keyIn(kFinals, final);
 }
 
+// A key of ncurses, or a byte: characters are put together here, since ncurses forgets the begin of one whose rest
+// comes late.
 bool readKey(bool& isCode, unsigned int& code) {
-    wint_t read = 0;
-    const int result = get_wch(&read);
-    isCode = result == KEY_CODE_YES;
-    code = read;
-    return result != ERR;
+    const int read = getch();
+    if (read == ERR)
+        return false;
+    isCode = read >= KEY_CODE_YES;
+    code = static_cast<unsigned int>(read);
+    return true;
 }
 
 }  // namespace
@@ -90,23 +115,32 @@ void CursesTerminal::add(Key key) {
     ready_.push_back(input);
 }
 
-// The bytes of a character; none of what the locale does not have.
-std::string CursesTerminal::bytesOf(unsigned int code) {
-    char bytes[MB_LEN_MAX] = {};
+// A byte of a character. What the locale does not have is dropped.
+void CursesTerminal::addByte(unsigned int code, bool alt) {
+    unfinished_ += static_cast<char>(code);
+    isUnfinishedAlt_ = isUnfinishedAlt_ || alt;
     std::mbstate_t shift{};
-    const std::size_t length = std::wcrtomb(bytes, static_cast<wchar_t>(code), &shift);
-    return length == static_cast<std::size_t>(-1) ? std::string() : std::string(bytes, length);
+    const std::size_t length = std::mbrtowc(nullptr, unfinished_.data(), unfinished_.size(), &shift);
+    if (length == static_cast<std::size_t>(-2))
+        return;
+    Input input;
+    input.text = std::exchange(unfinished_, {});
+    input.alt = std::exchange(isUnfinishedAlt_, false);
+    if (length != static_cast<std::size_t>(-1)) {
+        input.key = Key::character;
+        input.time = now();
+        ready_.push_back(input);
+    } else if (input.text.size() > 1) {
+        addByte(code, /*alt=*/false);
+    }
 }
 
-void CursesTerminal::addCharacter(unsigned int code, bool alt) {
-    Input input;
-    input.text = bytesOf(code);
-    if (input.text.empty())
-        return;
-    input.key = Key::character;
-    input.alt = alt;
-    input.time = now();
-    ready_.push_back(input);
+// A key that belongs to a sequence: on a slow line it may come as late as ncurses itself would wait for it.
+bool CursesTerminal::readRest(bool& isCode, unsigned int& code) const {
+    if (readKey(isCode, code))
+        return true;
+    pollfd source{::fileno(input_.get()), POLLIN, 0};
+    return ::poll(&source, 1, get_escdelay()) > 0 && readKey(isCode, code);
 }
 
 // A sequence that the terminal's description does not have, behind its first two bytes: it is read to its end, so that
@@ -114,31 +148,35 @@ void CursesTerminal::addCharacter(unsigned int code, bool alt) {
 void CursesTerminal::takeSequence(unsigned int second) {
     bool isCode = false;
     unsigned int code = 0;
-    unsigned int parameter = 0;
-    if (!readKey(isCode, code)) {
-        addCharacter(second, /*alt=*/true);
+    std::vector<unsigned int> parameters(1);
+    if (!readRest(isCode, code)) {
+        addByte(second, /*alt=*/true);
         return;
     }
     constexpr unsigned int kMost = 10000;
     while (!isCode && code >= ' ' && code < '@') {
         if (code >= '0' && code <= '9')
-            parameter = std::min(parameter * 10 + (code - '0'), kMost);
-        if (!readKey(isCode, code))
+            parameters.back() = std::min(parameters.back() * 10 + (code - '0'), kMost);
+        else if (code == ';')
+            parameters.push_back(0);
+        if (!readRest(isCode, code))
             return;
     }
+    const unsigned int parameter = parameters.front();
+    const unsigned int modifier = parameters.size() > 1 ? parameters[1] : 0;
     if (isCode)
         takeKey(isCode, code);
     else if (code == '~' && parameter == kPasteBegins)
         isPasting_ = true;
     else
-        add(keyOfSequence(static_cast<char>(code), parameter));
+        add(keyOfSequence(static_cast<char>(code), parameter, modifier));
 }
 
 // What is pasted is collected up to the sequence that ends it, and becomes one input.
 void CursesTerminal::takePasted(bool isCode, unsigned int code) {
     if (isCode)
         return;
-    pasted_ += bytesOf(code);
+    pasted_ += static_cast<char>(code);
     if (!pasted_.ends_with(kPasteEnd))
         return;
     pasted_.resize(pasted_.size() - kPasteEnd.size());
@@ -156,7 +194,7 @@ void CursesTerminal::takeEscape() {
     } else if (!isCode && (code == '[' || code == 'O')) {
         takeSequence(code);
     } else if (!isCode && code >= ' ' && code != kDelete) {
-        addCharacter(code, /*alt=*/true);
+        addByte(code, /*alt=*/true);
     } else {
         add(Key::escape);
         takeKey(isCode, code);
@@ -192,6 +230,8 @@ void CursesTerminal::takeMouse() {
 }
 
 void CursesTerminal::takeKey(bool isCode, unsigned int code) {
+    if (isCode || code < kFirstPart)
+        unfinished_.clear();
     if (isPasting_) {
         takePasted(isCode, code);
     } else if (isCode && code == KEY_MOUSE) {
@@ -206,7 +246,7 @@ void CursesTerminal::takeKey(bool isCode, unsigned int code) {
     } else if (code < ' ' || code == kDelete) {
         add(keyOfControl(code));
     } else {
-        addCharacter(code, /*alt=*/false);
+        addByte(code, /*alt=*/false);
     }
 }
 
@@ -235,11 +275,18 @@ void CursesTerminal::takeSignals() {
     add(Key::repaint);
 }
 
-// Waits for the terminal or a signal; false when the terminal is gone.
+// Waits for the terminal or a signal, at most a second: then the screen may look whether files have changed. False when
+// the terminal is gone.
 bool CursesTerminal::waitForMore() {
     pollfd sources[] = {{::fileno(input_.get()), POLLIN, 0}, {guard_->wakeDescriptor(), POLLIN, 0}};
-    if (::poll(sources, 2, -1) < 0)
+    constexpr int kGlance = 1000;
+    const int ready = ::poll(sources, 2, kGlance);
+    if (ready < 0)
         return errno == EINTR;
+    if (ready == 0) {
+        add(Key::none);
+        return true;
+    }
     if (sources[1].revents != 0)
         takeSignals();
     if ((sources[0].revents & POLLIN) == 0)

@@ -26,8 +26,8 @@ constexpr short kBarPair = 1;
 constexpr short kSelectedPair = 2;
 constexpr short kAlarmPair = 3;
 
-// How long an escape sequence may take to arrive whole, in milliseconds: slow links tear them apart.
-constexpr int kEscapeDelay = 100;
+// How long the next byte of an escape sequence may take to arrive, in milliseconds: slow lines tear them apart.
+constexpr int kEscapeDelay = 300;
 
 FILE* openCopy(int descriptor, const char* mode) {
     const int copy = ::fcntl(descriptor, F_DUPFD_CLOEXEC, 3);
@@ -151,6 +151,8 @@ unsigned long CursesTerminal::attributesOf(Look look) const {
     switch (look) {
         case Look::bar:
             return hasColors_ ? attributeOf(kBarPair) : A_REVERSE;
+        case Look::barKey:
+            return A_BOLD | (hasColors_ ? attributeOf(kBarPair) : A_REVERSE);
         case Look::title:
             return A_BOLD;
         case Look::key:

@@ -49,11 +49,11 @@ private:
     void takeEscape();
     void takeSequence(unsigned int second);
     void takePasted(bool isCode, unsigned int code);
-    static std::string bytesOf(unsigned int code);
+    bool readRest(bool& isCode, unsigned int& code) const;
     void takeMouse();
     void pressedAt(Point place);
     void add(Key key);
-    void addCharacter(unsigned int code, bool alt);
+    void addByte(unsigned int code, bool alt);
     void takeSignals();
     bool waitForMore();
 
@@ -68,6 +68,8 @@ private:
     bool isPasting_ = false;
     std::string pasted_;  // so far
     std::unique_ptr<Guard> guard_;
+    std::string unfinished_;  // a character of which bytes are missing
+    bool isUnfinishedAlt_ = false;
     std::deque<Input> ready_;
     Input lastPress_;
 };

@@ -7,28 +7,47 @@ namespace jx::terminal {
 
 namespace {
 
-// The label of an edit field comes before the field's end where there is no room for both.
-Rect fieldToShow(HWND dialog, int index, const Rect& field) {
+// The begin of an edit field, and of its label what fits beside that.
+Rect fieldToShow(const JxwDialogInfo& dialog, const DialogPlace& place, const Rect& field) {
     constexpr int kLeastColumns = 12;
     JxwControlInfo label{};
-    if (JXW_GetControlInfo(dialog, index - 1, &label) == 0 || label.kind != JXW_LABEL)
+    if (JXW_GetControlInfo(dialog.dialog, dialog.focus - 1, &label) == 0 || label.kind != JXW_LABEL)
         return field;
-    const int begin = std::min(placeOf(label).column, field.column);
     const int end = field.column + std::min(kLeastColumns, field.columns);
+    const int begin = std::max(std::min(place.of(label).column, field.column), end - place.inside.columns);
     return {begin, field.line, end - begin, field.lines};
 }
 
-// What of a control is to be seen when the user is there: all of it with what stands beside and above it, or the chosen
-// row of a list that is larger than the window.
-Rect partToShow(const JxwDialogInfo& dialog, const JxwControlInfo& control, const Rect& seen) {
-    Rect part = placeOf(control);
-    if (control.kind == JXW_EDIT && dialog.width / 4 > seen.columns)
-        part = fieldToShow(dialog.dialog, dialog.focus, part);
-    if (control.kind == JXW_LISTBOX && part.lines + 1 > seen.lines && control.selection > 0)
-        part = {part.column, part.line + 1, part.columns, 1};
-    else
-        part = {part.column, part.line - 1, part.columns, part.lines + 1};
-    return {std::max(0, part.column - 2), std::max(0, part.line), part.columns + 3, part.lines};
+// What stands beside and above a control is seen with it where there is room.
+Rect withSurroundings(const Rect& part, const Rect& seen) {
+    Rect wider = part;
+    if (part.columns + 3 <= seen.columns) {
+        wider.column = std::max(0, part.column - 2);
+        wider.columns = part.columns + 3;
+    }
+    if (part.lines + 1 <= seen.lines) {
+        wider.line = std::max(0, part.line - 1);
+        wider.lines = part.lines + 1;
+    }
+    return wider;
+}
+
+// What of a control is to be seen when the user is there: all of it, or the chosen row of a list that is larger than
+// the window.
+Rect partToShow(const JxwDialogInfo& dialog, const JxwControlInfo& control, const DialogPlace& place, int firstRow) {
+    const Rect& seen = place.inside;
+    Rect part = place.of(control);
+    if (control.kind == JXW_EDIT && place.columns > seen.columns)
+        return withSurroundings(fieldToShow(dialog, place, part), seen);
+    if (control.kind != JXW_LISTBOX || part.lines + 1 <= seen.lines)
+        return withSurroundings(part, seen);
+    constexpr int kRoomForLabel = 4;
+    if (control.selection <= 0 && seen.lines >= kRoomForLabel)
+        return {part.column, std::max(0, part.line - 1), part.columns, part.lines};
+    const Rect rows = rowsOf(part);
+    part.line = rows.line + std::clamp(control.selection - firstRow, 0, rows.lines - 1);
+    part.lines = 1;
+    return part;
 }
 
 // Scrolls a dialog to the control that has the focus when that is another than before.
@@ -36,14 +55,19 @@ void followFocus(const JxwDialogInfo& dialog, DialogPlace& place, const Rect& ar
     JxwControlInfo control{};
     const bool isThere = JXW_GetControlInfo(dialog.dialog, dialog.focus, &control) != 0;
     const int row = isThere && control.kind == JXW_LISTBOX ? control.selection : -1;
-    if (isThere && (dialog.focus != view.shownFocus || row != view.shownRow)) {
-        Rect part = partToShow(dialog, control, place.inside);
-        const ListView& list = view.lists[dialog.focus];
-        if (part.lines == 1 && row > 0)
-            part.line += std::clamp(row - list.firstRow, 0, rowsSeen(placeOf(control)) - 1);
+    const bool isOther = dialog.focus != view.shownFocus || area != view.shownArea;
+    if (isThere && (isOther || row != view.shownRow)) {
+        ListView& list = view.lists[dialog.focus];
+        if (control.kind == JXW_LISTBOX)
+            list.follow(control, rowsSeen(place.of(control)));
+        Rect part = partToShow(dialog, control, place, list.firstRow);
+        // Another row of a list that is wider than the window does not move it sideways.
+        if (!isOther && part.columns > place.inside.columns)
+            part = {place.scrolled.column, part.line, place.inside.columns, part.lines};
         view.scrolled = scrolledTo(place, part);
         place = placeDialog(dialog, area, view.scrolled);
     }
+    view.shownArea = area;
     if (dialog.focus != view.shownFocus)
         view.freshField = isThere && control.kind == JXW_EDIT && *control.text != '\0' ? dialog.focus : -1;
     view.shownFocus = dialog.focus;
@@ -89,7 +113,7 @@ std::optional<Point> paintDialog(Canvas& canvas, const Abilities& abilities, con
         if (JXW_GetControlInfo(dialog.dialog, index, &control) == 0)
             continue;
         const bool hasFocus = index == dialog.focus && dialog.active != 0 && dialog.enabled != 0;
-        const auto found = painter.paint(index, control, place.onScreen(placeOf(control)), hasFocus);
+        const auto found = painter.paint(index, control, place.onScreen(place.of(control)), hasFocus);
         if (found && place.inside.contains(*found))
             cursor = found;
     }
@@ -116,22 +140,14 @@ void paintHeading(Canvas& canvas, const Rect& part, const std::string& text) {
         canvas.put({part.column + 1, part.line}, cutTo(text, part.columns - 2, canvas.charset()), Look::bar);
 }
 
-void paintHelp(Canvas& canvas, const Rect& part, const std::string& told, const std::string& keys) {
+void paintHelp(Canvas& canvas, const Rect& part, const std::string& told) {
     canvas.fill(part);
-    const int keyLines = part.lines > 1 ? 1 : 0;
     const std::vector<std::string> lines = wrapped(told, part.columns - 2, canvas.charset());
-    const int room = part.lines - keyLines;
-    for (int line = 0; line < room && line < static_cast<int>(lines.size()); ++line) {
-        const bool isCut = line == room - 1 && line + 1 < static_cast<int>(lines.size());
-        const std::string& text = lines[static_cast<std::size_t>(line)];
-        const int end = canvas.put({part.column + 1, part.line + line}, text);
+    for (int line = 0; line < part.lines && line < static_cast<int>(lines.size()); ++line) {
+        const bool isCut = line == part.lines - 1 && line + 1 < static_cast<int>(lines.size());
+        const int end = canvas.put({part.column + 1, part.line + line}, lines[static_cast<std::size_t>(line)]);
         if (isCut)
             canvas.put({std::min(end, part.right() - 1), part.line + line}, linesOf(canvas.charset()).cut);
-    }
-    if (keyLines > 0) {
-        const Rect bar{part.column, part.bottom() - 1, part.columns, 1};
-        canvas.fill(bar, Look::bar);
-        canvas.put({bar.column + 1, bar.line}, cutTo(keys, bar.columns - 2, canvas.charset()), Look::bar);
     }
 }
 

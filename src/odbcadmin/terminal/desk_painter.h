@@ -1,4 +1,4 @@
-// Painting everything that is open: dialogs, the heading, the help lines.
+// Painting everything that is open: dialogs, the heading, the help.
 #pragma once
 
 #include <jxscreen.h>
@@ -19,7 +19,7 @@ std::optional<Point> paintDialogs(Canvas& canvas, const Abilities& abilities, co
 // Paints the line at the top.
 void paintHeading(Canvas& canvas, const Rect& part, const std::string& text);
 
-// Paints the lines at the bottom: what is told, and the keys below it where there is room.
-void paintHelp(Canvas& canvas, const Rect& part, const std::string& told, const std::string& keys);
+// Paints what is told, as much as part holds.
+void paintHelp(Canvas& canvas, const Rect& part, const std::string& told);
 
 }  // namespace jx::terminal

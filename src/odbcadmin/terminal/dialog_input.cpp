@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "odbcadmin/assist/help.h"
+#include "odbcadmin/assist/path_completion.h"
 #include "odbcadmin/terminal/edit_text.h"
 
 namespace jx::terminal {
@@ -57,11 +58,11 @@ unsigned short neighbour(HWND dialog, int index, int step) {
 }
 
 // The control at a place in the dialog; -1 when there is none. What a frame surrounds lies above it.
-int controlAt(HWND dialog, Point inside) {
+int controlAt(HWND dialog, const DialogPlace& place, Point inside) {
     int found = -1;
     JxwControlInfo control{};
     for (int index = 0; JXW_GetControlInfo(dialog, index, &control) != 0; ++index) {
-        if (placeOf(control).contains(inside) && (control.kind != JXW_GROUPBOX || found < 0))
+        if (place.of(control).contains(inside) && (control.kind != JXW_GROUPBOX || found < 0))
             found = index;
     }
     return found;
@@ -78,12 +79,29 @@ void pressFrame(const DialogPlace& place, Point point, DialogView& view) {
         view.scrolled.column += point.column < frame.column + frame.columns / 2 ? -kSideways : kSideways;
 }
 
+// Presses on the bar at a list's right edge; false where that is not.
+bool pressScrollBar(const JxwControlInfo& list, const Rect& part, Point inside, ListView& seen) {
+    const Rect rows = rowsOf(part);
+    const int line = inside.line - rows.line;
+    if (part.lines < 3 || inside.column != part.right() - 1 || line < 0 || line >= rows.lines)
+        return false;
+    const ListThumb thumb = thumbOf(list, rows.lines, seen.firstRow);
+    const int page = std::max(1, rows.lines - 1);
+    if (line == 0 || line == rows.lines - 1)
+        seen.scroll(list, rows.lines, line == 0 ? -1 : 1);
+    else if (line < thumb.line)
+        seen.scroll(list, rows.lines, -page);
+    else if (line >= thumb.line + thumb.lines)
+        seen.scroll(list, rows.lines, page);
+    return true;
+}
+
 }  // namespace
 
 bool DialogInput::listKey(const Focus& focus, Key key) {
     if (focus.control.kind != JXW_LISTBOX || focus.control.rowCount == 0)
         return false;
-    const int page = std::max(1, rowsSeen(placeOf(focus.control)) - 1);
+    const int page = std::max(1, rowsSeen(focus.place.of(focus.control)) - 1);
     const int row = rowFor(key, focus.control, page);
     if (row < 0)
         return false;
@@ -104,8 +122,13 @@ bool DialogInput::fieldKey(const Focus& focus, const Input& input) {
     if (focus.control.kind != JXW_EDIT || focus.control.enabled == 0)
         return false;
     EditView& edit = focus.view.edits[focus.index];
-    edit.follow(focus.control.text, placeOf(focus.control).columns, abilities_.charset);
+    edit.follow(focus.control.text, focus.place.of(focus.control).columns, abilities_.charset);
+    if (input.key == Key::undo) {
+        undo(focus, edit);
+        return true;
+    }
     std::string text = focus.control.text;
+    const EditState before{text, edit.caret};
     const bool isFresh = focus.view.freshField == focus.index && !input.alt;
     if (isFresh && (input.key == Key::character || input.key == Key::paste || input.key == Key::backspace ||
                     input.key == Key::erase))
@@ -113,11 +136,24 @@ bool DialogInput::fieldKey(const Focus& focus, const Input& input) {
     if (!editText(text, edit.caret, input, abilities_.charset))
         return false;
     focus.view.freshField = -1;
-    if (text == edit.shownText)
+    if (text == edit.shownText) {
+        edit.history.endRun();
         return true;
+    }
+    edit.history.keep(before, input.key);
     edit.shownText = text;
     JXW_UserEdit(focus.dialog, focus.control.id, text.c_str());
     return true;
+}
+
+void DialogInput::undo(const Focus& focus, EditView& edit) {
+    focus.view.freshField = -1;
+    std::optional<EditState> before = edit.history.takeBack();
+    if (!before)
+        return;
+    edit.caret = before->caret;
+    edit.shownText = before->text;
+    JXW_UserEdit(focus.dialog, focus.control.id, before->text.c_str());
 }
 
 // Pasted text goes into fields; anywhere else it would be taken for commands.
@@ -227,7 +263,8 @@ std::string DialogInput::key(const Focus& focus, const Input& input) {
             JXW_UserKey(focus.dialog, JXW_KEY_ESCAPE);
             break;
         case Key::tab:
-            JXW_UserKey(focus.dialog, JXW_KEY_NEXT);
+            if (focus.view.freshField == focus.index || !assist::completePath(focus.dialog))
+                JXW_UserKey(focus.dialog, JXW_KEY_NEXT);
             break;
         case Key::backTab:
             JXW_UserKey(focus.dialog, JXW_KEY_PREVIOUS);
@@ -240,75 +277,65 @@ std::string DialogInput::key(const Focus& focus, const Input& input) {
     return {};
 }
 
-void DialogInput::pressInList(HWND dialog, int index, Point inside, bool isDouble, DialogView& view) {
-    JxwControlInfo list{};
-    JXW_GetControlInfo(dialog, index, &list);
-    const Rect place = placeOf(list);
-    const Rect rows = rowsOf(place);
-    ListView& seen = view.lists[index];
-    if (place.lines >= 3 && inside.column == place.right() - 1) {
-        seen.scroll(list, rows.lines, inside.line < place.line + place.lines / 2 ? 1 - rows.lines : rows.lines - 1);
+void DialogInput::pressInList(const Spot& spot, bool isDouble) {
+    const JxwControlInfo& list = spot.control;
+    const Rect rows = rowsOf(spot.part);
+    ListView& seen = spot.view.lists[spot.index];
+    if (pressScrollBar(list, spot.part, spot.inside, seen))
         return;
-    }
-    const int row = rows.contains(inside) ? seen.firstRow + inside.line - rows.line : list.rowCount;
+    const int row = rows.contains(spot.inside) ? seen.firstRow + spot.inside.line - rows.line : list.rowCount;
     if (row >= list.rowCount) {
-        JXW_UserFocus(dialog, list.id);
+        JXW_UserFocus(spot.dialog, list.id);
         return;
     }
     seen.shownSelection = row;  // it stays where it was pressed
     if (isDouble)
-        working_(JXW_GetRow(dialog, index, row));
+        working_(JXW_GetRow(spot.dialog, spot.index, row));
     if (isDouble)
-        JXW_UserDoubleClick(dialog, list.id, row);
+        JXW_UserDoubleClick(spot.dialog, list.id, row);
     else
-        JXW_UserSelect(dialog, list.id, row);
+        JXW_UserSelect(spot.dialog, list.id, row);
 }
 
-void DialogInput::pressInField(HWND dialog, int index, Point inside, DialogView& view) {
-    JxwControlInfo field{};
-    JXW_GetControlInfo(dialog, index, &field);
-    EditView& edit = view.edits[index];
-    edit.follow(field.text, placeOf(field).columns, abilities_.charset);
-    edit.caret = edit.firstByte + caretAt(std::string(field.text).substr(edit.firstByte),
-                                          inside.column - placeOf(field).column, abilities_.charset);
-    JXW_UserFocus(dialog, field.id);
-    view.shownFocus = index;
-    view.freshField = -1;
+void DialogInput::pressInField(const Spot& spot) {
+    const JxwControlInfo& field = spot.control;
+    EditView& edit = spot.view.edits[spot.index];
+    edit.follow(field.text, spot.part.columns, abilities_.charset);
+    edit.history.endRun();
+    const std::string_view seen = std::string_view(field.text).substr(edit.firstByte);
+    const int column = spot.inside.column - spot.part.column;
+    const bool isHidden = (field.flags & JXW_PASSWORD) != 0;
+    edit.caret = edit.firstByte + (isHidden ? caretBehindGlyphs(seen, column, abilities_.charset)
+                                            : caretAt(seen, column, abilities_.charset));
+    JXW_UserFocus(spot.dialog, field.id);
+    spot.view.shownFocus = spot.index;
+    spot.view.freshField = -1;
 }
 
-std::string DialogInput::pressAt(HWND dialog, int index, Point inside, const Input& input, DialogView& view) {
-    JxwControlInfo control{};
-    JXW_GetControlInfo(dialog, index, &control);
+std::string DialogInput::pressAt(const Spot& spot, const Input& input) {
+    const JxwControlInfo& control = spot.control;
     if (control.enabled == 0)
-        return assist::helpOn(dialog, index);
+        return assist::helpOn(spot.dialog, spot.index);
     switch (control.kind) {
         case JXW_BUTTON:
-            command(dialog, control);
+            command(spot.dialog, control);
             break;
         case JXW_CHECKBOX:
         case JXW_RADIO:
-            JXW_UserCheck(dialog, control.id);
+            JXW_UserCheck(spot.dialog, control.id);
             break;
         case JXW_LISTBOX:
-            pressInList(dialog, index, inside, input.key == Key::doublePress, view);
+            pressInList(spot, input.key == Key::doublePress);
             break;
         case JXW_EDIT:
-            pressInField(dialog, index, inside, view);
+            pressInField(spot);
             break;
         default:
             if (control.accessKey != 0)
-                JXW_UserAccessKey(dialog, control.accessKey);
+                JXW_UserAccessKey(spot.dialog, control.accessKey);
             break;
     }
     return {};
-}
-
-void DialogInput::wheel(HWND dialog, int index, int rows, DialogView& view) {
-    JxwControlInfo control{};
-    if (JXW_GetControlInfo(dialog, index, &control) != 0 && control.kind == JXW_LISTBOX)
-        view.lists[index].scroll(control, rowsSeen(placeOf(control)), rows);
-    else
-        view.scrolled.line += rows;
 }
 
 std::string DialogInput::mouse(HWND dialog, const Input& input, const Rect& area, DialogView& view) {
@@ -316,14 +343,21 @@ std::string DialogInput::mouse(HWND dialog, const Input& input, const Rect& area
     JXW_GetDialogInfo(dialog, &info);
     const DialogPlace place = placeDialog(info, area, view.scrolled);
     const bool isInside = place.inside.contains(input.place);
-    const Point inside = place.inDialog(input.place);
-    const int index = isInside ? controlAt(dialog, inside) : -1;
-    if (input.key == Key::wheelUp || input.key == Key::wheelDown)
-        wheel(dialog, index, input.key == Key::wheelUp ? -kWheelRows : kWheelRows, view);
-    else if (index >= 0)
-        return pressAt(dialog, index, inside, input, view);
-    else if (!isInside)
+    Spot spot{dialog, -1, {}, {}, place.inDialog(input.place), view};
+    spot.index = isInside ? controlAt(dialog, place, spot.inside) : -1;
+    if (JXW_GetControlInfo(dialog, spot.index, &spot.control) != 0)
+        spot.part = place.of(spot.control);
+    if (input.key == Key::wheelUp || input.key == Key::wheelDown) {
+        const int rows = input.key == Key::wheelUp ? -kWheelRows : kWheelRows;
+        if (spot.control.kind == JXW_LISTBOX)
+            view.lists[spot.index].scroll(spot.control, rowsSeen(spot.part), rows);
+        else
+            view.scrolled.line += rows;
+    } else if (spot.index >= 0) {
+        return pressAt(spot, input);
+    } else if (!isInside) {
         pressFrame(place, input.place, view);
+    }
     return {};
 }
 

@@ -37,6 +37,16 @@ private:
         DialogPlace place;
     };
 
+    // Where the mouse is.
+    struct Spot {
+        HWND dialog;
+        int index;               // of the control there
+        JxwControlInfo control;  // that one
+        Rect part;               // its cells
+        Point inside;            // in the dialog, like these
+        DialogView& view;
+    };
+
     std::string key(const Focus& focus, const Input& input);
     std::string character(const Focus& focus, const Input& input);
     std::string accessKey(HWND dialog, int letter);
@@ -44,14 +54,14 @@ private:
     bool listKey(const Focus& focus, Key key);
     bool groupKey(const Focus& focus, Key key);
     bool fieldKey(const Focus& focus, const Input& input);
+    void undo(const Focus& focus, EditView& edit);
     std::string paste(const Focus& focus, const Input& input);
     bool searchKey(const Focus& focus, Key key, std::string& said);
     void scrollKey(const Focus& focus, Key key);
     std::string mouse(HWND dialog, const Input& input, const Rect& area, DialogView& view);
-    std::string pressAt(HWND dialog, int index, Point inside, const Input& input, DialogView& view);
-    void pressInList(HWND dialog, int index, Point inside, bool isDouble, DialogView& view);
-    void pressInField(HWND dialog, int index, Point inside, DialogView& view);
-    void wheel(HWND dialog, int index, int rows, DialogView& view);
+    std::string pressAt(const Spot& spot, const Input& input);
+    void pressInList(const Spot& spot, bool isDouble);
+    void pressInField(const Spot& spot);
     void command(HWND dialog, const JxwControlInfo& button);
     void enter(const Focus& focus);
 

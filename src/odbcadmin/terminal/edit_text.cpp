@@ -1,24 +1,15 @@
 // Carets, and what keys do to a text.
 #include "odbcadmin/terminal/edit_text.h"
 
+#include "rules/utf8.h"
+
 namespace jx::terminal {
 
 namespace {
 
-std::size_t before(const std::string& text, std::size_t caret, Charset charset) {
-    std::size_t place = 0;
-    for (const Glyph& glyph : glyphsOf(text, charset))
-        if (glyph.begin < caret)
-            place = glyph.begin;
-    return place;
-}
-
-std::size_t behind(const std::string& text, std::size_t caret, Charset charset) {
-    for (const Glyph& glyph : glyphsOf(text, charset))
-        if (glyph.end > caret)
-            return glyph.end;
-    return text.size();
-}
+// More bytes than any glyph has that a person would type. A neighbour is sought so far and no further: measuring a long
+// text whole at each key would be felt.
+constexpr std::size_t kLongestGlyph = 256;
 
 void eraseBetween(std::string& text, std::size_t& caret, std::size_t begin, std::size_t end) {
     text.erase(begin, end - begin);
@@ -31,6 +22,14 @@ std::size_t wordBefore(const std::string& text, std::size_t caret) {
         --caret;
     while (caret > 0 && text[caret - 1] != ' ')
         --caret;
+    return caret;
+}
+
+std::size_t wordBehind(const std::string& text, std::size_t caret) {
+    while (caret < text.size() && text[caret] == ' ')
+        ++caret;
+    while (caret < text.size() && text[caret] != ' ')
+        ++caret;
     return caret;
 }
 
@@ -55,6 +54,19 @@ void insert(std::string& text, std::size_t& caret, const std::string& more) {
 
 }  // namespace
 
+std::size_t caretBefore(std::string_view text, std::size_t caret, Charset charset) {
+    std::size_t begin = caret - std::min(caret, kLongestGlyph);
+    while (begin > 0 && rules::isContinuation(text[begin]))
+        --begin;
+    const std::vector<Glyph> glyphs = glyphsOf(text.substr(begin, caret - begin), charset);
+    return glyphs.empty() ? begin : begin + glyphs.back().begin;
+}
+
+std::size_t caretBehind(std::string_view text, std::size_t caret, Charset charset) {
+    const std::vector<Glyph> glyphs = glyphsOf(text.substr(caret, kLongestGlyph), charset);
+    return glyphs.empty() ? text.size() : caret + glyphs.front().end;
+}
+
 bool editText(std::string& text, std::size_t& caret, const Input& input, Charset charset) {
     caret = std::min(caret, text.size());
     switch (input.key) {
@@ -76,16 +88,22 @@ bool editText(std::string& text, std::size_t& caret, const Input& input, Charset
             eraseBetween(text, caret, caret, text.size());
             return true;
         case Key::backspace:
-            eraseBetween(text, caret, before(text, caret, charset), caret);
+            eraseBetween(text, caret, caretBefore(text, caret, charset), caret);
             return true;
         case Key::erase:
-            eraseBetween(text, caret, caret, behind(text, caret, charset));
+            eraseBetween(text, caret, caret, caretBehind(text, caret, charset));
             return true;
         case Key::left:
-            caret = before(text, caret, charset);
+            caret = caretBefore(text, caret, charset);
             return true;
         case Key::right:
-            caret = behind(text, caret, charset);
+            caret = caretBehind(text, caret, charset);
+            return true;
+        case Key::wordLeft:
+            caret = wordBefore(text, caret);
+            return true;
+        case Key::wordRight:
+            caret = wordBehind(text, caret);
             return true;
         case Key::home:
             caret = 0;
@@ -98,7 +116,7 @@ bool editText(std::string& text, std::size_t& caret, const Input& input, Charset
     }
 }
 
-std::size_t caretAt(const std::string& text, int column, Charset charset) {
+std::size_t caretAt(std::string_view text, int column, Charset charset) {
     std::size_t caret = 0;
     for (const Glyph& glyph : glyphsOf(text, charset)) {
         column -= glyph.columns;
@@ -107,6 +125,12 @@ std::size_t caretAt(const std::string& text, int column, Charset charset) {
         caret = glyph.end;
     }
     return caret;
+}
+
+std::size_t caretBehindGlyphs(std::string_view text, int count, Charset charset) {
+    const std::vector<Glyph> glyphs = glyphsOf(text, charset);
+    const std::size_t most = std::min(glyphs.size(), static_cast<std::size_t>(std::max(count, 0)));
+    return most == 0 ? 0 : glyphs[most - 1].end;
 }
 
 }  // namespace jx::terminal

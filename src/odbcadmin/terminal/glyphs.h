@@ -19,9 +19,10 @@ struct Glyph {
 // Which characters the terminal can show.
 enum class Charset { ascii, utf8 };
 
-// The glyphs of a text in order. Control characters, bytes that are not UTF-8 and, with Charset::ascii, everything
-// beyond ASCII are shown as "?", so that no text steers the terminal. Widths come from the C library, for the locale
-// of the process.
+// The glyphs of a text in order. Control characters, marks that turn the direction of writing, bytes that are not UTF-8
+// and, with Charset::ascii, everything beyond ASCII are shown as "?", so that no text steers the terminal. What only
+// changes its neighbours (joiners, variation selectors) belongs to the glyph before it and is not shown. Widths come
+// from the C library, for the locale of the process.
 std::vector<Glyph> glyphsOf(std::string_view text, Charset charset);
 
 // How many columns a text takes.

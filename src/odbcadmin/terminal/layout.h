@@ -7,29 +7,49 @@
 
 namespace jx::terminal {
 
-// The parts of the screen. A screen too small for everything goes without the heading first, then without the help.
+// The parts of the screen. A screen too small for everything goes without the heading first, then without the keys,
+// then without the help.
 struct ScreenParts {
     Rect heading;  // one line, or none
     Rect area;     // the dialogs
-    Rect help;     // three lines, two, one, or none
+    Rect help;     // two lines, one, or none
+    Rect keys;     // one line, or none
 };
-// wanted: the lines of the dialog in front, with its frame; for a high one the help has fewer lines.
+// wanted: the lines of the dialog in front, with its frame. If that makes it whole, the help's second line and then the
+// heading give way.
 ScreenParts partsOf(int columns, int lines, int wanted);
+
+// The part for message boxes: that of the dialogs, and the help where lines are few. There is none beside a box.
+Rect boxAreaOf(const ScreenParts& parts);
 
 // The lines of a dialog with its frame.
 int wantedLines(const JxwDialogInfo& dialog);
 
-// The cells of a control from its dialog's upper left inside corner: 4 dialog units to a column, 8 to a line. All but
-// lists, group boxes and labels of several lines take one line, the one their middle lies in.
-Rect placeOf(const JxwControlInfo& control);
+// How a dialog becomes larger in one direction than its template, or smaller: what lies behind the edge moves, what
+// reaches up to it or over it grows or shrinks.
+struct Stretch {
+    int edge = 0;
+    int by = 0;
 
-// A dialog's inside and what of it can be seen.
+    int moved(int cell) const { return cell >= edge ? cell + by : std::min(cell, edge + by); }
+};
+
+// A dialog's inside and what of it can be seen. A dialog with a list is as large as the area allows, up to a width that
+// can still be read across; its largest list grows with it. Where the dialog is whole if that list shrinks, it does.
 struct DialogPlace {
     Rect frame;      // on the screen, with the border
     Rect inside;     // on the screen, without it: what is seen
     int columns;     // the whole inside
     int lines;       // likewise
     Point scrolled;  // the inside's first visible cell
+    Stretch right;
+    bool isListAcross;  // buttons of the right half keep to the right edge
+    Stretch down;
+
+    // The cells of a control from the inside's upper left corner: 4 dialog units to a column, 8 to a line. All but
+    // lists, group boxes and labels of several lines take one line, the one their middle lies in. Buttons keep their
+    // width.
+    Rect of(const JxwControlInfo& control) const;
 
     // From a place in the dialog to the screen and back.
     Point onScreen(Point point) const {

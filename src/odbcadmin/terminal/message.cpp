@@ -7,7 +7,12 @@ namespace {
 
 constexpr int kWidest = 64;
 constexpr int kButtonWidth = 10;
-constexpr int kButtonLines = 2;  // the buttons and a free line above
+constexpr int kButtonGap = 2;
+constexpr int kWheelLines = 3;
+
+// On a screen of fewer lines no line above the buttons is free, on one of fewer columns there is no sign.
+constexpr int kFewLines = 8;
+constexpr int kFewColumns = 30;
 
 }  // namespace
 
@@ -19,18 +24,20 @@ Message::Message(std::string text, std::string title, unsigned int style)
       focus_(style_.first) {}
 
 void Message::layOut(const Rect& area, Charset charset) {
-    const int signColumns = *style_.sign != '\0' ? 4 : 0;
+    hasSign_ = *style_.sign != '\0' && area.columns >= kFewColumns;
+    const int signColumns = hasSign_ ? 4 : 0;
+    const int buttonLines = area.lines < kFewLines ? 1 : 2;
     const int widest = std::max(8, std::min(kWidest, area.columns - 4));
     lines_ = wrapped(text_, widest - signColumns, charset);
-    int columns = std::max(columnsOf(title_, charset) + 2, static_cast<int>(places_.size()) * (kButtonWidth + 2));
+    int columns = std::max(columnsOf(title_, charset) + 2, buttonColumns(kButtonWidth, kButtonGap) + kButtonGap);
     for (const std::string& line : lines_)
         columns = std::max(columns, columnsOf(line, charset) + signColumns);
     frame_.columns = std::min(std::min(columns, widest) + 4, area.columns);
-    frame_.lines = std::min(static_cast<int>(lines_.size()) + kButtonLines + 2, area.lines);
+    frame_.lines = std::min(static_cast<int>(lines_.size()) + buttonLines + 2, area.lines);
     frame_.column = area.column + (area.columns - frame_.columns) / 2;
     frame_.line = area.line + (area.lines - frame_.lines) / 2;
     inside_ = {frame_.column + 2 + signColumns, frame_.line + 1, std::max(0, frame_.columns - 4 - signColumns),
-               std::max(0, frame_.lines - 2 - kButtonLines)};
+               std::max(0, frame_.lines - 2 - buttonLines)};
     scroll(0);
 }
 
@@ -38,21 +45,33 @@ void Message::scroll(int lines) {
     firstLine_ = std::clamp(firstLine_ + lines, 0, std::max(0, static_cast<int>(lines_.size()) - inside_.lines));
 }
 
+int Message::buttonColumns(int width, int gap) const {
+    return static_cast<int>(places_.size()) * (width + gap) - gap;
+}
+
+// Where the usual width has no room, each button is as wide as the longest text needs.
 void Message::paintButtons(Canvas& canvas) {
-    const int width = static_cast<int>(places_.size()) * (kButtonWidth + 2) - 2;
-    int column = frame_.column + std::max(1, (frame_.columns - width) / 2);
+    int width = kButtonWidth;
+    int gap = kButtonGap;
+    if (buttonColumns(width, gap) > frame_.columns - 2) {
+        gap = 1;
+        width = 0;
+        for (const assist::BoxButton& button : style_.buttons)
+            width = std::max(width, static_cast<int>(std::string_view(button.text + 1).size()) + 2);
+    }
+    int column = frame_.column + std::max(1, (frame_.columns - buttonColumns(width, gap)) / 2);
     for (std::size_t i = 0; i < places_.size(); ++i) {
         Rect& place = places_[i];
-        place = {column, frame_.bottom() - 2, kButtonWidth, 1};
+        place = {column, frame_.bottom() - 2, width, 1};
         const Look look = i == focus_ ? Look::focus : Look::plain;
         canvas.fill(place, look);
         canvas.put({column, place.line}, i == focus_ ? "<" : "[", look);
         canvas.put({place.right() - 1, place.line}, i == focus_ ? ">" : "]", look);
         const std::string_view text = style_.buttons[i].text + 1;
-        const int begin = column + (kButtonWidth - static_cast<int>(text.size())) / 2;
+        const int begin = column + (width - static_cast<int>(text.size())) / 2;
         canvas.put({begin, place.line}, text.substr(0, 1), i == focus_ ? look : Look::key);
         canvas.put({begin + 1, place.line}, text.substr(1), look);
-        column += kButtonWidth + 2;
+        column += width + gap;
     }
 }
 
@@ -64,7 +83,7 @@ void Message::paint(Canvas& canvas, const Rect& area) {
     if (!title_.empty())
         canvas.put({frame_.column + 2, frame_.line}, " " + cutTo(title_, frame_.columns - 6, canvas.charset()) + " ",
                    Look::title);
-    if (*style_.sign != '\0')
+    if (hasSign_)
         canvas.put({frame_.column + 2, frame_.line + 1}, std::string("(") + style_.sign + ")", Look::alarm);
     const Lines& marks = linesOf(canvas.charset());
     if (firstLine_ > 0)
@@ -79,7 +98,10 @@ void Message::paint(Canvas& canvas, const Rect& area) {
     canvas.clip(canvas.whole());
 }
 
-std::optional<unsigned int> Message::press(Point place) const {
+// On its right edge the box is scrolled.
+std::optional<unsigned int> Message::press(Point place) {
+    if (frame_.contains(place) && place.column == frame_.right() - 1)
+        scroll(place.line < frame_.line + frame_.lines / 2 ? -page() : page());
     for (std::size_t i = 0; i < places_.size(); ++i)
         if (places_[i].contains(place))
             return style_.buttons[i].answer;
@@ -118,18 +140,22 @@ std::optional<unsigned int> Message::take(const Input& input) {
             focus_ = (focus_ + count - 1) % count;
             break;
         case Key::up:
-        case Key::wheelUp:
             scroll(-1);
             break;
         case Key::down:
-        case Key::wheelDown:
             scroll(1);
             break;
+        case Key::wheelUp:
+            scroll(-kWheelLines);
+            break;
+        case Key::wheelDown:
+            scroll(kWheelLines);
+            break;
         case Key::pageUp:
-            scroll(-std::max(1, inside_.lines - 1));
+            scroll(-page());
             break;
         case Key::pageDown:
-            scroll(std::max(1, inside_.lines - 1));
+            scroll(page());
             break;
         case Key::home:
             scroll(-firstLine_);

@@ -26,10 +26,12 @@ public:
 
 private:
     void layOut(const Rect& area, Charset charset);
+    int buttonColumns(int width, int gap) const;
     void paintButtons(Canvas& canvas);
-    std::optional<unsigned int> press(Point place) const;
+    std::optional<unsigned int> press(Point place);
     std::optional<unsigned int> typed(const Input& input) const;
     void scroll(int lines);
+    int page() const { return std::max(1, inside_.lines - 1); }
 
     std::string text_;
     std::string title_;
@@ -40,6 +42,7 @@ private:
     Rect frame_;
     Rect inside_;  // where the lines are seen
     int firstLine_ = 0;
+    bool hasSign_ = false;
 };
 
 }  // namespace jx::terminal

@@ -2,6 +2,7 @@
 #include "odbcadmin/terminal/run.h"
 
 #include <odbcinst.h>
+#include <strings.h>
 #include <unistd.h>
 
 #include <clocale>
@@ -34,6 +35,28 @@ std::string kindOfTerminal() {
     return kind != nullptr ? kind : "";
 }
 
+// The locale that the environment names; the C library looks at the first of these that is not empty.
+std::string namedLocale() {
+    for (const char* variable : {"LC_ALL", "LC_CTYPE", "LANG"}) {
+        const char* name = std::getenv(variable);
+        if (name != nullptr && *name != '\0')
+            return name;
+    }
+    return {};
+}
+
+// A locale that is not installed, as after a login from another machine, most likely is one of UTF-8, unless its name
+// says otherwise.
+void chooseLocale() {
+    if (std::setlocale(LC_CTYPE, "") != nullptr)
+        return;
+    const std::string name = namedLocale();
+    const std::size_t dot = name.find('.');
+    const std::string charset = dot == std::string::npos ? "" : name.substr(dot + 1, name.find('@', dot) - dot - 1);
+    if (charset.empty() || strcasecmp(charset.c_str(), "utf-8") == 0 || strcasecmp(charset.c_str(), "utf8") == 0)
+        std::setlocale(LC_CTYPE, "C.UTF-8");
+}
+
 }  // namespace
 
 int runScreen() {
@@ -42,7 +65,7 @@ int runScreen() {
     const std::string kind = kindOfTerminal();
     if (kind.empty() || kind == "dumb")
         return refuse("this terminal cannot show dialogs (TERM is \"" + kind + "\")");
-    std::setlocale(LC_CTYPE, "");
+    chooseLocale();
     CursesTerminal terminal(STDIN_FILENO, STDOUT_FILENO);
     if (!terminal.isOpen())
         return refuse("this kind of terminal is not known here (TERM is \"" + kind + "\")");

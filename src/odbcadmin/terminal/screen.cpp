@@ -4,15 +4,15 @@
 #include <utility>
 
 #include "odbcadmin/assist/help.h"
+#include "odbcadmin/assist/lists.h"
 #include "odbcadmin/assist/worker.h"
 #include "odbcadmin/terminal/desk_painter.h"
+#include "odbcadmin/terminal/layout.h"
 
 namespace jx::terminal {
 
 namespace {
 
-constexpr const char* kKeys = "Tab next  Arrows choose  Enter <button>  Esc leave  F1 help  F2 new driver";
-constexpr const char* kFewKeys = "Tab Enter Esc  F1 help  F2 new driver";
 constexpr const char* kBoxKeys = "Enter or the marked letter answers  Arrows scroll";
 constexpr const char* kFewBoxKeys = "Enter answers  Arrows scroll";
 
@@ -27,13 +27,6 @@ ScreenParts partsFor(HWND dialog, int columns, int lines) {
     JxwDialogInfo info{};
     JXW_GetDialogInfo(dialog, &info);
     return partsOf(columns, lines, wantedLines(info));
-}
-
-std::string keysFor(bool isBox, int columns) {
-    std::string whole = isBox ? kBoxKeys : kKeys;
-    if (static_cast<int>(whole.size()) <= columns - 2)
-        return whole;
-    return isBox ? kFewBoxKeys : kFewKeys;
 }
 
 }  // namespace
@@ -72,41 +65,81 @@ void Screen::closed(HWND dialog) {
 
 int Screen::wait(HWND dialog) {
     paint();
-    const Input input = terminal_.next();
+    const Input input = next();
     if (input.key == Key::gone)
         return 0;
-    carryOut(dialog, input);
+    // A key that was typed for rows that are not there any more does nothing.
+    if (std::string changed = assist::noticeChange(dialog); !changed.empty())
+        told_ = std::move(changed);
+    else
+        carryOut(dialog, input);
     return 1;
 }
 
-void Screen::carryOut(HWND dialog, const Input& input) {
+// A double click on something that the first press closed is not meant for what appears there.
+Input Screen::next() {
+    Input input = terminal_.next();
+    const std::pair<HWND, int> front{frontDialog(), messages_.empty() ? 0 : boxes_};
+    if (input.key == Key::doublePress && front != pressedIn_)
+        input.key = Key::none;
+    if (input.key == Key::press)
+        pressedIn_ = front;
+    return input;
+}
+
+// A click on the line of keys is the key that stands there.
+Input Screen::meant(HWND dialog, const Input& input) {
+    const Rect keys = partsFor(dialog, terminal_.columns(), terminal_.lines()).keys;
+    if (!keys.contains(input.place) || (input.key != Key::press && input.key != Key::doublePress))
+        return input;
+    Input typed;
+    typed.time = input.time;
+    if (input.key == Key::press)
+        typed.key = keyBar(dialog, keys.columns).keyAt(input.place.column);
+    return typed;
+}
+
+void Screen::carryOut(HWND dialog, const Input& given) {
+    const Input input = meant(dialog, given);
     if (input.key == Key::repaint || input.key == Key::none)
         return;
     told_.clear();
     assistant_.beforeAction();
-    if (input.key == Key::f2) {
-        assistant_.registerDriver(dialog);
-    } else if (input.key == Key::f1) {
-        guiMessageBox(dialog, reinterpret_cast<const unsigned char*>(assist::helpOnAll(dialog).c_str()),
-                      reinterpret_cast<const unsigned char*>("Help"), MB_OK);
-    } else {
+    // What there is to tell comes last: dialogs that open and close on the way tell things of their own.
+    std::string said;
+    const std::string outer = worker_;
+    selections_.around([&] { said = act(dialog, input); });
+    endWork();
+    setWorker(outer);
+    told_ = std::move(said);
+}
+
+std::string Screen::act(HWND dialog, const Input& input) {
+    const int number = functionNumber(input.key);
+    if (number == 0) {
         const Rect area = partsFor(dialog, terminal_.columns(), terminal_.lines()).area;
-        // What there is to tell comes last: dialogs that open and close on the way tell things of their own.
-        std::string said;
-        const std::string outer = worker_;
-        selections_.around([&] { said = input_.take(dialog, input, area, views_[dialog]); });
-        endWork();
-        setWorker(outer);
-        told_ = std::move(said);
+        return input_.take(dialog, input, area, views_[dialog]);
     }
+    for (const assist::FunctionKey& key : assistant_.functionKeys(dialog)) {
+        if (key.number != number)
+            continue;
+        if (!key.working.empty())
+            beginWaiting(dialog, key.working);
+        return key.press(dialog);
+    }
+    return {};
 }
 
 void Screen::beginWork(const std::string& what) {
     const HWND dialog = frontDialog();
-    selections_.begin(dialog);
     const std::string worker = assist::workerOf(dialog);
     if (!worker.empty())
         setWorker(worker);
+    beginWaiting(dialog, what);
+}
+
+void Screen::beginWaiting(HWND dialog, const std::string& what) {
+    selections_.begin(dialog);
     terminal_.beforeWork();
     isWorking_ = true;
     paintWorking(what);
@@ -138,6 +171,7 @@ unsigned int Screen::ask(const char* text, const char* title, unsigned int style
     Message message(assistant_.boxText(text), title, style);
     told_.clear();
     messages_.push_back(&message);
+    ++boxes_;
     struct Leave {
         std::vector<Message*>& messages;
         ~Leave() { messages.pop_back(); }
@@ -147,7 +181,7 @@ unsigned int Screen::ask(const char* text, const char* title, unsigned int style
         const Leave leave{messages_};
         while (!answer) {
             paint();
-            const Input input = terminal_.next();
+            const Input input = next();
             answer = input.key == Key::gone ? message.leastAnswer() : message.take(input);
         }
     }
@@ -172,15 +206,30 @@ void Screen::paintWorking(const std::string& what) {
     told_.clear();
 }
 
-std::string Screen::helpLine(HWND dialog) const {
+std::string Screen::helpLine(HWND dialog, const Rect& area) const {
     JxwDialogInfo info{};
     JxwControlInfo control{};
     if (JXW_GetDialogInfo(dialog, &info) == 0 || JXW_GetControlInfo(dialog, info.focus, &control) == 0)
         return {};
     const char* row = control.kind == JXW_LISTBOX ? JXW_GetRow(dialog, info.focus, control.selection) : nullptr;
-    if (row != nullptr && columnsOf(row, abilities_.charset) > rowsOf(placeOf(control)).columns)
+    const Rect list = placeDialog(info, area, {}).of(control);
+    if (row != nullptr && columnsOf(row, abilities_.charset) > rowsOf(list).columns)
         return row;
     return assist::helpOn(dialog, info.focus);
+}
+
+KeyBar Screen::keyBar(HWND dialog, int columns) {
+    return {assistant_.functionKeys(dialog), columns, abilities_.charset};
+}
+
+void Screen::paintKeys(Canvas& canvas, const Rect& part) {
+    if (messages_.empty()) {
+        keyBar(frontDialog(), part.columns).paint(canvas, part);
+        return;
+    }
+    const std::string whole = kBoxKeys;
+    const bool hasRoom = static_cast<int>(whole.size()) <= part.columns - 2;
+    paintHeading(canvas, part, hasRoom ? whole : kFewBoxKeys);
 }
 
 void Screen::paint() {
@@ -189,17 +238,17 @@ void Screen::paint() {
     const HWND front = frontDialog();
     const ScreenParts parts = partsFor(front, canvas.columns(), canvas.lines());
     std::optional<Point> cursor = paintDialogs(canvas, abilities_, parts.area, views_);
-    for (Message* message : messages_) {
-        message->paint(canvas, parts.area);
-        cursor.reset();
-    }
     const std::string heading = assist::headingOf(front);
     const std::string named = "odbcadmin - " + heading;
     const bool hasRoom = columnsOf(named, abilities_.charset) <= canvas.columns() - 2;
     paintHeading(canvas, parts.heading, hasRoom ? named : heading);
-    const bool isBox = !messages_.empty();
-    const std::string help = !told_.empty() ? told_ : isBox ? "" : helpLine(front);
-    paintHelp(canvas, parts.help, help, keysFor(isBox, canvas.columns()));
+    const std::string help = !messages_.empty() ? "" : helpLine(front, parts.area);
+    paintHelp(canvas, parts.help, told_.empty() ? help : told_);
+    for (Message* message : messages_) {
+        message->paint(canvas, boxAreaOf(parts));
+        cursor.reset();
+    }
+    paintKeys(canvas, parts.keys);
     terminal_.show(canvas, cursor);
 }
 

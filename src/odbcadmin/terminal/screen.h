@@ -4,11 +4,13 @@
 #include <jxscreen.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "odbcadmin/assist/assistant.h"
 #include "odbcadmin/assist/selection.h"
 #include "odbcadmin/terminal/dialog_input.h"
+#include "odbcadmin/terminal/key_bar.h"
 #include "odbcadmin/terminal/message.h"
 #include "odbcadmin/terminal/terminal.h"
 
@@ -30,14 +32,20 @@ private:
     int wait(HWND dialog);
     unsigned int ask(const char* text, const char* title, unsigned int style);
     void setCursor(unsigned int cursor);
-    void carryOut(HWND dialog, const Input& input);
+    Input next();
+    void carryOut(HWND dialog, const Input& given);
+    Input meant(HWND dialog, const Input& input);
+    std::string act(HWND dialog, const Input& input);
     void paint();
     void beginWork(const std::string& what);
+    void beginWaiting(HWND dialog, const std::string& what);
     void resumeWork();
     void setWorker(const std::string& worker);
     void endWork();
     void paintWorking(const std::string& what);
-    std::string helpLine(HWND dialog) const;
+    std::string helpLine(HWND dialog, const Rect& area) const;
+    KeyBar keyBar(HWND dialog, int columns);
+    void paintKeys(Canvas& canvas, const Rect& part);
 
     Terminal& terminal_;
     Abilities abilities_;
@@ -45,6 +53,9 @@ private:
     assist::Assistant assistant_;
     Views views_;
     std::vector<Message*> messages_;
+    int boxes_ = 0;  // shown so far
+    // What was in front at the last press: the dialog, and the number of the box in front of it or 0.
+    std::pair<HWND, int> pressedIn_;
     assist::SelectionKeeper selections_;
     bool isWorking_ = false;
     std::string worker_;

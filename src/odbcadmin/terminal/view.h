@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "odbcadmin/terminal/edit_history.h"
 #include "odbcadmin/terminal/geometry.h"
 #include "odbcadmin/terminal/glyphs.h"
 
@@ -16,23 +17,39 @@ namespace jx::terminal {
 struct ListView {
     int firstRow = 0;
     int shownSelection = -2;  // the selection that was last brought into view
+    int shownRows = 0;        // and in how many rows
 
-    // Brings a selection that changed into view and keeps within the list.
+    // Brings the selection into view when it or the number of rows seen changed, and keeps within the list.
     void follow(const JxwControlInfo& list, int rowsSeen);
     void scroll(const JxwControlInfo& list, int rowsSeen, int rows);
 };
 
-// EditView: where the caret of an edit field stands, in bytes of its text.
+// ListThumb: the part of a list's scroll bar that stands for the rows seen, in lines of the list. A bar has an arrow on
+// the first and on the last line; a list that is seen whole, or has no line between the arrows, has no thumb.
+struct ListThumb {
+    int line = 0;
+    int lines = 0;
+};
+ListThumb thumbOf(const JxwControlInfo& list, int rowsSeen, int firstRow);
+
+// EditView: where the caret of an edit field stands, in bytes of its text, and what was there before.
 struct EditView {
     std::size_t caret = 0;
     std::size_t firstByte = 0;  // where the visible part begins
     std::string shownText;      // what the caret belongs to: another text puts it to the end
+    EditHistory history;
 
+    // Keeps the caret in view of a field of columns, one glyph before it and behind it as well: on a field's edge
+    // stands a mark where the text goes on.
     void follow(std::string_view text, int columns, Charset charset);
+
+private:
+    void fill(std::string_view text, int columns, Charset charset);
 };
 
 struct DialogView {
     Point scrolled;
+    Rect shownArea;       // where the dialog was last shown
     int shownFocus = -2;  // the focus that was last brought into view
     int shownRow = -2;    // and the row
     int freshField = -1;  // the edit field the user came to and did not touch yet: what is typed replaces its text

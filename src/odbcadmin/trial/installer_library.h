@@ -28,4 +28,12 @@ const std::string& installerTrouble();
 // Where the library lies; empty when it cannot be loaded.
 std::string installerPath();
 
+// libjxsetup.so beside it, the setup library that works for any driver, by its full path; empty when it is not there.
+std::string generalSetupLibrary();
+
+// The installer library that today's drivers ask for, by its name, and the path of the one that this product has beside
+// its own; empty when it has none.
+inline constexpr const char* kDriversInstaller = "libodbcinst.so.2";
+std::string driversInstallerPath();
+
 }  // namespace jx::trial

@@ -53,21 +53,19 @@ TEST(FailedRead, OfTheDriverListKeepsTheOtherDrivers) {
               "[ODBC Drivers]\nOther=Installed\nD=Installed\n\n[Other]\nDriver=/o.so\n\n[D]\nDriver=/n/d.so\n");
 }
 
-TEST(FailedRead, OfTheDataSourceListKeepsTheOtherDataSources) {
+TEST(FailedRead, OfADriversLibraryCreatesNoDataSource) {
+    class BrokenDrivers : public jx::ini::test::WatchedFiles {
+        int before(Call, std::string_view path) override {
+            return path.find(".odbcinst.ini") != std::string_view::npos ? EIO : 0;
+        }
+    };
     const TestHome home({{".odbcinst.ini", kDriverFile}, {".odbc.ini", kSourceFile}});
-    const BrokenFile broken("/.odbc.ini");
-    WritableText list("Sales");
+    BrokenDrivers broken;
+    const jx::ini::test::InUse inUse(broken);
+    WritableText list("Sales, Accounts");
     CreateDataSources(list.bytes(), asBytes("D"));
-    EXPECT_EQ(home.text(".odbc.ini"),
-              "[ODBC Data Sources]\nMine=Other\nSales=D\n\n[Mine]\nDriver=/o.so\n\n[Sales]\nDriver=/l/d.so\n");
-}
-
-TEST(FailedRead, OfADriversLibraryGivesItsDataSourceNone) {
-    const TestHome home({{".odbcinst.ini", kDriverFile}, {".odbc.ini", kSourceFile}});
-    const BrokenFile broken("/.odbcinst.ini");
-    WritableText list("Sales");
-    CreateDataSources(list.bytes(), asBytes("D"));
-    EXPECT_EQ(home.text(".odbc.ini"), "[ODBC Data Sources]\nMine=Other\nSales=D\n\n[Mine]\nDriver=/o.so\n");
+    EXPECT_EQ(home.text(".odbc.ini"), kSourceFile);
+    EXPECT_EQ(list.all(), "Sales  Accounts");
 }
 
 TEST(FailedRead, OfTheRegisteredLibraryRefusesADriverFromAScript) {

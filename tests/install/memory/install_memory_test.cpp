@@ -93,6 +93,12 @@ constexpr char kSources[] =
     "[ODBC Data Sources]\nMine=Other\nSales=D\n\n[Mine]\nDriver=/o/other.so\nUID=me\n\n"
     "[Sales]\nDriver=/l/d.so\n";
 
+constexpr char kDriversOfList[] =
+    "[ODBC Drivers]\nOther=Installed\n\n[Other]\nDriver=/o/other.so\n\n[D]\nDriver=/l/d.so\nSetup=/l/s.so\nA=1\n";
+constexpr char kDriversOfScript[] =
+    "[ODBC Drivers]\nOther=Installed\n\n[Other]\nDriver=/o/other.so\n\n"
+    "[D]\nDriver=/old/d.so\nSetup=/old/s.so\nAPILevel=1\nCreateDSN=Sales\nSQLLevel=0\n";
+
 bool holds(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
@@ -107,11 +113,24 @@ void expectOthers(const TestHome& home) {
     EXPECT_TRUE(holds(sources, "\n[Mine]\nDriver=/o/other.so\nUID=me\n")) << sources;
 }
 
-// The driver has its old library or the new one, and no entry is "NOT AVAILABLE".
-void expectALibrary(const TestHome& home, const std::string& newer) {
+// Each file is old or new; that of data sources, which is written second, is not new before the other.
+void expectOldOrNew(const TestHome& home, const std::string& newDrivers, const std::string& newSources) {
     const std::string drivers = home.text(".odbcinst.ini");
-    EXPECT_TRUE(holds(drivers, "[D]\nDriver=/old/d.so\n") || holds(drivers, "[D]\nDriver=" + newer + "\n")) << drivers;
-    EXPECT_FALSE(holds(drivers + home.text(".odbc.ini"), "NOT AVAILABLE"));
+    const std::string sources = home.text(".odbc.ini");
+    EXPECT_TRUE(drivers == kOlderDrivers || drivers == newDrivers) << drivers;
+    EXPECT_TRUE(sources == kOlderSources || sources == newSources) << sources;
+    EXPECT_TRUE(drivers == newDrivers || sources == kOlderSources);
+}
+
+// The driver and the translator are each installed with all that belongs to them, or as they were.
+void expectWholeComponents(const TestHome& home) {
+    const std::string drivers = home.text(".odbcinst.ini");
+    const std::string sources = home.text(".odbc.ini");
+    EXPECT_EQ(holds(drivers, "\nD=Installed\n"),
+              holds(drivers, "[D]\nDriver=/l/d.so\nAPILevel=1\nSQLLevel=0\nSetup=/l/s.so\n"))
+        << drivers;
+    EXPECT_EQ(holds(drivers, "\nT=Installed\n"), holds(drivers, "[T]\nTranslator=/l/t.so\nSetup=/l/t.so\n")) << drivers;
+    EXPECT_TRUE(sources == kOlderSources || (sources == kSources && holds(drivers, "\nD=Installed\n"))) << sources;
 }
 
 // The home holds the script and the two files, and nothing else.
@@ -138,6 +157,7 @@ TEST(ShortMemory, OfABatchInstallationGivesItsFailureValueAndLeaksNothing) {
         EXPECT_TRUE(boxes.commas == 1 || (failed && boxes.commas == 0)) << boxes.commas;
         EXPECT_EQ(boxes.others, 0);
         expectOthers(home);
+        expectWholeComponents(home);
         expectNoLitter(home);
         if (!failed) {
             EXPECT_EQ(home.text(".odbcinst.ini"), kDrivers);
@@ -159,15 +179,13 @@ TEST(ShortMemory, OfADriverInstallationLeaksNothing) {
         const BOOL result = SQLInstallDriver(nullptr, "D\0Driver=/l/d.so\0Setup=/l/s.so\0CreateDSN=Sales\0A=1\0", path,
                                              sizeof path, &length);
         const bool failed = memory.end();
-        EXPECT_EQ(result, TRUE) << "the list is in order, and failed writes are not reported";
-        EXPECT_STREQ(path, "/l");
+        EXPECT_STREQ(path, result == TRUE ? "/l" : "");
+        EXPECT_EQ(length, result == TRUE ? 2 : 0);
         expectNoLitter(home);
-        expectOthers(home);
-        expectALibrary(home, "/l/d.so");
-        if (!failed) {
-            EXPECT_EQ(home.text(".odbcinst.ini"),
-                      "[ODBC Drivers]\nOther=Installed\n\n[Other]\nDriver=/o/other.so\n\n"
-                      "[D]\nDriver=/l/d.so\nSetup=/l/s.so\nA=1\n");
+        expectOldOrNew(home, kDriversOfList, kSources);
+        EXPECT_TRUE(failed || result == TRUE);
+        if (result == TRUE) {
+            EXPECT_EQ(home.text(".odbcinst.ini"), kDriversOfList);
             EXPECT_EQ(home.text(".odbc.ini"), kSources);
         }
     });
@@ -185,9 +203,9 @@ TEST(ShortMemory, OfADriverInstallationFromAScriptLeaksNothing) {
         const BOOL result = SQLInstallDriver(script.c_str(), "D", path, sizeof path, nullptr);
         const bool failed = memory.end();
         expectNoLitter(home);
-        expectOthers(home);
-        expectALibrary(home, "/old/d.so");
+        expectOldOrNew(home, kDriversOfScript, kOlderSources);
         EXPECT_TRUE(failed || result == TRUE);
+        EXPECT_EQ(home.text(".odbcinst.ini"), result == TRUE ? kDriversOfScript : kOlderDrivers);
         EXPECT_TRUE(result == TRUE ? path == "/old"s : path == "?"s || path == ""s) << path;
     });
 }
@@ -272,7 +290,7 @@ TEST(ShortMemory, EndsTheFilePassWithoutABufferOrWithoutAPlaceInTheList) {
         EXPECT_EQ(result, 1U);
         EXPECT_EQ(record->processedCount == 2, !failed);
     });
-    EXPECT_EQ(failures, 7) << "three buffers, and a name and a place for each file";
+    EXPECT_EQ(failures, 11) << "three buffers, a filter, three for the run, and a name and a place for each file";
 }
 
 TEST(ShortMemory, LeavesTheRecordWithoutPathsOrWithSomeAndFails) {

@@ -1,6 +1,8 @@
 // Several installations at the same time in one process.
 #include <gtest/gtest.h>
 #include <odbcinst.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <string>
 #include <thread>
@@ -38,8 +40,7 @@ bool isInstalled(const std::string& text, const std::string& name) {
 }
 
 TEST(InstallationsAtATime, LoseNoDriverAndEachReleaseTheirOwnBuffers) {
-    // The list exists already. Installations that find no list clear it, and would remove each other's entries.
-    const TestHome home({{"odbc.inf", script()}, {".odbcinst.ini", "[ODBC Drivers]\nFirst=Installed\n"}});
+    const TestHome home({{"odbc.inf", script()}});
     const std::string file = home.file("odbc.inf");
     std::vector<std::thread> threads;
     for (int thread = 0; thread < kThreads; ++thread) {
@@ -81,6 +82,34 @@ TEST(InstallationsAtATime, OfSingleDriversLoseNone) {
             EXPECT_NE(text.find("[" + driverOf(thread, round) + "]\nDriver=/l/d.so\nSetup=/l/d.so\n"),
                       std::string::npos);
     }
+}
+
+// A driver and its data sources, in both files. The second call has its first write in .odbc.ini.
+void installBoth(int process) {
+    for (int round = 0; round < 50; ++round) {
+        const std::string name = driverOf(process, round);
+        const std::string list = name + '\0' + "Driver=/l/d.so" + '\0' + "CreateDSN=" + name + std::string(2, '\0');
+        char path[64];
+        EXPECT_EQ(SQLInstallDriver(nullptr, list.c_str(), path, sizeof path, nullptr), TRUE);
+        EXPECT_EQ(SQLWriteDSNToIni("default", name.c_str()), TRUE);
+    }
+}
+
+TEST(InstallationsAtATime, OfBothFilesByTwoProcessesAllSucceed) {
+    const TestHome home;
+    const pid_t child = fork();
+    if (child == 0) {
+        installBoth(1);
+        _exit(testing::Test::HasFailure() ? 1 : 0);
+    }
+    installBoth(2);
+    int status = -1;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0) << "two that wait for each other give up after 10 seconds";
+    const std::string text = home.text(".odbc.ini");
+    for (const int process : {1, 2})
+        for (int round = 0; round < 50; ++round)
+            EXPECT_NE(text.find("\n[" + driverOf(process, round) + "]\nDriver=/l/d.so\n"), std::string::npos);
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "random_text.h"
+#include "split_lines.h"
 
 namespace jx::ini::test {
 namespace {

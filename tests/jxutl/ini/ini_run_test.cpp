@@ -307,6 +307,55 @@ TEST_F(IniRunTest, ARefusedTextDoesNotHinderTheOthers) {
     EXPECT_EQ(textOfFile("x.ini"), "[A]\nk=2\n");
 }
 
+// ---- locks taken beforehand ----
+
+TEST_F(IniRunTest, AFileCanBeLockedBeforeItIsWritten) {
+    home_.put("y.ini", "[B]\nk=1\n");
+    RecordingFiles files;
+    const InUse inUse(files);
+    EXPECT_EQ(jxIniLockInRun(home_.file("y.ini").c_str()), 0) << "without a run";
+    expectFailure(JxIniStepArgument, EPERM, "");
+    JxIniRun* run = jxIniBeginRun();
+    EXPECT_EQ(jxIniLockInRun(nullptr), 0);
+    EXPECT_EQ(jxIniLockInRun(""), 0);
+    EXPECT_EQ(jxIniLockInRun(home_.file("y.ini").c_str()), 1);
+    EXPECT_TRUE(put("x.ini", "A", "k", "1"));
+    EXPECT_EQ(home_.names(), (Names{".x.ini.jxlock", ".y.ini.jxlock", "y.ini"}));
+    EXPECT_EQ(jxIniCommitRun(run), 1);
+    EXPECT_EQ(home_.names(), (Names{"x.ini", "y.ini"}));
+    EXPECT_EQ(textOfFile("y.ini"), "[B]\nk=1\n");
+    const std::vector<std::string>& trace = files.trace();
+    EXPECT_EQ(std::count_if(trace.begin(), trace.end(), [](const auto& call) { return call.starts_with("flush"); }), 2)
+        << "y.ini was not written";
+}
+
+TEST_F(IniRunTest, AFileThatCannotBeLockedFailsTheRunOnlyWhenItIsToChange) {
+    JxIniRun* run = jxIniBeginRun();
+    EXPECT_EQ(jxIniLockInRun(home_.file("no/such.ini").c_str()), 0);
+    EXPECT_TRUE(put("no/such.ini", "A", "k", nullptr)) << "deleting what is not there";
+    EXPECT_TRUE(put("x.ini", "A", "k", "1"));
+    EXPECT_EQ(jxIniCommitRun(run), 1);
+    EXPECT_EQ(textOfFile("x.ini"), "[A]\nk=1\n");
+}
+
+TEST_F(IniRunTest, AFailedRunLocksNoFurtherFile) {
+    JxIniRun* run = jxIniBeginRun();
+    EXPECT_FALSE(put("no/such.ini", "A", "k", "1"));
+    EXPECT_FALSE(put("x.ini", "A", "k", "1"));
+    EXPECT_EQ(home_.names(), Names{});
+    EXPECT_EQ(jxIniCommitRun(run), 0);
+    expectFailure(JxIniStepLock, ENOENT, home_.file("no/.such.ini.jxlock"));
+}
+
+TEST_F(IniRunTest, GivingUpARunInsideKeepsTheReason) {
+    JxIniRun* outer = jxIniBeginRun();
+    JxIniRun* inner = jxIniBeginRun();
+    noteFailure(JxIniStepRead, "some file", EIO);
+    jxIniDiscardRun(inner);
+    EXPECT_EQ(jxIniCommitRun(outer), 0);
+    expectFailure(JxIniStepRead, EIO, "some file");
+}
+
 constexpr const char* kFirst = "[A]\nk=1\n";
 constexpr const char* kSecond = "[B]\nk=1\n";
 

@@ -9,6 +9,7 @@
 
 #include "random_text.h"
 #include "rules/names.h"
+#include "split_lines.h"
 
 namespace jx::ini::test {
 namespace {

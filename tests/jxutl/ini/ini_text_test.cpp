@@ -6,6 +6,7 @@
 #include <ostream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "jxutl/ini/ini_index.h"
 #include "random_text.h"
@@ -320,6 +321,49 @@ TEST(IniText, AReadAfterASetGivesTheValueAndASecondSetChangesNothing) {
         index.reset(text.bytes());
         ASSERT_FALSE(index.value(rules::trimmed(section), rules::trimmed(key)).has_value()) << before;
     }
+}
+
+// The same settings one by one and all at once, on files and on texts that are none.
+TEST(IniText, ManySettingsLeaveWhatTheyLeaveOneByOne) {
+    Random random(8);
+    for (int round = 0; round < 10'000; ++round) {
+        const std::string before = random.oneIn(4) ? randomBytes(random, random.below(200)) : randomFile(random);
+        std::vector<std::string> texts;
+        for (std::size_t left = 3 * random.below(8); left > 0; left -= 3)
+            for (const std::string_view each : {randomSection(random), randomKey(random), randomValue(random)})
+                texts.emplace_back(each);
+        std::vector<Setting> settings;
+        IniText oneByOne(before);
+        bool isRefused = false;
+        for (std::size_t i = 0; i < texts.size(); i += 3) {
+            settings.push_back({texts[i].c_str(), texts[i + 1].c_str(), texts[i + 2].c_str()});
+            const Setting& last = settings.back();
+            isRefused = oneByOne.apply(last.section, last.key, last.value) == Edit::refused || isRefused;
+        }
+        IniText together(before);
+        const Edit edit = together.applyAll(settings);
+        ASSERT_EQ(edit == Edit::refused, isRefused);
+        ASSERT_EQ(together.bytes(), isRefused ? before : oneByOne.bytes()) << before;
+        ASSERT_EQ(edit == Edit::unchanged, !isRefused && together.bytes() == before);
+    }
+}
+
+// Sixty thousand settings one by one would go over gigabytes.
+TEST(IniText, ManySettingsGoOverTheTextOnce) {
+    std::vector<std::string> names;
+    for (int i = 0; i < 20'000; ++i)
+        names.push_back("Source " + std::to_string(i));
+    std::vector<Setting> settings;
+    for (const std::string& name : names) {
+        settings.push_back({"ODBC Data Sources", name.c_str(), "D"});
+        settings.push_back({name.c_str(), "Driver", "/x.so"});
+        settings.push_back({name.c_str(), "Port", "1"});
+    }
+    IniText text("[ODBC Data Sources]\n");
+    EXPECT_EQ(text.applyAll(settings), Edit::changed);
+    EXPECT_EQ(text.applyAll(settings), Edit::unchanged);
+    EXPECT_TRUE(text.bytes().starts_with("[ODBC Data Sources]\nSource 0=D\nSource 1=D\n"));
+    EXPECT_TRUE(text.bytes().ends_with("\n\n[Source 19999]\nDriver=/x.so\nPort=1\n"));
 }
 
 }  // namespace

@@ -56,10 +56,22 @@ static int change(const char* file) {
     return 0;
 }
 
+static int replace_text(const char* file) {
+    const long wait = jxIniSetLockWait(0);
+    JxIniChange* change = jxIniBegin(file);
+    const JxIniSetting settings[] = {{"A", "b", "1"}, {"C", "d", NULL}};
+    NEED(jxIniSetAll(change, settings, 1) == 1 && jxIniSetAll(change, settings, 2) == 0);
+    NEED(wait == 10000 && jxIniReplace(change, "", 0) == 1 && jxIniReplace(NULL, "", 0) == 0);
+    jxIniDiscard(change);
+    NEED(jxIniSetLockWait(wait) == 0);
+    return 0;
+}
+
 static int run(void) {
     JxIniRun* run = jxIniBeginRun();
     NEED(run != NULL && jxIniCommitRun(run) == 1);
     jxIniDiscardRun(jxIniBeginRun());
+    NEED(jxIniLockInRun("x.ini") == 0);
     return 0;
 }
 
@@ -76,6 +88,7 @@ int use_jxini(const char* file) {
     jxIniRelease(text);
     if (line != 0)
         return line;
+    NEED(replace_text(file) == 0);
     NEED(jxIniPath(file, room, sizeof room) == strlen(file));
     NEED(jxIniRead("") == NULL && jxIniFailureText(room, sizeof room) > 0);
     line = run();

@@ -347,13 +347,15 @@ TEST(ProfileCache, EachThreadHasItsOwnAndItEndsWithTheThread) {
 
 std::string readAtTheEnd;
 
-// A thread's clean-up that runs after its cache was released: it gets a new one, which is released as well.
+// A thread's clean-up that runs after its cache was released: it gets a new one, which is released as well. The C
+// library makes four rounds of clean-ups. In the fourth ThreadSanitizer takes away what it knows of the thread, and
+// would crash when a cache is released after that; so the last read is in the second.
 void readOnceMore(void* key) {
     unsigned char buffer[20] = {};
     const auto bytes = [](const char* text) { return reinterpret_cast<const unsigned char*>(text); };
     jxGetPrivateProfileString(bytes("A"), bytes("k"), bytes("none"), buffer, sizeof buffer, bytes(".odbc.ini"));
     readAtTheEnd += reinterpret_cast<const char*>(buffer);
-    if (readAtTheEnd.size() < 3)
+    if (readAtTheEnd.size() < 2)
         ::pthread_setspecific(*static_cast<pthread_key_t*>(key), key);
 }
 
@@ -365,7 +367,7 @@ TEST(ProfileCache, CleanUpAtTheEndOfAThreadMayStillRead) {
         ::pthread_setspecific(key, &key);
         EXPECT_NE(threadCache(), nullptr);
     }).join();
-    EXPECT_EQ(readAtTheEnd, "111");
+    EXPECT_EQ(readAtTheEnd, "11");
 }
 
 }  // namespace

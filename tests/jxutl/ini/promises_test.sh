@@ -15,7 +15,7 @@ known=$(
 
 # shellcheck disable=SC2016 # the backquotes are the document's
 named=$(grep -oE '`[A-Za-z0-9]+\.[A-Za-z0-9-]+`' "$document" | tr -d '`' |
-    grep -E '^(ini|(Ini|JxIni|CrashDisk|ProfileWrite|AllocationFault|Failure|NameHash|ProfileCache)[A-Za-z]*)\.[A-Za-z]' | grep -vE '\.(h|cpp|ini|md)$' | sort -u)
+    grep -E '^(ini|(Ini|JxIni|CrashDisk|ProfileWrite|AllocationFault|Failure|NameHash|ProfileCache|Installation|InOneChange)[A-Za-z]*)\.[A-Za-z]' | grep -vE '\.(h|cpp|ini|md)$' | sort -u)
 [ "$(wc -w <<<"$named")" -ge 50 ] || { echo "Only $(wc -w <<<"$named") tests are named"; failed=1; }
 for test in $named; do
     grep -qxF "$test" <<<"$known" || { echo "There is no test $test"; failed=1; }

@@ -8,6 +8,7 @@
 
 #include "jxutl/ini/ini_line.h"
 #include "rules/names.h"
+#include "split_lines.h"
 
 namespace jx::ini::test {
 

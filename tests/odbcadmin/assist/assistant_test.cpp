@@ -7,6 +7,8 @@
 #include <odbcinst.h>
 
 #include "dialog_dump.h"
+#include "odbcadmin/assist/driver_form.h"
+#include "odbcadmin/assist/driver_lists.h"
 #include "scripted_user.h"
 #include "test_home.h"
 
@@ -56,17 +58,18 @@ TEST_F(AssistantTest, TheEndOfAScriptInstallationSaysWhatWasEntered) {
         {press(JxDriversButton), press(JxAddDriverButton), call([this](HWND dialog) { assistant_.opened(dialog); })});
     SQLManageDataSources(0);
     EXPECT_EQ(assistant_.boxText("Installation was aborted."),
-              "Installation was aborted.\n\nCompared with before, nothing new is in your files.");
+              "Compared with before, nothing new is in your files.\n\nThe installer ends with: Installation was "
+              "aborted.");
     home_.put(".odbcinst.ini",
               "[ODBC Drivers]\nOld=Installed\nSame=Installed\nNew=Installed\n[Old]\nDriver=/b.so\n[New]\nDriver=/n.so\n"
               "[ODBC Translators]\nLatin=Installed\n[Latin]\nTranslator=/l.so\n");
     home_.put(".odbc.ini", "[ODBC Data Sources]\nData=New\n[Data]\nDriver=/n.so\n");
-    EXPECT_EQ(assistant_.boxText("Installation was aborted."), R"(Installation was aborted.
-
-Your files show what was really entered:
+    EXPECT_EQ(assistant_.boxText("Installation was aborted."), R"(Your files show what was really entered:
 Drivers: Old (changed), New
 Translators: Latin
-Data sources: Data)");
+Data sources: Data
+
+The installer ends with: Installation was aborted.)");
     EXPECT_EQ(assistant_.boxText("Something else."), "Something else.");
 }
 
@@ -102,6 +105,7 @@ TEST_F(AssistantTest, TheOnlyDriverIsChosen) {
 }
 
 TEST_F(AssistantTest, TheFormIsNotOpenedOverItself) {
+    lookForDriversIn({});
     ScriptedUser user(
         {call([this](HWND dialog) { assistant_.registerDriver(dialog); }), press(IDCANCEL), call([](HWND) {})});
     assistant_.registerDriver(0);

@@ -5,7 +5,10 @@
 #include <odbcinst.h>
 
 #include <cstdlib>
+#include <filesystem>
 
+#include "driver_folder.h"
+#include "odbcadmin/trial/installer_library.h"
 #include "scripted_user.h"
 #include "test_home.h"
 
@@ -22,6 +25,8 @@ const std::string kReplace = "|" + std::to_string(MB_YESNO | MB_ICONQUESTION);
 
 class DriverForm : public testing::Test {
 protected:
+    DriverForm() { lookForDriversIn({}); }
+
     using Boxes = std::vector<std::string>;
 
     // Fills the form in, presses OK, answers the boxes, leaves; gives the boxes without their title.
@@ -39,6 +44,17 @@ protected:
         return boxes;
     }
 
+    // Selects the row of that text.
+    static jx::test::Action chooseRow(const std::string& text) {
+        return jx::test::call([text](HWND dialog) {
+            JxwControlInfo list{};
+            JXW_GetControlInfo(dialog, 1, &list);
+            for (int row = 0; row < list.rowCount; ++row)
+                if (text == JXW_GetRow(dialog, 1, row))
+                    JXW_UserSelect(dialog, kFormFound, row);
+        });
+    }
+
     std::string drivers() const { return home_.text(".odbcinst.ini"); }
 
     jx::test::TestHome home_;
@@ -46,9 +62,7 @@ protected:
 };
 
 TEST_F(DriverForm, EntersADriverWithItsSetupLibrary) {
-    EXPECT_EQ(fill("Mine", JX_DRIVER, JX_DRIVER, {IDOK}),
-              (Boxes{"Mine is registered.\nNext: Add... in the Data Sources dialog makes a data source for it.|" +
-                     std::to_string(MB_OK)}));
+    EXPECT_EQ(fill("Mine", JX_DRIVER, JX_DRIVER, {IDOK}), (Boxes{"Mine is registered.|" + std::to_string(MB_OK)}));
     EXPECT_TRUE(wasEntered_);
     EXPECT_EQ(drivers(), "[ODBC Drivers]\nMine=Installed\n\n[Mine]\nDriver=" JX_DRIVER "\nSetup=" JX_DRIVER "\n");
 }
@@ -149,10 +163,75 @@ TEST_F(DriverForm, CancelEntersNothing) {
 }
 
 TEST_F(DriverForm, ProposesTheSetupLibraryOfThisProduct) {
-    EXPECT_EQ(proposedSetup(), JX_SETUP_LIBRARY);
+    EXPECT_EQ(trial::generalSetupLibrary(), JX_SETUP_LIBRARY);
     ScriptedUser user({jx::test::look()});
     registerDriver(0);
     EXPECT_NE(user.dumps.at(0).find("\"" JX_SETUP_LIBRARY "\""), std::string::npos) << user.dumps.at(0);
+}
+
+TEST_F(DriverForm, ListsTheDriversInTheUsualPlacesAndTakesTheChosenOne) {
+    const jx::test::DriverFolder folder(home_);
+    const std::string path = folder.driver();
+    const ScriptedUser user({chooseRow(path), press(IDOK)}, {IDOK});
+    EXPECT_TRUE(registerDriver(0));
+    EXPECT_EQ(drivers(),
+              "[ODBC Drivers]\nmydriver=Installed\n\n[mydriver]\nDriver=" + path + "\nSetup=" JX_SETUP_LIBRARY "\n");
+}
+
+TEST_F(DriverForm, ADriverWithASetupLibraryBesideItIsEnteredWithThatOne) {
+    const jx::test::DriverFolder folder(home_);
+    const std::string setup = folder.addSetup();
+    ScriptedUser user({chooseRow(folder.driver()), jx::test::look()});
+    registerDriver(0);
+    EXPECT_NE(user.dumps.at(0).find("edit 13 \"" + setup + "\""), std::string::npos) << user.dumps.at(0);
+}
+
+TEST_F(DriverForm, ATildeIsTheHomeDirectory) {
+    const jx::test::DriverFolder folder(home_);
+    fill("Mine", "~/lib/libmydriver.so", "", {IDOK});
+    EXPECT_EQ(drivers(), "[ODBC Drivers]\nMine=Installed\n\n[Mine]\nDriver=" + folder.driver() + "\n");
+}
+
+TEST_F(DriverForm, NamesTheNextStepOnlyWhereItCanBeTaken) {
+    const auto nextOf = [this](const std::string& name, const std::string& setup) {
+        ScriptedUser user({jx::test::call([&](HWND dialog) { registerDriver(dialog); }), type(kFormName, name),
+                           type(kFormLibrary, JX_DRIVER), type(kFormSetup, setup), press(IDOK)},
+                          {IDOK});
+        SQLManageDataSources(0);
+        return user.boxes.at(0);
+    };
+    EXPECT_EQ(nextOf("Mine", JX_SETUP_LIBRARY),
+              "Register a Driver|Mine is registered.\nNext: Add... in the Data Sources dialog makes a data source for "
+              "it.|0");
+    EXPECT_EQ(nextOf("Yours", ""),
+              "Register a Driver|Yours is registered.\nWithout a setup library its data sources are made by: odbcadmin "
+              "dsn add|0");
+}
+
+TEST_F(DriverForm, BrowseGoesThroughDirectoriesToAFile) {
+    home_.put("a.so", "");
+    std::filesystem::create_directories(home_.file("b/c"));
+    home_.put("b/d.so", "");
+    ScriptedUser user({type(kFormLibrary, "~/"), press(kFormBrowse), jx::test::look(),
+                       jx::test::doubleClick(kFilesList, 1), jx::test::look(), jx::test::selectRow(kFilesList, 0),
+                       press(IDOK), jx::test::selectRow(kFilesList, 1), press(IDOK), jx::test::selectRow(kFilesList, 2),
+                       press(IDOK), jx::test::look()});
+    registerDriver(0);
+    EXPECT_EQ(user.dumps.at(0), "\"Choose a File\"\n  label 61 \"" + home_.file("") +
+                                    "\"\n  list 62 focus\n    > ../\n      b/\n      a.so\n  button 1 \"&Open\" "
+                                    "default\n  button 2 \"Cancel\"\n");
+    EXPECT_NE(user.dumps.at(1).find("\"" + home_.file("b/") + "\"\n  list 62 focus\n    > ../\n      c/\n      d.so"),
+              std::string::npos)
+        << user.dumps.at(1);
+    EXPECT_NE(user.dumps.at(2).find("\"" + home_.file("b/d.so") + "\""), std::string::npos) << user.dumps.at(2);
+}
+
+TEST_F(DriverForm, BrowseBeginsSomewhereElseWhenThereIsNoSuchDirectory) {
+    ScriptedUser user(
+        {type(kFormLibrary, "/none/x.so"), press(kFormBrowse), jx::test::look(), press(IDCANCEL), jx::test::look()});
+    registerDriver(0);
+    EXPECT_NE(user.dumps.at(0).find("\"/usr/lib/\""), std::string::npos) << user.dumps.at(0);
+    EXPECT_NE(user.dumps.at(1).find("\"/none/x.so\""), std::string::npos) << user.dumps.at(1);
 }
 
 }  // namespace

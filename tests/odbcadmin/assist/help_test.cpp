@@ -7,7 +7,9 @@
 #include <odbcinst.h>
 
 #include <cstdlib>
+#include <filesystem>
 
+#include "driver_folder.h"
 #include "odbcadmin/assist/driver_form.h"
 #include "scripted_user.h"
 #include "test_home.h"
@@ -53,12 +55,21 @@ Add...: Makes a new data source for one of your drivers.
 Drivers...: Shows, installs and removes drivers. F2 registers one by hand.
 Options...: Turns the tracing of calls on and off.
 Close: Ends the program.
+
+F3: connects with the chosen data source and says what happens.
+F4: shows its keys and values.
+F5: reads the list again.
+F6: copies it under another name.
+F7: gives it another name.
+F8: shows only the rows that contain a text.
 ----
 Drivers in ~/.odbcinst.ini
 
 Driver for the new data source: No driver is registered yet. Press F2 to register one.
 OK is grey: No driver is registered yet. Press F2 to register one.
 Cancel: Makes no data source.
+
+F5: reads the list again.
 ----
 Drivers in ~/.odbcinst.ini
 
@@ -66,6 +77,8 @@ Installed drivers: No driver yet: F2 registers one, Add... runs a vendor's scrip
 Add...: Installs from a vendor's script (odbc.inf). F2 registers a driver without one.
 Delete... is grey: Choose a driver in the list first. None there? F2 registers one.
 Close: Back to the data sources.
+
+F5: reads the list again.
 ----
 )");
 }
@@ -99,25 +112,38 @@ Add...: Makes a new data source for one of your drivers.
 Drivers...: Shows, installs and removes drivers. F2 registers one by hand.
 Options...: Turns the tracing of calls on and off.
 Close: Ends the program.
+
+F3: connects with the chosen data source and says what happens.
+F4: shows its keys and values.
+F5: reads the list again.
+F6: copies it under another name.
+F7: gives it another name.
+F8: shows only the rows that contain a text.
 ----
 Drivers in ~/.odbcinst.ini
 
 Driver for the new data source: Choose the driver that reaches your database with the arrows; then Enter.
 OK: Lets the chosen driver ask for the settings.
 Cancel: Makes no data source.
+
+F5: reads the list again.
 ----
 Drivers in ~/.odbcinst.ini
 
 Driver for the new data source: Choose the driver that reaches your database.
 OK: Lets the chosen driver ask for the settings.
 Cancel: Makes no data source.
+
+F5: reads the list again.
 ----
 Drivers in ~/.odbcinst.ini
 
 Installed drivers: The drivers registered for you.
 Add...: Installs from a vendor's script (odbc.inf). F2 registers a driver without one.
-Delete...: Removes the chosen driver, deletes its files and its data sources; asks first.
+Delete...: Unregisters the chosen driver, or deletes its files and its data sources too; asks first.
 Close: Back to the data sources.
+
+F5: reads the list again.
 ----
 )");
 }
@@ -199,13 +225,16 @@ Cancel: Leaves the settings as they were.
 }
 
 TEST_F(Help, OfTheForm) {
+    const jx::test::DriverFolder folder(home_);
     const ScriptedUser user({read(), press(IDCANCEL)});
     registerDriver(0);
     EXPECT_EQ(pages_.at(0), R"(Registers a driver in ~/.odbcinst.ini
 
+Drivers found on this system: Drivers in the usual places. Choosing one fills in the fields below.
 Name: Any name you like: data sources refer to the driver by it.
 Driver library: The driver's file, with its whole path. Its package lists it (dpkg -L NAME).
 Setup library: Asks for the settings of data sources. The proposed one works for any driver.
+Browse...: Looks for the driver's file in directories.
 OK: Tries the libraries in a process of their own, then enters the driver.
 Cancel: Registers nothing.)");
 }
@@ -240,6 +269,16 @@ TEST(AccessKeys, AreLeftOutOfWhatIsRead) {
     EXPECT_EQ(withoutAccessKey("A && B"), "A & B");
     EXPECT_EQ(withoutAccessKey("Last&"), "Last&");
     EXPECT_EQ(withoutAccessKey(""), "");
+}
+
+TEST_F(Help, OfAFileThatCannotBeReadSaysSoInsteadOfNothingYet) {
+    std::filesystem::create_directory(home_.file("folder"));
+    setenv("ODBCINI", home_.file("folder").c_str(), 1);
+    setenv("ODBCINSTINI", home_.file("folder").c_str(), 1);
+    const std::string text = manage({read(), press(JxDriversButton), read()});
+    const std::string why = home_.file("folder") + ": Is a directory. There must be a file at this place, or nothing.";
+    EXPECT_NE(text.find("Data sources (driver): Cannot open " + why), std::string::npos) << text;
+    EXPECT_NE(text.find("Installed drivers: Cannot open " + why), std::string::npos) << text;
 }
 
 TEST_F(Help, NamesTheFilesAsPeopleDo) {

@@ -1,4 +1,7 @@
 // What the shells are offered, and their scripts.
+#include <optional>
+
+#include "../terminal/pty.h"
 #include "admin_test.h"
 
 namespace jx::test {
@@ -20,18 +23,6 @@ protected:
             line.clear();
         }
         return names;
-    }
-
-    // What a shell prints that is given a script; JX_ODBCADMIN's folder is in front of its PATH.
-    static std::string shell(const std::string& program, const std::vector<std::string>& options,
-                             const std::string& script) {
-        std::string folder = JX_ODBCADMIN;
-        folder.resize(folder.rfind('/'));
-        std::vector<std::string> arguments = options;
-        arguments.push_back("PATH=" + shellQuoted(folder) + ":$PATH\n" + script);
-        const ProgramResult result = runProgram(program, arguments);
-        EXPECT_EQ(result.code, 0) << result.err;
-        return result.out;
     }
 };
 
@@ -86,20 +77,102 @@ TEST_F(Completion, AnUnreadableFileOffersNothing) {
     EXPECT_EQ(offered({"dsn", "show", ""}), "");
 }
 
-TEST_F(Completion, BashOffersAndQuotes) {
-    out({"dsn", "copy", "Sales", "Two $words"});
-    const std::string script = "source " + shellQuoted(JX_COMPLETIONS "/odbcadmin.bash") +
-                               "\n"
-                               "ask() { COMP_WORDS=(\"$@\"); COMP_CWORD=$(($# - 1)); COMPREPLY=()\n"
-                               "    _odbcadmin odbcadmin \"${!#}\"; printf '<%s>' \"${COMPREPLY[@]}\"; }\n";
-    const auto ask = [&](const std::string& line) {
-        return shell("/bin/bash", {"-c"}, script + "ask odbcadmin " + line);
+TEST_F(Completion, OffersTheValueOfAnOptionInItsWord) {
+    EXPECT_EQ(offered({"dsn", "add", "X", "--driver="}), "--driver=Plain");
+    EXPECT_EQ(offered({"dsn", "add", "X", "--driver=Pl"}), "--driver=Plain");
+    EXPECT_EQ(offered({"dsn", "add", "X", "--driver=x"}), "");
+    EXPECT_EQ(offered({"driver", "add", "X", "--lib=/u"}), ":FILE");
+    EXPECT_EQ(offered({"dsn", "add", "X", "--direct="}), "");
+    EXPECT_EQ(offered({"--home=/", "dsn", "show", ""}), "");
+    EXPECT_EQ(offered({"dsn", "add", "--driver=Plain", "X", "--js"}), "--json");
+}
+
+TEST_F(Completion, AKeyThatTakesAValueComesWithItsEqualsSign) {
+    EXPECT_EQ(offered({"dsn", "set", "Sales", ""}), "Driver=|Server=|PWD=");
+    EXPECT_EQ(offered({"dsn", "set", "Sales", "Server=b", "P"}), "PWD=");
+    EXPECT_EQ(offered({"dsn", "unset", "Sales", "S"}), "Server");
+}
+
+// InBash: a real bash at a terminal, with the completion and nothing else of a user's.
+class InBash : public Completion {
+protected:
+    InBash() {
+        std::string folder = JX_ODBCADMIN;
+        folder.resize(folder.rfind('/'));
+        home_.put(".bashrc", "PATH=" + shellQuoted(folder) +
+                                 ":$PATH PS1='ready ' HISTFILE=\n"
+                                 "bind 'set enable-bracketed-paste off'\nbind 'set bell-style none'\n"
+                                 "source " +
+                                 shellQuoted(JX_COMPLETIONS "/odbcadmin.bash") +
+                                 "\n"
+                                 "bind -x '\"\\C-o\": printf \"\\n<%s>\\n\" \"$READLINE_LINE\"'\n"
+                                 "cd ~\n");
+        home_.put(".odbc.ini",
+                  "[ODBC Data Sources]\nSales=Plain\na:b=Plain\na:c d=Plain\nIt's $1=Plain\n"
+                  "[Sales]\nServer=x\nSection=y\nPort=1\n[a:b]\nMy Key=1\n");
+        // What is typed before bash reads lines itself is not completed.
+        bash_.emplace("/bin/bash", std::vector<std::string>{"HOME=" + home_.path(), "TERM=dumb", "INPUTRC=/dev/null"},
+                      200);
+        EXPECT_TRUE(bash_->waitFor("ready "));
+        bash_->take();
+    }
+
+    // The line after the Tab key was pressed behind it.
+    std::string completed(const std::string& line) {
+        bash_->send(line + "\t\x0F");
+        std::string screen;
+        const bool isShown = bash_->waitFor(">\r\n");
+        screen = bash_->take();
+        bash_->send("\x15");
+        const std::size_t begin = screen.rfind("\n<");
+        return isShown && begin != std::string::npos ? screen.substr(begin + 2, screen.rfind(">\r\n") - begin - 2)
+                                                     : screen;
+    }
+
+    std::optional<Pty> bash_;
+};
+
+TEST_F(InBash, ATabCompletesNamesAndQuotesThem) {
+    const struct {
+        const char *typed, *line;
+    } rows[] = {
+        {"odbcadmin dsn sho", "odbcadmin dsn show "},
+        {"odbcadmin dsn show Sa", "odbcadmin dsn show Sales "},
+        {"odbcadmin dsn show \"Sa", "odbcadmin dsn show \"Sales\" "},
+        {"odbcadmin dsn show 'Sa", "odbcadmin dsn show 'Sales' "},
+        {"odbcadmin dsn show It", "odbcadmin dsn show It\\'s\\ \\$1 "},
+        {"odbcadmin dsn show It\\'s\\ ", "odbcadmin dsn show It\\'s\\ \\$1 "},
+        {"odbcadmin dsn show \"It", "odbcadmin dsn show \"It's \\$1\" "},
+        {"odbcadmin dsn show 'It", "odbcadmin dsn show 'It'\\''s $1' "},
+        {"true; odbcadmin dsn show Sa", "true; odbcadmin dsn show Sales "},
     };
-    EXPECT_EQ(ask("dsn show S"), "<Sales>");
-    EXPECT_EQ(ask("dsn show T"), "<Two\\ \\$words>");
-    EXPECT_EQ(ask("dsn get 'Two\\ \\$words' Se"), "<Server>");
-    EXPECT_EQ(ask("dsn show \\\"T"), "<Two $words>");
-    EXPECT_EQ(ask("driver add X --lib " + home_.file(".odbci")), "<" + home_.file(".odbcinst.ini") + ">");
+    for (const auto& row : rows)
+        EXPECT_EQ(completed(row.typed), row.line);
+}
+
+TEST_F(InBash, ATabCompletesNamesWithAColon) {
+    EXPECT_EQ(completed("odbcadmin dsn show a"), "odbcadmin dsn show a:");
+    EXPECT_EQ(completed("odbcadmin dsn show a:b"), "odbcadmin dsn show a:b ");
+    EXPECT_EQ(completed("odbcadmin dsn show a:c"), "odbcadmin dsn show a:c\\ d ");
+    EXPECT_EQ(completed("odbcadmin dsn show \"a:c"), "odbcadmin dsn show \"a:c d\" ");
+    EXPECT_EQ(completed("odbcadmin dsn get a:b M"), "odbcadmin dsn get a:b My\\ Key ");
+}
+
+TEST_F(InBash, ATabCompletesOptionsAndTheirValues) {
+    EXPECT_EQ(completed("odbcadmin dsn add X --driver=P"), "odbcadmin dsn add X --driver=Plain ");
+    EXPECT_EQ(completed("odbcadmin dsn add X --driver="), "odbcadmin dsn add X --driver=Plain ");
+    EXPECT_EQ(completed("odbcadmin dsn add X --driver=\"P"), "odbcadmin dsn add X --driver=\"Plain\" ");
+    EXPECT_EQ(completed("odbcadmin dsn add X --driver P"), "odbcadmin dsn add X --driver Plain ");
+    EXPECT_EQ(completed("odbcadmin driver add X --lib=.odbci"), "odbcadmin driver add X --lib=.odbcinst.ini ");
+    EXPECT_EQ(completed("odbcadmin driver add X --lib " + home_.file(".odbci")),
+              "odbcadmin driver add X --lib " + home_.file(".odbcinst.ini") + " ");
+}
+
+TEST_F(InBash, NoBlankFollowsAKeyThatTakesAValue) {
+    EXPECT_EQ(completed("odbcadmin dsn set Sales Po"), "odbcadmin dsn set Sales Port=");
+    EXPECT_EQ(completed("odbcadmin dsn set Sales Server=b Po"), "odbcadmin dsn set Sales Server=b Port=");
+    EXPECT_EQ(completed("odbcadmin dsn set Sales Se"), "odbcadmin dsn set Sales Se");
+    EXPECT_EQ(completed("odbcadmin dsn unset Sales Po"), "odbcadmin dsn unset Sales Port ");
 }
 
 TEST_F(Completion, FishOffers) {
@@ -109,10 +182,12 @@ TEST_F(Completion, FishOffers) {
     std::string folder = JX_ODBCADMIN;
     folder.resize(folder.rfind('/'));
     const ProgramResult result = runProgram(
-        "/usr/bin/fish", {"-N", "-c",
-                          "set -x PATH " + shellQuoted(folder) + " $PATH\nsource " +
-                              shellQuoted(JX_COMPLETIONS "/odbcadmin.fish") + "\ncomplete -C 'odbcadmin dsn show S'"});
-    EXPECT_EQ(result.out, "Sales\tPlain\n") << result.err;
+        "/usr/bin/fish",
+        {"-N", "-c",
+         "set -x PATH " + shellQuoted(folder) + " $PATH\nsource " + shellQuoted(JX_COMPLETIONS "/odbcadmin.fish") +
+             "\ncomplete -C 'odbcadmin dsn show S'\ncomplete -C 'odbcadmin dsn add X --driver=P'\n"
+             "complete -C 'odbcadmin dsn set Sales S'"});
+    EXPECT_EQ(result.out, "Sales\tPlain\n--driver=Plain\t/opt/libplain.so\nServer=\n") << result.err;
 }
 
 // zsh completes only at a terminal: what is tested is that it reads the function.

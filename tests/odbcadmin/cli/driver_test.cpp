@@ -25,6 +25,21 @@ TEST_F(Drivers, AddMakesPathsAbsoluteAndLeavesNamesToTheLoader) {
     EXPECT_EQ(out({"config", "get", ".odbcinst.ini", "B", "Driver"}), "libb.so\n");
 }
 
+TEST_F(Drivers, OneWithoutASetupLibraryGetsTheGeneralOneUnlessThatIsNotWanted) {
+    const std::string general = " with the general setup library " JX_SETUP_LIBRARY "\n";
+    const std::string setup = "Setup=" JX_SETUP_LIBRARY "\n";
+    EXPECT_EQ(out({"driver", "add", "A", "--lib", "liba.so"}), "Added driver A" + general);
+    EXPECT_EQ(out({"driver", "show", "A", "-q"}), "[A]\nDriver=liba.so\n" + setup);
+    EXPECT_EQ(out({"driver", "add", "B", "--lib", "libb.so", "--no-setup"}), "Added driver B\n");
+    EXPECT_EQ(out({"driver", "show", "B", "-q"}), "[B]\nDriver=libb.so\n");
+    EXPECT_EQ(out({"driver", "add", "C", "--lib", "libc.so", "--setup", "libs.so"}), "Added driver C\n");
+    EXPECT_EQ(out({"driver", "ensure", "C"}), "unchanged: nothing to do\n");
+    EXPECT_EQ(out({"driver", "ensure", "B"}), "Changed driver B" + general);
+    EXPECT_EQ(out({"driver", "ensure", "B"}), "unchanged: nothing to do\n");
+    EXPECT_EQ(out({"driver", "show", "B", "-q"}), "[B]\nDriver=libb.so\n" + setup);
+    EXPECT_EQ(run({"translator", "add", "T", "--lib", "libt.so"}).out, "Added translator T\n");
+}
+
 TEST_F(Drivers, AddRefusesWhatIsThere) {
     EXPECT_EQ(run({"driver", "add", "plain", "--lib", "/x.so"}).code, 4);
     EXPECT_EQ(drivers(), kDrivers);
@@ -42,14 +57,16 @@ TEST_F(Drivers, RefusesNamesTheFileCouldNotGiveBack) {
 }
 
 TEST_F(Drivers, EnsureIsIdempotent) {
-    const std::vector<std::string> line{"-q", "driver", "ensure", "Plain", "--lib", "/opt/two.so", "FileUsage=2"};
+    const std::vector<std::string> line{"-q",    "driver",      "ensure",     "Plain",
+                                        "--lib", "/opt/two.so", "--no-setup", "FileUsage=2"};
     out(line);
     const std::string after =
         with(with(kDrivers, "Driver=/opt/libplain.so", "Driver=/opt/two.so"), "FileUsage=0", "FileUsage=2");
     EXPECT_EQ(drivers(), after);
-    EXPECT_EQ(out({"driver", "ensure", "Plain", "--lib", "/opt/two.so", "FileUsage=2"}), "unchanged: nothing to do\n");
+    EXPECT_EQ(out({"driver", "ensure", "Plain", "--lib", "/opt/two.so", "--no-setup", "FileUsage=2"}),
+              "unchanged: nothing to do\n");
     EXPECT_EQ(drivers(), after);
-    EXPECT_EQ(out({"driver", "ensure", "Plain"}), "unchanged: nothing to do\n");
+    EXPECT_EQ(out({"driver", "ensure", "Plain", "--no-setup"}), "unchanged: nothing to do\n");
     EXPECT_EQ(run({"driver", "ensure", "Other"}).code, 2);
 }
 

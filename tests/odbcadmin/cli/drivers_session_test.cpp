@@ -56,8 +56,8 @@ constexpr const char* kDriversAreAdded =
 Added driver New
 ! odbcadmin: the library /opt/new.so is not there
 ! odbcadmin: the setup library /opt/set.so is not there
-$ odbcadmin -q driver add 'A(B) 3.5, 64-bit' --lib libb.so
-$ odbcadmin -q driver add Here --lib lib/../b.so
+$ odbcadmin -q driver add 'A(B) 3.5, 64-bit' --lib libb.so --no-setup
+$ odbcadmin -q driver add Here --lib lib/../b.so --no-setup
 $ odbcadmin driver add new --lib /x.so
 ! odbcadmin: There is a driver new in ~/.odbcinst.ini
 !   Use odbcadmin driver ensure to change it.
@@ -190,10 +190,10 @@ TEST_F(DriversSession, PathsThatAreRefused) {
     EXPECT_EQ(played(home_, kPathsThatAreRefused), kPathsThatAreRefused);
 }
 
-constexpr const char* kDriversAreEnsured = R"sh($ odbcadmin driver ensure Plain --lib /opt/two.so FileUsage=2
+constexpr const char* kDriversAreEnsured = R"sh($ odbcadmin driver ensure Plain --lib /opt/two.so --no-setup FileUsage=2
 Changed driver Plain
 ! odbcadmin: the library /opt/two.so is not there
-$ odbcadmin driver ensure Plain --lib /opt/two.so FileUsage=2
+$ odbcadmin driver ensure Plain --lib /opt/two.so --no-setup FileUsage=2
 unchanged: nothing to do
 ! odbcadmin: the library /opt/two.so is not there
 $ odbcadmin driver ensure PLAIN --setup /opt/set.so
@@ -205,11 +205,11 @@ $ odbcadmin driver ensure Other
 ! odbcadmin: The driver Other has no library yet
 !   Give it with --lib.
 [2]
-$ odbcadmin driver ensure Other --lib /opt/other.so
+$ odbcadmin driver ensure Other --lib /opt/other.so --no-setup
 Added driver Other
 ! odbcadmin: the library /opt/other.so is not there
 $ printf '[Loose]\nDriver=/l.so\n' >>.odbcinst.ini
-$ odbcadmin driver ensure Loose
+$ odbcadmin driver ensure Loose --no-setup
 Changed driver Loose
 $ cat .odbcinst.ini
 [ODBC Drivers]
@@ -262,7 +262,7 @@ TEST_F(DriversSession, DriversAreRemoved) {
 
 constexpr const char* kForbiddenDriverNames =
     R"sh($ printf '[ODBC Drivers]\nA;B=Installed\n[A;B]\nDriver=/a.so\n' >.odbcinst.ini
-$ odbcadmin driver ensure 'a;b' --lib /b.so
+$ odbcadmin driver ensure 'a;b' --lib /b.so --no-setup
 Changed driver a;b
 ! odbcadmin: the library /b.so is not there
 $ odbcadmin driver show 'A;B'

@@ -162,7 +162,7 @@ constexpr const char* kDriversOfDataSources =
 $ odbcadmin doctor Sales
 note names.no-setup-key driver Plain
   ~/.odbcinst.ini:4: the section has no value for Setup, so programs cannot add or change its data sources.
-  Name its setup library there; libjxsetup.so does for drivers that bring none.
+  Name its setup library; if it brings none: odbcadmin driver ensure Plain --lib /opt/libplain.so --setup libjxsetup.so
 error library.missing driver Plain
   There is no /opt/libplain.so; its directory is there.
   Install the library there, or correct the path.
@@ -175,7 +175,7 @@ error library.missing driver Plain
 $ odbcadmin doctor sales Accounts
 note names.no-setup-key driver Plain
   ~/.odbcinst.ini:4: the section has no value for Setup, so programs cannot add or change its data sources.
-  Name its setup library there; libjxsetup.so does for drivers that bring none.
+  Name its setup library; if it brings none: odbcadmin driver ensure Plain --lib /opt/libplain.so --setup libjxsetup.so
 error library.missing driver Plain
   There is no /opt/libplain.so; its directory is there.
   Install the library there, or correct the path.
@@ -189,7 +189,7 @@ $ sed -i 's#^Driver="/opt/libplain.so"#Driver=~/libplain.so#' .odbc.ini
 $ odbcadmin doctor Sales
 note names.no-setup-key driver Plain
   ~/.odbcinst.ini:4: the section has no value for Setup, so programs cannot add or change its data sources.
-  Name its setup library there; libjxsetup.so does for drivers that bring none.
+  Name its setup library; if it brings none: odbcadmin driver ensure Plain --lib /opt/libplain.so --setup libjxsetup.so
 error library.missing driver Plain
   There is no /opt/libplain.so; its directory is there.
   Install the library there, or correct the path.
@@ -199,7 +199,7 @@ $ sed -i 's#^Driver=~/libplain.so#Driver=Plain#' .odbc.ini
 $ odbcadmin doctor Sales
 note names.no-setup-key driver Plain
   ~/.odbcinst.ini:4: the section has no value for Setup, so programs cannot add or change its data sources.
-  Name its setup library there; libjxsetup.so does for drivers that bring none.
+  Name its setup library; if it brings none: odbcadmin driver ensure Plain --lib /opt/libplain.so --setup libjxsetup.so
 error library.missing driver Plain
   There is no /opt/libplain.so; its directory is there.
   Install the library there, or correct the path.
@@ -209,7 +209,7 @@ $ sed -i 's#^Driver=Plain#Driver=#' .odbc.ini
 $ odbcadmin doctor Sales
 note names.no-setup-key driver Plain
   ~/.odbcinst.ini:4: the section has no value for Setup, so programs cannot add or change its data sources.
-  Name its setup library there; libjxsetup.so does for drivers that bring none.
+  Name its setup library; if it brings none: odbcadmin driver ensure Plain --lib /opt/libplain.so --setup libjxsetup.so
 error library.missing driver Plain
   There is no /opt/libplain.so; its directory is there.
   Install the library there, or correct the path.
@@ -252,7 +252,7 @@ $ odbcadmin --json dsn test Sales
 }
 [11]
 $ printf 'text\n' >text.so
-$ odbcadmin driver ensure Text --lib "$PWD/text.so"
+$ odbcadmin driver ensure Text --lib "$PWD/text.so" --no-setup
 Added driver Text
 ! odbcadmin: the library ~/text.so cannot be used; odbcadmin driver check tells why
 $ odbcadmin dsn add T --driver Text

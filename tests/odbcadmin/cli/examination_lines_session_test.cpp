@@ -13,31 +13,28 @@ $ printf '[ODBC Data Sources]\nA=Plain\nB=Plane\nC=Plain\nODBC=Plain\nD(E)=Plain
 $ odbcadmin lint
 error names.driver-unknown data source B
   ~/.odbc.ini:3: its driver is "Plane", and ~/.odbcinst.ini has no such section.
-  Add the driver with odbcadmin driver add.
+  Add it: odbcadmin driver add Plane --lib PATH
 error names.no-section data source C
   ~/.odbc.ini:4 lists it, and ~/.odbc.ini has no section [C].
-  Add the section, or remove it from the list: odbcadmin dsn remove C
+  Add the section: odbcadmin dsn ensure C --driver Plain, or take it off the list: odbcadmin dsn remove C
 error names.reserved data source ODBC
   ~/.odbc.ini:5: the section [ODBC] has a meaning of its own.
-  Choose another name for the data source.
-error names.no-section data source ODBC
-  ~/.odbc.ini:5 lists it, and ~/.odbc.ini has no section [ODBC].
-  Add the section, or remove it from the list: odbcadmin dsn remove ODBC
+  Delete the line, and choose another name for the data source.
 warning names.forbidden-character data source D(E)
   ~/.odbc.ini:6: the name holds "(", which the standard forbids in names of data sources.
   Rename it: odbcadmin dsn rename 'D(E)' NEW
 warning names.not-listed data source F
   ~/.odbc.ini:13 has its section, and [ODBC Data Sources] does not list it: programs that offer a choice leave it out.
-  List it with the name of its driver.
+  List it: odbcadmin dsn ensure F --driver Plain
 note names.no-setup-key driver Plain
   ~/.odbcinst.ini:4: the section has no value for Setup, so programs cannot add or change its data sources.
-  Name its setup library there; libjxsetup.so does for drivers that bring none.
-4 errors, 2 warnings, 1 note.
+  Name its setup library; if it brings none: odbcadmin driver ensure Plain --lib /opt/libplain.so --setup libjxsetup.so
+3 errors, 2 warnings, 1 note.
 [10]
 $ odbcadmin doctor A
 note names.no-setup-key driver Plain
   ~/.odbcinst.ini:4: the section has no value for Setup, so programs cannot add or change its data sources.
-  Name its setup library there; libjxsetup.so does for drivers that bring none.
+  Name its setup library; if it brings none: odbcadmin driver ensure Plain --lib /opt/libplain.so --setup libjxsetup.so
 error library.missing driver Plain
   There is no /opt/libplain.so; its directory is there.
   Install the library there, or correct the path.
@@ -46,7 +43,7 @@ error library.missing driver Plain
 $ odbcadmin doctor B
 error names.driver-unknown data source B
   ~/.odbc.ini:3: its driver is "Plane", and ~/.odbcinst.ini has no such section.
-  Add the driver with odbcadmin driver add.
+  Add it: odbcadmin driver add Plane --lib PATH
 error library.missing data source B
   There is no /opt/libplain.so; its directory is there.
   Install the library there, or correct the path.
@@ -55,10 +52,10 @@ error library.missing data source B
 $ odbcadmin doctor C
 error names.no-section data source C
   ~/.odbc.ini:4 lists it, and ~/.odbc.ini has no section [C].
-  Add the section, or remove it from the list: odbcadmin dsn remove C
+  Add the section: odbcadmin dsn ensure C --driver Plain, or take it off the list: odbcadmin dsn remove C
 note names.no-setup-key driver Plain
   ~/.odbcinst.ini:4: the section has no value for Setup, so programs cannot add or change its data sources.
-  Name its setup library there; libjxsetup.so does for drivers that bring none.
+  Name its setup library; if it brings none: odbcadmin driver ensure Plain --lib /opt/libplain.so --setup libjxsetup.so
 error library.missing driver Plain
   There is no /opt/libplain.so; its directory is there.
   Install the library there, or correct the path.
@@ -67,7 +64,7 @@ error library.missing driver Plain
 $ odbcadmin doctor F
 warning names.not-listed data source F
   ~/.odbc.ini:13 has its section, and [ODBC Data Sources] does not list it: programs that offer a choice leave it out.
-  List it with the name of its driver.
+  List it: odbcadmin dsn ensure F --driver Plain
 error library.missing data source F
   There is no /opt/libplain.so; its directory is there.
   Install the library there, or correct the path.
@@ -83,7 +80,7 @@ F     /opt/libplain.so  (not listed)
 $ odbcadmin explain F
 data source F
   broken  listed  not in [ODBC Data Sources]  ~/.odbc.ini
-          List it with the name of its driver.
+          List it: odbcadmin dsn ensure F --driver DRIVER
   ok      section  [F]               ~/.odbc.ini:13
   ok      Driver   /opt/libplain.so  ~/.odbc.ini:14
 /opt/libplain.so
@@ -96,32 +93,29 @@ warning syntax.duplicate-key ~/.odbcinst.ini:4
   Delete the one that is not meant.
 error names.driver-unknown data source B
   ~/.odbc.ini:3: its driver is "Plane", and ~/.odbcinst.ini has no such section.
-  Add the driver with odbcadmin driver add.
+  Add it: odbcadmin driver add Plane --lib PATH
 error names.no-section data source C
   ~/.odbc.ini:4 lists it, and ~/.odbc.ini has no section [C].
-  Add the section, or remove it from the list: odbcadmin dsn remove C
+  Add the section: odbcadmin dsn ensure C --driver Plain, or take it off the list: odbcadmin dsn remove C
 error names.reserved data source ODBC
   ~/.odbc.ini:5: the section [ODBC] has a meaning of its own.
-  Choose another name for the data source.
-error names.no-section data source ODBC
-  ~/.odbc.ini:5 lists it, and ~/.odbc.ini has no section [ODBC].
-  Add the section, or remove it from the list: odbcadmin dsn remove ODBC
+  Delete the line, and choose another name for the data source.
 warning names.forbidden-character data source D(E)
   ~/.odbc.ini:6: the name holds "(", which the standard forbids in names of data sources.
   Rename it: odbcadmin dsn rename 'D(E)' NEW
 warning names.not-listed data source F
   ~/.odbc.ini:13 has its section, and [ODBC Data Sources] does not list it: programs that offer a choice leave it out.
-  List it with the name of its driver.
+  List it: odbcadmin dsn ensure F --driver Plain
 error names.no-section driver Gone
   ~/.odbcinst.ini:3 lists it, and there is no section [Gone].
-  Add it anew with odbcadmin driver add, or remove it.
+  Add it anew: odbcadmin driver ensure Gone --lib PATH, or take it off the list: odbcadmin driver remove Gone
 warning names.not-listed driver Odd
   ~/.odbcinst.ini:8 has its section, and [ODBC Drivers] does not list it: programs that offer a choice leave it out.
-  List it: Odd=Installed
+  List it: odbcadmin driver ensure Odd --lib /opt/odd.so
 note names.no-setup-key driver Odd
   ~/.odbcinst.ini:8: the section has no value for Setup, so programs cannot add or change its data sources.
-  Name its setup library there; libjxsetup.so does for drivers that bring none.
-5 errors, 4 warnings, 1 note.
+  Name its setup library; if it brings none: odbcadmin driver ensure Odd --lib /opt/odd.so --setup libjxsetup.so
+4 errors, 4 warnings, 1 note.
 [10]
 $ odbcadmin driver list
 Plain  missing  /opt/libplain.so
@@ -148,7 +142,7 @@ error syntax.unclosed-bracket ~/.odbc.ini:11
   Add the "]".
 note names.no-setup-key driver Plain
   ~/.odbcinst.ini:4: the section has no value for Setup, so programs cannot add or change its data sources.
-  Name its setup library there; libjxsetup.so does for drivers that bring none.
+  Name its setup library; if it brings none: odbcadmin driver ensure Plain --lib /opt/libplain.so --setup libjxsetup.so
 1 error, 1 warning, 2 notes.
 [10]
 $ odbcadmin doctor A
@@ -163,7 +157,7 @@ error syntax.unclosed-bracket ~/.odbc.ini:11
   Add the "]".
 note names.no-setup-key driver Plain
   ~/.odbcinst.ini:4: the section has no value for Setup, so programs cannot add or change its data sources.
-  Name its setup library there; libjxsetup.so does for drivers that bring none.
+  Name its setup library; if it brings none: odbcadmin driver ensure Plain --lib /opt/libplain.so --setup libjxsetup.so
 error library.missing driver Plain
   There is no /opt/libplain.so; its directory is there.
   Install the library there, or correct the path.
@@ -205,7 +199,7 @@ $ odbcadmin --json lint
       "severity": "note",
       "subject": "driver Plain",
       "fact": "~/.odbcinst.ini:4: the section has no value for Setup, so programs cannot add or change its data sources.",
-      "advice": "Name its setup library there; libjxsetup.so does for drivers that bring none."
+      "advice": "Name its setup library; if it brings none: odbcadmin driver ensure Plain --lib /opt/libplain.so --setup libjxsetup.so"
     }
   ]
 }

@@ -72,12 +72,12 @@ data source A
           Add the section, or remove the name from the list.
 driver B
   broken  section  no driver of that name  ~/.odbcinst.ini
-          Add it with odbcadmin driver add.
+          Add it: odbcadmin driver add B --lib PATH
 $ printf '[A]\nx=1\n' >.odbc.ini
 $ odbcadmin explain A
 data source A
   broken  listed  not in [ODBC Data Sources]  ~/.odbc.ini
-          List it with the name of its driver.
+          List it: odbcadmin dsn ensure A --driver DRIVER
   ok      section  [A]       ~/.odbc.ini:1
   broken  Driver   no value  ~/.odbc.ini
           Enter the full path of the driver's library.
@@ -97,7 +97,7 @@ constexpr const char* kLinting =
 $ odbcadmin lint
 note names.no-setup-key driver Plain
   ~/.odbcinst.ini:4: the section has no value for Setup, so programs cannot add or change its data sources.
-  Name its setup library there; libjxsetup.so does for drivers that bring none.
+  Name its setup library; if it brings none: odbcadmin driver ensure Plain --lib /opt/libplain.so --setup libjxsetup.so
 0 errors, 0 warnings, 1 note.
 $ odbcadmin -q lint
 note names.no-setup-key driver Plain

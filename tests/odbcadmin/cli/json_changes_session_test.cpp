@@ -133,7 +133,7 @@ $ odbcadmin --json dsn default New
     "~/.odbc.ini"
   ]
 }
-$ odbcadmin --json driver add Other --lib /opt/other.so
+$ odbcadmin --json driver add Other --lib /opt/other.so --no-setup
 {
   "schema": "odbcadmin/1",
   "result": "changed",

@@ -103,7 +103,7 @@ TEST_F(Line, HomeWinsOverTheEnvironment) {
     mkdir(home_.file("other").c_str(), 0700);
     setenv("ODBCINI", home_.file(".odbc.ini").c_str(), 1);
     EXPECT_EQ(out({"dsn", "list", "-q", "--home", home_.file("other")}), "");
-    out({"--home", home_.file("other"), "driver", "add", "D", "--lib", "/d.so", "-q"});
+    out({"--home", home_.file("other"), "driver", "add", "D", "--lib", "/d.so", "--no-setup", "-q"});
     EXPECT_EQ(home_.text("other/.odbcinst.ini"), "[ODBC Drivers]\nD=Installed\n\n[D]\nDriver=/d.so\n");
     EXPECT_EQ(drivers(), kDrivers);
     EXPECT_EQ(run({"dsn", "list", "--home", home_.file("absent")}).code, 7);
@@ -238,6 +238,53 @@ TEST_F(Line, WhatManyTypeFromHabitIsUnderstood) {
     EXPECT_EQ(out({"dsn", "ls", "-q"}), "Accounts\n");
     EXPECT_EQ(out({"driver", "remove", "Gone", "--if-exists"}), "unchanged: nothing to do\n");
     EXPECT_EQ(run({"driver", "remove", "Gone"}).code, 3);
+    EXPECT_EQ(out({"dsn", "remove", "Gone", "--if-exists"}), "unchanged: nothing to do\n");
+    EXPECT_EQ(out({"translator", "rm", "Gone", "--if-exists"}), "unchanged: nothing to do\n");
+}
+
+TEST_F(Line, HabitsHoldBehindEveryNounAndOption) {
+    EXPECT_EQ(out({"--home", home_.path(), "driver", "-q", "ls"}), "Plain\n");
+    EXPECT_EQ(out({"--lock-timeout", "1", "dsn", "--json", "rm", "Gone", "--if-exists"}),
+              out({"dsn", "remove", "Gone", "--if-exists", "--json"}));
+    EXPECT_EQ(out({"config", "ls", ".odbcinst.ini", "-q"}), "ODBC Drivers\nPlain\n");
+    for (const char* noun : {"dsn", "driver", "translator", "trace", "config"}) {
+        EXPECT_EQ(out({noun, "help"}), out({noun, "--help"}));
+        EXPECT_EQ(out({"help", noun}), out({noun, "--help"}));
+    }
+    EXPECT_EQ(out({"dsn", "help", "ls"}), out({"dsn", "list", "--help"}));
+    EXPECT_EQ(out({"help", "driver", "rm"}), out({"driver", "remove", "--help"}));
+    EXPECT_NE(run({"trace", "ls"}).err.find("odbcadmin trace has no command ls"), std::string::npos);
+    EXPECT_EQ(run({"dsn", "show", "help"}).code, 3);
+}
+
+TEST_F(Line, ALockIsWaitedForAsLongAsAsked) {
+    const int lock = open(home_.file(".odbc.ini.jxlock").c_str(), O_CREAT | O_RDWR | O_CLOEXEC, 0600);
+    ASSERT_EQ(flock(lock, LOCK_EX), 0);
+    const ProgramResult atOnce = run({"--lock-timeout", "0", "dsn", "ensure", "Sales", "a=b"});
+    EXPECT_EQ(atOnce.code, 8);
+    EXPECT_EQ(atOnce.err, "odbcadmin: Cannot lock " + home_.file(".odbc.ini.jxlock") +
+                              ": another writer has it locked\n  Another program is changing the file; try again.\n");
+    const ProgramResult soon = run({"dsn", "ensure", "Sales", "a=b", "--lock-timeout=0.02", "--json"});
+    EXPECT_EQ(soon.code, 8);
+    EXPECT_NE(soon.err.find("another writer kept it locked for 0.02 seconds"), std::string::npos);
+    EXPECT_EQ(nlohmann::ordered_json::parse(soon.out)["error"]["code"], 8);
+    EXPECT_EQ(run({"--lock-timeout", "0", "config", "set", ".odbc.ini", "a", "b", "c"}).code, 8);
+    EXPECT_EQ(run({"--lock-timeout", "0", "trace", "on", "/x"}).code, 8);
+    EXPECT_EQ(run({"--lock-timeout", "0", "dsn", "show", "Sales"}).code, 0);
+    EXPECT_EQ(sources(), kSources);
+    close(lock);
+    EXPECT_EQ(run({"--lock-timeout", "0", "dsn", "ensure", "Sales", "a=b"}).code, 0);
+}
+
+TEST_F(Line, TheTimeForALockIsANumberOfSeconds) {
+    for (const char* wrong : {"", "x", "1x", "nan", "inf", "86401"}) {
+        SCOPED_TRACE(wrong);
+        const ProgramResult result = run({"dsn", "set", "Sales", "a=b", "--lock-timeout", wrong});
+        EXPECT_EQ(result.code, 2);
+        EXPECT_NE(result.err.find("--lock-timeout"), std::string::npos);
+    }
+    EXPECT_EQ(run({"dsn", "set", "Sales", "a=b", "--lock-timeout=-1"}).code, 2);
+    EXPECT_EQ(sources(), kSources);
 }
 
 TEST_F(Line, AFailureIsAnObjectToo) {
@@ -250,6 +297,63 @@ TEST_F(Line, AFailureIsAnObjectToo) {
     EXPECT_EQ(json({"dsn", "set", "Sales", "a=b"})["changed"], true);
     EXPECT_EQ(json({"dsn", "set", "Sales", "a=b"})["changed"], false);
     EXPECT_EQ(json({"dsn", "set", "Sales", "a=c", "-n"})["changed"], false);
+}
+
+// A line for each verb, at its end a word that does not fit.
+TEST_F(Line, EachVerbGivesItsFailureAsAnObject) {
+    const std::vector<const char*> lines[] = {{"dsn", "show", "No"},
+                                              {"dsn", "get", "Sales", "No"},
+                                              {"dsn", "add", "X", "--driver", "No"},
+                                              {"dsn", "ensure", "No"},
+                                              {"dsn", "set", "No", "a=b"},
+                                              {"dsn", "unset", "No", "a"},
+                                              {"dsn", "remove", "No"},
+                                              {"dsn", "rename", "No", "X"},
+                                              {"dsn", "copy", "No", "X"},
+                                              {"dsn", "default", "No"},
+                                              {"dsn", "test", "No"},
+                                              {"dsn", "connstr", "No"},
+                                              {"driver", "show", "No"},
+                                              {"driver", "add", "Plain", "--lib=x"},
+                                              {"driver", "ensure", "No"},
+                                              {"driver", "set", "No", "a=b"},
+                                              {"driver", "unset", "No", "a"},
+                                              {"driver", "rename", "No", "X"},
+                                              {"driver", "remove", "No"},
+                                              {"driver", "check", "No"},
+                                              {"driver", "scan", "/no"},
+                                              {"translator", "add", "Plain", "--lib=x"},
+                                              {"translator", "set", "No", "a=b"},
+                                              {"translator", "unset", "No", "a"},
+                                              {"translator", "rename", "No", "X"},
+                                              {"translator", "remove", "No"},
+                                              {"trace", "on"},
+                                              {"config", "get", "/no", "a", "b"},
+                                              {"config", "list", "/no"},
+                                              {"config", "set", "/no/x", "a", "b", "c"},
+                                              {"config", "unset", "/no/x", "a"},
+                                              {"edit", "/"},
+                                              {"install", "/no"},
+                                              {"export", "No"},
+                                              {"apply", "-f", "/no"},
+                                              {"explain", "No"},
+                                              {"doctor", "No"},
+                                              {"lint", "/no"},
+                                              {"No"},
+                                              {"--lock-timeout", "x", "paths"}};
+    for (const std::vector<const char*>& words : lines) {
+        std::vector<std::string> line(words.begin(), words.end());
+        line.insert(line.begin(), "--json");
+        SCOPED_TRACE(testing::PrintToString(line));
+        const ProgramResult result = run(line);
+        const auto object = nlohmann::ordered_json::parse(result.out, nullptr, /*allow_exceptions=*/false);
+        ASSERT_TRUE(object.is_object()) << result.out;
+        EXPECT_GT(result.code, 0);
+        EXPECT_EQ(object["error"]["code"], result.code);
+        EXPECT_EQ(result.err.find("odbcadmin: " + object["error"]["fact"].get<std::string>()), 0U);
+    }
+    EXPECT_EQ(sources(), kSources);
+    EXPECT_EQ(drivers(), kDrivers);
 }
 
 TEST_F(Line, AnEmptyHomeIsNotTheCallersOwn) {

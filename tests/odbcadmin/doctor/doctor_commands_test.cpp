@@ -116,7 +116,9 @@ TEST_F(DoctorCommands, TestSurvivesWhatDriversDo) {
     const std::string advice = "\n  See odbcadmin doctor ";
     EXPECT_EQ(
         run({"dsn", "test", "Silent"}),
-        "11\n--\nodbcadmin: Cannot connect to Silent: SQLDriverConnect failed with result -1" + advice + "Silent\n");
+        "11\n--\nodbcadmin: Cannot connect to Silent: SQLDriverConnect failed with result -1" + advice +
+            "Silent; the driver gave no reason, but this shows what it looks for: strace -f -e trace=file,network "
+            "odbcadmin dsn test Silent\n");
     EXPECT_EQ(
         run({"dsn", "test", "Crash"}),
         "11\n--\nodbcadmin: Cannot connect to Crash: the driver crashed in SQLDriverConnect, with signal 6 (Aborted)" +
@@ -148,6 +150,14 @@ TEST_F(DoctorCommands, TestKnowsTheFunctionsOfTheSecondVersionAndTheWideOnes) {
     EXPECT_EQ(run({"dsn", "test", "G\xC3\xB6\xF0\x9F\x98\x80"}), "0\nG\xC3\xB6\xF0\x9F\x98\x80: connected\n");
 }
 
+TEST_F(DoctorCommands, TestSaysHowToSeeWhatADriverLooksForThatGivesNoReason) {
+    lead(home_.take("libdriver_mute.so"));
+    EXPECT_EQ(run({"dsn", "test", "Sales"}),
+              "11\n--\nodbcadmin: Cannot connect to Sales: SQLAllocHandle failed with result -1\n"
+              "  See odbcadmin doctor Sales; the driver gave no reason, but this shows what it looks for: strace -f -e "
+              "trace=file,network odbcadmin dsn test Sales\n");
+}
+
 TEST_F(DoctorCommands, TestNamesWhatIsMissing) {
     EXPECT_EQ(run({"dsn", "test", "Salse"}),
               "3\n--\nodbcadmin: There is no data source Salse in ~/.odbc.ini\n  Did you mean Sales?\n");
@@ -157,7 +167,54 @@ TEST_F(DoctorCommands, TestNamesWhatIsMissing) {
         EXPECT_EQ(run({"dsn", "test", "Sales", "--timeout=" + std::string(limit)}).substr(0, 2), "2\n") << limit;
     home_.put(".odbc.ini", "[ODBC Data Sources]\nSales=Nobody\n");
     EXPECT_EQ(run({"dsn", "test", "Sales"}),
-              "11\n--\nodbcadmin: The data source Sales leads to no library\n  See odbcadmin explain Sales\n");
+              "11\n--\nodbcadmin: The data source Sales has no section [Sales] in ~/.odbc.ini\n"
+              "  See odbcadmin explain Sales\n");
+    home_.put(".odbc.ini", "[My Sales]\nServer=a\n");
+    EXPECT_EQ(run({"dsn", "test", "My Sales"}),
+              "11\n--\nodbcadmin: The data source My Sales leads to no library\n"
+              "  See odbcadmin explain 'My Sales'\n");
+}
+
+TEST_F(DoctorCommands, ANameThatIsNotThereIsToldBehindWhatIsWrongWithTheFiles) {
+    EXPECT_EQ(run({"doctor", "Salse"}),
+              "3\n--\nodbcadmin: There is no data source or driver Salse in ~/.odbc.ini and ~/.odbcinst.ini\n"
+              "  Did you mean Sales?\n");
+    std::filesystem::rename(home_.file(".odbc.ini"), home_.file("odbc.ini"));
+    EXPECT_EQ(run({"doctor", "Sales"}),
+              "3\nwarning files.without-dot ~/odbc.ini\n"
+              "  ~/odbc.ini is there and is not read: the name of the file begins with a dot.\n"
+              "  Rename it: mv ~/odbc.ini ~/.odbc.ini\n"
+              "0 errors, 1 warning, 0 notes.\n"
+              "--\nodbcadmin: There is no data source or driver Sales in ~/.odbc.ini and ~/.odbcinst.ini\n"
+              "  See odbcadmin dsn list and odbcadmin driver list.\n");
+}
+
+TEST_F(DoctorCommands, ADriverWithoutALibraryIsNotOk) {
+    home_.put(".odbcinst.ini", "[ODBC Drivers]\nSmall=Installed\n[Small]\nDriver64=/l/d.so\n");
+    EXPECT_EQ(
+        run({"driver", "check", "Small"}),
+        "10\nerror names.no-library-key driver Small\n"
+        "  ~/.odbcinst.ini:3: the section has no value for Driver, and Driver64 is a key that nobody asks for here.\n"
+        "  Write the line as: Driver=/l/d.so\n"
+        "1 error, 0 warnings, 0 notes.\n");
+}
+
+TEST_F(DoctorCommands, ExplainNamesTheMistakeInAPathInsteadOfLookingForIt) {
+    home_.put(".odbc.ini",
+              "[ODBC Data Sources]\nSales=Small\n[Sales]\nDriver=\"" + home_.file("libdriver.so") + "\"\n");
+    home_.put(".odbcinst.ini",
+              "[ODBC Drivers]\nSmall=Installed\n[Small]\nDriver64=" + home_.file("libdriver.so") + "\n");
+    EXPECT_EQ(squeezed(run({"explain", "Sales"})),
+              "0\ndata source Sales\n"
+              "  ok  listed  for the driver Small  ~/.odbc.ini:2\n"
+              "  ok  section  [Sales]  ~/.odbc.ini:3\n"
+              "  broken  Driver  \"~/libdriver.so\" stands in quotes, which belong to the value here  ~/.odbc.ini:4\n"
+              "          Write the line as: Driver=~/libdriver.so\n"
+              "driver Small\n"
+              "  ok  listed  Installed  ~/.odbcinst.ini:2\n"
+              "  ok  section  [Small]  ~/.odbcinst.ini:3\n"
+              "  broken  Driver  no value; Driver64 is a key that nobody asks for here  ~/.odbcinst.ini\n"
+              "          Write the line as: Driver=~/libdriver.so\n");
 }
 
 TEST_F(DoctorCommands, CheckTellsOfDriversByNameAndOfLibrariesByPath) {

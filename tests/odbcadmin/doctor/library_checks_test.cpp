@@ -1,6 +1,7 @@
 // Each fault of a library, built for real, and the findings about it, whole.
 #include "odbcadmin/doctor/library_checks.h"
 
+#include <elf.h>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -156,11 +157,41 @@ TEST(LibraryChecks, AnObjectFileIsTold) {
     fs::copy_file(JX_DOCTOR_OBJECT, home.file("x.o"));
     EXPECT_EQ(home.check(home.file("x.o")),
               "error library.not-shared X\n"
-              "  ~/x.o is an object file or a program, not a shared library.\n"
+              "  ~/x.o is an object file, not a shared library.\n"
               "  Give the path of the shared library (.so).\n"
               "note library.loader-says X\n"
               "  The loader says: ~/x.o: only ET_DYN and ET_EXEC can be loaded\n"
               "  Programs show this sentence; the cause is above.\n");
+}
+
+TEST(LibraryChecks, AProgramIsTold) {
+    const DoctorHome home;
+    const std::string path = home.take("libsetup.so");
+    constexpr std::streamoff kTypeAt = 16;
+    std::fstream(path, std::ios::in | std::ios::out | std::ios::binary).seekp(kTypeAt).put(ET_EXEC);
+    EXPECT_EQ(home.check(path).substr(0, home.check(path).find("note")),
+              "error library.not-shared X\n"
+              "  ~/libsetup.so is a program, not a shared library.\n"
+              "  Give the path of the shared library (.so).\n");
+}
+
+TEST(LibraryChecks, VersionsAreInTheOrderOfTheirNumbers) {
+    const DoctorHome home;
+    for (const char* name : {"libx.so.10", "libx.so.9", "libx.so.9.2", "libx.so", "libx-11.so", "liby.so.1"})
+        home.put(name, "");
+    std::string names;
+    for (const std::string& each : otherVersions("libx.so.1", {home.path()}, {}))
+        names += each.substr(home.path().size() + 1) + " ";
+    EXPECT_EQ(names, "libx-11.so libx.so libx.so.9 libx.so.9.2 libx.so.10 ");
+}
+
+TEST(LibraryChecks, ALibraryForNewerProcessorsIsNotMissing) {
+    const DoctorHome home;
+    home.take("libjxdoctorbottom.so.1", "glibc-hwcaps/x86-64-v2/libjxdoctorbottom.so.1");
+    LoaderPlaces places;
+    places.environment = {home.path()};
+    EXPECT_EQ(lookUp("libjxdoctorbottom.so.1", nullptr, places).file.path,
+              home.file("glibc-hwcaps/x86-64-v2/libjxdoctorbottom.so.1"));
 }
 
 TEST(LibraryChecks, TheOtherWordSizeIsTold) {
@@ -193,12 +224,13 @@ TEST(LibraryChecks, AMissingDependencyIsToldWithItsRequesterAndTheVersionThatIsT
     const DoctorHome home;
     const std::string top = home.take("libtop.so");
     home.take("libjxdoctormiddle.so.1");
-    home.take("libjxdoctorbottom.so.1", "libjxdoctorbottom.so.2");
+    for (const char* other : {"libjxdoctorbottom.so.2", "libjxdoctorbottom.so.10", "libjxdoctorbottom11.so"})
+        home.take("libjxdoctorbottom.so.1", other);
     EXPECT_EQ(home.check(top),
               "error library.needed-missing X\n"
               "  ~/libjxdoctormiddle.so.1 needs libjxdoctorbottom.so.1 "
               "(libtop.so -> libjxdoctormiddle.so.1 -> libjxdoctorbottom.so.1), which is nowhere where the loader "
-              "looks: ~, ~/default. Of another version there is ~/libjxdoctorbottom.so.2.\n"
+              "looks: ~, ~/default. Of other versions the newest here is ~/libjxdoctorbottom.so.10.\n"
               "  Install libjxdoctorbottom.so.1 as well, or a build for the version that is there.\n"
               "note library.loader-says X\n"
               "  The loader says: libjxdoctorbottom.so.1: cannot open shared object file: No such file or directory\n"
@@ -268,6 +300,16 @@ TEST(LibraryChecks, AnUndefinedSymbolIsToldInTheLoadersWords) {
               "error library.load-refused X\n"
               "  The loader says: ~/libundefined.so: undefined symbol: jxNobodyHasThis\n"
               "  A library that it needs is of another version or was not linked: ask the library's maker which.\n");
+}
+
+TEST(LibraryChecks, ACallOfAnInstallerLibraryThatIsNotAskedForIsTold) {
+    const DoctorHome home;
+    const std::string told = home.check(home.take("libwants_function.so"));
+    EXPECT_NE(told.find("error library.load-refused X\n"
+                        "  The loader says: ~/libwants_function.so: undefined symbol: SQLGetPrivateProfileString\n"
+                        "  It calls an installer library that it does not ask for: start the program with LD_PRELOAD="),
+              std::string::npos)
+        << told;
 }
 
 TEST(LibraryChecks, ACrashInAConstructorIsToldWithItsSignalAndWhatWasPrinted) {
@@ -359,7 +401,7 @@ TEST(LibraryChecks, TheInstallerLibraryThatAnswersIsNamed) {
     EXPECT_NE(
         home.check(path).find("note library.installer X\n"
                               "  ~/libwants_installer.so needs libodbcinst.so.2, and ~/libodbcinst.so.2 answers it.\n"
-                              "  That library decides which files the driver reads.\n"),
+                              "  That library decides which files the driver reads."),
         std::string::npos)
         << home.check(path);
 }

@@ -18,6 +18,8 @@
 #include "odbcadmin/doctor/explanation.h"
 #include "odbcadmin/doctor/file_checks.h"
 #include "odbcadmin/doctor/syntax_checks.h"
+#include "odbcadmin/doctor/unknown_name.h"
+#include "rules/valid_names.h"
 
 namespace jx::doctor::test {
 namespace {
@@ -242,40 +244,40 @@ TEST_F(NameChecks, ListsAndSectionsThatDoNotMatchAreTold) {
         "warning names.not-listed data source Salse\n"
         "  ~/.odbc.ini:3 has its section, and [ODBC Data Sources] does not list it: programs that offer a choice leave "
         "it out.\n"
-        "  List it with the name of its driver.\n");
+        "  List it: odbcadmin dsn ensure Salse --driver D\n");
     EXPECT_EQ(
         told("", "[ODBC Drivers]\nE=Installed\n[D]\nDriver=/l/d.so\n"),
         "error names.no-section driver E\n"
         "  ~/.odbcinst.ini:2 lists it, and there is no section [E].\n"
-        "  Add it anew with odbcadmin driver add, or remove it.\n"
+        "  Add it anew: odbcadmin driver ensure E --lib PATH, or take it off the list: odbcadmin driver remove E\n"
         "warning names.not-listed driver D\n"
         "  ~/.odbcinst.ini:3 has its section, and [ODBC Drivers] does not list it: programs that offer a choice leave "
         "it "
         "out.\n"
-        "  List it: D=Installed\n"
+        "  List it: odbcadmin driver ensure D --lib /l/d.so\n"
         "note names.no-setup-key driver D\n"
         "  ~/.odbcinst.ini:3: the section has no value for Setup, so programs cannot add or change its data sources.\n"
-        "  Name its setup library there; libjxsetup.so does for drivers that bring none.\n");
+        "  Name its setup library; if it brings none: odbcadmin driver ensure D --lib /l/d.so --setup libjxsetup.so\n");
 }
 
 TEST_F(NameChecks, RelativeStaleAndMissingPathsAreTold) {
     EXPECT_EQ(told("[ODBC Data Sources]\nA=D\nB=D\nC=D\n[A]\nDriver=d.so\n[B]\nDriver=lib/d.so\n[C]\nx=1\n", good_),
               "warning names.relative-path data source A\n"
               "  ~/.odbc.ini:6: Driver is \"d.so\", which the loader looks for where it looks for libraries.\n"
-              "  Give the full path of the library.\n"
+              "  Give the full path of the library; odbcadmin driver scan shows those that are there.\n"
               "warning names.stale-path data source A\n"
               "  ~/.odbc.ini:6: Driver is d.so; the driver D has /l/d.so (~/.odbcinst.ini:4).\n"
-              "  Enter the driver's path, unless the other is meant.\n"
+              "  Unless the other is meant, enter the driver's: odbcadmin dsn ensure A --driver D\n"
               "warning names.relative-path data source B\n"
               "  ~/.odbc.ini:8: Driver is \"lib/d.so\", which means another file in every directory a program is "
               "started in.\n"
               "  Give the full path of the library.\n"
               "warning names.stale-path data source B\n"
               "  ~/.odbc.ini:8: Driver is lib/d.so; the driver D has /l/d.so (~/.odbcinst.ini:4).\n"
-              "  Enter the driver's path, unless the other is meant.\n"
+              "  Unless the other is meant, enter the driver's: odbcadmin dsn ensure B --driver D\n"
               "error names.no-library-key data source C\n"
               "  ~/.odbc.ini:9: the section has no value for Driver.\n"
-              "  Enter the full path of the driver's library there.\n");
+              "  Enter the full path of the library there: odbcadmin dsn ensure C --driver D\n");
 }
 
 TEST_F(NameChecks, TheCommonestMistakesInAPathAreToldWithTheLineAsItShouldBe) {
@@ -317,8 +319,88 @@ TEST_F(NameChecks, ForbiddenLongAndReservedNamesAreTold) {
                   "standard forbids in names of data sources.\n"),
         std::string::npos)
         << text;
+    EXPECT_NE(text.find("warning names.too-long data source " + longest + "n\n"), std::string::npos) << text;
     EXPECT_NE(text.find("~/.odbc.ini:3: the name has 33 bytes; the standard allows 32.\n"), std::string::npos) << text;
     EXPECT_NE(text.find("error names.reserved data source ODBC\n"), std::string::npos) << text;
+}
+
+TEST_F(NameChecks, ANameThatIsToldIsOneThatIsRefusedForNewOnes) {
+    const std::string longest(rules::kLongestDialogName, 'n');
+    for (const std::string& name : {std::string("Sales"), std::string("a b"), std::string("a:b"), std::string("a.b"),
+                                    std::string("a;b"), std::string("a(b)"), std::string("a)b("), std::string("{a}"),
+                                    std::string("a\\b"), std::string("a!b"), std::string("a\"b"), std::string("Trace"),
+                                    std::string(32, 'n'), std::string(33, 'n'), longest, longest + "n"}) {
+        SCOPED_TRACE(name);
+        const std::string sources =
+            told("[ODBC Data Sources]\n" + name + "=D\n[" + name + "]\nDriver=/l/d.so\n", good_);
+        EXPECT_EQ(sources.empty(), rules::whyNoName(name, rules::kNewDataSource) == nullptr) << sources;
+        const std::string drivers =
+            told("", "[ODBC Drivers]\n" + name + "=Installed\n[" + name + "]\nDriver=/l/d.so\nSetup=/l/s.so\n");
+        EXPECT_EQ(drivers.empty(), rules::whyNoName(name, rules::kNewDriver) == nullptr) << drivers;
+    }
+    EXPECT_EQ(told("", "[ODBC Drivers]\na;b=Installed\n[a;b]\nDriver=/l/d.so\nSetup=/l/s.so\n"),
+              "warning names.forbidden-character driver a;b\n"
+              "  ~/.odbcinst.ini:2: no new driver may be called so: it holds one of []{};=\"\\.\n"
+              "  Add it under another name, then: odbcadmin driver remove 'a;b'\n");
+}
+
+TEST_F(NameChecks, ADriverInTheFileForAllUsersComesWithTheCommandThatAddsIt) {
+    std::filesystem::create_directory(home_.file("etc"));
+    home_.put("etc/odbcinst.ini", "[Acme DB]\nDriver=/opt/acme/libacme.so\nSetup=/opt/acme/libacmeS.so\n");
+    EXPECT_EQ(told("[ODBC Data Sources]\nA=Acme DB\n[A]\nDriver=/opt/acme/libacme.so\n", ""),
+              "error names.driver-unknown data source A\n"
+              "  ~/.odbc.ini:2: its driver is \"Acme DB\", and ~/.odbcinst.ini has no such section.\n"
+              "  ~/etc/odbcinst.ini has it, which this library does not read. Add it for this user: odbcadmin driver "
+              "add 'Acme DB' --lib /opt/acme/libacme.so --setup /opt/acme/libacmeS.so\n");
+}
+
+TEST_F(NameChecks, NothingFollowsFromAHeaderThatIsNotClosed) {
+    const std::string list = "[ODBC Data Sources]\nMy Sales=D\nOther=D\n";
+    EXPECT_EQ(told(list + "[My Sales ; ours\nDriver=nowhere.so\n[Other]\nDriver=/l/d.so\n", good_), "");
+    EXPECT_EQ(told(list + "[My Sales]\nDriver=/l/d.so\n[Other]\nDriver=/l/d.so\n",
+                   "[ODBC Drivers]\nD=Installed\n[D\nDriver=/l/d.so\nSetup=/l/s.so\n"),
+              "");
+    // What has nothing to do with it is said all the same.
+    EXPECT_EQ(told(list + "[My Sales\nDriver=/l/d.so\n[Other]\nDriver=d\n", good_).substr(0, 48),
+              "note names.driver-by-name data source Other\n  ~/");
+}
+
+TEST(Explanation, OfAHeaderThatIsNotClosedAdvisesNothingElse) {
+    const DoctorHome home;
+    home.put(".odbc.ini", "[ODBC Data Sources]\nSales=D\n[Sales\nDriver=/l/d.so\n");
+    home.put(".odbcinst.ini", "");
+    const std::vector<Step> steps = explain(model::Configuration::read(), "Sales", home.file("etc"));
+    ASSERT_GT(steps.size(), 1U);
+    EXPECT_EQ(steps[1].where, home.file(".odbc.ini") + ":3");
+    EXPECT_EQ(steps[1].value, "[Sales is never closed");
+    EXPECT_EQ(steps[1].advice, "Add the \"]\" there.");
+}
+
+TEST(UnknownName, InTheFilesForAllUsersComesWithTheCommandThatAddsIt) {
+    const DoctorHome home;
+    home.put(".odbc.ini", "");
+    home.put(".odbcinst.ini", "");
+    std::filesystem::create_directory(home.file("etc"));
+    home.put("etc/odbc.ini",
+             "[ODBC Data Sources]\nSales=Acme\n[Sales]\nDriver=/opt/libacme.so\nServer=db 1\n"
+             "PWD=geheim\n[Other]\nDriver=Acme DB\n[Bare]\nDriver=/opt/libacme.so\n");
+    home.put("etc/odbcinst.ini", "[Acme]\nDriver=/opt/libacme.so\n[None]\nDescription=x\n");
+    const struct {
+        const char *name, *command;
+    } rows[] = {{"sales", "odbcadmin dsn add sales --driver Acme 'Server=db 1'"},
+                {"Other", "odbcadmin dsn add Other --driver 'Acme DB'"},
+                {"Bare", "odbcadmin dsn add Bare --driver DRIVER"},
+                {"Acme", "odbcadmin driver add Acme --lib /opt/libacme.so"},
+                {"None", "odbcadmin driver add None --lib PATH"}};
+    for (const auto& row : rows)
+        EXPECT_EQ(whyUnknown(model::Configuration::read(), row.name, home.file("etc")).advice,
+                  std::string("Add it for this user: ") + row.command);
+    const model::Reason reason = whyUnknown(model::Configuration::read(), "Sales", home.file("etc"));
+    EXPECT_EQ(reason.fact, "The data source Sales stands in " + home.file("etc/odbc.ini") +
+                               " only, which this library does not read");
+    // A list is no data source.
+    EXPECT_EQ(whyUnknown(model::Configuration::read(), "ODBC Data Sources", home.file("etc")).advice,
+              "See odbcadmin dsn list and odbcadmin driver list.");
 }
 
 TEST(EnvironmentChecks, TracingIsToldWithTheSizeOfItsFile) {
@@ -367,11 +449,24 @@ TEST(Documentation, ListsEveryIdentifier) {
         EXPECT_NE(document.find(row), std::string::npos) << row;
     }
     EXPECT_GT(ids.size(), 60U);
-    std::istringstream lines(document);
-    std::size_t rows = 0;
-    for (std::string line; std::getline(lines, line);)
-        rows += line.starts_with("| ") && line.find('.') < line.find(" | ") ? 1 : 0;
-    EXPECT_EQ(rows, ids.size());
+    const std::regex row("\\n\\| [a-z]+\\.[a-z0-9-]+ \\| ");
+    const auto rows = std::distance(std::sregex_iterator(document.begin(), document.end(), row), {});
+    EXPECT_EQ(static_cast<std::size_t>(rows), ids.size());
+}
+
+// What the table of complaints says is said is tested somewhere.
+TEST(Documentation, NamesTestedIdentifiersForComplaints) {
+    std::string tests;
+    for (const auto& each : std::filesystem::recursive_directory_iterator(JX_SOURCE_FOLDER "/tests/odbcadmin"))
+        if (each.path().extension() == ".cpp")
+            tests += textOfFile(std::filesystem::relative(each.path(), JX_SOURCE_FOLDER));
+    const std::string document = textOfFile("docs/doctor.md");
+    const std::string table = document.substr(document.find("## What people complain of"));
+    const std::regex identifier("`((files|syntax|names|values|library|environment)\\.[a-z0-9-]+)`");
+    std::size_t count = 0;
+    for (std::sregex_iterator each(table.begin(), table.end(), identifier), end; each != end; ++each, ++count)
+        EXPECT_NE(tests.find((*each)[1].str()), std::string::npos) << (*each)[1];
+    EXPECT_GT(count, 40U);
 }
 
 }  // namespace

@@ -13,6 +13,8 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <fstream>
+#include <iterator>
 
 namespace jx::test {
 
@@ -104,6 +106,35 @@ std::string Pty::modes() const {
 
 void Pty::send(const std::string& bytes) const {
     EXPECT_EQ(::write(master_, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+}
+
+// How much the program has read from anywhere.
+long Pty::bytesRead() const {
+    std::ifstream file("/proc/" + std::to_string(child_) + "/io");
+    std::string name;
+    long bytes = -1;
+    file >> name >> bytes;
+    return bytes;
+}
+
+bool Pty::isWaiting() const {
+    std::ifstream file("/proc/" + std::to_string(child_) + "/stat");
+    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    const std::size_t name = text.rfind(") ");
+    return name != std::string::npos && text.compare(name + 2, 1, "S") == 0;
+}
+
+void Pty::sendSlowly(const std::string& bytes) {
+    for (const char byte : bytes) {
+        const long before = bytesRead();
+        send(std::string(1, byte));
+        const bool isTaken = waitUntil([&] {
+            while (readSome()) {
+            }
+            return bytesRead() > before && isWaiting();
+        });
+        ASSERT_TRUE(isTaken) << "the program does not read";
+    }
 }
 
 void Pty::signal(int number) const {

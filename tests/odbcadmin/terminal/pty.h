@@ -26,6 +26,8 @@ public:
     const std::string& modesBefore() const { return before_; }
 
     void send(const std::string& bytes) const;
+    // Sends one byte after another, each when the program has read the one before and waits for more.
+    void sendSlowly(const std::string& bytes);
     void signal(int number) const;
     void resize(int columns, int lines) const;
 
@@ -43,6 +45,8 @@ public:
 
 private:
     bool readSome();
+    long bytesRead() const;
+    bool isWaiting() const;
     void live(const std::string& program, const std::vector<std::string>& environment, int reports);
 
     int master_ = -1;

@@ -63,13 +63,13 @@ TEST_F(ScreenTest, ShowsWhatItListsAndFromWhichFile) {
     │  │                                            │                      │
     │  │                                            │                      │
     │  │                                            │   [     Close     ]  │
-    │  └────────────────────────────────────────────┘                      │
+    │  └─────────────────────────────────── 1 of 3 ─┘                      │
     │                                                                      │
     └──────────────────────────────────────────────────────────────────────┘
 
  Your data sources. Enter or a double click sets one up.
 
- Tab next  Arrows choose  Enter <button>  Esc leave  F1 help  F2 new driver
+ F1 help F2 new driver F3 test F4 view F5 reload F6 copy F7 rename F8 filter
 )");
 }
 
@@ -83,16 +83,16 @@ TEST_F(ScreenTest, ADialogLargerThanTheWindowFollowsTheFocus) {
     EXPECT_EQ(small.seen()[0],
               R"( Data sources in ~/.odbc.ini
 +- Data Sources -----------------------+
-|  Data sources (driver):              ^
-|  +-----------------------------------|
-|  |Sales (Sample)                     |
-|  |Stock (Sample)                     |
-|  |Zoo (Sample)                       |
-|  |                                   |
-|  |                                   v
-+------------------------------------->+
+|Data sources (driver):                ^
+|+-------------------------------------|
+||Sales (Sample)                       |
+||Stock (Sample)                       |
+||Zoo (Sample)                         |
+||                                     |
+||                                     v
++<------------------------------------>+
  Your data sources. Enter or a double>
- Tab Enter Esc  F1 help  F2 new driver
+ F1 help F2 new driver F3 test F4 view
 )");
     EXPECT_TRUE(has(small.seen()[1], "<   Setup...    >")) << small.seen()[1];
 }
@@ -230,7 +230,7 @@ TEST_F(ScreenTest, TheCaretStandsBehindWhatWasTyped) {
 }
 
 TEST_F(ScreenTest, ADoubleClickShowsTheLoadersOwnSentenceToo) {
-    const std::string box = after({doubleClick(10, 7)});
+    const std::string box = after({click(10, 7), doubleClick(10, 7)});
     EXPECT_TRUE(has(box, "The driver's setup library could not be loaded")) << box;
     EXPECT_TRUE(has(box, "The loader says:")) << box;
     EXPECT_TRUE(has(box, "/none/s.so: cannot open shared object file")) << box;
@@ -243,10 +243,10 @@ TEST_F(ScreenTest, TheLoadersSentenceIsNotShownAgainInAnotherBox) {
 }
 
 TEST_F(ScreenTest, ABoxThatWarnsBeginsAtNoAndEscapeMeansNo) {
-    const std::string box = after({alt("r"), press(Key::tab), press(Key::tab), type(" ")});
+    const std::string box = after({alt("r"), press(Key::tab), press(Key::tab), type(" "), alt("e")});
     EXPECT_TRUE(has(box, "[  Yes   ]  <   No   >")) << box;
     ScriptedTerminal other(80, 24);
-    other.then({alt("r"), alt("e"), press(Key::escape)});
+    other.then({alt("r"), alt("e"), alt("e"), press(Key::escape), press(Key::escape)});
     other.look();
     run(other);
     EXPECT_TRUE(has(other.seen()[0], "Sample"));
@@ -254,7 +254,7 @@ TEST_F(ScreenTest, ABoxThatWarnsBeginsAtNoAndEscapeMeansNo) {
 }
 
 TEST_F(ScreenTest, AYesRemoves) {
-    after({alt("r"), alt("e"), type("y")});
+    after({alt("r"), alt("e"), alt("e"), type("y")});
     EXPECT_FALSE(has(home_.text(".odbcinst.ini"), "[Sample]"));
 }
 
@@ -291,7 +291,7 @@ TEST_F(ScreenTest, TellsThatADriverIsAtWork) {
 }
 
 TEST_F(ScreenTest, ANewSizePaintsEverythingAnewAtAnyDepth) {
-    user_.then({alt("r"), alt("e"), perform([&] { user_.resize(40, 12); }), press(Key::repaint)});
+    user_.then({alt("r"), alt("e"), alt("e"), perform([&] { user_.resize(40, 12); }), press(Key::repaint)});
     user_.look();
     user_.then({perform([&] { user_.resize(20, 4); }), press(Key::repaint)});
     user_.then({perform([&] { user_.resize(1, 1); }), press(Key::repaint)});
@@ -300,6 +300,205 @@ TEST_F(ScreenTest, ANewSizePaintsEverythingAnewAtAnyDepth) {
     run(user_);
     EXPECT_TRUE(has(user_.seen()[0], "<   No   >")) << user_.seen()[0];
     EXPECT_TRUE(has(user_.seen()[1], "<   No   >")) << user_.seen()[1];
+}
+
+// As many data sources as the library lists.
+std::string manySources(int count) {
+    std::string text = "[ODBC Data Sources]\n";
+    for (int i = 0; i < count; ++i)
+        text += "S" + std::to_string(100 + i) + "=Sample\n";
+    return text;
+}
+
+TEST_F(ScreenTest, ALargeTerminalShowsMoreRows) {
+    home_.put(".odbc.ini", manySources(60));
+    ScriptedTerminal large(200, 60);
+    large.look();
+    run(large);
+    EXPECT_TRUE(has(large.seen()[0], "│S100 (Sample)")) << large.seen()[0];
+    EXPECT_TRUE(has(large.seen()[0], "│S146 (Sample)"));
+    EXPECT_TRUE(has(large.seen()[0], " 1 of 60 ─┘"));
+}
+
+TEST_F(ScreenTest, ANewSizeKeepsFocusAndSelectionInView) {
+    home_.put(".odbc.ini", manySources(60));
+    std::vector<std::string> rows;
+    const auto resizedTo = [this](int columns, int lines) {
+        return std::vector<Step>{perform([this, columns, lines] { user_.resize(columns, lines); }),
+                                 press(Key::repaint)};
+    };
+    user_.then(std::vector<Step>(30, press(Key::down)));
+    for (const Point size : {Point{20, 5}, Point{40, 12}, Point{200, 60}, Point{80, 24}}) {
+        user_.then(resizedTo(size.column, size.line));
+        user_.then(perform([&] {
+            for (int line = 0; line < user_.lines(); ++line)
+                for (int column = 0; column < user_.columns(); ++column)
+                    if (user_.canvas().at({column, line}).look == Look::focus && rows.size() < 4) {
+                        rows.push_back(user_.canvas().line(line));
+                        return;
+                    }
+            rows.emplace_back("(no focus)");
+        }));
+    }
+    user_.then(press(Key::tab));
+    user_.then(resizedTo(20, 5));
+    user_.look();
+    run(user_);
+    ASSERT_EQ(rows.size(), 4U);
+    for (const std::string& row : rows)
+        EXPECT_TRUE(has(row, "S130 ")) << row;
+    EXPECT_TRUE(has(user_.seen()[0], " <   Setup...    >")) << user_.seen()[0];
+}
+
+TEST_F(ScreenTest, OnAVerySmallTerminalEveryControlIsSeenWholeWhenTheUserIsThere) {
+    ScriptedTerminal tiny(20, 5);
+    for (int i = 0; i < 6; ++i) {
+        tiny.then(press(Key::tab));
+        tiny.look();
+    }
+    run(tiny);
+    const char* buttons[] = {"<   Setup...    >", "[    Delete     ]", "[    Add...     ]",
+                             "[  Drivers...   ]", "[  Options...   ]", "[     Close     ]"};
+    for (std::size_t i = 0; i < 6; ++i)
+        EXPECT_TRUE(has(tiny.seen()[i], buttons[i])) << tiny.seen()[i];
+}
+
+TEST_F(ScreenTest, AListWiderThanTheTerminalStaysWhereItWasMovedSideways) {
+    home_.put(".odbc.ini",
+              "[ODBC Data Sources]\nA name of twenty-six bytes=Sample\nAnother one of twenty-nine=Sample\n");
+    ScriptedTerminal tiny(20, 5);
+    tiny.then({press(Key::right), press(Key::right), press(Key::down)});
+    tiny.look();
+    tiny.then({press(Key::tab), press(Key::backTab)});
+    tiny.look();
+    run(tiny);
+    EXPECT_TRUE(has(tiny.seen()[0], "│twenty-nine (Sampl▼")) << tiny.seen()[0];
+    EXPECT_TRUE(has(tiny.seen()[1], "│Another one")) << tiny.seen()[1];
+}
+
+TEST_F(ScreenTest, OnAVerySmallTerminalABoxTakesTheHelpsLineToo) {
+    ScriptedTerminal tiny(20, 5);
+    tiny.then(press(Key::f1));
+    tiny.look();
+    run(tiny);
+    EXPECT_TRUE(has(tiny.seen()[0], "│ ~/.odbc.ini")) << tiny.seen()[0];
+    EXPECT_TRUE(has(tiny.seen()[0], "<   OK   >"));
+}
+
+TEST_F(ScreenTest, OnAVerySmallTerminalAFieldIsSeenRatherThanAllOfItsLabel) {
+    ScriptedTerminal tiny(20, 5);
+    tiny.then({alt("o"), alt("f"), press(Key::home)});
+    tiny.look();
+    tiny.then({perform([&] { tiny.resize(80, 24); }), press(Key::repaint)});
+    tiny.look();
+    run(tiny);
+    EXPECT_TRUE(has(tiny.seen()[0], "│e:    sql.log     ▼")) << tiny.seen()[0];
+    EXPECT_TRUE(has(tiny.seen()[1], "Trace file:    sql.log ")) << tiny.seen()[1];
+}
+
+TEST_F(ScreenTest, AClickOnTheLineOfKeysPressesTheKey) {
+    const int bottom = 23;
+    user_.resize(160, 24);
+    const std::string keys =
+        " Tab next  Arrows choose  Enter <button>  Esc leave  F1 help  F2 new driver  F3 test  F4 view  F5 reload  F6 "
+        "copy  F7 rename  F8 filter";
+    const auto clickOn = [&](const std::string& part) { return click(static_cast<int>(keys.find(part)), bottom); };
+    user_.then({clickOn("Tab")});
+    user_.look();
+    user_.then({clickOn("choose"), click(159, bottom)});
+    user_.look();
+    user_.then({clickOn("F2")});
+    user_.look();
+    user_.then({press(Key::escape), clickOn("F1")});
+    user_.look();
+    run(user_);
+    ASSERT_EQ(user_.seen().size(), 4U);
+    EXPECT_TRUE(has(user_.seen()[0], keys)) << user_.seen()[0];
+    EXPECT_TRUE(has(user_.seen()[0], "Changes the settings of the chosen data source."));
+    EXPECT_EQ(user_.seen()[1], user_.seen()[0]);
+    EXPECT_TRUE(has(user_.seen()[2], "Register a Driver")) << user_.seen()[2];
+    EXPECT_TRUE(has(user_.seen()[3], "┌─ Help")) << user_.seen()[3];
+}
+
+TEST_F(ScreenTest, ADoubleClickOnAKeyPressesItOnce) {
+    const int escape = 46;
+    user_.then({press(Key::f1), press(Key::enter), alt("r"), click(escape, 23), doubleClick(escape, 23)});
+    user_.look();
+    run(user_);
+    ASSERT_EQ(user_.seen().size(), 1U);
+    EXPECT_TRUE(has(user_.seen()[0], "Data sources (driver):")) << user_.seen()[0];
+}
+
+// Where the text stands on the screen.
+Point placeOf(const ScriptedTerminal& terminal, const std::string& text) {
+    for (int line = 0; line < terminal.lines(); ++line) {
+        std::string cells;
+        for (int column = terminal.columns() - 1; column >= 0; --column) {
+            cells = terminal.canvas().at({column, line}).text + cells;
+            if (cells.starts_with(text))
+                return {column, line};
+        }
+    }
+    return {-1, -1};
+}
+
+TEST_F(ScreenTest, ADoubleClickOnABoxIsNotMeantForWhatLiesBelow) {
+    home_.put(".odbc.ini", manySources(60));
+    user_.then({alt("s"), perform([&] {
+                    const Point button = placeOf(user_, "<   OK   >");
+                    user_.thenFirst({click(button.column, button.line), doubleClick(button.column, button.line)});
+                })});
+    user_.look();
+    run(user_);
+    EXPECT_TRUE(has(user_.seen()[0], "Data sources (driver):")) << user_.seen()[0];
+    EXPECT_FALSE(has(user_.seen()[0], "<   OK   >")) << user_.seen()[0];
+    EXPECT_TRUE(has(user_.seen()[0], " 1 of 60 ")) << "another row was chosen";
+}
+
+TEST_F(ScreenTest, AKeyThatMeansNothingHereDoesNothing) {
+    const std::string before = after({});
+    ScriptedTerminal other(80, 24);
+    for (const Key key : {Key::f9, Key::f10, Key::f11, Key::f12, Key::undo, Key::wordLeft})
+        other.then(press(key));
+    other.look();
+    run(other);
+    EXPECT_EQ(other.seen()[0], before);
+}
+
+TEST_F(ScreenTest, TheBarOfAListMovesItsRowsByOneOrByAPage) {
+    home_.put(".odbc.ini", manySources(60));
+    const int bar = 52;
+    const int top = 6;
+    const int bottom = 16;
+    const auto firstRowAfter = [&](const std::vector<Step>& steps) {
+        ScriptedTerminal user(80, 24);
+        user.then(steps);
+        user.look();
+        run(user);
+        return user.canvas().line(top).substr(user.canvas().line(top).find('S'), 4);
+    };
+    EXPECT_EQ(firstRowAfter({click(bar, bottom)}), "S101");
+    EXPECT_EQ(firstRowAfter({click(bar, bottom), doubleClick(bar, bottom)}), "S102");
+    EXPECT_EQ(firstRowAfter({click(bar, bottom - 1)}), "S110");
+    EXPECT_EQ(firstRowAfter({click(bar, bottom - 1), click(bar, bottom - 1), click(bar, top)}), "S119");
+    EXPECT_EQ(firstRowAfter({click(bar, bottom - 1), click(bar, bottom - 1), click(bar, top + 1)}), "S110");
+    EXPECT_EQ(firstRowAfter({click(bar, top)}), "S100");
+}
+
+TEST_F(ScreenTest, TheListSaysWhereTheUserIsInIt) {
+    home_.put(".odbc.ini", manySources(60));
+    EXPECT_TRUE(has(after({press(Key::down)}), " 2 of 60 ─┘"));
+    ScriptedTerminal last(80, 24);
+    last.then(press(Key::end));
+    last.look();
+    run(last);
+    EXPECT_TRUE(has(last.seen()[0], " 60 of 60 ─┘")) << last.seen()[0];
+    EXPECT_TRUE(has(last.seen()[0], "S158 (Sample)                               █")) << last.seen()[0];
+    home_.put(".odbc.ini", "");
+    ScriptedTerminal empty(80, 24);
+    empty.look();
+    run(empty);
+    EXPECT_FALSE(has(empty.seen()[0], " of ")) << empty.seen()[0];
 }
 
 TEST_F(ScreenTest, WithoutAUserEveryDialogCloses) {

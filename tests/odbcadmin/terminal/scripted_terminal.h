@@ -41,6 +41,8 @@ public:
 
     void then(Step step) { steps_.push_back(std::move(step)); }
     void then(std::vector<Step> steps) { steps_.insert(steps_.end(), steps.begin(), steps.end()); }
+    // Before what is still to come: for steps that depend on what is seen.
+    void thenFirst(const std::vector<Step>& steps) { steps_.insert(steps_.begin(), steps.begin(), steps.end()); }
     void resize(int columns, int lines) { columns_ = columns, lines_ = lines; }
 
     // Notes the picture under which the next input arrives.

@@ -53,7 +53,7 @@ TEST(Signals, EndTheProgramAsTheyWouldAndGiveTheTerminalBack) {
         SCOPED_TRACE(row.name);
         Pty pty(JX_ODBCADMIN, environment(home));
         const std::string& before = pty.modesBefore();
-        ASSERT_TRUE(pty.waitFor("F2 new driver"));
+        ASSERT_TRUE(pty.waitFor("new driver"));
         const std::string during = pty.modes();
         EXPECT_NE(during, before);
         pty.take();
@@ -71,7 +71,7 @@ TEST(Signals, AStopGivesTheTerminalBackAndGoingOnPaintsAnew) {
         SCOPED_TRACE(number);
         Pty pty(JX_ODBCADMIN, environment(home));
         const std::string& before = pty.modesBefore();
-        ASSERT_TRUE(pty.waitFor("F2 new driver"));
+        ASSERT_TRUE(pty.waitFor("new driver"));
         const std::string during = pty.modes();
         pty.take();
         pty.signal(number);
@@ -82,7 +82,7 @@ TEST(Signals, AStopGivesTheTerminalBackAndGoingOnPaintsAnew) {
         }
         pty.take();
         pty.signal(SIGCONT);
-        EXPECT_TRUE(pty.waitFor("F2 new driver"));
+        EXPECT_TRUE(pty.waitFor("new driver"));
         EXPECT_EQ(pty.modes(), during);
         note(number == SIGTSTP ? "SIGCONT" : "SIGSTOP, SIGCONT", before, during, pty.modes(), "running");
         // Still obeys: a stop works a second time.
@@ -95,7 +95,7 @@ TEST(Signals, TheKeysForInterruptAndStopWork) {
     const TestHome home;
     Pty pty(JX_ODBCADMIN, environment(home));
     const std::string& before = pty.modesBefore();
-    ASSERT_TRUE(pty.waitFor("F2 new driver"));
+    ASSERT_TRUE(pty.waitFor("new driver"));
     pty.take();
     pty.send("\003");
     EXPECT_EQ(pty.waitForEnd(), "signal " + std::to_string(SIGINT));
@@ -106,7 +106,7 @@ TEST(Signals, AnOrdinaryEndGivesTheTerminalBack) {
     const TestHome home;
     Pty pty(JX_ODBCADMIN, environment(home));
     const std::string& before = pty.modesBefore();
-    ASSERT_TRUE(pty.waitFor("F2 new driver"));
+    ASSERT_TRUE(pty.waitFor("new driver"));
     const std::string during = pty.modes();
     pty.take();
     pty.send("\033");
@@ -132,7 +132,7 @@ TEST(Signals, WhatADriverDoesLeavesTheTerminalAsItWas) {
             {".odbcinst.ini", "[ODBC Drivers]\nMine=Installed\n[Mine]\nDriver=/d.so\nSetup=" JX_DRIVER "\n"}};
         Pty pty(JX_ODBCADMIN, environment(home, {std::string("JX_SCREEN_DEED=") + row.deed}));
         const std::string& before = pty.modesBefore();
-        ASSERT_TRUE(pty.waitFor("F2 new driver"));
+        ASSERT_TRUE(pty.waitFor("new driver"));
         const std::string during = pty.modes();
         pty.send("a");
         ASSERT_TRUE(pty.waitFor("new data source:"));
@@ -153,7 +153,7 @@ TEST(Signals, ALibraryThatSetsTheTerminalOtherwiseOrPaintsOnItIsUndone) {
     const TestHome home{
         {".odbcinst.ini", "[ODBC Drivers]\nMine=Installed\n[Mine]\nDriver=/d.so\nSetup=" JX_DRIVER "\n"}};
     Pty pty(JX_ODBCADMIN, environment(home, {"JX_SCREEN_DEED=terminal"}));
-    ASSERT_TRUE(pty.waitFor("F2 new driver"));
+    ASSERT_TRUE(pty.waitFor("new driver"));
     const std::string during = pty.modes();
     pty.send("a");
     ASSERT_TRUE(pty.waitFor("new data source:"));
@@ -161,7 +161,7 @@ TEST(Signals, ALibraryThatSetsTheTerminalOtherwiseOrPaintsOnItIsUndone) {
     pty.send("\033[B\r");
     ASSERT_TRUE(pty.waitFor("paint over it"));
     // The whole picture, not only what changed in it.
-    ASSERT_TRUE(pty.waitFor("F2 new driver"));
+    ASSERT_TRUE(pty.waitFor("new driver"));
     EXPECT_EQ(pty.modes(), during);
 }
 
@@ -169,7 +169,7 @@ TEST(Signals, PastedTextOnAListPressesNothing) {
     const TestHome home{{".odbc.ini", "[ODBC Data Sources]\nSales=Mine\n"}};
     Pty pty(JX_ODBCADMIN, environment(home));
     ASSERT_TRUE(pty.waitFor("\033[?2004h"));
-    ASSERT_TRUE(pty.waitFor("F2 new driver"));
+    ASSERT_TRUE(pty.waitFor("new driver"));
     pty.take();
     pty.send("\033[200~o\r\033[201~");
     EXPECT_TRUE(pty.waitFor("Pasted text goes into fields only."));
@@ -182,7 +182,7 @@ TEST(Signals, WhatADriverPrintsComesAfterThePicture) {
     const TestHome home{
         {".odbcinst.ini", "[ODBC Drivers]\nMine=Installed\n[Mine]\nDriver=/d.so\nSetup=" JX_DRIVER "\n"}};
     Pty pty(JX_ODBCADMIN, environment(home, {"JX_SCREEN_DEED=print"}));
-    ASSERT_TRUE(pty.waitFor("F2 new driver"));
+    ASSERT_TRUE(pty.waitFor("new driver"));
     pty.send("a");
     ASSERT_TRUE(pty.waitFor("new data source:"));
     pty.send("\033[B\r");
@@ -208,7 +208,7 @@ TEST(Signals, AnExceptionOfADriverGivesTheTerminalBack) {
             {".odbcinst.ini", "[ODBC Drivers]\nMine=Installed\n[Mine]\nDriver=/d.so\nSetup=" JX_THROWER "\n"}};
         Pty pty(JX_ODBCADMIN, environment(home, row.more));
         const std::string& before = pty.modesBefore();
-        ASSERT_TRUE(pty.waitFor("F2 new driver"));
+        ASSERT_TRUE(pty.waitFor("new driver"));
         const std::string during = pty.modes();
         pty.send("a");
         ASSERT_TRUE(pty.waitFor("new data source:"));
@@ -227,7 +227,7 @@ TEST(Signals, AnExceptionOfADriverGivesTheTerminalBack) {
 TEST(Signals, AConnectionThatBreaksEndsTheProgram) {
     const TestHome home;
     Pty pty(JX_ODBCADMIN, environment(home));
-    ASSERT_TRUE(pty.waitFor("F2 new driver"));
+    ASSERT_TRUE(pty.waitFor("new driver"));
     pty.hangUp();
     const std::string end = pty.waitForEnd();
     EXPECT_TRUE(end == "signal 1" || end == "exited 0") << end;
@@ -236,16 +236,16 @@ TEST(Signals, AConnectionThatBreaksEndsTheProgram) {
 TEST(Signals, ANewSizeIsPaintedAtOnce) {
     const TestHome home;
     Pty pty(JX_ODBCADMIN, environment(home));
-    ASSERT_TRUE(pty.waitFor("F2 new driver"));
+    ASSERT_TRUE(pty.waitFor("new driver"));
     pty.take();
     pty.resize(60, 20);
-    EXPECT_TRUE(pty.waitFor("F1 help  F2 new driver"));
+    EXPECT_TRUE(pty.waitFor("new driver"));
 }
 
 TEST(Mouse, SeveralEventsInOneReadAreTakenInTheirOrder) {
     const TestHome home{{".odbc.ini", "[ODBC Data Sources]\nSales=Mine\nStock=Mine\nZoo=Mine\n"}};
     Pty pty(JX_ODBCADMIN, environment(home));
-    ASSERT_TRUE(pty.waitFor("F2 new driver"));
+    ASSERT_TRUE(pty.waitFor("new driver"));
     pty.take();
     // Presses and releases of the left button: on the last row, then on the button Options.
     pty.send("\033[<0;12;9M\033[<0;12;9m\033[<0;60;14M\033[<0;60;14m");
@@ -255,11 +255,20 @@ TEST(Mouse, SeveralEventsInOneReadAreTakenInTheirOrder) {
     EXPECT_EQ(pty.waitForEnd(), "exited 0");
 }
 
+TEST(Mouse, AClickOnTheLineOfKeysPressesTheKey) {
+    const TestHome home;
+    Pty pty(JX_ODBCADMIN, environment(home));
+    ASSERT_TRUE(pty.waitFor("new driver"));
+    pty.take();
+    pty.send("\033[<0;10;24M\033[<0;10;24m");
+    EXPECT_TRUE(pty.waitFor("Register a Driver"));
+}
+
 TEST(Mouse, TwoPressesAtOnePlaceAreADoubleClick) {
     const TestHome home{{".odbc.ini", "[ODBC Data Sources]\nSales=Mine\n"},
                         {".odbcinst.ini", "[ODBC Drivers]\nMine=Installed\n[Mine]\nSetup=/none.so\n"}};
     Pty pty(JX_ODBCADMIN, environment(home));
-    ASSERT_TRUE(pty.waitFor("F2 new driver"));
+    ASSERT_TRUE(pty.waitFor("new driver"));
     pty.take();
     pty.send("\033[<0;12;7M\033[<0;12;7m\033[<0;12;7M\033[<0;12;7m");
     EXPECT_TRUE(pty.waitFor("The loader says:"));

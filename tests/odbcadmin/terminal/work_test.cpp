@@ -95,7 +95,7 @@ TEST_F(Work, AListThatIsCutInsideANameShowsNoRowOfAnotherOne) {
         SQLManageDataSources(0);
         EXPECT_TRUE(row.starts_with("x")) << row;
         EXPECT_NE(user.seen().at(0).find(std::to_string(names - 2) + " of " + std::to_string(names) +
-                                         " shown; odbcadmin dsn list shows all."),
+                                         " shown; F9 shows all."),
                   std::string::npos)
             << user.seen().at(0);
     }

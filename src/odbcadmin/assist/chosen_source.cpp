@@ -1,0 +1,94 @@
+// Taking rows apart.
+#include "odbcadmin/assist/chosen_source.h"
+
+#include <control_ids.h>
+
+#include <string_view>
+
+#include "odbcadmin/assist/forms.h"
+#include "odbcadmin/trial/installer_library.h"
+#include "rules/names.h"
+
+namespace jx::assist {
+
+namespace {
+
+// The position of the "(" that matches the ")" at the end; npos without one.
+std::size_t driverIn(std::string_view row) {
+    int depth = 0;
+    for (std::size_t at = row.size(); at-- > 0 && row.ends_with(')');) {
+        depth += row[at] == ')' ? 1 : row[at] == '(' ? -1 : 0;
+        if (depth == 0)
+            return at;
+    }
+    return std::string_view::npos;
+}
+
+template <class Visit>
+void eachRow(HWND dialog, unsigned short id, Visit visit) {
+    JxwControlInfo list{};
+    for (int index = 0; JXW_GetControlInfo(dialog, index, &list) != 0; ++index) {
+        if (list.id != id)
+            continue;
+        for (int row = 0; row < list.rowCount; ++row)
+            if (!visit(row, JXW_GetRow(dialog, index, row)))
+                return;
+    }
+}
+
+}  // namespace
+
+std::string rowOf(const model::DataSource& source) {
+    return source.name + " (" + source.driver + ")";
+}
+
+std::optional<ChosenSource> sourceInRow(const std::string& row) {
+    const std::size_t open = driverIn(row);
+    if (open == std::string_view::npos)
+        return std::nullopt;
+    std::string name = row.substr(0, open);
+    while (name.size() > 1 && name.back() == ' ')
+        name.pop_back();
+    return ChosenSource{name, row.substr(open + 1, row.size() - open - 2)};
+}
+
+std::string selectedRow(HWND dialog, unsigned short list) {
+    const int selected = JXW_SendDlgItemMessage(dialog, list, LB_GETCURSEL, 0, 0);
+    std::string text;
+    eachRow(dialog, list, [&](int row, const char* shown) {
+        if (row == selected)
+            text = shown;
+        return row != selected;
+    });
+    return text;
+}
+
+unsigned short sourceList(HWND dialog) {
+    JxwDialogInfo info{};
+    if (JXW_GetDialogInfo(dialog, &info) == 0)
+        return 0;
+    if (std::string_view(info.module) == trial::kInstallerModule && info.templateId == JxDataSourcesDialog)
+        return JxDataSourcesList;
+    if (std::string_view(info.module) == kFormModule && info.templateId == kSourcesForm)
+        return kSourcesList;
+    return 0;
+}
+
+std::optional<ChosenSource> chosenSource(HWND dialog) {
+    const unsigned short list = sourceList(dialog);
+    return list == 0 ? std::nullopt : sourceInRow(selectedRow(dialog, list));
+}
+
+void chooseSource(HWND dialog, const std::string& name) {
+    const unsigned short list = sourceList(dialog);
+    int found = -1;
+    eachRow(dialog, list, [&](int row, const char* shown) {
+        const auto source = sourceInRow(shown);
+        found = source && rules::sameName(source->name, name) ? row : -1;
+        return found < 0;
+    });
+    if (found >= 0)
+        JXW_UserSelect(dialog, list, found);
+}
+
+}  // namespace jx::assist

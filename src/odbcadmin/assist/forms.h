@@ -1,0 +1,70 @@
+// The dialogs of our own: their ids and those of their controls.
+#pragma once
+
+#include <jxdialog.h>
+
+#include <string>
+
+namespace jx::assist {
+
+// The module of all of them.
+inline constexpr const char* kFormModule = "odbcadmin";
+
+// Registering a driver (driver_form.h).
+inline constexpr unsigned short kFormDialog = 1;
+inline constexpr unsigned short kFormName = 11;
+inline constexpr unsigned short kFormLibrary = 12;
+inline constexpr unsigned short kFormSetup = 13;
+inline constexpr unsigned short kFormFound = 14;
+inline constexpr unsigned short kFormBrowse = 15;
+
+// Removing a driver (removal_form.h).
+inline constexpr unsigned short kRemovalForm = 2;
+inline constexpr unsigned short kRemovalDriver = 21;
+inline constexpr unsigned short kRemovalUsers = 22;
+inline constexpr unsigned short kRemovalList = 23;
+inline constexpr unsigned short kRemovalUnregister = 24;
+inline constexpr unsigned short kRemovalDelete = 25;
+
+// All data sources (sources_form.h).
+inline constexpr unsigned short kSourcesForm = 3;
+inline constexpr unsigned short kSourcesList = 31;
+inline constexpr unsigned short kSourcesSetup = 32;
+inline constexpr unsigned short kSourcesView = 33;
+inline constexpr unsigned short kSourcesTest = 34;
+inline constexpr unsigned short kSourcesRemove = 35;
+
+// The values of a data source (values_form.h).
+inline constexpr unsigned short kValuesForm = 4;
+inline constexpr unsigned short kValuesWhere = 41;
+inline constexpr unsigned short kValuesList = 42;
+
+// One line of text: the name of a copy, a new name, what rows must hold (line_form.h).
+inline constexpr unsigned short kLineForm = 5;
+inline constexpr unsigned short kLineAbout = 51;
+inline constexpr unsigned short kLineText = 52;
+
+// Choosing a file (file_form.h).
+inline constexpr unsigned short kFilesForm = 6;
+inline constexpr unsigned short kFilesDirectory = 61;
+inline constexpr unsigned short kFilesList = 62;
+
+// Shows one of them on the thread's screen until it ends, and returns its result; -1 when it could not be shown. owner
+// may be 0. The record is what WM_INITDIALOG gets.
+int showForm(unsigned short form, HWND owner, JxwProcedure procedure, void* record);
+
+// Keeps that record with the dialog, and gives it back.
+void keepFormRecord(HWND dialog, uintptr_t record);
+uintptr_t keptFormRecord(HWND dialog);
+
+template <class Record>
+Record& formRecord(HWND dialog) {
+    return *reinterpret_cast<Record*>(keptFormRecord(dialog));  // NOLINT(performance-no-int-to-ptr): a property
+}
+
+void addRow(HWND dialog, unsigned short list, const std::string& row);
+
+// The text of a field, without the blanks around it.
+std::string fieldText(HWND dialog, unsigned short field);
+
+}  // namespace jx::assist

@@ -1,0 +1,183 @@
+// The commands, each from its question to its box.
+#include "odbcadmin/assist/source_command.h"
+
+#include <jxfiles.h>
+#include <jxini.h>
+#include <odbcinst.h>
+
+#include <utility>
+
+#include "odbcadmin/assist/connection_text.h"
+#include "odbcadmin/assist/forms.h"
+#include "odbcadmin/assist/general_setup.h"
+#include "odbcadmin/assist/lists.h"
+#include "odbcadmin/assist/say.h"
+#include "odbcadmin/assist/values_form.h"
+#include "odbcadmin/model/data_source_change.h"
+#include "odbcadmin/trial/installer_library.h"
+
+namespace jx::assist {
+
+namespace {
+
+constexpr const char* kTitle = "Data Sources";
+constexpr std::size_t kLongestName = 49;
+
+// Why the installer said no, if it was not the user who did: the reason of the store, or of the loader.
+std::string whyRefused() {
+    if (jxIniLastFailure().step != JxIniStepNone)
+        return sentenceOf(model::lastFailure());
+    const std::string sentence = reinterpret_cast<const char*>(bosLastLoadError());
+    return sentence.empty() ? "" : "The loader says:\n" + sentence;
+}
+
+bool configure(HWND dialog, WORD request, const ChosenSource& source, const char* failure) {
+    const auto configureDataSource = trial::installerFunction<decltype(&SQLConfigDataSource)>("SQLConfigDataSource");
+    if (configureDataSource == nullptr) {
+        say(dialog, trial::installerTrouble(), kTitle, MB_OK | MB_ICONSTOP);
+        return false;
+    }
+    const std::string attributes = "DSN=" + source.name + '\0';
+    if (configureDataSource(dialog, request, source.driver.c_str(), attributes.c_str()) != FALSE)
+        return true;
+    if (const std::string why = whyRefused(); !why.empty())
+        say(dialog, std::string(failure) + " " + why, kTitle, MB_OK | MB_ICONSTOP);
+    return false;
+}
+
+bool isDriverTooLong(HWND dialog, const ChosenSource& source) {
+    if (source.driver.size() <= kLongestName)
+        return false;
+    say(dialog,
+        "The name of its driver, " + source.driver + ", has " + std::to_string(source.driver.size()) +
+            " bytes; the installer takes at most 49. Give the driver a shorter name in " +
+            model::pathOf(nameOf(model::FileKind::drivers)) + ".",
+        kTitle, MB_OK | MB_ICONEXCLAMATION);
+    return true;
+}
+
+void removeEntries(HWND dialog, const ChosenSource& source) {
+    const model::ChangeResult result = model::removeDataSources({source.name}, model::ChangeWay());
+    if (!result.isDone())
+        say(dialog, "The data source was not removed. " + sentenceOf(result.reason), kTitle, MB_OK | MB_ICONSTOP);
+}
+
+struct NewName {
+    ChosenSource source;
+    Naming naming;
+};
+
+// True when it is done.
+bool takeName(HWND dialog, const NewName& wish) {
+    const std::string name = fieldText(dialog, kLineText);
+    const model::ChangeResult result =
+        model::copyDataSource(model::Configuration::read(), wish.source.name, name,
+                              wish.naming == Naming::copy ? model::Old::keep : model::Old::remove, model::ChangeWay());
+    if (!result.isDone())
+        say(dialog, sentenceOf(result.reason), wish.naming == Naming::copy ? "Copy" : "Rename",
+            MB_OK | MB_ICONEXCLAMATION);
+    return result.isDone();
+}
+
+void openName(HWND dialog, const NewName& wish) {
+    const bool isCopy = wish.naming == Naming::copy;
+    JXW_SetWindowText(dialog, isCopy ? "Copy a Data Source" : "Rename a Data Source");
+    JXW_SetDlgItemText(dialog, kLineAbout, isCopy ? "&Name of the copy:" : "New &name:");
+    JXW_SetDlgItemText(dialog, kLineText, wish.source.name.c_str());
+}
+
+unsigned int nameProcedure(HWND dialog, int message, int wparam, uintptr_t lparam) {
+    if (message == WM_INITDIALOG) {
+        keepFormRecord(dialog, lparam);
+        openName(dialog, formRecord<const NewName>(dialog));
+    } else if (message == WM_COMMAND && wparam == IDOK) {
+        auto& wish = formRecord<NewName>(dialog);
+        if (!takeName(dialog, wish))
+            return 1;
+        wish.source.name = fieldText(dialog, kLineText);
+        JXW_EndDialog(dialog, 1);
+    } else if (message == WM_COMMAND && wparam == IDCANCEL) {
+        JXW_EndDialog(dialog, 0);
+    } else {
+        return 0;
+    }
+    return 1;
+}
+
+}  // namespace
+
+bool isStillThere(HWND dialog, const ChosenSource& source) {
+    const model::Configuration configuration = model::Configuration::read();
+    const std::string path = model::pathOf(nameOf(model::FileKind::dataSources));
+    std::string why;
+    if (const model::Reason& trouble = configuration.trouble(model::FileKind::dataSources))
+        why = sentenceOf(trouble);
+    else if (!configuration.dataSource(source.name))
+        why = "The data source " + source.name + " is not in " + path +
+              " any more: another program has removed or renamed it. The list is read again.";
+    if (why.empty())
+        return true;
+    say(dialog, why, kTitle, MB_OK | MB_ICONEXCLAMATION);
+    refillList(dialog);
+    return false;
+}
+
+bool isTooLong(const ChosenSource& source) {
+    return source.name.size() > kLongestName || source.driver.size() > kLongestName;
+}
+
+bool isWithoutSetup(const ChosenSource& source) {
+    const auto driver = model::Configuration::read().driver(source.driver);
+    return !driver || !driver->setup;
+}
+
+void setUpSource(HWND dialog, const ChosenSource& source) {
+    if (!isStillThere(dialog, source) || isDriverTooLong(dialog, source) || !hasSetupLibrary(dialog, source.driver))
+        return;
+    configure(dialog, ODBC_CONFIG_DSN, source, "The data source was not set up.");
+    refillList(dialog);
+}
+
+void removeSource(HWND dialog, const ChosenSource& source) {
+    if (!isStillThere(dialog, source))
+        return;
+    const bool isAlone = isTooLong(source) || isWithoutSetup(source);
+    const std::string path = model::pathOf(nameOf(model::FileKind::dataSources));
+    if (!asksToDestroy(dialog,
+                       "Remove the data source \"" + source.name +
+                           "\"?\nIts settings are deleted and cannot be restored." +
+                           (isAlone ? "\nNo setup library takes part: its entries in " + path + " are removed." : ""),
+                       kTitle))
+        return;
+    if (isAlone)
+        removeEntries(dialog, source);
+    else
+        configure(dialog, ODBC_REMOVE_DSN, source, "The data source was not removed.");
+    refillList(dialog);
+}
+
+void viewSource(HWND dialog, const ChosenSource& source) {
+    if (isStillThere(dialog, source))
+        showValues(dialog, source.name);
+}
+
+void testSource(HWND dialog, const ChosenSource& source) {
+    if (!isStillThere(dialog, source))
+        return;
+    const unsigned int before = JXW_SetCursor(JXW_LoadCursor(0, kJxwWaitCursor));
+    const ConnectionText result = connectionText(source.name);
+    JXW_SetCursor(before);
+    say(dialog, result.text, "Test", result.isConnected ? MB_OK : MB_OK | MB_ICONEXCLAMATION);
+}
+
+void nameSource(HWND dialog, const ChosenSource& source, Naming naming) {
+    if (!isStillThere(dialog, source))
+        return;
+    NewName wish{source, naming};
+    if (showForm(kLineForm, dialog, nameProcedure, &wish) != 1)
+        return;
+    refillList(dialog);
+    chooseSource(dialog, wish.source.name);
+}
+
+}  // namespace jx::assist
