@@ -22,8 +22,8 @@ done
 [ "$(readelf -dW libexec/jxodbc/odbcadmin-trial | grep -c NEEDED)" = 1 ] || fail "the helper needs more than the C library"
 ! readelf -dW libexec/jxodbc/odbcadmin-trial | grep -qE 'RUNPATH|RPATH' || fail "the helper has search paths of its own"
 
-export HOME=$work/home
-mkdir "$HOME"
+export HOME=$work/home ODBCSYSINI=$work/system
+mkdir "$HOME" "$ODBCSYSINI"
 bin/odbcadmin driver add Plain --lib /opt/libplain.so >"$work/added" 2>"$work/warning"
 [ "$(bin/odbcadmin config get .odbcinst.ini Plain Setup)" = "$(realpath lib/libjxsetup.so)" ] ||
     fail "the general setup library beside the program was not entered"

@@ -14,8 +14,20 @@ namespace jx::test {
 namespace fs = std::filesystem;
 
 namespace {
-constexpr const char* kVariables[] = {"HOME", "ODBCINI", "ODBCINSTINI"};
+void write(const std::string& path, std::string_view text) {
+    std::ofstream(path, std::ios::binary | std::ios::trunc)
+        .write(text.data(), static_cast<std::streamsize>(text.size()));
 }
+
+std::string whole(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    if (!in)
+        return "(absent)";
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+constexpr const char* kVariables[] = {"HOME", "ODBCINI", "ODBCINSTINI", "ODBCSYSINI"};
+}  // namespace
 
 TestHome::TestHome() {
     std::string pattern = (fs::temp_directory_path() / "jxodbc-test-XXXXXX").string();
@@ -34,6 +46,9 @@ TestHome::TestHome() {
         unsetenv(name);
     }
     setenv("HOME", path_.c_str(), 1);
+    setenv("ODBCSYSINI", systemPath().c_str(), 1);
+    std::error_code ignored;
+    fs::create_directory(systemPath(), ignored);
 }
 
 TestHome::TestHome(std::initializer_list<std::pair<std::string_view, std::string_view>> files) : TestHome() {
@@ -47,23 +62,32 @@ TestHome::~TestHome() {
     for (const std::string& name : unsetVariables_)
         unsetenv(name.c_str());
     std::error_code ignored;
-    if (!path_.empty())
-        fs::remove_all(path_, ignored);
+    if (path_.empty())
+        return;
+    fs::remove_all(path_, ignored);
+    fs::remove_all(systemPath(), ignored);
 }
 
 void TestHome::put(std::string_view name, std::string_view text) const {
-    const std::string target = file(name);
-    std::ofstream(target, std::ios::binary | std::ios::trunc)
-        .write(text.data(), static_cast<std::streamsize>(text.size()));
+    write(file(name), text);
     std::error_code ignored;
-    fs::permissions(target, fs::perms::owner_read | fs::perms::owner_write, ignored);
+    fs::permissions(file(name), fs::perms::owner_read | fs::perms::owner_write, ignored);
 }
 
 std::string TestHome::text(std::string_view name) const {
-    std::ifstream in(file(name), std::ios::binary);
-    if (!in)
-        return "(absent)";
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    return whole(file(name));
+}
+
+// As root makes it: everybody may read it.
+void TestHome::putSystem(std::string_view name, std::string_view text) const {
+    write(systemFile(name), text);
+    std::error_code ignored;
+    constexpr auto kAll = static_cast<fs::perms>(0644);
+    fs::permissions(systemFile(name), kAll, ignored);
+}
+
+std::string TestHome::systemText(std::string_view name) const {
+    return whole(systemFile(name));
 }
 
 std::vector<std::string> TestHome::names() const {

@@ -9,8 +9,9 @@
 
 namespace jx::test {
 
-// TestHome: makes an empty directory, points HOME at it and unsets ODBCINI and ODBCINSTINI; leaving scope removes the
-// directory and restores the three variables. One at a time in a process. A failure to set it up fails the test.
+// TestHome: makes two empty directories, points HOME at the one and ODBCSYSINI at the other, so that no file of this
+// machine counts, and unsets ODBCINI and ODBCINSTINI; leaving scope removes both and restores the four variables. One
+// at a time in a process. A failure to set it up fails the test.
 class TestHome {
 public:
     TestHome();
@@ -21,6 +22,12 @@ public:
 
     const std::string& path() const { return path_; }
     std::string file(std::string_view name) const { return path_ + "/" + std::string(name); }
+
+    // The directory of the system's files: that of the home, with ".etc" behind it.
+    std::string systemPath() const { return path_ + ".etc"; }
+    std::string systemFile(std::string_view name) const { return systemPath() + "/" + std::string(name); }
+    void putSystem(std::string_view name, std::string_view text) const;
+    std::string systemText(std::string_view name) const;
 
     // Writes a file whole, with mode 0600.
     void put(std::string_view name, std::string_view text) const;

@@ -15,6 +15,7 @@
 #include "odbcadmin/model/home_folder.h"
 #include "odbcadmin/model/near_matches.h"
 #include "odbcadmin/model/new_file_owner.h"
+#include "odbcadmin/model/root_directory.h"
 #include "odbcadmin/model/text.h"
 
 namespace jx::cli {
@@ -44,6 +45,13 @@ void addGlobalOptions(CLI::App& app, Session& session) {
     app.add_option("--owner", session.owner,
                    "Whose a configuration file is that root makes; without it the owner of its directory")
         ->type_name("USER");
+    CLI::Option* user = app.add_flag("--user", session.user, "Look at the user's files only");
+    app.add_flag("--system", session.system, "Look at the system's files only, and change those")->excludes(user);
+    app.add_option("--root", session.root, "Work on the files of an image: below this directory")
+        ->type_name(Complete::directories)
+        ->check([](const std::string& root) { return root.empty() ? "it names no directory" : std::string(); });
+    app.add_flag("--open-secrets", session.openSecrets,
+                 "Let passwords go into a file of the system's that everybody may read");
     app.add_option("--lock-timeout", session.lockTimeout,
                    "How long to wait for a file that another program has locked (10); 0: not at all")
         ->type_name("SECONDS")
@@ -51,10 +59,24 @@ void addGlobalOptions(CLI::App& app, Session& session) {
     app.set_version_flag("--version", "odbcadmin " JX_VERSION);
 }
 
+void moveHome(const std::string& home) {
+    setenv("HOME", home.c_str(), 1);
+    unsetenv("ODBCINI");
+    unsetenv("ODBCINSTINI");
+}
+
+// With --root the home directory is one of the image.
 ExitCode enterHome(const Session& session) {
-    if (session.home.empty())
+    const std::string home = session.home.empty() ? "" : model::absolutePath(unmarked(session.home));
+    if (!session.root.empty()) {
+        if (!home.empty())
+            moveHome(home);
+        const model::Reason reason = model::enterRoot(unmarked(session.root));
+        return reason ? session.fail(reason) : ExitCode::done;
+    }
+    if (home.empty())
         return ExitCode::done;
-    const std::string trouble = model::enterHome(unmarked(session.home));
+    const std::string trouble = model::enterHome(home);
     if (!trouble.empty())
         return session.fail(ExitCode::fileTrouble, trouble, "Give --home a directory that exists.");
     return ExitCode::done;
@@ -102,7 +124,7 @@ ExitCode wrongUse(const CLI::App& app, const CLI::ParseError& error, const Sessi
 // Whether nothing was given but where the dialogs' files lie and how the dialogs look.
 bool asksForDialogs(const CLI::App& app, const Session& session) {
     return app.get_subcommands().empty() && app.remaining(/*recurse=*/true).empty() && !session.json &&
-           !session.writesNothing() && !session.quiet && !session.showSecrets;
+           !session.writesNothing() && !session.quiet && !session.showSecrets && !session.user && !session.system;
 }
 
 ExitCode runDialogs(const Session& session, ShowDialogs showDialogs) {
@@ -150,11 +172,13 @@ void buildCommandLine(CLI::App& app, Session& session) {
     addDsnReadCommands(app, session);
     addDsnChangeCommands(app, session);
     addDsnMoveCommands(app, session);
+    addDsnTransferCommands(app, session);
     addDsnConnstr(app, session);
     addDsnTest(app, session);
     addRegisteredReadCommands(app, session);
     addRegisteredChangeCommands(app, session);
     addRegisteredKeysCommands(app, session);
+    addDriverTransferCommands(app, session);
     addDriverCheck(app, session);
     addDriverScan(app, session);
     addTraceCommands(app, session);
@@ -208,10 +232,11 @@ void takeAliases(const CLI::App& app, std::vector<std::string>& words) {
 }  // namespace
 
 ExitCode runCommandLine(std::vector<std::string> arguments, ShowDialogs showDialogs) {
-    CLI::App app("Manages ODBC data sources and drivers of this user.");
+    CLI::App app("Manages the ODBC data sources and drivers of this user and of the system.");
     Session session;
     buildCommandLine(app, session);
     takeAliases(app, arguments);
+    session.words = arguments;
     arguments = marked(arguments);
     std::reverse(arguments.begin(), arguments.end());
     try {

@@ -7,6 +7,7 @@
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/verb.h"
 #include "odbcadmin/model/known_driver.h"
+#include "odbcadmin/model/root_directory.h"
 #include "odbcadmin/model/text.h"
 
 namespace jx::cli {
@@ -19,7 +20,8 @@ struct Position {
     std::vector<std::string> operands{};
     const CLI::Option* waiting = nullptr;  // an option whose value comes next
     std::string home{};
-    std::string driver{};       // that --driver names
+    std::string driver{};  // that --driver names
+    std::string root{};
     bool onlyOperands = false;  // after --
 };
 
@@ -40,6 +42,8 @@ void take(Position& at, const std::string& word) {
             at.home = word;
         if (at.waiting->check_lname("driver"))
             at.driver = word;
+        if (at.waiting->check_lname("root"))
+            at.root = word;
         at.waiting = nullptr;
         return;
     }
@@ -134,7 +138,7 @@ void addFromFile(std::string_view kind, const Position& at, const std::string& b
 
 void addFromConfiguration(std::string_view kind, const Position& at, const std::string& beginning,
                           std::vector<std::string>& found) {
-    const model::Configuration configuration = model::Configuration::read();
+    const model::Configuration configuration = model::Configuration::read(model::Scopes());
     if (kind == Complete::dsn || kind == Complete::dsnOrDriver)
         for (const model::DataSource& source : configuration.dataSources())
             addCandidate(found, beginning, source.name, source.driver);
@@ -163,16 +167,22 @@ void addNames(std::string_view kind, const Position& at, const std::string& begi
         found.push_back(":" + std::string(kind));
     else if (kind == Complete::sections || kind == Complete::keysOfSection || kind == Complete::scriptsDrivers)
         addFromFile(kind, at, beginning, found);
+    else if (kind == Complete::scope)
+        for (const model::Scope scope : {model::Scope::user, model::Scope::system})
+            addCandidate(found, beginning, scopeWord(scope), std::string("the files of the ") + scopeWord(scope));
     else
         addFromConfiguration(kind, at, beginning, found);
 }
 
-void useHome(const std::string& home) {
-    if (home.empty())
-        return;
-    setenv("HOME", model::absolutePath(home).c_str(), 1);
-    unsetenv("ODBCINI");
-    unsetenv("ODBCINSTINI");
+// A root that is refused has no candidates either way.
+void usePlaces(const Position& at) {
+    if (!at.home.empty()) {
+        setenv("HOME", model::absolutePath(at.home).c_str(), 1);
+        unsetenv("ODBCINI");
+        unsetenv("ODBCINSTINI");
+    }
+    if (!at.root.empty())
+        static_cast<void>(model::enterRoot(at.root));
 }
 
 // For "--driver=Pl": what could follow the "=", whole as it would stand on the line.
@@ -201,7 +211,7 @@ std::vector<std::string> candidates(const CLI::App& app, const std::vector<std::
     for (std::size_t i = 0; i + 1 < words.size(); ++i)
         take(at, words[i]);
     const std::string beginning = words.empty() ? std::string() : words.back();
-    useHome(at.home);
+    usePlaces(at);
     std::vector<std::string> found;
     if (at.waiting != nullptr) {
         addNames(at.waiting->get_type_name(), at, beginning, found);

@@ -110,6 +110,7 @@ void addDoctorCommands(CLI::App& app, Session& session) {
         .notBoth("--fix", "--as-user")
         .notBoth("--fix", "--pid")
         .notBoth("--fix", "NAME")
+        .thisSystemOnly()
         .onRead(Needs::nothing, runDoctor);
 }
 

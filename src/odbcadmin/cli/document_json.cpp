@@ -61,6 +61,15 @@ private:
         return true;
     }
 
+    // Absent means the user's.
+    bool scope(const Json& object, const std::string& what, model::Scope& scope) {
+        const auto found = object.find("scope");
+        if (found == object.end() || *found == scopeWord(model::Scope::user))
+            return true;
+        scope = model::Scope::system;
+        return *found == scopeWord(scope) || fail("\"scope\" of " + what + " is neither \"user\" nor \"system\"");
+    }
+
     bool keys(const Json& object, const std::string& what, std::vector<DocumentKey>& keys) {
         const auto found = object.find("keys");
         if (found == object.end())
@@ -78,8 +87,8 @@ private:
         return true;
     }
 
-    // The entries of a list, each of which comes once. Drivers and translators must have a library, data sources a
-    // driver or a library.
+    // The entries of a list, each of which comes once in a scope. Drivers and translators must have a library, data
+    // sources a driver or a library.
     bool entries(const Json& json, const char* list, const char* library, std::vector<DocumentEntry>& all) {
         const auto found = json.find(list);
         if (found == json.end())
@@ -92,20 +101,20 @@ private:
             DocumentEntry& entry = all.emplace_back();
             if (!this->entry((*found)[i], what, library, entry))
                 return false;
-            if (!names.insert(rules::foldedName(entry.name)).second)
+            if (!names.insert(scopeWord(entry.scope) + (" " + rules::foldedName(entry.name))).second)
                 return fail(what + ": \"" + entry.name + "\" is there twice");
         }
         return true;
     }
 
     bool entry(const Json& object, const std::string& what, const char* library, DocumentEntry& entry) {
-        if (!isObject(object, what) || !text(object, "name", what, entry.name))
+        if (!isObject(object, what) || !text(object, "name", what, entry.name) || !scope(object, what, entry.scope))
             return false;
         if (library == nullptr)
-            return hasOnly(object, {"name", "driver", "keys"}, what) && keys(object, what, entry.keys) &&
+            return hasOnly(object, {"name", "scope", "driver", "keys"}, what) && keys(object, what, entry.keys) &&
                    ((!object.contains("driver") && hasKey(entry, rules::kDriver)) ||
                     text(object, "driver", what, entry.driver));
-        return hasOnly(object, {"name", "keys"}, what) && keys(object, what, entry.keys) &&
+        return hasOnly(object, {"name", "scope", "keys"}, what) && keys(object, what, entry.keys) &&
                (hasKey(entry, library) || fail(what + " has no key \"" + library + "\""));
     }
 
@@ -150,6 +159,8 @@ Json entryJson(const DocumentEntry& entry, std::string& notText) {
         keys[key.name] = key.value ? Json(*key.value) : Json();
     }
     Json json{{"name", entry.name}};
+    if (entry.scope == model::Scope::system)
+        json["scope"] = scopeWord(entry.scope);
     if (!entry.driver.empty())
         json["driver"] = entry.driver;
     json["keys"] = keys;

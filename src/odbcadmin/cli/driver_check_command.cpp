@@ -77,6 +77,7 @@ void addDriverCheck(CLI::App& app, Session& session) {
             "odbcadmin driver check /opt/acme/lib/libacmeodbc.so")
         .operand("DRIVER|PATH", "Drivers, or libraries by their paths; all drivers without any", kAny, Complete::driver)
         .timeout("Seconds that a library may take to load (10)")
+        .thisSystemOnly()
         .onRead(Needs::nothing, runCheck);
 }
 

@@ -9,6 +9,7 @@
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/key_remarks.h"
 #include "odbcadmin/cli/reference_options.h"
+#include "odbcadmin/cli/scope_output.h"
 #include "odbcadmin/cli/setup_route.h"
 #include "odbcadmin/cli/verb.h"
 #include "odbcadmin/model/connection_string.h"
@@ -40,6 +41,16 @@ ChangeResult change(const Session& session, const std::optional<model::Registere
         return directly();
     auto result = goThroughSetup(session, *driver, work, remarks);
     return result ? std::move(*result) : directly();
+}
+
+// "[Sales] of /etc/odbc.ini:3" when the system's file has a section of that name beside the user's that was changed.
+std::string besides(const Session& session, const std::string& name) {
+    using model::Seen;
+    if (session.system)
+        return {};
+    const Configuration system = Configuration::read({Seen::system, Seen::system});
+    const auto source = system.dataSource(name);
+    return source && source->header ? sectionText(source->header) : std::string();
 }
 
 // The registered driver that DRIVER of a connection string means: its name, or the path of its library.
@@ -183,6 +194,8 @@ ExitCode addDataSource(const Session& session, const Configuration& configuratio
                                        [&] { return model::addDataSource(configuration, *wish, session.way()); });
     for (const std::string& each : remarksOnNew(configuration, wish->driver, wish->attributes))
         remarks.push_back(each);
+    if (const std::string hidden = besides(session, wish->name); result.isDone() && !hidden.empty())
+        remarks.push_back("it hides " + hidden + ", the system's");
     return session.report(result, "Added data source " + wish->name, remarks);
 }
 
@@ -265,6 +278,9 @@ ExitCode removeDataSources(const Session& session, const Configuration& configur
     }
     if (!left.empty())
         result.add(model::removeDataSources(left, session.way()));
+    for (const model::DataSource& source : sources)
+        if (const std::string shown = besides(session, source.name); result.isDone() && !shown.empty())
+            remarks.push_back(shown + ", the system's, answers now");
     return session.report(result, "Removed data source " + model::joined(namesOf(sources)), remarks);
 }
 

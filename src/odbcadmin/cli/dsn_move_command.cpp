@@ -1,4 +1,4 @@
-// dsn rename, copy and default.
+// dsn rename and default.
 #include <nlohmann/json.hpp>
 
 #include "odbcadmin/cli/commands.h"
@@ -10,7 +10,6 @@ namespace jx::cli {
 namespace {
 
 using model::Configuration;
-using model::Old;
 
 ExitCode showDefault(const Session& session, const Configuration& configuration) {
     const std::string driver = configuration.defaultDriver().text;
@@ -37,32 +36,21 @@ ExitCode changeDefault(const Session& session, const Configuration& configuratio
                           "The default data source is now a copy of " + (source ? source->name : name));
 }
 
-ExitCode copyDataSource(const Session& session, const Configuration& configuration, const Line& line, Old old) {
+ExitCode renameDataSource(const Session& session, const Configuration& configuration, const Line& line) {
     const std::string from = line.text("OLD");
     const std::string to = line.text("NEW");
     const auto source = configuration.dataSource(from);
-    return session.report(model::copyDataSource(configuration, from, to, old, session.way()),
-                          (old == Old::remove ? "Renamed data source " : "Copied data source ") +
-                              (source ? source->name : from) + " to " + to);
-}
-
-void addTwoNames(Verb verb, Old old) {
-    verb.operand("OLD", "Data source", kOne, Complete::dsn)
-        .operand("NEW", "New name", kOne)
-        .onRead(Needs::bothFiles, [old](const Session& run, const Configuration& configuration, const Line& line) {
-            return copyDataSource(run, configuration, line, old);
-        });
+    return session.report(model::copyDataSource(configuration, from, to, model::Old::remove, session.way()),
+                          "Renamed data source " + (source ? source->name : from) + " to " + to);
 }
 
 }  // namespace
 
 void addDsnMoveCommands(CLI::App& app, Session& session) {
-    addTwoNames(addVerb(app, session, "dsn rename", "Give a data source another name",
-                        "odbcadmin dsn rename Sales \"Sales 2025\""),
-                Old::remove);
-    addTwoNames(addVerb(app, session, "dsn copy", "Make a second data source with the same keys",
-                        "odbcadmin dsn copy Sales SalesTest"),
-                Old::keep);
+    addVerb(app, session, "dsn rename", "Give a data source another name", "odbcadmin dsn rename Sales \"Sales 2025\"")
+        .operand("OLD", "Data source", kOne, Complete::dsn)
+        .operand("NEW", "New name", kOne)
+        .onRead(Needs::bothFiles, renameDataSource);
     addVerb(app, session, "dsn default", "Show the default data source, or make it a copy of another one",
             "odbcadmin dsn default\nodbcadmin dsn default Sales\nodbcadmin dsn default --unset")
         .operand("NAME", "Data source", kOptional, Complete::dsn)

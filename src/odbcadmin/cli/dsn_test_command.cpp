@@ -122,6 +122,7 @@ void addDsnTest(CLI::App& app, Session& session) {
             "odbcadmin dsn test Sales\nodbcadmin dsn test Sales --timeout 5")
         .operand("NAME", "Data source", kOne, Complete::dsn)
         .timeout("Seconds until the driver is given up (20)")
+        .thisSystemOnly()
         .onRead(Needs::nothing, runTest);
 }
 

@@ -64,6 +64,7 @@ void addExplain(CLI::App& app, Session& session) {
     addVerb(app, session, "explain", "Show the way from a data source to its driver and its library",
             "odbcadmin explain Sales\nodbcadmin explain SQLite3")
         .operand("NAME", "Data source or driver", kOne, Complete::dsnOrDriver)
+        .thisSystemOnly()
         .onRead(Needs::nothing, runExplain);
 }
 

@@ -188,7 +188,10 @@ ExitCode install(const Session& session, const Configuration& before, const mode
                               "Mend what is named and install again; what is entered already stays.");
 }
 
-ExitCode runInstall(const Session& session, const Configuration& configuration, const Line& line) {
+ExitCode runInstall(const Session& session, const Configuration& /*configuration*/, const Line& line) {
+    if (session.system)
+        return session.fail(ExitCode::wrongUse, "An installation script registers its drivers for this user",
+                            "Install without --system, then use odbcadmin driver move NAME --to system.");
     const std::string directory = line.text("--from");
     Request request{model::absolutePath(line.text("FILE")), directory.empty() ? "" : model::absolutePath(directory),
                     line.texts("DRIVER")};
@@ -212,7 +215,7 @@ ExitCode runInstall(const Session& session, const Configuration& configuration, 
     if (request.drivers.empty() && request.translators.empty())
         return session.fail(ExitCode::notFound, request.script + " offers neither drivers nor translators",
                             "It must list them in sections [ODBC Drivers] and [ODBC Translators].");
-    return install(session, configuration, *script, request);
+    return install(session, Configuration::read(), *script, request);
 }
 
 }  // namespace
@@ -224,6 +227,7 @@ void addInstallCommand(CLI::App& app, Session& session) {
         .operand("FILE", "Installation script (.inf)", kOne, Complete::files)
         .operand("DRIVER", "Drivers of the script; all of them without any", kAny, Complete::scriptsDrivers)
         .option("--from", "Where the libraries lie; where the script does, without it", Complete::directories)
+        .thisSystemOnly()
         .onRead(Needs::bothFiles, runInstall);
 }
 

@@ -1,10 +1,12 @@
 // paths: every file that is considered, and which one counts.
+#include <algorithm>
 #include <nlohmann/json.hpp>
 
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/verb.h"
 #include "odbcadmin/doctor/file_rights.h"
 #include "odbcadmin/model/config_places.h"
+#include "odbcadmin/model/text.h"
 
 namespace jx::cli {
 
@@ -12,6 +14,11 @@ namespace {
 
 using model::Candidate;
 using model::ConfigPlace;
+
+// With --root it is the command itself that moves the files.
+std::vector<std::string> variablesOf(const Session& session) {
+    return session.root.empty() ? model::variablesThatMove() : std::vector<std::string>();
+}
 
 Json candidateJson(const Candidate& candidate) {
     return {{"path", candidate.path},
@@ -27,41 +34,72 @@ std::string presence(const Candidate& candidate) {
                             : "not there";
 }
 
+Json placeJson(const ConfigPlace& place) {
+    Json candidates = Json::array();
+    for (const Candidate& each : place.candidates)
+        candidates.push_back(candidateJson(each));
+    return {{"file", place.file}, {"scope", scopeWord(place.scope)}, {"path", place.path}, {"candidates", candidates}};
+}
+
 ExitCode printJson(const Session& session, const std::vector<ConfigPlace>& places) {
     Json files = Json::array();
-    for (const ConfigPlace& place : places) {
-        Json candidates = Json::array();
-        for (const Candidate& each : place.candidates)
-            candidates.push_back(candidateJson(each));
-        files.push_back({{"file", place.file}, {"path", place.path}, {"candidates", candidates}});
-    }
-    session.printJson({{"files", files}});
+    for (const ConfigPlace& place : places)
+        files.push_back(placeJson(place));
+    Json programs = Json::array();
+    for (const model::Generation& each : model::generations())
+        programs.push_back({{"program", each.program}, {"dataSources", each.dataSources}, {"drivers", each.drivers}});
+    session.printJson({{"files", files}, {"variables", variablesOf(session)}, {"programs", programs}});
     return ExitCode::done;
 }
 
+// The paths that count; the system's only where there are such files.
+ExitCode printPaths(const Session& session, const std::vector<ConfigPlace>& places) {
+    for (const ConfigPlace& place : places) {
+        const bool isThere = std::any_of(place.candidates.begin(), place.candidates.end(),
+                                         [](const Candidate& each) { return each.wins && each.exists; });
+        if (place.scope == model::Scope::user || isThere || session.system)
+            session.print(place.path);
+    }
+    return ExitCode::done;
+}
+
+void printPrograms(const Session& session) {
+    std::vector<std::vector<std::string>> rows{{"Read by", "data sources", "drivers"}};
+    for (const model::Generation& each : model::generations())
+        for (std::size_t i = 0; i < each.dataSources.size(); ++i)
+            rows.push_back({i == 0 ? "  " + each.program : "", each.dataSources[i], each.drivers[i]});
+    session.printTable(rows);
+}
+
 ExitCode runPaths(const Session& session, const Line& /*line*/) {
-    const std::vector<ConfigPlace> places = model::configPlaces();
+    std::vector<ConfigPlace> places = model::configPlaces(model::absolutePath(unmarked(session.root)));
+    std::erase_if(places, [&](const ConfigPlace& place) { return !session.isAbout(place.scope); });
     if (session.json)
         return printJson(session, places);
+    if (session.quiet)
+        return printPaths(session, places);
     std::vector<std::vector<std::string>> rows;
     for (const ConfigPlace& place : places) {
-        if (session.quiet) {
-            session.print(place.path);
-            continue;
-        }
-        rows.push_back({place.file});
+        rows.push_back({place.file + " (" + scopeWord(place.scope) + ")"});
         for (const Candidate& each : place.candidates)
             rows.push_back({(each.wins ? "  * " : "    ") + each.path, presence(each), each.why});
     }
     session.printTable(rows);
-    session.say("* the file that is read and written");
+    session.print(
+        "* the files that are read, the user's first; changes go to the user's, with --system to the system's");
+    const std::vector<std::string> variables = variablesOf(session);
+    session.print("\nSet here: " +
+                  (variables.empty() ? "none of ODBCINI, ODBCINSTINI and ODBCSYSINI"
+                                     : model::printable(model::joined(variables))) +
+                  "\n");
+    printPrograms(session);
     return ExitCode::done;
 }
 
 }  // namespace
 
 void addPaths(CLI::App& app, Session& session) {
-    addVerb(app, session, "paths", "Show every file that is considered, and which one counts",
+    addVerb(app, session, "paths", "Show the files of the user and of the system, what moves them and who reads them",
             "odbcadmin paths\nodbcadmin -q paths")
         .onRun(runPaths);
 }

@@ -23,11 +23,13 @@ const std::vector<std::string_view> kKeysGivenOtherwise{"Driver", "Setup"};
 
 constexpr const char* kNoSetup = "Without --setup: enter no setup library, not even the general one";
 
-// The setup library to enter for a driver that would have none; empty when it has one, or is to have none.
-std::string missingSetup(const Configuration& configuration, const Line& line) {
+// The setup library to enter for a driver that would have none; empty when it has one, or is to have none. That of this
+// system is no library of an image.
+std::string missingSetup(const Session& session, const Configuration& configuration, const Line& line) {
     const auto driver = configuration.driver(line.text("NAME"));
-    const bool hasSetup = (driver && driver->setup) || !line.text("--setup").empty();
-    return hasSetup || line.has("--no-setup") ? "" : trial::generalSetupLibrary();
+    const bool isOwn = driver && driver->file->scope == session.way().scope;
+    const bool hasSetup = (isOwn && driver->setup) || !line.text("--setup").empty();
+    return hasSetup || line.has("--no-setup") || !session.root.empty() ? "" : trial::generalSetupLibrary();
 }
 
 ExitCode enter(const Session& session, const Configuration& configuration, const Line& line, const RegisteredKind& kind,
@@ -42,7 +44,7 @@ ExitCode enter(const Session& session, const Configuration& configuration, const
             return ExitCode::wrongUse;
         wish.keys = *keys;
     }
-    const std::string general = isDriver ? missingSetup(configuration, line) : "";
+    const std::string general = isDriver ? missingSetup(session, configuration, line) : "";
     if (!general.empty())
         wish.setup = general;
     const bool isPresent = configuration.find(kind, wish.name).has_value();
@@ -73,24 +75,49 @@ ExitCode addDriver(const Session& session, const Configuration& configuration, c
     return enter(session, configuration, line, model::kDriverKind, WhenPresent::fail, keys);
 }
 
+// The data sources that use a driver: those in the file that changes go to, and those of the other scope that have no
+// driver of that name there.
+struct Users {
+    std::vector<std::string> own, others;
+};
+
+Users usersOf(const Session& session, const Configuration& configuration, const std::string& name) {
+    Users users;
+    const model::Scope scope = session.way().scope;
+    for (const model::DataSource& source : configuration.dataSourcesOf(name))
+        (source.file->scope == scope ? users.own : users.others).push_back(source.name);
+    if (const auto driver = configuration.driver(name); driver && driver->hides)
+        users.others.clear();
+    return users;
+}
+
+std::vector<std::string> remarksOn(const Users& users, bool areRemoved) {
+    std::vector<std::string> remarks;
+    if (!users.own.empty() && !areRemoved)
+        remarks.push_back("these data sources use it still: " + model::joined(users.own) +
+                          " (--with-dsns removes them too)");
+    if (!users.others.empty())
+        remarks.push_back("these data sources of the other scope use it still: " + model::joined(users.others));
+    return remarks;
+}
+
 // The data sources go first: one without its driver is of no use, a driver without data sources is.
 ExitCode removeDriver(const Session& session, const Configuration& configuration, const Line& line) {
     const std::string name = line.text("NAME");
     const bool withDataSources = line.has("--with-dsns");
-    const std::vector<std::string> users = namesOf(configuration.dataSourcesOf(name));
-    if (line.has("--if-exists") && !configuration.driver(name))
+    const Users users = usersOf(session, configuration, name);
+    const auto driver = configuration.driver(name);
+    if (line.has("--if-exists") && !driver)
         return session.report({}, {});
-    const bool removesUsers = withDataSources && configuration.driver(name) && !users.empty();
+    const bool isOwn = driver && driver->file->scope == session.way().scope;
+    const bool removesUsers = withDataSources && isOwn && !users.own.empty();
     ChangeResult result;
-    if (removesUsers && !result.add(model::removeDataSources(users, session.way())).isDone())
+    if (removesUsers && !result.add(model::removeDataSources(users.own, session.way())).isDone())
         return session.fail(result.reason);
     result.add(model::unregisterEntry(configuration, model::kDriverKind, name, session.way()));
-    std::vector<std::string> remarks;
-    if (!users.empty() && !withDataSources)
-        remarks.push_back("these data sources use it still: " + model::joined(users) +
-                          " (--with-dsns removes them too)");
     return session.report(
-        result, "Removed driver " + name + (removesUsers ? " and data source " + model::joined(users) : ""), remarks);
+        result, "Removed driver " + name + (removesUsers ? " and data source " + model::joined(users.own) : ""),
+        remarksOn(users, withDataSources));
 }
 
 ExitCode removeTranslator(const Session& session, const Configuration& configuration, const Line& line) {

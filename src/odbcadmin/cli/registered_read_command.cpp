@@ -2,6 +2,7 @@
 #include <nlohmann/json.hpp>
 
 #include "odbcadmin/cli/commands.h"
+#include "odbcadmin/cli/scope_output.h"
 #include "odbcadmin/cli/sections.h"
 #include "odbcadmin/cli/verb.h"
 #include "odbcadmin/doctor/library_state.h"
@@ -14,44 +15,73 @@ namespace {
 using model::Configuration;
 using model::Registered;
 
-const char* stateOf(const Registered& driver, const Configuration& configuration) {
-    return doctor::libraryState(driver.library.text, doctor::LibraryRole::driver, configuration.paths());
+// In an image a library lies below its root; one without a path is found by the image's own loader.
+std::string stateOf(const Session& session, const Registered& driver, const Configuration& configuration) {
+    const std::string& library = driver.library.text;
+    if (!session.root.empty() && !library.starts_with('/'))
+        return library.empty() ? "missing" : "not looked for";
+    const std::string path = session.root.empty() ? library : model::absolutePath(unmarked(session.root)) + library;
+    return doctor::libraryState(path, doctor::LibraryRole::driver, configuration.paths());
 }
 
 // The state of its library is shown for drivers only.
-Json entryJson(const Registered& entry, const model::RegisteredKind& kind, const Configuration& configuration) {
+Json entryJson(const Session& session, const Registered& entry, const model::RegisteredKind& kind,
+               const Configuration& configuration, bool isShadowed) {
     Json json{{"name", entry.name}, {"library", entry.library.text}, {"setup", entry.setup.text}};
     if (kind.key == model::kDriverKind.key)
-        json["state"] = stateOf(entry, configuration);
+        json["state"] = stateOf(session, entry, configuration);
     json["listed"] = static_cast<bool>(entry.listed);
+    addScope(json, *entry.file, isShadowed);
     return json;
 }
 
-std::vector<std::string> rowOf(const Session& session, const Registered& entry, const model::RegisteredKind& kind,
-                               const Configuration& configuration) {
-    if (session.quiet)
-        return {entry.name};
-    std::vector<std::string> row{entry.name, entry.library.text, entry.listed ? "" : "(not listed)"};
+// The rows of a list; those that are shadowed come last.
+struct RegisteredRows {
+    std::vector<Registered> answering, shadowed;
+
+    bool nameScopes() const { return holdsSystems(answering) || holdsSystems(shadowed); }
+};
+
+std::vector<std::string> rowOf(const Session& session, const Registered& entry, bool namesScope,
+                               const model::RegisteredKind& kind, const Configuration& configuration, bool isShadowed) {
+    std::vector<std::string> row{entry.name};
     if (kind.key == model::kDriverKind.key)
-        row.insert(row.begin() + 1, stateOf(entry, configuration));
+        row.emplace_back(stateOf(session, entry, configuration));
+    row.push_back(entry.library.text);
+    if (namesScope)
+        row.emplace_back(scopeWord(entry.file->scope));
+    row.emplace_back(isShadowed ? "(shadowed)" : entry.listed ? "" : "(not listed)");
     return row;
+}
+
+void printList(const Session& session, const Configuration& configuration, const model::RegisteredKind& kind,
+               const RegisteredRows& rows) {
+    std::vector<std::vector<std::string>> table;
+    const bool namesScopes = rows.nameScopes();
+    for (const Registered& entry : rows.answering)
+        table.push_back(session.quiet ? std::vector<std::string>{entry.name}
+                                      : rowOf(session, entry, namesScopes, kind, configuration, /*isShadowed=*/false));
+    if (!session.quiet)
+        for (const Registered& entry : rows.shadowed)
+            table.push_back(rowOf(session, entry, namesScopes, kind, configuration, /*isShadowed=*/true));
+    session.printTable(table);
 }
 
 ExitCode list(const Session& session, const Configuration& configuration, const model::RegisteredKind& kind) {
     const std::string plural = std::string(kind.word) + "s";
-    Json json = Json::array();
-    std::vector<std::vector<std::string>> rows;
-    for (const Registered& entry : configuration.all(kind)) {
-        if (session.json)
-            json.push_back(entryJson(entry, kind, configuration));
-        else
-            rows.push_back(rowOf(session, entry, kind, configuration));
+    const RegisteredRows rows{configuration.all(kind), configuration.hidden(kind)};
+    if (!session.json) {
+        printList(session, configuration, kind, rows);
+        if (rows.answering.empty())
+            session.say("There are no " + plural + " in " + lookedAt(configuration, model::FileKind::drivers));
+        return ExitCode::done;
     }
-    if (session.json)
-        session.printJson({{plural, json}});
-    session.printTable(rows);
-    if (rows.empty())
-        session.say("There are no " + plural + " in " + configuration.file(model::FileKind::drivers).path);
+    Json json = Json::array();
+    for (const Registered& entry : rows.answering)
+        json.push_back(entryJson(session, entry, kind, configuration, /*isShadowed=*/false));
+    for (const Registered& entry : rows.shadowed)
+        json.push_back(entryJson(session, entry, kind, configuration, /*isShadowed=*/true));
+    session.printJson({{plural, json}});
     return ExitCode::done;
 }
 
@@ -62,10 +92,11 @@ ExitCode showDriver(const Session& session, const Configuration& configuration, 
         return session.fail(model::noneRegistered(configuration, model::kDriverKind, name));
     const std::vector<std::string> users = namesOf(configuration.dataSourcesOf(driver->name));
     if (session.json) {
-        Json json = entryJson(*driver, model::kDriverKind, configuration);
+        Json json = entryJson(session, *driver, model::kDriverKind, configuration, /*isShadowed=*/false);
         if (driver->header)
             json["line"] = driver->header.line;
         json["file"] = driver->file->path;
+        json["hides"] = placeJson(driver->hides);
         json["keys"] = keysJson(session, driver->section);
         json["dataSources"] = users;
         session.printJson(json);
@@ -73,8 +104,9 @@ ExitCode showDriver(const Session& session, const Configuration& configuration, 
     }
     printHeader(session, driver->name);
     printKeys(session, driver->section);
-    session.say("; library " + std::string(stateOf(*driver, configuration)) + ", used by " +
-                (users.empty() ? "no data source" : model::joined(users)) + ", " + driver->file->path);
+    session.say("; library " + stateOf(session, *driver, configuration) + ", used by " +
+                (users.empty() ? "no data source" : model::joined(users)) + ", " + driver->file->path +
+                hidesText(*driver));
     return ExitCode::done;
 }
 

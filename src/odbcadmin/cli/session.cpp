@@ -8,6 +8,7 @@
 #include <iostream>
 #include <nlohmann/json.hpp>
 
+#include "odbcadmin/cli/more_rights.h"
 #include "odbcadmin/cli/progress.h"
 #include "odbcadmin/model/text.h"
 #include "rules/secrets.h"
@@ -48,7 +49,7 @@ std::string line(const std::vector<std::string>& row, const std::vector<std::siz
 ExitCode codeOf(model::Reason::Kind kind) {
     using enum ExitCode;
     // In the order of the kinds.
-    constexpr ExitCode kCodes[] = {done, invalid, locked, fileTrouble, notFound, exists, wrongUse, failed};
+    constexpr ExitCode kCodes[] = {done, invalid, locked, fileTrouble, notFound, exists, wrongUse, failed, fileTrouble};
     return kCodes[static_cast<std::size_t>(kind)];
 }
 
@@ -112,7 +113,7 @@ ExitCode Session::fail(ExitCode code, std::string_view fact, std::string_view ad
 }
 
 ExitCode Session::fail(const model::Reason& reason) const {
-    return fail(codeOf(reason.kind), reason.fact, reason.advice);
+    return fail(codeOf(reason.kind), reason.fact, adviceOn(reason, *this));
 }
 
 model::ChangeWay Session::way() const {
@@ -125,7 +126,17 @@ model::ChangeWay Session::way() const {
         const Waiting waiting(isQuiet, "Waiting for the lock on " + path);
         wait();
     };
+    way.scope = system ? model::Scope::system : model::Scope::user;
+    if (openSecrets)
+        way.openSecrets = model::ChangeWay::OpenSecrets::allowed;
     return way;
+}
+
+model::Scopes Session::scopes() const {
+    if (system)
+        return {model::Seen::system, model::Seen::system};
+    // Data sources of the user's may well use drivers of the system's.
+    return {user ? model::Seen::user : model::Seen::both, model::Seen::both};
 }
 
 std::string Session::shown(std::string_view key, std::string_view value) const {
@@ -144,7 +155,7 @@ ExitCode Session::report(const model::ChangeResult& result, const std::string& s
         return fail(result.reason);
     if (!result.isDone())
         return fail(codeOf(result.reason.kind), result.reason.fact,
-                    result.reason.advice + " Written before that: " + model::joined(files) + ".");
+                    adviceOn(result.reason, *this) + " Written before that: " + model::joined(files) + ".");
     std::string difference;
     for (const model::ChangedFile& file : result.files)
         difference += file.difference;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "odbcadmin/cli/exit_code.h"
+#include "odbcadmin/model/configuration.h"
 #include "odbcadmin/model/file_change.h"
 #include "odbcadmin/model/reason.h"
 
@@ -31,6 +32,13 @@ struct Session {
     std::string home;          // --home DIR; already in force when a verb runs
     std::string owner;         // --owner USER; of files that root makes
     std::string lockTimeout;   // --lock-timeout SECONDS; already in force when a verb runs
+    bool user = false;         // --user: the user's files only
+    bool system = false;       // --system: the system's files only, and changes go there
+    bool openSecrets = false;  // --open-secrets: also into a file of the system's that everybody may read
+    std::string root;          // --root DIR; already in force when a verb runs
+
+    // The command line, for a user who is to repeat it with more rights.
+    std::vector<std::string> words;
 
     mutable bool hasPrintedJson = false;
 
@@ -39,6 +47,12 @@ struct Session {
 
     // Whether nothing may be written.
     bool writesNothing() const { return dryRun || check; }
+
+    // Which files verbs look at.
+    model::Scopes scopes() const;
+
+    // Whether data sources of that scope are among them.
+    bool isAbout(model::Scope scope) const { return scope == model::Scope::user ? !system : !user; }
 
     // How the model is to change files: what the options say, and a line on the terminal while a lock is waited for.
     model::ChangeWay way() const;

@@ -124,6 +124,11 @@ SetupRoute findRoute(const Session& session, const std::optional<model::Register
         return {false, driver->setup ? "the setup library of " + driver->name + " might do otherwise" : ""};
     if (!driver->setup)
         return {false, driver->name + " has no setup library"};
+    if (!session.root.empty())
+        return {false, "the setup library of " + driver->name + " is one of another root"};
+    // Setup libraries go by the older interface, which knows this user's files only.
+    if (session.system || driver->file->scope == model::Scope::system)
+        return {false, "the setup library of " + driver->name + " works on the user's files only"};
     return {true, ""};
 }
 

@@ -35,7 +35,14 @@ ExitCode turnOn(const Session& session, const Line& line) {
 }
 
 ExitCode turnOff(const Session& session, const Line& /*line*/) {
-    return session.report(model::turnTraceOff(session.way()), "Tracing is off");
+    const model::ChangeResult result = model::turnTraceOff(session.way());
+    // What the system's file says counts where the user's has no settings of its own.
+    const model::Configuration configuration = model::Configuration::read(session.scopes());
+    const model::TraceSettings settings = model::traceSettings(configuration);
+    std::vector<std::string> remarks;
+    if (settings.isOn && settings.trace.file->scope == model::Scope::system && !session.system)
+        remarks.push_back(settings.trace.where() + " turns it on: odbcadmin trace off --system");
+    return session.report(result, "Tracing is off", remarks);
 }
 
 }  // namespace

@@ -112,7 +112,19 @@ Verb& Verb::notBoth(const char* one, const char* other) {
     return *this;
 }
 
+Verb& Verb::thisSystemOnly() {
+    isThisSystemOnly_ = true;
+    return *this;
+}
+
 void Verb::onRun(Action action) {
+    if (isThisSystemOnly_)
+        action = [action = std::move(action), name = verb_.get_name()](const Session& run, const Line& line) {
+            if (run.root.empty())
+                return action(run, line);
+            return run.fail(ExitCode::wrongUse, name + " works with the libraries of this system, not of another root",
+                            "odbcadmin lint --root looks at the files of an image.");
+        };
     verb_.callback([&session = session_, line = Line(verb_), action = std::move(action)] {
         session.action = [line, action](const Session& run) { return action(run, line); };
     });
@@ -121,7 +133,13 @@ void Verb::onRun(Action action) {
 void Verb::onRead(Needs needs, ReadingAction action) {
     onRun([needs, action = std::move(action)](const Session& run, const Line& line) {
         using model::FileKind;
-        const model::Configuration configuration = model::Configuration::read();
+        model::Scopes scopes = run.scopes();
+        if (needs == Needs::drivers)
+            scopes.drivers = run.user ? model::Seen::user : scopes.drivers;
+        const model::Configuration configuration = model::Configuration::read(scopes);
+        if (needs != Needs::nothing)
+            for (const model::Reason& each : configuration.furtherTroubles())
+                run.warn(each.fact + "; what stands there is left out");
         for (const auto& [kind, own] :
              {std::pair{FileKind::dataSources, Needs::dataSources}, std::pair{FileKind::drivers, Needs::drivers}})
             if ((needs == own || needs == Needs::bothFiles) && configuration.trouble(kind))

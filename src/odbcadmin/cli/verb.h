@@ -40,6 +40,7 @@ struct Complete {
     static constexpr const char* keysOfTranslator = "KEY OF TRANSLATOR";
     static constexpr const char* sections = "SECTION";                 // of the file in the first operand
     static constexpr const char* keysOfSection = "KEY OF SECTION";     // of that file, in that of the second operand
+    static constexpr const char* scope = "SCOPE";                      // user or system
     static constexpr const char* scriptsDrivers = "DRIVER OF SCRIPT";  // what the script in the first operand offers
 };
 
@@ -98,6 +99,9 @@ public:
     // Only one of the two may be given.
     Verb& notBoth(const char* one, const char* other);
 
+    // It loads libraries, or looks at what would be loaded: with --root, where others lie, it fails.
+    Verb& thisSystemOnly();
+
     // What the verb does.
     void onRun(Action action);
 
@@ -107,6 +111,7 @@ public:
 private:
     CLI::App& verb_;
     Session& session_;
+    bool isThisSystemOnly_ = false;
 };
 
 // Adds a verb such as "lint", or "dsn add" with its noun before it. A noun is made by its first verb; add its

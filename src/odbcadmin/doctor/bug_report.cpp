@@ -29,7 +29,7 @@ std::string systemLines(const std::string& version) {
 
 std::string variableLines() {
     std::string text;
-    for (const char* name : {"HOME", "ODBCINI", "ODBCINSTINI", "LD_LIBRARY_PATH", "LD_PRELOAD"}) {
+    for (const char* name : {"HOME", "ODBCINI", "ODBCINSTINI", "ODBCSYSINI", "LD_LIBRARY_PATH", "LD_PRELOAD"}) {
         const char* value = std::getenv(name);
         text.append(name).append(value == nullptr ? " is not set" : "=" + model::printable(value)).append("\n");
     }

@@ -30,6 +30,8 @@ inline constexpr Check kFileDanglingLink{"files.dangling-link", error};
 inline constexpr Check kFileNotRegular{"files.not-regular", error};
 inline constexpr Check kFileShadowed{"files.shadowed", note};
 inline constexpr Check kSystemFileIgnored{"files.system-wide-ignored", note};
+inline constexpr Check kSystemMoved{"files.system-moved", note};
+inline constexpr Check kDriversMoved{"files.drivers-moved", warning};
 inline constexpr Check kPasswordOpen{"files.password-open", warning};
 inline constexpr Check kFileReadOnly{"files.read-only", warning};
 
@@ -76,6 +78,13 @@ inline constexpr Check kReferenceEmpty{"reference.empty", warning};
 inline constexpr Check kReferenceLineEnd{"reference.line-end", warning};
 inline constexpr Check kReferenceOtherLibrary{"reference.other-library", error};
 
+// What the user's files and the system's have to do with each other.
+inline constexpr Check kShadowed{"scopes.shadowed", note};
+inline constexpr Check kSplit{"scopes.split", warning};
+inline constexpr Check kListedElsewhere{"scopes.listed-elsewhere", warning};
+inline constexpr Check kDriverOfUser{"scopes.driver-of-user", warning};
+inline constexpr Check kDriverOfSystem{"scopes.driver-of-system", note};
+
 // What the driver gets.
 inline constexpr Check kQuotedValue{"values.quoted", warning};
 inline constexpr Check kCommentBehindValue{"values.comment", warning};
@@ -116,6 +125,7 @@ inline constexpr Check kNoEntryPoint{"library.no-entry-point", error};
 // Around the libraries.
 inline constexpr Check kTracingOn{"environment.tracing-on", warning};
 inline constexpr Check kUnregistered{"environment.driver-unregistered", note};
+inline constexpr Check kForeignVariable{"environment.foreign-variable", note};
 
 }  // namespace check
 

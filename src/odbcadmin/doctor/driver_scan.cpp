@@ -1,4 +1,4 @@
-// Looking through directories.
+// Seen through directories.
 #include "odbcadmin/doctor/driver_scan.h"
 
 #include <algorithm>

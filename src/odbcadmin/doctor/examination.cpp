@@ -15,6 +15,7 @@
 #include "odbcadmin/doctor/name_checks.h"
 #include "odbcadmin/doctor/path_mistakes.h"
 #include "odbcadmin/doctor/reference_checks.h"
+#include "odbcadmin/doctor/scope_checks.h"
 #include "odbcadmin/doctor/syntax_checks.h"
 #include "odbcadmin/doctor/unclosed_headers.h"
 #include "odbcadmin/model/text.h"
@@ -144,9 +145,12 @@ Findings checkNames(const Selection& selection, const Configuration& configurati
     for (const DataSource& each : selection.dataSources) {
         append(findings, checkDataSourceNames(each, configuration, systemFolder));
         append(findings, checkKeys(each, configuration));
+        append(findings, checkScopes(each, configuration));
     }
-    for (const Registered& each : selection.drivers)
+    for (const Registered& each : selection.drivers) {
         append(findings, checkRegisteredNames(each, model::kDriverKind, configuration));
+        append(findings, checkScopes(each));
+    }
     for (const Registered& each : selection.translators)
         append(findings, checkRegisteredNames(each, model::kTranslatorKind, configuration));
     return findings;
@@ -184,8 +188,9 @@ void dropRelativePathsOfMissing(Findings& findings) {
 
 }  // namespace
 
-Findings checkTexts(const Configuration& configuration, const std::string& systemFolder) {
-    Findings findings = checkFiles(model::configPlaces(systemFolder));
+Findings checkTexts(const Configuration& configuration) {
+    Findings findings = checkFiles(model::configPlaces());
+    append(findings, checkVariables());
     for (const FileKind kind : {FileKind::dataSources, FileKind::drivers})
         for (const model::ConfigFile* file : configuration.files(kind))
             append(findings, checkSyntaxOf(file->path, file->view));
@@ -200,7 +205,7 @@ static void appendNames(Findings& findings, const Findings& names, const Configu
 // Files, lines and names.
 static Findings checkAllTexts(const Selection& selection, const Configuration& configuration,
                               const std::string& systemFolder) {
-    Findings findings = checkTexts(configuration, systemFolder);
+    Findings findings = checkTexts(configuration);
     appendNames(findings, checkNames(selection, configuration, systemFolder), configuration);
     return findings;
 }

@@ -31,7 +31,7 @@ struct ExaminationOptions {
 Findings examine(const model::Configuration& configuration, const ExaminationOptions& options);
 
 // The first two alone.
-Findings checkTexts(const model::Configuration& configuration, const std::string& systemFolder = "/etc");
+Findings checkTexts(const model::Configuration& configuration);
 
 // The first three alone: nothing is loaded, no library is looked at.
 Findings lint(const model::Configuration& configuration, const std::string& systemFolder = "/etc");

@@ -35,6 +35,7 @@ public:
         else
             bad("listed", path, "not in [ODBC Data Sources]", "List it: " + ensure);
         section(source.header, source.name, FileKind::dataSources);
+        hides(source.hides);
         if (source.header)
             key("Driver", source.library, source.section, path);
         if (source.listed && !source.driver.empty())
@@ -53,6 +54,7 @@ public:
                 "List it: odbcadmin driver ensure " + model::shellWord(driver.name) + " --lib " +
                     (driver.library ? model::shellWord(driver.library.text) : "PATH"));
         section(driver.header, driver.name, FileKind::drivers);
+        hides(driver.hides);
         if (!driver.header)
             return;
         key("Driver", driver.library, driver.section, path);
@@ -87,6 +89,11 @@ private:
         bad("section", configuration_.file(kind).path, "no section [" + name + "]",
             model::adviceFor(name, configuration_.sectionNames(kind),
                              "Add the section, or remove the name from the list."));
+    }
+
+    void hides(const Located& hidden) {
+        if (hidden)
+            good("hides", hidden, "[" + hidden.text + "] of the system, which would answer without this one");
     }
 
     void key(const std::string& name, const Located& value, const model::IniSection* section, const std::string& file) {

@@ -16,6 +16,7 @@
 
 #include "odbcadmin/doctor/checks.h"
 #include "odbcadmin/doctor/file_rights.h"
+#include "odbcadmin/model/system_files.h"
 #include "odbcadmin/model/text.h"
 #include "odbcadmin/trial/owned_descriptor.h"
 #include "rules/secrets.h"
@@ -62,14 +63,9 @@ void checkRivals(const model::ConfigPlace& place, Findings& findings) {
         std::error_code ignored;
         if (each.wins || !each.exists || fs::equivalent(each.path, place.path, ignored))
             continue;
-        const Subject rival{each.path, findings};
-        if (&each == &place.candidates.back())
-            rival.tell(check::kSystemFileIgnored, each.path + " is there; this library reads no file for all users.",
-                       "Enter what is needed from it in " + place.path + ".");
-        else
-            rival.tell(check::kFileShadowed,
-                       each.path + " is there and is not read: " + place.path + " counts instead.",
-                       "Look at odbcadmin paths for the reason.");
+        findings.push_back(found(check::kFileShadowed, each.path,
+                                 each.path + " is there and is not read: " + place.path + " counts instead.",
+                                 "Look at odbcadmin paths for the reason."));
     }
 }
 
@@ -144,12 +140,16 @@ bool holdsSecret(const std::string& path) {
     return false;
 }
 
-void checkRights(mode_t mode, const Subject& file) {
+void checkSecrets(mode_t mode, const Subject& file) {
     const std::string& path = file.name;
     if ((mode & (S_IRGRP | S_IROTH)) != 0 && holdsSecret(path))
         file.tell(check::kPasswordOpen,
                   path + " (" + rightsText(path) + ") holds a password and can be read by " + readersText(path) + ".",
                   "Let its owner alone read it: chmod 600 " + model::shellWord(path));
+}
+
+void checkWritable(const Subject& file) {
+    const std::string& path = file.name;
     // A write replaces the file, so it is the directory that must be open for writing.
     std::error_code ignored;
     const fs::path real = fs::canonical(path, ignored);
@@ -162,28 +162,53 @@ void checkRights(mode_t mode, const Subject& file) {
                   "Change it as another user, or name another file with ODBCINI or ODBCINSTINI.");
 }
 
-void checkPresent(const std::string& variable, const Subject& file) {
+// Whether the file, which is there, is one that can be opened.
+bool isReadable(const std::string& variable, const Subject& file, const struct stat& status, bool isThere) {
     const std::string& path = file.name;
-    struct stat status {};
-    const bool isThere = ::stat(path.c_str(), &status) == 0;
-    const int error = isThere ? 0 : errno;
-    if (!isThere && error != EACCES)
-        return checkAbsent(variable, error, file);
     const std::string rights = rightsText(path);
-    if (isThere && !S_ISREG(status.st_mode))
-        return file.tell(check::kFileNotRegular, path + " (" + rights + ") is not a regular file: it is not read.",
-                         isNamedBy(variable, path) ? "Let " + variable + " name a file."
-                                                   : "Move it away; the first write makes a file.");
+    if (isThere && !S_ISREG(status.st_mode)) {
+        file.tell(check::kFileNotRegular, path + " (" + rights + ") is not a regular file: it is not read.",
+                  isNamedBy(variable, path) ? "Let " + variable + " name a file."
+                                            : "Move it away; the first write makes a file.");
+        return false;
+    }
     const trial::OwnedDescriptor opened(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     const int refused = errno;
     if (opened.isOpen())
-        return checkRights(status.st_mode, file);
+        return true;
     file.tell(check::kFileUnreadable,
               path + (rights.empty() ? "" : " (" + rights + ")") + " cannot be read by " + thisUserText() + ": " +
                   std::strerror(refused) + ".",
               isInOwnDirectory(path)
                   ? "Make it yours: sudo chown " + std::to_string(::geteuid()) + " " + model::shellWord(path)
                   : "Ask its owner for the right, or name another file with ODBCINI or ODBCINSTINI.");
+    return false;
+}
+
+void checkPresent(const std::string& variable, const Subject& file) {
+    struct stat status {};
+    const bool isThere = ::stat(file.name.c_str(), &status) == 0;
+    const int error = isThere ? 0 : errno;
+    if (!isThere && error != EACCES)
+        return checkAbsent(variable, error, file);
+    if (!isReadable(variable, file, status, isThere))
+        return;
+    checkSecrets(status.st_mode, file);
+    checkWritable(file);
+}
+
+// The system's file: most machines have none, and most users may not change it.
+void checkShared(const model::ConfigPlace& place, const Subject& file) {
+    struct stat status {};
+    const bool isThere = ::stat(file.name.c_str(), &status) == 0;
+    if (!isThere && errno != EACCES)
+        return;
+    if (!isReadable("", file, status, isThere))
+        return;
+    checkSecrets(status.st_mode, file);
+    file.tell(check::kSystemFileIgnored,
+              file.name + " is there, the system's: programs that use libodbcinst.so.1 do not read it.",
+              "Enter what those programs need from it in " + std::string(nameOf(place.kind)) + " of the user.");
 }
 
 }  // namespace
@@ -191,6 +216,11 @@ void checkPresent(const std::string& variable, const Subject& file) {
 Findings checkFiles(const std::vector<model::ConfigPlace>& places) {
     Findings findings;
     for (const model::ConfigPlace& place : places) {
+        if (place.scope == model::Scope::system) {
+            if (!model::isOneFile(place.kind))
+                checkShared(place, {place.path, findings});
+            continue;
+        }
         if (place.path.empty()) {
             findings.push_back(found(check::kNoPlace, place.file, "There is no home directory for " + place.file + ".",
                                      "Set HOME or " + place.variable + "."));

@@ -1,4 +1,4 @@
-// Looking at the pieces of a text.
+// Seen at the pieces of a text.
 #include "odbcadmin/doctor/syntax_checks.h"
 
 #include <jxini.h>

@@ -5,14 +5,20 @@
 
 #include <utility>
 
+#include "odbcadmin/model/system_files.h"
 #include "rules/sections.h"
 
 namespace jx::model {
 
-ConfigFile readConfigFile(FileKind kind) {
+const char* scopeWord(Scope scope) {
+    return scope == Scope::user ? "user" : "system";
+}
+
+ConfigFile readConfigFile(FileKind kind, Scope scope) {
     ConfigFile file;
     file.kind = kind;
-    file.name = nameOf(kind);
+    file.scope = scope;
+    file.name = storeName(nameOf(kind), scope);
     file.path = pathOf(file.name);
     std::optional<IniView> view = IniView::read(file.name);
     if (!view) {
@@ -29,10 +35,19 @@ const char* nameOf(FileKind kind) {
     return kind == FileKind::dataSources ? rules::kDataSourceFile : rules::kDriverFile;
 }
 
-std::string pathOf(const std::string& file) {
-    std::string path(jxIniPath(file.c_str(), nullptr, 0), '\0');
+std::string storeName(const std::string& file, Scope scope) {
+    if (scope == Scope::system)
+        for (const FileKind kind : {FileKind::dataSources, FileKind::drivers})
+            if (file == nameOf(kind))
+                return systemPath(kind);
+    return file;
+}
+
+std::string pathOf(const std::string& file, Scope scope) {
+    const std::string name = storeName(file, scope);
+    std::string path(jxIniPath(name.c_str(), nullptr, 0), '\0');
     if (!path.empty())
-        jxIniPath(file.c_str(), path.data(), path.size() + 1);
+        jxIniPath(name.c_str(), path.data(), path.size() + 1);
     return path;
 }
 

@@ -13,28 +13,37 @@ enum class FileKind {
     drivers,      // .odbcinst.ini: drivers and translators
 };
 
-// Whose file it is.
-enum class Scope { user };
+// Whose file it is: this user's own, or the one that all users share.
+enum class Scope { user, system };
+
+// "user", "system"
+const char* scopeWord(Scope scope);
 
 struct ConfigFile {
     enum class State { absent, read, unreadable };
 
     FileKind kind = FileKind::dataSources;
     Scope scope = Scope::user;
-    std::string name;  // what the store and FileChange call it
+    std::string name;  // what the store calls it
     std::string path;
     State state = State::absent;
     Reason trouble;  // unreadable: why
     IniView view;    // empty unless it was read
 };
 
-// Reads one of the user's two files.
-ConfigFile readConfigFile(FileKind kind);
+// Reads one of the four files.
+ConfigFile readConfigFile(FileKind kind, Scope scope = Scope::user);
 
-// The name by which the store knows the user's file of that kind.
+// ".odbc.ini" or ".odbcinst.ini", by which the store knows the user's file of that kind and FileChange that of any
+// scope.
 const char* nameOf(FileKind kind);
 
-// The path that a file name of jxini.h stands for at this moment; empty when there is none (no home directory).
-std::string pathOf(const std::string& file);
+// What the store calls the file of that scope: the user's two go by their names, the system's by their paths. Any other
+// file stays what it is.
+std::string storeName(const std::string& file, Scope scope);
+
+// The path that a file name of jxini.h stands for at this moment; empty when there is none (no home directory). Of
+// ".odbc.ini" and ".odbcinst.ini" that of the scope's file.
+std::string pathOf(const std::string& file, Scope scope = Scope::user);
 
 }  // namespace jx::model

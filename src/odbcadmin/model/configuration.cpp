@@ -2,9 +2,11 @@
 #include "odbcadmin/model/configuration.h"
 
 #include <algorithm>
+#include <unordered_map>
 #include <unordered_set>
 
 #include "odbcadmin/model/near_matches.h"
+#include "odbcadmin/model/system_files.h"
 #include "odbcadmin/model/text.h"
 #include "rules/names.h"
 
@@ -48,48 +50,139 @@ Located libraryIn(const ConfigFile& file, const IniSection* section, const char*
     return entry == nullptr || entry->value.empty() ? Located() : located(file, entry);
 }
 
-DataSource dataSourceIn(const ConfigFile& file, std::string_view name, const IniEntry* listed) {
-    const IniSection* section = file.view.section(name);
-    const std::string driver = listed != nullptr ? std::string(listed->value) : section->value(rules::kDriver);
-    return {std::string(name),
-            driver,
-            /*isDefault=*/false,
-            &file,
-            section,
-            located(file, listed),
-            headerOf(file, section),
-            libraryIn(file, section, rules::kDriver)};
+using Files = std::vector<const ConfigFile*>;
+
+// What the files say of a name: the first that lists it and the first that has its section need not be the same.
+struct Sighting {
+    std::string name;
+    const ConfigFile* file = nullptr;  // that of the section, or else of the list
+    const IniSection* section = nullptr;
+    Located listed, header, hides;
+};
+
+// A line of a list, and its file.
+struct Listing {
+    const ConfigFile* file = nullptr;
+    const IniEntry* entry = nullptr;
+};
+
+Listing firstListing(const Files& files, const char* list, std::string_view name) {
+    for (const ConfigFile* file : files)
+        if (const IniEntry* entry = exactEntry(*file, list, name))
+            return {file, entry};
+    return {};
 }
 
-auto registeredIn(const RegisteredKind& kind) {
-    return [&kind](const ConfigFile& file, std::string_view name, const IniEntry* listed) {
-        const IniSection* section = file.view.section(name);
-        return Registered{std::string(name),
-                          &file,
-                          section,
-                          located(file, listed),
-                          headerOf(file, section),
-                          libraryIn(file, section, kind.key),
-                          libraryIn(file, section, rules::kSetup)};
+const ConfigFile* firstWithSection(const Files& files, std::string_view name) {
+    const auto found =
+        std::find_if(files.begin(), files.end(), [&](const ConfigFile* file) { return exactSection(*file, name); });
+    return found == files.end() ? nullptr : *found;
+}
+
+Sighting sighting(const Files& files, std::string_view name, const Listing& listing) {
+    Sighting seen;
+    seen.file = firstWithSection(files, name);
+    if (listing.entry != nullptr)
+        seen.listed = located(*listing.file, listing.entry);
+    if (seen.file == nullptr) {
+        seen.file = listing.file;
+        seen.name = listing.entry != nullptr ? listing.entry->key : name;
+        return seen;
+    }
+    seen.section = exactSection(*seen.file, name);
+    seen.name = listing.entry != nullptr ? listing.entry->key : seen.section->name;
+    seen.header = headerOf(*seen.file, seen.section);
+    const auto behind = std::find(files.begin(), files.end(), seen.file) + 1;
+    if (const ConfigFile* hidden = firstWithSection(Files(behind, files.end()), name))
+        seen.hides = headerOf(*hidden, exactSection(*hidden, name));
+    return seen;
+}
+
+Sighting sighting(const Files& files, const char* list, std::string_view name) {
+    return sighting(files, name, firstListing(files, list, name));
+}
+
+DataSource dataSourceOf(const Sighting& seen) {
+    return {seen.name,
+            seen.listed               ? seen.listed.text
+            : seen.section != nullptr ? seen.section->value(rules::kDriver)
+                                      : "",
+            /*isDefault=*/false,
+            seen.file,
+            seen.section,
+            seen.listed,
+            seen.header,
+            libraryIn(*seen.file, seen.section, rules::kDriver),
+            seen.hides};
+}
+
+auto registeredOf(const RegisteredKind& kind) {
+    return [&kind](const Sighting& seen) {
+        return Registered{seen.name,
+                          seen.file,
+                          seen.section,
+                          seen.listed,
+                          seen.header,
+                          libraryIn(*seen.file, seen.section, kind.key),
+                          libraryIn(*seen.file, seen.section, rules::kSetup),
+                          seen.hides};
     };
 }
 
-// What the list of each file names, then its further sections that have the key; make(file, name, line in the list or
-// null).
+// The first line of each name in the lists of all files: a list is long where there are many names to look up.
+std::unordered_map<std::string, Listing> listings(const Files& files, const char* list) {
+    std::unordered_map<std::string, Listing> all;
+    for (const ConfigFile* file : files)
+        for (const IniEntry& entry : entriesOf(*file, list))
+            all.emplace(rules::foldedName(entry.key), Listing{file, &entry});
+    return all;
+}
+
+// What the list of each file names, then its further sections that have the key and answer for their name.
 template <class Row, class Make>
-std::vector<Row> collect(const std::vector<const ConfigFile*>& files, const char* list, const char* key, Make make) {
+std::vector<Row> collect(const Files& files, const char* list, const char* key, Make make) {
     std::vector<Row> found;
     std::unordered_set<std::string> met;
-    const auto isNew = [&](std::string_view name) { return met.insert(rules::foldedName(name)).second; };
+    const auto listed = listings(files, list);
+    const auto addNew = [&](std::string_view name) {
+        const std::string folded = rules::foldedName(name);
+        const auto place = listed.find(folded);
+        if (met.insert(folded).second)
+            found.push_back(make(sighting(files, name, place == listed.end() ? Listing() : place->second)));
+    };
     for (const ConfigFile* file : files) {
         for (const IniEntry& entry : entriesOf(*file, list))
-            if (isNew(entry.key))
-                found.push_back(make(*file, entry.key, &entry));
+            addNew(entry.key);
         for (const IniSection& section : file->view.sections())
-            if (isOwn(section.name) && section.find(key) != nullptr && isNew(section.name))
-                found.push_back(make(*file, section.name, nullptr));
+            if (isOwn(section.name) && section.find(key) != nullptr && firstWithSection(files, section.name) == file)
+                addNew(section.name);
     }
     return found;
+}
+
+// What each file but the first would say of names whose sections stand in an earlier one.
+template <class Row, class Make>
+std::vector<Row> collectHidden(const Files& files, const char* list, const char* key, Make make) {
+    std::vector<Row> found;
+    for (auto file = files.begin(); file != files.end(); ++file) {
+        const Files earlier(files.begin(), file);
+        for (const Row& row : collect<Row>({*file}, list, key, make))
+            if (row.section != nullptr && firstWithSection(earlier, row.name) != nullptr)
+                found.push_back(row);
+    }
+    return found;
+}
+
+// The first file that has the section answers, whether it has the key or not.
+Located valueIn(const Files& files, const char* section, std::string_view key) {
+    for (const ConfigFile* file : files)
+        if (file->view.section(section) != nullptr)
+            return located(*file, file->view.find(section, key));
+    return {};
+}
+
+bool isSeen(Seen seen, Scope scope) {
+    return seen == Seen::both || (seen == Seen::user) == (scope == Scope::user);
 }
 
 }  // namespace
@@ -98,6 +191,18 @@ Configuration Configuration::read() {
     std::vector<ConfigFile> files;
     files.push_back(readConfigFile(FileKind::dataSources));
     files.push_back(readConfigFile(FileKind::drivers));
+    return Configuration(std::move(files));
+}
+
+Configuration Configuration::read(const Scopes& scopes) {
+    std::vector<ConfigFile> files;
+    const auto add = [&](FileKind kind, Seen seen) {
+        for (const Scope scope : {Scope::user, Scope::system})
+            if (isSeen(seen, scope) && (scope == Scope::user || seen == Seen::system || !isOneFile(kind)))
+                files.push_back(readConfigFile(kind, scope));
+    };
+    add(FileKind::dataSources, scopes.dataSources);
+    add(FileKind::drivers, scopes.drivers);
     return Configuration(std::move(files));
 }
 
@@ -117,11 +222,7 @@ std::vector<std::string> Configuration::paths() const {
 }
 
 const Reason& Configuration::trouble(FileKind kind) const {
-    static const Reason kNone;
-    for (const ConfigFile* file : files(kind))
-        if (file->trouble)
-            return file->trouble;
-    return kNone;
+    return file(kind).trouble;
 }
 
 const Reason& Configuration::trouble() const {
@@ -129,9 +230,17 @@ const Reason& Configuration::trouble() const {
     return sources ? sources : trouble(FileKind::drivers);
 }
 
+std::vector<Reason> Configuration::furtherTroubles() const {
+    std::vector<Reason> all;
+    for (const ConfigFile& each : files_)
+        if (each.trouble && &each != &file(each.kind))
+            all.push_back(each.trouble);
+    return all;
+}
+
 std::vector<DataSource> Configuration::dataSources() const {
     auto found =
-        collect<DataSource>(files(FileKind::dataSources), rules::kDataSourceList, rules::kDriver, dataSourceIn);
+        collect<DataSource>(files(FileKind::dataSources), rules::kDataSourceList, rules::kDriver, dataSourceOf);
     if (const auto source = defaultSource())
         found.push_back(*source);
     return found;
@@ -146,58 +255,51 @@ std::vector<DataSource> Configuration::dataSourcesOf(std::string_view driver) co
 std::optional<DataSource> Configuration::dataSource(std::string_view name) const {
     if (rules::isDefaultName(name))
         return defaultSource();
-    for (const ConfigFile* file : files(FileKind::dataSources)) {
-        if (const IniEntry* entry = exactEntry(*file, rules::kDataSourceList, name))
-            return dataSourceIn(*file, entry->key, entry);
-        const IniSection* section = exactSection(*file, name);
-        if (section != nullptr && !rules::isReservedSection(name))
-            return dataSourceIn(*file, section->name, nullptr);
-    }
-    return std::nullopt;
+    const Sighting seen = sighting(files(FileKind::dataSources), rules::kDataSourceList, name);
+    if (seen.file == nullptr || (!seen.listed && rules::isReservedSection(name)))
+        return std::nullopt;
+    return dataSourceOf(seen);
+}
+
+std::vector<DataSource> Configuration::hiddenDataSources() const {
+    return collectHidden<DataSource>(files(FileKind::dataSources), rules::kDataSourceList, rules::kDriver,
+                                     dataSourceOf);
 }
 
 // Its driver's name stands in the file of drivers, so it is there when either file says something of it.
 std::optional<DataSource> Configuration::defaultSource() const {
     const Located driver = defaultDriver();
-    const std::vector<const ConfigFile*> candidates = files(FileKind::dataSources);
-    const auto holder = std::find_if(candidates.begin(), candidates.end(), [](const ConfigFile* each) {
-        return each->view.section(rules::kDefault) != nullptr;
-    });
-    if (holder == candidates.end() && !driver)
+    const Sighting seen = sighting(files(FileKind::dataSources), rules::kDataSourceList, rules::kDefault);
+    if (seen.section == nullptr && !driver)
         return std::nullopt;
-    const ConfigFile& file = holder == candidates.end() ? *candidates.front() : **holder;
-    const IniSection* section = file.view.section(rules::kDefault);
-    return DataSource{rules::kDefault, driver.text, /*isDefault=*/true,      &file,
-                      section,         driver,      headerOf(file, section), libraryIn(file, section, rules::kDriver)};
+    const ConfigFile& holder = seen.section == nullptr ? file(FileKind::dataSources) : *seen.file;
+    return DataSource{rules::kDefault, driver.text, /*isDefault=*/true, &holder,
+                      seen.section,    driver,      seen.header,        libraryIn(holder, seen.section, rules::kDriver),
+                      seen.hides};
 }
 
 std::vector<Registered> Configuration::all(const RegisteredKind& kind) const {
-    return collect<Registered>(files(FileKind::drivers), kind.list, kind.key, registeredIn(kind));
+    return collect<Registered>(files(FileKind::drivers), kind.list, kind.key, registeredOf(kind));
 }
 
 std::optional<Registered> Configuration::find(const RegisteredKind& kind, std::string_view name) const {
-    for (const ConfigFile* file : files(FileKind::drivers)) {
-        if (const IniEntry* entry = exactEntry(*file, kind.list, name))
-            return registeredIn(kind)(*file, entry->key, entry);
-        const IniSection* section = exactSection(*file, name);
-        if (section != nullptr && isOwn(name) && section->find(kind.key) != nullptr)
-            return registeredIn(kind)(*file, section->name, nullptr);
-    }
-    return std::nullopt;
+    const Sighting seen = sighting(files(FileKind::drivers), kind.list, name);
+    const bool isSection = seen.section != nullptr && isOwn(name) && seen.section->find(kind.key) != nullptr;
+    if (!seen.listed && !isSection)
+        return std::nullopt;
+    return registeredOf(kind)(seen);
+}
+
+std::vector<Registered> Configuration::hidden(const RegisteredKind& kind) const {
+    return collectHidden<Registered>(files(FileKind::drivers), kind.list, kind.key, registeredOf(kind));
 }
 
 Located Configuration::defaultDriver() const {
-    for (const ConfigFile* file : files(FileKind::drivers))
-        if (const IniEntry* entry = file->view.find(rules::kDefault, rules::kDriver))
-            return located(*file, entry);
-    return {};
+    return valueIn(files(FileKind::drivers), rules::kDefault, rules::kDriver);
 }
 
 Located Configuration::setting(std::string_view key) const {
-    for (const ConfigFile* file : files(FileKind::dataSources))
-        if (const IniEntry* entry = file->view.find(rules::kSettings, key))
-            return located(*file, entry);
-    return {};
+    return valueIn(files(FileKind::dataSources), rules::kSettings, key);
 }
 
 std::vector<std::string> Configuration::sectionNames(FileKind kind) const {
@@ -209,24 +311,56 @@ std::vector<std::string> Configuration::sectionNames(FileKind kind) const {
     return names;
 }
 
-Reason noDataSource(const Configuration& configuration, std::string_view name, const std::string& systemFolder) {
-    const std::string forAll = systemFolder + "/odbc.ini";
-    const std::optional<IniView> others = IniView::read(forAll);
-    if (others && others->section(name) != nullptr)
-        return {
-            Reason::Kind::notFound,
-            "The data source " + std::string(name) + " stands in " + forAll + " only, which this library does not read",
-            "Add it for this user: odbcadmin dsn add " + shellWord(std::string(name)) +
-                " --driver DRIVER KEY=VALUE..."};
+std::string lookedAt(const Configuration& configuration, FileKind kind) {
+    std::vector<std::string> paths;
+    for (const ConfigFile* file : configuration.files(kind))
+        if (paths.empty() || file->state != ConfigFile::State::absent)
+            paths.push_back(file->path);
+    return joined(paths, " or ");
+}
+
+namespace {
+
+// Of a name that no file has which was looked at, the file of another scope that does.
+std::optional<ConfigFile> elsewhere(const Configuration& configuration, FileKind kind, std::string_view name) {
+    const auto isSeenAt = [&](Scope scope) {
+        const Files files = configuration.files(kind);
+        return std::any_of(files.begin(), files.end(), [&](const ConfigFile* file) { return file->scope == scope; });
+    };
+    for (const Scope scope : {Scope::user, Scope::system}) {
+        if (isSeenAt(scope))
+            continue;
+        ConfigFile file = readConfigFile(kind, scope);
+        if (file.view.section(name) != nullptr && isOwn(name))
+            return file;
+    }
+    return std::nullopt;
+}
+
+// noun: that of the command that copies it.
+Reason onlyElsewhere(const std::string& what, const std::string& noun, const ConfigFile& other) {
     return {Reason::Kind::notFound,
-            "There is no data source " + std::string(name) + " in " + configuration.file(FileKind::dataSources).path,
+            what + " stands in " + other.path + " only, the file of the " + scopeWord(other.scope),
+            other.scope == Scope::user ? "Leave --system out, or copy it first: see odbcadmin " + noun + " copy --help."
+                                       : "Leave --user out to read it; --system changes it."};
+}
+
+}  // namespace
+
+Reason noDataSource(const Configuration& configuration, std::string_view name) {
+    if (const auto other = elsewhere(configuration, FileKind::dataSources, name))
+        return onlyElsewhere("The data source " + std::string(name), "dsn", *other);
+    return {Reason::Kind::notFound,
+            "There is no data source " + std::string(name) + " in " + lookedAt(configuration, FileKind::dataSources),
             adviceFor(name, namesOf(configuration.dataSources()), "See odbcadmin dsn list.")};
 }
 
 Reason noneRegistered(const Configuration& configuration, const RegisteredKind& kind, std::string_view name) {
     const std::string word = kind.word;
+    if (const auto other = elsewhere(configuration, FileKind::drivers, name))
+        return onlyElsewhere("The " + word + " " + std::string(name), "driver", *other);
     return {Reason::Kind::notFound,
-            "There is no " + word + " " + std::string(name) + " in " + configuration.file(FileKind::drivers).path,
+            "There is no " + word + " " + std::string(name) + " in " + lookedAt(configuration, FileKind::drivers),
             adviceFor(name, namesOf(configuration.all(kind)),
                       "See odbcadmin " + word + " list; odbcadmin " + word + " add registers one.")};
 }
@@ -237,7 +371,7 @@ Reason noDataSourceOrDriver(const Configuration& configuration, std::string_view
         names.push_back(driver.name);
     return {Reason::Kind::notFound,
             "There is no data source or driver " + std::string(name) + " in " +
-                configuration.file(FileKind::dataSources).path + " and " + configuration.file(FileKind::drivers).path,
+                lookedAt(configuration, FileKind::dataSources) + " and " + lookedAt(configuration, FileKind::drivers),
             adviceFor(name, names, "See odbcadmin dsn list and odbcadmin driver list.")};
 }
 

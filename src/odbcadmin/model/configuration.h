@@ -35,11 +35,12 @@ struct DataSource {
     std::string name;    // as its file spells it
     std::string driver;  // the driver's name; of one that is in no list what its section says under Driver
     bool isDefault = false;
-    const ConfigFile* file = nullptr;  // that answered
+    const ConfigFile* file = nullptr;  // that has its section; without one, that lists it
     const IniSection* section = nullptr;
     Located listed;   // its line in "ODBC Data Sources", or that of the default one's driver; text: the driver's name
     Located header;   // of its section
     Located library;  // "Driver" of its section, unless that is empty
+    Located hides;    // header of the section that would answer without this one: the system's
 
     // The default data source never is.
     bool isListed() const { return listed && !isDefault; }
@@ -63,16 +64,29 @@ struct Registered {
     Located header;   // of its section
     Located library;  // "Driver" or "Translator", unless that is empty
     Located setup;    // likewise
+    Located hides;    // header of the section that would answer without this one: the system's
 };
 
-// Configuration: files as they were when read. Several files of one kind are looked through in order: what one of them
-// says of a name hides what a later one says. A file that cannot be read is as an empty one in all look-ups; whoever
-// minds asks for trouble. What look-ups give points into the object and lives as long as it, wherever it is moved.
-// Names are found as they are spelled, in any case; blanks around a name make it another.
+// Which files are looked at.
+enum class Seen { both, user, system };
+
+struct Scopes {
+    Seen dataSources = Seen::both;
+    Seen drivers = Seen::both;
+};
+
+// Configuration: files as they were when read. Several files of one kind are looked through in order: a section comes
+// whole from the first file that has it, lists are joined. A file that cannot be read is as an empty one in all
+// look-ups; whoever minds asks for trouble. What look-ups give points into the object and lives as long as it, wherever
+// it is moved. Names are found as they are spelled, in any case; blanks around a name make it another.
 class Configuration {
 public:
     // The user's two files.
     static Configuration read();
+
+    // The user's files, then the system's, or only those that are asked for. A file that both scopes have is the
+    // user's.
+    static Configuration read(const Scopes& scopes);
 
     explicit Configuration(std::vector<ConfigFile> files) : files_(std::move(files)) {}
 
@@ -85,9 +99,13 @@ public:
     // Of all files.
     std::vector<std::string> paths() const;
 
-    // Why the first unreadable file of a kind, or of all, cannot be read; of kind none when all could be.
+    // Why the first file of a kind, or one of both kinds, cannot be read; of kind none when it could be. Without it
+    // nothing is known; what a later file says is only left out.
     const Reason& trouble(FileKind kind) const;
     const Reason& trouble() const;
+
+    // The same for files that are not the first of their kind.
+    std::vector<Reason> furtherTroubles() const;
 
     // In the order of the list, then those that only have a section with a Driver, then the default one.
     std::vector<DataSource> dataSources() const;
@@ -96,9 +114,13 @@ public:
     // Also one whose section has no Driver.
     std::optional<DataSource> dataSource(std::string_view name) const;
 
+    // The data sources whose sections are hidden by those of earlier files, as their own file alone has them.
+    std::vector<DataSource> hiddenDataSources() const;
+
     // The same for drivers or translators; a section without the kind's key is none of them.
     std::vector<Registered> all(const RegisteredKind& kind) const;
     std::optional<Registered> find(const RegisteredKind& kind, std::string_view name) const;
+    std::vector<Registered> hidden(const RegisteredKind& kind) const;
 
     std::vector<Registered> drivers() const { return all(kDriverKind); }
     std::optional<Registered> driver(std::string_view name) const { return find(kDriverKind, name); }
@@ -127,10 +149,12 @@ std::vector<std::string> namesOf(const Rows& rows) {
     return names;
 }
 
-// That there is none of that name, with near matches.
-// One of a data source also says when it stands in the file that other systems keep for all users in systemFolder.
-Reason noDataSource(const Configuration& configuration, std::string_view name,
-                    const std::string& systemFolder = "/etc");
+// The files of that kind that were looked at and are there, or else the first one: "/home/a/.odbc.ini or
+// /etc/odbc.ini".
+std::string lookedAt(const Configuration& configuration, FileKind kind);
+
+// That there is none of that name, with near matches; or that it stands in the file of a scope that was not looked at.
+Reason noDataSource(const Configuration& configuration, std::string_view name);
 Reason noneRegistered(const Configuration& configuration, const RegisteredKind& kind, std::string_view name);
 Reason noDataSourceOrDriver(const Configuration& configuration, std::string_view name);
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "odbcadmin/model/text.h"
 #include "rules/names.h"
 #include "rules/valid_names.h"
 
@@ -32,9 +33,34 @@ Reason whyNotStored(const Pairs& attributes) {
     return {};
 }
 
-Reason alreadyThere(const std::string& name) {
-    return {Kind::exists, "There is a data source " + name + " in " + pathOf(rules::kDataSourceFile),
+Reason alreadyThere(const std::string& name, const std::string& path) {
+    return {Kind::exists, "There is a data source " + name + " in " + path,
             "Use odbcadmin dsn set or dsn ensure to change it."};
+}
+
+Scope scopeOfChanges(const Configuration& configuration) {
+    return configuration.file(FileKind::dataSources).scope;
+}
+
+// Why one that is there cannot be changed: what is written goes to the user's file, and would hide all of a section
+// that stands in the system's alone.
+Reason whyOnlySystems(const Configuration& configuration, const DataSource& source) {
+    if (source.file->scope == scopeOfChanges(configuration))
+        return {};
+    return {Kind::refused,
+            "The data source " + source.name + " is the system's: a change in " +
+                configuration.file(FileKind::dataSources).path + " would hide all of [" + source.name + "] in " +
+                source.file->path,
+            "--system changes it for all users; odbcadmin dsn copy " + shellWord(source.name) +
+                " --to user gives you one of your own."};
+}
+
+// The same for one that is to be added; its own scope may have none yet.
+Reason whyAlreadyThere(const Configuration& configuration, const std::string& name, const DataSource& source) {
+    if (source.file->scope == scopeOfChanges(configuration))
+        return alreadyThere(name, source.file->path);
+    return {Kind::exists, "There is a data source " + name + " in " + source.file->path + ", the system's",
+            "--system changes that one; --user adds one of your own, which hides it."};
 }
 
 bool isThere(const IniView& file, const std::string& name) {
@@ -59,12 +85,6 @@ void removeOtherKeys(FileChange& change, const DataSourceWish& wish) {
         for (const std::string& key : section->keys())
             if (!rules::sameName(key, rules::kDriver) && !isNamed(wish.attributes, key))
                 change.erase(wish.name, key);
-}
-
-void composeRemoval(FileChange& change, const std::string& name) {
-    if (!rules::isDefaultName(name) && change.before().find(rules::kDataSourceList, name) != nullptr)
-        change.erase(rules::kDataSourceList, name);
-    change.eraseSection(name);
 }
 
 // The registered driver that a data source is to use, with its library.
@@ -99,7 +119,7 @@ ChangeResult write(const Configuration& configuration, const DataSourceWish& wis
     FileChange change(rules::kDataSourceFile, way);
     // Looked at again now that no other program can add it.
     if (existing == Existing::refused && isThere(change.before(), wish.name))
-        change.fail(alreadyThere(wish.name));
+        change.fail(alreadyThere(wish.name, pathOf(rules::kDataSourceFile, way.scope)));
     composeDataSource(change, {wish.name, driver.name, wish.attributes}, driver.library.text, others);
     return result.add(change.finish());
 }
@@ -125,8 +145,8 @@ Reason whyNotAdd(const Configuration& configuration, const DataSourceWish& wish)
         return reason;
     if (Reason reason = whyNotStored(wish.attributes))
         return reason;
-    if (configuration.dataSource(wish.name))
-        return alreadyThere(wish.name);
+    if (const auto present = configuration.dataSource(wish.name))
+        return whyAlreadyThere(configuration, wish.name, *present);
     Registered driver;
     return findDriver(configuration, wish.driver, driver);
 }
@@ -134,12 +154,19 @@ Reason whyNotAdd(const Configuration& configuration, const DataSourceWish& wish)
 Reason whyNotThere(const Configuration& configuration, const std::string& name) {
     if (Reason reason = whyNameRefused(name, rules::kAnyDataSource))
         return reason;
-    return configuration.dataSource(name) ? Reason() : noDataSource(configuration, name);
+    const std::optional<DataSource> source = configuration.dataSource(name);
+    return source ? whyOnlySystems(configuration, *source) : noDataSource(configuration, name);
 }
 
 Reason whyNotSet(const Configuration& configuration, const std::string& name, const Pairs& attributes) {
     Reason reason = whyNotStored(attributes);
     return reason ? reason : whyNotThere(configuration, name);
+}
+
+void composeRemoval(FileChange& change, const std::string& name) {
+    if (!rules::isDefaultName(name) && change.before().find(rules::kDataSourceList, name) != nullptr)
+        change.erase(rules::kDataSourceList, name);
+    change.eraseSection(name);
 }
 
 void composeDataSource(FileChange& change, const DataSourceWish& wish, const std::string& library, OtherKeys others) {
@@ -165,6 +192,8 @@ ChangeResult ensureDataSource(const Configuration& configuration, const DataSour
     if (Reason reason = whyNotStored(wish.attributes))
         return {std::move(reason)};
     const std::optional<DataSource> present = configuration.dataSource(wish.name);
+    if (Reason reason = present ? whyOnlySystems(configuration, *present) : Reason())
+        return {std::move(reason)};
     DataSourceWish whole = wish;
     if (whole.driver.empty() && present)
         whole.driver = driverNow(configuration, *present);
@@ -211,12 +240,15 @@ ChangeResult copyDataSource(const Configuration& configuration, const std::strin
     if (!source)
         return {noDataSource(configuration, from)};
     const bool onlyCapitals = old == Old::remove && rules::sameName(from, to);
-    if (configuration.dataSource(to) && !onlyCapitals)
-        return {alreadyThere(to)};
+    if (const auto present = configuration.dataSource(to); present && !onlyCapitals)
+        return {whyAlreadyThere(configuration, to, *present)};
+    const Reason onlySystems = whyOnlySystems(configuration, *source);
+    if (onlySystems && old == Old::remove)
+        return {onlySystems};
     FileChange change(rules::kDataSourceFile, way);
     if (source->name == to)
         return change.finish();
-    const Pairs keys = pairsOf(change.before().section(source->name));
+    const Pairs keys = pairsOf(onlySystems ? source->section : change.before().section(source->name));
     if (old == Old::remove)
         composeRemoval(change, source->name);
     if (source->isListed())

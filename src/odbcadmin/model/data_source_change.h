@@ -72,4 +72,7 @@ std::string twinOfDefault(const Configuration& configuration);
 // driver's; the default data source has no list entry.
 void composeDataSource(FileChange& change, const DataSourceWish& wish, const std::string& library, OtherKeys others);
 
+// Likewise: removes list entry and section.
+void composeRemoval(FileChange& change, const std::string& name);
+
 }  // namespace jx::model

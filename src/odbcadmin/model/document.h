@@ -23,6 +23,7 @@ struct DocumentEntry {
     std::string name;
     std::string driver;  // of a data source; empty for one that stands in no list and has a library of its own
     std::vector<DocumentKey> keys;
+    Scope scope = Scope::user;
 };
 
 // Document: the default data source is the one called Default. The path of a data source's driver goes with the driver,
@@ -35,15 +36,27 @@ struct Document {
 
 struct Exchange {
     Document document;
-    std::size_t secretsLeftOut = 0;
     std::vector<DataSource> leftOut;  // data sources that lead to no library, so that apply could not enter them
 };
 
-// Everything that the files say; secrets are left out unless they are to be shown.
+// Everything that the files say, also what one hides from the other; secrets are left out unless they are to be shown.
 Exchange documentOf(const Configuration& configuration, ChangeWay::Secrets secrets);
 
-// Enters everything that the document names and leaves alone what it does not. All of it is checked before anything is
-// written; each of the two files is then written whole or not at all, the file of drivers first.
-ChangeResult applyDocument(const Configuration& configuration, const Document& document, const ChangeWay& way);
+std::size_t secretsLeftOut(const Document& document);
+
+// What the files of one scope have and a document has not in that scope.
+struct Superfluous {
+    Scope scope = Scope::user;
+    std::vector<std::string> drivers, translators, dataSources;
+
+    std::size_t count() const { return drivers.size() + translators.size() + dataSources.size(); }
+};
+Superfluous superfluous(const Document& document, Scope scope);
+
+// Enters everything that the document names, each in the files of its scope, and removes what is superfluous; all else
+// is left alone. All of it is checked before anything is written. Each file that changes is then written whole or not
+// at all, the system's before the user's, drivers before data sources. The scope of the way plays no part.
+ChangeResult applyDocument(const Configuration& configuration, const Document& document, const ChangeWay& way,
+                           const std::vector<Superfluous>& removed = {});
 
 }  // namespace jx::model

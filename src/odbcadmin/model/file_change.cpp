@@ -5,7 +5,6 @@
 
 #include <algorithm>
 
-#include "odbcadmin/model/config_file.h"
 #include "odbcadmin/model/diff.h"
 #include "odbcadmin/model/name_places.h"
 #include "rules/names.h"
@@ -24,12 +23,28 @@ std::string_view textOf(const JxIniChange* change, LookAt* lookAt) {
     return {bytes == nullptr ? "" : bytes, length};
 }
 
-JxIniChange* begin(const std::string& file, const ChangeWay& way) {
+JxIniChange* begin(const std::string& file, bool isShared, const ChangeWay& way) {
     if (way.writing == ChangeWay::Writing::never)
         return jxIniPreview(file.c_str());
     JxIniChange* change = nullptr;
-    way.aroundWait(pathOf(file), [&] { change = jxIniBegin(file.c_str()); });
+    way.aroundWait(pathOf(file),
+                   [&] { change = isShared ? jxIniBeginShared(file.c_str()) : jxIniBegin(file.c_str()); });
     return change;
+}
+
+// Whether everybody may read the file, or a new one in its place.
+bool isOpenToAll(const std::string& path) {
+    struct stat state {};
+    if (::stat(path.c_str(), &state) == 0)
+        return (state.st_mode & S_IROTH) != 0;
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return (mask & S_IROTH) == 0;
+}
+
+// What stands behind a key with a suffix is the place of a secret: a file, a variable, a credential.
+bool isSecret(const std::string& key, const std::string& value) {
+    return key.find('@') == std::string::npos && rules::masked(key, value) != value;
 }
 
 // A file that is written gets another one; 0 without a file.
@@ -68,8 +83,8 @@ ChangeResult& ChangeResult::add(ChangeResult next) {
     return *this;
 }
 
-FileChange::FileChange(std::string file, const ChangeWay& way)
-    : way_(way), file_(std::move(file)), change_(begin(file_, way)) {
+FileChange::FileChange(const std::string& file, const ChangeWay& way)
+    : way_(way), file_(storeName(file, way.scope)), isShared_(file_ != file), change_(begin(file_, isShared_, way)) {
     std::optional<IniView> before;
     if (change_)
         before = IniView::parse(textOf(change_.get(), jxIniBefore));
@@ -91,6 +106,14 @@ void FileChange::fail(Reason reason) {
 void FileChange::refuse(const std::string& what, const std::string& why) {
     fail({Reason::Kind::refused, what + " cannot be stored: " + why,
           path() + " could not give it back as it is; use another one."});
+}
+
+void FileChange::refuseOpenSecret(const std::string& section, const std::string& key, const std::string& value) {
+    if (!isShared_ || way_.openSecrets == ChangeWay::OpenSecrets::allowed || !isSecret(key, value) ||
+        before_.value(section, key) == value || !isOpenToAll(path()))
+        return;
+    fail({Reason::Kind::refused, "Everybody may read " + path() + ", and the value of " + key + " is a secret",
+          "Keep it in a file and store " + key + "@file=PATH instead; --open-secrets stores it all the same."});
 }
 
 // The store would trim the name and change another section than the one that was named.
@@ -119,6 +142,7 @@ void FileChange::remove(const std::string& section, const char* key) {
 void FileChange::set(const std::string& section, const std::string& key, const std::string& value) {
     if (const rules::Refusal refused = rules::exactRefusalOf(section, key, value))
         return refuse(refusedText(refused.what, section, key), refused.why);
+    refuseOpenSecret(section, key, value);
     if (takesSection(section))
         wanted_.push_back({section, key, value});
 }

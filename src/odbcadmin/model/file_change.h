@@ -16,6 +16,7 @@
 #include <utility>
 #include <vector>
 
+#include "odbcadmin/model/config_file.h"
 #include "odbcadmin/model/ini_view.h"
 #include "odbcadmin/model/reason.h"
 
@@ -28,9 +29,12 @@ using Pairs = std::vector<std::pair<std::string, std::string>>;
 struct ChangeWay {
     enum class Writing { now, never };
     enum class Secrets { masked, shown };
+    enum class OpenSecrets { refused, allowed };  // new ones in a file of the system's that everybody may read
 
     Writing writing = Writing::now;
     Secrets secrets = Secrets::masked;  // in differences
+    Scope scope = Scope::user;          // whose files ".odbc.ini" and ".odbcinst.ini" are
+    OpenSecrets openSecrets = OpenSecrets::refused;
 
     // Calls wait, which may take seconds while another program has the file locked; the client can show that meanwhile.
     std::function<void(const std::string& path, const std::function<void()>& wait)> aroundWait =
@@ -60,8 +64,9 @@ struct ChangeResult {
 // thread.
 class FileChange {
 public:
-    // file is a name of jxini.h. way must outlive the object.
-    FileChange(std::string file, const ChangeWay& way);
+    // file is a name of jxini.h; ".odbc.ini" and ".odbcinst.ini" mean those of the way's scope. A new file of the
+    // system's may be read by all. way must outlive the object.
+    FileChange(const std::string& file, const ChangeWay& way);
 
     // The file when it was locked; an empty one when it could not be.
     const IniView& before() const { return before_; }
@@ -97,13 +102,15 @@ private:
     std::string path() const;
     void settle();
     void refuse(const std::string& what, const std::string& why);
+    void refuseOpenSecret(const std::string& section, const std::string& key, const std::string& value);
     bool takesSection(const std::string& section);
     void remove(const std::string& section, const char* key);
     void forget(const std::function<bool(const Wanted&)>& isGone);
     void readBack();
 
     const ChangeWay& way_;
-    std::string file_;
+    std::string file_;  // what the store calls it
+    bool isShared_;     // one of the system's two
     std::unique_ptr<JxIniChange, Discard> change_;
     IniView before_;
     std::vector<Wanted> wanted_;

@@ -46,7 +46,8 @@ Reason lastFailure() {
         return {Reason::Kind::refused, fact, "Use another name or value."};
     if (failure.step == JxIniStepLock && failure.error == ETIMEDOUT)
         return {Reason::Kind::locked, fact, "Another program is changing the file; try again."};
-    return {Reason::Kind::fileTrouble, fact, adviceOn(failure)};
+    const bool isNoRight = failure.error == EACCES || failure.error == EPERM;
+    return {isNoRight ? Reason::Kind::noRight : Reason::Kind::fileTrouble, fact, adviceOn(failure)};
 }
 
 }  // namespace jx::model

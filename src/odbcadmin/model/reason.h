@@ -20,6 +20,7 @@ struct Reason {
         exists,
         incomplete,  // something must be given as well
         failed,      // anything else
+        noRight,     // a file that this user may not read or change
     };
     Kind kind = Kind::none;
     std::string fact;    // a sentence without its full stop

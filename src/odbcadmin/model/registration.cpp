@@ -19,8 +19,8 @@ bool isDriver(const RegisteredKind& kind) {
 }
 
 // Why a name is taken, if it is: a section of that name may belong to something else.
-Reason alreadyThere(const IniView& file, const RegisteredKind& kind, const std::string& name) {
-    const std::string where = " " + name + " in " + pathOf(rules::kDriverFile);
+Reason alreadyThere(const IniView& file, const RegisteredKind& kind, const std::string& name, Scope scope) {
+    const std::string where = " " + name + " in " + pathOf(rules::kDriverFile, scope);
     if (isDriver(kind) && (file.find(kind.list, name) != nullptr || file.find(name, kind.key) != nullptr))
         return {Kind::exists, "There is a driver" + where, "Use odbcadmin driver ensure to change it."};
     if (file.section(name) != nullptr || file.find(kind.list, name) != nullptr)
@@ -36,6 +36,21 @@ Reason whyNotPath(const std::string& what, const std::string& path) {
     return {};
 }
 
+// Why a change of one that is there cannot go where changes go: it would hide all of the system's section. Adding one
+// of the user's own is another matter.
+Reason whyOnlySystems(const Configuration& configuration, const RegisteredKind& kind, const std::string& name,
+                      WhenPresent present) {
+    const ConfigFile& own = configuration.file(FileKind::drivers);
+    const std::optional<Registered> entry = configuration.find(kind, name);
+    if (present == WhenPresent::fail || !entry || entry->file->scope == own.scope)
+        return {};
+    const std::string word = kind.word;
+    return {Kind::refused,
+            "The " + word + " " + entry->name + " is the system's: a change in " + own.path + " would hide all of [" +
+                entry->name + "] in " + entry->file->path,
+            "--system changes it for all users; odbcadmin " + word + " add registers one of your own."};
+}
+
 Reason whyNameRefused(const RegisteredKind& kind, const std::string& name, const rules::NameRules& rules) {
     const std::string word = kind.word;
     if (name.empty())
@@ -48,7 +63,8 @@ Reason whyNameRefused(const RegisteredKind& kind, const std::string& name, const
 Reason whyNotThere(const Configuration& configuration, const RegisteredKind& kind, const std::string& name) {
     if (Reason reason = whyNameRefused(kind, name, rules::kAnyDriver))
         return reason;
-    return configuration.find(kind, name) ? Reason() : noneRegistered(configuration, kind, name);
+    return configuration.find(kind, name) ? whyOnlySystems(configuration, kind, name, WhenPresent::change)
+                                          : noneRegistered(configuration, kind, name);
 }
 
 // What another file has, or another program removed since the configuration was read, is not made anew by a change.
@@ -91,7 +107,7 @@ ChangeResult renameInDrivers(const Registered& entry, const RegisteredKind& kind
     const IniView& before = change.before();
     change.fail(whyNotIn(before, kind, entry.name));
     if (!rules::sameName(entry.name, to))
-        change.fail(alreadyThere(before, kind, to));
+        change.fail(alreadyThere(before, kind, to, way.scope));
     Pairs keys;
     if (const IniSection* section = before.section(entry.name))
         for (const IniEntry& each : section->entries)
@@ -146,13 +162,21 @@ void composeRegistration(FileChange& change, const RegisteredKind& kind, const R
     change.set(wish.name, wish.keys);
 }
 
+void composeUnregistration(FileChange& change, const RegisteredKind& kind, const std::string& name) {
+    if (change.before().find(kind.list, name) != nullptr)
+        change.erase(kind.list, name);
+    change.eraseSection(name);
+}
+
 ChangeResult registerEntry(const Configuration& configuration, const RegisteredKind& kind, const Registration& wish,
                            WhenPresent present, const ChangeWay& way) {
     if (Reason reason = whyNotRegister(configuration, kind, wish))
         return {std::move(reason)};
+    if (Reason reason = whyOnlySystems(configuration, kind, wish.name, present))
+        return {std::move(reason)};
     FileChange change(rules::kDriverFile, way);
     if (present == WhenPresent::fail)
-        change.fail(alreadyThere(change.before(), kind, wish.name));
+        change.fail(alreadyThere(change.before(), kind, wish.name, way.scope));
     if (wish.library.empty() && change.before().value(wish.name, kind.key).empty())
         change.fail({Kind::incomplete, std::string("The ") + kind.word + " " + wish.name + " has no library yet",
                      "Give it with --lib."});
@@ -165,9 +189,7 @@ ChangeResult unregisterEntry(const Configuration& configuration, const Registere
     if (Reason reason = whyNotThere(configuration, kind, name))
         return {std::move(reason)};
     FileChange change(rules::kDriverFile, way);
-    if (change.before().find(kind.list, name) != nullptr)
-        change.erase(kind.list, name);
-    change.eraseSection(name);
+    composeUnregistration(change, kind, name);
     return change.finish();
 }
 

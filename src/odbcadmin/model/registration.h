@@ -56,5 +56,6 @@ Reason whyNoRegisteredName(const Configuration& configuration, const RegisteredK
 
 // For changes that hold more than one registration.
 void composeRegistration(FileChange& change, const RegisteredKind& kind, const Registration& wish);
+void composeUnregistration(FileChange& change, const RegisteredKind& kind, const std::string& name);
 
 }  // namespace jx::model

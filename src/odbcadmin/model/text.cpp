@@ -23,7 +23,7 @@ std::string printable(std::string_view text) {
 }
 
 std::string shellWord(const std::string& text) {
-    constexpr std::string_view kPlain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-./+:,@%";
+    constexpr std::string_view kPlain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-./+:,@%=";
     if (!text.empty() && text.find_first_not_of(kPlain) == std::string::npos)
         return text;
     std::string word = "'";

@@ -179,7 +179,7 @@ $ odbcadmin dsn rename 'NEW NAME' accounts
 !   Use odbcadmin dsn set or dsn ensure to change it.
 [4]
 $ odbcadmin dsn copy Sales
-! odbcadmin: NEW is required
+! odbcadmin: odbcadmin dsn copy needs a new name, or --to user or system
 !   See odbcadmin dsn copy --help
 [2]
 $ cat .odbc.ini

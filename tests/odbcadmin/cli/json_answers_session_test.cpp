@@ -16,13 +16,17 @@ constexpr const char* kListsAndSectionsAsJson =
       "name": "Sales",
       "driver": "Plain",
       "listed": true,
-      "default": false
+      "default": false,
+      "scope": "user",
+      "shadowed": false
     },
     {
       "name": "Accounts",
       "driver": "Plain",
       "listed": true,
-      "default": false
+      "default": false,
+      "scope": "user",
+      "shadowed": false
     }
   ]
 }
@@ -33,8 +37,11 @@ $ odbcadmin --json dsn show Sales
   "driver": "Plain",
   "listed": true,
   "default": false,
+  "scope": "user",
+  "shadowed": false,
   "file": "~/.odbc.ini",
   "line": 7,
+  "hides": null,
   "attributes": {
     "Driver": "/opt/libplain.so",
     "Server": "db1",
@@ -48,8 +55,11 @@ $ odbcadmin --json --show-secrets dsn show Sales
   "driver": "Plain",
   "listed": true,
   "default": false,
+  "scope": "user",
+  "shadowed": false,
   "file": "~/.odbc.ini",
   "line": 7,
+  "hides": null,
   "attributes": {
     "Driver": "/opt/libplain.so",
     "Server": "db1",
@@ -60,6 +70,9 @@ $ odbcadmin --json dsn get Sales Server
 {
   "schema": "odbcadmin/1",
   "name": "Sales",
+  "scope": "user",
+  "file": "~/.odbc.ini",
+  "hides": null,
   "key": "Server",
   "value": "db1",
   "masked": false,
@@ -69,6 +82,9 @@ $ odbcadmin --json dsn get Sales PWD
 {
   "schema": "odbcadmin/1",
   "name": "Sales",
+  "scope": "user",
+  "file": "~/.odbc.ini",
+  "hides": null,
   "key": "PWD",
   "value": null,
   "masked": true,
@@ -83,7 +99,9 @@ $ odbcadmin --json driver list
       "library": "/opt/libplain.so",
       "setup": "",
       "state": "missing",
-      "listed": true
+      "listed": true,
+      "scope": "user",
+      "shadowed": false
     }
   ]
 }
@@ -95,8 +113,11 @@ $ odbcadmin --json driver show Plain
   "setup": "",
   "state": "missing",
   "listed": true,
+  "scope": "user",
+  "shadowed": false,
   "line": 4,
   "file": "~/.odbcinst.ini",
+  "hides": null,
   "keys": {
     "Driver": "/opt/libplain.so",
     "FileUsage": "0"

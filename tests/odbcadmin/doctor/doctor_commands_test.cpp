@@ -307,9 +307,9 @@ TEST_F(DoctorCommands, PathsShowEveryFileAndWhichOneCounts) {
     EXPECT_NE(shown.find("/etc/odbcinst.ini"), std::string::npos) << shown;
     EXPECT_EQ(run({"paths", "-q"}), "0\n~/.odbc.ini\n~/.odbcinst.ini\n");
     const Json object = json({"paths"});
-    EXPECT_EQ(object["files"][1]["path"], home_.file(".odbcinst.ini"));
-    EXPECT_EQ(object["files"][1]["candidates"][0]["wins"], true);
-    EXPECT_EQ(object["files"][1]["candidates"][0]["rights"].get<std::string>().substr(0, 10), "-rw-------");
+    EXPECT_EQ(object["files"][2]["path"], home_.file(".odbcinst.ini"));
+    EXPECT_EQ(object["files"][2]["candidates"][0]["wins"], true);
+    EXPECT_EQ(object["files"][2]["candidates"][0]["rights"].get<std::string>().substr(0, 10), "-rw-------");
 }
 
 TEST_F(DoctorCommands, LintLooksAtTheTwoFilesOrAtThoseGiven) {

@@ -128,9 +128,7 @@ TEST(SyntaxChecks, TakeAnyBytes) {
 
 class FileChecks : public testing::Test {
 protected:
-    std::string told() const {
-        return replaced(brief(checkFiles(model::configPlaces(home_.file("etc")))), home_.path(), "~");
-    }
+    std::string told() const { return replaced(brief(checkFiles(model::configPlaces())), home_.path(), "~"); }
 
     DoctorHome home_;
 };
@@ -180,14 +178,26 @@ TEST_F(FileChecks, ADirectoryThatIsNotThereIsNoFileThatTheFirstWriteMakes) {
               "nothing can be read or written there.\n");
 }
 
-TEST_F(FileChecks, AFileForAllUsersIsToldAsIgnored) {
-    std::filesystem::create_directory(home_.file("etc"));
+TEST_F(FileChecks, AFileOfTheSystemsIsToldAsOneThatTheOlderLibraryDoesNotRead) {
     home_.put(".odbc.ini", "");
     home_.put(".odbcinst.ini", "");
-    home_.put("etc/odbcinst.ini", "[X]\n");
+    home_.putSystem("odbcinst.ini", "[X]\n");
     EXPECT_EQ(told(),
-              "files.system-wide-ignored ~/etc/odbcinst.ini: ~/etc/odbcinst.ini is there; this library reads no file "
-              "for all users.\n");
+              "files.system-wide-ignored ~.etc/odbcinst.ini: ~.etc/odbcinst.ini is there, the system's: programs that "
+              "use libodbcinst.so.1 do not read it.\n");
+    // With one file for both there is nothing to tell.
+    ::setenv("ODBCINSTINI", home_.systemFile("odbcinst.ini").c_str(), 1);
+    EXPECT_EQ(told().find("files.system-wide-ignored"), std::string::npos) << told();
+}
+
+TEST_F(FileChecks, AFileOfTheSystemsWithPasswordsForEverybodyIsTold) {
+    home_.put(".odbc.ini", "");
+    home_.put(".odbcinst.ini", "");
+    home_.putSystem("odbc.ini", "[A]\nPWD=geheim\n");
+    EXPECT_EQ(told().find("files.password-open ~.etc/odbc.ini: ~.etc/odbc.ini (-rw-r--r-- "), 0U) << told();
+    std::filesystem::remove(home_.systemFile("odbc.ini"));
+    std::filesystem::create_directory(home_.systemFile("odbc.ini"));
+    EXPECT_EQ(told().find("files.not-regular ~.etc/odbc.ini: "), 0U) << told();
 }
 
 TEST_F(FileChecks, ADirectoryAPipeAndLinksThatLeadNowhereAreTold) {
@@ -223,7 +233,7 @@ protected:
     std::string told(const std::string& sources, const std::string& drivers) {
         home_.put(".odbc.ini", sources);
         home_.put(".odbcinst.ini", drivers);
-        Findings findings = lint(model::Configuration::read(), home_.file("etc"));
+        Findings findings = lint(model::Configuration::read());
         std::erase_if(findings, [](const Finding& each) { return !each.id.starts_with("names."); });
         return home_.dump(findings);
     }

@@ -8,6 +8,7 @@
 
 #include "jxutl/ini/child_process.h"
 #include "model_fixture.h"
+#include "odbcadmin/model/text.h"
 
 namespace jx::model::test {
 namespace {
@@ -240,10 +241,9 @@ TEST_F(ConfigurationTest, AFileThatMayNotBeReadSaysSo) {
     chmod(home_.file(".odbcinst.ini").c_str(), 0);
     EXPECT_TRUE(jx::ini::test::passesAsNobody([&] {
         const Configuration configuration = Configuration::read();
-        EXPECT_EQ(
-            told(configuration.trouble(FileKind::drivers)),
-            "file trouble: Cannot open ~/.odbcinst.ini: Permission denied | Look at the rights of the file and of "
-            "its directory: ls -ld.");
+        EXPECT_EQ(told(configuration.trouble(FileKind::drivers)),
+                  "no right: Cannot open ~/.odbcinst.ini: Permission denied | Look at the rights of the file and of "
+                  "its directory: ls -ld.");
     }));
 }
 
@@ -278,6 +278,67 @@ TEST_F(ConfigurationTest, OfSeveralFilesTheFirstThatKnowsANameAnswers) {
     EXPECT_EQ(configuration.sectionNames(FileKind::dataSources), (std::vector<std::string>{"One", "ONE", "Two"}));
 }
 
+// A section is never put together from two files: the list may stand in the one and the section in the other.
+TEST_F(ConfigurationTest, AListAndASectionOfTwoFilesAreOneDataSource) {
+    home_.put(".odbc.ini", "[ODBC Data Sources]\nSales=Plain\n[Stock]\nServer=db1\n");
+    home_.putSystem("odbc.ini", "[Sales]\nDriver=/x.so\n[Stock]\nDriver=/y.so\nPWD=x\n[ODBC]\nTrace=1\n");
+    const Configuration configuration = Configuration::read(Scopes());
+    const auto sales = configuration.dataSource("sales");
+    ASSERT_TRUE(sales);
+    EXPECT_EQ(sales->file->scope, Scope::system);
+    EXPECT_EQ(sales->listed.where(), home_.file(".odbc.ini") + ":2");
+    EXPECT_EQ(sales->library.where(), home_.systemFile("odbc.ini") + ":2");
+    const auto stock = configuration.dataSource("Stock");
+    ASSERT_TRUE(stock);
+    EXPECT_FALSE(stock->library);
+    EXPECT_EQ(stock->section->value("PWD"), "");
+    EXPECT_EQ(stock->hides.where(), home_.systemFile("odbc.ini") + ":3");
+    // Its section answers, and has no Driver.
+    EXPECT_EQ(namesOf(configuration.dataSources()), (std::vector<std::string>{"Sales"}));
+    EXPECT_EQ(namesOf(configuration.hiddenDataSources()), (std::vector<std::string>{"Stock"}));
+}
+
+TEST_F(ConfigurationTest, TheScopesThatAreAskedForAreRead) {
+    home_.putSystem("odbc.ini", "[ODBC Data Sources]\nSALES=Wide\nStock=Wide\n[SALES]\nDriver=/x.so\n");
+    home_.putSystem("odbcinst.ini", "[ODBC Drivers]\nWide=Installed\nplain=Installed\n[Wide]\nDriver=/w.so\n");
+    const struct {
+        Scopes scopes;
+        const char* sources;
+        const char* drivers;
+    } rows[] = {
+        {{}, "Sales Accounts Stock", "Plain Wide"},
+        {{Seen::user, Seen::user}, "Sales Accounts", "Plain"},
+        {{Seen::user, Seen::both}, "Sales Accounts", "Plain Wide"},
+        {{Seen::system, Seen::system}, "SALES Stock", "Wide plain"},
+    };
+    for (const auto& row : rows) {
+        const Configuration configuration = Configuration::read(row.scopes);
+        EXPECT_EQ(joined(namesOf(configuration.dataSources()), " "), row.sources);
+        EXPECT_EQ(joined(namesOf(configuration.drivers()), " "), row.drivers);
+    }
+}
+
+TEST_F(ConfigurationTest, AFileThatBothScopesHaveIsReadOnce) {
+    setenv("ODBCINSTINI", home_.file(".odbcinst.ini").c_str(), 1);
+    const Configuration both = Configuration::read(Scopes());
+    EXPECT_EQ(both.files(FileKind::drivers).size(), 1U);
+    EXPECT_EQ(both.driver("Plain")->file->scope, Scope::user);
+    EXPECT_EQ(Configuration::read({Seen::system, Seen::system}).driver("Plain")->file->scope, Scope::system);
+}
+
+TEST_F(ConfigurationTest, ASystemsFileThatCannotBeReadLeavesTheUsersToAnswer) {
+    mkdir(home_.systemFile("odbc.ini").c_str(), 0700);
+    const Configuration configuration = Configuration::read(Scopes());
+    EXPECT_EQ(told(configuration.trouble()), "");
+    ASSERT_EQ(configuration.furtherTroubles().size(), 1U);
+    EXPECT_EQ(configuration.furtherTroubles()[0].fact,
+              "Cannot open " + home_.systemFile("odbc.ini") + ": Is a directory");
+    EXPECT_TRUE(configuration.dataSource("Sales"));
+    EXPECT_EQ(told(Configuration::read({Seen::system, Seen::system}).trouble(FileKind::dataSources)),
+              "file trouble: Cannot open ~.etc/odbc.ini: Is a directory | There must be a file at this place, or "
+              "nothing.");
+}
+
 TEST_F(ConfigurationTest, WhatWasFoundStaysGoodWhenTheConfigurationIsMoved) {
     Configuration configuration = Configuration::read();
     const auto source = configuration.dataSource("Sales");
@@ -303,15 +364,27 @@ TEST_F(ConfigurationTest, WhatIsNotThereComesWithNearNames) {
               "list and odbcadmin driver list.");
 }
 
-TEST_F(ConfigurationTest, WhatStandsInTheFileForAllUsersOnlyIsSaidToStandThere) {
-    std::filesystem::create_directory(home_.file("etc"));
-    home_.put("etc/odbc.ini", "[Wide One]\nDriver=/x.so\n");
-    const Configuration configuration = Configuration::read();
-    EXPECT_EQ(told(noDataSource(configuration, "wide one", home_.file("etc"))),
-              "not found: The data source wide one stands in ~/etc/odbc.ini only, which this library does not read | "
-              "Add it for this user: odbcadmin dsn add 'wide one' --driver DRIVER KEY=VALUE...");
-    EXPECT_EQ(told(noDataSource(configuration, "x", home_.file("etc"))),
+// What the screens read, which know the user's files only.
+TEST_F(ConfigurationTest, WhatStandsInAFileThatIsNotLookedAtIsSaidToStandThere) {
+    home_.putSystem("odbc.ini", "[Wide One]\nDriver=/x.so\n");
+    home_.putSystem("odbcinst.ini", "[Wide]\nDriver=/x.so\n");
+    const Configuration users = Configuration::read();
+    EXPECT_EQ(
+        told(noDataSource(users, "wide one")),
+        "not found: The data source wide one stands in ~.etc/odbc.ini only, the file of the system | Leave --user "
+        "out to read it; --system changes it.");
+    EXPECT_EQ(told(noDataSource(users, "x")),
               "not found: There is no data source x in ~/.odbc.ini | See odbcadmin dsn list.");
+    EXPECT_EQ(told(noneRegistered(users, kDriverKind, "Wide")),
+              "not found: The driver Wide stands in ~.etc/odbcinst.ini only, the file of the system | Leave --user out "
+              "to read it; --system changes it.");
+    const Configuration systems = Configuration::read({Seen::system, Seen::system});
+    EXPECT_EQ(
+        told(noneRegistered(systems, kDriverKind, "Plain")),
+        "not found: The driver Plain stands in ~/.odbcinst.ini only, the file of the user | Leave --system out, or "
+        "copy it first: see odbcadmin driver copy --help.");
+    EXPECT_EQ(told(noDataSource(Configuration::read(Scopes()), "x")),
+              "not found: There is no data source x in ~/.odbc.ini or ~.etc/odbc.ini | See odbcadmin dsn list.");
 }
 
 TEST_F(ConfigurationTest, TheEnvironmentNamesTheFiles) {

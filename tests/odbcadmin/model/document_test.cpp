@@ -59,10 +59,10 @@ data source Default for Plain
   Driver=/special.so
   Url left out
 )");
-    EXPECT_EQ(made.secretsLeftOut, 2U);
+    EXPECT_EQ(secretsLeftOut(made.document), 2U);
     EXPECT_EQ(namesOf(made.leftOut), (std::vector<std::string>{"Gone"}));
     const Exchange open = documentOf(configuration, Secrets::shown);
-    EXPECT_EQ(open.secretsLeftOut, 0U);
+    EXPECT_EQ(secretsLeftOut(open.document), 0U);
     EXPECT_EQ(open.document.dataSources[0].keys[1].value, "geheim");
 }
 
@@ -151,6 +151,60 @@ TEST_F(DocumentTest, WhenTheSecondFileCannotBeWrittenTheFirstIsNotEither) {
     EXPECT_TRUE(told(result.reason).starts_with("file trouble: ")) << told(result.reason);
     EXPECT_TRUE(result.files.empty());
     EXPECT_EQ(drivers(), kDrivers);
+}
+
+// What stands in both scopes is in the document twice, each in its own.
+TEST_F(DocumentTest, CarriesTheScopeThereAndBack) {
+    home_.putSystem("odbcinst.ini", "[ODBC Drivers]\nPlain=Installed\n\n[Plain]\nDriver=/opt/wide.so\n");
+    home_.putSystem("odbc.ini", "[ODBC Data Sources]\nSales=Plain\n\n[Sales]\nDriver=/opt/wide.so\nServer=db9\n");
+    home_.put(".odbc.ini", "[ODBC Data Sources]\nSales=Plain\n\n[Sales]\nDriver=/opt/libplain.so\nServer=db1\n");
+    home_.put(".odbcinst.ini", "[ODBC Drivers]\nPlain=Installed\n\n[Plain]\nDriver=/opt/libplain.so\n");
+    const std::string before = sources() + drivers() + home_.systemText("odbc.ini") + home_.systemText("odbcinst.ini");
+    const Document document = documentOf(Configuration::read(Scopes()), Secrets::shown).document;
+    ASSERT_EQ(document.dataSources.size(), 2U);
+    EXPECT_EQ(document.dataSources[0].scope, Scope::user);
+    EXPECT_EQ(document.dataSources[1].scope, Scope::system);
+    // The path goes with the driver of its own scope.
+    EXPECT_EQ(dump("data source", document.dataSources),
+              "data source Sales for Plain\n  Server=db1\n"
+              "data source Sales for Plain\n  Server=db9\n");
+    for (const char* name : {".odbc.ini", ".odbcinst.ini"})
+        home_.put(name, "");
+    for (const char* name : {"odbc.ini", "odbcinst.ini"})
+        home_.putSystem(name, "");
+    EXPECT_EQ(told(applyDocument(Configuration::read(Scopes()), document, ChangeWay()).reason), "");
+    EXPECT_EQ(sources() + drivers() + home_.systemText("odbc.ini") + home_.systemText("odbcinst.ini"), before);
+}
+
+TEST_F(DocumentTest, ASystemsDataSourceNeedsADriverThatAllUsersHave) {
+    Document document;
+    document.dataSources.push_back({"Stock", "Plain", {}, Scope::system});
+    EXPECT_EQ(
+        told(applyDocument(Configuration::read(Scopes()), document, ChangeWay()).reason),
+        "not found: The driver Plain stands in ~/.odbcinst.ini only, the file of the user | Leave --system out, or "
+        "copy it first: see odbcadmin driver copy --help.");
+    EXPECT_EQ(home_.systemText("odbc.ini"), "(absent)");
+    document.drivers.push_back({"Plain", "", {{"Driver", "/all.so"}}, Scope::system});
+    EXPECT_EQ(told(applyDocument(Configuration::read(Scopes()), document, ChangeWay()).reason), "");
+    EXPECT_EQ(home_.systemText("odbc.ini"), "[ODBC Data Sources]\nStock=Plain\n\n[Stock]\nDriver=/all.so\n");
+}
+
+TEST_F(DocumentTest, WhatItHasNotIsSuperfluousInItsScopeAndGoesWhenAsked) {
+    home_.putSystem("odbc.ini", "[Stock]\nDriver=/all.so\n\n[ODBC]\nTrace=0\n");
+    Document document;
+    document.dataSources.push_back({"sales", "Plain", {}});
+    document.drivers.push_back({"Plain", "", {{"Driver", "/opt/libplain.so"}}});
+    const Superfluous user = superfluous(document, Scope::user);
+    EXPECT_EQ(user.dataSources, (std::vector<std::string>{"Accounts"}));
+    EXPECT_EQ(user.count(), 1U);
+    const Superfluous system = superfluous(document, Scope::system);
+    EXPECT_EQ(system.dataSources, (std::vector<std::string>{"Stock"}));
+    EXPECT_EQ(told(applyDocument(Configuration::read(Scopes()), document, ChangeWay(), {system}).reason), "");
+    EXPECT_EQ(home_.systemText("odbc.ini"), "[ODBC]\nTrace=0\n");
+    EXPECT_TRUE(Configuration::read().dataSource("Accounts"));
+    EXPECT_EQ(told(applyDocument(Configuration::read(Scopes()), document, ChangeWay(), {user}).reason), "");
+    EXPECT_FALSE(Configuration::read().dataSource("Accounts"));
+    EXPECT_TRUE(Configuration::read().dataSource("Sales"));
 }
 
 }  // namespace

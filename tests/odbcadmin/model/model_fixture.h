@@ -43,6 +43,8 @@ inline const char* kindWord(Reason::Kind kind) {
             return "exists";
         case incomplete:
             return "incomplete";
+        case noRight:
+            return "no right";
         case failed:
             break;
     }

@@ -54,5 +54,25 @@ TEST_F(OnTerminal, ControlCharactersOfAFileDoNotReachIt) {
     }
 }
 
+TEST_F(OnTerminal, WhatIsToBeRemovedIsShownAndAskedFor) {
+    home_.put("none.json", R"({"schema": "odbcadmin/1"})");
+    const std::string before = home_.text(".odbc.ini");
+    const std::string command =
+        "exec " + shellQuoted(JX_ODBCADMIN) + " apply -f " + shellQuoted(home_.file("none.json")) + " --prune user";
+    for (const char* answer : {"\n", "n\n", "\x04"}) {
+        Pty terminal(script(command), {});
+        ASSERT_TRUE(terminal.waitFor("-Sales=Plain"));
+        ASSERT_TRUE(terminal.waitFor("Remove data source Sales, driver Plain? [y/N] "));
+        terminal.send(answer);
+        EXPECT_EQ(terminal.waitForEnd(), "exited 1");
+        EXPECT_EQ(home_.text(".odbc.ini"), before);
+    }
+    Pty terminal(script(command), {});
+    ASSERT_TRUE(terminal.waitFor("[y/N] "));
+    terminal.send("y\n");
+    EXPECT_EQ(terminal.waitForEnd(), "exited 0");
+    EXPECT_EQ(home_.text(".odbc.ini"), "[ODBC Data Sources]\n");
+}
+
 }  // namespace
 }  // namespace jx::test
