@@ -76,6 +76,6 @@ told() { # words command...
     grep -qF -- "$words" "$work/printed" || { cat "$work/printed"; return 1; }
 }
 check "where no libodbcinst.so.2 is found, the doctor says where one is" \
-    told "This product has one: start the program with LD_LIBRARY_PATH=$build/src/jxodbc" without_libraries doctor Tds
+    told "Start programs with odbcadmin run -- PROGRAM." without_libraries doctor Tds
 check "and where one is, which answers" told "$build/src/jxodbc/libodbcinst.so.2 answers it." odbcadmin doctor Tds
 exit $failed

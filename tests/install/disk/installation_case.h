@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "record_text.h"
+#include "../record_text.h"
 #include "test_home.h"
 
 namespace jx::test {

@@ -7,6 +7,11 @@
 #include "odbcadmin/assist/driver_form.h"
 #include "test_home.h"
 
+// The build says where the fixtures of the doctor's tests lie.
+#ifndef JX_DOCTOR_FIXTURES
+#define JX_DOCTOR_FIXTURES "."
+#endif
+
 namespace jx::test {
 
 // DriverFolder: "lib" in a home folder; while it lives, drivers are looked for there, and nowhere afterwards.

@@ -185,7 +185,7 @@ $ odbcadmin dsn set Depot PWD=geheim --system
 [5]
 $ odbcadmin dsn set Depot PWD=geheim --system --open-secrets -q
 $ odbcadmin dsn remove Depot --system -q
-$ odbcadmin driver add Third --lib libthird.so --system
+$ odbcadmin driver add Third --lib libthird.so --no-setup --system
 Added driver Third
 $ odbcadmin driver remove Third
 ! odbcadmin: The driver Third is the system's: a change in ~/.odbcinst.ini would hide all of [Third] in ~.etc/odbcinst.ini

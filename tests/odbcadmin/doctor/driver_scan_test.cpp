@@ -41,7 +41,7 @@ TEST_F(DriverScan, NamesComeFromTemplatesAndFromWhatIsKnown) {
     EXPECT_EQ(
         run({"driver", "scan", libraries()}),
         "0\n"
-        "odbcadmin driver add 'Acme Unicode' --lib ~/usr/lib/odbc/libacme.so --setup ~/usr/lib/libacmeS.so 'Debug=0'\n"
+        "odbcadmin driver add 'Acme Unicode' --lib ~/usr/lib/odbc/libacme.so --setup ~/usr/lib/libacmeS.so Debug=0\n"
         "odbcadmin driver add plain --lib ~/usr/lib/odbc/libplain.so\n"
         "odbcadmin driver add 'PostgreSQL Unicode' --lib ~/usr/lib/odbc/psqlodbcw.so\n--\n");
 }
