@@ -16,19 +16,11 @@
 #include "ini_files.h"
 #include "rounds.h"
 
+namespace jx::bench {
 namespace {
 
-using jx::bench::Folder;
-using jx::bench::IniEntry;
-using jx::bench::IniFile;
-using jx::bench::kDataSourceFile;
-using jx::bench::kDriverFile;
-using jx::bench::Rounds;
-using jx::bench::Stopwatch;
-using jx::bench::Work;
 using Words = std::vector<std::string>;
 
-constexpr double kFailed = -1;
 constexpr double kSecond = 1e9;
 constexpr int kDone = 0;
 constexpr int kFoundErrors = 10;
@@ -79,7 +71,7 @@ std::string gitText(const IniFile& file) {
 
 // Five drivers, which have the library that the data sources name.
 std::string driversText() {
-    std::string text = jx::bench::makeDrivers(5).text;
+    std::string text = makeDrivers(5).text;
     for (std::size_t driver = 0; driver < 5; ++driver)
         if (const std::size_t at = text.find("libsample0000" + std::to_string(driver)); at != std::string::npos)
             text.replace(at, std::string("libsample00000").size(), "libsample");
@@ -90,9 +82,8 @@ std::string driversText() {
 bool fill(const Folder& home, const IniFile& sources) {
     home.becomeHome();
     setenv("GIT_CONFIG_NOSYSTEM", "1", 1);
-    return jx::bench::putFile(home.file(kDataSourceFile), sources.text) &&
-           jx::bench::putFile(home.file(kDriverFile), driversText()) &&
-           jx::bench::putFile(home.file("git.ini"), gitText(sources));
+    return putFile(home.file(kDataSourceFile), sources.text) && putFile(home.file(kDriverFile), driversText()) &&
+           putFile(home.file("git.ini"), gitText(sources));
 }
 
 struct Comparison {
@@ -112,7 +103,7 @@ Words numbered(Words words, int number) {
 
 void compare(benchmark::State& state, const Comparison& comparison) {
     const Folder home;
-    const bool isReady = fill(home, jx::bench::makeDataSources(static_cast<std::size_t>(state.range(0))));
+    const bool isReady = fill(home, makeDataSources(static_cast<std::size_t>(state.range(0))));
     int number = 0;
     Rounds rounds;
     rounds.add("store", [&] {
@@ -158,14 +149,14 @@ void limit(benchmark::State& state, const Work& work, double seconds) {
 
 void commandLintLines(benchmark::State& state) {
     const Folder home;
-    const bool isReady = fill(home, jx::bench::makeDataSources(static_cast<std::size_t>(state.range(0))));
+    const bool isReady = fill(home, makeDataSources(static_cast<std::size_t>(state.range(0))));
     limit(
         state, [&] { return isReady ? runOnce(admin({"lint"}), kDone) : kFailed; }, 1);
 }
 
 void commandDoctorLines(benchmark::State& state) {
     const Folder home;
-    const bool isReady = fill(home, jx::bench::makeDataSources(static_cast<std::size_t>(state.range(0))));
+    const bool isReady = fill(home, makeDataSources(static_cast<std::size_t>(state.range(0))));
     limit(
         state, [&] { return isReady ? runOnce(admin({"doctor"}), kFoundErrors) : kFailed; }, 1);
 }
@@ -174,7 +165,7 @@ void commandDoctorLines(benchmark::State& state) {
 bool makeDocument(const Folder& home, std::size_t dataSources) {
     const std::string line =
         std::string("'") + JX_ODBCADMIN + "' export --show-secrets > '" + home.file("all.json") + "'";
-    return fill(home, jx::bench::makeDataSources(dataSources)) && std::system(line.c_str()) == 0;
+    return fill(home, makeDataSources(dataSources)) && std::system(line.c_str()) == 0;
 }
 
 void commandApply(benchmark::State& state) {
@@ -195,16 +186,16 @@ void commandApply(benchmark::State& state) {
 bool makeScript(const Folder& home, std::size_t drivers) {
     std::string names = "[ODBC Drivers]\n";
     std::string sections;
-    bool isMade = fill(home, jx::bench::makeDataSources(10));
+    bool isMade = fill(home, makeDataSources(10));
     for (std::size_t driver = 0; driver < drivers; ++driver) {
         const std::string name = "Script Driver " + std::to_string(driver);
         const std::string library = "libscript" + std::to_string(driver) + ".so";
         names.append("\"").append(name).append("\"=\n");
         sections.append("\n[").append(name).append("]\n\"Driver\"=1,").append(library);
         sections.append(",,,,2024-03-15,,,NEWER,,,,,,,48211,,,,02.50.00.1234,\n");
-        isMade = isMade && jx::bench::putFile(home.file(library), "");
+        isMade = isMade && putFile(home.file(library), "");
     }
-    return isMade && jx::bench::putFile(home.file("odbc.inf"), names + sections);
+    return isMade && putFile(home.file("odbc.inf"), names + sections);
 }
 
 void commandInstallPreview(benchmark::State& state) {
@@ -229,3 +220,4 @@ BENCHMARK(commandApply)->Arg(16000)->Arg(40000)->UseManualTime()->Unit(benchmark
 BENCHMARK(commandInstallPreview)->Arg(200)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
 
 }  // namespace
+}  // namespace jx::bench

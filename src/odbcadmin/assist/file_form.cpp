@@ -88,10 +88,8 @@ unsigned int filesProcedure(HWND dialog, int message, int wparam, uintptr_t lpar
         show(dialog, formRecord<const Browsing>(dialog).directory);
     } else if (message == WM_COMMAND && (wparam == IDOK || (wparam == kFilesList && notification == LBN_DBLCLK))) {
         take(dialog, formRecord<Browsing>(dialog));
-    } else if (message == WM_COMMAND && wparam == IDCANCEL) {
-        JXW_EndDialog(dialog, 0);
     } else {
-        return 0;
+        return closedByCancel(dialog, message, wparam);
     }
     return 1;
 }

@@ -17,10 +17,8 @@ unsigned int filterProcedure(HWND dialog, int message, int wparam, uintptr_t lpa
     } else if (message == WM_COMMAND && wparam == IDOK) {
         formRecord<std::string>(dialog) = fieldText(dialog, kLineText);
         JXW_EndDialog(dialog, 1);
-    } else if (message == WM_COMMAND && wparam == IDCANCEL) {
-        JXW_EndDialog(dialog, 0);
     } else {
-        return 0;
+        return closedByCancel(dialog, message, wparam);
     }
     return 1;
 }

@@ -81,6 +81,13 @@ int showForm(unsigned short form, HWND owner, JxwProcedure procedure, void* reco
     return isRegistered ? JXW_DialogBox(kFormModule, form, owner, procedure, record) : -1;
 }
 
+unsigned int closedByCancel(HWND dialog, int message, int wparam) {
+    const bool isCancel = message == WM_COMMAND && wparam == IDCANCEL;
+    if (isCancel)
+        JXW_EndDialog(dialog, 0);
+    return isCancel ? 1 : 0;
+}
+
 void keepFormRecord(HWND dialog, uintptr_t record) {
     JXW_SetProp(dialog, kRecord, record);
 }

@@ -53,6 +53,9 @@ inline constexpr unsigned short kFilesList = 62;
 // may be 0. The record is what WM_INITDIALOG gets.
 int showForm(unsigned short form, HWND owner, JxwProcedure procedure, void* record);
 
+// What a procedure returns for a message that it does not know: Cancel ends the dialog with 0.
+unsigned int closedByCancel(HWND dialog, int message, int wparam);
+
 // Keeps that record with the dialog, and gives it back.
 void keepFormRecord(HWND dialog, uintptr_t record);
 uintptr_t keptFormRecord(HWND dialog);

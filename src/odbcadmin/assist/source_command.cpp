@@ -104,10 +104,8 @@ unsigned int nameProcedure(HWND dialog, int message, int wparam, uintptr_t lpara
             return 1;
         wish.source.name = fieldText(dialog, kLineText);
         JXW_EndDialog(dialog, 1);
-    } else if (message == WM_COMMAND && wparam == IDCANCEL) {
-        JXW_EndDialog(dialog, 0);
     } else {
-        return 0;
+        return closedByCancel(dialog, message, wparam);
     }
     return 1;
 }

@@ -34,10 +34,8 @@ unsigned int valuesProcedure(HWND dialog, int message, int wparam, uintptr_t lpa
     if (message == WM_INITDIALOG) {
         keepFormRecord(dialog, lparam);
         fillValues(dialog, formRecord<const std::string>(dialog));
-    } else if (message == WM_COMMAND && wparam == IDCANCEL) {
-        JXW_EndDialog(dialog, 0);
     } else {
-        return 0;
+        return closedByCancel(dialog, message, wparam);
     }
     return 1;
 }

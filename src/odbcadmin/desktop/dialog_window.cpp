@@ -18,11 +18,7 @@ namespace jx::desktop {
 
 namespace {
 
-constexpr int kHelpHeight = 58;
-constexpr int kLowHelpHeight = 32;
-constexpr int kHelpMargin = 8;
-constexpr int kHelpTextSize = 12;
-constexpr int kLeastWindow = 200;
+constexpr int kHelpHeight = 58, kLowHelpHeight = 32, kHelpMargin = 8, kHelpTextSize = 12, kLeastWindow = 200;
 
 // A window opens at this share of the screen's height at most when its list is long.
 constexpr double kShareForList = 0.8;

@@ -16,10 +16,7 @@ namespace jx::desktop {
 
 namespace {
 
-constexpr int kKeyHeight = 26;
-constexpr int kKeyMargin = 3;
-constexpr int kKeyPadding = 4;
-constexpr int kKeyTextSize = 12;
+constexpr int kKeyHeight = 26, kKeyMargin = 3, kKeyPadding = 4, kKeyTextSize = 12;
 
 int textWidth(const Fl_Widget& button) {
     fl_font(button.labelfont(), button.labelsize());

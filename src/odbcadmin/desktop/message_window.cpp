@@ -17,13 +17,8 @@ namespace jx::desktop {
 
 namespace {
 
-constexpr int kTextWidth = 460;
-constexpr int kBoxMargin = 16;
-constexpr int kSignWidth = 40;
-constexpr int kSignTextSize = 24;
-constexpr int kButtonWidth = 90;
-constexpr int kButtonHeight = 28;
-constexpr int kTextMargin = 4;
+constexpr int kTextWidth = 460, kBoxMargin = 16, kSignWidth = 40, kSignTextSize = 24, kButtonWidth = 90,
+              kButtonHeight = 28, kTextMargin = 4;
 
 // The text's own scroll bar may take this much of its width; a text that needs none is a little narrower then.
 int widthOfLines(int width) {

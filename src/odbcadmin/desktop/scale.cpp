@@ -12,9 +12,7 @@ namespace jx::desktop {
 namespace {
 
 constexpr int kDotsOfUnit = 2;
-constexpr double kUsualDpi = 96;
-constexpr double kLeastScale = 0.5;
-constexpr double kMostScale = 8;
+constexpr double kUsualDpi = 96, kLeastScale = 0.5, kMostScale = 8;
 
 double currentScale = 1;
 

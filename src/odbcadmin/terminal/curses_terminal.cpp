@@ -22,9 +22,7 @@ namespace jx::terminal {
 
 namespace {
 
-constexpr short kBarPair = 1;
-constexpr short kSelectedPair = 2;
-constexpr short kAlarmPair = 3;
+constexpr short kBarPair = 1, kSelectedPair = 2, kAlarmPair = 3;
 
 // How long the next byte of an escape sequence may take to arrive, in milliseconds: slow lines tear them apart.
 constexpr int kEscapeDelay = 300;

@@ -8,21 +8,16 @@ namespace jx::terminal {
 
 namespace {
 
-constexpr int kUnitsPerColumn = 4;
-constexpr int kUnitsPerLine = 8;
+constexpr int kUnitsPerColumn = 4, kUnitsPerLine = 8;
 
 // What a dialog that grows leaves free around its frame, and the columns of the widest one with that.
-constexpr int kBesideFrame = 4;
-constexpr int kAboveFrame = 1;
-constexpr int kWidestDialog = 140;
+constexpr int kBesideFrame = 4, kAboveFrame = 1, kWidestDialog = 140;
 
 // A list across the dialog has at most this beside it.
 constexpr int kMostBeside = 4;
 
 // What a list or a field that shrinks keeps.
-constexpr int kLeastListColumns = 20;
-constexpr int kLeastListLines = 4;
-constexpr int kLeastFieldColumns = 12;
+constexpr int kLeastListColumns = 20, kLeastListLines = 4, kLeastFieldColumns = 12;
 
 int nearest(int units, int perCell) {
     return units >= 0 ? (units + perCell / 2) / perCell : -((-units + perCell / 2) / perCell);

@@ -5,14 +5,10 @@ namespace jx::terminal {
 
 namespace {
 
-constexpr int kWidest = 64;
-constexpr int kButtonWidth = 10;
-constexpr int kButtonGap = 2;
-constexpr int kWheelLines = 3;
+constexpr int kWidest = 64, kButtonWidth = 10, kButtonGap = 2, kWheelLines = 3;
 
 // On a screen of fewer lines no line above the buttons is free, on one of fewer columns there is no sign.
-constexpr int kFewLines = 8;
-constexpr int kFewColumns = 30;
+constexpr int kFewLines = 8, kFewColumns = 30;
 
 }  // namespace
 

@@ -17,11 +17,7 @@
 namespace jx::assist::test {
 namespace {
 
-using jx::test::Action;
-using jx::test::press;
-using jx::test::ScriptedUser;
-using jx::test::selectRow;
-using jx::test::type;
+using jx::test::Action, jx::test::press, jx::test::ScriptedUser, jx::test::selectRow, jx::test::type;
 
 class Help : public testing::Test {
 protected:

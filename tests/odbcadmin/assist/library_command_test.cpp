@@ -16,13 +16,8 @@
 namespace jx::assist::test {
 namespace {
 
-using jx::test::Action;
-using jx::test::call;
-using jx::test::doubleClick;
-using jx::test::press;
-using jx::test::ScriptedUser;
-using jx::test::selectRow;
-using jx::test::type;
+using jx::test::Action, jx::test::call, jx::test::doubleClick, jx::test::press, jx::test::ScriptedUser,
+    jx::test::selectRow, jx::test::type;
 
 const std::string kPlain = "[ODBC Drivers]\nPlain=Installed\n[Plain]\nDriver=/opt/plain.so\n";
 const std::string kSales = "[ODBC Data Sources]\nSales=Plain\n[Sales]\nDriver=/opt/plain.so\nServer=db1\n";

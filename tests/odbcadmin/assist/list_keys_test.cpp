@@ -20,12 +20,7 @@
 namespace jx::assist::test {
 namespace {
 
-using jx::test::Action;
-using jx::test::call;
-using jx::test::press;
-using jx::test::ScriptedUser;
-using jx::test::selectRow;
-using jx::test::type;
+using jx::test::Action, jx::test::call, jx::test::press, jx::test::ScriptedUser, jx::test::selectRow, jx::test::type;
 
 using Lines = std::vector<std::string>;
 
