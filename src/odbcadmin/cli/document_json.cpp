@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <unordered_set>
 
+#include "odbcadmin/model/trace_settings.h"
 #include "rules/names.h"
 #include "rules/utf8.h"
 
@@ -23,11 +24,12 @@ public:
 
     std::optional<Document> document(const Json& json) {
         Document document;
-        const bool good = isObject(json, "the document") &&
-                          hasOnly(json, {"schema", "drivers", "translators", "dataSources"}, "the document") &&
-                          schema(json) && entries(json, "drivers", rules::kDriver, document.drivers) &&
-                          entries(json, "translators", rules::kTranslator, document.translators) &&
-                          entries(json, "dataSources", nullptr, document.dataSources);
+        const bool good =
+            isObject(json, "the document") &&
+            hasOnly(json, {"schema", "drivers", "translators", "dataSources", "tracing"}, "the document") &&
+            schema(json) && entries(json, "drivers", rules::kDriver, document.drivers) &&
+            entries(json, "translators", rules::kTranslator, document.translators) &&
+            entries(json, "dataSources", nullptr, document.dataSources) && tracing(json, document.tracing);
         return good ? std::optional(document) : std::nullopt;
     }
 
@@ -118,6 +120,30 @@ private:
                (hasKey(entry, library) || fail(what + " has no key \"" + library + "\""));
     }
 
+    // The settings of each scope, which have keys of their own only and no name.
+    bool tracing(const Json& json, std::vector<DocumentEntry>& all) {
+        const auto found = json.find("tracing");
+        if (found == json.end())
+            return true;
+        if (!found->is_array())
+            return fail("\"tracing\" is not a list");
+        for (std::size_t i = 0; i < found->size(); ++i) {
+            const std::string what = "tracing[" + std::to_string(i) + "]";
+            DocumentEntry entry;
+            const Json& object = (*found)[i];
+            if (!isObject(object, what) || !hasOnly(object, {"scope", "keys"}, what) ||
+                !scope(object, what, entry.scope) || !keys(object, what, entry.keys))
+                return false;
+            for (const DocumentKey& key : entry.keys)
+                if (!model::isTraceKey(key.name) || !key.value)
+                    return fail("key \"" + key.name + "\" of " + what + " is not a setting of tracing");
+            if (std::any_of(all.begin(), all.end(), [&](const auto& each) { return each.scope == entry.scope; }))
+                return fail(what + ": this scope is there twice");
+            all.push_back(std::move(entry));
+        }
+        return true;
+    }
+
     static bool hasKey(const DocumentEntry& entry, const char* library) {
         return std::any_of(entry.keys.begin(), entry.keys.end(), [&](const DocumentKey& key) {
             return rules::sameName(key.name, library) && key.value && !key.value->empty();
@@ -158,7 +184,9 @@ Json entryJson(const DocumentEntry& entry, std::string& notText) {
             notText = "key " + key.name;
         keys[key.name] = key.value ? Json(*key.value) : Json();
     }
-    Json json{{"name", entry.name}};
+    Json json = Json::object();
+    if (!entry.name.empty())
+        json["name"] = entry.name;
     if (entry.scope == model::Scope::system)
         json["scope"] = scopeWord(entry.scope);
     if (!entry.driver.empty())
@@ -182,9 +210,12 @@ Json documentJson(const Document& document, std::string& notText) {
             list.push_back(entryJson(entry, notText));
         return list;
     };
-    return {{"drivers", listJson(document.drivers)},
-            {"translators", listJson(document.translators)},
-            {"dataSources", listJson(document.dataSources)}};
+    Json json{{"drivers", listJson(document.drivers)},
+              {"translators", listJson(document.translators)},
+              {"dataSources", listJson(document.dataSources)}};
+    if (!document.tracing.empty())
+        json["tracing"] = listJson(document.tracing);
+    return json;
 }
 
 }  // namespace jx::cli

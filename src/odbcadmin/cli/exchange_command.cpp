@@ -87,7 +87,7 @@ ExitCode askToRemove(const Session& session, const Line& line, const model::Supe
 // What --user and --system leave of a document.
 std::size_t keepScopes(const Session& session, model::Document& document) {
     std::size_t leftOut = 0;
-    for (auto* entries : {&document.drivers, &document.translators, &document.dataSources})
+    for (auto* entries : {&document.drivers, &document.translators, &document.dataSources, &document.tracing})
         leftOut +=
             std::erase_if(*entries, [&](const model::DocumentEntry& each) { return !session.isAbout(each.scope); });
     return leftOut;
@@ -147,6 +147,7 @@ void keepOnly(const std::vector<std::string>& names, model::Exchange& made) {
     std::erase_if(made.leftOut, std::not_fn(isNamed));
     std::erase_if(document.dataSources, std::not_fn(isNamed));
     std::erase_if(document.translators, std::not_fn(isNamed));
+    document.tracing.clear();
     std::erase_if(document.drivers, [&](const model::DocumentEntry& driver) {
         const auto uses = [&](const auto& source) { return rules::sameName(source.driver, driver.name); };
         return !isNamed(driver) && std::none_of(document.dataSources.begin(), document.dataSources.end(), uses);

@@ -5,6 +5,7 @@
 
 #include "odbcadmin/model/data_source_change.h"
 #include "odbcadmin/model/registration.h"
+#include "odbcadmin/model/trace_settings.h"
 #include "rules/names.h"
 #include "rules/secrets.h"
 
@@ -33,6 +34,17 @@ std::vector<DocumentEntry> registeredOf(const std::vector<Registered>& all, Secr
     for (const Registered& each : all)
         if (each.library)
             entries.push_back({each.name, {}, keysOf(each.section, {}, secrets), each.file->scope});
+    return entries;
+}
+
+std::vector<DocumentEntry> tracingOf(const Configuration& configuration) {
+    std::vector<DocumentEntry> entries;
+    for (const ConfigFile* file : configuration.files(FileKind::dataSources)) {
+        std::vector<DocumentKey> keys = keysOf(file->view.section(rules::kSettings), {}, Secrets::shown);
+        std::erase_if(keys, [](const DocumentKey& key) { return !isTraceKey(key.name); });
+        if (!keys.empty())
+            entries.push_back({{}, {}, std::move(keys), file->scope});
+    }
     return entries;
 }
 
@@ -175,6 +187,9 @@ ChangeResult Share::writeDataSources(const ChangeWay& way) const {
         if (isMine(source))
             composeDataSource(change, {source.name, source.driver, pairsOf(source)}, libraryFor(source, around),
                               OtherKeys::keep);
+    for (const DocumentEntry& settings : around.document.tracing)
+        if (isMine(settings))
+            change.set(rules::kSettings, pairsOf(settings));
     return change.finish();
 }
 
@@ -221,6 +236,7 @@ Exchange documentOf(const Configuration& configuration, Secrets secrets) {
         else
             made.leftOut.push_back(source);
     }
+    made.document.tracing = tracingOf(configuration);
     return made;
 }
 

@@ -32,6 +32,7 @@ struct Document {
     std::vector<DocumentEntry> drivers;
     std::vector<DocumentEntry> translators;
     std::vector<DocumentEntry> dataSources;
+    std::vector<DocumentEntry> tracing{};  // the settings of each scope that has some; entries without a name
 };
 
 struct Exchange {

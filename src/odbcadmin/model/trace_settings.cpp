@@ -11,9 +11,9 @@ namespace jx::model {
 
 namespace {
 
-constexpr const char* kTrace = "Trace";
-constexpr const char* kTraceAutoStop = "TraceAutoStop";
-constexpr const char* kTraceFile = "TraceFile";
+constexpr const char* kTrace = kTraceKeys[0];
+constexpr const char* kTraceAutoStop = kTraceKeys[1];
+constexpr const char* kTraceFile = kTraceKeys[2];
 constexpr const char* kUsualTraceFile = "sql.log";
 
 // The dialog writes numbers; words are what people write.
@@ -25,6 +25,11 @@ bool isOn(const std::string& value) {
 }
 
 }  // namespace
+
+bool isTraceKey(std::string_view key) {
+    return std::any_of(kTraceKeys.begin(), kTraceKeys.end(),
+                       [&](const char* known) { return rules::sameName(key, known); });
+}
 
 TraceSettings traceSettings(const Configuration& configuration) {
     const Located trace = configuration.setting(kTrace);

@@ -1,12 +1,18 @@
 // The settings of section "ODBC" by which a driver manager traces calls, as the Options dialog writes them.
 #pragma once
 
+#include <array>
 #include <string>
+#include <string_view>
 
 #include "odbcadmin/model/configuration.h"
 #include "odbcadmin/model/file_change.h"
 
 namespace jx::model {
+
+// The keys of these settings.
+inline constexpr std::array kTraceKeys{"Trace", "TraceAutoStop", "TraceFile"};
+bool isTraceKey(std::string_view key);
 
 struct TraceSettings {
     bool isOn = false;

@@ -351,7 +351,7 @@ would change: ~/.odbcinst.ini, ~/.odbc.ini
 [9]
 $ odbcadmin apply -f all.json --system
 Applied 1 driver, 0 translators, 2 data sources
-! odbcadmin: 3 entries of the other scope left out
+! odbcadmin: 4 entries of the other scope left out
 $ odbcadmin apply -f stock.json --prune both
 ! odbcadmin: --prune takes user or system, not both
 !   It removes what the document has not, from the files of that scope.

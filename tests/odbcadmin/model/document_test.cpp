@@ -74,6 +74,14 @@ TEST_F(DocumentTest, AppliedToTheFilesItWasMadeOfItChangesNothing) {
     }
 }
 
+TEST_F(DocumentTest, TakesTheSettingsOfTracingAlongAndNothingElseOfTheirSection) {
+    home_.put(".odbc.ini", "[ODBC]\nTrace=1\nTraceFile=/tmp/a.log\nOther=x\n");
+    const Document document = documentOf(Configuration::read(), Secrets::masked).document;
+    home_.put(".odbc.ini", "[ODBC]\nTrace=0\nOther=y\n");
+    EXPECT_EQ(apply(document), "");
+    EXPECT_EQ(sources(), "[ODBC]\nTrace=1\nOther=y\nTraceFile=/tmp/a.log\n");
+}
+
 TEST_F(DocumentTest, AppliedElsewhereItMakesTheSame) {
     const Document document = documentOf(Configuration::read(), Secrets::shown).document;
     home_.put(".odbc.ini", "");
@@ -81,7 +89,7 @@ TEST_F(DocumentTest, AppliedElsewhereItMakesTheSame) {
     EXPECT_EQ(apply(document), "");
     EXPECT_EQ(sources(),
               "[ODBC Data Sources]\nSales=Plain\nAccounts=Plain\n\n[Sales]\nDriver=/opt/libplain.so\nServer=db1\n"
-              "PWD=geheim\n\n[Accounts]\nDriver=/opt/libplain.so\n");
+              "PWD=geheim\n\n[Accounts]\nDriver=/opt/libplain.so\n\n[ODBC]\nTrace=0\n");
     EXPECT_EQ(drivers(), kDrivers);
 }
 
