@@ -4,11 +4,6 @@
 # Usage: files_test.sh CMAKE BUILD
 . "$(dirname "$0")/install.sh"
 cd "$prefix"
-failed=0
-fail() {
-    echo "$1"
-    failed=1
-}
 
 libraries="lib/libodbcinst.so.1 lib/libjxutl08.so lib/libjxsetup.so"
 second=lib/jxodbc/libodbcinst.so.2

@@ -14,3 +14,10 @@ trap 'rm -rf "$work"' EXIT
 prefix=$work/moved
 mv "$work/first" "$prefix"
 unset ODBCINI ODBCINSTINI LD_LIBRARY_PATH
+
+# Reports what is wrong; the test goes on, and ends with $failed.
+failed=0
+fail() {
+    echo "$1"
+    failed=1
+}

@@ -3,11 +3,6 @@
 # Usage: odbcadmin_test.sh CMAKE BUILD
 . "$(dirname "$0")/install.sh"
 cd "$prefix"
-failed=0
-fail() {
-    echo "$1"
-    failed=1
-}
 
 for file in share/man/man1/odbcadmin.1 share/bash-completion/completions/odbcadmin share/zsh/site-functions/_odbcadmin \
     share/fish/vendor_completions.d/odbcadmin.fish share/jxodbc/drivers/postgresql.ini share/doc/jxodbc/docs/odbcadmin.md; do

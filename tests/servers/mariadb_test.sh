@@ -23,12 +23,7 @@ mariadbd=("${ordinary[@]}" LD_LIBRARY_PATH="$own_libraries" "$work/usr/sbin/mari
 }
 "${mariadbd[@]}" --port="$port" --bind-address=127.0.0.1 --socket="$data/socket" --character-set-server=utf8mb4 >"$work/server" 2>&1 &
 server=$!
-started+=("$server")
-listens() { exec 9<>"/dev/tcp/127.0.0.1/$port" && exec 9>&-; }
-until_ready "$server" listens || {
-    cat "$work/server"
-    exit 1
-}
+await_server "$server"
 
 template=$fetched/usr/share/odbc-mariadb/odbcinst.ini.template
 driver=$drivers/libmaodbc.so

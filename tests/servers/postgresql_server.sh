@@ -17,9 +17,4 @@ own_libraries=$work/usr/lib/$(basename "$libraries")
 "${ordinary[@]}" LD_LIBRARY_PATH="$own_libraries" "$bin/postgres" -D "$data" -p "$port" -c listen_addresses=127.0.0.1 \
     -c unix_socket_directories="$data" -c fsync=off >"$work/server" 2>&1 &
 server=$!
-started+=("$server")
-listens() { exec 9<>"/dev/tcp/127.0.0.1/$port" && exec 9>&-; }
-until_ready "$server" listens || {
-    cat "$work/server"
-    exit 1
-}
+await_server "$server"

@@ -50,6 +50,16 @@ until_ready() { # pid command...
     done
 }
 
+# Waits until a server that writes to $work/server listens on $port; it is ended with the test.
+listens() { exec 9<>"/dev/tcp/127.0.0.1/$port" && exec 9>&-; }
+await_server() { # pid
+    started+=("$1")
+    until_ready "$1" listens || {
+        cat "$work/server"
+        exit 1
+    }
+}
+
 failed=0
 check() { # what command...
     local what=$1

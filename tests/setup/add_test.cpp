@@ -11,12 +11,7 @@ using jx::test::kDriver;
 using jx::test::list;
 using jx::test::TestHome;
 
-class SetupAdd : public jx::test::SetupLibrary {
-protected:
-    BOOL add(const std::string& attributes, const char* driver = kDriver) const {
-        return configure(ODBC_ADD_DSN, attributes, driver);
-    }
-};
+class SetupAdd : public jx::test::SetupLibrary {};
 
 constexpr char kTwoDataSources[] =
     "; mine\n"

@@ -11,18 +11,8 @@ using jx::test::installedDriver;
 using jx::test::kDriver;
 using jx::test::list;
 
-class SetupChange : public jx::test::SetupLibrary {
-protected:
-    BOOL change(const std::string& attributes, const char* driver = kDriver) const {
-        return configure(ODBC_CONFIG_DSN, attributes, driver);
-    }
-};
-
-class SetupRemove : public jx::test::SetupLibrary {
-protected:
-    BOOL remove(const std::string& attributes) const { return configure(ODBC_REMOVE_DSN, attributes); }
-};
-
+class SetupChange : public jx::test::SetupLibrary {};
+class SetupRemove : public jx::test::SetupLibrary {};
 class SetupRoutines : public jx::test::SetupLibrary {};
 
 constexpr char kSales[] =

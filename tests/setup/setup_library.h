@@ -30,6 +30,13 @@ protected:
 
     // Calls the library's ConfigDSN itself, without a window unless one is given.
     BOOL configure(WORD request, const std::string& attributes, const char* driver = kDriver, HWND window = 0) const;
+    BOOL add(const std::string& attributes, const char* driver = kDriver) const {
+        return configure(ODBC_ADD_DSN, attributes, driver);
+    }
+    BOOL change(const std::string& attributes, const char* driver = kDriver) const {
+        return configure(ODBC_CONFIG_DSN, attributes, driver);
+    }
+    BOOL remove(const std::string& attributes) const { return configure(ODBC_REMOVE_DSN, attributes); }
 
     std::string dataSources() const { return home.text(".odbc.ini"); }
     std::string drivers() const { return home.text(".odbcinst.ini"); }

@@ -72,13 +72,13 @@ ExitCode runCheck(const Session& session, const model::Configuration& configurat
 }  // namespace
 
 void addDriverCheck(CLI::App& app, Session& session) {
-    addVerb(app, session, "driver check", "Check that the libraries of drivers load and are what they should be",
-            "odbcadmin driver check\nodbcadmin driver check SQLite3\n"
-            "odbcadmin driver check /opt/acme/lib/libacmeodbc.so")
-        .operand("DRIVER|PATH", "Drivers, or libraries by their paths; all drivers without any", kAny, Complete::driver)
-        .timeout("Seconds that a library may take to load (10)")
-        .thisSystemOnly()
-        .onRead(Needs::nothing, runCheck);
+    onTrial(
+        addVerb(app, session, "driver check", "Check that the libraries of drivers load and are what they should be",
+                "odbcadmin driver check\nodbcadmin driver check SQLite3\n"
+                "odbcadmin driver check /opt/acme/lib/libacmeodbc.so")
+            .operand("DRIVER|PATH", "Drivers, or libraries by their paths; all drivers without any", kAny,
+                     Complete::driver),
+        "Seconds that a library may take to load (10)", runCheck);
 }
 
 }  // namespace jx::cli

@@ -286,45 +286,47 @@ ExitCode removeDataSources(const Session& session, const Configuration& configur
 
 constexpr const char* kDirect = "Write the file without the driver's setup library";
 constexpr const char* kTimeout = "Seconds that the driver's setup library may take (30)";
-constexpr const char* kDriver = "Its driver, as driver list shows it";
+
+// The operands of a verb that fills a section, and its driver.
+void addSectionOperands(Verb& verb) {
+    verb.operand("NAME", "Data source", kOne)
+        .operand("KEY=VALUE", "What its section is to hold", kAny, Complete::keysDriverAsksFor)
+        .option("--driver", "Its driver, as driver list shows it", Complete::driver);
+}
+
+// The options of a verb that takes a value unseen.
+Verb& addUnseenOptions(Verb& verb) {
+    return verb.flag("--stdin", "Read the value of the KEY that has none from standard input, or ask for it unseen")
+        .flag("--allow-empty", "Take an empty standard input as an empty value");
+}
 
 }  // namespace
 
 void addDsnChangeCommands(CLI::App& app, Session& session) {
-    addVerb(app, session, "dsn add", "Add a data source",
-            "odbcadmin dsn add Sales --driver SQLite3 Database=/srv/sales.db Timeout=30\n"
-            "odbcadmin dsn add \"Sales 2026\" --driver SQLite3 \"Description=Sales of the year\" --dry-run\n"
-            "odbcadmin dsn add Sales --connstr \"DRIVER={SQLite3};Database=/srv/sales.db\"")
-        .operand("NAME", "Data source", kOne)
-        .operand("KEY=VALUE", "What its section is to hold", kAny, Complete::keysDriverAsksFor)
-        .option("--driver", kDriver, Complete::driver)
-        .option("--connstr", "A connection string: its DRIVER and its attributes")
-        .flag("--stdin", "Read the value of the KEY that has none from standard input, or ask for it unseen")
-        .flag("--allow-empty", "Take an empty standard input as an empty value")
+    Verb add = addVerb(app, session, "dsn add", "Add a data source",
+                       "odbcadmin dsn add Sales --driver SQLite3 Database=/srv/sales.db Timeout=30\n"
+                       "odbcadmin dsn add \"Sales 2026\" --driver SQLite3 \"Description=Sales of the year\" --dry-run\n"
+                       "odbcadmin dsn add Sales --connstr \"DRIVER={SQLite3};Database=/srv/sales.db\"");
+    addSectionOperands(add);
+    addUnseenOptions(add.option("--connstr", "A connection string: its DRIVER and its attributes"))
         .flag("--direct", kDirect)
         .timeout(kTimeout)
         .onRead(Needs::bothFiles, addDataSource);
-    addVerb(app, session, "dsn ensure", "Ensure a data source is there with these keys; do nothing if it is",
-            "odbcadmin dsn ensure Sales --driver SQLite3 Database=/srv/sales.db\n"
-            "odbcadmin dsn ensure Sales --driver SQLite3 Database=/srv/sales.db --exact --check")
-        .operand("NAME", "Data source", kOne)
-        .operand("KEY=VALUE", "What its section is to hold", kAny, Complete::keysDriverAsksFor)
-        .option("--driver", kDriver, Complete::driver)
-        .flag("--stdin", "Read the value of the KEY that has none from standard input, or ask for it unseen")
-        .flag("--allow-empty", "Take an empty standard input as an empty value")
+    Verb ensure =
+        addVerb(app, session, "dsn ensure", "Ensure a data source is there with these keys; do nothing if it is",
+                "odbcadmin dsn ensure Sales --driver SQLite3 Database=/srv/sales.db\n"
+                "odbcadmin dsn ensure Sales --driver SQLite3 Database=/srv/sales.db --exact --check");
+    addSectionOperands(ensure);
+    addUnseenOptions(ensure)
         .flag("--exact", "Remove all other keys of its section")
         .onRead(Needs::bothFiles, ensureDataSource);
     Verb set = addVerb(app, session, "dsn set", "Set keys of a data source",
                        "odbcadmin dsn set Sales Timeout=30 Server=db1\n"
                        "odbcadmin dsn set Sales PWD --stdin < password.txt\n"
                        "odbcadmin dsn set Sales Password --from-file /run/secrets/sales");
-    addReferenceOptions(
-        set.operand("NAME", "Data source", kOne, Complete::dsn)
-            .operand("KEY=VALUE", "What to store", kSome, Complete::keysDriverAsksFor)
-            .flag("--stdin", "Read the value of the KEY that has none from standard input, or ask for it unseen")
-            .flag("--allow-empty", "Take an empty standard input as an empty value")
-            .flag("--direct", kDirect)
-            .timeout(kTimeout));
+    set.operand("NAME", "Data source", kOne, Complete::dsn)
+        .operand("KEY=VALUE", "What to store", kSome, Complete::keysDriverAsksFor);
+    addReferenceOptions(addUnseenOptions(set).flag("--direct", kDirect).timeout(kTimeout));
     set.onRead(Needs::bothFiles, setKeys);
     addVerb(app, session, "dsn unset", "Remove keys of a data source", "odbcadmin dsn unset Sales Timeout Server")
         .operand("NAME", "Data source", kOne, Complete::dsn)

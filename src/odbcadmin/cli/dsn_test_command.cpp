@@ -118,12 +118,10 @@ ExitCode runTest(const Session& session, const model::Configuration& configurati
 }  // namespace
 
 void addDsnTest(CLI::App& app, Session& session) {
-    addVerb(app, session, "dsn test", "Connect to a data source and show what happens",
-            "odbcadmin dsn test Sales\nodbcadmin dsn test Sales --timeout 5")
-        .operand("NAME", "Data source", kOne, Complete::dsn)
-        .timeout("Seconds until the driver is given up (20)")
-        .thisSystemOnly()
-        .onRead(Needs::nothing, runTest);
+    onTrial(addVerb(app, session, "dsn test", "Connect to a data source and show what happens",
+                    "odbcadmin dsn test Sales\nodbcadmin dsn test Sales --timeout 5")
+                .operand("NAME", "Data source", kOne, Complete::dsn),
+            "Seconds until the driver is given up (20)", runTest);
 }
 
 }  // namespace jx::cli

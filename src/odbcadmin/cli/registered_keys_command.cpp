@@ -64,46 +64,55 @@ Verb::ReadingAction with(Change change, const RegisteredKind& kind) {
     };
 }
 
-void addDriverKeys(CLI::App& app, Session& session) {
-    addVerb(app, session, "driver set", "Set keys of a driver; Driver and Setup are its libraries",
-            "odbcadmin driver set SQLite3 FileUsage=1\n"
-            "odbcadmin driver set SQLite3 Driver=/opt/sqlite/libsqlite3odbc.so --dry-run")
-        .operand("NAME", "Driver", kOne, Complete::driver)
-        .operand("KEY=VALUE", "What to store", kSome, Complete::keysOfDriver)
-        .onRead(Needs::drivers, with(setKeys, model::kDriverKind));
-    addVerb(app, session, "driver unset", "Remove keys of a driver", "odbcadmin driver unset SQLite3 FileUsage Setup")
-        .operand("NAME", "Driver", kOne, Complete::driver)
-        .operand("KEY", "Keys", kSome, Complete::keysOfDriver)
-        .onRead(Needs::drivers, with(unsetKeys, model::kDriverKind));
-    addVerb(app, session, "driver rename", "Give a driver another name, also in the data sources that name it",
-            "odbcadmin driver rename SQLite3 \"SQLite 3\"")
-        .operand("OLD", "Driver", kOne, Complete::driver)
-        .operand("NEW", "New name", kOne)
-        .onRead(Needs::bothFiles, with(rename, model::kDriverKind));
+// What the operands of a kind's verbs are.
+struct Operands {
+    const RegisteredKind& kind;
+    const char* what;
+    const char* names;  // what completes NAME and OLD
+    const char* keys;
+};
+constexpr Operands kOfDriver{model::kDriverKind, "Driver", Complete::driver, Complete::keysOfDriver};
+constexpr Operands kOfTranslator{model::kTranslatorKind, "Translator", Complete::translator,
+                                 Complete::keysOfTranslator};
+
+void onSet(Verb verb, const Operands& of) {
+    verb.operand("NAME", of.what, kOne, of.names)
+        .operand("KEY=VALUE", "What to store", kSome, of.keys)
+        .onRead(Needs::drivers, with(setKeys, of.kind));
 }
 
-void addTranslatorKeys(CLI::App& app, Session& session) {
-    addVerb(app, session, "translator set", "Set keys of a translator; Translator and Setup are its libraries",
-            "odbcadmin translator set Latin1 Setup=/usr/lib/odbc/liblatin1.so")
-        .operand("NAME", "Translator", kOne, Complete::translator)
-        .operand("KEY=VALUE", "What to store", kSome, Complete::keysOfTranslator)
-        .onRead(Needs::drivers, with(setKeys, model::kTranslatorKind));
-    addVerb(app, session, "translator unset", "Remove keys of a translator", "odbcadmin translator unset Latin1 Setup")
-        .operand("NAME", "Translator", kOne, Complete::translator)
-        .operand("KEY", "Keys", kSome, Complete::keysOfTranslator)
-        .onRead(Needs::drivers, with(unsetKeys, model::kTranslatorKind));
-    addVerb(app, session, "translator rename", "Give a translator another name",
-            "odbcadmin translator rename Latin1 \"Latin 1\"")
-        .operand("OLD", "Translator", kOne, Complete::translator)
-        .operand("NEW", "New name", kOne)
-        .onRead(Needs::drivers, with(rename, model::kTranslatorKind));
+void onUnset(Verb verb, const Operands& of) {
+    verb.operand("NAME", of.what, kOne, of.names)
+        .operand("KEY", "Keys", kSome, of.keys)
+        .onRead(Needs::drivers, with(unsetKeys, of.kind));
+}
+
+void onRename(Verb verb, const Operands& of, Needs needs) {
+    verb.operand("OLD", of.what, kOne, of.names).operand("NEW", "New name", kOne).onRead(needs, with(rename, of.kind));
 }
 
 }  // namespace
 
 void addRegisteredKeysCommands(CLI::App& app, Session& session) {
-    addDriverKeys(app, session);
-    addTranslatorKeys(app, session);
+    onSet(addVerb(app, session, "driver set", "Set keys of a driver; Driver and Setup are its libraries",
+                  "odbcadmin driver set SQLite3 FileUsage=1\n"
+                  "odbcadmin driver set SQLite3 Driver=/opt/sqlite/libsqlite3odbc.so --dry-run"),
+          kOfDriver);
+    onUnset(addVerb(app, session, "driver unset", "Remove keys of a driver",
+                    "odbcadmin driver unset SQLite3 FileUsage Setup"),
+            kOfDriver);
+    onRename(addVerb(app, session, "driver rename", "Give a driver another name, also in the data sources that name it",
+                     "odbcadmin driver rename SQLite3 \"SQLite 3\""),
+             kOfDriver, Needs::bothFiles);
+    onSet(addVerb(app, session, "translator set", "Set keys of a translator; Translator and Setup are its libraries",
+                  "odbcadmin translator set Latin1 Setup=/usr/lib/odbc/liblatin1.so"),
+          kOfTranslator);
+    onUnset(addVerb(app, session, "translator unset", "Remove keys of a translator",
+                    "odbcadmin translator unset Latin1 Setup"),
+            kOfTranslator);
+    onRename(addVerb(app, session, "translator rename", "Give a translator another name",
+                     "odbcadmin translator rename Latin1 \"Latin 1\""),
+             kOfTranslator, Needs::drivers);
 }
 
 }  // namespace jx::cli

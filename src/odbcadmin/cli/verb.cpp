@@ -159,6 +159,10 @@ Verb addVerb(CLI::App& app, Session& session, const std::string& name, const cha
     return {verb, session};
 }
 
+void onTrial(Verb verb, const char* timeout, Verb::ReadingAction action) {
+    verb.timeout(timeout).thisSystemOnly().onRead(Needs::nothing, std::move(action));
+}
+
 std::optional<std::chrono::milliseconds> timeLimit(const Session& session, const Line& line,
                                                    std::chrono::milliseconds otherwise) {
     const std::string text = line.text("--timeout");

@@ -118,6 +118,9 @@ private:
 // description in verb.cpp. examples: whole command lines, one below the other.
 Verb addVerb(CLI::App& app, Session& session, const std::string& name, const char* description, const char* examples);
 
+// What a verb does that lets libraries of this system do something for as long as --timeout says.
+void onTrial(Verb verb, const char* timeout, Verb::ReadingAction action);
+
 // What --timeout says: a number of seconds, also with a fraction, at most a day; otherwise, when it is not given.
 // Nothing after it said that the text is no such number: that is wrong use.
 std::optional<std::chrono::milliseconds> timeLimit(const Session& session, const Line& line,

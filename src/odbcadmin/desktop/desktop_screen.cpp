@@ -29,16 +29,7 @@ DesktopScreen* DesktopScreen::current_ = nullptr;
 DesktopScreen::DesktopScreen(NoteWorker noteWorker) : noteWorker_(std::move(noteWorker)) {
     current_ = this;
     Fl::event_dispatch(dispatch);
-    JxwScreen table{};
-    table.context = this;
-    table.opened = [](void* context, HWND dialog) { self(context).opened(dialog); };
-    table.closed = [](void* context, HWND dialog) { self(context).closed(dialog); };
-    table.wait = [](void* context, HWND dialog) { return self(context).wait(dialog); };
-    table.messageBox = [](void* context, HWND /*owner*/, const char* text, const char* title, unsigned int style) {
-        return self(context).ask(text, title, style);
-    };
-    table.cursor = [](void* context, unsigned int cursor) { self(context).setCursor(cursor); };
-    JXW_SetScreen(&table);
+    assist::setScreen(*this);
 }
 
 DesktopScreen::~DesktopScreen() {

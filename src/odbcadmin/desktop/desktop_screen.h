@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "odbcadmin/assist/assistant.h"
+#include "odbcadmin/assist/screen_table.h"
 #include "odbcadmin/assist/selection.h"
 #include "odbcadmin/desktop/dialog_window.h"
 #include "odbcadmin/desktop/message_window.h"
@@ -31,7 +32,7 @@ public:
     DesktopScreen& operator=(const DesktopScreen&) = delete;
 
 private:
-    static DesktopScreen& self(void* context) { return *static_cast<DesktopScreen*>(context); }
+    friend void assist::setScreen<DesktopScreen>(DesktopScreen& screen);
     static int dispatch(int event, Fl_Window* window);
 
     std::vector<KeyOffer> offers(HWND dialog);

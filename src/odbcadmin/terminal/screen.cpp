@@ -35,16 +35,7 @@ Screen::Screen(Terminal& terminal)
     : terminal_(terminal),
       abilities_(terminal.abilities()),
       input_(abilities_, [this](const std::string& what) { beginWork(what); }) {
-    JxwScreen table{};
-    table.context = this;
-    table.opened = [](void* context, HWND dialog) { self(context).opened(dialog); };
-    table.closed = [](void* context, HWND dialog) { self(context).closed(dialog); };
-    table.wait = [](void* context, HWND dialog) { return self(context).wait(dialog); };
-    table.messageBox = [](void* context, HWND /*owner*/, const char* text, const char* title, unsigned int style) {
-        return self(context).ask(text, title, style);
-    };
-    table.cursor = [](void* context, unsigned int cursor) { self(context).setCursor(cursor); };
-    JXW_SetScreen(&table);
+    assist::setScreen(*this);
 }
 
 Screen::~Screen() {

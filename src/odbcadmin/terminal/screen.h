@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "odbcadmin/assist/assistant.h"
+#include "odbcadmin/assist/screen_table.h"
 #include "odbcadmin/assist/selection.h"
 #include "odbcadmin/terminal/dialog_input.h"
 #include "odbcadmin/terminal/key_bar.h"
@@ -25,7 +26,7 @@ public:
     Screen& operator=(const Screen&) = delete;
 
 private:
-    static Screen& self(void* context) { return *static_cast<Screen*>(context); }
+    friend void assist::setScreen<Screen>(Screen& screen);
 
     void opened(HWND dialog);
     void closed(HWND dialog);

@@ -34,6 +34,15 @@ pid_t start(const std::function<bool()>& work) {
     return child;
 }
 
+// Waits for the end of each.
+void expectSuccess(const std::vector<pid_t>& children) {
+    for (const pid_t child : children) {
+        int status = -1;
+        EXPECT_EQ(waitpid(child, &status, 0), child);
+        EXPECT_EQ(status, 0);
+    }
+}
+
 TEST(UsageCount, EightProcessesThatInstallAndRemoveAHundredTimesEndWhereTheyBegan) {
     const InstallerHome home{
         {kSystemDrivers, "; kept\n[ODBC Drivers]\nPG=Installed\n\n[PG]\nDriver=/opt/pg.so\nUsageCount=5\n"}};
@@ -46,11 +55,7 @@ TEST(UsageCount, EightProcessesThatInstallAndRemoveAHundredTimesEndWhereTheyBega
                     return false;
             return true;
         }));
-    for (const pid_t child : children) {
-        int status = -1;
-        EXPECT_EQ(waitpid(child, &status, 0), child);
-        EXPECT_EQ(status, 0);
-    }
+    expectSuccess(children);
     EXPECT_EQ(home.text(kSystemDrivers), before);
 }
 
@@ -64,11 +69,7 @@ TEST(UsageCount, TwoProcessesThatOnlyInstallLoseNone) {
                     return false;
             return true;
         }));
-    for (const pid_t child : children) {
-        int status = -1;
-        EXPECT_EQ(waitpid(child, &status, 0), child);
-        EXPECT_EQ(status, 0);
-    }
+    expectSuccess(children);
     EXPECT_EQ(value("PG", "UsageCount", "odbcinst.ini"), "200");
 }
 

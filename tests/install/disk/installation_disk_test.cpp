@@ -7,13 +7,13 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <csignal>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "change_cases.h"
 #include "child_process.h"
+#include "deadly_files.h"
 #include "disk_check.h"
 #include "faulty_files.h"
 #include "install/item_installation.h"
@@ -106,20 +106,6 @@ TEST_F(InstallationOnDisk, WhateverFailsEachFileIsOldOrNew) {
 }
 
 TEST_F(InstallationOnDisk, WheneverItIsKilledEachFileIsOldOrNew) {
-    class DeadlyFiles : public WatchedFiles {
-    public:
-        explicit DeadlyFiles(int n) : n_(n) {}
-
-    private:
-        int before(Call, std::string_view) override {
-            if (++calls_ == n_)
-                ::kill(::getpid(), SIGKILL);
-            return 0;
-        }
-
-        const int n_;
-        int calls_ = 0;
-    };
     int kills = 0;
     for (const InstallationCase& installation : cases())
         for (int n = 1;; ++n) {

@@ -5,8 +5,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <iterator>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -14,7 +16,9 @@
 #include <jxprofile.h>
 #include "child_process.h"
 #include "disk_check.h"
+#include "jxutl/thread/failure.h"
 #include "test_home.h"
+#include "watched_files.h"
 
 namespace jx::ini::test {
 
@@ -211,6 +215,20 @@ private:
 // The cases that this user can set up.
 inline bool canSetUp(const ChangeCase& change) {
     return !change.foreign || ::geteuid() == 0;
+}
+inline std::vector<ChangeCase> possibleChangeCases() {
+    std::vector<ChangeCase> cases;
+    std::copy_if(std::begin(kChangeCases), std::end(kChangeCases), std::back_inserter(cases), canSetUp);
+    return cases;
+}
+
+// Whatever a writer left, the next one succeeds and leaves no stray file.
+inline void expectNextWriteSucceeds(const CaseHome& home) {
+    WatchedFiles working;
+    const InUse inUse(working);
+    EXPECT_TRUE(home.write()) << describe(lastFailure());
+    EXPECT_EQ(home.text(), home.after());
+    EXPECT_EQ(home.litter(), std::vector<std::string>{});
 }
 
 }  // namespace jx::ini::test

@@ -84,6 +84,16 @@ class IniLockTest : public ::testing::Test {
 protected:
     void TearDown() override { EXPECT_EQ(openDescriptors(), descriptors_); }
 
+    // The lock is taken when the writer that holds it lets go at the fifth pause.
+    void expectTakenFromAHolder() const {
+        Holder holder(lock_);
+        ActingFiles waiting(5, [&holder] { holder.letGo(); });
+        const InUse inUse(waiting);
+        TestLock lock;
+        EXPECT_TRUE(lock.take(target_));
+        EXPECT_EQ(waiting.waited(), 5 * kAskAgainInMilliseconds);
+    }
+
     const std::size_t descriptors_ = openDescriptors();
     TestHome home_;
     const std::string target_ = home_.file("x.ini");

@@ -301,12 +301,7 @@ TEST_F(IniLockTest, TwoFilesHaveTheirOwnLocks) {
 }
 
 TEST_F(IniLockTest, GetsTheLockOfAKilledWriterWhileItWaits) {
-    Holder holder(lock_);
-    ActingFiles waiting(5, [&holder] { holder.letGo(); });
-    const InUse inUse(waiting);
-    TestLock lock;
-    EXPECT_TRUE(lock.take(target_));
-    EXPECT_EQ(waiting.waited(), 5 * kAskAgainInMilliseconds);
+    expectTakenFromAHolder();
 }
 
 TEST_F(IniLockTest, GetsTheLockWhenTheOtherWriterHasRemovedItsFile) {

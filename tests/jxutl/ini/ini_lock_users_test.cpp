@@ -66,12 +66,7 @@ TEST_F(IniLockTest, RootWaitsForAnotherUser) {
     ASSERT_EQ(::chmod(home_.path().c_str(), 01777), 0);
     putText(lock_, kLockText);
     ASSERT_EQ(::chown(lock_.c_str(), kNobody, kNobody), 0);
-    Holder holder(lock_);
-    ActingFiles waiting(5, [&holder] { holder.letGo(); });
-    const InUse inUse(waiting);
-    TestLock lock;
-    EXPECT_TRUE(lock.take(target_));
-    EXPECT_EQ(waiting.waited(), 5 * kAskAgainInMilliseconds);
+    expectTakenFromAHolder();
 }
 
 TEST_F(IniLockTest, ALockBelongsToAForkedChildAsWell) {

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <csignal>
 #include <optional>
 #include <random>
 #include <string>
@@ -17,6 +16,7 @@
 #include <jxprofile.h>
 #include "change_cases.h"
 #include "child_process.h"
+#include "deadly_files.h"
 #include "disk_check.h"
 #include "faulty_files.h"
 #include "ini_change_fixture.h"
@@ -400,21 +400,6 @@ TEST_F(IniRunTest, WhateverFailsEachFileIsOldOrNewAndTheSecondNotBeforeTheFirst)
 }
 
 TEST_F(IniRunTest, WheneverItIsKilledEachFileIsOldOrNew) {
-    class DeadlyFiles : public WatchedFiles {
-    public:
-        explicit DeadlyFiles(int n) : n_(n) {}
-
-    protected:
-        int before(Call, std::string_view) override {
-            if (++calls_ == n_)
-                ::kill(::getpid(), SIGKILL);
-            return 0;
-        }
-
-    private:
-        const int n_;
-        int calls_ = 0;
-    };
     int kills = 0;
     for (int n = 1;; ++n) {
         SCOPED_TRACE(n);

@@ -39,15 +39,8 @@ protected:
     std::vector<std::string> pages_;
 };
 
-TEST_F(Help, OfDialogsWithNothingInThemSaysWhatToDoFirst) {
-    EXPECT_EQ(manage({read(), press(JxAddButton), read(), press(IDCANCEL), press(JxDriversButton), read(),
-                      press(JxCloseButton)}),
-              R"(Data sources in ~/.odbc.ini
-
-Data sources (driver): No data source yet: Add... makes one, after a driver is registered (F2).
-Setup... is grey: Choose a data source in the list first. None there? Add... makes one.
-Delete is grey: Choose a data source in the list first. None there? Add... makes one.
-Add...: Makes a new data source for one of your drivers.
+// What is said of the first dialog's buttons and keys whatever its list holds.
+const std::string kRestOfDataSources = R"(Add...: Makes a new data source for one of your drivers.
 Drivers...: Shows, installs and removes drivers. F2 registers one by hand.
 Options...: Turns the tracing of calls on and off.
 Close: Ends the program.
@@ -59,7 +52,18 @@ F6: copies it under another name.
 F7: gives it another name.
 F8: shows only the rows that contain a text.
 ----
-Drivers in ~/.odbcinst.ini
+)";
+
+TEST_F(Help, OfDialogsWithNothingInThemSaysWhatToDoFirst) {
+    EXPECT_EQ(manage({read(), press(JxAddButton), read(), press(IDCANCEL), press(JxDriversButton), read(),
+                      press(JxCloseButton)}),
+              R"(Data sources in ~/.odbc.ini
+
+Data sources (driver): No data source yet: Add... makes one, after a driver is registered (F2).
+Setup... is grey: Choose a data source in the list first. None there? Add... makes one.
+Delete is grey: Choose a data source in the list first. None there? Add... makes one.
+)" + kRestOfDataSources +
+                  R"(Drivers in ~/.odbcinst.ini
 
 Driver for the new data source: No driver is registered yet. Press F2 to register one.
 OK is grey: No driver is registered yet. Press F2 to register one.
@@ -104,19 +108,8 @@ TEST_F(HelpOnEntries, OfListsWithAndWithoutAChoice) {
 Data sources (driver): Your data sources. Enter or a double click sets one up.
 Setup...: Changes the settings of the chosen data source.
 Delete: Removes the chosen data source; asks first.
-Add...: Makes a new data source for one of your drivers.
-Drivers...: Shows, installs and removes drivers. F2 registers one by hand.
-Options...: Turns the tracing of calls on and off.
-Close: Ends the program.
-
-F3: connects with the chosen data source and says what happens.
-F4: shows its keys and values.
-F5: reads the list again.
-F6: copies it under another name.
-F7: gives it another name.
-F8: shows only the rows that contain a text.
-----
-Drivers in ~/.odbcinst.ini
+)" + kRestOfDataSources +
+                  R"(Drivers in ~/.odbcinst.ini
 
 Driver for the new data source: Choose the driver that reaches your database with the arrows; then Enter.
 OK: Lets the chosen driver ask for the settings.

@@ -8,14 +8,12 @@
 #include <string>
 #include <vector>
 
-#include "doctor_fixture.h"
+#include "doctor_run.h"
 #include "installed_copy.h"
-#include "run_program.h"
 
 namespace jx::doctor::test {
 namespace {
 
-using jx::test::As;
 using jx::test::InstalledCopy;
 using jx::test::ProgramResult;
 using Json = nlohmann::ordered_json;
@@ -57,10 +55,7 @@ protected:
     // Exit code, standard output and standard error; the home is called "~".
     std::string run(const std::vector<std::string>& arguments, As who = As::oneself,
                     const std::string& program = JX_ODBCADMIN) const {
-        const ProgramResult result = jx::test::runProgram(program, arguments, {}, who);
-        return replaced(
-            std::to_string(result.code) + "\n" + result.out + (result.err.empty() ? "" : "--\n" + result.err),
-            home_.path(), "~");
+        return runIn(home_, program, arguments, who);
     }
 
     Json json(std::vector<std::string> arguments) const {

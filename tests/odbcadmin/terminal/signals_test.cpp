@@ -116,6 +116,16 @@ TEST(Signals, AnOrdinaryEndGivesTheTerminalBack) {
     expectGivenBack(pty, before);
 }
 
+// Opens the list of drivers for a new data source; gives the terminal's modes before.
+std::string openDrivers(Pty& pty) {
+    EXPECT_TRUE(pty.waitFor("new driver"));
+    const std::string modes = pty.modes();
+    pty.send("a");
+    EXPECT_TRUE(pty.waitFor("new data source:"));
+    pty.take();
+    return modes;
+}
+
 // What a driver does inside the program: its last words come behind the picture.
 TEST(Signals, WhatADriverDoesLeavesTheTerminalAsItWas) {
     const struct {
@@ -132,11 +142,7 @@ TEST(Signals, WhatADriverDoesLeavesTheTerminalAsItWas) {
             {".odbcinst.ini", "[ODBC Drivers]\nMine=Installed\n[Mine]\nDriver=/d.so\nSetup=" JX_DRIVER "\n"}};
         Pty pty(JX_ODBCADMIN, environment(home, {std::string("JX_SCREEN_DEED=") + row.deed}));
         const std::string& before = pty.modesBefore();
-        ASSERT_TRUE(pty.waitFor("new driver"));
-        const std::string during = pty.modes();
-        pty.send("a");
-        ASSERT_TRUE(pty.waitFor("new data source:"));
-        pty.take();
+        const std::string during = openDrivers(pty);
         pty.send("\033[B\r");
         const std::string end = pty.waitForEnd();
         EXPECT_EQ(end, row.end);
@@ -211,11 +217,7 @@ TEST(Signals, AnExceptionOfADriverGivesTheTerminalBack) {
             {".odbcinst.ini", "[ODBC Drivers]\nMine=Installed\n[Mine]\nDriver=/d.so\nSetup=" JX_THROWER "\n"}};
         Pty pty(JX_ODBCADMIN, environment(home, row.more));
         const std::string& before = pty.modesBefore();
-        ASSERT_TRUE(pty.waitFor("new driver"));
-        const std::string during = pty.modes();
-        pty.send("a");
-        ASSERT_TRUE(pty.waitFor("new data source:"));
-        pty.take();
+        const std::string during = openDrivers(pty);
         pty.send("\r");
         const std::string end = pty.waitForEnd();
         EXPECT_EQ(end, "exited 1");

@@ -1,19 +1,16 @@
 // The process is killed, or the power cut, at every call that touches the disk: the file is old or new, and the next
 // write succeeds and leaves no other file.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <csignal>
 #include <cstdio>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "../change_cases.h"
+#include "../deadly_files.h"
 #include "../recording_files.h"
-#include "../watched_files.h"
 #include "crash_disk.h"
-#include "jxutl/thread/failure.h"
 
 namespace jx::ini::test {
 namespace {
@@ -23,39 +20,12 @@ void expectOldOrNew(const CaseHome& home) {
     EXPECT_TRUE(text == home.before() || text == home.after()) << text;
 }
 
-void expectNextWriteSucceeds(const CaseHome& home) {
-    WatchedFiles unflushed;
-    const InUse inUse(unflushed);
-    EXPECT_TRUE(home.write()) << describe(lastFailure());
-    EXPECT_EQ(home.text(), home.after());
-    EXPECT_EQ(home.litter(), std::vector<std::string>{});
-}
-
 // ---- killed ----
-
-// Kills the process before its nth call.
-class DeadlyFiles : public WatchedFiles {
-public:
-    explicit DeadlyFiles(int n) : n_(n) {}
-
-protected:
-    int before(Call, std::string_view) override {
-        if (++calls_ == n_)
-            ::kill(::getpid(), SIGKILL);
-        return 0;
-    }
-
-private:
-    const int n_;
-    int calls_ = 0;
-};
 
 // Kills a writer of every case at its nth call, for every n; returns how many were killed.
 int killEverywhere() {
     int kills = 0;
-    for (const ChangeCase& change : kChangeCases) {
-        if (!canSetUp(change))
-            continue;
+    for (const ChangeCase& change : possibleChangeCases()) {
         for (int n = 1;; ++n) {
             SCOPED_TRACE(std::string(change.name) + ", killed before call " + std::to_string(n));
             const CaseHome home(change);
@@ -167,9 +137,7 @@ TEST(IniCrash, APowerCutAtEachCallLeavesTheOldOrTheNewText) {
 
 // A write that returned survives every power cut after it.
 TEST(IniCrash, AWriteThatReturnedSurvivesAPowerCut) {
-    for (const ChangeCase& change : kChangeCases) {
-        if (!canSetUp(change))
-            continue;
+    for (const ChangeCase& change : possibleChangeCases()) {
         SCOPED_TRACE(change.name);
         Recording recording = record(change);
         for (const DiskChange& made : recording.changes)
@@ -189,37 +157,43 @@ FileAfter fileAfter(const DirectoryAfter& directory, const std::string& name) {
     return found == directory.end() ? FileAfter{"(absent)", 0} : found->second;
 }
 
+// The beginning of a change of x: a new file that is not flushed.
+void writeBesideX(CrashDisk& disk) {
+    using Kind = DiskChange::Kind;
+    disk.put("x", "old", 0600);
+    disk.apply({Kind::create, ".x.jxlock", {}, {}, 0600});
+    disk.apply({Kind::write, ".x.jxlock", {}, "new!", 0});
+}
+
+// What x may hold after a power cut.
+std::set<std::string> textsOfX(const CrashDisk& disk) {
+    std::set<std::string> texts;
+    for (const DirectoryAfter& directory : disk.states())
+        texts.insert(fileAfter(directory, "x").bytes);
+    return texts;
+}
+
 // A writer that does not flush must fail, or the tests above prove nothing.
 TEST(CrashDisk, LosesWhatWasNotFlushed) {
     using Kind = DiskChange::Kind;
     CrashDisk disk;
-    disk.put("x", "old", 0600);
-    disk.apply({Kind::create, ".x.jxlock", {}, {}, 0600});
-    disk.apply({Kind::write, ".x.jxlock", {}, "new!", 0});
+    writeBesideX(disk);
     disk.apply({Kind::setMode, ".x.jxlock", {}, {}, 0644});
     disk.apply({Kind::rename, ".x.jxlock", "x", {}, 0});
-    std::set<std::string> texts;
     std::set<mode_t> modes;
-    for (const DirectoryAfter& directory : disk.states()) {
-        texts.insert(fileAfter(directory, "x").bytes);
+    for (const DirectoryAfter& directory : disk.states())
         modes.insert(fileAfter(directory, "x").mode);
-    }
-    EXPECT_EQ(texts, (std::set<std::string>{"old", "new!", "ne", "", std::string(4, '\0')}));
+    EXPECT_EQ(textsOfX(disk), (std::set<std::string>{"old", "new!", "ne", "", std::string(4, '\0')}));
     EXPECT_EQ(modes, (std::set<mode_t>{0600, 0644}));
 }
 
 TEST(CrashDisk, KeepsWhatWasFlushed) {
     using Kind = DiskChange::Kind;
     CrashDisk disk;
-    disk.put("x", "old", 0600);
-    disk.apply({Kind::create, ".x.jxlock", {}, {}, 0600});
-    disk.apply({Kind::write, ".x.jxlock", {}, "new!", 0});
+    writeBesideX(disk);
     disk.apply({Kind::flushFile, ".x.jxlock", {}, {}, 0});
     disk.apply({Kind::rename, ".x.jxlock", "x", {}, 0});
-    std::set<std::string> texts;
-    for (const DirectoryAfter& directory : disk.states())
-        texts.insert(fileAfter(directory, "x").bytes);
-    EXPECT_EQ(texts, (std::set<std::string>{"old", "new!"}));
+    EXPECT_EQ(textsOfX(disk), (std::set<std::string>{"old", "new!"}));
     disk.apply({Kind::flushDirectory, "d", {}, {}, 0});
     for (const DirectoryAfter& directory : disk.states()) {
         EXPECT_EQ(fileAfter(directory, "x").bytes, "new!");

@@ -50,14 +50,6 @@ void expectNoLitter(const ChangeCase& change, const CaseHome& home, const Faulty
     }
 }
 
-void expectNextWriteSucceeds(const CaseHome& home) {
-    WatchedFiles working;
-    const InUse inUse(working);
-    EXPECT_TRUE(home.write()) << describe(lastFailure());
-    EXPECT_EQ(home.text(), home.after());
-    EXPECT_EQ(home.litter(), std::vector<std::string>{});
-}
-
 // One run with the nth call failing; false when the change needs fewer calls.
 bool failAt(const ChangeCase& change, int n, Fail style, int error, Tally& tally) {
     SCOPED_TRACE(std::string(change.name) + ", call " + std::to_string(n) + ", errno " + std::to_string(error) +
