@@ -95,7 +95,7 @@ private:
             fix(line, "the quotes around the value of " + key);
         }
         const bool isDataSources = holds_ == Holds::dataSources && rules::sameName(key, rules::kDriver);
-        const std::string moved = isDataSources ? libraries_.placeOf(meant, section_) : libraries_.placeOf(meant);
+        std::string moved = isDataSources ? libraries_.placeOf(meant, section_) : libraries_.placeOf(meant);
         if (moved.empty())
             return meant;
         fix(line, "the path of " + key + ", which is " + moved + " now");

@@ -90,7 +90,10 @@ Sighting sighting(const Files& files, std::string_view name, const Listing& list
         return seen;
     }
     seen.section = exactSection(*seen.file, name);
-    seen.name = listing.entry != nullptr ? listing.entry->key : seen.section->name;
+    if (listing.entry != nullptr)
+        seen.name = listing.entry->key;
+    else if (seen.section != nullptr)
+        seen.name = seen.section->name;
     seen.header = headerOf(*seen.file, seen.section);
     const auto behind = std::find(files.begin(), files.end(), seen.file) + 1;
     if (const ConfigFile* hidden = firstWithSection(Files(behind, files.end()), name))

@@ -53,7 +53,7 @@ private:
 
     std::string takePlain() {
         const std::size_t end = std::min(rest_.find(';'), rest_.size());
-        const std::string value(rules::trimmed(rest_.substr(0, end)));
+        std::string value(rules::trimmed(rest_.substr(0, end)));
         rest_.remove_prefix(end);
         return value;
     }

@@ -1,11 +1,10 @@
 // Hashing names, and keeping their places.
 #include "odbcadmin/model/name_places.h"
 
-#include <sys/auxv.h>
+#include <sys/random.h>
 
 #include <algorithm>
 #include <bit>
-#include <cstring>
 
 #include "rules/names.h"
 
@@ -20,9 +19,8 @@ constexpr std::uint64_t kOdd = 0x9E3779B97F4A7C15U;
 std::uint64_t secretOfProcess() {
     static const std::uint64_t kSecret = [] {
         std::uint64_t drawn = kOdd;
-        if (const auto* bytes = reinterpret_cast<const char*>(::getauxval(AT_RANDOM)))
-            std::memcpy(&drawn, bytes, sizeof drawn);
-        return drawn;
+        const bool isDrawn = ::getrandom(&drawn, sizeof drawn, GRND_NONBLOCK) == sizeof drawn;
+        return isDrawn ? drawn : kOdd;
     }();
     return kSecret;
 }
