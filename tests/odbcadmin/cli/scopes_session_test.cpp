@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "admin_test.h"
+#include "installed_copy.h"
 #include "transcript.h"
 
 namespace jx::test {
@@ -382,15 +383,17 @@ TEST_F(ScopesSession, PathsShowsAllFilesWhatMovesThemAndWhoReadsThem) {
 TEST_F(ScopesSession, WithoutTheRightTheCommandWithSudoIsGiven) {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root can make files of another user";
+    const InstalledCopy copy;  // the build may lie where nobody else may go
+    const std::string program = copy.file("bin/odbcadmin");
     fs::permissions(home_.path(), fs::perms::all);
     const auto asNobody = [&](const std::string& command) {
         const ProgramResult result =
             runProgram("/usr/bin/setpriv", {"--reuid=65534", "--regid=65534", "--clear-groups", "/bin/sh", "-c",
-                                            shellQuoted(JX_ODBCADMIN) + " " + command});
+                                            shellQuoted(program) + " " + command});
         EXPECT_EQ(result.code, 7) << result.out << result.err;
         return result.err;
     };
-    const std::string sudo = "  Run it with the right to: sudo ODBCSYSINI=" + home_.systemPath() + " " JX_ODBCADMIN " ";
+    const std::string sudo = "  Run it with the right to: sudo ODBCSYSINI=" + home_.systemPath() + " " + program + " ";
     EXPECT_NE(asNobody("dsn set Stock Port=1 --system").find(sudo + "dsn set Stock Port=1 --system\n"),
               std::string::npos);
     EXPECT_NE(asNobody("dsn set Stock PWD=geheim --system --open-secrets")
@@ -398,7 +401,7 @@ TEST_F(ScopesSession, WithoutTheRightTheCommandWithSudoIsGiven) {
                                "stars)\n"),
               std::string::npos);
     EXPECT_NE(asNobody("dsn move Stock --to user")
-                  .find("sudo ODBCSYSINI=" + home_.systemPath() + " " JX_ODBCADMIN " --home " + home_.path() +
+                  .find("sudo ODBCSYSINI=" + home_.systemPath() + " " + program + " --home " + home_.path() +
                         " dsn move Stock --to user\n"),
               std::string::npos);
     EXPECT_EQ(systemSources(), kSystemSources);

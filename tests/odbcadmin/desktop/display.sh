@@ -80,6 +80,8 @@ measure() { eval "$(xdotool getwindowgeometry --shell "$window" | grep -E '^(X|Y
 click() { xdotool mousemove --window "$window" "$1" "$2" click "${3:-1}"; }
 press() { xdotool key --delay 1 "$@"; }
 type_text() { xdotool type --delay 1 "$1"; }
+# A letter that no key of the display has: it is given one for as long as it is held.
+type_foreign() { xdotool type --delay 200 "$1"; }
 
 # The button of a message box that stands on this place counted from the right.
 click_answer() { click $((WIDTH - 16 - 45 - $1 * 106)) $((HEIGHT - 30)); }

@@ -82,7 +82,7 @@ begin_with Alpha beta Zeta Überblick übung
 type_text Z
 expect_removed Zeta
 press Home
-type_text Ü
+type_foreign Ü
 expect_removed Überblick
 finish
 begin_with Berta bert Bernd

@@ -29,7 +29,7 @@ press alt+a
 find_window 'Add Data Source'
 press Return
 find_window 'Data Source Setup'
-type_text 'Gehälter 2026'
+type_text 'Gehaelter 2026'
 press alt+k
 type_text Database
 press alt+v
@@ -44,9 +44,9 @@ until_true gone 'Data Source Setup'
 until_true gone 'Add Data Source'
 cat >"$HOME.display/expected" <<END
 [ODBC Data Sources]
-Gehälter 2026=Sample
+Gehaelter 2026=Sample
 
-[Gehälter 2026]
+[Gehaelter 2026]
 Driver=$driver
 Database=/srv/a & b=c.db
 PWD=s3cret@&
