@@ -167,7 +167,9 @@ std::vector<Row> collect(const Files& files, const char* list, const char* key, 
 template <class Row, class Make>
 std::vector<Row> collectHidden(const Files& files, const char* list, const char* key, Make make) {
     std::vector<Row> found;
-    for (auto file = files.begin(); file != files.end(); ++file) {
+    if (files.empty())
+        return found;
+    for (auto file = files.begin() + 1; file != files.end(); ++file) {
         const Files earlier(files.begin(), file);
         for (const Row& row : collect<Row>({*file}, list, key, make))
             if (row.section != nullptr && firstWithSection(earlier, row.name) != nullptr)
