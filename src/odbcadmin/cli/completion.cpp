@@ -174,15 +174,14 @@ void addNames(std::string_view kind, const Position& at, const std::string& begi
         addFromConfiguration(kind, at, beginning, found);
 }
 
-// A root that is refused has no candidates either way.
-void usePlaces(const Position& at) {
+// False when the root is refused: this system's names are no candidates then.
+bool usePlaces(const Position& at) {
     if (!at.home.empty()) {
         setenv("HOME", model::absolutePath(at.home).c_str(), 1);
         unsetenv("ODBCINI");
         unsetenv("ODBCINSTINI");
     }
-    if (!at.root.empty())
-        static_cast<void>(model::enterRoot(at.root));
+    return at.root.empty() || !model::enterRoot(at.root);
 }
 
 // For "--driver=Pl": what could follow the "=", whole as it would stand on the line.
@@ -211,8 +210,9 @@ std::vector<std::string> candidates(const CLI::App& app, const std::vector<std::
     for (std::size_t i = 0; i + 1 < words.size(); ++i)
         take(at, words[i]);
     const std::string beginning = words.empty() ? std::string() : words.back();
-    usePlaces(at);
     std::vector<std::string> found;
+    if (!usePlaces(at))
+        return found;
     if (at.waiting != nullptr) {
         addNames(at.waiting->get_type_name(), at, beginning, found);
         return found;
