@@ -117,7 +117,7 @@ ExitCode runAdopt(const Session& session, const model::Configuration& configurat
     if (!directories)
         return ExitCode::fileTrouble;
     const std::vector<FoundDriver> drivers = find(session, *directories);
-    model::ChangeResult result;
+    std::vector<model::Entering> entries;
     std::vector<std::string> adopted;
     for (const std::string& name : line.texts("NAME")) {
         const FoundDriver* found = called(drivers, name);
@@ -131,14 +131,11 @@ ExitCode runAdopt(const Session& session, const model::Configuration& configurat
         model::Registration wish{found->name, found->path, {}, found->keys};
         if (!found->setup.empty())
             wish.setup = found->setup;
-        if (!result
-                 .add(model::registerEntry(configuration, model::kDriverKind, wish, presentOf(configuration, *found),
-                                           session.way()))
-                 .isDone())
-            return session.report(result, {});
+        entries.push_back({wish, presentOf(configuration, *found)});
         adopted.push_back(found->name);
     }
-    return session.report(result, "Registered driver " + model::joined(adopted));
+    return session.report(model::registerEntries(configuration, model::kDriverKind, entries, session.way()),
+                          "Registered driver " + model::joined(adopted));
 }
 
 }  // namespace

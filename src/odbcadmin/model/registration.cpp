@@ -67,6 +67,17 @@ Reason whyNotThere(const Configuration& configuration, const RegisteredKind& kin
                                           : noneRegistered(configuration, kind, name);
 }
 
+Reason whyNotRemoved(const Configuration& configuration, const RegisteredKind& kind, const std::string& name) {
+    Reason reason = whyNotThere(configuration, kind, name);
+    const std::optional<Registered> entry = configuration.find(kind, name);
+    if (reason && entry && entry->file->scope != configuration.file(FileKind::drivers).scope)
+        return {
+            reason.kind,
+            "The " + std::string(kind.word) + " " + entry->name + " is the system's: it stands in " + entry->file->path,
+            "--system removes it for all users."};
+    return reason;
+}
+
 // What another file has, or another program removed since the configuration was read, is not made anew by a change.
 Reason whyNotIn(const IniView& file, const RegisteredKind& kind, const std::string& name) {
     if (file.section(name) != nullptr || file.find(kind.list, name) != nullptr)
@@ -170,23 +181,33 @@ void composeUnregistration(FileChange& change, const RegisteredKind& kind, const
 
 ChangeResult registerEntry(const Configuration& configuration, const RegisteredKind& kind, const Registration& wish,
                            WhenPresent present, const ChangeWay& way) {
-    if (Reason reason = whyNotRegister(configuration, kind, wish))
-        return {std::move(reason)};
-    if (Reason reason = whyOnlySystems(configuration, kind, wish.name, present))
-        return {std::move(reason)};
+    return registerEntries(configuration, kind, {{wish, present}}, way);
+}
+
+ChangeResult registerEntries(const Configuration& configuration, const RegisteredKind& kind,
+                             const std::vector<Entering>& entries, const ChangeWay& way) {
+    for (const auto& [wish, present] : entries) {
+        Reason reason = whyNotRegister(configuration, kind, wish);
+        if (!reason)
+            reason = whyOnlySystems(configuration, kind, wish.name, present);
+        if (reason)
+            return {std::move(reason)};
+    }
     FileChange change(rules::kDriverFile, way);
-    if (present == WhenPresent::fail)
-        change.fail(alreadyThere(change.before(), kind, wish.name, way.scope));
-    if (wish.library.empty() && change.before().value(wish.name, kind.key).empty())
-        change.fail({Kind::incomplete, std::string("The ") + kind.word + " " + wish.name + " has no library yet",
-                     "Give it with --lib."});
-    composeRegistration(change, kind, wish);
+    for (const auto& [wish, present] : entries) {
+        if (present == WhenPresent::fail)
+            change.fail(alreadyThere(change.before(), kind, wish.name, way.scope));
+        if (wish.library.empty() && change.before().value(wish.name, kind.key).empty())
+            change.fail({Kind::incomplete, std::string("The ") + kind.word + " " + wish.name + " has no library yet",
+                         "Give it with --lib."});
+        composeRegistration(change, kind, wish);
+    }
     return change.finish();
 }
 
 ChangeResult unregisterEntry(const Configuration& configuration, const RegisteredKind& kind, const std::string& name,
                              const ChangeWay& way) {
-    if (Reason reason = whyNotThere(configuration, kind, name))
+    if (Reason reason = whyNotRemoved(configuration, kind, name))
         return {std::move(reason)};
     FileChange change(rules::kDriverFile, way);
     composeUnregistration(change, kind, name);

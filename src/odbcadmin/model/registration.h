@@ -32,6 +32,14 @@ Reason whyNotRegister(const Configuration& configuration, const RegisteredKind& 
 ChangeResult registerEntry(const Configuration& configuration, const RegisteredKind& kind, const Registration& wish,
                            WhenPresent present, const ChangeWay& way);
 
+// The same of several, in one change; their names must differ.
+struct Entering {
+    Registration wish;
+    WhenPresent present = WhenPresent::fail;
+};
+ChangeResult registerEntries(const Configuration& configuration, const RegisteredKind& kind,
+                             const std::vector<Entering>& entries, const ChangeWay& way);
+
 // Removes the list entry and the section; no library is touched.
 ChangeResult unregisterEntry(const Configuration& configuration, const RegisteredKind& kind, const std::string& name,
                              const ChangeWay& way);

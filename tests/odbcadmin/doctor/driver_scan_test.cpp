@@ -86,5 +86,101 @@ TEST_F(DriverScan, ATemplateThatWasNeverRegisteredIsNoted) {
     EXPECT_EQ(home_.dump(checkTemplates(model::Configuration::read(), options)), "");
 }
 
+// Each file of the folder, why it is no driver, or under which name it is one.
+TEST_F(DriverScan, KnowsDriversByWhatTheyOffer) {
+    const std::string folder = home_.file("mixed");
+    std::filesystem::create_directories(folder + "/libfolder.so");
+    home_.take("libdriver.so", "mixed/notes.sorry");
+    home_.take("libdriver.so", "mixed/driver");
+    home_.take("libdriver.so", "mixed/libodbc.so.2");
+    home_.take("libsetup.so", "mixed/libset.so");
+    home_.put("mixed/libtext.so", "text");
+    home_.put("mixed/libempty.so", "");
+    home_.take("libdriver.so", "mixed/libzeta.so.1.2");
+    std::filesystem::create_symlink("libzeta.so.1.2", folder + "/libzeta.so");
+    std::filesystem::create_symlink("nowhere.so", folder + "/libgone.so");
+    std::string foreign(64, '\0');
+    foreign.replace(0, 6,
+                    "\x7F"
+                    "ELF\x02\x02");
+    home_.put("mixed/libforeign.so", foreign);
+    home_.take("libdriver.so", "mixed/alpha.so");
+    home_.take("libsetup.so", "mixed/alpha_setup.so");
+    EXPECT_EQ(run({"driver", "scan", folder}),
+              "0\nodbcadmin driver add alpha --lib ~/mixed/alpha.so --setup ~/mixed/alpha_setup.so\n"
+              "odbcadmin driver add zeta --lib ~/mixed/libzeta.so\n--\n");
+    EXPECT_EQ(run({"driver", "scan", folder, "-q"}), "0\n~/mixed/alpha.so\n~/mixed/libzeta.so\n--\n");
+}
+
+TEST_F(DriverScan, JsonHoldsAllThatIsKnownOfEachDriver) {
+    home_.put(".odbcinst.ini", "[Mine]\nDriver=" + libraries() + "/libplain.so\n");
+    EXPECT_EQ(run({"driver", "scan", libraries(), "--json"}), R"(0
+{
+  "schema": "odbcadmin/1",
+  "directories": [
+    "~/usr/lib/odbc"
+  ],
+  "drivers": [
+    {
+      "name": "Acme Unicode",
+      "lib": "~/usr/lib/odbc/libacme.so",
+      "setup": "~/usr/lib/libacmeS.so",
+      "keys": {
+        "Debug": "0"
+      },
+      "registered": false
+    },
+    {
+      "name": "plain",
+      "lib": "~/usr/lib/odbc/libplain.so",
+      "setup": "",
+      "keys": {},
+      "registered": true,
+      "registeredAs": "Mine",
+      "where": "~/.odbcinst.ini:2"
+    },
+    {
+      "name": "PostgreSQL Unicode",
+      "lib": "~/usr/lib/odbc/psqlodbcw.so",
+      "setup": "",
+      "keys": {},
+      "registered": false
+    }
+  ]
+}
+--
+)");
+    std::filesystem::create_directories(home_.file("none"));
+    EXPECT_EQ(run({"driver", "scan", home_.file("none"), "--json"}),
+              "0\n{\n  \"schema\": \"odbcadmin/1\",\n  \"directories\": [\n    \"~/none\"\n  ],\n"
+              "  \"drivers\": []\n}\n--\n");
+}
+
+TEST_F(DriverScan, AdoptOfSeveralIsAllOrNothing) {
+    const std::string before = "[Plain]\nDriver=/other.so\n";
+    home_.put(".odbcinst.ini", before);
+    EXPECT_EQ(run({"driver", "adopt", "Acme Unicode", "plain", "--in", libraries()}),
+              "4\n--\nodbcadmin: There is a driver plain in ~/.odbcinst.ini\n"
+              "  Use odbcadmin driver ensure to change it.\n");
+    EXPECT_EQ(run({"driver", "adopt", "Acme Unicode", "nothing", "--in", libraries()}),
+              "3\n--\nodbcadmin: No driver nothing was found in ~/usr/lib/odbc\n"
+              "  odbcadmin driver scan shows what there is.\n");
+    EXPECT_EQ(home_.text(".odbcinst.ini"), before);
+    home_.put(".odbcinst.ini", "");
+    EXPECT_EQ(run({"driver", "adopt", "plain", "Acme Unicode", "--in", libraries()}),
+              "0\nRegistered driver plain, Acme Unicode\n--\n");
+    EXPECT_EQ(home_.text(".odbcinst.ini").find("[ODBC Drivers]\nplain=Installed\nAcme Unicode=Installed\n"), 0U);
+}
+
+TEST_F(DriverScan, ATemplateMayNameTheSetupLibraryAlone) {
+    home_.put("usr/share/acme/odbcinst.ini", "[Acme]\nDriver=libacme.so\nSetup=libgone.so\n");
+    home_.put("usr/share/acme/other.ini", "[Plain]\nDriver=libplain.so\n");
+    EXPECT_EQ(run({"driver", "scan", libraries(), "--json"}).find("libgone"), std::string::npos);
+    EXPECT_EQ(run({"driver", "add", "-f", home_.file("usr/share/acme/odbcinst.ini")}),
+              "0\nRegistered driver Acme from ~/usr/share/acme/odbcinst.ini\n--\n");
+    EXPECT_EQ(home_.text(".odbcinst.ini"),
+              "[ODBC Drivers]\nAcme=Installed\n\n[Acme]\nDriver=" + libraries() + "/libacme.so\n");
+}
+
 }  // namespace
 }  // namespace jx::doctor::test
