@@ -6,6 +6,7 @@
 #include "odbcadmin/cli/library_warning.h"
 #include "odbcadmin/cli/verb.h"
 #include "odbcadmin/model/data_source_change.h"
+#include "odbcadmin/model/file_change.h"
 #include "odbcadmin/model/text.h"
 #include "odbcadmin/trial/installer_library.h"
 
@@ -101,7 +102,7 @@ std::vector<std::string> remarksOn(const Users& users, bool areRemoved) {
     return remarks;
 }
 
-// The data sources go first: one without its driver is of no use, a driver without data sources is.
+// Driver and data sources go together or not at all. Renaming locks the two files in this order, too.
 ExitCode removeDriver(const Session& session, const Configuration& configuration, const Line& line) {
     const std::string name = line.text("NAME");
     const bool withDataSources = line.has("--with-dsns");
@@ -111,12 +112,15 @@ ExitCode removeDriver(const Session& session, const Configuration& configuration
         return session.report({}, {});
     const bool isOwn = driver && driver->file->scope == session.way().scope;
     const bool removesUsers = withDataSources && isOwn && !users.own.empty();
-    ChangeResult result;
-    if (removesUsers && !result.add(model::removeDataSources(users.own, session.way())).isDone())
-        return session.fail(result.reason);
-    result.add(model::unregisterEntry(configuration, model::kDriverKind, name, session.way()));
+    const auto removeAll = [&] {
+        ChangeResult result = model::unregisterEntry(configuration, model::kDriverKind, name, session.way());
+        if (result.isDone() && removesUsers)
+            result.add(model::removeDataSources(users.own, session.way()));
+        return result;
+    };
     return session.report(
-        result, "Removed driver " + name + (removesUsers ? " and data source " + model::joined(users.own) : ""),
+        model::asOneChange(session.way(), removeAll),
+        "Removed driver " + name + (removesUsers ? " and data source " + model::joined(users.own) : ""),
         remarksOn(users, withDataSources));
 }
 

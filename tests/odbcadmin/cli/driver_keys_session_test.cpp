@@ -157,6 +157,19 @@ TEST_F(DriverKeysSession, ARenamingIsWholeOrNot) {
     EXPECT_EQ(out({"dsn", "list"}), "Sales     Other\nAccounts  Other\n");
 }
 
+// The same of a driver that goes with its data sources.
+TEST_F(DriverKeysSession, RemovingADriverWithItsDataSourcesIsWholeOrNot) {
+    for (const char* lock : {".odbc.ini.jxlock", ".odbcinst.ini.jxlock"}) {
+        home_.put(lock, "not a lock");
+        EXPECT_EQ(run({"driver", "remove", "Plain", "--with-dsns"}).code, 7);
+        EXPECT_EQ(drivers(), kDrivers);
+        EXPECT_EQ(sources(), kSources);
+        unlink(home_.file(lock).c_str());
+    }
+    EXPECT_EQ(json({"driver", "remove", "Plain", "--with-dsns"})["files"].size(), 2U);
+    EXPECT_EQ(out({"dsn", "list", "-q"}) + out({"driver", "list", "-q"}), "");
+}
+
 constexpr const char* kTranslators = R"sh($ odbcadmin -q translator add Latin --lib liblatin.so
 $ odbcadmin translator set Latin Translator=libl2.so Setup=libs.so
 Changed translator Latin

@@ -79,8 +79,8 @@ TEST_F(SystemChangesTest, WhatOnlyTheSystemHasIsNotChangedInTheUsersFile) {
          "~.etc/odbcinst.ini | --system changes it for all users; odbcadmin driver add registers one of your own."},
         {"unregister",
          [](const Configuration& c, const ChangeWay& w) { return unregisterEntry(c, kDriverKind, "Wide", w); },
-         "refused: The driver Wide is the system's: a change in ~/.odbcinst.ini would hide all of [Wide] in "
-         "~.etc/odbcinst.ini | --system changes it for all users; odbcadmin driver add registers one of your own."},
+         "refused: The driver Wide is the system's: it stands in ~.etc/odbcinst.ini | --system removes it for all "
+         "users."},
     };
     const std::string before = sources() + drivers();
     for (const auto& row : rows) {
