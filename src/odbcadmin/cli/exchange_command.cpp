@@ -48,10 +48,10 @@ std::optional<std::vector<model::Superfluous>> superfluousIn(const Session& sess
     for (const model::Scope scope : {model::Scope::user, model::Scope::system})
         if (word == scopeWord(scope))
             removed.push_back(model::superfluous(document, scope));
-    if (!removed.empty() || word.empty())
+    if (!removed.empty() || !line.has("--prune"))
         return removed;
     session.fail(ExitCode::wrongUse, "--prune takes user or system, not " + word,
-                 "It removes what the document has not, from the files of that scope.");
+                 "It removes from the files of that scope what the document does not have.");
     return std::nullopt;
 }
 
@@ -73,7 +73,7 @@ ExitCode askToRemove(const Session& session, const Line& line, const model::Supe
     const bool canAsk = ::isatty(STDIN_FILENO) == 1 && line.text("--file") != "-" && !session.json;
     if (!canAsk)
         return session.fail(ExitCode::wrongUse, "This would remove " + textOf(removed),
-                            "Look at it with --dry-run; --yes removes it without a question. Nothing was changed.");
+                            "Look at it with --dry-run; --yes removes it without asking. Nothing was changed.");
     for (const model::ChangedFile& file : preview.files)
         session.printOfFile(std::string_view(file.difference).substr(0, file.difference.size() - 1));
     std::cout.flush();
@@ -194,7 +194,7 @@ void addExchangeCommands(CLI::App& app, Session& session) {
             "odbcadmin apply -f odbc.json --prune user --yes\n"
             "odbcadmin export | odbcadmin apply -f - --home /srv/app")
         .requiredOption("-f,--file", "The document; - is standard input", Complete::files)
-        .option("--prune", "user or system: remove from its files what the document has not", Complete::scope)
+        .option("--prune", "user or system: remove from its files what the document does not have", Complete::scope)
         .flag("--yes", "Do not ask before anything is removed")
         .onRead(Needs::bothFiles, apply);
     addVerb(app, session, "export", "Print drivers, translators and data sources as JSON that apply takes",

@@ -189,8 +189,8 @@ $ odbcadmin dsn remove Depot --system -q
 $ odbcadmin driver add Third --lib libthird.so --no-setup --system
 Added driver Third
 $ odbcadmin driver remove Third
-! odbcadmin: The driver Third is the system's: a change in ~/.odbcinst.ini would hide all of [Third] in ~.etc/odbcinst.ini
-!   --system changes it for all users; odbcadmin driver add registers one of your own.
+! odbcadmin: The driver Third is the system's: it stands in ~.etc/odbcinst.ini
+!   --system removes it for all users.
 [5]
 $ odbcadmin driver remove Third --system
 Removed driver Third
@@ -230,8 +230,8 @@ TEST_F(ScopesSession, TracingOfTheSystem) {
 
 constexpr const char* kRemovingADriverWithItsDataSources = R"sh($ odbcadmin dsn copy Stock Mine --to user -q
 $ odbcadmin driver remove Wide --with-dsns
-! odbcadmin: The driver Wide is the system's: a change in ~/.odbcinst.ini would hide all of [Wide] in ~.etc/odbcinst.ini
-!   --system changes it for all users; odbcadmin driver add registers one of your own.
+! odbcadmin: The driver Wide is the system's: it stands in ~.etc/odbcinst.ini
+!   --system removes it for all users.
 [5]
 $ odbcadmin dsn list -q
 Sales
@@ -326,7 +326,7 @@ $ odbcadmin apply -f all.json
 unchanged: nothing to do
 $ odbcadmin apply -f stock.json --prune system
 ! odbcadmin: This would remove data source Sales
-!   Look at it with --dry-run; --yes removes it without a question. Nothing was changed.
+!   Look at it with --dry-run; --yes removes it without asking. Nothing was changed.
 [2]
 $ odbcadmin apply -f stock.json --prune system --dry-run
 --- ~.etc/odbc.ini
@@ -355,7 +355,7 @@ Applied 1 driver, 0 translators, 2 data sources
 ! odbcadmin: 4 entries of the other scope left out
 $ odbcadmin apply -f stock.json --prune both
 ! odbcadmin: --prune takes user or system, not both
-!   It removes what the document has not, from the files of that scope.
+!   It removes from the files of that scope what the document does not have.
 [2]
 )sh";
 
