@@ -144,11 +144,13 @@ void addDriverScan(CLI::App& app, Session& session) {
     addVerb(app, session, "driver scan", "Find ODBC drivers on the disk and print the lines that would add them",
             "odbcadmin driver scan\nodbcadmin driver scan /opt/acme/lib\nodbcadmin driver scan | sh")
         .operand("DIR", "Directories to look into; the usual ones without any", kAny, Complete::directories)
+        .thisSystemOnly()
         .onRead(Needs::nothing, runScan);
     addVerb(app, session, "driver adopt", "Register drivers that driver scan finds, under the names it shows",
             "odbcadmin driver adopt 'PostgreSQL Unicode'\nodbcadmin driver adopt Acme --in /opt/acme/lib")
         .operand("NAME", "Drivers as driver scan shows them, or paths of their libraries", kSome)
         .option("--in", "A directory to look into instead of the usual ones", Complete::directories)
+        .thisSystemOnly()
         .onRead(Needs::drivers, runAdopt);
 }
 

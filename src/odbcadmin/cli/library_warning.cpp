@@ -16,7 +16,7 @@ void warnOfLibrary(const Session& session, const std::string& what, const std::s
     if (state == "missing")
         session.warn("the " + what + " " + path + " is not there");
     else if (state == "broken")
-        session.warn("the " + what + " " + path + " cannot be used; odbcadmin driver check tells why");
+        session.warn("the " + what + " " + path + " cannot be used; see odbcadmin driver check");
     else if (state == "wrong architecture")
         session.warn("the " + what + " " + path + " is for another kind of processor");
 }

@@ -118,8 +118,10 @@ Verb& Verb::thisSystemOnly() {
 }
 
 void Verb::onRun(Action action) {
+    const CLI::App* noun = verb_.get_parent();
+    const std::string before = noun->get_parent() == nullptr ? "" : noun->get_name() + " ";
     if (isThisSystemOnly_)
-        action = [action = std::move(action), name = verb_.get_name()](const Session& run, const Line& line) {
+        action = [action = std::move(action), name = before + verb_.get_name()](const Session& run, const Line& line) {
             if (run.root.empty())
                 return action(run, line);
             return run.fail(ExitCode::wrongUse, name + " works with the libraries of this system, not of another root",

@@ -439,7 +439,7 @@ constexpr const char* kWorkingOnAnImage =
     R"sh($ mkdir -p image/etc image/home/anna image/opt && cp /bin/true image/opt/libimage.so
 $ HOME=/home/anna odbcadmin --root image driver add Image --lib /opt/libimage.so --system
 Added driver Image
-! odbcadmin: the library /opt/libimage.so cannot be used; odbcadmin driver check tells why
+! odbcadmin: the library /opt/libimage.so cannot be used; see odbcadmin driver check
 $ HOME=/home/anna odbcadmin --root image dsn add Stock --driver Image Server=db1 --system -q
 $ HOME=/home/anna odbcadmin --root image dsn add Mine --driver Image Server=db2
 Added data source Mine
@@ -463,7 +463,7 @@ $ odbcadmin --root image --home /home/anna paths | head -4
 odbc.ini (system)
   * ~/image/etc/odbc.ini             -rw-r--r-- root:root, read by everybody  below the root ~/image
 $ odbcadmin --root image dsn test Stock
-! odbcadmin: test works with the libraries of this system, not of another root
+! odbcadmin: dsn test works with the libraries of this system, not of another root
 !   odbcadmin lint --root looks at the files of an image.
 [2]
 $ rm image/etc/odbc.ini && ln -s ~/.odbc.ini image/etc/odbc.ini
