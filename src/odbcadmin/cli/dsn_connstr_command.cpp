@@ -44,7 +44,7 @@ Attributes withoutName(const Session& session, const Configuration& configuratio
     Attributes attributes;
     const std::string driver = driverOf(configuration, source);
     if (driver.empty()) {
-        attributes.reason = {Reason::Kind::failed, "The data source " + source.name + " leads to no driver",
+        attributes.reason = {Reason::Kind::failed, "The driver of data source " + source.name + " cannot be found",
                              "See odbcadmin explain " + model::shellWord(source.name)};
         return attributes;
     }

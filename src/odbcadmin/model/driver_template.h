@@ -19,7 +19,7 @@ struct DriverTemplate {
     // a library are not among them.
     std::vector<Registration> drivers;
 
-    // Nothing when it cannot be read: jxIniLastFailure tells why. A file that is not there cannot be read either.
+    // Nothing when it cannot be read: jxIniLastFailure tells why. A file that is not there holds none.
     static std::optional<DriverTemplate> read(const std::string& path);
 
     // Null when there is none of that name, in any case.
