@@ -164,5 +164,25 @@ TEST_F(SetupRoute, ADriverThatIsNoLongerRegisteredDoesNotStopRemoval) {
     EXPECT_EQ(out({"dsn", "list", "-q"}), "Accounts\n");
 }
 
+TEST_F(SetupRoute, EachEndHasAdviceOfItsOwn) {
+    addDriverWithSetup("Hang", JX_MOODY);
+    addDriverWithSetup("No", JX_MOODY);
+    const std::string direct = "\n  --direct writes without the library.\n";
+    const std::string late = run({"dsn", "add", "A", "--driver", "Hang", "--timeout", "0.05"}).err;
+    EXPECT_NE(late.find("\n  --timeout gives it more time; --direct writes without the library.\n"), std::string::npos);
+    EXPECT_NE(run({"dsn", "add", "A", "--driver", "No"}).err.find(direct), std::string::npos);
+}
+
+TEST_F(SetupRoute, OnlyTheUsersFilesAreWrittenThroughIt) {
+    addDriverWithSetup("Yes", JX_MOODY);
+    EXPECT_EQ(run({"driver", "copy", "Yes", "--to", "system"}).code, 0);
+    EXPECT_EQ(run({"dsn", "add", "All", "--driver", "Yes", "--system"}).err,
+              "odbcadmin: written directly: the setup library of Yes works on the user's files only\n");
+    EXPECT_EQ(run({"driver", "remove", "Yes"}).code, 0);
+    EXPECT_EQ(run({"dsn", "add", "Mine", "--driver", "Yes"}).err,
+              "odbcadmin: written directly: the setup library of Yes works on the user's files only\n");
+    EXPECT_EQ(out({"dsn", "list", "-q"}), "Sales\nAccounts\nMine\nAll\n");
+}
+
 }  // namespace
 }  // namespace jx::test

@@ -113,6 +113,20 @@ TEST_F(MendingTest, ADataSourceFollowsItsDriver) {
     EXPECT_EQ(mended("[a]\nSetup=/old.so\n", Holds::dataSources), "[a]\nSetup=/old.so\n");
 }
 
+TEST_F(MendingTest, OnlyAPathThatLeadsToNothingIsReplaced) {
+    home_.put("a/libx.so", "");
+    home_.put("file", "");
+    fs::create_symlink("libx.so", home_.file("libx.so"));
+    const struct {
+        const char* path;
+        bool isMended;
+    } rows[] = {{"file/libx.so", true}, {"none/libx.so", true}, {"libx.so", false}, {"a/libx.so", false}};
+    for (const auto& row : rows) {
+        const std::string text = "[A]\nDriver=" + home_.file(row.path) + "\n";
+        EXPECT_EQ(mended(text), row.isMended ? "[A]\nDriver=" + home_.file("a/libx.so") + "\n" : text) << row.path;
+    }
+}
+
 TEST_F(MendingTest, LooksBesideTheLibrariesOfDrivers) {
     fs::create_directory(home_.file("c"));
     home_.put("c/libs.so", "");

@@ -221,6 +221,13 @@ TEST_F(FileChecks, APasswordInAFileThatOthersMayReadIsTold) {
     home_.put(".odbcinst.ini", "[A]\nDriver=/x\n");
     ::chmod(home_.file(".odbcinst.ini").c_str(), 0644);
     EXPECT_EQ(told(), "");
+    const std::string secret = home_.text(".odbc.ini");
+    for (const char* harmless : {"", "; PWD=geheim\n", "[PWD=geheim]\n", "[A]\nPWD=\nServer=pwd\n", "PWD\n"}) {
+        home_.put(".odbc.ini", harmless);
+        ::chmod(home_.file(".odbc.ini").c_str(), 0644);
+        EXPECT_EQ(told(), "") << harmless;
+    }
+    home_.put(".odbc.ini", secret);
     ::chmod(home_.file(".odbc.ini").c_str(), 0644);
     const std::string text = told();
     EXPECT_EQ(text.find("files.password-open ~/.odbc.ini: ~/.odbc.ini (-rw-r--r-- "), 0U) << text;

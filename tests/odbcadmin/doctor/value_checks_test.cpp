@@ -66,6 +66,10 @@ TEST(PathMistakes, AreNamedWithTheValueAsItShouldBe) {
         const char *value, *id, *meant;
     } rows[] = {
         {"{Acme}", "names.quoted-path", "Acme"},
+        {"{}", "names.quoted-path", ""},
+        {"''", "names.quoted-path", ""},
+        {"/l/d.so ; ours", "names.comment-in-value", "/l/d.so"},
+        {"/l/d.so\t# ours", "names.comment-in-value", "/l/d.so"},
         {"$JX_TEST_FOLDER/lib/d.so", "names.unexpanded-path", "/opt/acme/lib/d.so"},
         {"${JX_TEST_FOLDER}/lib/d.so", "names.unexpanded-path", "/opt/acme/lib/d.so"},
         {"$JX_TEST_NOTHING/lib/d.so", "names.unexpanded-path", ""},
@@ -81,7 +85,8 @@ TEST(PathMistakes, AreNamedWithTheValueAsItShouldBe) {
     }
     ::unsetenv("JX_TEST_FOLDER");
     // The loader replaces these itself.
-    for (const char* value : {"$ORIGIN/d.so", "${LIB}/d.so", "/l/$x/d.so", "dll", "/l/d.so"})
+    for (const char* value : {"$ORIGIN/d.so", "${LIB}/d.so", "/l/$x/d.so", "dll", "/l/d.so", "{", "}", "{d.so", "d.so}",
+                              "\"", "\"d.so", "d.so\"", "'d.so\"", "/l/d.so;x", "#d.so", ";"})
         EXPECT_FALSE(mistakeIn(value)) << value;
     EXPECT_EQ(mistakeIn("C:\\d.dll")->advice("Driver"),
               "Give the full path of the library on this system; odbcadmin driver scan shows those that are there.");

@@ -45,6 +45,12 @@ TEST_F(ComparisonTest, SeesEachKindOfChange) {
         {"[ODBC Drivers]\nA=1\n", "[ODBC Drivers]\nA=2\n", "A changed"},
         {"[ODBC Drivers]\nA=1\n", "; moved\n[ODBC Drivers]\n\nA = 1\n", "A unchanged"},
         {"[ODBC Drivers]\nA=1\n", "", ""},
+        {"[A]\nDriver=/a\nk=v\n", "[ODBC Drivers]\nA=\n[A]\nDriver=/a\nk=v\n", "A changed"},
+        {"[ODBC Drivers]\nA=\n[A]\nDriver=/a\nk=v\n", "[A]\nDriver=/a\nk=v\n", "A changed"},
+        {"[A]\nDriver=/a\nk=v\n", "[A]\nDriver=/a\nk=w\n", "A changed"},
+        {"[A]\nDriver=/a\nk=v\n", "[A]\nDriver=/a\nK=v\n", "A changed"},
+        {"[A]\nDriver=/a\na=1\nb=2\n", "[A]\nDriver=/a\nb=2\na=1\n", "A changed"},
+        {"[A]\nDriver=/a\nk=v\n", "[A]\nDriver=/a\n; note\nk = v\n", "A unchanged"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.before + "---\n" + row.after);

@@ -122,6 +122,14 @@ libodbcinst.so.2 with ODBCSYSINI=DIR: ~/.odbc.ini, DIR/odbc.ini; ~/.odbcinst.ini
 )");
 }
 
+TEST_F(ConfigPlacesTest, AFullPathInOdbciniMovesTheDataSourcesOnly) {
+    setenv("ODBCINI", "/srv/mine.ini", 1);
+    for (const Generation& each : generations()) {
+        EXPECT_EQ(each.dataSources.front(), "/srv/mine.ini") << each.program;
+        EXPECT_EQ(each.drivers.front(), home_.file(".odbcinst.ini")) << each.program;
+    }
+}
+
 TEST_F(ConfigPlacesTest, NameTheirVariables) {
     EXPECT_STREQ(variableOf(FileKind::dataSources), "ODBCINI");
     EXPECT_STREQ(variableOf(FileKind::drivers), "ODBCINSTINI");

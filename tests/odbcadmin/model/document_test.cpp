@@ -215,5 +215,65 @@ TEST_F(DocumentTest, WhatItHasNotIsSuperfluousInItsScopeAndGoesWhenAsked) {
     EXPECT_TRUE(Configuration::read().dataSource("Sales"));
 }
 
+// A user's data source may have its driver from the document's other scope, one of all users only from its own.
+TEST_F(DocumentTest, DriversAreLookedForInTheDocumentFirst) {
+    const DocumentEntry systems{"Wide", "", {{"Driver", "/wide.so"}}, Scope::system};
+    const DocumentEntry users{"Wide", "", {{"Driver", "/mine.so"}}};
+    const struct {
+        std::vector<DocumentEntry> drivers;
+        Scope scope;
+        const char* library;  // nothing when it is refused
+    } rows[] = {
+        {{systems}, Scope::user, "/wide.so"},
+        {{users, systems}, Scope::user, "/mine.so"},
+        {{systems, users}, Scope::system, "/wide.so"},
+        {{users}, Scope::system, nullptr},
+        {{}, Scope::user, nullptr},
+    };
+    for (const auto& row : rows) {
+        for (const char* name : {"odbc.ini", "odbcinst.ini"}) {
+            home_.putSystem(name, "");
+            home_.put("." + std::string(name), "");
+        }
+        const Document document{row.drivers, {}, {{"New", "wide", {}, row.scope}}};
+        const Reason reason = applyDocument(Configuration::read(Scopes()), document, ChangeWay()).reason;
+        const std::string text = row.scope == Scope::user ? sources() : home_.systemText("odbc.ini");
+        EXPECT_EQ(told(reason) == "", row.library != nullptr) << told(reason);
+        EXPECT_EQ(text, row.library == nullptr
+                            ? ""
+                            : "[ODBC Data Sources]\nNew=wide\n\n[New]\nDriver=" + std::string(row.library) + "\n");
+    }
+}
+
+TEST_F(DocumentTest, ADataSourceOutsideTheListNeedsALibraryOfItsOwn) {
+    const struct {
+        std::vector<DocumentKey> keys;
+        bool isEntered;
+    } rows[] = {
+        {{{"driver", "/own.so"}}, true},
+        {{{"Driver", ""}}, false},
+        {{{"Driver", std::nullopt}}, false},
+        {{{"Server", "db1"}}, false},
+        {{}, false},
+    };
+    for (const auto& row : rows) {
+        home_.put(".odbc.ini", kSources);
+        EXPECT_EQ(apply({{}, {}, {{"Loose", "", row.keys}}}) == "", row.isEntered);
+        EXPECT_EQ(Configuration::read().dataSource("Loose").has_value(), row.isEntered);
+    }
+}
+
+TEST_F(DocumentTest, StarsAreNeverASecretWhereverTheyStand) {
+    const DocumentEntry stars{"Latin", "", {{"Translator", "/l.so"}, {"Token", "********"}}};
+    const std::string refused =
+        "refused: The value given for Token is what a hidden secret is shown as, not the secret | Give the secret "
+        "itself; --show-secrets prints one that is stored.";
+    EXPECT_EQ(apply({{}, {stars}, {}}), refused);
+    EXPECT_EQ(apply({{{"New", "", {{"Driver", "/l.so"}, {"Token", "********"}}}}, {}, {}}), refused);
+    EXPECT_EQ(apply({{}, {}, {{"Sales", "Plain", {{"Token", "********"}}}}}), refused);
+    EXPECT_EQ(apply({{}, {}, {{"Sales", "Plain", {{"PWD", std::nullopt}, {"Server", "********"}}}}}), "");
+    EXPECT_EQ(sources(), with(kSources, "Server = db1", "Server = ********"));
+}
+
 }  // namespace
 }  // namespace jx::model::test

@@ -164,5 +164,100 @@ TEST_F(RegistrationTest, WhatIsGoneMeanwhileIsNotMadeAnew) {
     EXPECT_EQ(sources(), kSources);
 }
 
+TEST_F(RegistrationTest, ANameOnAListAloneIsTaken) {
+    home_.put(".odbcinst.ini", "[ODBC Drivers]\nListed=Installed\n[ODBC Translators]\nGreek=Installed\n");
+    EXPECT_EQ(enter({"listed", "/l.so"}),
+              "exists: There is a driver listed in ~/.odbcinst.ini | Use odbcadmin driver ensure to change it.");
+    EXPECT_EQ(enter({"greek", "/l.so"}, WhenPresent::fail, kTranslatorKind),
+              "exists: There is something called greek in ~/.odbcinst.ini | Remove it first, or choose another name.");
+    EXPECT_EQ(enter({"Listed", "/l.so"}, WhenPresent::change), "");
+    EXPECT_EQ(drivers(),
+              "[ODBC Drivers]\nListed=Installed\n[ODBC Translators]\nGreek=Installed\n\n[Listed]\nDriver=/l.so\n");
+}
+
+TEST_F(RegistrationTest, HalfOfAnEntryIsEnoughToChangeIt) {
+    const auto set = [&](const std::string& name) {
+        return change([&](const auto& configuration, const auto& way) {
+            return setRegisteredKeys(configuration, kDriverKind, name, {{"FileUsage", "1"}}, way);
+        });
+    };
+    home_.put(".odbcinst.ini", "[Loose]\nDriver=/l.so\n");
+    EXPECT_EQ(set("loose"), "");
+    EXPECT_EQ(drivers(), "[Loose]\nDriver=/l.so\nFileUsage=1\n");
+    home_.put(".odbcinst.ini", "[ODBC Drivers]\nListed=Installed\n");
+    EXPECT_EQ(set("listed"), "");
+    EXPECT_EQ(drivers(), "[ODBC Drivers]\nListed=Installed\n\n[listed]\nFileUsage=1\n");
+}
+
+TEST_F(RegistrationTest, KeysAreRefusedWithAReason) {
+    const std::string longest = "/" + std::string(1022, 'x');
+    const std::string path = "refused: The path of the ";
+    const struct {
+        const RegisteredKind& kind;
+        std::pair<std::string, std::string> key;
+        std::string told;
+    } rows[] = {
+        {kDriverKind, {"driver", "sub/x.so"}, path + "driver's library does not begin with / | Give its full path."},
+        {kDriverKind,
+         {"Driver", longest + "x"},
+         path + "driver's library is too long | At most 1023 bytes are possible."},
+        {kDriverKind, {"Driver", longest}, ""},
+        {kDriverKind,
+         {"Driver", ""},
+         "refused: A driver cannot be without its library | Give a path, or remove the driver."},
+        {kDriverKind, {"SETUP", "sub/x.so"}, path + "setup library does not begin with / | Give its full path."},
+        {kDriverKind, {"Setup", longest + "x"}, path + "setup library is too long | At most 1023 bytes are possible."},
+        {kDriverKind, {"Setup", ""}, ""},
+        {kDriverKind, {"Translator", "sub/x.so"}, ""},
+        {kDriverKind,
+         {"PWD", "********"},
+         "refused: The value given for PWD is what a hidden secret is shown as, not the secret | Give the secret "
+         "itself; "
+         "--show-secrets prints one that is stored."},
+        {kTranslatorKind,
+         {"Translator", "sub/x.so"},
+         path + "translator's library does not begin with / | Give its full path."},
+        {kTranslatorKind,
+         {"translator", ""},
+         "refused: A translator cannot be without its library | Give a path, or remove the translator."},
+        {kTranslatorKind, {"Driver", "sub/x.so"}, ""},
+        {kTranslatorKind, {"Driver", ""}, ""},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.key.first + "=" + row.key.second);
+        home_.put(".odbcinst.ini",
+                  "[ODBC Translators]\nLatin=Installed\n[Latin]\nTranslator=/l.so\n" + std::string(kDrivers));
+        const std::string name = &row.kind == &kDriverKind ? "Plain" : "Latin";
+        EXPECT_EQ(change([&](const auto& configuration, const auto& way) {
+                      return setRegisteredKeys(configuration, row.kind, name, {row.key}, way);
+                  }),
+                  row.told);
+    }
+}
+
+TEST_F(RegistrationTest, SeveralAreEnteredTogetherOrNotAtAll) {
+    const auto enterAll = [&](const std::vector<Entering>& entries) {
+        return change([&](const auto& configuration, const auto& way) {
+            return registerEntries(configuration, kDriverKind, entries, way);
+        });
+    };
+    const Entering good{{"New", "/new.so"}, WhenPresent::fail};
+    EXPECT_EQ(enterAll({good, {{"plain", "/x.so"}, WhenPresent::fail}}),
+              "exists: There is a driver plain in ~/.odbcinst.ini | Use odbcadmin driver ensure to change it.");
+    EXPECT_EQ(enterAll({good, {{"A=B", "/x.so"}, WhenPresent::change}}),
+              "refused: No driver can be called \"A=B\": it holds = | Choose another name.");
+    EXPECT_EQ(enterAll({good, {{"Other", ""}, WhenPresent::change}}),
+              "incomplete: The driver Other has no library yet | Give it with --lib.");
+    EXPECT_EQ(enterAll({good, {{"Other", "/x.so", "", {{"PWD", "********"}}}, WhenPresent::fail}}),
+              "refused: The value given for PWD is what a hidden secret is shown as, not the secret | Give the secret "
+              "itself; --show-secrets prints one that is stored.");
+    EXPECT_EQ(drivers(), kDrivers);
+    EXPECT_EQ(enterAll({}), "");
+    EXPECT_EQ(enterAll({good, {{"plain", "/x.so"}, WhenPresent::change}}), "");
+    EXPECT_EQ(drivers(), with(with(kDrivers, "Plain=Installed\n", "Plain=Installed\nNew=Installed\n"),
+                              "Driver=/opt/libplain.so", "Driver=/x.so") +
+                             "\n[New]\nDriver=/new.so\n");
+}
+
 }  // namespace
 }  // namespace jx::model::test
