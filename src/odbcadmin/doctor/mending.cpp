@@ -92,7 +92,8 @@ private:
         const auto mistake = mistakeIn(value);
         if (mistake && mistake->check == &check::kQuotedPath && !mistake->meant.empty()) {
             meant = mistake->meant;
-            fix(line, "the quotes around the value of " + key);
+            fix(line,
+                std::string("the ") + (value.front() == '{' ? "braces" : "quotes") + " around the value of " + key);
         }
         const bool isDataSources = holds_ == Holds::dataSources && rules::sameName(key, rules::kDriver);
         std::string moved = isDataSources ? libraries_.placeOf(meant, section_) : libraries_.placeOf(meant);

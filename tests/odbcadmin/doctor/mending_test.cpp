@@ -56,6 +56,7 @@ TEST_F(MendingTest, MendsWhatHasOneWayAndNothingElse) {
         {"[A]\r\r\nx=1\r", "[A]\nx=1", "0 the carriage returns at the ends of 2 lines\n"},
         {"[A]\nx=1\ry\n", "[A]\nx=1\ry\n", ""},
         {"[A]\n driver = \"/no/x.so\" \n", "[A]\n driver = /no/x.so \n", "2 the quotes around the value of driver\n"},
+        {"[A]\nDriver={/no/x.so}\n", "[A]\nDriver=/no/x.so\n", "2 the braces around the value of Driver\n"},
         {"[A]\nSetup='libs.so'\nTranslator=\" t.so\"\n", "[A]\nSetup=libs.so\nTranslator=t.so\n",
          "2 the quotes around the value of Setup\n3 the quotes around the value of Translator\n"},
         {"[A]\nDriver=\"/no/x.so'\nDriver=\"\nDriver=\"\"\n", "[A]\nDriver=\"/no/x.so'\nDriver=\"\nDriver=\"\"\n", ""},
