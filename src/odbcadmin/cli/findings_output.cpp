@@ -80,7 +80,7 @@ ExitCode showFindings(const Session& session, const doctor::Findings& findings, 
     for (const Finding& each : findings)
         print(session, each);
     if (findings.empty())
-        session.say("Nothing was found.");
+        session.say("No problems were found.");
     else
         session.say(model::counted(countOf(findings, Severity::error), "error") + ", " +
                     model::counted(countOf(findings, Severity::warning), "warning") + ", " +

@@ -68,7 +68,7 @@ $ cp a.ini b.ini
 $ odbcadmin lint a.ini --fix
 Fixed ~/a.ini:2: the quotes around the value of Driver
 Fixed ~/a.ini: the carriage returns at the ends of 1 line
-Nothing was found.
+No problems were found.
 $ cat a.ini
 [A]
 Driver=/opt/libplain.so

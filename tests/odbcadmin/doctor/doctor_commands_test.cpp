@@ -310,7 +310,7 @@ TEST_F(DoctorCommands, PathsShowEveryFileAndWhichOneCounts) {
 TEST_F(DoctorCommands, LintLooksAtTheTwoFilesOrAtThoseGiven) {
     EXPECT_TRUE(findsNothingHere("lint"));
     home_.put("fine.ini", "[A]\nx=1\n");
-    EXPECT_EQ(run({"lint", home_.file("fine.ini")}), "0\nNothing was found.\n");
+    EXPECT_EQ(run({"lint", home_.file("fine.ini")}), "0\nNo problems were found.\n");
     home_.put("x.ini", "[A\nx=1\n");
     EXPECT_EQ(run({"lint", home_.file("x.ini"), "-q"}), "10\nerror syntax.unclosed-bracket ~/x.ini:1\n");
     EXPECT_EQ(run({"lint", home_.file("none.ini")}).substr(0, 2), "7\n");
