@@ -95,6 +95,22 @@ TEST_F(ScopeChecks, ADriverThatNotEveryReaderOfTheDataSourceSeesIsTold) {
               "other users have none of that name.\n");
     home_.putSystem("odbcinst.ini", kDrivers);
     EXPECT_EQ(told().find("driver-of-user"), std::string::npos) << told();
+    std::filesystem::remove(home_.systemFile("odbc.ini"));
+    home_.put(".odbc.ini", kSources);
+    EXPECT_EQ(told().find("driver-of-system"), std::string::npos) << told();
+}
+
+TEST_F(ScopeChecks, AListEntryWithoutASectionIsAnotherCheck) {
+    constexpr const char* kListed = "[ODBC Data Sources]\nA=D\n";
+    constexpr const char* kDrivers = "[ODBC Drivers]\nD=Installed\n[D]\nDriver=/d.so\n";
+    home_.put(".odbc.ini", kListed);
+    home_.putSystem("odbcinst.ini", kDrivers);
+    EXPECT_EQ(told(), "");
+    home_.put(".odbc.ini", "");
+    home_.putSystem("odbc.ini", kListed);
+    home_.putSystem("odbcinst.ini", "");
+    home_.put(".odbcinst.ini", kDrivers);
+    EXPECT_EQ(told(), "");
 }
 
 TEST_F(ScopeChecks, VariablesThatMoveFilesAreTold) {
@@ -125,6 +141,10 @@ TEST_F(ScopeChecks, TheVariableThatBothLibrariesReadDifferentlyIsTold) {
     EXPECT_EQ(tidy(checkVariables()),
               "files.drivers-moved ODBCINSTINI: ODBCINSTINI is \"inst.ini\": libodbcinst.so.2 takes it for "
               "~.etc/inst.ini, libodbcinst.so.1 for a file where a program is started.\n");
+    for (const char* both : {"", ".", "..", "sub/inst.ini"}) {
+        ::setenv("ODBCINSTINI", both, 1);
+        EXPECT_EQ(tidy(checkVariables()), "") << both;
+    }
 }
 
 TEST_F(ScopeChecks, VariablesOfOtherProductsAreTold) {
