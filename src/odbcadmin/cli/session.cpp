@@ -74,9 +74,10 @@ void Session::print(std::string_view text) const {
 void Session::printOfFile(std::string_view lines) const {
     std::string shown(lines);
     if (isatty(STDOUT_FILENO) == 1)
-        for (char& byte : shown)
-            if (byte != '\n' && byte != '\t')
-                byte = printable({&byte, 1}).front();
+        shown = printable(lines);
+    for (std::size_t i = 0; i < shown.size(); ++i)
+        if (lines[i] == '\n' || lines[i] == '\t')
+            shown[i] = lines[i];
     print(shown);
 }
 

@@ -16,9 +16,17 @@ std::string withoutQuotes(std::string_view key) {
 
 std::string printable(std::string_view text) {
     std::string shown(text);
-    for (char& byte : shown)
-        if (static_cast<unsigned char>(byte) < ' ' || byte == '\x7F')
-            byte = '?';
+    for (std::size_t i = 0; i < shown.size(); ++i) {
+        const bool isControl = static_cast<unsigned char>(shown[i]) < ' ' || shown[i] == '\x7F';
+        // U+0080 to U+009F: terminals take U+009B for the beginning of a command.
+        const bool isControlOfTwo = shown[i] == '\xC2' && i + 1 < shown.size() &&
+                                    static_cast<unsigned char>(shown[i + 1]) >= 0x80 &&
+                                    static_cast<unsigned char>(shown[i + 1]) < 0xA0;
+        if (isControl || isControlOfTwo)
+            shown[i] = '?';
+        if (isControlOfTwo)
+            shown[++i] = '?';
+    }
     return shown;
 }
 

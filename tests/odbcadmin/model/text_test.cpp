@@ -12,6 +12,10 @@ TEST(Text, ControlCharactersAreShownAsQuestionMarks) {
     EXPECT_EQ(printable("a\x1b[31mb\tc\nd\x7F"), "a?[31mb?c?d?");
     EXPECT_EQ(printable("M\xC3\xBCller \xFF"), "M\xC3\xBCller \xFF");
     EXPECT_EQ(printable(std::string("a\0b", 3)), "a?b");
+    EXPECT_EQ(printable("\xC2\x9B"
+                        "31m \xC2\x80\xC2\x9F"),
+              "??31m ????");
+    EXPECT_EQ(printable("\xC2\xA0 \xC3\x9B \x9B \xC2"), "\xC2\xA0 \xC3\x9B \x9B \xC2");
 }
 
 TEST(Text, NamesOfScriptsLoseTheirQuotes) {
