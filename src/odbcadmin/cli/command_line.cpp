@@ -36,26 +36,26 @@ void addGlobalOptions(CLI::App& app, Session& session) {
     app.add_flag("--json", session.json, "Results as JSON");
     app.add_flag("-n,--dry-run", session.dryRun, "Change nothing; print a unified diff of what would change");
     app.add_flag("--check", session.check, "Change nothing; exit 9 when something would change");
-    app.add_flag("-q,--quiet", session.quiet, "Say nothing about what was done; lists as bare names");
+    app.add_flag("-q,--quiet", session.quiet, "Do not report what was done; print lists as bare names");
     app.add_flag("--show-secrets", session.showSecrets, "Show passwords and the like instead of ********");
     app.add_flag("--no-color", session.noColor, "No colors");
     app.add_option("--home", session.home, "Work on the files of this home directory")
         ->type_name(Complete::directories)
         ->check([](const std::string& home) { return home.empty() ? "it names no directory" : std::string(); });
     app.add_option("--owner", session.owner,
-                   "Whose a configuration file is that root makes; without it the owner of its directory")
+                   "The owner of files that root makes; without it the owner of their directory")
         ->type_name("USER");
     CLI::Option* user = app.add_flag("--user", session.user, "Look at the user's files only");
     app.add_flag("--system", session.system, "Look at the system's files only, and change those")->excludes(user);
-    app.add_option("--root", session.root, "Work on the files of an image: below this directory")
+    app.add_option("--root", session.root, "Work on the files of a system image below this directory")
         ->type_name(Complete::directories)
         ->check([](const std::string& root) { return root.empty() ? "it names no directory" : std::string(); });
     app.add_flag("--open-secrets", session.openSecrets,
-                 "Let passwords go into a file of the system's that everybody may read");
+                 "Store passwords in the system's files although everybody may read them");
     app.add_option("--lock-timeout", session.lockTimeout,
                    "How long to wait for a file that another program has locked (10); 0: not at all")
         ->type_name("SECONDS")
-        ->check([](const std::string& wait) { return wait.empty() ? "it is no number" : std::string(); });
+        ->check([](const std::string& wait) { return wait.empty() ? "it is not a number" : std::string(); });
     app.set_version_flag("--version", "odbcadmin " JX_VERSION);
 }
 
@@ -153,7 +153,7 @@ ExitCode runAction(Session& session) {
                                 "Give --owner the name of an account.");
         if (::geteuid() != 0)
             return session.fail(ExitCode::wrongUse, "Only root can make files of another user",
-                                "Leave --owner away; new files are yours.");
+                                "Leave --owner out; new files are yours.");
     }
     const model::NewFileOwner newFiles(owner);
     const ExitCode code = session.action(session);

@@ -154,7 +154,7 @@ ExitCode edit(const Session& session, const Line& line) {
 }  // namespace
 
 void addEditCommand(CLI::App& app, Session& session) {
-    addVerb(app, session, "edit", "Edit a configuration file in your editor; it is looked over before it is written",
+    addVerb(app, session, "edit", "Edit a configuration file in your editor; it is checked before it is written",
             "odbcadmin edit\nodbcadmin edit --drivers\nEDITOR='nano -w' odbcadmin edit servers.ini")
         .operand("FILE", "A path; without it .odbc.ini", kOptional, Complete::files)
         .flag("--drivers", "Edit .odbcinst.ini")

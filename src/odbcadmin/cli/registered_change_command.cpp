@@ -149,7 +149,7 @@ void addRegisteredChangeCommands(CLI::App& app, Session& session) {
             "odbcadmin driver add SQLite3 --lib /usr/lib/odbc/libsqlite3odbc.so\n"
             "odbcadmin driver add SQLite3 --lib libsqlite3odbc.so --setup libjxsetup.so FileUsage=1\n"
             "odbcadmin driver add -f /usr/share/psqlodbc/odbcinst.ini.template")
-        .operand("NAME", "Driver, and behind it KEY=VALUE for further keys; with -f which of the template's", kAny)
+        .operand("NAME", "Driver, then further keys as KEY=VALUE; with -f the driver to take from the template", kAny)
         .option("--lib", "The driver's library", Complete::files)
         .option("--setup", "Its setup library", Complete::files)
         .flag("--no-setup", kNoSetup)

@@ -29,7 +29,7 @@ public:
         const std::string& path = source.file->path;
         const std::string ensure = "odbcadmin dsn ensure " + model::shellWord(source.name) + " --driver DRIVER";
         if (source.listed && source.driver.empty())
-            bad("listed", source.listed.where(), "no driver stands behind the name", "Name its driver: " + ensure);
+            bad("listed", source.listed.where(), "the list names no driver", "Name its driver: " + ensure);
         else if (source.listed)
             good("listed", source.listed, "for the driver " + source.driver);
         else
@@ -103,8 +103,7 @@ private:
         else if (value)
             good(name, value, value.text);
         else if (!other.empty())
-            bad(name, file, "no value; " + name + "64 is a key that nobody asks for here",
-                "Write the line as: " + name + "=" + other);
+            bad(name, file, "no value; " + name + "64 is not read here", "Write the line as: " + name + "=" + other);
         else
             bad(name, file, "no value", "Enter the full path of the driver's library.");
     }

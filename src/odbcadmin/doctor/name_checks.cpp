@@ -63,7 +63,7 @@ std::string driverMeant(const DataSource& source, const Configuration& configura
     return {};
 }
 
-// The names that are refused when something is added are those that are told of here.
+// The names that are refused when something is added are those that are reported here.
 void checkRegisteredName(const Registered& entry, const model::RegisteredKind& kind, const Subject& subject) {
     const rules::Why why = rules::whyNoName(entry.name, rules::kNewDriver);
     if (why == nullptr)
@@ -73,8 +73,8 @@ void checkRegisteredName(const Registered& entry, const model::RegisteredKind& k
                                                                : check::kForbiddenCharacter;
     const std::string command = std::string("odbcadmin ") + kind.word;
     subject.tell(what,
-                 (entry.listed ? entry.listed : entry.header).where() + ": no new " + kind.word +
-                     " may be called so: " + why + ".",
+                 (entry.listed ? entry.listed : entry.header).where() + ": a new " + kind.word +
+                     " cannot have this name: " + why + ".",
                  "Add it under another name, then: " + command + " remove " + model::shellWord(entry.name));
 }
 
@@ -108,7 +108,7 @@ void checkDriverOf(const DataSource& source, const Configuration& configuration,
     if (!source.listed)
         return;
     if (source.driver.empty())
-        return subject.tell(check::kDriverUnknown, source.listed.where() + ": no driver stands behind the name.",
+        return subject.tell(check::kDriverUnknown, source.listed.where() + ": the list names no driver for it.",
                             "Name its driver: " + ensureCommand(source, driverMeant(source, configuration)));
     const auto driver = configuration.driver(source.driver);
     if (!driver || !driver->header)
@@ -149,8 +149,7 @@ void tellNoLibrary(const Located& header, const model::IniSection* section, cons
         return subject.tell(check::kNoLibraryKey, header.where() + ": the section has no value for " + key + ".",
                             "Enter the full path of the library there: " + command);
     subject.tell(check::kNoLibraryKey,
-                 header.where() + ": the section has no value for " + key + ", and " + key +
-                     "64 is a key that nobody asks for here.",
+                 header.where() + ": the section has no value for " + key + ", and " + key + "64 is not read here.",
                  lineText(key, other));
 }
 

@@ -195,7 +195,7 @@ private:
         const std::string invisible = firstInvisible(line == kByteOrderMarkBytes ? std::string_view() : line);
         if (!invisible.empty())
             tell(check::kInvisible, piece.line,
-                 "The line holds " + invisible + ", which looks like nothing or a blank and is neither.",
+                 "The line holds " + invisible + ", which is invisible or looks like a blank, but belongs to the text.",
                  "Delete it, or type an ordinary blank.");
     }
 

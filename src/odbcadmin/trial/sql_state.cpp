@@ -31,7 +31,7 @@ constexpr Row kStates[] = {
     {"42S02", {"there is no such table", "Check the database of the data source."}},
     {"HY000", {"an error of the driver without a state of its own", "Its message says what happened."}},
     {"HY001", {"memory was short", "Try again with more memory."}},
-    {"HY010", {"functions were called out of turn", "Report it to the driver's maker."}},
+    {"HY010", {"functions were called in the wrong order", "Report it to the driver's maker."}},
     {"HY013", {"memory could not be used", "Try again with more memory."}},
     {"HY024", {"an attribute has a value that is not valid", "Check the values of the data source."}},
     {"HY090", {"a length is not valid", "Report it to the driver's maker."}},

@@ -186,12 +186,11 @@ TEST_F(DoctorCommands, ANameThatIsNotThereIsToldBehindWhatIsWrongWithTheFiles) {
 
 TEST_F(DoctorCommands, ADriverWithoutALibraryIsNotOk) {
     home_.put(".odbcinst.ini", "[ODBC Drivers]\nSmall=Installed\n[Small]\nDriver64=/l/d.so\n");
-    EXPECT_EQ(
-        run({"driver", "check", "Small"}),
-        "10\nerror names.no-library-key driver Small\n"
-        "  ~/.odbcinst.ini:3: the section has no value for Driver, and Driver64 is a key that nobody asks for here.\n"
-        "  Write the line as: Driver=/l/d.so\n"
-        "1 error, 0 warnings, 0 notes.\n");
+    EXPECT_EQ(run({"driver", "check", "Small"}),
+              "10\nerror names.no-library-key driver Small\n"
+              "  ~/.odbcinst.ini:3: the section has no value for Driver, and Driver64 is not read here.\n"
+              "  Write the line as: Driver=/l/d.so\n"
+              "1 error, 0 warnings, 0 notes.\n");
 }
 
 TEST_F(DoctorCommands, ALibraryThatIsNowhereIsToldOnce) {
@@ -217,7 +216,7 @@ TEST_F(DoctorCommands, ExplainNamesTheMistakeInAPathInsteadOfLookingForIt) {
               "driver Small\n"
               "  ok  listed  Installed  ~/.odbcinst.ini:2\n"
               "  ok  section  [Small]  ~/.odbcinst.ini:3\n"
-              "  broken  Driver  no value; Driver64 is a key that nobody asks for here  ~/.odbcinst.ini\n"
+              "  broken  Driver  no value; Driver64 is not read here  ~/.odbcinst.ini\n"
               "          Write the line as: Driver=~/libdriver.so\n");
 }
 

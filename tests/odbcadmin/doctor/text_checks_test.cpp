@@ -56,11 +56,11 @@ TEST(SyntaxChecks, TellEachFaultWithItsLine) {
          "there.\n"},
         {"[A]\nx=gr\xFC\xDF\n", "syntax.not-utf8 f:2: The line is not UTF-8: programs differ in how they read it.\n"},
         {"[A]\nx\xC2\xA0=1\n",
-         "syntax.invisible-character f:2: The line holds U+00A0 (no-break space), which looks like nothing or a blank "
-         "and is neither.\n"},
+         "syntax.invisible-character f:2: The line holds U+00A0 (no-break space), which is invisible or looks like a "
+         "blank, but belongs to the text.\n"},
         {"[A]\nx=a\xE2\x80\x8B\n",
-         "syntax.invisible-character f:2: The line holds U+200B (zero-width space), which looks like nothing or a "
-         "blank and is neither.\n"},
+         "syntax.invisible-character f:2: The line holds U+200B (zero-width space), which is invisible or looks like a "
+         "blank, but belongs to the text.\n"},
         {"[A]\nx=1 \n", "syntax.trailing-blanks f:2: Blanks at the end of the line are not part of its value.\n"},
         {"[A]\nx=1\n[B]\n[a]\ny=2\n",
          "syntax.duplicate-section f:4: The section \"a\" begins in line 1 already; here the two count as one, "
@@ -331,7 +331,7 @@ TEST_F(NameChecks, TheCommonestMistakesInAPathAreToldWithTheLineAsItShouldBe) {
 TEST_F(NameChecks, AKeyForOneWordSizeIsNoLibrary) {
     EXPECT_EQ(told("[ODBC Data Sources]\nA=D\n[A]\nDriver64=/l/d.so\n", good_),
               "error names.no-library-key data source A\n"
-              "  ~/.odbc.ini:3: the section has no value for Driver, and Driver64 is a key that nobody asks for here.\n"
+              "  ~/.odbc.ini:3: the section has no value for Driver, and Driver64 is not read here.\n"
               "  Write the line as: Driver=/l/d.so\n");
 }
 
@@ -367,7 +367,7 @@ TEST_F(NameChecks, ANameThatIsToldIsOneThatIsRefusedForNewOnes) {
     }
     EXPECT_EQ(told("", "[ODBC Drivers]\na;b=Installed\n[a;b]\nDriver=/l/d.so\nSetup=/l/s.so\n"),
               "warning names.forbidden-character driver a;b\n"
-              "  ~/.odbcinst.ini:2: no new driver may be called so: it holds one of []{};=\"\\.\n"
+              "  ~/.odbcinst.ini:2: a new driver cannot have this name: it holds one of []{};=\"\\.\n"
               "  Add it under another name, then: odbcadmin driver remove 'a;b'\n");
 }
 
