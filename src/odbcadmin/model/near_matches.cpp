@@ -76,6 +76,7 @@ std::vector<std::string> nearMatches(std::string_view name, const std::vector<st
         near.emplace(behind, distance, candidate);
     }
     std::vector<std::string> nearest;
+    nearest.reserve(near.size());
     for (const auto& each : near)
         nearest.emplace_back(each.second);
     return nearest;
