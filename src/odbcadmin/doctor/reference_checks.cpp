@@ -2,6 +2,7 @@
 #include "odbcadmin/doctor/reference_checks.h"
 
 #include <cstdlib>
+#include <filesystem>
 
 #include "odbcadmin/doctor/checks.h"
 #include "odbcadmin/doctor/file_rights.h"
@@ -90,9 +91,11 @@ void tellLookUp(const DataSource& source, const Referring& each, const Subject& 
     const trial::SecretLookUp found = trial::lookUpSecret(source.file->path, source.name, each.key);
     if (!found.isAsked)
         return;
+    std::error_code ignored;
+    const bool isFile = each.kind == Reference::file && std::filesystem::is_regular_file(each.target, ignored);
     if (!found.refusal.empty())
         return subject.tell(check::kReferenceRefused, each.where + ": " + found.refusal,
-                            each.kind == Reference::file && !rightsText(each.target).empty()
+                            isFile
                                 ? "Its rights are " + rightsText(each.target) + ", and this is " + thisUserText() + "."
                                 : "The driver gets no value for " + each.key + ".");
     if (found.value.empty())

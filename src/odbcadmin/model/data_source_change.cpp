@@ -232,7 +232,7 @@ ChangeResult unsetKeys(const Configuration& configuration, const std::string& na
 ChangeResult copyDataSource(const Configuration& configuration, const std::string& from, const std::string& to, Old old,
                             const ChangeWay& way) {
     if (rules::isDefaultName(from) || rules::isDefaultName(to))
-        return {{Kind::refused, "The default data source cannot be renamed, copied or made so",
+        return {{Kind::refused, "The default data source cannot be renamed, copied or replaced this way",
                  "Use odbcadmin dsn default NAME."}};
     if (Reason reason = whyNameRefused(to, rules::kNewDataSource))
         return {std::move(reason)};

@@ -231,7 +231,8 @@ TEST_F(DataSourceChange, WhatIsInNoListStaysOutOfIt) {
 
 TEST_F(DataSourceChange, CopyAndRenameRefuseWithAReason) {
     const std::string isDefault =
-        "refused: The default data source cannot be renamed, copied or made so | Use odbcadmin dsn default NAME.";
+        "refused: The default data source cannot be renamed, copied or replaced this way | Use odbcadmin dsn default "
+        "NAME.";
     const struct {
         std::string from, to, told;
     } rows[] = {
