@@ -112,6 +112,15 @@ TEST_F(DriverScan, KnowsDriversByWhatTheyOffer) {
     EXPECT_EQ(run({"driver", "scan", folder, "-q"}), "0\n~/mixed/alpha.so\n~/mixed/libzeta.so\n--\n");
 }
 
+// Shown in the order of these names, which need not be that of the files.
+TEST_F(DriverScan, AFileOfSeveralNamesIsKnownByTheShortest) {
+    home_.take("libdriver.so", "names/zulu.so.1");
+    home_.take("libdriver.so", "names/mike.so");
+    for (const char* name : {"a-very-long-name.so", "b.so", "c-long-name.so"})
+        std::filesystem::create_symlink("zulu.so.1", home_.file("names/" + std::string(name)));
+    EXPECT_EQ(run({"driver", "scan", home_.file("names"), "-q"}), "0\n~/names/b.so\n~/names/mike.so\n--\n");
+}
+
 TEST_F(DriverScan, JsonHoldsAllThatIsKnownOfEachDriver) {
     home_.put(".odbcinst.ini", "[Mine]\nDriver=" + libraries() + "/libplain.so\n");
     EXPECT_EQ(run({"driver", "scan", libraries(), "--json"}), R"(0
