@@ -109,7 +109,7 @@ void addKeys(const model::IniSection* section, const std::string& beginning, std
 // The keys that a driver asks for, each with its "=" and what it means; false when nothing is known of it.
 bool addKnownKeys(const model::Configuration& configuration, const std::string& driver, const std::string& beginning,
                   std::vector<std::string>& found) {
-    const auto registered = configuration.driver(driver);
+    const auto& registered = configuration.driver(driver);
     const model::KnownDriver* known =
         registered && registered->library ? model::knownDriverOf(registered->library.text) : nullptr;
     if (known == nullptr)

@@ -107,7 +107,7 @@ const FoundDriver* called(const std::vector<FoundDriver>& drivers, const std::st
 
 // The driver of that name may be the same one already.
 model::WhenPresent presentOf(const model::Configuration& configuration, const FoundDriver& found) {
-    const auto driver = configuration.driver(found.name);
+    const auto& driver = configuration.driver(found.name);
     const bool isSame = driver && driver->library && doctor::isSameFile(driver->library.text, found.path);
     return isSame ? model::WhenPresent::change : model::WhenPresent::fail;
 }

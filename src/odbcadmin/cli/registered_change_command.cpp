@@ -87,7 +87,7 @@ Users usersOf(const Session& session, const Configuration& configuration, const 
     const model::Scope scope = session.way().scope;
     for (const model::DataSource& source : configuration.dataSourcesOf(name))
         (source.file->scope == scope ? users.own : users.others).push_back(source.name);
-    if (const auto driver = configuration.driver(name); driver && driver->hides)
+    if (const auto& driver = configuration.driver(name); driver && driver->hides)
         users.others.clear();
     return users;
 }
