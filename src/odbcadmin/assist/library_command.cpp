@@ -13,7 +13,9 @@
 #include "odbcadmin/assist/library_dialog.h"
 #include "odbcadmin/assist/removal_form.h"
 #include "odbcadmin/assist/say.h"
+#include "odbcadmin/assist/scope_mark.h"
 #include "odbcadmin/assist/source_command.h"
+#include "odbcadmin/assist/system_driver.h"
 #include "odbcadmin/model/file_change.h"
 #include "rules/sections.h"
 
@@ -27,6 +29,11 @@ bool isMainCommand(const LibraryCommand& command) {
     const bool isRemoval = command.control == JxDeleteButton;
     if (!source || (command.control != JxSetupButton && !isRemoval && !isDoubleClick))
         return false;
+    if (source->scope == model::Scope::system) {
+        const auto act = isRemoval ? removeSource : setUpSource;
+        act(command.dialog, *source);
+        return true;
+    }
     if (!isStillThere(command.dialog, *source))
         return true;
     if (isRemoval && (isTooLong(*source) || isWithoutSetup(*source))) {
@@ -52,6 +59,11 @@ bool isDriversCommand(const LibraryCommand& command) {
     const std::string driver = selectedRow(command.dialog, JxDriversList);
     if (command.control != JxDeleteDriverButton || driver.empty())
         return false;
+    if (const auto ofSystem = withoutSystemMark(driver)) {
+        unregisterSystemDriver(command.dialog, *ofSystem);
+        refreshDriverLists();
+        return true;
+    }
     const Removal removal = askForRemoval(command.dialog, driver);
     if (removal == Removal::unregistered)
         refreshDriverLists();

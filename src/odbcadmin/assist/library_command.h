@@ -17,6 +17,7 @@ struct LibraryCommand {
 //   Setup, Add                            offer the general setup library for a driver that brings none
 //   Delete of such a data source          is done here, after a question
 //   Delete of a driver                    asks first whether its files are to go
+//   Setup, Delete of an entry of the system's   is done here: the library knows the user's files only
 //   OK of the Options                     stays in the dialog, with the reason, if the settings cannot be written
 bool isAnswered(const LibraryCommand& command);
 

@@ -17,7 +17,7 @@ std::string workerOf(HWND dialog) {
         return {};
     std::string driver;
     if (const auto source = chosenSource(dialog))
-        driver = source->driver;
+        driver = source->scope == model::Scope::user ? source->driver : "";
     else if (std::string_view(info.module) == trial::kInstallerModule && info.templateId == JxAddDataSourceDialog)
         driver = selectedRow(dialog, JxAddDataSourceList);
     if (driver.empty())
