@@ -7,6 +7,7 @@
 
 #include "odbcadmin/assist/forms.h"
 #include "odbcadmin/assist/scope_mark.h"
+#include "odbcadmin/assist/scoped_files.h"
 #include "odbcadmin/trial/installer_library.h"
 #include "rules/names.h"
 
@@ -35,6 +36,15 @@ void eachRow(HWND dialog, unsigned short id, Visit visit) {
             if (!visit(row, JXW_GetRow(dialog, index, row)))
                 return;
     }
+}
+
+// Names and drivers of the system's are of any kind, with parentheses anywhere: the file says which row is whose.
+std::optional<ChosenSource> systemSourceInRow(const std::string& row) {
+    if (const auto shown = withoutSystemMark(row))
+        for (const model::DataSource& source : configurationOf(model::Scope::system).dataSources())
+            if (rowOf(source) == *shown)
+                return ChosenSource{source.name, source.driver, model::Scope::system};
+    return std::nullopt;
 }
 
 }  // namespace
@@ -91,7 +101,11 @@ unsigned short sourceList(HWND dialog) {
 
 std::optional<ChosenSource> chosenSource(HWND dialog) {
     const unsigned short list = sourceList(dialog);
-    return list == 0 ? std::nullopt : sourceInRow(selectedRow(dialog, list));
+    if (list == 0)
+        return std::nullopt;
+    const std::string row = selectedRow(dialog, list);
+    const std::optional<ChosenSource> exact = systemSourceInRow(row);
+    return exact ? exact : sourceInRow(row);
 }
 
 void chooseSource(HWND dialog, const std::string& name, model::Scope scope) {

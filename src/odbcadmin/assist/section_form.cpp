@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "odbcadmin/assist/forms.h"
+#include "odbcadmin/assist/open_secret.h"
 #include "odbcadmin/assist/say.h"
 #include "odbcadmin/assist/scoped_files.h"
 #include "odbcadmin/model/data_source_change.h"
@@ -214,28 +215,14 @@ std::vector<model::RepeatedCommand> commandsFor(const std::string& name, const S
     return commands;
 }
 
-// Whether nothing but a secret in a file that everybody may read speaks against the change.
-bool isOnlyOpenSecret(const std::string& name, const SectionChange& wished, const model::ChangeWay& way) {
-    model::ChangeWay trial = way;
-    trial.openSecrets = model::ChangeWay::OpenSecrets::allowed;
-    trial.writing = model::ChangeWay::Writing::never;
-    return write(name, wished, trial).isDone();
-}
-
 bool storeSection(HWND dialog, const SectionEdit& edit) {
     const SectionChange wished = changeOf(edit);
-    model::ChangeWay way = changeWayOf(model::Scope::system);
-    model::ChangeResult result = write(edit.name, wished, way);
-    if (result.reason.kind == model::Reason::Kind::refused && isOnlyOpenSecret(edit.name, wished, way)) {
-        if (!asksToDestroy(dialog, result.reason.fact + ".\nStore it all the same?", kSectionTitle))
-            return false;
-        way.openSecrets = model::ChangeWay::OpenSecrets::allowed;
-        result = write(edit.name, wished, way);
-    }
-    if (!result.isDone())
-        say(dialog, "Nothing was stored. " + sentenceOf(result.reason, commandsFor(edit.name, wished)), kSectionTitle,
+    const auto result = changeAsking(dialog, kSectionTitle, model::Scope::system,
+                                     [&](const model::ChangeWay& way) { return write(edit.name, wished, way); });
+    if (result && !result->isDone())
+        say(dialog, "Nothing was stored. " + sentenceOf(result->reason, commandsFor(edit.name, wished)), kSectionTitle,
             MB_OK | MB_ICONSTOP);
-    return result.isDone();
+    return result && result->isDone();
 }
 
 void finish(HWND dialog, SectionEdit& edit) {

@@ -11,6 +11,7 @@
 #include "odbcadmin/assist/forms.h"
 #include "odbcadmin/assist/general_setup.h"
 #include "odbcadmin/assist/lists.h"
+#include "odbcadmin/assist/open_secret.h"
 #include "odbcadmin/assist/say.h"
 #include "odbcadmin/assist/scoped_files.h"
 #include "odbcadmin/assist/section_form.h"
@@ -106,11 +107,11 @@ model::Scope wishedScope(HWND dialog, const NewName& wish) {
     return JXW_IsDlgButtonChecked(dialog, kCopyToUser) != 0 ? model::Scope::user : wish.source.scope;
 }
 
-model::ChangeResult giveName(const NewName& wish, const std::string& name, model::Scope scope) {
+model::ChangeResult giveName(const NewName& wish, const std::string& name, const model::ChangeWay& way) {
     const model::Old old = wish.naming == Naming::copy ? model::Old::keep : model::Old::remove;
-    if (scope != wish.source.scope)
-        return model::transferDataSource({wish.source.name, name, scope, old}, model::ChangeWay());
-    return model::copyDataSource(configurationOf(scope), wish.source.name, name, old, changeWayOf(scope));
+    return way.scope == wish.source.scope
+               ? model::copyDataSource(configurationOf(way.scope), wish.source.name, name, old, way)
+               : model::transferDataSource({wish.source.name, name, way.scope, old}, way);
 }
 
 model::RepeatedCommand commandFor(const NewName& wish, const std::string& name) {
@@ -121,12 +122,13 @@ model::RepeatedCommand commandFor(const NewName& wish, const std::string& name) 
 
 // True when it is done.
 bool takeName(HWND dialog, const NewName& wish) {
+    const char* title = wish.naming == Naming::copy ? "Copy" : "Rename";
     const std::string name = fieldText(dialog, kLineText);
-    const model::ChangeResult result = giveName(wish, name, wishedScope(dialog, wish));
-    if (!result.isDone())
-        say(dialog, sentenceOf(result.reason, {commandFor(wish, name)}),
-            wish.naming == Naming::copy ? "Copy" : "Rename", MB_OK | MB_ICONEXCLAMATION);
-    return result.isDone();
+    const auto result = changeAsking(dialog, title, wishedScope(dialog, wish),
+                                     [&](const model::ChangeWay& way) { return giveName(wish, name, way); });
+    if (result && !result->isDone())
+        say(dialog, sentenceOf(result->reason, {commandFor(wish, name)}), title, MB_OK | MB_ICONEXCLAMATION);
+    return result && result->isDone();
 }
 
 void openName(HWND dialog, const NewName& wish) {
