@@ -247,21 +247,20 @@ std::string labelOf(const JxwControlInfo& control) {
     return text;
 }
 
-// " and /etc/odbc.ini" where rows of the list stand for entries of that file; else empty.
-std::string andTheSystems(HWND dialog, unsigned short list, model::FileKind kind) {
-    const std::vector<std::string> rows = rowsIn(dialog, list);
-    return !rows.empty() && withoutSystemMark(rows.back()) ? " and " + model::pathOf(nameOf(kind), model::Scope::system)
-                                                           : "";
-}
-
-// The path of the user's file of that kind, with "~" for the home directory.
-std::string shownPath(model::FileKind kind) {
-    const std::string path = model::pathOf(nameOf(kind));
+// The path of the file of that kind, with "~" for the home directory.
+std::string shownPath(model::FileKind kind, model::Scope scope = model::Scope::user) {
+    const std::string path = model::pathOf(nameOf(kind), scope);
     const char* home = std::getenv("HOME");
     const std::string folder = home != nullptr ? home : "";
     if (path.empty())
         return nameOf(kind);
     return !folder.empty() && path.starts_with(folder + "/") ? "~" + path.substr(folder.size()) : path;
+}
+
+// " and /etc/odbc.ini" where rows of the list stand for entries of that file; else empty.
+std::string andTheSystems(HWND dialog, unsigned short list, model::FileKind kind) {
+    const std::vector<std::string> rows = rowsIn(dialog, list);
+    return !rows.empty() && withoutSystemMark(rows.back()) ? " and " + shownPath(kind, model::Scope::system) : "";
 }
 
 std::string sourcesHeading(HWND dialog) {
@@ -279,7 +278,7 @@ std::string formHeading(const JxwDialogInfo& form) {
         case kFilterForm:
             return sourcesHeading(form.owner);
         case kSectionForm:
-            return "Data sources in " + model::pathOf(nameOf(model::FileKind::dataSources), model::Scope::system);
+            return "Data sources in " + shownPath(model::FileKind::dataSources, model::Scope::system);
         case kFilesForm:
         case kFormDialog:
             return "Registers a driver in " + shownPath(model::FileKind::drivers);
