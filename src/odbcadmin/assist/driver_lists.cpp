@@ -36,8 +36,19 @@ void enable(HWND dialog, unsigned short list, unsigned short button) {
     JXW_EnableWindow(JXW_GetDlgItem(dialog, button), isEmpty ? 0 : 1);
 }
 
-// The user's rows, and behind them those of the system's, which only the Drivers dialog has: the library makes data
-// sources for the user's drivers only.
+unsigned short buttonOf(unsigned short list) {
+    return list == JxDriversList ? kDelete : kOk;
+}
+
+// Who makes a data source of a shadowed driver would get one of the user's driver.
+std::vector<std::string> systemRowsOf(unsigned short list) {
+    std::vector<std::string> rows = systemDriverRows();
+    if (list == JxAddDataSourceList)
+        std::erase_if(rows, isShadowed);
+    return rows;
+}
+
+// The user's rows, and behind them those of the system's.
 void refresh(HWND dialog, unsigned short list, unsigned short button) {
     std::vector<std::string> missing;
     for (const model::Registered& driver : model::Configuration::read().drivers())
@@ -55,23 +66,24 @@ void refresh(HWND dialog, unsigned short list, unsigned short button) {
     }
     for (const std::string& name : missing)
         JXW_SendDlgItemMessage(dialog, list, LB_INSERTSTRING, end++, reinterpret_cast<uintptr_t>(name.c_str()));
-    if (list == JxDriversList)
-        putSystemRows(dialog, list, systemDriverRows());
+    putSystemRows(dialog, list, systemRowsOf(list));
     enable(dialog, list, button);
 }
 
 }  // namespace
 
 void completeDrivers(HWND dialog) {
-    putSystemRows(dialog, JxDriversList, systemDriverRows());
-    enable(dialog, JxDriversList, kDelete);
+    const unsigned short list = driverList(dialog);
+    putSystemRows(dialog, list, systemRowsOf(list));
+    if (JXW_SendDlgItemMessage(dialog, list, LB_GETCOUNT, 0, 0) > 0)
+        JXW_EnableWindow(JXW_GetDlgItem(dialog, buttonOf(list)), 1);
 }
 
 void refreshDriverLists() {
     for (HWND dialog = JXW_NextDialog(0); dialog != 0; dialog = JXW_NextDialog(dialog)) {
         const unsigned short list = driverList(dialog);
         if (list != 0)
-            refresh(dialog, list, list == JxDriversList ? kDelete : kOk);
+            refresh(dialog, list, buttonOf(list));
     }
 }
 

@@ -5,7 +5,7 @@
 
 namespace jx::assist {
 
-// Adds the system's drivers to the list of the Drivers dialog, which the library has just filled.
+// Adds the system's drivers to the list of the dialog, which the library has just filled with the user's.
 void completeDrivers(HWND dialog);
 
 // Brings the rows of all open lists of drivers up to date with the files.

@@ -98,6 +98,25 @@ constexpr JxwControl kSection[] = {{JXW_LABEL, kSectionWhere, 8, 8, 264, 16, "",
                                    {JXW_BUTTON, IDCANCEL, 204, 128, 68, 14, "Cancel", 0},
                                    kEnd};
 
+constexpr JxwControl kNewSource[] = {{JXW_LABEL, 0, 8, 8, 60, 8, "&Name:", 0},
+                                     {JXW_EDIT, kNewName, 72, 8, 120, 12, nullptr, 0},
+                                     {JXW_RADIO, kNewForUser, 204, 8, 72, 8, "For &you alone", 0},
+                                     {JXW_RADIO, kNewForSystem, 204, 24, 72, 8, "For &all users", 0},
+                                     {JXW_LABEL, kNewKeySays, 8, 24, 184, 16, "", JXW_PLAIN},
+                                     {JXW_LABEL, 0, 8, 40, 184, 8, "&Keys and values:", 0},
+                                     {JXW_LISTBOX, kSectionList, 8, 48, 184, 56, nullptr, 0},
+                                     {JXW_BUTTON, kSectionSet, 204, 48, 68, 14, "&Set", 0},
+                                     {JXW_BUTTON, kSectionRemove, 204, 64, 68, 14, "&Remove", JXW_GREY},
+                                     {JXW_LABEL, 0, 8, 112, 60, 8, "K&ey:", 0},
+                                     {JXW_EDIT, kSectionKey, 72, 112, 120, 12, nullptr, 0},
+                                     {JXW_LABEL, 0, 8, 128, 60, 8, "&Value:", 0},
+                                     {JXW_EDIT, kSectionValue, 72, 128, 120, 12, nullptr, 0},
+                                     {JXW_LABEL, 0, 8, 144, 60, 8, "&Hidden value:", 0},
+                                     {JXW_EDIT, kSectionHidden, 72, 144, 120, 12, nullptr, JXW_PASSWORD | JXW_GREY},
+                                     {JXW_BUTTON, IDOK, 204, 112, 68, 14, "OK", JXW_DEFAULT},
+                                     {JXW_BUTTON, IDCANCEL, 204, 128, 68, 14, "Cancel", 0},
+                                     kEnd};
+
 constexpr JxwTemplate kTemplates[] = {{kFormDialog, "Register a Driver", 280, 140, kRegistration},
                                       {kRemovalForm, "Remove a Driver", 280, 124, kRemoval},
                                       {kSourcesForm, "All Data Sources", 280, 136, kSources},
@@ -107,6 +126,7 @@ constexpr JxwTemplate kTemplates[] = {{kFormDialog, "Register a Driver", 280, 14
                                       {kFilterForm, "What Is Shown", 240, 76, kFilter},
                                       {kCopyForm, "Copy a Data Source", 240, 76, kCopy},
                                       {kSectionForm, "Data Source of the System", 280, 160, kSection},
+                                      {kNewSourceForm, "New Data Source", 280, 160, kNewSource},
                                       {0, nullptr, 0, 0, nullptr}};
 
 }  // namespace

@@ -70,6 +70,14 @@ inline constexpr unsigned short kSectionKey = 95;
 inline constexpr unsigned short kSectionValue = 96;
 inline constexpr unsigned short kSectionHidden = 97;
 
+// Making a data source of one of the system's drivers (new_source_form.h), with the controls for keys of the form
+// above.
+inline constexpr unsigned short kNewSourceForm = 10;
+inline constexpr unsigned short kNewName = 101;
+inline constexpr unsigned short kNewForUser = 102;
+inline constexpr unsigned short kNewForSystem = 103;
+inline constexpr unsigned short kNewKeySays = 104;
+
 // Shows one of them on the thread's screen until it ends, and returns its result; -1 when it could not be shown. owner
 // may be 0. The record is what WM_INITDIALOG gets.
 int showForm(unsigned short form, HWND owner, JxwProcedure procedure, void* record);

@@ -123,15 +123,28 @@ constexpr Sentence kSentences[] = {
      "The copy goes to the system's file, which only root may change on most machines.", ""},
     {kForm, kCopyForm, IDOK, "Makes the copy.", ""},
     {kForm, kCopyForm, IDCANCEL, "Changes nothing.", ""},
-    {kForm, kSectionForm, kSectionList, "The keys that all users get. Choose a row to change or remove it.", ""},
+    {kForm, kSectionForm, kSectionList, "What the driver gets. Choose a row to change or remove it.", ""},
     {kForm, kSectionForm, kSectionSet, "Gives the key below the value below; a new key is added.", ""},
     {kForm, kSectionForm, kSectionRemove, "Takes the chosen row out of the list.", kChooseKey},
     {kForm, kSectionForm, kSectionKey, "A key your driver knows, such as Database or Server; its manual lists them.",
      ""},
     {kForm, kSectionForm, kSectionValue, "The key's value, such as a path or a host. OK stores it, too.", kSecretKey},
     {kForm, kSectionForm, kSectionHidden, "The secret is shown as stars. OK stores it, too.", kNoSecretKey},
-    {kForm, kSectionForm, IDOK, "Stores the keys and their values for all users.", ""},
+    {kForm, kSectionForm, IDOK, "Stores the keys and their values.", ""},
     {kForm, kSectionForm, IDCANCEL, "Stores nothing.", ""},
+    {kForm, kNewSourceForm, kNewName, "Any name you like: programs open the data source by it.", ""},
+    {kForm, kNewSourceForm, kNewForUser, "The data source goes to your own file.", ""},
+    {kForm, kNewSourceForm, kNewForSystem,
+     "The data source goes to the system's file, which only root may change on most machines.", ""},
+    {kForm, kNewSourceForm, kSectionList, "Choose a key and type its value. Keys without a value are not stored.", ""},
+    {kForm, kNewSourceForm, kSectionSet, "Gives the key below the value below; a new key is added.", ""},
+    {kForm, kNewSourceForm, kSectionRemove, "Takes the chosen row out of the list.", kChooseKey},
+    {kForm, kNewSourceForm, kSectionKey, "A key your driver knows, such as Database or Server; its manual lists them.",
+     ""},
+    {kForm, kNewSourceForm, kSectionValue, "The key's value, such as a path or a host. OK stores it, too.", kSecretKey},
+    {kForm, kNewSourceForm, kSectionHidden, "The secret is shown as stars. OK stores it, too.", kNoSecretKey},
+    {kForm, kNewSourceForm, IDOK, "Makes the data source.", ""},
+    {kForm, kNewSourceForm, IDCANCEL, "Makes no data source.", ""},
     {kForm, kFilesForm, kFilesList, "Enter opens a directory, and takes a file. ../ is the directory above.", ""},
     {kForm, kFilesForm, IDOK, "Opens the directory, or takes the file.", ""},
     {kForm, kFilesForm, IDCANCEL, "Chooses no file.", ""},
@@ -232,12 +245,14 @@ std::string emptyListHelp(const JxwDialogInfo& dialog, const JxwControlInfo& con
 
 // About a row of the system's; empty for others.
 std::string systemRowHelp(const JxwDialogInfo& dialog, const JxwControlInfo& control) {
-    const bool isDrivers = driverList(dialog.dialog) == JxDriversList;
-    if (control.kind != JXW_LISTBOX || (!isDrivers && sourceList(dialog.dialog) == 0) ||
+    const unsigned short drivers = driverList(dialog.dialog);
+    if (control.kind != JXW_LISTBOX || (drivers == 0 && sourceList(dialog.dialog) == 0) ||
         !withoutSystemMark(selectedRow(dialog.dialog, control.id)))
         return {};
-    return isDrivers ? "The system's, for all users. Delete unregisters it; its files stay."
-                     : "The system's, for all users. Enter shows its keys, to change them.";
+    if (drivers == JxAddDataSourceList)
+        return "A driver of the system's. OK asks for the name and the keys of the data source.";
+    return drivers != 0 ? "The system's, for all users. Delete unregisters it; its files stay."
+                        : "The system's, for all users. Enter shows its keys, to change them.";
 }
 
 std::string labelOf(const JxwControlInfo& control) {
@@ -268,6 +283,11 @@ std::string sourcesHeading(HWND dialog) {
            andTheSystems(dialog, sourceList(dialog), model::FileKind::dataSources);
 }
 
+model::Scope scopeOfChosen(HWND dialog) {
+    const auto source = chosenSource(dialog);
+    return source ? source->scope : model::Scope::user;
+}
+
 std::string formHeading(const JxwDialogInfo& form) {
     switch (form.templateId) {
         case kSourcesForm:
@@ -277,8 +297,11 @@ std::string formHeading(const JxwDialogInfo& form) {
         case kCopyForm:
         case kFilterForm:
             return sourcesHeading(form.owner);
+        case kNewSourceForm:
+            return "Makes a data source in " + shownPath(model::FileKind::dataSources) + " or " +
+                   shownPath(model::FileKind::dataSources, model::Scope::system);
         case kSectionForm:
-            return "Data sources in " + shownPath(model::FileKind::dataSources, model::Scope::system);
+            return "A data source in " + shownPath(model::FileKind::dataSources, scopeOfChosen(form.owner));
         case kFilesForm:
         case kFormDialog:
             return "Registers a driver in " + shownPath(model::FileKind::drivers);
@@ -348,10 +371,9 @@ std::string headingOf(HWND dialog) {
         case JxDataSourcesDialog:
             return sourcesHeading(dialog);
         case JxDriversDialog:
-            return "Drivers in " + shownPath(model::FileKind::drivers) +
-                   andTheSystems(dialog, JxDriversList, model::FileKind::drivers);
         case JxAddDataSourceDialog:
-            return "Drivers in " + shownPath(model::FileKind::drivers);
+            return "Drivers in " + shownPath(model::FileKind::drivers) +
+                   andTheSystems(dialog, driverList(dialog), model::FileKind::drivers);
         case JxSelectTranslatorDialog:
             return "Translators in " + shownPath(model::FileKind::drivers);
         case JxOptionsDialog:

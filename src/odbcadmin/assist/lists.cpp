@@ -162,7 +162,7 @@ Filter filterOf(HWND dialog) {
 void completeList(HWND dialog) {
     if (sourceList(dialog) == JxDataSourcesList)
         completeSources(dialog);
-    else if (driverList(dialog) == JxDriversList)
+    else if (driverList(dialog) != 0)
         completeDrivers(dialog);
     noteCutList(dialog);
 }

@@ -23,4 +23,8 @@ std::optional<std::string> withoutSystemMark(const std::string& row) {
     return std::nullopt;
 }
 
+bool isShadowed(const std::string& row) {
+    return row.ends_with(kShadowedMark);
+}
+
 }  // namespace jx::assist

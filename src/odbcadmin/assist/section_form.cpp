@@ -15,11 +15,9 @@ namespace jx::assist {
 
 namespace {
 
-constexpr const char* kSectionTitle = "Data Source of the System";
-
 // A data source, its keys as they were found, and as the user wants them.
 struct SectionEdit {
-    std::string name;
+    ChosenSource source;
     model::Pairs before;
     EditedKeys keys;
 };
@@ -35,14 +33,16 @@ model::Pairs pairsIn(const model::IniSection* section) {
 }
 
 void openSection(HWND dialog, SectionEdit& edit) {
-    JXW_SetWindowText(dialog, ("Setup of " + edit.name + " (System)").c_str());
-    const model::Configuration configuration = configurationOf(model::Scope::system);
-    const auto source = configuration.dataSource(edit.name);
+    const bool isSystems = edit.source.scope == model::Scope::system;
+    JXW_SetWindowText(dialog, ("Setup of " + edit.source.name + (isSystems ? " (System)" : "")).c_str());
+    const model::Configuration configuration = configurationOf(edit.source.scope);
+    const auto source = configuration.dataSource(edit.source.name);
     if (!source)
         return;
     edit.before = edit.keys.now = pairsIn(source->section);
     const std::string where = source->header ? source->header.where() : source->file->path;
-    JXW_SetDlgItemText(dialog, kSectionWhere, ("For all users of this machine, in " + where + ".").c_str());
+    JXW_SetDlgItemText(dialog, kSectionWhere,
+                       ((isSystems ? "For all users of this machine, in " : "In ") + where + ".").c_str());
     fillKeys(dialog, edit.keys, -1);
 }
 
@@ -63,7 +63,7 @@ SectionChange changeOf(const SectionEdit& edit) {
 }
 
 model::ChangeResult write(const std::string& name, const SectionChange& wished, const model::ChangeWay& way) {
-    const model::Configuration configuration = configurationOf(model::Scope::system);
+    const model::Configuration configuration = configurationOf(way.scope);
     return model::asOneChange(way, [&] {
         model::ChangeResult result;
         if (!wished.set.empty())
@@ -74,7 +74,7 @@ model::ChangeResult write(const std::string& name, const SectionChange& wished, 
     });
 }
 
-// What odbcadmin takes to do the same.
+// What odbcadmin takes to do the same to one of the system's; nobody lacks the right to change his own.
 std::vector<model::RepeatedCommand> commandsFor(const std::string& name, const SectionChange& wished) {
     std::vector<model::RepeatedCommand> commands;
     if (!wished.set.empty()) {
@@ -90,11 +90,12 @@ std::vector<model::RepeatedCommand> commandsFor(const std::string& name, const S
 }
 
 bool storeSection(HWND dialog, const SectionEdit& edit) {
+    const std::string& name = edit.source.name;
     const SectionChange wished = changeOf(edit);
-    const auto result = changeAsking(dialog, kSectionTitle, model::Scope::system,
-                                     [&](const model::ChangeWay& way) { return write(edit.name, wished, way); });
+    const auto result = changeAsking(dialog, edit.keys.title, edit.source.scope,
+                                     [&](const model::ChangeWay& way) { return write(name, wished, way); });
     if (result && !result->isDone())
-        say(dialog, "Nothing was stored. " + sentenceOf(result->reason, commandsFor(edit.name, wished)), kSectionTitle,
+        say(dialog, "Nothing was stored. " + sentenceOf(result->reason, commandsFor(name, wished)), edit.keys.title,
             MB_OK | MB_ICONSTOP);
     return result && result->isDone();
 }
@@ -131,8 +132,9 @@ unsigned int sectionProcedure(HWND dialog, int message, int wparam, uintptr_t lp
 
 }  // namespace
 
-void editSystemSource(HWND owner, const std::string& dataSource) {
-    SectionEdit edit{dataSource, {}, {kSectionTitle, /*needsDriver=*/true, {}}};
+void editSource(HWND owner, const ChosenSource& source) {
+    const char* title = source.scope == model::Scope::system ? "Data Source of the System" : "Data Source Setup";
+    SectionEdit edit{source, {}, {title, /*needsDriver=*/true, {}}};
     showForm(kSectionForm, owner, sectionProcedure, &edit);
 }
 

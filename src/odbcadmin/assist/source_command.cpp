@@ -188,14 +188,20 @@ bool isWithoutSetup(const ChosenSource& source) {
     return !driver || !driver->setup;
 }
 
+bool isSetUpHere(const ChosenSource& source) {
+    return source.scope == model::Scope::system || (!model::Configuration::read().driver(source.driver) &&
+                                                    configurationOf(model::Scope::system).driver(source.driver));
+}
+
 void setUpSource(HWND dialog, const ChosenSource& source) {
-    if (source.scope == model::Scope::system) {
-        if (isStillThere(dialog, source))
-            editSystemSource(dialog, source.name);
+    if (!isStillThere(dialog, source))
+        return;
+    if (isSetUpHere(source)) {
+        editSource(dialog, source);
         refillList(dialog);
         return;
     }
-    if (!isStillThere(dialog, source) || isDriverTooLong(dialog, source) || !hasSetupLibrary(dialog, source.driver))
+    if (isDriverTooLong(dialog, source) || !hasSetupLibrary(dialog, source.driver))
         return;
     if (isWithoutSection(source)) {
         say(dialog,

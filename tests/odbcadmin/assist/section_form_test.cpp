@@ -58,6 +58,16 @@ TEST_F(SectionForm, WorksOnTheSystemsWhereTheUserHasOneOfTheSameName) {
     EXPECT_EQ(home_.text(".odbc.ini"), kBothUserSources);
 }
 
+TEST_F(SectionForm, ServesTheUsersDataSourceWhoseDriverOnlyTheSystemHas) {
+    home_.put(".odbc.ini", "[ODBC Data Sources]\nWeb=Theirs\n[Web]\nDriver=Theirs\nServer=db2\n");
+    manage({setUp(0), title(), text(kSectionWhere), selectRow(kSectionList, 1), type(kSectionValue, "db3"), press(IDOK),
+            see()});
+    EXPECT_EQ(told_, (Lines{"Setup of Web", "In " + home_.file(".odbc.ini") + ":3."}));
+    EXPECT_EQ(home_.text(".odbc.ini"), "[ODBC Data Sources]\nWeb=Theirs\n[Web]\nDriver=Theirs\nServer=db3\n");
+    EXPECT_EQ(home_.systemText("odbc.ini"), kBothSystemSources);
+    EXPECT_TRUE(seen_.at(0).starts_with(">Web (Theirs)\n")) << seen_.at(0);
+}
+
 TEST_F(SectionForm, CancelStoresNothingAndOkWithoutAChangeLeavesTheFileAlone) {
     manage({setUp(kSystemStock), selectRow(kSectionList, 1), press(kSectionRemove), press(IDCANCEL),
             setUp(kSystemStock), press(IDOK)});

@@ -24,7 +24,7 @@ TEST_F(SystemRows, StandBehindTheUsersWithAMark) {
     manage({see(), press(JxDriversButton), see(), press(JxCloseButton), press(JxAddButton), see()});
     EXPECT_EQ(seen_, (Lines{">Sales (Mine)\n Refuse (Mine)\n Sales (Mine)  [system, shadowed] \n"
                             " Stock (Theirs)  [system] \n",
-                            ">Mine\n Theirs  [system] \n Mine  [system, shadowed] \n", " Mine\n"}));
+                            ">Mine\n Theirs  [system] \n Mine  [system, shadowed] \n", " Mine\n Theirs  [system] \n"}));
     EXPECT_TRUE(isUntouched());
 }
 
@@ -63,14 +63,13 @@ TEST_F(SystemRows, TheHeadingAndTheHelpNameTheSystem) {
     manage({tell, selectRow(JxDataSourcesList, kSystemStock), tell, press(JxSetupButton), tell, press(IDCANCEL),
             press(JxDriversButton), selectRow(JxDriversList, 1), tell});
     const std::string file = home_.systemFile("odbc.ini");
-    EXPECT_EQ(
-        told_,
-        (Lines{"Data sources in ~/.odbc.ini and " + file, "Your data sources. Enter or a double click sets one up.",
-               "Data sources in ~/.odbc.ini and " + file,
-               "The system's, for all users. Enter shows its keys, to change them.", "Data sources in " + file,
-               "The keys that all users get. Choose a row to change or remove it.",
-               "Drivers in ~/.odbcinst.ini and " + home_.systemFile("odbcinst.ini"),
-               "The system's, for all users. Delete unregisters it; its files stay."}));
+    EXPECT_EQ(told_, (Lines{"Data sources in ~/.odbc.ini and " + file,
+                            "Your data sources. Enter or a double click sets one up.",
+                            "Data sources in ~/.odbc.ini and " + file,
+                            "The system's, for all users. Enter shows its keys, to change them.",
+                            "A data source in " + file, "What the driver gets. Choose a row to change or remove it.",
+                            "Drivers in ~/.odbcinst.ini and " + home_.systemFile("odbcinst.ini"),
+                            "The system's, for all users. Delete unregisters it; its files stay."}));
 }
 
 // ---- what is shown ----
