@@ -124,7 +124,7 @@ Selection select(const Configuration& configuration, const std::vector<std::stri
         return {configuration.dataSources(), configuration.drivers(), configuration.all(model::kTranslatorKind)};
     Selection selection;
     const auto addDriver = [&](const std::string& name) {
-        const auto driver = configuration.driver(name);
+        const auto& driver = configuration.driver(name);
         if (driver && !holds(selection.drivers, driver->name))
             selection.drivers.push_back(*driver);
     };
@@ -189,7 +189,7 @@ void dropRelativePathsOfMissing(Findings& findings) {
 }  // namespace
 
 Findings checkTexts(const Configuration& configuration) {
-    Findings findings = checkFiles(model::configPlaces());
+    Findings findings = checkFiles(model::configPlaces(), configuration);
     append(findings, checkVariables());
     for (const FileKind kind : {FileKind::dataSources, FileKind::drivers})
         for (const model::ConfigFile* file : configuration.files(kind))
