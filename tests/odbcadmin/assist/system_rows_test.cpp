@@ -286,5 +286,16 @@ TEST_F(SystemRows, AFileOfTheSystemThatCannotBeReadIsNamedAndTheUsersAreShown) {
     }
 }
 
+TEST_F(SystemRows, AFileOfTheSystemThatTheUserMayNotReadIsNamed) {
+    const std::string file = home_.systemFile("odbc.ini");
+    std::filesystem::permissions(file, std::filesystem::perms(0));
+    manage({loseRights(), key(5), see(), notice(), call([this](HWND dialog) { told_.push_back(helpOn(dialog, 1)); })});
+    regainRights();
+    const std::string why = "Without the system's: Cannot open " + file + ": Permission denied.";
+    EXPECT_EQ(seen_, Lines{">Sales (Mine)\n Refuse (Mine)\n"});
+    std::erase(told_, "The list is read again.");
+    EXPECT_EQ(told_, (Lines{why, why + " Your data sources. Enter or a double click sets one up."}));
+}
+
 }  // namespace
 }  // namespace jx::assist::test
