@@ -201,10 +201,10 @@ TEST_F(SystemRows, AChangeOfTheSystemsFileIsNoticedAndTheUserStaysWithNameAndSco
 
 TEST_F(SystemRows, ARowWhoseMarkChangesStaysChosen) {
     const auto change = call([this](HWND) {
-        home_.put(".odbc.ini", "[ODBC Data Sources]\nStock=Mine\nOther=Mine\n[Stock]\nDriver=Mine\n");
+        home_.put(".odbc.ini", "[ODBC Data Sources]\nStock=Mine\nOther=Mine\nMore=Mine\n[Stock]\nDriver=Mine\n");
     });
     manage({open(), selectRow(JxDataSourcesList, kSystemStock), change, key(5), see()});
-    EXPECT_EQ(seen_, Lines{" Stock (Mine)\n Other (Mine)\n Sales (Mine)  [system] \n"
+    EXPECT_EQ(seen_, Lines{" Stock (Mine)\n Other (Mine)\n More (Mine)\n Sales (Mine)  [system] \n"
                            ">Stock (Theirs)  [system, shadowed] \n"});
 }
 
