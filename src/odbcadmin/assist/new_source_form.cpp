@@ -25,7 +25,7 @@ struct NewSource {
 
 const model::KnownDriver* knownOf(const std::string& driver) {
     const model::Configuration configuration = configurationOf(model::Scope::system);
-    const auto registered = configuration.driver(driver);
+    const auto& registered = configuration.driver(driver);
     return registered ? model::knownDriverOf(registered->library.text) : nullptr;
 }
 

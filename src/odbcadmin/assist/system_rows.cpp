@@ -41,7 +41,7 @@ std::vector<std::string> systemDriverRows() {
     const model::Configuration user = configurationOf(model::Scope::user);
     const model::Configuration system = configurationOf(model::Scope::system);
     for (const model::Registered& driver : system.drivers()) {
-        const auto own = user.driver(driver.name);
+        const auto& own = user.driver(driver.name);
         rows.push_back(withSystemMark(driver.name, own && own->header ? Shadowed::yes : Shadowed::no));
     }
     return rows;

@@ -24,7 +24,7 @@ std::string workerOf(HWND dialog) {
     if (driver.empty() || withoutSystemMark(driver))
         return {};
     const model::Configuration configuration = model::Configuration::read();
-    const auto registered = configuration.driver(driver);
+    const auto& registered = configuration.driver(driver);
     const std::string library = registered ? registered->setup.text : std::string();
     return "The setup library " + (library.empty() ? "" : library + " ") + "of driver " + driver;
 }

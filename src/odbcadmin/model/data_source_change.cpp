@@ -76,7 +76,7 @@ void removeOtherKeys(FileChange& change, const DataSourceWish& wish) {
 
 // The registered driver that a data source is to use, with its library.
 Reason findDriver(const Configuration& configuration, const std::string& name, Registered& driver) {
-    const std::optional<Registered> found = configuration.driver(name);
+    const std::optional<Registered>& found = configuration.driver(name);
     if (!found)
         return noneRegistered(configuration, kDriverKind, name);
     driver = *found;

@@ -70,6 +70,7 @@ std::string adviceOn(const Reason& reason, const std::vector<RepeatedCommand>& c
     if (reason.kind != Reason::Kind::noRight || ::geteuid() == 0 || !isAboutSystemsFile(reason.fact))
         return reason.advice;
     std::vector<std::string> lines;
+    lines.reserve(commands.size());
     for (const RepeatedCommand& each : commands)
         lines.push_back(withSudo(each));
     const bool hides = std::any_of(commands.begin(), commands.end(), hidesSecret);

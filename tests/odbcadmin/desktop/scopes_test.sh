@@ -67,6 +67,20 @@ until_true system_lacks '[Accounts]' odbc.ini
 until_true is_alone 'Data Sources'
 has_source Stock || fail "Stock is gone"
 
+echo "-- a data source of the system's driver is made for all users"
+find_window 'Data Sources'
+press alt+a
+find_window 'Add Data Source'
+click 60 60
+press Return
+find_window 'New Data Source of Theirs'
+type_text Web
+press alt+a Return
+until_true system_has '[Web]' odbc.ini
+until_true gone 'New Data Source of Theirs'
+until_true gone 'Add Data Source'
+lacks_source Web || fail "the user has it as well"
+
 echo "-- a driver of the system is unregistered, and the user's of that name stays"
 find_window 'Data Sources'
 cp "$HOME/.odbcinst.ini" "$HOME.display/before"
