@@ -17,6 +17,11 @@
 #include "scripted_user.h"
 #include "test_home.h"
 
+// The build says where the general setup library lies.
+#ifndef JX_SETUP_LIBRARY
+#define JX_SETUP_LIBRARY "."
+#endif
+
 namespace jx::assist::test {
 
 inline const std::string kBothUserSources =
