@@ -59,8 +59,8 @@ Count counted(HWND dialog, unsigned short list) {
 // What of the filter the user sees no other way; empty when there is nothing.
 std::string inWords(const Filter& filter) {
     std::string whose = filter.scope == model::Seen::both   ? ""
-                              : filter.scope == model::Seen::user ? "User only"
-                                                                  : "System only";
+                        : filter.scope == model::Seen::user ? "User only"
+                                                            : "System only";
     if (filter.text.empty())
         return whose;
     return "Filter \"" + filter.text + "\"" + (whose.empty() ? "" : ", " + whose);

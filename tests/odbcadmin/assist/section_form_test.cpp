@@ -163,6 +163,16 @@ TEST_F(SectionForm, WithoutTheRightEachCommandNamesTheFileAndGivesTheCommandWith
     EXPECT_TRUE(isUntouched());
 }
 
+TEST_F(SectionForm, WithoutTheRightACopyForAllUsersNamesTheUsersHome) {
+    const Lines boxes = manage(
+        {loseRights(), key(6), type(kLineText, "Shop"), click(kCopyToSystem), press(IDOK), press(IDCANCEL)}, {IDOK});
+    regainRights();
+    EXPECT_NE(boxes.at(0).find("/odbcadmin --home " + home_.path() + " dsn copy Sales Shop --to system|48"),
+              std::string::npos)
+        << boxes.at(0);
+    EXPECT_TRUE(isUntouched());
+}
+
 // ---- the other keys ----
 
 TEST_F(SectionForm, F4ShowsTheValuesOfTheScopeThatIsChosenAndWhichOfTwoAnswers) {
