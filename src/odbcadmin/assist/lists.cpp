@@ -43,11 +43,11 @@ struct WatchedFile {
 
     std::string path() const { return model::pathOf(nameOf(kind), scope); }
 };
-constexpr std::array kFiles{WatchedFile{model::FileKind::dataSources, model::Scope::user},
-                            WatchedFile{model::FileKind::drivers, model::Scope::user},
-                            WatchedFile{model::FileKind::dataSources, model::Scope::system},
-                            WatchedFile{model::FileKind::drivers, model::Scope::system}};
-using Stamps = std::array<FileStamp, kFiles.size()>;
+constexpr std::array kWatchedFiles{WatchedFile{model::FileKind::dataSources, model::Scope::user},
+                                   WatchedFile{model::FileKind::drivers, model::Scope::user},
+                                   WatchedFile{model::FileKind::dataSources, model::Scope::system},
+                                   WatchedFile{model::FileKind::drivers, model::Scope::system}};
+using Stamps = std::array<FileStamp, kWatchedFiles.size()>;
 
 struct ListState {
     Filter filter;
@@ -62,9 +62,9 @@ ListState& stateOf(HWND dialog) {
 
 Stamps stampsNow() {
     Stamps stamps;
-    for (std::size_t index = 0; index < kFiles.size(); ++index) {
+    for (std::size_t index = 0; index < kWatchedFiles.size(); ++index) {
         struct stat status {};
-        if (::stat(kFiles[index].path().c_str(), &status) == 0)
+        if (::stat(kWatchedFiles[index].path().c_str(), &status) == 0)
             stamps[index] = {status.st_ino, status.st_size, status.st_mtim};
     }
     return stamps;
@@ -186,7 +186,7 @@ std::string noticeChange(HWND dialog) {
     if (rowsIn(dialog, list) == rows)
         return {};
     const auto changed = std::mismatch(before.begin(), before.end(), now.begin()).first - before.begin();
-    return "Another program has changed " + kFiles[static_cast<std::size_t>(changed)].path() +
+    return "Another program has changed " + kWatchedFiles[static_cast<std::size_t>(changed)].path() +
            ": the list is up to date again.";
 }
 
