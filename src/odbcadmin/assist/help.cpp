@@ -319,7 +319,7 @@ std::string helpOnKeys(HWND dialog) {
                                      "reads the list again",
                                      "copies it under another name",
                                      "gives it another name",
-                                     "shows only the rows that contain a text",
+                                     "chooses which rows are shown",
                                      "lists all data sources"};
     std::string text;
     for (const FunctionKey& key : listKeys(dialog))
