@@ -23,6 +23,11 @@ std::optional<std::string> withoutSystemMark(const std::string& row) {
     return std::nullopt;
 }
 
+std::string shownMark(const std::string& row) {
+    const auto without = withoutSystemMark(row);
+    return without ? row.substr(without->size(), row.size() - without->size() - 1) : std::string();
+}
+
 bool isShadowed(const std::string& row) {
     return row.ends_with(kShadowedMark);
 }

@@ -16,6 +16,9 @@ std::string withSystemMark(const std::string& row, Shadowed shadowed);
 // The row without its mark; nothing when it has none.
 std::optional<std::string> withoutSystemMark(const std::string& row);
 
+// "  [system]", as a screen shows the mark; empty when the row has none.
+std::string shownMark(const std::string& row);
+
 // Whether the row has the mark of a shadowed one.
 bool isShadowed(const std::string& row);
 
