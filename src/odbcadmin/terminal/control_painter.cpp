@@ -161,7 +161,7 @@ std::optional<Point> ControlPainter::field(int index, const JxwControlInfo& cont
 void ControlPainter::row(const std::string& text, const Rect& place, Look look) {
     canvas_.fill(place, look);
     if (fits(text, place.columns, abilities_.charset)) {
-        canvas_.put({place.column, place.line}, text, look);
+        canvas_.put({place.column, place.line}, cutTo(text, place.columns, abilities_.charset), look);
         return;
     }
     constexpr int kLeastOfName = 16;
