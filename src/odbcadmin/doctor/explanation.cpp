@@ -146,7 +146,7 @@ std::vector<Step> explain(const model::Configuration& configuration, const std::
     Explainer explainer(configuration, systemFolder);
     if (const auto source = configuration.dataSource(name)) {
         explainer.dataSource(*source);
-    } else if (const auto driver = configuration.driver(name)) {
+    } else if (const auto& driver = configuration.driver(name)) {
         explainer.driver(*driver);
         explainer.libraries(*driver);
     }
