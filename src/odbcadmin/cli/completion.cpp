@@ -163,7 +163,7 @@ void addFromConfiguration(std::string_view kind, const Position& at, const std::
 // The word that a shell must complete by itself is asked for by a line of its own.
 void addNames(std::string_view kind, const Position& at, const std::string& beginning,
               std::vector<std::string>& found) {
-    if (kind == Complete::files || kind == Complete::directories)
+    if (kind == Complete::files || kind == Complete::directories || kind == Complete::users)
         found.push_back(":" + std::string(kind));
     else if (kind == Complete::sections || kind == Complete::keysOfSection || kind == Complete::scriptsDrivers)
         addFromFile(kind, at, beginning, found);
