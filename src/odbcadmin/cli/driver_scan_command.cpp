@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "odbcadmin/cli/commands.h"
+#include "odbcadmin/cli/image_libraries.h"
 #include "odbcadmin/cli/progress.h"
 #include "odbcadmin/cli/verb.h"
 #include "odbcadmin/doctor/driver_scan.h"
@@ -19,8 +20,10 @@ namespace {
 
 using doctor::FoundDriver;
 
-std::string addLine(const FoundDriver& found) {
-    std::string line = "odbcadmin driver add " + model::shellWord(found.name) + " --lib " +
+// With the options that say which files are meant.
+std::string addLine(const Session& session, const FoundDriver& found) {
+    std::string line = "odbcadmin" + (session.root.empty() ? "" : " --root " + model::shellWord(session.imageRoot())) +
+                       (session.system ? " --system" : "") + " driver add " + model::shellWord(found.name) + " --lib " +
                        model::shellWord(found.path) +
                        (found.setup.empty() ? "" : " --setup " + model::shellWord(found.setup));
     for (const auto& [key, value] : found.keys)
@@ -56,12 +59,13 @@ ExitCode show(const Session& session, const model::Configuration& configuration,
     object["drivers"] = Json::array();
     std::size_t registered = 0;
     for (const FoundDriver& each : drivers) {
-        const std::optional<model::Registered> known = doctor::registeredWith(configuration, each.path);
+        const std::optional<model::Registered> known =
+            doctor::registeredWith(configuration, each.path, session.imageRoot());
         registered += known ? 1 : 0;
         object["drivers"].push_back(foundJson(each, known));
         if (session.json || (known && session.quiet))
             continue;
-        session.print(session.quiet ? each.path : known ? registeredLine(each, *known) : addLine(each));
+        session.print(session.quiet ? each.path : known ? registeredLine(each, *known) : addLine(session, each));
     }
     if (session.json)
         session.printJson(object);
@@ -82,13 +86,14 @@ std::optional<std::vector<std::string>> directoriesOf(const Session& session, co
         }
         directories.push_back(model::absolutePath(each));
     }
-    return given.empty() ? doctor::usualDriverDirectories(doctor::loaderPlaces()) : directories;
+    return given.empty() ? doctor::usualDriverDirectories(placesOf(session)) : directories;
 }
 
 std::vector<FoundDriver> find(const Session& session, const std::vector<std::string>& directories) {
     Progress progress(session.quiet);
     return doctor::scanForDrivers(
-        directories, [&](const std::string& what) { progress.begin(what); }, [&] { progress.tick(); });
+        directories, [&](const std::string& what) { progress.begin(what); }, [&] { progress.tick(); },
+        doctor::Candidates::all, placesOf(session));
 }
 
 ExitCode runScan(const Session& session, const model::Configuration& configuration, const Line& line) {
@@ -106,9 +111,11 @@ const FoundDriver* called(const std::vector<FoundDriver>& drivers, const std::st
 }
 
 // The driver of that name may be the same one already.
-model::WhenPresent presentOf(const model::Configuration& configuration, const FoundDriver& found) {
+model::WhenPresent presentOf(const Session& session, const model::Configuration& configuration,
+                             const FoundDriver& found) {
+    const std::string root = session.imageRoot();
     const auto driver = configuration.driver(found.name);
-    const bool isSame = driver && driver->library && doctor::isSameFile(driver->library.text, found.path);
+    const bool isSame = driver && driver->library && doctor::isSameFile(root + driver->library.text, root + found.path);
     return isSame ? model::WhenPresent::change : model::WhenPresent::fail;
 }
 
@@ -120,7 +127,7 @@ ExitCode runAdopt(const Session& session, const model::Configuration& configurat
     model::ChangeResult result;
     std::vector<std::string> adopted;
     for (const std::string& name : line.texts("NAME")) {
-        const FoundDriver* found = called(drivers, name);
+        const FoundDriver* found = called(drivers, session.storedPath(name));
         if (found == nullptr)
             return session.fail(
                 ExitCode::notFound, "No driver " + name + " was found in " + model::joined(*directories),
@@ -132,8 +139,8 @@ ExitCode runAdopt(const Session& session, const model::Configuration& configurat
         if (!found->setup.empty())
             wish.setup = found->setup;
         if (!result
-                 .add(model::registerEntry(configuration, model::kDriverKind, wish, presentOf(configuration, *found),
-                                           session.way()))
+                 .add(model::registerEntry(configuration, model::kDriverKind, wish,
+                                           presentOf(session, configuration, *found), session.way()))
                  .isDone())
             return session.report(result, {});
         adopted.push_back(found->name);

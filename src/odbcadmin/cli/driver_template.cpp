@@ -1,6 +1,7 @@
 // What a template holds, as drivers of this system.
 #include "odbcadmin/cli/driver_template.h"
 
+#include "odbcadmin/cli/image_libraries.h"
 #include "odbcadmin/doctor/driver_scan.h"
 #include "odbcadmin/model/driver_template.h"
 #include "odbcadmin/model/near_matches.h"
@@ -39,7 +40,7 @@ ExitCode addFromTemplate(const Session& session, const model::Configuration& con
     if (!choose(session, line.text("NAME"), *file))
         return ExitCode::notFound;
     std::vector<std::string> missing;
-    const std::vector<model::Registration> drivers = doctor::placedDrivers(*file, doctor::loaderPlaces(), missing);
+    const std::vector<model::Registration> drivers = doctor::placedDrivers(*file, placesOf(session), missing);
     if (!missing.empty())
         return session.fail(ExitCode::notFound, "The library is nowhere where drivers lie: " + model::joined(missing),
                             "Install the driver's package, or register it with --lib.");
