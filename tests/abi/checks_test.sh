@@ -148,6 +148,12 @@ done
 # Headers that compile stay as they are tried once, so that each fault here costs its own header's time only.
 finds headers 'src/config/fault.h does not compile alone' src/config/fault.h <<<'inline std::string f() { return {}; }'
 finds headers 'src/config/fault.h does not compile alone' src/config/fault.h <<<'struct NoGuard {};'
+echo '#include <string>' >src/config/fault.cpp
+finds headers 'src/config/fault.h does not compile alone' src/config/fault.h <<<'#pragma once
+inline std::string f() { return {}; }'
+# A source that includes it first is its trial; nothing includes it twice then.
+echo '#include "config/fault.h"' >src/config/fault.cpp
+finds headers 'src/config/fault.h can be included once only' src/config/fault.h <<<'struct NoGuard {};'
 header=include/jxodbc/jxtext.h
 finds headers "$header does not compile alone: gcc" $header <<<'namespace n {}'
 finds headers "$header does not compile alone: clang" $header <<<$'#ifdef __clang__\n#error\n#endif'

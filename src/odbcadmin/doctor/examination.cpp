@@ -124,7 +124,7 @@ Selection select(const Configuration& configuration, const std::vector<std::stri
         return {configuration.dataSources(), configuration.drivers(), configuration.all(model::kTranslatorKind)};
     Selection selection;
     const auto addDriver = [&](const std::string& name) {
-        const auto driver = configuration.driver(name);
+        const auto& driver = configuration.driver(name);
         if (driver && !holds(selection.drivers, driver->name))
             selection.drivers.push_back(*driver);
     };
@@ -189,7 +189,7 @@ void dropRelativePathsOfMissing(Findings& findings) {
 }  // namespace
 
 static Findings checkTextsAt(const LintPlaces& places, const Configuration& configuration) {
-    Findings findings = checkFiles(places.files);
+    Findings findings = checkFiles(places.files, configuration);
     if (places.variables == LintPlaces::Variables::seen)
         append(findings, checkVariables());
     for (const FileKind kind : {FileKind::dataSources, FileKind::drivers})

@@ -27,6 +27,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
+using model::Configuration;
+using model::FileKind;
+
 void checkVariable(const model::ConfigPlace& place, Findings& findings) {
     const Subject variable{place.variable, findings};
     const char* value = std::getenv(place.variable.c_str());
@@ -129,20 +132,28 @@ private:
     std::unordered_map<std::string, bool> known_;
 };
 
-bool holdsSecret(const std::string& path) {
-    const std::unique_ptr<JxIniText, void (*)(JxIniText*)> text(jxIniRead(path.c_str()), jxIniRelease);
+bool holdsSecret(const JxIniText* text) {
     SecretKeys keys;
     JxIniPiece piece;
-    for (std::size_t i = 0; jxIniPieceAt(text.get(), i, &piece) != 0; ++i)
+    for (std::size_t i = 0; jxIniPieceAt(text, i, &piece) != 0; ++i)
         if (piece.kind == JxIniEntry && piece.value != nullptr &&
             keys.holdIn({piece.name, piece.nameLength}, {piece.value, piece.valueLength}))
             return true;
     return false;
 }
 
-void checkSecrets(mode_t mode, const Subject& file) {
+bool holdsSecret(const std::string& path, const Configuration& read) {
+    for (const FileKind kind : {FileKind::dataSources, FileKind::drivers})
+        for (const model::ConfigFile* file : read.files(kind))
+            if (file->path == path && file->state == model::ConfigFile::State::read)
+                return holdsSecret(file->view.text());
+    const std::unique_ptr<JxIniText, void (*)(JxIniText*)> text(jxIniRead(path.c_str()), jxIniRelease);
+    return holdsSecret(text.get());
+}
+
+void checkSecrets(mode_t mode, const Subject& file, const Configuration& read) {
     const std::string& path = file.name;
-    if ((mode & (S_IRGRP | S_IROTH)) != 0 && holdsSecret(path))
+    if ((mode & (S_IRGRP | S_IROTH)) != 0 && holdsSecret(path, read))
         file.tell(check::kPasswordOpen,
                   path + " (" + rightsText(path) + ") holds a password and can be read by " + readersText(path) + ".",
                   "Let its owner alone read it: chmod 600 " + model::shellWord(path));
@@ -185,7 +196,7 @@ bool isReadable(const std::string& variable, const Subject& file, const struct s
     return false;
 }
 
-void checkPresent(const std::string& variable, const Subject& file) {
+void checkPresent(const std::string& variable, const Subject& file, const Configuration& read) {
     struct stat status {};
     const bool isThere = ::stat(file.name.c_str(), &status) == 0;
     const int error = isThere ? 0 : errno;
@@ -193,19 +204,19 @@ void checkPresent(const std::string& variable, const Subject& file) {
         return checkAbsent(variable, error, file);
     if (!isReadable(variable, file, status, isThere))
         return;
-    checkSecrets(status.st_mode, file);
+    checkSecrets(status.st_mode, file, read);
     checkWritable(file);
 }
 
 // The system's file: most machines have none, and most users may not change it.
-void checkShared(const model::ConfigPlace& place, const Subject& file) {
+void checkShared(const model::ConfigPlace& place, const Subject& file, const Configuration& read) {
     struct stat status {};
     const bool isThere = ::stat(file.name.c_str(), &status) == 0;
     if (!isThere && errno != EACCES)
         return;
     if (!isReadable("", file, status, isThere))
         return;
-    checkSecrets(status.st_mode, file);
+    checkSecrets(status.st_mode, file, read);
     file.tell(check::kSystemFileIgnored,
               file.name + " is there, the system's: programs that use libodbcinst.so.1 do not read it.",
               "Enter what those programs need from it in " + std::string(nameOf(place.kind)) + " of the user.");
@@ -214,11 +225,15 @@ void checkShared(const model::ConfigPlace& place, const Subject& file) {
 }  // namespace
 
 Findings checkFiles(const std::vector<model::ConfigPlace>& places) {
+    return checkFiles(places, Configuration({}));
+}
+
+Findings checkFiles(const std::vector<model::ConfigPlace>& places, const Configuration& read) {
     Findings findings;
     for (const model::ConfigPlace& place : places) {
         if (place.scope == model::Scope::system) {
             if (!model::isOneFile(place.kind))
-                checkShared(place, {place.path, findings});
+                checkShared(place, {place.path, findings}, read);
             continue;
         }
         if (place.path.empty()) {
@@ -227,7 +242,7 @@ Findings checkFiles(const std::vector<model::ConfigPlace>& places) {
             continue;
         }
         checkVariable(place, findings);
-        checkPresent(place.variable, {place.path, findings});
+        checkPresent(place.variable, {place.path, findings}, read);
         checkWithoutDot(place, findings);
         checkRivals(place, findings);
     }
@@ -236,7 +251,7 @@ Findings checkFiles(const std::vector<model::ConfigPlace>& places) {
 
 Findings checkFile(const std::string& path) {
     Findings findings;
-    checkPresent("", {path, findings});
+    checkPresent("", {path, findings}, Configuration({}));
     return findings;
 }
 

@@ -110,7 +110,7 @@ void checkDriverOf(const DataSource& source, const Configuration& configuration,
     if (source.driver.empty())
         return subject.tell(check::kDriverUnknown, source.listed.where() + ": no driver stands behind the name.",
                             "Name its driver: " + ensureCommand(source, driverMeant(source, configuration)));
-    const auto driver = configuration.driver(source.driver);
+    const auto& driver = configuration.driver(source.driver);
     if (!driver || !driver->header)
         return subject.tell(check::kDriverUnknown,
                             source.listed.where() + ": its driver is \"" + source.driver + "\", and " +
@@ -156,9 +156,9 @@ void tellNoLibrary(const Located& header, const model::IniSection* section, cons
 
 // A driver's name where a path is meant: many drivers' examples have it so.
 void checkDriverValue(const DataSource& source, const Configuration& configuration, const Subject& subject) {
-    const auto driver = configuration.driver(source.library.text);
-    const bool isName = source.library.text.find('/') == std::string::npos && driver && driver->library;
-    if (!isName)
+    const bool isPath = source.library.text.find('/') != std::string::npos;
+    const auto driver = isPath ? std::nullopt : configuration.driver(source.library.text);
+    if (!driver || !driver->library)
         return checkPath("Driver", source.library, subject);
     subject.tell(check::kDriverByName,
                  source.library.where() + ": Driver names the driver " + driver->name + ", whose library is " +

@@ -121,7 +121,7 @@ std::string meantLibrary(const std::string& value, const model::Configuration& c
                          const LoaderPlaces& places) {
     if (value.find('/') != std::string::npos)
         return value;
-    const auto driver = configuration.driver(value);
+    const auto& driver = configuration.driver(value);
     if (driver && driver->library && driver->library.text.find('/') != std::string::npos)
         return driver->library.text;
     const std::string found = inDriverDirectories(driver && driver->library ? driver->library.text : value, places);

@@ -113,7 +113,7 @@ Findings checkKeys(const DataSource& source, const model::Configuration& configu
     const Subject subject{"data source " + source.name, findings};
     for (const Referring& each : referencesOf(source))
         tellWhatShows(source, each, subject);
-    const auto driver = configuration.driver(source.driver);
+    const auto& driver = configuration.driver(source.driver);
     const std::string library = driver && driver->library ? driver->library.text : source.library.text;
     if (const model::KnownDriver* known = model::knownDriverOf(library))
         for (const IniEntry& entry : source.section->entries)

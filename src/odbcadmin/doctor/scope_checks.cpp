@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <string_view>
 
 #include "odbcadmin/doctor/checks.h"
@@ -125,8 +126,7 @@ void checkHidden(const Located& header, const model::IniSection* section, const 
                  "Enter what is needed in the user's section, or remove it: " + remove);
 }
 
-bool isRegisteredFor(const Configuration& configuration, const std::string& name, Scope scope) {
-    const auto driver = configuration.driver(name);
+bool isRegisteredFor(const std::optional<model::Registered>& driver, Scope scope) {
     return driver && (driver->file->scope == scope || (driver->hides && driver->hides.file->scope == scope));
 }
 
@@ -152,8 +152,9 @@ Findings checkScopes(const model::DataSource& source, const Configuration& confi
                      "Bring both together with odbcadmin dsn move.");
     if (!source.listed || source.isDefault || source.section == nullptr)
         return findings;
-    const bool forUser = isRegisteredFor(configuration, source.driver, Scope::user);
-    const bool forAll = isRegisteredFor(configuration, source.driver, Scope::system);
+    const auto& driver = configuration.driver(source.driver);
+    const bool forUser = isRegisteredFor(driver, Scope::user);
+    const bool forAll = isRegisteredFor(driver, Scope::system);
     if (source.file->scope == Scope::system && forUser && !forAll)
         subject.tell(check::kDriverOfUser,
                      source.listed.where() + ": its driver " + source.driver +

@@ -2,9 +2,10 @@
 #include "odbcadmin/model/configuration.h"
 
 #include <algorithm>
-#include <unordered_map>
-#include <unordered_set>
+#include <span>
+#include <utility>
 
+#include "odbcadmin/model/name_places.h"
 #include "odbcadmin/model/near_matches.h"
 #include "odbcadmin/model/system_files.h"
 #include "odbcadmin/model/text.h"
@@ -51,6 +52,7 @@ Located libraryIn(const ConfigFile& file, const IniSection* section, const char*
 }
 
 using Files = std::vector<const ConfigFile*>;
+using SomeFiles = std::span<const ConfigFile* const>;
 
 // What the files say of a name: the first that lists it and the first that has its section need not be the same.
 struct Sighting {
@@ -66,115 +68,131 @@ struct Listing {
     const IniEntry* entry = nullptr;
 };
 
-Listing firstListing(const Files& files, const char* list, std::string_view name) {
+// A section, and its file. Both null when there is none.
+struct Standing {
+    const ConfigFile* file = nullptr;
+    const IniSection* section = nullptr;
+};
+
+Listing firstListing(SomeFiles files, const char* list, std::string_view name) {
     for (const ConfigFile* file : files)
         if (const IniEntry* entry = exactEntry(*file, list, name))
             return {file, entry};
     return {};
 }
 
-const ConfigFile* firstWithSection(const Files& files, std::string_view name) {
-    const auto found =
-        std::find_if(files.begin(), files.end(), [&](const ConfigFile* file) { return exactSection(*file, name); });
-    return found == files.end() ? nullptr : *found;
+Standing firstSection(SomeFiles files, std::string_view name) {
+    for (const ConfigFile* file : files)
+        if (const IniSection* section = exactSection(*file, name))
+            return {file, section};
+    return {};
 }
 
-Sighting sighting(const Files& files, std::string_view name, const Listing& listing) {
+// Those behind one of them.
+SomeFiles filesBehind(SomeFiles files, const ConfigFile* file) {
+    return {std::find(files.begin(), files.end(), file) + 1, files.end()};
+}
+
+Sighting sighting(SomeFiles files, std::string_view name, const Listing& listing) {
     Sighting seen;
-    seen.file = firstWithSection(files, name);
+    const Standing first = firstSection(files, name);
+    seen.file = first.file != nullptr ? first.file : listing.file;
     if (listing.entry != nullptr)
         seen.listed = located(*listing.file, listing.entry);
-    if (seen.file == nullptr) {
-        seen.file = listing.file;
-        seen.name = listing.entry != nullptr ? listing.entry->key : name;
+    seen.name = listing.entry != nullptr ? listing.entry->key : first.section != nullptr ? first.section->name : name;
+    if (first.file == nullptr)
         return seen;
-    }
-    seen.section = exactSection(*seen.file, name);
-    if (listing.entry != nullptr)
-        seen.name = listing.entry->key;
-    else if (seen.section != nullptr)
-        seen.name = seen.section->name;
-    seen.header = headerOf(*seen.file, seen.section);
-    const auto behind = std::find(files.begin(), files.end(), seen.file) + 1;
-    if (const ConfigFile* hidden = firstWithSection(Files(behind, files.end()), name))
-        seen.hides = headerOf(*hidden, exactSection(*hidden, name));
+    seen.section = first.section;
+    seen.header = headerOf(*first.file, first.section);
+    if (const Standing hidden = firstSection(filesBehind(files, first.file), name); hidden.file != nullptr)
+        seen.hides = headerOf(*hidden.file, hidden.section);
     return seen;
 }
 
-Sighting sighting(const Files& files, const char* list, std::string_view name) {
+Sighting sighting(SomeFiles files, const char* list, std::string_view name) {
     return sighting(files, name, firstListing(files, list, name));
 }
 
-DataSource dataSourceOf(const Sighting& seen) {
-    return {seen.name,
-            seen.listed               ? seen.listed.text
-            : seen.section != nullptr ? seen.section->value(rules::kDriver)
-                                      : "",
-            /*isDefault=*/false,
-            seen.file,
-            seen.section,
-            seen.listed,
-            seen.header,
-            libraryIn(*seen.file, seen.section, rules::kDriver),
-            seen.hides};
+DataSource dataSourceOf(Sighting&& seen) {
+    std::string driver = seen.listed               ? seen.listed.text
+                         : seen.section != nullptr ? seen.section->value(rules::kDriver)
+                                                   : "";
+    return {std::move(seen.name),   std::move(driver),
+            /*isDefault=*/false,    seen.file,
+            seen.section,           std::move(seen.listed),
+            std::move(seen.header), libraryIn(*seen.file, seen.section, rules::kDriver),
+            std::move(seen.hides)};
 }
 
 auto registeredOf(const RegisteredKind& kind) {
-    return [&kind](const Sighting& seen) {
-        return Registered{seen.name,
+    return [&kind](Sighting&& seen) {
+        return Registered{std::move(seen.name),
                           seen.file,
                           seen.section,
-                          seen.listed,
-                          seen.header,
+                          std::move(seen.listed),
+                          std::move(seen.header),
                           libraryIn(*seen.file, seen.section, kind.key),
                           libraryIn(*seen.file, seen.section, rules::kSetup),
-                          seen.hides};
+                          std::move(seen.hides)};
     };
 }
 
-// The first line of each name in the lists of all files: a list is long where there are many names to look up.
-std::unordered_map<std::string, Listing> listings(const Files& files, const char* list) {
-    std::unordered_map<std::string, Listing> all;
-    for (const ConfigFile* file : files)
-        for (const IniEntry& entry : entriesOf(*file, list))
-            all.emplace(rules::foldedName(entry.key), Listing{file, &entry});
-    return all;
-}
+// The lines of one list in all files, of each name the first: a list is long where there are many names to look up.
+class Listings {
+public:
+    Listings(SomeFiles files, const char* list) {
+        std::size_t count = 0;
+        for (const ConfigFile* file : files)
+            count += entriesOf(*file, list).size();
+        places_.reserve(count);
+        lines_.reserve(count);
+        for (const ConfigFile* file : files)
+            for (const IniEntry& entry : entriesOf(*file, list))
+                if (!placeOf(entry.key)) {
+                    places_.add(NamePlaces::hashOf(entry.key), lines_.size());
+                    lines_.push_back({file, &entry});
+                }
+    }
+
+    bool has(std::string_view name) const { return placeOf(name).has_value(); }
+    const std::vector<Listing>& lines() const { return lines_; }
+
+private:
+    std::optional<std::size_t> placeOf(std::string_view name) const {
+        return places_.find(NamePlaces::hashOf(name),
+                            [&](std::size_t at) { return rules::sameName(lines_[at].entry->key, name); });
+    }
+
+    std::vector<Listing> lines_;
+    NamePlaces places_;
+};
 
 // What the list of each file names, then its further sections that have the key and answer for their name.
 template <class Row, class Make>
-std::vector<Row> collect(const Files& files, const char* list, const char* key, Make make) {
+std::vector<Row> collect(SomeFiles files, const char* list, const char* key, Make make) {
     std::vector<Row> found;
-    std::unordered_set<std::string> met;
-    const auto listed = listings(files, list);
-    const auto addNew = [&](std::string_view name) {
-        const std::string folded = rules::foldedName(name);
-        const auto place = listed.find(folded);
-        if (met.insert(folded).second)
-            found.push_back(make(sighting(files, name, place == listed.end() ? Listing() : place->second)));
-    };
+    const Listings listed(files, list);
+    found.reserve(listed.lines().size());
     for (const ConfigFile* file : files) {
-        for (const IniEntry& entry : entriesOf(*file, list))
-            addNew(entry.key);
+        for (const Listing& line : listed.lines())
+            if (line.file == file)
+                found.push_back(make(sighting(files, line.entry->key, line)));
         for (const IniSection& section : file->view.sections())
-            if (isOwn(section.name) && section.find(key) != nullptr && firstWithSection(files, section.name) == file)
-                addNew(section.name);
+            if (isOwn(section.name) && section.find(key) != nullptr && !listed.has(section.name) &&
+                firstSection(files, section.name).file == file)
+                found.push_back(make(sighting(files, section.name, Listing())));
     }
     return found;
 }
 
 // What each file but the first would say of names whose sections stand in an earlier one.
 template <class Row, class Make>
-std::vector<Row> collectHidden(const Files& files, const char* list, const char* key, Make make) {
+std::vector<Row> collectHidden(SomeFiles files, const char* list, const char* key, Make make) {
     std::vector<Row> found;
-    if (files.empty())
-        return found;
-    for (auto file = files.begin() + 1; file != files.end(); ++file) {
-        const Files earlier(files.begin(), file);
-        for (const Row& row : collect<Row>({*file}, list, key, make))
-            if (row.section != nullptr && firstWithSection(earlier, row.name) != nullptr)
+    for (std::size_t at = 1; at < files.size(); ++at)
+        for (const Row& row : collect<Row>(files.subspan(at, 1), list, key, make))
+            if (row.section != nullptr && firstSection(files.first(at), row.name).file != nullptr)
                 found.push_back(row);
-    }
     return found;
 }
 
@@ -260,10 +278,10 @@ std::vector<DataSource> Configuration::dataSourcesOf(std::string_view driver) co
 std::optional<DataSource> Configuration::dataSource(std::string_view name) const {
     if (rules::isDefaultName(name))
         return defaultSource();
-    const Sighting seen = sighting(files(FileKind::dataSources), rules::kDataSourceList, name);
+    Sighting seen = sighting(files(FileKind::dataSources), rules::kDataSourceList, name);
     if (seen.file == nullptr || (!seen.listed && rules::isReservedSection(name)))
         return std::nullopt;
-    return dataSourceOf(seen);
+    return dataSourceOf(std::move(seen));
 }
 
 std::vector<DataSource> Configuration::hiddenDataSources() const {
@@ -288,11 +306,18 @@ std::vector<Registered> Configuration::all(const RegisteredKind& kind) const {
 }
 
 std::optional<Registered> Configuration::find(const RegisteredKind& kind, std::string_view name) const {
-    const Sighting seen = sighting(files(FileKind::drivers), kind.list, name);
+    Sighting seen = sighting(files(FileKind::drivers), kind.list, name);
     const bool isSection = seen.section != nullptr && isOwn(name) && seen.section->find(kind.key) != nullptr;
     if (!seen.listed && !isSection)
         return std::nullopt;
-    return registeredOf(kind)(seen);
+    return registeredOf(kind)(std::move(seen));
+}
+
+const std::optional<Registered>& Configuration::driver(std::string_view name) const {
+    const auto [place, isNew] = foundDrivers_.try_emplace(std::string(name));
+    if (isNew)
+        place->second = find(kDriverKind, name);
+    return place->second;
 }
 
 std::vector<Registered> Configuration::hidden(const RegisteredKind& kind) const {

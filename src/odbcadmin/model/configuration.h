@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "odbcadmin/model/config_file.h"
@@ -78,7 +79,8 @@ struct Scopes {
 // Configuration: files as they were when read. Several files of one kind are looked through in order: a section comes
 // whole from the first file that has it, lists are joined. A file that cannot be read is as an empty one in all
 // look-ups; whoever minds asks for trouble. What look-ups give points into the object and lives as long as it, wherever
-// it is moved. Names are found as they are spelled, in any case; blanks around a name make it another.
+// it is moved. Names are found as they are spelled, in any case; blanks around a name make it another. One thread at a
+// time may use it.
 class Configuration {
 public:
     // The user's two files.
@@ -123,7 +125,10 @@ public:
     std::vector<Registered> hidden(const RegisteredKind& kind) const;
 
     std::vector<Registered> drivers() const { return all(kDriverKind); }
-    std::optional<Registered> driver(std::string_view name) const { return find(kDriverKind, name); }
+
+    // As find. The answer is kept, and lives as long as the object: thousands of data sources have the same few
+    // drivers.
+    const std::optional<Registered>& driver(std::string_view name) const;
 
     // The name of the default data source's driver.
     Located defaultDriver() const;
@@ -138,6 +143,7 @@ private:
     std::optional<DataSource> defaultSource() const;
 
     std::vector<ConfigFile> files_;
+    mutable std::unordered_map<std::string, std::optional<Registered>> foundDrivers_;  // by the name asked for
 };
 
 template <class Rows>

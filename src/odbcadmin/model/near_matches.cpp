@@ -36,11 +36,11 @@ std::size_t editDistance(std::string_view leftName, std::string_view rightName, 
     const std::string left = rules::foldedName(leftName);
     const std::string right = rules::foldedName(rightName);
     // What the first letters of left cost against each beginning of right: this row of the table and the two above it.
-    std::vector<std::size_t> above2, above, costs(right.size() + 1);
+    std::vector<std::size_t> above2(right.size() + 1), above(right.size() + 1), costs(right.size() + 1);
     std::iota(costs.begin(), costs.end(), std::size_t{0});
     for (std::size_t row = 1; row <= left.size(); ++row) {
-        above2 = std::move(above);
-        above = costs;
+        above2.swap(above);
+        above.swap(costs);
         costs[0] = row;
         for (std::size_t i = 1; i <= right.size(); ++i) {
             const std::size_t replaced = above[i - 1] + (left[row - 1] == right[i - 1] ? 0 : 1);
@@ -57,16 +57,28 @@ std::size_t editDistance(std::string_view leftName, std::string_view rightName, 
 std::vector<std::string> nearMatches(std::string_view name, const std::vector<std::string>& candidates) {
     // Of a single letter every other letter would be a neighbour.
     const std::size_t limit = name.size() < 2 ? 0 : std::max<std::size_t>(1, name.size() / 3);
-    std::vector<std::pair<std::size_t, std::string>> near;
+    // Once there are enough, only a nearer one counts: among thousands of similar names most are seen not to be at
+    // once.
+    std::vector<std::pair<std::size_t, std::string_view>> near;
     for (const std::string& candidate : candidates) {
-        const std::size_t distance = editDistance(name, candidate, limit);
-        if (!candidate.empty() && (distance <= limit || begins(candidate, name)))
-            near.emplace_back(distance, candidate);
+        const bool isFull = near.size() == kMostMatches;
+        if (candidate.empty() || (isFull && near.back().first == 0))
+            continue;
+        const std::size_t distance =
+            editDistance(name, candidate, isFull ? std::min(limit, near.back().first - 1) : limit);
+        const bool isNear = isFull ? distance < near.back().first : distance <= limit || begins(candidate, name);
+        if (!isNear)
+            continue;
+        if (isFull)
+            near.pop_back();
+        const auto behind =
+            std::find_if(near.begin(), near.end(), [&](const auto& each) { return each.first > distance; });
+        near.emplace(behind, distance, candidate);
     }
-    std::stable_sort(near.begin(), near.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
     std::vector<std::string> nearest;
-    for (std::size_t i = 0; i < near.size() && i < kMostMatches; ++i)
-        nearest.push_back(near[i].second);
+    nearest.reserve(near.size());
+    for (const auto& each : near)
+        nearest.emplace_back(each.second);
     return nearest;
 }
 

@@ -197,7 +197,7 @@ TEST_F(Line, AFileThatStaysLockedHasItsOwnCode) {
     const int lock = open(home_.file(".odbc.ini.jxlock").c_str(), O_CREAT | O_RDWR | O_CLOEXEC, 0600);
     ASSERT_GE(lock, 0);
     ASSERT_EQ(flock(lock, LOCK_EX), 0);
-    const ProgramResult result = run({"dsn", "ensure", "Sales", "a=b"});
+    const ProgramResult result = run({"dsn", "ensure", "Sales", "a=b", "--lock-timeout", "0.02"});
     EXPECT_EQ(result.code, 8) << result.err;
     EXPECT_NE(result.err.find("Another program is changing the file"), std::string::npos);
     EXPECT_EQ(run({"dsn", "ensure", "Sales", "a=b", "--check"}).code, 9);

@@ -34,5 +34,16 @@ TEST(NearMatches, GivesTheNearestFirstAndThreeAtMost) {
     EXPECT_EQ(adviceFor("qqqqq", {"Sales"}, "no"), "no");
 }
 
+TEST(NearMatches, ANearerOneReplacesTheLastOfThreeAndAnEqualOneDoesNot) {
+    EXPECT_EQ(nearMatches("Orders", {"Order55", "Order66", "Order77", "Order88"}),
+              (std::vector<std::string>{"Order55", "Order66", "Order77"}));
+    EXPECT_EQ(nearMatches("Orders", {"Order55", "Order66", "Order77", "Order", "orders"}),
+              (std::vector<std::string>{"orders", "Order", "Order55"}));
+    EXPECT_EQ(nearMatches("Orders", {"Orders of 2024", "Orders of 2025", "Orders of 2026", "Orders of 2027", "Ordres"}),
+              (std::vector<std::string>{"Ordres", "Orders of 2024", "Orders of 2025"}));
+    EXPECT_EQ(nearMatches("Orders", {"orders", "ORDERS", "Orders", "oRDERS"}),
+              (std::vector<std::string>{"orders", "ORDERS", "Orders"}));
+}
+
 }  // namespace
 }  // namespace jx::model
