@@ -169,6 +169,10 @@ $ odbcadmin --root image dsn test Stock
 ! odbcadmin: test works with the libraries of this system, not of another root
 !   odbcadmin lint --root looks at the files of an image.
 [2]
+$ odbcadmin --root image run -- true
+! odbcadmin: run works with the libraries of this system, not of another root
+!   odbcadmin lint --root looks at the files of an image.
+[2]
 $ rm image/etc/odbc.ini && ln -s ~/.odbc.ini image/etc/odbc.ini
 $ odbcadmin --root image dsn add X --driver Image --system
 ! odbcadmin: A symbolic link leads from ~/image/etc/odbc.ini out of ~/image

@@ -378,6 +378,23 @@ TEST_F(ScopesSession, PathsShowsAllFilesWhatMovesThemAndWhoReadsThem) {
               home_.systemFile("odbc.ini") + "\n" + home_.systemFile("odbcinst.ini") + "\n");
 }
 
+constexpr const char* kWithoutAHome = R"sh($ HOME=$PWD/none odbcadmin lint | grep -A2 --no-group-separator files.missing
+note files.missing ~/none/.odbc.ini
+  ~/none/.odbc.ini is not there, nor is the home directory ~/none: only ~.etc/odbc.ini is read.
+  Nothing needs to be done; a file of this user's own needs mkdir -p ~/none.
+note files.missing ~/none/.odbcinst.ini
+  ~/none/.odbcinst.ini is not there, nor is the home directory ~/none: only ~.etc/odbcinst.ini is read.
+  Nothing needs to be done; a file of this user's own needs mkdir -p ~/none.
+$ HOME=$PWD/none odbcadmin lint -q | grep -v ^note
+[1]
+$ rm "$ODBCSYSINI/odbc.ini"; HOME=$PWD/none odbcadmin lint -q | grep -v ^note
+error files.no-directory ~/none/.odbc.ini
+)sh";
+
+TEST_F(ScopesSession, AServicesUserNeedsNoHomeWhereTheSystemsFilesAnswer) {
+    EXPECT_EQ(played(home_, kWithoutAHome), kWithoutAHome);
+}
+
 // A user who may not write /etc is given the command that may; a secret on the line is not repeated.
 TEST_F(ScopesSession, WithoutTheRightTheCommandWithSudoIsGiven) {
     if (::geteuid() != 0)
