@@ -35,12 +35,15 @@ std::string namesIn(const Session& session, const std::vector<model::DriverUsers
     return model::joined(names);
 }
 
-std::vector<std::string> remarksOnLeft(const Session& session, const Followers& followers, const std::string& command) {
+std::vector<std::string> remarksOnLeft(const Session& session, const Followers& followers, const std::string& command,
+                                       const std::string& preparation) {
     std::vector<std::string> remarks;
-    for (const model::DriverUsers& each : followers.left)
-        remarks.push_back("left as they are in " + each.path + ": " + model::joined(each.names) +
-                          "; for each of them: odbcadmin " + command +
-                          (each.scope == Scope::system ? " --system" : " --user"));
+    for (const model::DriverUsers& each : followers.left) {
+        const bool isSystems = each.scope == Scope::system;
+        const std::string first = isSystems && !preparation.empty() ? "odbcadmin " + preparation + ", then " : "";
+        remarks.push_back("left as they are in " + each.path + ": " + model::joined(each.names) + "; " + first +
+                          "for each of them: odbcadmin " + command + (isSystems ? " --system" : " --user"));
+    }
     if (session.way().scope == Scope::system)
         remarks.push_back("data sources of other users are not seen here; for each of them: odbcadmin " + command);
     return remarks;

@@ -24,7 +24,8 @@ Followers followersOf(const Session& session, const std::string& driver);
 std::string namesIn(const Session& session, const std::vector<model::DriverUsers>& users);
 
 // A remark on each file whose data sources stay as they are, and on the other users' files, which nobody sees. command:
-// what changes one of them, behind "odbcadmin".
-std::vector<std::string> remarksOnLeft(const Session& session, const Followers& followers, const std::string& command);
+// what changes one of them, behind "odbcadmin"; preparation: what those of the system's need before, or nothing.
+std::vector<std::string> remarksOnLeft(const Session& session, const Followers& followers, const std::string& command,
+                                       const std::string& preparation = {});
 
 }  // namespace jx::cli

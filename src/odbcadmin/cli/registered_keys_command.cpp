@@ -54,13 +54,15 @@ ExitCode rename(const Session& session, const Configuration& configuration, cons
     const std::string names = namesIn(session, followers.changed);
     const ChangeResult result =
         model::renameRegistered(configuration, kind, from, to, followers.scopes(), session.way());
-    const bool isRenamed = isDriver && !result.files.empty();
+    std::vector<std::string> remarks;
+    // The system's data sources can only use a driver of the system's.
+    if (isDriver && !result.files.empty())
+        remarks = remarksOnLeft(session, followers, "dsn ensure NAME --driver " + model::shellWord(to),
+                                session.system ? "" : "driver copy " + model::shellWord(to) + " --to system");
     return session.report(result,
                           "Renamed " + std::string(kind.word) + " " + (entry ? entry->name : from) + " to " + to +
                               (names.empty() ? "" : ", also in data source " + names),
-                          isRenamed
-                              ? remarksOnLeft(session, followers, "dsn ensure NAME --driver " + model::shellWord(to))
-                              : std::vector<std::string>());
+                          remarks);
 }
 
 using Change = ExitCode (*)(const Session&, const Configuration&, const Line&, const RegisteredKind&);

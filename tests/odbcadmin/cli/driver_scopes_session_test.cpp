@@ -46,7 +46,9 @@ Stock  Broad  system
 Depot  Plain  system
 $ odbcadmin driver rename Plain 'New Plain' --user
 Renamed driver Plain to New Plain, also in data source Own
-! odbcadmin: left as they are in ~.etc/odbc.ini: Depot; for each of them: odbcadmin dsn ensure NAME --driver 'New Plain' --system
+! odbcadmin: left as they are in ~.etc/odbc.ini: Depot; odbcadmin driver copy 'New Plain' --to system, then for each of them: odbcadmin dsn ensure NAME --driver 'New Plain' --system
+$ odbcadmin driver copy 'New Plain' --to system -q && odbcadmin dsn ensure Depot --driver 'New Plain' --system -q && odbcadmin driver remove 'New Plain' --system -q
+$ odbcadmin config set .odbc.ini 'ODBC Data Sources' Depot Plain --system -q
 $ odbcadmin driver rename 'New Plain' Plain --user -q
 $ odbcadmin driver rename Plain 'New Plain' --dry-run | grep '^[-+]'
 --- ~/.odbcinst.ini
@@ -132,8 +134,10 @@ TEST_F(DriverScopesSession, WithoutTheRightThoseOfTheOtherScopeStayAndAreNamed) 
                                         "driver", "rename", "Plain", "Even"});
     EXPECT_EQ(result.code, 0);
     EXPECT_EQ(result.out, "Renamed driver Plain to Even, also in data source Own\n");
-    EXPECT_EQ(result.err, "odbcadmin: left as they are in " + home_.systemFile("odbc.ini") +
-                              ": Depot; for each of them: odbcadmin dsn ensure NAME --driver Even --system\n");
+    EXPECT_EQ(result.err,
+              "odbcadmin: left as they are in " + home_.systemFile("odbc.ini") +
+                  ": Depot; odbcadmin driver copy Even --to system, then for each of them: odbcadmin dsn ensure NAME "
+                  "--driver Even --system\n");
     EXPECT_EQ(home_.systemText("odbc.ini").find("Even"), std::string::npos);
 }
 
