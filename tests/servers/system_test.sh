@@ -52,6 +52,8 @@ in_drivers() { sed -i "$1" "$ODBCSYSINI/odbcinst.ini"; }
 own() { printf '[Stock]\nDriver=%s\n' "$drivers/psqlodbcw.so" >"$HOME/.odbc.ini"; }
 fifo() { rm "$ODBCSYSINI/odbc.ini" && mkfifo "$ODBCSYSINI/odbc.ini"; }
 broken "a user's section hides the system's" scopes.split own
+check "this user cannot connect" refused admin dsn test Stock
+check "others can" prints "Stock: connected" for_all dsn test Stock
 broken "the library is gone" library.missing in_drivers "s|^Driver=.*|Driver=$drivers/psqlodbcx.so|"
 broken "the driver's name is misspelt" names.driver-unknown in_sources "s/^Stock=.*/Stock=PostgreSQL Unicoed/"
 broken "a bracket is missing" syntax.unclosed-bracket in_sources "s/^\[Stock\]/[Stock/"

@@ -50,6 +50,17 @@ TEST_F(Completion, OffersNamesFromTheFiles) {
     EXPECT_EQ(offered({"dsn", "show", "--", ""}), "Sales|Accounts");
 }
 
+TEST_F(Completion, OffersNamesOfTheScopeThatIsAskedFor) {
+    home_.putSystem("odbc.ini", "[Stock]\nDriver=Wide\nPort=1\n");
+    home_.putSystem("odbcinst.ini", "[Wide]\nDriver=/opt/libwide.so\n");
+    EXPECT_EQ(offered({"dsn", "show", ""}), "Sales|Accounts|Stock");
+    EXPECT_EQ(offered({"--system", "dsn", "show", ""}), "Stock");
+    EXPECT_EQ(offered({"dsn", "show", "--user", ""}), "Sales|Accounts");
+    EXPECT_EQ(offered({"dsn", "unset", "--system", "Stock", ""}), "Driver|Port");
+    EXPECT_EQ(offered({"--system", "driver", "show", ""}), "Wide");
+    EXPECT_EQ(offered({"config", "get", "--system", ".odbcinst.ini", ""}), "Wide");
+}
+
 TEST_F(Completion, OffersWhatStandsInTheFileNamed) {
     const std::string file = home_.file("some.ini");
     home_.put("some.ini", "[ODBC Drivers]\n\"Small driver\"=\n[Other]\nServer=x\n");
