@@ -130,16 +130,20 @@ std::string ScratchFiles::inWordsOfOriginals(std::string sentence) const {
 
 // Not as one change: that would keep back the writes of the libraries, too.
 ChangeResult changeByCopies(const ChangeWay& way, const std::function<void(const ScratchFiles& copies)>& work) {
+    const std::string driversPath = pathOf(nameOf(FileKind::drivers), way.scope);
+    const std::string sourcesPath = pathOf(nameOf(FileKind::dataSources), way.scope);
+    std::error_code ignored;
+    if (driversPath == sourcesPath || std::filesystem::equivalent(driversPath, sourcesPath, ignored))
+        return {{Reason::Kind::refused, "Drivers and data sources have the same file here: " + driversPath,
+                 "odbcadmin paths shows which variable makes it so."}};
     FileChange drivers(nameOf(FileKind::drivers), way);
     FileChange sources(nameOf(FileKind::dataSources), way);
     for (const FileChange* change : {&drivers, &sources})
         if (change->reason())
             return {change->reason()};
-    const auto original = [&](FileKind kind, const FileChange& change) {
-        return ScratchFiles::Original{kind, pathOf(nameOf(kind), way.scope), std::string(change.before().bytes())};
-    };
     {
-        const ScratchFiles copies({original(FileKind::drivers, drivers), original(FileKind::dataSources, sources)});
+        const ScratchFiles copies({{FileKind::drivers, driversPath, std::string(drivers.before().bytes())},
+                                   {FileKind::dataSources, sourcesPath, std::string(sources.before().bytes())}});
         if (copies.trouble())
             return {copies.trouble()};
         work(copies);

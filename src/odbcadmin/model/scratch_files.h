@@ -51,7 +51,8 @@ private:
 // Locks both files of the way's scope, calls work while the libraries see copies of them in their place, and then
 // writes what became of the copies, the drivers first; new files get the mode that the scope's have. While work runs
 // the copies are the user's files for the model, too.
-// Failure  a file cannot be locked, or not be copied: work is not called. One cannot be written: those before it stay.
+// Failure  both are one file, a file cannot be locked, or not be copied: work is not called. One cannot be written:
+// those before it stay.
 ChangeResult changeByCopies(const ChangeWay& way, const std::function<void(const ScratchFiles& copies)>& work);
 
 }  // namespace jx::model

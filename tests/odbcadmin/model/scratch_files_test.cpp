@@ -111,6 +111,16 @@ TEST_F(ScratchFilesTest, AFileThatCannotBeLockedIsTheReasonAndNothingIsCalled) {
     }
 }
 
+TEST_F(ScratchFilesTest, OneFileForBothIsRefused) {
+    setenv("ODBCINI", home_.file(".odbcinst.ini").c_str(), 1);
+    const ChangeResult changes =
+        changeByCopies(way(ChangeWay::Writing::now), [](const ScratchFiles&) { ADD_FAILURE(); });
+    unsetenv("ODBCINI");
+    EXPECT_EQ(told(changes.reason),
+              "refused: Drivers and data sources have the same file here: ~/.odbcinst.ini | "
+              "odbcadmin paths shows which variable makes it so.");
+}
+
 TEST_F(ScratchFilesTest, ACopyThatCannotBeReadChangesNothing) {
     const ChangeResult changes = changeByCopies(way(ChangeWay::Writing::now), [](const ScratchFiles&) {
         std::filesystem::remove(getenv("ODBCINI"));
