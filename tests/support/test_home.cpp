@@ -2,6 +2,7 @@
 #include "test_home.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -29,7 +30,7 @@ std::string whole(const std::string& path) {
 constexpr const char* kVariables[] = {"HOME", "ODBCINI", "ODBCINSTINI", "ODBCSYSINI"};
 }  // namespace
 
-TestHome::TestHome() {
+TestHome::TestHome() : oldMask_(::umask(S_IWGRP | S_IWOTH)) {
     std::string pattern = (fs::temp_directory_path() / "jxodbc-test-XXXXXX").string();
     const char* made = mkdtemp(pattern.data());
     if (made == nullptr) {
@@ -57,6 +58,7 @@ TestHome::TestHome(std::initializer_list<std::pair<std::string_view, std::string
 }
 
 TestHome::~TestHome() {
+    ::umask(oldMask_);
     for (const auto& [name, value] : oldVariables_)
         setenv(name.c_str(), value.c_str(), 1);
     for (const std::string& name : unsetVariables_)

@@ -1,6 +1,8 @@
 // A home directory of a test's own: its files are set, read back whole and gone afterwards.
 #pragma once
 
+#include <sys/types.h>
+
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -10,8 +12,9 @@
 namespace jx::test {
 
 // TestHome: makes two empty directories, points HOME at the one and ODBCSYSINI at the other, so that no file of this
-// machine counts, and unsets ODBCINI and ODBCINSTINI; leaving scope removes both and restores the four variables. One
-// at a time in a process. A failure to set it up fails the test.
+// machine counts, and unsets ODBCINI and ODBCINSTINI; leaving scope removes both and restores the four variables.
+// Meanwhile new files may be read by all, whatever the mask of the shell was. One at a time in a process. A failure to
+// set it up fails the test.
 class TestHome {
 public:
     TestHome();
@@ -39,6 +42,7 @@ public:
     std::vector<std::string> names() const;
 
 private:
+    mode_t oldMask_;
     std::string path_;
     std::vector<std::pair<std::string, std::string>> oldVariables_;
     std::vector<std::string> unsetVariables_;

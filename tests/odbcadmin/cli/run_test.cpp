@@ -10,6 +10,9 @@
 namespace jx::test {
 namespace {
 
+// As a word of a shell: the build may lie in a folder with a blank in its name.
+const std::string kAsker = shellQuoted(JX_RUN_ASKER);
+
 class RunCommand : public AdminTest {
 protected:
     RunCommand() {
@@ -24,7 +27,7 @@ protected:
     }
 
     // A file that may be run.
-    std::string putProgram(const char* name, const char* text) {
+    std::string putProgram(const char* name, const std::string& text) {
         home_.put(name, text);
         ::chmod(home_.file(name).c_str(), 0755);
         return home_.file(name);
@@ -66,9 +69,9 @@ TEST_F(RunCommand, TheHomeThatIsGivenIsThePrograms) {
 
 TEST_F(RunCommand, EndsAsTheProgramEnds) {
     EXPECT_EQ(run({"run", "--", JX_RUN_ASKER, "exit=42"}).code, 42);
-    EXPECT_EQ(shell("odbcadmin run -- " JX_RUN_ASKER " signal=15; echo $?").out, "143\n");
+    EXPECT_EQ(shell("odbcadmin run -- " + kAsker + " signal=15; echo $?").out, "143\n");
     EXPECT_EQ(run({"run", "--log", "--json", "--", JX_RUN_ASKER, "exit=42"}).code, 42);
-    EXPECT_EQ(shell("odbcadmin run --log --json -- " JX_RUN_ASKER " signal=15; echo $?").out, "143\n");
+    EXPECT_EQ(shell("odbcadmin run --log --json -- " + kAsker + " signal=15; echo $?").out, "143\n");
 }
 
 TEST_F(RunCommand, SaysWhyAProgramCannotBeRunSo) {
@@ -104,7 +107,7 @@ TEST_F(RunCommand, RefusesAProgramThatGetsOtherRights) {
 }
 
 TEST_F(RunCommand, RunsScriptsAndFollowsTheirInterpreters) {
-    const std::string script = putProgram("script", "#!/usr/bin/env -S sh -e\n" JX_RUN_ASKER " Server\n");
+    const std::string script = putProgram("script", "#!/usr/bin/env -S sh -e\n" + kAsker + " Server\n");
     EXPECT_EQ(out({"run", "--", script}), "Server=db1\n");
     const auto shown = nlohmann::ordered_json::parse(run({"run", "--check", "--json", "--", script}).out);
     ASSERT_EQ(shown["interpreters"].size(), 1U);
@@ -199,7 +202,8 @@ TEST_F(RunCommand, LogAsJsonIsAnObjectALine) {
 TEST_F(RunCommand, AReaderOfTheLogThatGoesAwayDoesNotEndTheProgram) {
     const ProgramResult result = shell(
         "mkfifo log go\n"
-        "(odbcadmin run --log --json -- " JX_RUN_ASKER
+        "(odbcadmin run --log --json -- " +
+        kAsker +
         " read Server exit=7 <go 2>log; echo $?) &\n"
         "exec 3>go 4<log\nexec 4<&-\necho >&3\nwait");
     EXPECT_EQ(result.out, "Server=db1\n7\n");
@@ -214,8 +218,7 @@ TEST_F(RunCommand, WhatElseIsWrittenIntoTheLogDoesNotStopIt) {
 }
 
 TEST_F(RunCommand, SignalsReachTheProgramThroughItsParent) {
-    const ProgramResult result = shell("mkfifo ready\n" + shellQuoted(JX_ODBCADMIN) +
-                                       " run --log --json -- " JX_RUN_ASKER
+    const ProgramResult result = shell("mkfifo ready\n" + shellQuoted(JX_ODBCADMIN) + " run --log --json -- " + kAsker +
                                        " Server wait >ready & program=$!\n"
                                        "read -r line <ready\nkill -TERM $program\nwait $program\necho \"$line $?\"");
     EXPECT_EQ(result.out, "Server=db1 143\n");
