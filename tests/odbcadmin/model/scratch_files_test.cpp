@@ -91,12 +91,13 @@ TEST_F(ScratchFilesTest, TheSystemsFilesAreChangedAndNewOnesCanBeReadByAll) {
 }
 
 TEST_F(ScratchFilesTest, OtherWritersWaitAndWhatTheyWroteStays) {
-    jxIniSetLockWait(0);
+    const long before = jxIniSetLockWait(0);
     const ChangeResult changes = changeByCopies(way(ChangeWay::Writing::now), [&](const ScratchFiles&) {
         const ChangeWay other;
         EXPECT_EQ(told(FileChange(home_.file(".odbcinst.ini"), other).reason()).substr(0, 6), "locked");
         EXPECT_EQ(told(FileChange(home_.file(".odbc.ini"), other).reason()).substr(0, 6), "locked");
     });
+    jxIniSetLockWait(before);
     EXPECT_TRUE(changes.isDone() && changes.files.empty());
 }
 
