@@ -6,6 +6,8 @@
 #include <string_view>
 
 #include "odbcadmin/assist/forms.h"
+#include "odbcadmin/assist/scope_mark.h"
+#include "odbcadmin/assist/scoped_files.h"
 #include "odbcadmin/trial/installer_library.h"
 #include "rules/names.h"
 
@@ -36,6 +38,15 @@ void eachRow(HWND dialog, unsigned short id, Visit visit) {
     }
 }
 
+// Names and drivers of the system's are of any kind, with parentheses anywhere: the file says which row is whose.
+std::optional<ChosenSource> systemSourceInRow(const std::string& row) {
+    if (const auto shown = withoutSystemMark(row))
+        for (const model::DataSource& source : configurationOf(model::Scope::system).dataSources())
+            if (rowOf(source) == *shown)
+                return ChosenSource{source.name, source.driver, model::Scope::system};
+    return std::nullopt;
+}
+
 }  // namespace
 
 std::string rowOf(const model::DataSource& source) {
@@ -43,13 +54,27 @@ std::string rowOf(const model::DataSource& source) {
 }
 
 std::optional<ChosenSource> sourceInRow(const std::string& row) {
-    const std::size_t open = driverIn(row);
+    const std::optional<std::string> ofSystem = withoutSystemMark(row);
+    const std::string& whole = ofSystem ? *ofSystem : row;
+    const model::Scope scope = ofSystem ? model::Scope::system : model::Scope::user;
+    std::size_t open = driverIn(whole);
+    if (open == std::string_view::npos && ofSystem)
+        open = whole.find(" (") + 1;
     if (open == std::string_view::npos)
         return std::nullopt;
-    std::string name = row.substr(0, open);
+    std::string name = whole.substr(0, open);
     while (name.size() > 1 && name.back() == ' ')
         name.pop_back();
-    return ChosenSource{name, row.substr(open + 1, row.size() - open - 2)};
+    return ChosenSource{name, whole.substr(open + 1, whole.size() - open - 2), scope};
+}
+
+std::vector<std::string> rowsIn(HWND dialog, unsigned short list) {
+    std::vector<std::string> rows;
+    eachRow(dialog, list, [&](int /*row*/, const char* shown) {
+        rows.emplace_back(shown);
+        return true;
+    });
+    return rows;
 }
 
 std::string selectedRow(HWND dialog, unsigned short list) {
@@ -76,15 +101,19 @@ unsigned short sourceList(HWND dialog) {
 
 std::optional<ChosenSource> chosenSource(HWND dialog) {
     const unsigned short list = sourceList(dialog);
-    return list == 0 ? std::nullopt : sourceInRow(selectedRow(dialog, list));
+    if (list == 0)
+        return std::nullopt;
+    const std::string row = selectedRow(dialog, list);
+    const std::optional<ChosenSource> exact = systemSourceInRow(row);
+    return exact ? exact : sourceInRow(row);
 }
 
-void chooseSource(HWND dialog, const std::string& name) {
+void chooseSource(HWND dialog, const std::string& name, model::Scope scope) {
     const unsigned short list = sourceList(dialog);
     int found = -1;
     eachRow(dialog, list, [&](int row, const char* shown) {
         const auto source = sourceInRow(shown);
-        found = source && rules::sameName(source->name, name) ? row : -1;
+        found = source && source->scope == scope && rules::sameName(source->name, name) ? row : -1;
         return found < 0;
     });
     if (found >= 0)

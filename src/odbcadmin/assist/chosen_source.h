@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "odbcadmin/model/configuration.h"
 
@@ -13,14 +14,18 @@ namespace jx::assist {
 struct ChosenSource {
     std::string name;
     std::string driver;
+    model::Scope scope = model::Scope::user;  // whose file it stands in
 };
 
-// "Sales (SQLite3)", as lists show a data source.
+// "Sales (SQLite3)", as lists show a data source; the system's have a mark behind that (scope_mark.h).
 std::string rowOf(const model::DataSource& source);
 
 // The other way: the driver is what the last parentheses hold, which may have further ones in pairs. Nothing when a row
-// is not of that form.
+// is not of that form; a marked row is always taken for one of the system's.
 std::optional<ChosenSource> sourceInRow(const std::string& row);
+
+// The rows of a list.
+std::vector<std::string> rowsIn(HWND dialog, unsigned short list);
 
 // The selected row of a list; empty when there is none.
 std::string selectedRow(HWND dialog, unsigned short list);
@@ -29,7 +34,7 @@ std::string selectedRow(HWND dialog, unsigned short list);
 std::optional<ChosenSource> chosenSource(HWND dialog);
 
 // Selects the row of that data source as the user would, if it is shown.
-void chooseSource(HWND dialog, const std::string& name);
+void chooseSource(HWND dialog, const std::string& name, model::Scope scope);
 
 // The list of data sources in that dialog: its id; 0 when there is none.
 unsigned short sourceList(HWND dialog);

@@ -38,11 +38,15 @@ std::string remarksOf(const trial::ConnectReport& report) {
 
 }  // namespace
 
-ConnectionText connectionText(const std::string& dataSource) {
-    const model::Configuration configuration = model::Configuration::read();
-    const auto source = configuration.dataSource(dataSource);
+// What a program has is the user's files, and behind them the system's.
+ConnectionText connectionText(const ChosenSource& chosen) {
+    const model::Configuration configuration = model::Configuration::read(model::Scopes());
+    const auto source = configuration.dataSource(chosen.name);
     if (!source)
-        return {false, sentenceOf(model::noDataSource(configuration, dataSource))};
+        return {false, sentenceOf(model::noDataSource(configuration, chosen.name))};
+    if (chosen.scope == model::Scope::system && source->file->scope == model::Scope::user)
+        return {false, "Your own " + source->name + " shadows the system's: your programs get [" + source->name +
+                           "] of " + source->header.where() + ". Another user can test the system's."};
     trial::ConnectRequest request{doctor::meantLibrary(*source, configuration, doctor::loaderPlaces()), source->name,
                                   configuration.paths()};
     std::string why = "it leads to no library";
@@ -53,7 +57,8 @@ ConnectionText connectionText(const std::string& dataSource) {
             return {true, connectedText(source->name, report) + remarksOf(report)};
         why = doctor::endOf(report, request.limit) + "." + remarksOf(report);
     }
-    return {false, "Cannot connect to " + source->name + ": " + why + "\n\n" + firstFinding(configuration, dataSource)};
+    return {false,
+            "Cannot connect to " + source->name + ": " + why + "\n\n" + firstFinding(configuration, source->name)};
 }
 
 }  // namespace jx::assist

@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "odbcadmin/assist/chosen_source.h"
+
 namespace jx::assist {
 
 struct ConnectionText {
@@ -12,6 +14,7 @@ struct ConnectionText {
 
 // Connects with a data source in the helper program, which may take up to twenty seconds, and says what came of it. If
 // it was not connected: what the driver said, with what that means, and the doctor's first finding. Secrets are stars.
-ConnectionText connectionText(const std::string& dataSource);
+// One of the system's that is shadowed is not tried: whoever asks for its name gets the user's own.
+ConnectionText connectionText(const ChosenSource& chosen);
 
 }  // namespace jx::assist

@@ -8,11 +8,12 @@
 namespace jx::assist {
 
 // The library keeps the names of its main list in a buffer of fixed size and leaves out those that do not fit. Call
-// this after a list of data sources was filled, to compare it with the file; other dialogs are left alone.
+// this after a list of data sources or of drivers was filled, to compare it with the files; other dialogs are left
+// alone.
 void noteCutList(HWND dialog);
 
-// "146 of 1,998 shown; F9 shows all.", or the same about a filter, as it was when noteCutList was called; empty if all
-// are shown.
+// "146 of 1,998 shown; F9 shows all.", or the same about a filter, and why nothing of the system's is shown if its file
+// cannot be read, as it was when noteCutList was called; empty if all are shown.
 std::string cutNotice(HWND dialog);
 
 // Whether the library has left some out.

@@ -5,7 +5,8 @@
 
 namespace jx::assist {
 
-// Asks for a text and shows only the rows of the dialog's list that contain it.
+// Asks for a text and shows only the rows of the dialog's list that contain it; where the system has data sources, asks
+// for the scope as well.
 void askForFilter(HWND dialog);
 
 }  // namespace jx::assist

@@ -66,12 +66,67 @@ constexpr JxwControl kFiles[] = {{JXW_LABEL, kFilesDirectory, 8, 8, 264, 16, "",
                                  {JXW_BUTTON, IDCANCEL, 204, 120, 68, 14, "Cancel", 0},
                                  kEnd};
 
+constexpr JxwControl kFilter[] = {{JXW_LABEL, kLineAbout, 8, 8, 224, 8, "", 0},
+                                  {JXW_EDIT, kLineText, 8, 16, 224, 12, nullptr, 0},
+                                  {JXW_RADIO, kFilterBoth, 8, 40, 96, 8, "&User and system", 0},
+                                  {JXW_RADIO, kFilterUser, 104, 40, 60, 8, "U&ser", 0},
+                                  {JXW_RADIO, kFilterSystem, 164, 40, 68, 8, "S&ystem", 0},
+                                  {JXW_BUTTON, IDOK, 88, 56, 68, 14, "OK", JXW_DEFAULT},
+                                  {JXW_BUTTON, IDCANCEL, 164, 56, 68, 14, "Cancel", 0},
+                                  kEnd};
+
+constexpr JxwControl kCopy[] = {{JXW_LABEL, kLineAbout, 8, 8, 224, 8, "", 0},
+                                {JXW_EDIT, kLineText, 8, 16, 224, 12, nullptr, 0},
+                                {JXW_RADIO, kCopyToUser, 8, 40, 92, 8, "For &you alone", 0},
+                                {JXW_RADIO, kCopyToSystem, 104, 40, 128, 8, "For &all users (system)", 0},
+                                {JXW_BUTTON, IDOK, 88, 56, 68, 14, "OK", JXW_DEFAULT},
+                                {JXW_BUTTON, IDCANCEL, 164, 56, 68, 14, "Cancel", 0},
+                                kEnd};
+
+constexpr JxwControl kSection[] = {{JXW_LABEL, kSectionWhere, 8, 8, 264, 16, "", JXW_PLAIN},
+                                   {JXW_LABEL, 0, 8, 32, 184, 8, "&Keys and values:", 0},
+                                   {JXW_LISTBOX, kSectionList, 8, 40, 184, 64, nullptr, 0},
+                                   {JXW_BUTTON, kSectionSet, 204, 40, 68, 14, "&Set", 0},
+                                   {JXW_BUTTON, kSectionRemove, 204, 56, 68, 14, "&Remove", JXW_GREY},
+                                   {JXW_LABEL, 0, 8, 112, 60, 8, "K&ey:", 0},
+                                   {JXW_EDIT, kSectionKey, 72, 112, 120, 12, nullptr, 0},
+                                   {JXW_LABEL, 0, 8, 128, 60, 8, "&Value:", 0},
+                                   {JXW_EDIT, kSectionValue, 72, 128, 120, 12, nullptr, 0},
+                                   {JXW_LABEL, 0, 8, 144, 60, 8, "&Hidden value:", 0},
+                                   {JXW_EDIT, kSectionHidden, 72, 144, 120, 12, nullptr, JXW_PASSWORD | JXW_GREY},
+                                   {JXW_BUTTON, IDOK, 204, 112, 68, 14, "OK", JXW_DEFAULT},
+                                   {JXW_BUTTON, IDCANCEL, 204, 128, 68, 14, "Cancel", 0},
+                                   kEnd};
+
+constexpr JxwControl kNewSource[] = {{JXW_LABEL, 0, 8, 8, 60, 8, "&Name:", 0},
+                                     {JXW_EDIT, kNewName, 72, 8, 120, 12, nullptr, 0},
+                                     {JXW_RADIO, kNewForUser, 204, 8, 72, 8, "For &you alone", 0},
+                                     {JXW_RADIO, kNewForSystem, 204, 24, 72, 8, "For &all users", 0},
+                                     {JXW_LABEL, kNewKeySays, 8, 24, 184, 16, "", JXW_PLAIN},
+                                     {JXW_LABEL, 0, 8, 40, 184, 8, "&Keys and values:", 0},
+                                     {JXW_LISTBOX, kSectionList, 8, 48, 184, 56, nullptr, 0},
+                                     {JXW_BUTTON, kSectionSet, 204, 48, 68, 14, "&Set", 0},
+                                     {JXW_BUTTON, kSectionRemove, 204, 64, 68, 14, "&Remove", JXW_GREY},
+                                     {JXW_LABEL, 0, 8, 112, 60, 8, "K&ey:", 0},
+                                     {JXW_EDIT, kSectionKey, 72, 112, 120, 12, nullptr, 0},
+                                     {JXW_LABEL, 0, 8, 128, 60, 8, "&Value:", 0},
+                                     {JXW_EDIT, kSectionValue, 72, 128, 120, 12, nullptr, 0},
+                                     {JXW_LABEL, 0, 8, 144, 60, 8, "&Hidden value:", 0},
+                                     {JXW_EDIT, kSectionHidden, 72, 144, 120, 12, nullptr, JXW_PASSWORD | JXW_GREY},
+                                     {JXW_BUTTON, IDOK, 204, 112, 68, 14, "OK", JXW_DEFAULT},
+                                     {JXW_BUTTON, IDCANCEL, 204, 128, 68, 14, "Cancel", 0},
+                                     kEnd};
+
 constexpr JxwTemplate kTemplates[] = {{kFormDialog, "Register a Driver", 280, 140, kRegistration},
                                       {kRemovalForm, "Remove a Driver", 280, 124, kRemoval},
                                       {kSourcesForm, "All Data Sources", 280, 136, kSources},
                                       {kValuesForm, "Values", 280, 140, kValues},
                                       {kLineForm, "Name", 240, 76, kLine},
                                       {kFilesForm, "Choose a File", 280, 140, kFiles},
+                                      {kFilterForm, "What Is Shown", 240, 76, kFilter},
+                                      {kCopyForm, "Copy a Data Source", 240, 76, kCopy},
+                                      {kSectionForm, "Data Source of the System", 280, 160, kSection},
+                                      {kNewSourceForm, "New Data Source", 280, 160, kNewSource},
                                       {0, nullptr, 0, 0, nullptr}};
 
 }  // namespace
@@ -100,12 +155,17 @@ void addRow(HWND dialog, unsigned short list, const std::string& row) {
     JXW_SendDlgItemMessage(dialog, list, LB_ADDSTRING, 0, reinterpret_cast<uintptr_t>(row.c_str()));
 }
 
-std::string fieldText(HWND dialog, unsigned short field) {
+std::string wholeText(HWND dialog, unsigned short field) {
     JxwControlInfo control{};
     for (int index = 0; JXW_GetControlInfo(dialog, index, &control) != 0; ++index)
         if (control.id == field)
-            return std::string(rules::trimmed(control.text));
+            return control.text;
     return {};
+}
+
+std::string fieldText(HWND dialog, unsigned short field) {
+    const std::string text = wholeText(dialog, field);
+    return std::string(rules::trimmed(text));
 }
 
 }  // namespace jx::assist

@@ -49,6 +49,35 @@ inline constexpr unsigned short kFilesForm = 6;
 inline constexpr unsigned short kFilesDirectory = 61;
 inline constexpr unsigned short kFilesList = 62;
 
+// What of a list is shown (filter_form.h), with the two controls of the line form.
+inline constexpr unsigned short kFilterForm = 7;
+inline constexpr unsigned short kFilterBoth = 71;
+inline constexpr unsigned short kFilterUser = 72;
+inline constexpr unsigned short kFilterSystem = 73;
+
+// The name of a copy, and the scope that it goes to (source_command.h); likewise.
+inline constexpr unsigned short kCopyForm = 8;
+inline constexpr unsigned short kCopyToUser = 81;
+inline constexpr unsigned short kCopyToSystem = 82;
+
+// The keys of a data source of the system (section_form.h).
+inline constexpr unsigned short kSectionForm = 9;
+inline constexpr unsigned short kSectionWhere = 91;
+inline constexpr unsigned short kSectionList = 92;
+inline constexpr unsigned short kSectionSet = 93;
+inline constexpr unsigned short kSectionRemove = 94;
+inline constexpr unsigned short kSectionKey = 95;
+inline constexpr unsigned short kSectionValue = 96;
+inline constexpr unsigned short kSectionHidden = 97;
+
+// Making a data source of one of the system's drivers (new_source_form.h), with the controls for keys of the form
+// above.
+inline constexpr unsigned short kNewSourceForm = 10;
+inline constexpr unsigned short kNewName = 101;
+inline constexpr unsigned short kNewForUser = 102;
+inline constexpr unsigned short kNewForSystem = 103;
+inline constexpr unsigned short kNewKeySays = 104;
+
 // Shows one of them on the thread's screen until it ends, and returns its result; -1 when it could not be shown. owner
 // may be 0. The record is what WM_INITDIALOG gets.
 int showForm(unsigned short form, HWND owner, JxwProcedure procedure, void* record);
@@ -67,7 +96,8 @@ Record& formRecord(HWND dialog) {
 
 void addRow(HWND dialog, unsigned short list, const std::string& row);
 
-// The text of a field, without the blanks around it.
+// The text of a field, without the blanks around it, and as it is.
 std::string fieldText(HWND dialog, unsigned short field);
+std::string wholeText(HWND dialog, unsigned short field);
 
 }  // namespace jx::assist

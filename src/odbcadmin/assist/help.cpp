@@ -7,13 +7,17 @@
 
 #include <cstdlib>
 #include <string_view>
+#include <vector>
 
 #include "odbcadmin/assist/chosen_source.h"
 #include "odbcadmin/assist/cut_list.h"
+#include "odbcadmin/assist/driver_lists.h"
 #include "odbcadmin/assist/forms.h"
 #include "odbcadmin/assist/list_keys.h"
 #include "odbcadmin/assist/lists.h"
 #include "odbcadmin/assist/say.h"
+#include "odbcadmin/assist/scope_mark.h"
+#include "odbcadmin/assist/scoped_files.h"
 #include "odbcadmin/model/configuration.h"
 
 namespace jx::assist {
@@ -37,6 +41,8 @@ constexpr unsigned short kSetupDialog = 200;
 
 constexpr const char* kChooseSource = "Choose a data source in the list first. None there? Add... makes one.";
 constexpr const char* kChooseKey = "Choose a key in the list first.";
+constexpr const char* kSecretKey = "This key is a secret: type its value in the field below.";
+constexpr const char* kNoSecretKey = "It is for passwords: type PWD or Password as the key.";
 constexpr const char* kNoDriver = "No driver is registered yet. Press F2 to register one.";
 
 constexpr Sentence kSentences[] = {
@@ -105,6 +111,40 @@ constexpr Sentence kSentences[] = {
     {kForm, kSourcesForm, IDCANCEL, "Back to the data sources.", ""},
     {kForm, kValuesForm, kValuesList, "The keys in the order of the file. Secrets are shown as stars.", ""},
     {kForm, kValuesForm, IDCANCEL, "Back to the list.", ""},
+    {kForm, kFilterForm, kLineText, "The text that rows must contain; empty shows all.", ""},
+    {kForm, kFilterForm, kFilterBoth, "Your own data sources, and those of all users of this machine.", ""},
+    {kForm, kFilterForm, kFilterUser, "Your own data sources only.", ""},
+    {kForm, kFilterForm, kFilterSystem, "Only those that all users of this machine have.", ""},
+    {kForm, kFilterForm, IDOK, "Shows the rows that are wanted.", ""},
+    {kForm, kFilterForm, IDCANCEL, "Changes nothing.", ""},
+    {kForm, kCopyForm, kLineText, "Any name that is free there.", ""},
+    {kForm, kCopyForm, kCopyToUser, "The copy goes to your own file.", ""},
+    {kForm, kCopyForm, kCopyToSystem,
+     "The copy goes to the system's file, which only root may change on most machines.", ""},
+    {kForm, kCopyForm, IDOK, "Makes the copy.", ""},
+    {kForm, kCopyForm, IDCANCEL, "Changes nothing.", ""},
+    {kForm, kSectionForm, kSectionList, "What the driver gets. Choose a row to change or remove it.", ""},
+    {kForm, kSectionForm, kSectionSet, "Gives the key below the value below; a new key is added.", ""},
+    {kForm, kSectionForm, kSectionRemove, "Takes the chosen row out of the list.", kChooseKey},
+    {kForm, kSectionForm, kSectionKey, "A key your driver knows, such as Database or Server; its manual lists them.",
+     ""},
+    {kForm, kSectionForm, kSectionValue, "The key's value, such as a path or a host. OK stores it, too.", kSecretKey},
+    {kForm, kSectionForm, kSectionHidden, "The secret is shown as stars. OK stores it, too.", kNoSecretKey},
+    {kForm, kSectionForm, IDOK, "Stores the keys and their values.", ""},
+    {kForm, kSectionForm, IDCANCEL, "Stores nothing.", ""},
+    {kForm, kNewSourceForm, kNewName, "Any name you like: programs open the data source by it.", ""},
+    {kForm, kNewSourceForm, kNewForUser, "The data source goes to your own file.", ""},
+    {kForm, kNewSourceForm, kNewForSystem,
+     "The data source goes to the system's file, which only root may change on most machines.", ""},
+    {kForm, kNewSourceForm, kSectionList, "Choose a key and type its value. Keys without a value are not stored.", ""},
+    {kForm, kNewSourceForm, kSectionSet, "Gives the key below the value below; a new key is added.", ""},
+    {kForm, kNewSourceForm, kSectionRemove, "Takes the chosen row out of the list.", kChooseKey},
+    {kForm, kNewSourceForm, kSectionKey, "A key your driver knows, such as Database or Server; its manual lists them.",
+     ""},
+    {kForm, kNewSourceForm, kSectionValue, "The key's value, such as a path or a host. OK stores it, too.", kSecretKey},
+    {kForm, kNewSourceForm, kSectionHidden, "The secret is shown as stars. OK stores it, too.", kNoSecretKey},
+    {kForm, kNewSourceForm, IDOK, "Makes the data source.", ""},
+    {kForm, kNewSourceForm, IDCANCEL, "Makes no data source.", ""},
     {kForm, kFilesForm, kFilesList, "Enter opens a directory, and takes a file. ../ is the directory above.", ""},
     {kForm, kFilesForm, IDOK, "Opens the directory, or takes the file.", ""},
     {kForm, kFilesForm, IDCANCEL, "Chooses no file.", ""},
@@ -118,10 +158,8 @@ constexpr Sentence kSentences[] = {
     {kSetup, kSetupDialog, 205, "Gives the chosen row the key and value below.", kChooseKey},
     {kSetup, kSetupDialog, 206, "Takes the chosen row out of the list.", kChooseKey},
     {kSetup, kSetupDialog, 207, "A key your driver knows, such as Database or Server; its manual lists them.", ""},
-    {kSetup, kSetupDialog, 208, "The key's value, such as a path or a host. OK stores it, too.",
-     "This key is a secret: type its value in the field below."},
-    {kSetup, kSetupDialog, 209, "The secret is shown as stars. OK stores it, too.",
-     "It is for passwords: type PWD or Password as the key."},
+    {kSetup, kSetupDialog, 208, "The key's value, such as a path or a host. OK stores it, too.", kSecretKey},
+    {kSetup, kSetupDialog, 209, "The secret is shown as stars. OK stores it, too.", kNoSecretKey},
     {kSetup, kSetupDialog, IDOK, "Stores the name, the keys and their values.", ""},
     {kSetup, kSetupDialog, IDCANCEL, "Stores nothing.", ""},
 };
@@ -159,11 +197,21 @@ std::string fileTrouble(model::FileKind kind) {
     return trouble ? sentenceOf(trouble) : std::string();
 }
 
+std::string emptyFilterHelp(const Filter& filter) {
+    const std::string whose = filter.scope == model::Seen::both     ? ""
+                              : filter.scope == model::Seen::system ? " of the system"
+                                                                    : " of yours";
+    return "No data source" + whose + (filter.text.empty() ? " is there" : " contains \"" + filter.text + "\"") +
+           ". F8 changes the filter.";
+}
+
 std::string emptySourcesHelp(HWND dialog) {
     if (std::string trouble = fileTrouble(model::FileKind::dataSources); !trouble.empty())
         return trouble;
-    if (!filterOf(dialog).empty())
-        return "No data source contains \"" + filterOf(dialog) + "\". F8 changes the filter.";
+    if (const model::Reason trouble = systemTrouble(model::FileKind::dataSources))
+        return "No data source of yours, and without the system's: " + sentenceOf(trouble);
+    if (const Filter filter = filterOf(dialog); !filter.hasAll())
+        return emptyFilterHelp(filter);
     return model::Configuration::read().drivers().empty()
                ? "No data source yet: Add... makes one, after a driver is registered (F2)."
                : "No data source yet: Add... makes one.";
@@ -195,6 +243,18 @@ std::string emptyListHelp(const JxwDialogInfo& dialog, const JxwControlInfo& con
     }
 }
 
+// About a row of the system's; empty for others.
+std::string systemRowHelp(const JxwDialogInfo& dialog, const JxwControlInfo& control) {
+    const unsigned short drivers = driverList(dialog.dialog);
+    if (control.kind != JXW_LISTBOX || (drivers == 0 && sourceList(dialog.dialog) == 0) ||
+        !withoutSystemMark(selectedRow(dialog.dialog, control.id)))
+        return {};
+    if (drivers == JxAddDataSourceList)
+        return "A driver of the system's. OK asks for the name and the keys of the data source.";
+    return drivers != 0 ? "The system's, for all users. Delete unregisters it; its files stay."
+                        : "The system's, for all users. Enter shows its keys, to change them.";
+}
+
 std::string labelOf(const JxwControlInfo& control) {
     std::string text = shownText(control);
     if (text.ends_with(":"))
@@ -202,9 +262,9 @@ std::string labelOf(const JxwControlInfo& control) {
     return text;
 }
 
-// The path of the user's file of that kind, with "~" for the home directory.
-std::string shownPath(model::FileKind kind) {
-    const std::string path = model::pathOf(nameOf(kind));
+// The path of the file of that kind, with "~" for the home directory.
+std::string shownPath(model::FileKind kind, model::Scope scope = model::Scope::user) {
+    const std::string path = model::pathOf(nameOf(kind), scope);
     const char* home = std::getenv("HOME");
     const std::string folder = home != nullptr ? home : "";
     if (path.empty())
@@ -212,8 +272,36 @@ std::string shownPath(model::FileKind kind) {
     return !folder.empty() && path.starts_with(folder + "/") ? "~" + path.substr(folder.size()) : path;
 }
 
+// " and /etc/odbc.ini" where rows of the list stand for entries of that file; else empty.
+std::string andTheSystems(HWND dialog, unsigned short list, model::FileKind kind) {
+    const std::vector<std::string> rows = rowsIn(dialog, list);
+    return !rows.empty() && withoutSystemMark(rows.back()) ? " and " + shownPath(kind, model::Scope::system) : "";
+}
+
+std::string sourcesHeading(HWND dialog) {
+    return "Data sources in " + shownPath(model::FileKind::dataSources) +
+           andTheSystems(dialog, sourceList(dialog), model::FileKind::dataSources);
+}
+
+model::Scope scopeOfChosen(HWND dialog) {
+    const auto source = chosenSource(dialog);
+    return source ? source->scope : model::Scope::user;
+}
+
 std::string formHeading(const JxwDialogInfo& form) {
     switch (form.templateId) {
+        case kSourcesForm:
+            return sourcesHeading(form.dialog);
+        case kValuesForm:
+        case kLineForm:
+        case kCopyForm:
+        case kFilterForm:
+            return sourcesHeading(form.owner);
+        case kNewSourceForm:
+            return "Makes a data source in " + shownPath(model::FileKind::dataSources) + " or " +
+                   shownPath(model::FileKind::dataSources, model::Scope::system);
+        case kSectionForm:
+            return "A data source in " + shownPath(model::FileKind::dataSources, scopeOfChosen(form.owner));
         case kFilesForm:
         case kFormDialog:
             return "Registers a driver in " + shownPath(model::FileKind::drivers);
@@ -231,7 +319,7 @@ std::string helpOnKeys(HWND dialog) {
                                      "reads the list again",
                                      "copies it under another name",
                                      "gives it another name",
-                                     "shows only the rows that contain a text",
+                                     "chooses which rows are shown",
                                      "lists all data sources"};
     std::string text;
     for (const FunctionKey& key : listKeys(dialog))
@@ -281,10 +369,11 @@ std::string headingOf(HWND dialog) {
         return info.title;
     switch (info.templateId) {
         case JxDataSourcesDialog:
-            return "Data sources in " + shownPath(model::FileKind::dataSources);
-        case JxAddDataSourceDialog:
+            return sourcesHeading(dialog);
         case JxDriversDialog:
-            return "Drivers in " + shownPath(model::FileKind::drivers);
+        case JxAddDataSourceDialog:
+            return "Drivers in " + shownPath(model::FileKind::drivers) +
+                   andTheSystems(dialog, driverList(dialog), model::FileKind::drivers);
         case JxSelectTranslatorDialog:
             return "Translators in " + shownPath(model::FileKind::drivers);
         case JxOptionsDialog:
@@ -313,7 +402,9 @@ std::string helpOn(HWND dialog, int index) {
         control.selection < 0)
         return "Choose the driver that reaches your database with the arrows; then Enter.";
     const std::string notice = control.kind == JXW_LISTBOX ? cutNotice(dialog) : std::string();
-    const std::string does = sentence != nullptr ? sentence->does : byKind(control);
+    const std::string ofSystem = systemRowHelp(info, control);
+    const std::string known = sentence != nullptr ? sentence->does : byKind(control);
+    const std::string& does = ofSystem.empty() ? known : ofSystem;
     return notice.empty() ? does : notice + " " + does;
 }
 

@@ -11,9 +11,13 @@
 #include "odbcadmin/assist/forms.h"
 #include "odbcadmin/assist/general_setup.h"
 #include "odbcadmin/assist/library_dialog.h"
+#include "odbcadmin/assist/lists.h"
+#include "odbcadmin/assist/new_source_form.h"
 #include "odbcadmin/assist/removal_form.h"
 #include "odbcadmin/assist/say.h"
+#include "odbcadmin/assist/scope_mark.h"
 #include "odbcadmin/assist/source_command.h"
+#include "odbcadmin/assist/system_driver.h"
 #include "odbcadmin/model/file_change.h"
 #include "rules/sections.h"
 
@@ -27,17 +31,31 @@ bool isMainCommand(const LibraryCommand& command) {
     const bool isRemoval = command.control == JxDeleteButton;
     if (!source || (command.control != JxSetupButton && !isRemoval && !isDoubleClick))
         return false;
+    if (source->scope == model::Scope::system) {
+        const auto act = isRemoval ? removeSource : setUpSource;
+        act(command.dialog, *source);
+        return true;
+    }
     if (!isStillThere(command.dialog, *source))
         return true;
     if (isRemoval && (isTooLong(*source) || isWithoutSetup(*source))) {
         removeSource(command.dialog, *source);
         return true;
     }
-    if (!isRemoval && isTooLong(*source)) {
+    if (!isRemoval && (isTooLong(*source) || isSetUpHere(*source))) {
         setUpSource(command.dialog, *source);
         return true;
     }
     return !isRemoval && !hasSetupLibrary(command.dialog, source->driver);
+}
+
+// The dialog is left as by Cancel: the library has added nothing.
+void addOfSystem(HWND dialog, const std::string& driver) {
+    JxwDialogInfo info{};
+    if (!makeSource(dialog, driver) || JXW_GetDialogInfo(dialog, &info) == 0)
+        return;
+    refillList(info.owner);
+    JXW_PostMessage(dialog, WM_COMMAND, IDCANCEL, 0);
 }
 
 bool isAddCommand(const LibraryCommand& command) {
@@ -45,6 +63,10 @@ bool isAddCommand(const LibraryCommand& command) {
     const std::string driver = selectedRow(command.dialog, JxAddDataSourceList);
     if (driver.empty() || (command.control != IDOK && !isDoubleClick))
         return false;
+    if (const auto ofSystem = withoutSystemMark(driver)) {
+        addOfSystem(command.dialog, *ofSystem);
+        return true;
+    }
     return !hasSetupLibrary(command.dialog, driver);
 }
 
@@ -52,6 +74,11 @@ bool isDriversCommand(const LibraryCommand& command) {
     const std::string driver = selectedRow(command.dialog, JxDriversList);
     if (command.control != JxDeleteDriverButton || driver.empty())
         return false;
+    if (const auto ofSystem = withoutSystemMark(driver)) {
+        unregisterSystemDriver(command.dialog, *ofSystem);
+        refreshDriverLists();
+        return true;
+    }
     const Removal removal = askForRemoval(command.dialog, driver);
     if (removal == Removal::unregistered)
         refreshDriverLists();

@@ -17,6 +17,8 @@ struct LibraryCommand {
 //   Setup, Add                            offer the general setup library for a driver that brings none
 //   Delete of such a data source          is done here, after a question
 //   Delete of a driver                    asks first whether its files are to go
+//   all three, of what the system has     are done here, since the library knows the user's files only; also the Setup
+//                                         of the user's data source that has a driver of the system's
 //   OK of the Options                     stays in the dialog, with the reason, if the settings cannot be written
 bool isAnswered(const LibraryCommand& command);
 

@@ -41,9 +41,10 @@ unsigned int watch(HWND dialog, int message, int wparam, uintptr_t lparam) {
     if (message == WM_COMMAND && isAnswered({dialog, each.templateId, wparam, notification}))
         return 0;
     const unsigned int result = each.procedure(dialog, message, wparam, lparam);
-    // The library fills its list after many a command, but not when another row was chosen: arrow keys stay quick.
-    if (message == WM_COMMAND && notification != LBN_SELCHANGE)
-        applyFilter(dialog);
+    // The library fills its list at first and after many a command, but not when another row was chosen: arrow keys
+    // stay quick.
+    if (message == WM_INITDIALOG || (message == WM_COMMAND && notification != LBN_SELCHANGE))
+        completeList(dialog);
     return result;
 }
 

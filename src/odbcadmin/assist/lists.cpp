@@ -5,9 +5,11 @@
 #include <jxscreen.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <array>
 #include <iterator>
 #include <map>
+#include <utility>
 #include <vector>
 
 #include "odbcadmin/assist/chosen_source.h"
@@ -16,7 +18,9 @@
 #include "odbcadmin/assist/forms.h"
 #include "odbcadmin/assist/library_dialog.h"
 #include "odbcadmin/assist/list_search.h"
+#include "odbcadmin/assist/scope_mark.h"
 #include "odbcadmin/assist/selection.h"
+#include "odbcadmin/assist/system_rows.h"
 
 namespace jx::assist {
 
@@ -33,11 +37,20 @@ struct FileStamp {
                changed.tv_nsec == other.changed.tv_nsec;
     }
 };
-constexpr std::array kKinds{model::FileKind::dataSources, model::FileKind::drivers};
-using Stamps = std::array<FileStamp, kKinds.size()>;
+struct WatchedFile {
+    model::FileKind kind;
+    model::Scope scope;
+
+    std::string path() const { return model::pathOf(nameOf(kind), scope); }
+};
+constexpr std::array kWatchedFiles{WatchedFile{model::FileKind::dataSources, model::Scope::user},
+                                   WatchedFile{model::FileKind::drivers, model::Scope::user},
+                                   WatchedFile{model::FileKind::dataSources, model::Scope::system},
+                                   WatchedFile{model::FileKind::drivers, model::Scope::system}};
+using Stamps = std::array<FileStamp, kWatchedFiles.size()>;
 
 struct ListState {
-    std::string filter;
+    Filter filter;
     Stamps stamps;
 };
 thread_local std::map<HWND, ListState> states;
@@ -49,9 +62,9 @@ ListState& stateOf(HWND dialog) {
 
 Stamps stampsNow() {
     Stamps stamps;
-    for (std::size_t index = 0; index < kKinds.size(); ++index) {
+    for (std::size_t index = 0; index < kWatchedFiles.size(); ++index) {
         struct stat status {};
-        if (::stat(model::pathOf(nameOf(kKinds[index])).c_str(), &status) == 0)
+        if (::stat(kWatchedFiles[index].path().c_str(), &status) == 0)
             stamps[index] = {status.st_ino, status.st_size, status.st_mtim};
     }
     return stamps;
@@ -64,15 +77,6 @@ unsigned short listOf(HWND dialog) {
     return driverList(dialog);
 }
 
-std::vector<std::string> rowsIn(HWND dialog, unsigned short id) {
-    std::vector<std::string> rows;
-    JxwControlInfo list{};
-    for (int index = 0; JXW_GetControlInfo(dialog, index, &list) != 0; ++index)
-        for (int row = 0; list.id == id && row < list.rowCount; ++row)
-            rows.emplace_back(JXW_GetRow(dialog, index, row));
-    return rows;
-}
-
 void enableFor(HWND dialog, bool hasRows) {
     for (const unsigned short id :
          {static_cast<unsigned short>(JxSetupButton), static_cast<unsigned short>(JxDeleteButton), kSourcesSetup,
@@ -80,21 +84,47 @@ void enableFor(HWND dialog, bool hasRows) {
         JXW_EnableWindow(JXW_GetDlgItem(dialog, id), hasRows ? 1 : 0);
 }
 
-void fillSources(HWND dialog, const std::string& filter) {
+std::vector<std::string> userSourceRows() {
+    std::vector<std::string> rows;
+    for (const model::DataSource& source : model::Configuration::read().dataSources())
+        if (source.isListed() || source.isDefault)
+            rows.push_back(rowOf(source));
+    return rows;
+}
+
+// The mark is no part of what a text is looked for in: a letter of it would find all of the system's.
+bool isWanted(const std::string& row, const Filter& filter) {
+    return holdsText(withoutSystemMark(row).value_or(row), filter.text);
+}
+
+void fillSources(HWND dialog, const Filter& filter) {
+    std::vector<std::string> rows;
+    if (filter.scope != model::Seen::system)
+        rows = userSourceRows();
+    if (filter.scope != model::Seen::user)
+        for (std::string& row : systemSourceRows())
+            rows.push_back(std::move(row));
+    std::erase_if(rows, [&](const std::string& row) { return !isWanted(row, filter); });
     const unsigned short list = sourceList(dialog);
     JXW_SendDlgItemMessage(dialog, list, LB_RESETCONTENT, 0, 0);
-    const model::Configuration configuration = model::Configuration::read();
-    bool hasRows = false;
-    for (const model::DataSource& source : configuration.dataSources()) {
-        const std::string row = rowOf(source);
-        if ((!source.isListed() && !source.isDefault) || !holdsText(row, filter))
-            continue;
+    for (const std::string& row : rows)
         addRow(dialog, list, row);
-        hasRows = true;
-    }
-    if (hasRows)
+    if (!rows.empty())
         JXW_SendDlgItemMessage(dialog, list, LB_SETCURSEL, 0, 0);
-    enableFor(dialog, hasRows);
+    enableFor(dialog, !rows.empty());
+}
+
+// The library's rows, as many as it has room for, and the system's.
+void completeSources(HWND dialog) {
+    const Filter filter = filterOf(dialog);
+    if (!filter.text.empty() || filter.scope == model::Seen::system) {
+        fillSources(dialog, filter);
+        return;
+    }
+    putSystemRows(dialog, JxDataSourcesList,
+                  filter.scope == model::Seen::user ? std::vector<std::string>() : systemSourceRows());
+    if (JXW_SendDlgItemMessage(dialog, JxDataSourcesList, LB_GETCURSEL, 0, 0) >= 0)
+        enableFor(dialog, /*hasRows=*/true);
 }
 
 bool isOwnForm(HWND dialog) {
@@ -115,24 +145,25 @@ void refillList(HWND dialog) {
         fillSources(dialog, filterOf(dialog));
     else
         refillLibraryDialog(dialog);
-    applyFilter(dialog);
+    completeList(dialog);
     before.restore(Selection::Why::readAgain);
 }
 
-void filterList(HWND dialog, const std::string& text) {
-    stateOf(dialog).filter = text;
+void filterList(HWND dialog, const Filter& filter) {
+    stateOf(dialog).filter = filter;
     refillList(dialog);
 }
 
-std::string filterOf(HWND dialog) {
+Filter filterOf(HWND dialog) {
     const auto found = states.find(dialog);
-    return found == states.end() ? "" : found->second.filter;
+    return found == states.end() ? Filter() : found->second.filter;
 }
 
-void applyFilter(HWND dialog) {
-    const std::string filter = filterOf(dialog);
-    if (!filter.empty() && sourceList(dialog) != 0 && !isOwnForm(dialog))
-        fillSources(dialog, filter);
+void completeList(HWND dialog) {
+    if (sourceList(dialog) == JxDataSourcesList)
+        completeSources(dialog);
+    else if (driverList(dialog) != 0)
+        completeDrivers(dialog);
     noteCutList(dialog);
 }
 
@@ -154,8 +185,9 @@ std::string noticeChange(HWND dialog) {
     refillList(dialog);
     if (rowsIn(dialog, list) == rows)
         return {};
-    const std::size_t changed = before[0] == now[0] ? 1 : 0;
-    return "Another program has changed " + model::pathOf(nameOf(kKinds[changed])) + ": the list is up to date again.";
+    const auto changed = std::mismatch(before.begin(), before.end(), now.begin()).first - before.begin();
+    return "Another program has changed " + kWatchedFiles[static_cast<std::size_t>(changed)].path() +
+           ": the list is up to date again.";
 }
 
 }  // namespace jx::assist

@@ -36,6 +36,11 @@ std::string sentenceOf(const model::Reason& reason) {
     return reason.fact + "." + (reason.advice.empty() ? "" : " " + reason.advice);
 }
 
+std::string sentenceOf(const model::Reason& reason, const std::vector<model::RepeatedCommand>& commands) {
+    const std::string advice = model::adviceOn(reason, commands);
+    return reason.fact + "." + (advice.empty() ? "" : (advice == reason.advice ? " " : "\n\n") + advice);
+}
+
 const std::string& questionToGoOn() {
     return asked;
 }

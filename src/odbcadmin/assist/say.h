@@ -4,7 +4,9 @@
 #include <jxdialog.h>
 
 #include <string>
+#include <vector>
 
+#include "odbcadmin/model/more_rights.h"
 #include "odbcadmin/model/reason.h"
 
 namespace jx::assist {
@@ -20,6 +22,10 @@ bool asksToDestroy(HWND owner, const std::string& text, const std::string& title
 
 // What happened and what to do about it, as one line.
 std::string sentenceOf(const model::Reason& reason);
+
+// The same about a change of the system's files, where these commands do what was wanted: whoever lacks the right gets
+// them with sudo, to paste.
+std::string sentenceOf(const model::Reason& reason, const std::vector<model::RepeatedCommand>& commands);
 
 // The question of asksToGoOn that is being asked on this thread; empty when there is none.
 const std::string& questionToGoOn();

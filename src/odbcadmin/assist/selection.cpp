@@ -11,6 +11,7 @@
 
 #include "odbcadmin/assist/chosen_source.h"
 #include "odbcadmin/assist/cut_list.h"
+#include "odbcadmin/assist/scope_mark.h"
 #include "odbcadmin/trial/installer_library.h"
 
 namespace jx::assist {
@@ -64,6 +65,19 @@ Selection::Selection(HWND dialog) : dialog_(dialog), index_(keptList(dialog)) {
     rows_ = rowsOf(dialog, index_, list.rowCount);
 }
 
+// The row whose driver or mark has changed; -1 when there is none.
+int Selection::sameEntry(const std::vector<std::string>& now) const {
+    const bool isSources = sourceList(dialog_) != 0;
+    const auto entryOf = [&](const std::string& row) {
+        const auto source = isSources ? sourceInRow(row) : std::nullopt;
+        const auto ofSystem = withoutSystemMark(row);
+        return std::pair(source ? source->name : ofSystem.value_or(row), ofSystem.has_value());
+    };
+    const auto wanted = entryOf(rows_[static_cast<std::size_t>(row_)]);
+    const auto found = std::find_if(now.begin(), now.end(), [&](const auto& row) { return entryOf(row) == wanted; });
+    return found == now.end() ? -1 : static_cast<int>(found - now.begin());
+}
+
 // Where the user is to be among the rows that there are now.
 int Selection::rowIn(const std::vector<std::string>& now, Why why) const {
     const int added = newRow(rows_, now);
@@ -74,6 +88,8 @@ int Selection::rowIn(const std::vector<std::string>& now, Why why) const {
     const auto same = std::find(now.begin(), now.end(), rows_[static_cast<std::size_t>(row_)]);
     if (same != now.end())
         return static_cast<int>(same - now.begin());
+    if (const int entry = sameEntry(now); entry >= 0)
+        return entry;
     return added >= 0 && now.size() == rows_.size() ? added : row_;
 }
 

@@ -26,12 +26,14 @@ public:
         readAgain  // the user stays where he is
     };
 
-    // If the list has other rows or another selection than before, selects the row of before; else the only one that
-    // is new, which it was renamed to; else the one that took its place. A dialog already closed is ignored.
+    // If the list has other rows or another selection than before, selects the row of before, or that of the same entry
+    // of the same scope; else the only one that is new, which it was renamed to; else the one that took its place. A
+    // dialog already closed is ignored.
     void restore(Why why) const;
 
 private:
     int rowIn(const std::vector<std::string>& now, Why why) const;
+    int sameEntry(const std::vector<std::string>& now) const;
 
     HWND dialog_;
     int index_ = -1;  // of the list; -1: the dialog has none that is kept

@@ -11,9 +11,14 @@
 #include "odbcadmin/assist/forms.h"
 #include "odbcadmin/assist/general_setup.h"
 #include "odbcadmin/assist/lists.h"
+#include "odbcadmin/assist/open_secret.h"
 #include "odbcadmin/assist/say.h"
+#include "odbcadmin/assist/scoped_files.h"
+#include "odbcadmin/assist/section_form.h"
+#include "odbcadmin/assist/system_rows.h"
 #include "odbcadmin/assist/values_form.h"
 #include "odbcadmin/model/data_source_change.h"
+#include "odbcadmin/model/scope_transfer.h"
 #include "odbcadmin/trial/installer_library.h"
 
 namespace jx::assist {
@@ -57,10 +62,30 @@ bool isDriverTooLong(HWND dialog, const ChosenSource& source) {
 }
 
 void removeEntries(HWND dialog, const ChosenSource& source) {
-    const model::ChangeResult result = model::removeDataSources({source.name}, model::ChangeWay());
+    const model::ChangeResult result = model::removeDataSources({source.name}, changeWayOf(source.scope));
     if (!result.isDone())
-        say(dialog, "The data source was not removed. " + sentenceOf(result.reason), kSourcesTitle,
-            MB_OK | MB_ICONSTOP);
+        say(dialog,
+            "The data source was not removed. " +
+                sentenceOf(result.reason, {{{"--system", "dsn", "remove", source.name}}}),
+            kSourcesTitle, MB_OK | MB_ICONSTOP);
+}
+
+std::string pathOfSources(const ChosenSource& source) {
+    return model::pathOf(nameOf(model::FileKind::dataSources), source.scope);
+}
+
+// The user's of the same name is not touched, and answers if there is one.
+void removeFromSystem(HWND dialog, const ChosenSource& source) {
+    const bool hasOwn = configurationOf(model::Scope::user).dataSource(source.name).has_value();
+    if (!asksToDestroy(dialog,
+                       "Remove the data source \"" + source.name +
+                           "\" of the system?\nAll users lose it: its entries in " + pathOfSources(source) +
+                           " are deleted and cannot be restored." +
+                           (hasOwn ? "\nYour own one of that name stays." : ""),
+                       kSourcesTitle))
+        return;
+    removeEntries(dialog, source);
+    refillList(dialog);
 }
 
 // The installer knows a data source by its section.
@@ -75,16 +100,35 @@ struct NewName {
     Naming naming;
 };
 
+// Where the copy or the renamed one is to be; a form without the buttons leaves it where it is.
+model::Scope wishedScope(HWND dialog, const NewName& wish) {
+    if (JXW_IsDlgButtonChecked(dialog, kCopyToSystem) != 0)
+        return model::Scope::system;
+    return JXW_IsDlgButtonChecked(dialog, kCopyToUser) != 0 ? model::Scope::user : wish.source.scope;
+}
+
+model::ChangeResult giveName(const NewName& wish, const std::string& name, const model::ChangeWay& way) {
+    const model::Old old = wish.naming == Naming::copy ? model::Old::keep : model::Old::remove;
+    return way.scope == wish.source.scope
+               ? model::copyDataSource(configurationOf(way.scope), wish.source.name, name, old, way)
+               : model::transferDataSource({wish.source.name, name, way.scope, old}, way);
+}
+
+model::RepeatedCommand commandFor(const NewName& wish, const std::string& name) {
+    if (wish.source.scope == model::Scope::user)
+        return {{"dsn", "copy", wish.source.name, name, "--to", "system"}, /*isInRoot=*/false, /*needsHome=*/true};
+    return {{"--system", "dsn", wish.naming == Naming::copy ? "copy" : "rename", wish.source.name, name}};
+}
+
 // True when it is done.
 bool takeName(HWND dialog, const NewName& wish) {
+    const char* title = wish.naming == Naming::copy ? "Copy" : "Rename";
     const std::string name = fieldText(dialog, kLineText);
-    const model::ChangeResult result =
-        model::copyDataSource(model::Configuration::read(), wish.source.name, name,
-                              wish.naming == Naming::copy ? model::Old::keep : model::Old::remove, model::ChangeWay());
-    if (!result.isDone())
-        say(dialog, sentenceOf(result.reason), wish.naming == Naming::copy ? "Copy" : "Rename",
-            MB_OK | MB_ICONEXCLAMATION);
-    return result.isDone();
+    const auto result = changeAsking(dialog, title, wishedScope(dialog, wish),
+                                     [&](const model::ChangeWay& way) { return giveName(wish, name, way); });
+    if (result && !result->isDone())
+        say(dialog, sentenceOf(result->reason, {commandFor(wish, name)}), title, MB_OK | MB_ICONEXCLAMATION);
+    return result && result->isDone();
 }
 
 void openName(HWND dialog, const NewName& wish) {
@@ -92,6 +136,14 @@ void openName(HWND dialog, const NewName& wish) {
     JXW_SetWindowText(dialog, isCopy ? "Copy a Data Source" : "Rename a Data Source");
     JXW_SetDlgItemText(dialog, kLineAbout, isCopy ? "&Name of the copy:" : "New &name:");
     JXW_SetDlgItemText(dialog, kLineText, wish.source.name.c_str());
+    JXW_CheckRadioButton(dialog, kCopyToUser, kCopyToSystem,
+                         wish.source.scope == model::Scope::user ? kCopyToUser : kCopyToSystem);
+}
+
+// Where the system has no data sources, nothing of it is asked.
+unsigned short nameForm(const NewName& wish) {
+    const bool asksForScope = wish.source.scope == model::Scope::system || !systemSourceRows().empty();
+    return wish.naming == Naming::copy && asksForScope ? kCopyForm : kLineForm;
 }
 
 unsigned int nameProcedure(HWND dialog, int message, int wparam, uintptr_t lparam) {
@@ -102,7 +154,7 @@ unsigned int nameProcedure(HWND dialog, int message, int wparam, uintptr_t lpara
         auto& wish = formRecord<NewName>(dialog);
         if (!takeName(dialog, wish))
             return 1;
-        wish.source.name = fieldText(dialog, kLineText);
+        wish.source = {fieldText(dialog, kLineText), wish.source.driver, wishedScope(dialog, wish)};
         JXW_EndDialog(dialog, 1);
     } else {
         return closedByCancel(dialog, message, wparam);
@@ -113,13 +165,12 @@ unsigned int nameProcedure(HWND dialog, int message, int wparam, uintptr_t lpara
 }  // namespace
 
 bool isStillThere(HWND dialog, const ChosenSource& source) {
-    const model::Configuration configuration = model::Configuration::read();
-    const std::string path = model::pathOf(nameOf(model::FileKind::dataSources));
+    const model::Configuration configuration = configurationOf(source.scope);
     std::string why;
     if (const model::Reason& trouble = configuration.trouble(model::FileKind::dataSources))
         why = sentenceOf(trouble);
     else if (!configuration.dataSource(source.name))
-        why = "The data source " + source.name + " is not in " + path +
+        why = "The data source " + source.name + " is not in " + pathOfSources(source) +
               " any more: another program has removed or renamed it. The list is read again.";
     if (why.empty())
         return true;
@@ -137,8 +188,20 @@ bool isWithoutSetup(const ChosenSource& source) {
     return !driver || !driver->setup;
 }
 
+bool isSetUpHere(const ChosenSource& source) {
+    return source.scope == model::Scope::system || (!model::Configuration::read().driver(source.driver) &&
+                                                    configurationOf(model::Scope::system).driver(source.driver));
+}
+
 void setUpSource(HWND dialog, const ChosenSource& source) {
-    if (!isStillThere(dialog, source) || isDriverTooLong(dialog, source) || !hasSetupLibrary(dialog, source.driver))
+    if (!isStillThere(dialog, source))
+        return;
+    if (isSetUpHere(source)) {
+        editSource(dialog, source);
+        refillList(dialog);
+        return;
+    }
+    if (isDriverTooLong(dialog, source) || !hasSetupLibrary(dialog, source.driver))
         return;
     if (isWithoutSection(source)) {
         say(dialog,
@@ -155,6 +218,10 @@ void setUpSource(HWND dialog, const ChosenSource& source) {
 void removeSource(HWND dialog, const ChosenSource& source) {
     if (!isStillThere(dialog, source))
         return;
+    if (source.scope == model::Scope::system) {
+        removeFromSystem(dialog, source);
+        return;
+    }
     const bool isAlone = isTooLong(source) || isWithoutSetup(source) || isWithoutSection(source);
     const std::string path = model::pathOf(nameOf(model::FileKind::dataSources));
     if (!asksToDestroy(dialog,
@@ -172,14 +239,14 @@ void removeSource(HWND dialog, const ChosenSource& source) {
 
 void viewSource(HWND dialog, const ChosenSource& source) {
     if (isStillThere(dialog, source))
-        showValues(dialog, source.name);
+        showValues(dialog, source);
 }
 
 void testSource(HWND dialog, const ChosenSource& source) {
     if (!isStillThere(dialog, source))
         return;
     const unsigned int before = JXW_SetCursor(JXW_LoadCursor(0, kJxwWaitCursor));
-    const ConnectionText result = connectionText(source.name);
+    const ConnectionText result = connectionText(source);
     JXW_SetCursor(before);
     say(dialog, result.text, "Test", result.isConnected ? MB_OK : MB_OK | MB_ICONEXCLAMATION);
 }
@@ -188,10 +255,10 @@ void nameSource(HWND dialog, const ChosenSource& source, Naming naming) {
     if (!isStillThere(dialog, source))
         return;
     NewName wish{source, naming};
-    if (showForm(kLineForm, dialog, nameProcedure, &wish) != 1)
+    if (showForm(nameForm(wish), dialog, nameProcedure, &wish) != 1)
         return;
     refillList(dialog);
-    chooseSource(dialog, wish.source.name);
+    chooseSource(dialog, wish.source.name, wish.source.scope);
 }
 
 }  // namespace jx::assist

@@ -16,7 +16,11 @@ bool isStillThere(HWND dialog, const ChosenSource& source);
 bool isTooLong(const ChosenSource& source);
 bool isWithoutSetup(const ChosenSource& source);
 
-// Has its driver's setup library show its dialog. Offers the general one when there is none. What goes wrong is shown.
+// Whether the library's setup dialogs cannot be used: it is the system's, or only the system has its driver.
+bool isSetUpHere(const ChosenSource& source);
+
+// Has its driver's setup library show its dialog, or shows one of our own. Offers the general setup library when there
+// is none. What goes wrong is shown.
 void setUpSource(HWND dialog, const ChosenSource& source);
 
 // Asks, then has the driver's setup library remove it, or removes its entries when there is none.

@@ -2,7 +2,7 @@
 #include "odbcadmin/assist/values_form.h"
 
 #include "odbcadmin/assist/forms.h"
-#include "odbcadmin/model/configuration.h"
+#include "odbcadmin/assist/scoped_files.h"
 #include "odbcadmin/model/text.h"
 #include "rules/secrets.h"
 
@@ -15,13 +15,24 @@ std::string whereabouts(const model::DataSource& source) {
            (source.header ? source.header.where() : source.file->path + ", without a section") + ".";
 }
 
-void fillValues(HWND dialog, const std::string& name) {
-    JXW_SetWindowText(dialog, ("Values of " + name).c_str());
-    const model::Configuration configuration = model::Configuration::read();
-    const auto source = configuration.dataSource(name);
+// Which of two sections of the same name answers.
+std::string shadowOf(const ChosenSource& chosen) {
+    const model::Configuration both = model::Configuration::read(model::Scopes());
+    const auto answering = both.dataSource(chosen.name);
+    if (!answering || !answering->hides)
+        return {};
+    return chosen.scope == model::Scope::user ? " It shadows the system's, " + answering->hides.where() + "."
+                                              : " Shadowed by your own, " + answering->header.where() + ".";
+}
+
+void fillValues(HWND dialog, const ChosenSource& chosen) {
+    const bool isSystems = chosen.scope == model::Scope::system;
+    JXW_SetWindowText(dialog, ("Values of " + chosen.name + (isSystems ? " (System)" : "")).c_str());
+    const model::Configuration configuration = configurationOf(chosen.scope);
+    const auto source = configuration.dataSource(chosen.name);
     if (!source)
         return;
-    JXW_SetDlgItemText(dialog, kValuesWhere, whereabouts(*source).c_str());
+    JXW_SetDlgItemText(dialog, kValuesWhere, (whereabouts(*source) + shadowOf(chosen)).c_str());
     if (source->section == nullptr)
         return;
     for (const model::IniEntry& entry : source->section->entries)
@@ -33,7 +44,7 @@ void fillValues(HWND dialog, const std::string& name) {
 unsigned int valuesProcedure(HWND dialog, int message, int wparam, uintptr_t lparam) {
     if (message == WM_INITDIALOG) {
         keepFormRecord(dialog, lparam);
-        fillValues(dialog, formRecord<const std::string>(dialog));
+        fillValues(dialog, formRecord<const ChosenSource>(dialog));
     } else {
         return closedByCancel(dialog, message, wparam);
     }
@@ -42,9 +53,9 @@ unsigned int valuesProcedure(HWND dialog, int message, int wparam, uintptr_t lpa
 
 }  // namespace
 
-void showValues(HWND owner, const std::string& dataSource) {
-    std::string name = dataSource;
-    showForm(kValuesForm, owner, valuesProcedure, &name);
+void showValues(HWND owner, const ChosenSource& source) {
+    ChosenSource shown = source;
+    showForm(kValuesForm, owner, valuesProcedure, &shown);
 }
 
 }  // namespace jx::assist

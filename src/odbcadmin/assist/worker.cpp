@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "odbcadmin/assist/chosen_source.h"
+#include "odbcadmin/assist/scope_mark.h"
 #include "odbcadmin/model/configuration.h"
 #include "odbcadmin/trial/installer_library.h"
 
@@ -17,13 +18,13 @@ std::string workerOf(HWND dialog) {
         return {};
     std::string driver;
     if (const auto source = chosenSource(dialog))
-        driver = source->driver;
+        driver = source->scope == model::Scope::user ? source->driver : "";
     else if (std::string_view(info.module) == trial::kInstallerModule && info.templateId == JxAddDataSourceDialog)
         driver = selectedRow(dialog, JxAddDataSourceList);
-    if (driver.empty())
+    if (driver.empty() || withoutSystemMark(driver))
         return {};
     const model::Configuration configuration = model::Configuration::read();
-    const auto registered = configuration.driver(driver);
+    const auto& registered = configuration.driver(driver);
     const std::string library = registered ? registered->setup.text : std::string();
     return "The setup library " + (library.empty() ? "" : library + " ") + "of driver " + driver;
 }

@@ -20,19 +20,6 @@ Reason whyNameRefused(const std::string& name, const rules::NameRules& rules) {
                : Reason{Kind::refused, "No data source can be called \"" + name + "\": " + why, "Choose another name."};
 }
 
-Reason whyNotStored(const Pairs& attributes) {
-    for (const auto& [key, value] : attributes) {
-        if (const rules::Refusal refused = rules::exactRefusalOf("section", key, value))
-            return {Kind::refused,
-                    (refused.what == rules::Text::key ? "The key \"" + key + "\"" : "This value of " + key) +
-                        " cannot be stored: " + refused.why,
-                    "The file could not give it back as it is."};
-        if (Reason reason = whyHidden(key, value))
-            return reason;
-    }
-    return {};
-}
-
 Reason alreadyThere(const std::string& name, const std::string& path) {
     return {Kind::exists, "There is a data source " + name + " in " + path,
             "Use odbcadmin dsn set or dsn ensure to change it."};
@@ -89,7 +76,7 @@ void removeOtherKeys(FileChange& change, const DataSourceWish& wish) {
 
 // The registered driver that a data source is to use, with its library.
 Reason findDriver(const Configuration& configuration, const std::string& name, Registered& driver) {
-    const std::optional<Registered> found = configuration.driver(name);
+    const std::optional<Registered>& found = configuration.driver(name);
     if (!found)
         return noneRegistered(configuration, kDriverKind, name);
     driver = *found;
@@ -135,6 +122,19 @@ std::string driverNow(const Configuration& configuration, const DataSource& sour
 }
 
 }  // namespace
+
+Reason whyNotStored(const Pairs& attributes) {
+    for (const auto& [key, value] : attributes) {
+        if (const rules::Refusal refused = rules::exactRefusalOf("section", key, value))
+            return {Kind::refused,
+                    (refused.what == rules::Text::key ? "The key \"" + key + "\"" : "This value of " + key) +
+                        " cannot be stored: " + refused.why,
+                    "The file could not give it back as it is."};
+        if (Reason reason = whyHidden(key, value))
+            return reason;
+    }
+    return {};
+}
 
 Reason whyNoDataSourceName(const Configuration& configuration, const std::string& name) {
     return whyNameRefused(name, configuration.dataSource(name) ? rules::kAnyDataSource : rules::kNewDataSource);

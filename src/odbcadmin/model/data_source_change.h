@@ -30,6 +30,10 @@ enum class Old { keep, remove };
 // already, a driver that is not registered or has no library.
 Reason whyNotAdd(const Configuration& configuration, const DataSourceWish& wish);
 
+// Whatever speaks against storing these keys in any data source: one that a file could not give back, a secret that is
+// hidden.
+Reason whyNotStored(const Pairs& attributes);
+
 // Whatever speaks against storing these keys in a data source that is there.
 Reason whyNotSet(const Configuration& configuration, const std::string& name, const Pairs& attributes);
 

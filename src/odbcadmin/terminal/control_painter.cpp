@@ -2,6 +2,7 @@
 #include "odbcadmin/terminal/control_painter.h"
 
 #include "odbcadmin/assist/help.h"
+#include "odbcadmin/assist/scope_mark.h"
 #include "rules/utf8.h"
 
 namespace jx::terminal {
@@ -156,14 +157,21 @@ std::optional<Point> ControlPainter::field(int index, const JxwControlInfo& cont
     return Point{place.column + columnsOf(left, abilities_.charset), place.line};
 }
 
+// What stands at the end of a row of the system's is seen however long its name is.
 void ControlPainter::row(const std::string& text, const Rect& place, Look look) {
     canvas_.fill(place, look);
-    if (columnsOf(text, abilities_.charset) <= place.columns) {
-        canvas_.put({place.column, place.line}, text, look);
+    if (fits(text, place.columns, abilities_.charset)) {
+        canvas_.put({place.column, place.line}, cutTo(text, place.columns, abilities_.charset), look);
         return;
     }
-    canvas_.put({place.column, place.line}, cutTo(text, place.columns - 1, abilities_.charset), look);
-    canvas_.put({place.right() - 1, place.line}, linesOf(abilities_.charset).cut, look);
+    constexpr int kLeastOfName = 16;
+    std::string mark = assist::shownMark(text);
+    if (place.columns < kLeastOfName + columnsOf(mark, abilities_.charset))
+        mark.clear();
+    const int columns = place.columns - columnsOf(mark, abilities_.charset);
+    canvas_.put({place.column, place.line}, cutTo(text, columns - 1, abilities_.charset), look);
+    canvas_.put({place.column + columns - 1, place.line}, linesOf(abilities_.charset).cut, look);
+    canvas_.put({place.column + columns, place.line}, mark, look);
 }
 
 void ControlPainter::scrollBar(const JxwControlInfo& control, const Rect& place, int firstRow, Look look) {

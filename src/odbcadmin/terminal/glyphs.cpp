@@ -105,6 +105,10 @@ int columnsOf(std::string_view text, Charset charset) {
     return columns;
 }
 
+bool fits(std::string_view text, int columns, Charset charset) {
+    return columnsOf(text.substr(0, text.find_last_not_of(' ') + 1), charset) <= columns;
+}
+
 std::string cutTo(std::string_view text, int columns, Charset charset) {
     // Only as far as it is shown: the text may be long.
     std::size_t end = 0;

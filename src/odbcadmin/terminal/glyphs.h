@@ -28,6 +28,9 @@ std::vector<Glyph> glyphsOf(std::string_view text, Charset charset);
 // How many columns a text takes.
 int columnsOf(std::string_view text, Charset charset);
 
+// Whether a text has room there, but for blanks at its end.
+bool fits(std::string_view text, int columns, Charset charset);
+
 // The words of a text in lines of at most columns; line breaks of the text are kept, longer words are cut.
 std::vector<std::string> wrapped(std::string_view text, int columns, Charset charset);
 

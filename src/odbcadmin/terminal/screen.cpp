@@ -204,7 +204,7 @@ std::string Screen::helpLine(HWND dialog, const Rect& area) const {
         return {};
     const char* row = control.kind == JXW_LISTBOX ? JXW_GetRow(dialog, info.focus, control.selection) : nullptr;
     const Rect list = placeDialog(info, area, {}).of(control);
-    if (row != nullptr && columnsOf(row, abilities_.charset) > rowsOf(list).columns)
+    if (row != nullptr && !fits(row, rowsOf(list).columns, abilities_.charset))
         return row;
     return assist::helpOn(dialog, info.focus);
 }

@@ -50,7 +50,7 @@ F4: shows its keys and values.
 F5: reads the list again.
 F6: copies it under another name.
 F7: gives it another name.
-F8: shows only the rows that contain a text.
+F8: chooses which rows are shown.
 ----
 )";
 

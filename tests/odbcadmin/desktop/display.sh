@@ -5,7 +5,8 @@ export HOME
 unset ODBCINI ODBCINSTINI DISPLAY GDK_SCALE QT_SCALE_FACTOR
 server= running=
 trap 'kill $running $server 2>/dev/null || true; rm -rf "$HOME" "$HOME.display"' EXIT
-mkdir "$HOME.display"  # what the test needs itself is not in the home folder, where nothing but the files may appear
+export ODBCSYSINI=$HOME.display/etc  # so that no file of this machine counts
+mkdir -p "$ODBCSYSINI"  # what the test needs itself is not in the home folder, where nothing but the files may appear
 
 fail() {
     echo "FAILED: $1" >&2
@@ -75,6 +76,7 @@ is_box() {
     windows=$(titled "$1")
     [ "$(wc -l <<<"$windows")" = 2 ] && [ "$(tail -n 1 <<<"$windows")" != "$window" ]
 }
+is_alone() { [ "$(titled "$1" | wc -l)" = 1 ]; }
 measure() { eval "$(xdotool getwindowgeometry --shell "$window" | grep -E '^(X|Y|WIDTH|HEIGHT)=')"; }
 
 click() { xdotool mousemove --window "$window" "$1" "$2" click "${3:-1}"; }

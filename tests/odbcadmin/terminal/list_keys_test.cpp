@@ -126,6 +126,17 @@ TEST_F(ListKeysOnTheScreen, F9ListsAllOfThem) {
 )");
 }
 
+TEST_F(ListKeysOnTheScreen, TheMarkOfTheSystemsIsSeenHoweverLongTheNameIs) {
+    home_.putSystem("odbc.ini",
+                    "[Accounts of the whole company since 1999]\nDriver=Sample\n[Of this size it fits]\n"
+                    "Driver=Samplesamxx\n[Of this size it does]\nDriver=not fit, alas\n");
+    const std::string shown = after({press(Key::end)});
+    EXPECT_TRUE(has(shown, "│Accounts of the whole company sin…  [system]│")) << shown;
+    EXPECT_TRUE(has(shown, "│Of this size it fits (Samplesamxx)  [system]│")) << shown;
+    EXPECT_TRUE(has(shown, "│Of this size it does (not fit, al…  [system]│")) << shown;
+    EXPECT_TRUE(has(shown, "\n Of this size it does (not fit, alas)  [system]\n")) << shown;
+}
+
 TEST_F(ListKeysOnTheScreen, AKeyForRowsThatAnotherProgramHasChangedDoesNothingAndTheListIsReadAgain) {
     const auto change = perform([&] {
         home_.put(".odbc.ini", "[ODBC Data Sources]\nAlpha=Sample\nStock=Sample\n[Stock]\nDriver=/none/d.so\n");

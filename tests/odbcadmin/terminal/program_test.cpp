@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -18,6 +19,9 @@ constexpr const char* kSources =
     "[Stock of the warehouse]\nDriver=/none\n";
 constexpr const char* kDrivers =
     "[ODBC Drivers]\nSQLite3=Installed\n[SQLite3]\nDriver=/none/driver.so\nSetup=/none/setup.so\n";
+constexpr const char* kSystemSources =
+    "[Sales]\nDriver=PostgreSQL\nServername=db1\n[Accounts]\nDriver=PostgreSQL\nServername=db2\n";
+constexpr const char* kSystemDrivers = "[PostgreSQL]\nDriver=/none/psql.so\n";
 constexpr const char* kScript =
     "[ODBC Drivers]\n\"Pack\"=\n\"Other\"=\n[Pack]\n\"Driver\"=1,libpack.so,,,,2024-01-31,,,,,,,,,,1067,,,,1.0,\n"
     "[Other]\n\"Driver\"=1,libother.so,,,,2023-02-28,,,,,,,,,,2134,,,,2.0,\n";
@@ -51,6 +55,13 @@ public:
           home_{{".odbc.ini", kSources}, {".odbcinst.ini", kDrivers}, {"odbc.inf", kScript}},
           tmux_(home_, kind.columns, kind.lines, kind.environment, shellQuoted(JX_ODBCADMIN)) {}
 
+    // The same with files of the system's, in a folder of the home directory, so that their path is the same each time.
+    Walk(const Kind& kind, const char* systemSources, const char* systemDrivers)
+        : kind_(kind),
+          home_{{".odbc.ini", kSources}, {".odbcinst.ini", kDrivers}},
+          tmux_((putSystem(systemSources, systemDrivers), home_), kind.columns, kind.lines, kind.environment,
+                shellQuoted(JX_ODBCADMIN)) {}
+
     // Sends keys and waits for a text that only the screen they lead to has.
     void pass(const std::string& keys, const std::string& part) {
         tmux_.keys(keys);
@@ -78,6 +89,13 @@ public:
     const Tmux& tmux() const { return tmux_; }
 
 private:
+    void putSystem(const char* sources, const char* drivers) const {
+        std::filesystem::create_directory(home_.file("etc"));
+        home_.put("etc/odbc.ini", sources);
+        home_.put("etc/odbcinst.ini", drivers);
+        setenv("ODBCSYSINI", home_.file("etc").c_str(), 1);
+    }
+
     Kind kind_;
     TestHome home_;
     Tmux tmux_;
@@ -156,6 +174,25 @@ TEST(Program, ShowsWhereTheUserIsAt20x5) {
     walk.pass("M-f", "sql.log");
     walk.pass("Escape F1", "Data sources in");
     walk.pass("Enter M-e", "[Yes] <No >");
+}
+
+// From the user's row to the system's of the same name, through all that is done with it, and back.
+TEST(Program, ShowsBothScopesAndRemovesTheOneThatIsChosen) {
+    Walk walk(kWide, kSystemSources, kSystemDrivers);
+    walk.step("", "both-scopes", "F2 new driver");
+    walk.step("Down Down F8", "what-is-shown", "empty shows all");
+    walk.pass("M-y Enter", "System only: 2 of 4 shown; F8 changes it.");
+    walk.pass("Enter", "Setup of Sales (System)");
+    walk.pass("Escape F6", "For all users (system)");
+    walk.pass("Escape F8 M-u Enter M-e", "of the system?");
+    walk.pass("y", "3 of 3");
+    EXPECT_EQ(walk.home().text(".odbc.ini"), kSources);
+    EXPECT_EQ(walk.home().text("etc/odbc.ini"), "[Accounts]\nDriver=PostgreSQL\nServername=db2\n");
+    walk.pass("M-r Down", "PostgreSQL  [system]");
+    walk.pass("M-e", "Unregister the driver");
+    walk.pass("y", "1 of 1");
+    EXPECT_EQ(walk.home().text(".odbcinst.ini"), kDrivers);
+    EXPECT_EQ(walk.home().text("etc/odbcinst.ini"), "");
 }
 
 TEST(Program, ANewSizeAtDepthShowsTheSameDialogs) {
