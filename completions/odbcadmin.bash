@@ -56,13 +56,14 @@ _odbcadmin() {
         case $line in
             :FILE) kind=-f ;;
             :DIR) kind=-d ;;
+            :USER) kind=-u ;;
             *) candidates+=("${line%%$'\t'*}") ;;
         esac
     done < <("$1" __complete -- "${words[@]:1}" 2>/dev/null)
     COMPREPLY=()
     if [[ -n $kind ]]; then
         [[ $current != --*=* ]] || option=${current%%=*}=
-        compopt -o filenames 2>/dev/null
+        [[ $kind = -u ]] || compopt -o filenames 2>/dev/null
         while IFS= read -r line; do
             line=$option$line
             COMPREPLY+=("${line#"$kept"}")

@@ -9,6 +9,11 @@ function __odbcadmin_candidates
                 __fish_complete_path (string replace -r '^--[^=]*=' '' -- "$current")
             case :DIR
                 __fish_complete_directories (string replace -r '^--[^=]*=' '' -- "$current")
+            case :USER
+                set -l option (string match -r '^--[^=]*=' -- "$current")
+                for user in (__fish_complete_users)
+                    echo -- "$option$user"
+                end
             case '*'
                 echo -- $line
         end

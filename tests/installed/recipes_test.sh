@@ -4,20 +4,27 @@
 # Usage: recipes_test.sh CMAKE BUILD DRIVER PROGRAM, a library that is a driver and a program that is called report here
 . "$(dirname "$0")/install.sh"
 system=$work/system
-mkdir -p "$system/opt/acme/lib" "$system/opt/acme/share/acme" "$work/bin" "$work/home"
+mkdir -p "$system/opt/acme/lib" "$system/opt/acme/share/acme" "$system/etc" "$work/bin" "$work/home"
 cp "$1" "$system/opt/acme/lib/libacmeodbc.so"
 printf '[Acme ODBC]\nDescription\t= A driver\nDriver\t\t= libacmeodbc.so\nSetup\t\t=\nDebug\t\t= 0\n' \
     >"$system/opt/acme/share/acme/odbcinst.ini"
 cp "$2" "$work/bin/report"
 unset JXODBC_LOG CREDENTIALS_DIRECTORY
-export HOME=$work/home PATH=$work/bin:$prefix/bin:$PATH
+umask 022
+export HOME=$work/home ODBCSYSINI=$system/etc PATH=$work/bin:$prefix/bin:$PATH
 
 # The blocks for one shell; what a line "# prints: ..." tells must come out of its block.
 mkdir "$work/blocks"
-awk -v folder="$work/blocks" -v base="$system" '
+awk -v folder="$work/blocks" '
     /^```sh/ { file = sprintf("%s/%02d", folder, ++count); next }
     /^```/ { file = "" }
-    file != "" { gsub(/\/(opt|srv|run)\//, base "&"); print > file }' "$root/docs/recipes.md"
+    file != "" { print > file }' "$root/docs/recipes.md"
+# What an image holds are paths as the image has them.
+for block in "$work"/blocks/??; do
+    lines=
+    ! grep -q -e "--root" "$block" || lines="/^# prints/!"
+    sed -Ei "${lines}s#(^|[ =\"'(])(/(etc|opt|run|srv)/)#\1$system\2#g" "$block"
+done
 count=$(ls "$work/blocks" | wc -l)
 [ "$count" -ge 8 ] || {
     echo "docs/recipes.md has only $count blocks"

@@ -18,3 +18,8 @@ own_libraries=$work/usr/lib/$(basename "$libraries")
     -c unix_socket_directories="$data" -c fsync=off >"$work/server" 2>&1 &
 server=$!
 await_server "$server"
+# It listens before it takes anybody in.
+until_ready "$server" grep -q "ready to accept connections" "$work/server" || {
+    cat "$work/server"
+    exit 1
+}

@@ -44,7 +44,7 @@ void addGlobalOptions(CLI::App& app, Session& session) {
         ->check([](const std::string& home) { return home.empty() ? "it names no directory" : std::string(); });
     app.add_option("--owner", session.owner,
                    "The owner of files that root makes; without it the owner of their directory")
-        ->type_name("USER");
+        ->type_name(Complete::users);
     CLI::Option* user = app.add_flag("--user", session.user, "Look at the user's files only");
     app.add_flag("--system", session.system, "Look at the system's files only, and change those")->excludes(user);
     app.add_option("--root", session.root, "Work on the files of a system image below this directory")

@@ -23,6 +23,7 @@ struct Position {
     std::string driver{};  // that --driver names
     std::string root{};
     bool onlyOperands = false;  // after --
+    model::Scopes scopes{};
 };
 
 const CLI::Option* optionCalled(const CLI::App* app, const std::string& name) {
@@ -52,6 +53,10 @@ void take(Position& at, const std::string& word) {
         return;
     }
     if (!at.onlyOperands && word.size() > 1 && word[0] == '-') {
+        if (word == "--system")
+            at.scopes = {model::Seen::system, model::Seen::system};
+        if (word == "--user")
+            at.scopes.dataSources = model::Seen::user;
         const std::size_t equals = word.find('=');
         const CLI::Option* option = optionCalled(at.app, word.substr(0, equals));
         at.waiting = takesValue(option) ? option : nullptr;
@@ -123,7 +128,11 @@ bool addKnownKeys(const model::Configuration& configuration, const std::string& 
 // What stands in a file that the line names.
 void addFromFile(std::string_view kind, const Position& at, const std::string& beginning,
                  std::vector<std::string>& found) {
-    const auto file = at.operands.empty() ? std::nullopt : model::IniView::read(at.operands.front());
+    const bool isSystems = at.scopes.drivers == model::Seen::system;
+    const auto file = at.operands.empty()
+                          ? std::nullopt
+                          : model::IniView::read(model::storeName(
+                                at.operands.front(), isSystems ? model::Scope::system : model::Scope::user));
     if (!file)
         return;
     if (kind == Complete::sections)
@@ -138,7 +147,7 @@ void addFromFile(std::string_view kind, const Position& at, const std::string& b
 
 void addFromConfiguration(std::string_view kind, const Position& at, const std::string& beginning,
                           std::vector<std::string>& found) {
-    const model::Configuration configuration = model::Configuration::read(model::Scopes());
+    const model::Configuration configuration = model::Configuration::read(at.scopes);
     if (kind == Complete::dsn || kind == Complete::dsnOrDriver)
         for (const model::DataSource& source : configuration.dataSources())
             addCandidate(found, beginning, source.name, source.driver);
@@ -163,7 +172,7 @@ void addFromConfiguration(std::string_view kind, const Position& at, const std::
 // The word that a shell must complete by itself is asked for by a line of its own.
 void addNames(std::string_view kind, const Position& at, const std::string& beginning,
               std::vector<std::string>& found) {
-    if (kind == Complete::files || kind == Complete::directories)
+    if (kind == Complete::files || kind == Complete::directories || kind == Complete::users)
         found.push_back(":" + std::string(kind));
     else if (kind == Complete::sections || kind == Complete::keysOfSection || kind == Complete::scriptsDrivers)
         addFromFile(kind, at, beginning, found);

@@ -57,7 +57,7 @@ ExitCode runDoctor(const Session& session, const Configuration& configuration, c
     };
     if (line.has("--fix"))
         return fixAndLookAgain(session, configuration, filesToFix(configuration),
-                               [&] { return examine(Configuration::read()); });
+                               [&] { return examine(Configuration::read(session.scopes())); });
     const doctor::Findings findings = examine(configuration);
     return line.has("--report") ? showReport(session, findings) : showFindings(session, findings);
 }
@@ -70,6 +70,21 @@ doctor::Findings lintFiles(const std::vector<std::string>& paths) {
     return findings;
 }
 
+// With --system the user's files are not looked at, and in an image only those count whose directories it has.
+doctor::LintPlaces lintPlaces(const Session& session) {
+    doctor::LintPlaces places;
+    places.files = model::configPlaces(session.imageRoot());
+    if (!session.root.empty())
+        places.variables = doctor::LintPlaces::Variables::ignored;
+    std::erase_if(places.files, [&](const model::ConfigPlace& each) {
+        std::error_code ignored;
+        const std::filesystem::path directory = std::filesystem::path(each.path).parent_path();
+        return (session.system && each.scope == model::Scope::user) ||
+               (!session.root.empty() && !std::filesystem::is_directory(directory, ignored));
+    });
+    return places;
+}
+
 ExitCode runLint(const Session& session, const Configuration& configuration, const Line& line) {
     std::vector<std::string> paths;
     for (const std::string& file : line.texts("FILE")) {
@@ -78,10 +93,12 @@ ExitCode runLint(const Session& session, const Configuration& configuration, con
         if (std::filesystem::symlink_status(paths.back(), error).type() == std::filesystem::file_type::not_found)
             return session.fail(ExitCode::fileTrouble, "There is no file " + paths.back(), "Give files that exist.");
     }
-    const auto look = [&](const Configuration& now) { return paths.empty() ? doctor::lint(now) : lintFiles(paths); };
+    const auto look = [&](const Configuration& now) {
+        return paths.empty() ? doctor::lint(now, lintPlaces(session)) : lintFiles(paths);
+    };
     if (line.has("--fix"))
         return fixAndLookAgain(session, configuration, paths.empty() ? filesToFix(configuration) : paths,
-                               [&] { return look(Configuration::read()); });
+                               [&] { return look(Configuration::read(session.scopes())); });
     return showFindings(session, look(configuration));
 }
 
@@ -92,7 +109,8 @@ constexpr const char* kFix =
 
 void addDoctorCommands(CLI::App& app, Session& session) {
     addVerb(app, session, "lint", "Look for mistakes in the files: rights, lines and names",
-            "odbcadmin lint\nodbcadmin lint servers.ini\nodbcadmin lint --fix --dry-run")
+            "odbcadmin lint\nodbcadmin lint servers.ini\nodbcadmin lint --root /srv/image --system\nodbcadmin lint "
+            "--fix --dry-run")
         .operand("FILE", "Files to look at; the two configuration files without any", kAny, Complete::files)
         .flag("--fix", kFix)
         .onRead(Needs::nothing, runLint);
@@ -102,7 +120,8 @@ void addDoctorCommands(CLI::App& app, Session& session) {
         .operand("NAME", "Data sources and drivers; all of them without any", kAny, Complete::dsnOrDriver)
         .timeout("Seconds that a library may take to load (10)")
         .flag("--report", "Print a text for a bug report, without secrets")
-        .option("--as-user", "Look as this user would after a login: home directory, variables and rights", "USER")
+        .option("--as-user", "Look as this user would after a login: home directory, variables and rights",
+                Complete::users)
         .option("--pid", "Look as this process does: its variables, rights and files", "NUMBER")
         .flag("--fix", kFix)
         .notBoth("--as-user", "--pid")

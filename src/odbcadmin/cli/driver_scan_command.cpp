@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "odbcadmin/cli/commands.h"
+#include "odbcadmin/cli/image_libraries.h"
 #include "odbcadmin/cli/progress.h"
 #include "odbcadmin/cli/verb.h"
 #include "odbcadmin/doctor/driver_scan.h"
@@ -19,8 +20,10 @@ namespace {
 
 using doctor::FoundDriver;
 
-std::string addLine(const FoundDriver& found) {
-    std::string line = "odbcadmin driver add " + model::shellWord(found.name) + " --lib " +
+// With the options that say which files are meant.
+std::string addLine(const Session& session, const FoundDriver& found) {
+    std::string line = "odbcadmin" + (session.root.empty() ? "" : " --root " + model::shellWord(session.imageRoot())) +
+                       (session.system ? " --system" : "") + " driver add " + model::shellWord(found.name) + " --lib " +
                        model::shellWord(found.path) +
                        (found.setup.empty() ? "" : " --setup " + model::shellWord(found.setup));
     for (const auto& [key, value] : found.keys)
@@ -56,12 +59,13 @@ ExitCode show(const Session& session, const model::Configuration& configuration,
     object["drivers"] = Json::array();
     std::size_t registered = 0;
     for (const FoundDriver& each : drivers) {
-        const std::optional<model::Registered> known = doctor::registeredWith(configuration, each.path);
+        const std::optional<model::Registered> known =
+            doctor::registeredWith(configuration, each.path, session.imageRoot());
         registered += known ? 1 : 0;
         object["drivers"].push_back(foundJson(each, known));
         if (session.json || (known && session.quiet))
             continue;
-        session.print(session.quiet ? each.path : known ? registeredLine(each, *known) : addLine(each));
+        session.print(session.quiet ? each.path : known ? registeredLine(each, *known) : addLine(session, each));
     }
     if (session.json)
         session.printJson(object);
@@ -82,13 +86,14 @@ std::optional<std::vector<std::string>> directoriesOf(const Session& session, co
         }
         directories.push_back(model::absolutePath(each));
     }
-    return given.empty() ? doctor::usualDriverDirectories(doctor::loaderPlaces()) : directories;
+    return given.empty() ? doctor::usualDriverDirectories(placesOf(session)) : directories;
 }
 
 std::vector<FoundDriver> find(const Session& session, const std::vector<std::string>& directories) {
     Progress progress(session.quiet);
     return doctor::scanForDrivers(
-        directories, [&](const std::string& what) { progress.begin(what); }, [&] { progress.tick(); });
+        directories, [&](const std::string& what) { progress.begin(what); }, [&] { progress.tick(); },
+        doctor::Candidates::all, placesOf(session));
 }
 
 ExitCode runScan(const Session& session, const model::Configuration& configuration, const Line& line) {
@@ -106,9 +111,11 @@ const FoundDriver* called(const std::vector<FoundDriver>& drivers, const std::st
 }
 
 // The driver of that name may be the same one already.
-model::WhenPresent presentOf(const model::Configuration& configuration, const FoundDriver& found) {
+model::WhenPresent presentOf(const Session& session, const model::Configuration& configuration,
+                             const FoundDriver& found) {
+    const std::string root = session.imageRoot();
     const auto& driver = configuration.driver(found.name);
-    const bool isSame = driver && driver->library && doctor::isSameFile(driver->library.text, found.path);
+    const bool isSame = driver && driver->library && doctor::isSameFile(root + driver->library.text, root + found.path);
     return isSame ? model::WhenPresent::change : model::WhenPresent::fail;
 }
 
@@ -120,7 +127,7 @@ ExitCode runAdopt(const Session& session, const model::Configuration& configurat
     std::vector<model::Entering> entries;
     std::vector<std::string> adopted;
     for (const std::string& name : line.texts("NAME")) {
-        const FoundDriver* found = called(drivers, name);
+        const FoundDriver* found = called(drivers, session.storedPath(name));
         if (found == nullptr)
             return session.fail(
                 ExitCode::notFound, "No driver " + name + " was found in " + model::joined(*directories),
@@ -131,7 +138,7 @@ ExitCode runAdopt(const Session& session, const model::Configuration& configurat
         model::Registration wish{found->name, found->path, {}, found->keys};
         if (!found->setup.empty())
             wish.setup = found->setup;
-        entries.push_back({wish, presentOf(configuration, *found)});
+        entries.push_back({wish, presentOf(session, configuration, *found)});
         adopted.push_back(found->name);
     }
     return session.report(model::registerEntries(configuration, model::kDriverKind, entries, session.way()),
@@ -144,13 +151,11 @@ void addDriverScan(CLI::App& app, Session& session) {
     addVerb(app, session, "driver scan", "Find ODBC drivers on the disk and print the lines that would add them",
             "odbcadmin driver scan\nodbcadmin driver scan /opt/acme/lib\nodbcadmin driver scan | sh")
         .operand("DIR", "Directories to look into; the usual ones without any", kAny, Complete::directories)
-        .thisSystemOnly()
         .onRead(Needs::nothing, runScan);
     addVerb(app, session, "driver adopt", "Register drivers that driver scan finds, under the names it shows",
             "odbcadmin driver adopt 'PostgreSQL Unicode'\nodbcadmin driver adopt Acme --in /opt/acme/lib")
         .operand("NAME", "Drivers as driver scan shows them, or paths of their libraries", kSome)
         .option("--in", "A directory to look into instead of the usual ones", Complete::directories)
-        .thisSystemOnly()
         .onRead(Needs::drivers, runAdopt);
 }
 

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 
+#include "odbcadmin/cli/image_libraries.h"
 #include "odbcadmin/doctor/driver_scan.h"
 #include "odbcadmin/model/driver_template.h"
 #include "odbcadmin/model/near_matches.h"
@@ -46,7 +47,7 @@ ExitCode addFromTemplate(const Session& session, const model::Configuration& con
     if (!choose(session, line.text("NAME"), *file))
         return ExitCode::notFound;
     std::vector<std::string> missing;
-    const std::vector<model::Registration> drivers = doctor::placedDrivers(*file, doctor::loaderPlaces(), missing);
+    const std::vector<model::Registration> drivers = doctor::placedDrivers(*file, placesOf(session), missing);
     if (!missing.empty())
         return session.fail(ExitCode::notFound,
                             "The library was not found where drivers are installed: " + model::joined(missing),

@@ -6,6 +6,7 @@
 #include "odbcadmin/model/connection_string.h"
 #include "odbcadmin/model/text.h"
 #include "rules/names.h"
+#include "rules/references.h"
 #include "rules/secrets.h"
 
 namespace jx::cli {
@@ -19,7 +20,8 @@ using model::Reason;
 // What comes of a data source.
 struct Attributes {
     model::Pairs written;
-    std::vector<std::string> secrets;  // keys that were left out
+    std::vector<std::string> secrets;     // keys that were left out
+    std::vector<std::string> references;  // likewise: no driver follows one in a connection string
     Reason reason;
 };
 
@@ -55,6 +57,10 @@ Attributes withoutName(const Session& session, const Configuration& configuratio
         const std::string key(entry.key);
         if (isManagers(key))
             continue;
+        if (!rules::referredKey(key).empty()) {
+            attributes.references.push_back(key);
+            continue;
+        }
         if (const char* why = model::whyNoKeyword(key)) {
             attributes.reason = {Reason::Kind::refused,
                                  "The key \"" + key + "\" cannot stand in a connection string: " + why,
@@ -75,17 +81,23 @@ ExitCode showConnectionString(const Session& session, const Configuration& confi
     if (!source)
         return session.fail(model::noDataSource(configuration, name));
     const Attributes attributes = line.has("--dsn")
-                                      ? Attributes{{{"DSN", model::connectionValue(source->name)}}, {}, {}}
+                                      ? Attributes{{{"DSN", model::connectionValue(source->name)}}, {}, {}, {}}
                                       : withoutName(session, configuration, *source);
     if (attributes.reason)
         return session.fail(attributes.reason);
     const std::string text = model::joinedAttributes(attributes.written);
     if (session.json)
-        session.printJson({{"name", source->name}, {"connectionString", text}, {"leftOut", attributes.secrets}});
+        session.printJson({{"name", source->name},
+                           {"connectionString", text},
+                           {"leftOut", attributes.secrets},
+                           {"references", attributes.references}});
     else
         session.printOfFile(text);
     if (!attributes.secrets.empty())
         session.warn(model::joined(attributes.secrets) + " left out: --show-secrets prints secrets, too");
+    if (!attributes.references.empty())
+        session.warn(model::joined(attributes.references) +
+                     " left out: drivers follow it in a data source only; --dsn leaves it there");
     return ExitCode::done;
 }
 

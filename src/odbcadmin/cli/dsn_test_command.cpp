@@ -1,4 +1,5 @@
 // dsn test: connecting, and showing what happens.
+#include <cstdlib>
 #include <nlohmann/json.hpp>
 
 #include "odbcadmin/cli/commands.h"
@@ -78,6 +79,11 @@ ExitCode show(const Session& session, const std::string& name, const std::string
     return code;
 }
 
+// The driver looks up its keys by itself, and a section of the user's would answer it in place of the system's.
+void hideUsersDataSources() {
+    setenv("ODBCINI", "/proc/self/odbc.ini", 1);  // never there
+}
+
 ExitCode runTest(const Session& session, const model::Configuration& configuration, const Line& line) {
     const std::string name = line.text("NAME");
     const auto limit = timeLimit(session, line, kConnectLimit);
@@ -104,6 +110,8 @@ ExitCode runTest(const Session& session, const model::Configuration& configurati
     if (library.empty())
         return session.fail(ExitCode::cannotConnect, "The data source " + source->name + " leads to no library",
                             "See odbcadmin explain " + model::shellWord(source->name));
+    if (session.system)
+        hideUsersDataSources();
     ConnectReport report;
     {
         Progress progress(session.quiet);

@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "odbcadmin/cli/findings_output.h"
+#include "odbcadmin/cli/image_libraries.h"
 #include "odbcadmin/doctor/mending.h"
 
 namespace jx::cli {
@@ -61,7 +62,7 @@ std::vector<std::string> filesToFix(const model::Configuration& configuration) {
 
 ExitCode fixAndLookAgain(const Session& session, const model::Configuration& configuration,
                          const std::vector<std::string>& files, const std::function<doctor::Findings()>& lookAgain) {
-    const doctor::MovedLibraries libraries(configuration, doctor::loaderPlaces());
+    const doctor::MovedLibraries libraries(configuration, placesOf(session));
     ChangeResult result;
     std::vector<Fixed> fixed;
     for (const std::string& file : files) {

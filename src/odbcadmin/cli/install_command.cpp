@@ -12,6 +12,7 @@
 #include "odbcadmin/doctor/library_state.h"
 #include "odbcadmin/model/comparison.h"
 #include "odbcadmin/model/near_matches.h"
+#include "odbcadmin/model/root_directory.h"
 #include "odbcadmin/model/scratch_files.h"
 #include "odbcadmin/model/script_wishes.h"
 #include "odbcadmin/model/text.h"
@@ -29,12 +30,9 @@ using Names = std::vector<std::string>;
 
 struct Request {
     std::string script;
-    std::string from;
+    std::string directory;  // where the libraries lie; in an image as that has it
     Names drivers;
     Names translators = {};  // all of the script
-
-    // Where the libraries lie.
-    std::string directory() const { return from.empty() ? std::filesystem::path(script).parent_path().string() : from; }
 };
 
 Names::const_iterator find(const Names& names, const std::string& name) {
@@ -73,7 +71,7 @@ ExitCode chooseDrivers(const Session& session, const Names& all, Request& reques
 }
 
 // The library's result is always failure: only the files show what was entered.
-void installInto(const Session& session, const Request& request) {
+void callLibrary(const Session& session, const Request& request) {
     const Waiting waiting(session.quiet, "Installing from " + request.script);
     std::string list;
     for (const std::string& name : request.drivers)
@@ -81,13 +79,15 @@ void installInto(const Session& session, const Request& request) {
     list.push_back('\0');
     const auto installOdbc = trial::installerFunction<decltype(&SQLInstallODBC)>("SQLInstallODBC");
     if (installOdbc != nullptr)
-        installOdbc(0, request.script.c_str(), request.from.empty() ? nullptr : request.from.c_str(), list.data());
+        installOdbc(0, request.script.c_str(), request.directory.c_str(), list.data());
 }
 
 // Report: what the script was asked for, and whatever else is another than before.
 class Report {
 public:
-    Report(const Configuration& before, const Configuration& after) : before_(before), after_(after) {}
+    // root: of the image in which the libraries lie, or none.
+    Report(const Configuration& before, const Configuration& after, std::string root)
+        : before_(before), after_(after), root_(std::move(root)) {}
 
     void registered(const model::RegisteredKind& kind, const Names& wanted) {
         Json& list = json_[std::string(kind.word) + "s"] = Json::array();
@@ -95,7 +95,7 @@ public:
             if (each.status == Compared::Status::unchanged && find(wanted, each.name) == wanted.end())
                 continue;
             const std::string library = after_.find(kind, each.name)->library.text;
-            const char* state = doctor::libraryFileState(library);
+            const char* state = doctor::libraryFileState(library.empty() ? "" : root_ + library);
             const char* status = model::statusWord(each.status);
             rows_.push_back({kind.word, each.name, status, library.empty() ? "no library" : library, state});
             list.push_back({{"name", each.name}, {"status", status}, {"library", library}, {"state", state}});
@@ -120,22 +120,10 @@ public:
 private:
     const Configuration& before_;
     const Configuration& after_;
+    std::string root_;
     Json json_ = Json::object();
     std::vector<Names> rows_{};
 };
-
-// Why the store refused to write, now that something is missing; the installation itself gives no reason.
-model::Reason storesReason(const model::Reason& last) {
-    for (const char* file : {rules::kDriverFile, rules::kDataSourceFile}) {
-        if (last)
-            break;
-        const model::ChangeWay way;
-        const model::FileChange probe(file, way);
-        if (probe.reason())
-            return probe.reason();
-    }
-    return last;
-}
 
 std::string textOf(const std::vector<model::Unfulfilled>& missing) {
     std::string text;
@@ -151,54 +139,78 @@ Json jsonOf(const std::vector<model::Unfulfilled>& missing) {
     return list;
 }
 
-ExitCode install(const Session& session, const Configuration& before, const model::IniView& script,
-                 const Request& request) {
-    const model::ChangeWay way = session.way();
-    const model::ScratchFiles files(way);
-    if (files.trouble())
-        return session.fail(files.trouble());
-    installInto(session, request);
-    if (!trial::installerTrouble().empty())
-        return session.fail(ExitCode::failed, "Cannot load the installer library: " + trial::installerTrouble(),
-                            "Install odbcadmin again, together with its libraries.");
-    const bool hasFailed = jxIniLastFailure().step != JxIniStepNone;
-    const model::Reason failure = hasFailed ? model::lastFailure() : model::Reason();
+// What the library made of the copies.
+struct Outcome {
+    model::Reason trouble;  // why nobody knows
+    std::vector<model::Unfulfilled> missing;
+    std::vector<Names> rows;
+    Json json;
+};
+
+Outcome installInto(const Session& session, const model::IniView& script, const Request& request,
+                    const model::ScratchFiles& copies) {
+    const Configuration before = Configuration::read();
+    callLibrary(session, request);
+    model::Reason failure = jxIniLastFailure().step != JxIniStepNone ? model::lastFailure() : model::Reason();
+    failure.fact = copies.inWordsOfOriginals(failure.fact);
     const Configuration after = Configuration::read();
-    if (after.trouble())
-        return session.fail(after.trouble());
-    const model::ScriptWishes wishes{script, request.directory(), request.drivers, request.translators};
-    std::vector<model::Unfulfilled> missing = model::unfulfilled(wishes, after, failure);
-    if (!missing.empty())
-        missing = model::unfulfilled(wishes, after, storesReason(failure));
-    Report report(before, after);
+    if (before.trouble() || after.trouble())
+        return {before.trouble() ? before.trouble() : after.trouble(), {}, {}, {}};
+    const model::ScriptWishes wishes{script, request.directory, request.drivers, request.translators};
+    Report report(before, after, session.imageRoot());
     report.registered(model::kDriverKind, request.drivers);
     report.registered(model::kTranslatorKind, request.translators);
     report.dataSources();
+    return {{}, model::unfulfilled(wishes, after, failure), report.rows(), report.json()};
+}
+
+ExitCode install(const Session& session, const model::IniView& script, const Request& request) {
+    Outcome outcome;
+    const model::ChangeWay way = session.way();
+    const model::ChangeResult result = model::changeByCopies(
+        way, [&](const model::ScratchFiles& copies) { outcome = installInto(session, script, request, copies); });
+    if (!trial::installerTrouble().empty())
+        return session.fail(ExitCode::failed, "Cannot load the installer library: " + trial::installerTrouble(),
+                            "Install odbcadmin again, together with its libraries.");
+    if (outcome.trouble)
+        return session.fail(outcome.trouble);
+    if (!result.isDone())
+        return session.report(result, {});
     if (!session.json && !session.quiet && !session.writesNothing())
-        session.printTable(report.rows());
-    Json json = report.json();
-    json["missing"] = jsonOf(missing);
+        session.printTable(outcome.rows);
+    const std::vector<model::Unfulfilled>& missing = outcome.missing;
+    outcome.json["missing"] = jsonOf(missing);
     // What is missing stands in the object, or in the failure, in place of a sentence that all was done.
     const bool tellsOutcome = missing.empty() || session.json || session.writesNothing();
     const ExitCode code =
-        tellsOutcome ? session.report(files.changes(), "Installed from " + request.script, {}, json) : ExitCode::done;
+        tellsOutcome ? session.report(result, "Installed from " + request.script, {}, outcome.json) : ExitCode::done;
     return missing.empty()
                ? code
                : session.fail(ExitCode::failed, "Not installed from " + request.script + ": " + textOf(missing),
                               "Mend what is named and install again; what is entered already stays.");
 }
 
-ExitCode runInstall(const Session& session, const Configuration& /*configuration*/, const Line& line) {
-    if (session.system)
-        return session.fail(ExitCode::wrongUse, "An installation script registers its drivers for this user",
-                            "Install without --system, then use odbcadmin driver move NAME --to system.");
-    const std::string directory = line.text("--from");
-    Request request{model::absolutePath(line.text("FILE")), directory.empty() ? "" : model::absolutePath(directory),
-                    line.texts("DRIVER")};
+// Where the script's libraries lie; in an image as that has it, since a path of this system leads nowhere there.
+ExitCode chooseDirectory(const Session& session, const std::string& from, Request& request) {
+    const std::string root = session.imageRoot();
+    const std::string scripts = std::filesystem::path(request.script).parent_path().string();
+    const std::optional<std::string> beside = model::pathInImage(root, scripts);
+    if (from.empty() && !beside)
+        return session.fail(ExitCode::wrongUse, request.script + " does not lie in the image " + root,
+                            "Give --from the directory of the image where the libraries lie.");
+    const std::string given = model::absolutePath(from);
+    request.directory = from.empty() ? *beside : model::pathInImage(root, given).value_or(given);
     std::error_code error;
-    if (!request.from.empty() && !std::filesystem::is_directory(request.from, error))
-        return session.fail(ExitCode::fileTrouble, "There is no directory " + request.from,
+    if (!from.empty() && !std::filesystem::is_directory(root + request.directory, error))
+        return session.fail(ExitCode::fileTrouble, "There is no directory " + root + request.directory,
                             "Give --from the directory where the libraries lie.");
+    return ExitCode::done;
+}
+
+ExitCode runInstall(const Session& session, const Configuration& /*configuration*/, const Line& line) {
+    Request request{model::absolutePath(line.text("FILE")), {}, line.texts("DRIVER")};
+    if (const ExitCode code = chooseDirectory(session, line.text("--from"), request); code != ExitCode::done)
+        return code;
     const std::optional<model::IniView> script = model::IniView::read(request.script);
     if (!script)
         return session.fail(model::lastFailure());
@@ -215,7 +227,7 @@ ExitCode runInstall(const Session& session, const Configuration& /*configuration
     if (request.drivers.empty() && request.translators.empty())
         return session.fail(ExitCode::notFound, request.script + " offers neither drivers nor translators",
                             "It must list them in sections [ODBC Drivers] and [ODBC Translators].");
-    return install(session, Configuration::read(), *script, request);
+    return install(session, *script, request);
 }
 
 }  // namespace
@@ -223,11 +235,11 @@ ExitCode runInstall(const Session& session, const Configuration& /*configuration
 void addInstallCommand(CLI::App& app, Session& session) {
     addVerb(app, session, "install", "Install drivers and translators from a script, as products bring it",
             "odbcadmin install /media/pack/odbc.inf\n"
+            "odbcadmin install /media/pack/odbc.inf --system --check\n"
             "odbcadmin install /media/pack/odbc.inf --from /opt/pack/lib \"Sample Driver\" --dry-run")
         .operand("FILE", "Installation script (.inf)", kOne, Complete::files)
         .operand("DRIVER", "Drivers of the script; all of them without any", kAny, Complete::scriptsDrivers)
         .option("--from", "Where the libraries lie; where the script does, without it", Complete::directories)
-        .thisSystemOnly()
         .onRead(Needs::bothFiles, runInstall);
 }
 

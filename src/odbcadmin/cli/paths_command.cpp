@@ -72,7 +72,7 @@ void printPrograms(const Session& session) {
 }
 
 ExitCode runPaths(const Session& session, const Line& /*line*/) {
-    std::vector<ConfigPlace> places = model::configPlaces(model::absolutePath(unmarked(session.root)));
+    std::vector<ConfigPlace> places = model::configPlaces(session.imageRoot());
     std::erase_if(places, [&](const ConfigPlace& place) { return !session.isAbout(place.scope); });
     if (session.json)
         return printJson(session, places);

@@ -3,6 +3,7 @@
 
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/driver_template.h"
+#include "odbcadmin/cli/followers.h"
 #include "odbcadmin/cli/library_warning.h"
 #include "odbcadmin/cli/verb.h"
 #include "odbcadmin/model/data_source_change.h"
@@ -36,9 +37,9 @@ std::string missingSetup(const Session& session, const Configuration& configurat
 ExitCode enter(const Session& session, const Configuration& configuration, const Line& line, const RegisteredKind& kind,
                WhenPresent present, const std::vector<std::string>& furtherKeys) {
     const bool isDriver = kind.key == model::kDriverKind.key;
-    model::Registration wish{line.text("NAME"), model::absoluteLibrary(line.text("--lib")), {}, {}};
+    model::Registration wish{line.text("NAME"), session.storedPath(line.text("--lib")), {}, {}};
     if (const std::string setup = line.text("--setup"); !setup.empty())
-        wish.setup = model::absoluteLibrary(setup);
+        wish.setup = session.storedPath(setup);
     if (isDriver) {
         const auto keys = takePairs(session, furtherKeys, kKeysGivenOtherwise);
         if (!keys)
@@ -76,52 +77,55 @@ ExitCode addDriver(const Session& session, const Configuration& configuration, c
     return enter(session, configuration, line, model::kDriverKind, WhenPresent::fail, keys);
 }
 
-// The data sources that use a driver: those in the file that changes go to, and those of the other scope that have no
-// driver of that name there.
-struct Users {
-    std::vector<std::string> own, others;
-};
-
-Users usersOf(const Session& session, const Configuration& configuration, const std::string& name) {
-    Users users;
-    const model::Scope scope = session.way().scope;
-    for (const model::DataSource& source : configuration.dataSourcesOf(name))
-        (source.file->scope == scope ? users.own : users.others).push_back(source.name);
-    if (const auto& driver = configuration.driver(name); driver && driver->hides)
-        users.others.clear();
-    return users;
+// What is said of data sources that stay and have no driver any more.
+std::vector<std::string> remarksOnStaying(const Session& session, const Followers& followers) {
+    std::vector<std::string> remarks;
+    for (const auto* users : {&followers.changed, &followers.left})
+        for (const model::DriverUsers& each : *users)
+            remarks.push_back(each.scope == session.way().scope
+                                  ? "these data sources use it still: " + model::joined(each.names) +
+                                        " (--with-dsns removes them too)"
+                                  : "these data sources of the other scope use it still: " + model::joined(each.names));
+    return remarks;
 }
 
-std::vector<std::string> remarksOn(const Users& users, bool areRemoved) {
-    std::vector<std::string> remarks;
-    if (!users.own.empty() && !areRemoved)
-        remarks.push_back("these data sources use it still: " + model::joined(users.own) +
-                          " (--with-dsns removes them too)");
-    if (!users.others.empty())
-        remarks.push_back("these data sources of the other scope use it still: " + model::joined(users.others));
-    return remarks;
+ChangeResult removeFollowers(const Session& session, const Followers& followers) {
+    ChangeResult result;
+    for (const model::DriverUsers& each : followers.changed) {
+        model::ChangeWay way = session.way();
+        way.scope = each.scope;
+        if (!result.add(model::removeDataSources(each.names, way)).isDone())
+            break;
+    }
+    return result;
 }
 
 // Driver and data sources go together or not at all. Renaming locks the two files in this order, too.
 ExitCode removeDriver(const Session& session, const Configuration& configuration, const Line& line) {
     const std::string name = line.text("NAME");
     const bool withDataSources = line.has("--with-dsns");
-    const Users users = usersOf(session, configuration, name);
     const auto driver = configuration.driver(name);
-    if (line.has("--if-exists") && !driver)
-        return session.report({}, {});
     const bool isOwn = driver && driver->file->scope == session.way().scope;
-    const bool removesUsers = withDataSources && isOwn && !users.own.empty();
+    // A package's purge comes after its removal, when only the data sources are left.
+    const bool isGone = line.has("--if-exists") && !driver;
+    const Followers followers = isOwn || isGone ? followersOf(session, name) : Followers();
+    const std::string names = withDataSources ? namesIn(session, followers.changed) : "";
     const auto removeAll = [&] {
-        ChangeResult result = model::unregisterEntry(configuration, model::kDriverKind, name, session.way());
-        if (result.isDone() && removesUsers)
-            result.add(model::removeDataSources(users.own, session.way()));
-        return result;
+        ChangeResult all =
+            isGone ? ChangeResult() : model::unregisterEntry(configuration, model::kDriverKind, name, session.way());
+        if (all.isDone() && withDataSources)
+            all.add(removeFollowers(session, followers));
+        return all;
     };
+    const ChangeResult result = model::asOneChange(session.way(), removeAll);
+    std::vector<std::string> remarks;
+    if (!result.files.empty())
+        remarks = withDataSources ? remarksOnLeft(session, followers, "dsn remove NAME")
+                                  : remarksOnStaying(session, followers);
+    const std::string sources = names.empty() ? "" : "data source " + names;
     return session.report(
-        model::asOneChange(session.way(), removeAll),
-        "Removed driver " + name + (removesUsers ? " and data source " + model::joined(users.own) : ""),
-        remarksOn(users, withDataSources));
+        result, isGone ? "Removed " + sources : "Removed driver " + name + (sources.empty() ? "" : " and " + sources),
+        remarks);
 }
 
 ExitCode removeTranslator(const Session& session, const Configuration& configuration, const Line& line) {

@@ -1,5 +1,6 @@
 // driver set, unset and rename; the same of translators.
 #include "odbcadmin/cli/commands.h"
+#include "odbcadmin/cli/followers.h"
 #include "odbcadmin/cli/library_warning.h"
 #include "odbcadmin/cli/verb.h"
 #include "odbcadmin/model/registration.h"
@@ -15,10 +16,10 @@ using model::Configuration;
 using model::RegisteredKind;
 
 // A path is taken as --lib and --setup take it: from the current directory.
-void makePathsAbsolute(model::Pairs& keys, const RegisteredKind& kind) {
+void makePathsAbsolute(const Session& session, model::Pairs& keys, const RegisteredKind& kind) {
     for (auto& [key, value] : keys)
         if ((rules::sameName(key, kind.key) || rules::sameName(key, rules::kSetup)) && !value.empty())
-            value = model::absoluteLibrary(value);
+            value = session.storedPath(value);
 }
 
 ExitCode setKeys(const Session& session, const Configuration& configuration, const Line& line,
@@ -27,7 +28,7 @@ ExitCode setKeys(const Session& session, const Configuration& configuration, con
     auto keys = takePairs(session, line.texts("KEY=VALUE"), {});
     if (!keys)
         return ExitCode::wrongUse;
-    makePathsAbsolute(*keys, kind);
+    makePathsAbsolute(session, *keys, kind);
     const ChangeResult result = model::setRegisteredKeys(configuration, kind, name, *keys, session.way());
     if (result.isDone())
         for (const auto& [key, value] : *keys)
@@ -49,11 +50,19 @@ ExitCode rename(const Session& session, const Configuration& configuration, cons
     const std::string to = line.text("NEW");
     const auto entry = configuration.find(kind, from);
     const bool isDriver = kind.key == model::kDriverKind.key;
-    const std::vector<std::string> users =
-        isDriver ? namesOf(configuration.dataSourcesOf(from)) : std::vector<std::string>();
-    return session.report(model::renameRegistered(configuration, kind, from, to, session.way()),
+    const Followers followers = isDriver && entry ? followersOf(session, entry->name) : Followers();
+    const std::string names = namesIn(session, followers.changed);
+    const ChangeResult result =
+        model::renameRegistered(configuration, kind, from, to, followers.scopes(), session.way());
+    std::vector<std::string> remarks;
+    // The system's data sources can only use a driver of the system's.
+    if (isDriver && !result.files.empty())
+        remarks = remarksOnLeft(session, followers, "dsn ensure NAME --driver " + model::shellWord(to),
+                                session.system ? "" : "driver copy " + model::shellWord(to) + " --to system");
+    return session.report(result,
                           "Renamed " + std::string(kind.word) + " " + (entry ? entry->name : from) + " to " + to +
-                              (users.empty() ? "" : ", also in data source " + model::joined(users)));
+                              (names.empty() ? "" : ", also in data source " + names),
+                          remarks);
 }
 
 using Change = ExitCode (*)(const Session&, const Configuration&, const Line&, const RegisteredKind&);

@@ -20,8 +20,7 @@ std::string stateOf(const Session& session, const Registered& driver, const Conf
     const std::string& library = driver.library.text;
     if (!session.root.empty() && !library.starts_with('/'))
         return library.empty() ? "missing" : "not looked for";
-    const std::string path = session.root.empty() ? library : model::absolutePath(unmarked(session.root)) + library;
-    return doctor::libraryState(path, doctor::LibraryRole::driver, configuration.paths());
+    return doctor::libraryState(session.imageRoot() + library, doctor::LibraryRole::driver, configuration.paths());
 }
 
 // The state of its library is shown for drivers only.

@@ -176,6 +176,7 @@ void addRunCommand(CLI::App& app, Session& session) {
         .operand("PROGRAM", "The program; put -- before it", kOne, Complete::files)
         .operand("ARGUMENT", "Its arguments", kAny, Complete::files)
         .flag("--log", "Show on standard error what each driver looks up; with --json as lines of JSON")
+        .thisSystemOnly()
         .onRead(Needs::nothing, run);
 }
 

@@ -10,6 +10,8 @@
 
 #include "odbcadmin/cli/more_rights.h"
 #include "odbcadmin/cli/progress.h"
+#include "odbcadmin/cli/verb.h"
+#include "odbcadmin/model/root_directory.h"
 #include "odbcadmin/model/text.h"
 #include "rules/secrets.h"
 #include "rules/utf8.h"
@@ -131,6 +133,15 @@ model::ChangeWay Session::way() const {
     if (openSecrets)
         way.openSecrets = model::ChangeWay::OpenSecrets::allowed;
     return way;
+}
+
+std::string Session::imageRoot() const {
+    return root.empty() ? "" : model::absolutePath(unmarked(root));
+}
+
+std::string Session::storedPath(const std::string& given) const {
+    const std::string path = model::absoluteLibrary(given);
+    return model::pathInImage(imageRoot(), path).value_or(path);
 }
 
 model::Scopes Session::scopes() const {

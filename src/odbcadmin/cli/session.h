@@ -54,6 +54,13 @@ struct Session {
     // Whether data sources of that scope are among them.
     bool isAbout(model::Scope scope) const { return scope == model::Scope::user ? !system : !user; }
 
+    // The full path of the directory that --root names; empty without it.
+    std::string imageRoot() const;
+
+    // A path that a user gives for a library, as it is to be stored: in an image one that the shell completed begins
+    // with the root's directory, which is not there once the image runs.
+    std::string storedPath(const std::string& given) const;
+
     // How the model is to change files: what the options say, and a line on the terminal while a lock is waited for.
     model::ChangeWay way() const;
 

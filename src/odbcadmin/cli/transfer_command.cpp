@@ -2,7 +2,9 @@
 #include "odbcadmin/cli/commands.h"
 #include "odbcadmin/cli/verb.h"
 #include "odbcadmin/model/data_source_change.h"
+#include "odbcadmin/model/driver_users.h"
 #include "odbcadmin/model/scope_transfer.h"
+#include "odbcadmin/model/text.h"
 
 namespace jx::cli {
 
@@ -37,6 +39,17 @@ std::vector<std::string> remarksOn(const model::Transfer& transfer) {
     return {"its driver " + source->driver + " is not registered for all users: see odbcadmin driver copy --to system"};
 }
 
+// Once a driver is this user's own, other users do not have it.
+std::vector<std::string> remarksOnDriver(const model::Transfer& transfer) {
+    if (transfer.to == Scope::system || transfer.old == Old::keep)
+        return {};
+    for (const model::DriverUsers& each : model::usersOfDriver(transfer.name, Scope::system))
+        if (each.scope == Scope::system)
+            return {"other users have it no longer, and these data sources of " + each.path +
+                    " use it: " + model::joined(each.names)};
+    return {"other users have it no longer; driver copy leaves it to them"};
+}
+
 ExitCode transferDataSource(const Session& session, const Line& line, Old old) {
     const auto to = targetOf(session, line);
     if (!to)
@@ -68,8 +81,9 @@ Verb::Action transferDriver(Old old) {
         if (!to)
             return ExitCode::wrongUse;
         const model::Transfer transfer{line.text("NAME"), line.text("NAME"), *to, old};
+        const std::vector<std::string> remarks = remarksOnDriver(transfer);
         return session.report(model::transferRegistered(model::kDriverKind, transfer, session.way()),
-                              sentence("driver", transfer));
+                              sentence("driver", transfer), remarks);
     };
 }
 

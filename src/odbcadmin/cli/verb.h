@@ -30,6 +30,7 @@ struct Complete {
     static constexpr const char* nothing = "TEXT";
     static constexpr const char* files = "FILE";
     static constexpr const char* directories = "DIR";
+    static constexpr const char* users = "USER";
     static constexpr const char* dsn = "DSN";
     static constexpr const char* driver = "DRIVER";
     static constexpr const char* dsnOrDriver = "NAME";

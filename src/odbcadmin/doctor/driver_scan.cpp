@@ -12,6 +12,7 @@
 #include "odbcadmin/doctor/path_mistakes.h"
 #include "odbcadmin/model/data_folder.h"
 #include "odbcadmin/model/known_driver.h"
+#include "odbcadmin/model/root_directory.h"
 
 namespace jx::doctor {
 
@@ -114,6 +115,12 @@ FoundDriver describe(const fs::path& path, const std::string& setup, Templates& 
     return found;
 }
 
+FoundDriver asInImage(FoundDriver found, const std::string& root) {
+    for (std::string* path : {&found.path, &found.setup})
+        *path = model::pathInImage(root, *path).value_or(*path);
+    return found;
+}
+
 // The directories of libraries below the prefix whose data folder holds the template, in the loader's order.
 std::vector<std::string> librariesBeside(const fs::path& templatePath, const LoaderPlaces& places) {
     const fs::path prefix = templatePath.parent_path().parent_path().parent_path();
@@ -140,8 +147,9 @@ std::string libraryOfTemplate(const std::string& templatePath, const std::string
         return value;
     for (const std::string& directory : librariesBeside(templatePath, places)) {
         std::error_code ignored;
-        if (fs::is_regular_file(directory + value, ignored))
-            return directory + value;
+        const std::optional<std::string> path = model::pathInImage(places.root, directory + value);
+        if (path && fs::is_regular_file(directory + value, ignored))
+            return *path;
     }
     return inDriverDirectories(value, places);
 }
@@ -165,9 +173,10 @@ std::vector<model::Registration> placedDrivers(const model::DriverTemplate& file
     return placed;
 }
 
-std::optional<model::Registered> registeredWith(const model::Configuration& configuration, const std::string& library) {
+std::optional<model::Registered> registeredWith(const model::Configuration& configuration, const std::string& library,
+                                                const std::string& root) {
     for (const model::Registered& each : configuration.drivers())
-        if (each.library && isSameFile(each.library.text, library))
+        if (each.library && isSameFile(root + each.library.text, root + library))
             return each;
     return std::nullopt;
 }
@@ -178,7 +187,9 @@ std::vector<std::string> usualDriverDirectories(const LoaderPlaces& places) {
     std::vector<std::string> roots = places.environment;
     roots.insert(roots.end(), places.defaults.begin(), places.defaults.end());
     roots.insert(roots.end(), {"/usr/local/lib", "/usr/local/lib64"});
-    for (const fs::path& product : entriesOf("/opt")) {
+    for (std::string& each : roots)
+        each.insert(0, places.root);
+    for (const fs::path& product : entriesOf(places.root + "/opt")) {
         roots.insert(roots.end(), {product / "lib", product / "lib64"});
         for (const fs::path& version : entriesOf(product))
             roots.insert(roots.end(), {version / "lib", version / "lib64"});
@@ -192,7 +203,8 @@ std::vector<std::string> usualDriverDirectories(const LoaderPlaces& places) {
 
 std::vector<FoundDriver> scanForDrivers(const std::vector<std::string>& directories,
                                         const std::function<void(const std::string&)>& progress,
-                                        const std::function<void()>& waiting, Candidates candidates) {
+                                        const std::function<void()>& waiting, Candidates candidates,
+                                        const LoaderPlaces& places) {
     ByRealPath libraries;
     for (const std::string& directory : directories) {
         progress("Reading " + directory);
@@ -202,14 +214,13 @@ std::vector<FoundDriver> scanForDrivers(const std::vector<std::string>& director
         std::erase_if(libraries, [](const auto& each) { return !isLikely(each.second); });
     std::vector<FoundDriver> drivers;
     Templates templates;
-    const LoaderPlaces places = loaderPlaces();
     for (const auto& [real, path] : libraries) {
         waiting();
         const LibraryFile file = readLibraryFile(real);
         if (file.isForOtherSystem() || !offers(file, LibraryRole::driver))
             continue;
         const std::string setup = offers(file, LibraryRole::setup) ? path.string() : setupBeside(path);
-        drivers.push_back(describe(path, setup, templates, places));
+        drivers.push_back(asInImage(describe(path, setup, templates, places), places.root));
     }
     std::sort(drivers.begin(), drivers.end(),
               [](const FoundDriver& left, const FoundDriver& right) { return left.path < right.path; });

@@ -19,6 +19,8 @@ struct FoundDriver {
     model::Pairs keys = {};  // that its template has besides
 };
 
+// What these functions find for the places of an image are paths as the image has them.
+
 // The library that a value of a template means: a path stays, a file name is looked for where the prefix of the
 // template has libraries, then where drivers are installed. Empty when there is none.
 std::string libraryOfTemplate(const std::string& templatePath, const std::string& value, const LoaderPlaces& places);
@@ -28,11 +30,12 @@ std::string libraryOfTemplate(const std::string& templatePath, const std::string
 std::vector<model::Registration> placedDrivers(const model::DriverTemplate& file, const LoaderPlaces& places,
                                                std::vector<std::string>& missing);
 
-// The registered driver with that library; nothing when none has it.
-std::optional<model::Registered> registeredWith(const model::Configuration& configuration, const std::string& library);
+// The registered driver with that library; nothing when none has it. root: of the image in which both lie.
+std::optional<model::Registered> registeredWith(const model::Configuration& configuration, const std::string& library,
+                                                const std::string& root = {});
 
 // Where drivers usually lie: the loader's directories, those called "odbc" in them, local ones and those of products
-// below /opt. Only directories that are there.
+// below /opt. Only directories that are there; those of an image as this system has them, since they are read.
 std::vector<std::string> usualDriverDirectories(const LoaderPlaces& places);
 
 // Which libraries are looked into. A directory of the loader holds a thousand and more: those whose name says that they
@@ -45,6 +48,7 @@ enum class Candidates { all, likely };
 std::vector<FoundDriver> scanForDrivers(
     const std::vector<std::string>& directories,
     const std::function<void(const std::string&)>& progress = [](const std::string&) {},
-    const std::function<void()>& waiting = [] {}, Candidates candidates = Candidates::all);
+    const std::function<void()>& waiting = [] {}, Candidates candidates = Candidates::all,
+    const LoaderPlaces& places = loaderPlaces());
 
 }  // namespace jx::doctor

@@ -188,13 +188,18 @@ void dropRelativePathsOfMissing(Findings& findings) {
 
 }  // namespace
 
-Findings checkTexts(const Configuration& configuration) {
-    Findings findings = checkFiles(model::configPlaces(), configuration);
-    append(findings, checkVariables());
+static Findings checkTextsAt(const LintPlaces& places, const Configuration& configuration) {
+    Findings findings = checkFiles(places.files, configuration);
+    if (places.variables == LintPlaces::Variables::seen)
+        append(findings, checkVariables());
     for (const FileKind kind : {FileKind::dataSources, FileKind::drivers})
         for (const model::ConfigFile* file : configuration.files(kind))
             append(findings, checkSyntaxOf(file->path, file->view));
     return findings;
+}
+
+Findings checkTexts(const Configuration& configuration) {
+    return checkTextsAt({}, configuration);
 }
 
 // What the names say, without what only follows from a header that is not closed.
@@ -204,14 +209,14 @@ static void appendNames(Findings& findings, const Findings& names, const Configu
 
 // Files, lines and names.
 static Findings checkAllTexts(const Selection& selection, const Configuration& configuration,
-                              const std::string& systemFolder) {
-    Findings findings = checkTexts(configuration);
-    appendNames(findings, checkNames(selection, configuration, systemFolder), configuration);
+                              const LintPlaces& places) {
+    Findings findings = checkTextsAt(places, configuration);
+    appendNames(findings, checkNames(selection, configuration, places.systemFolder), configuration);
     return findings;
 }
 
-Findings lint(const Configuration& configuration, const std::string& systemFolder) {
-    return checkAllTexts(select(configuration, {}), configuration, systemFolder);
+Findings lint(const Configuration& configuration, const LintPlaces& places) {
+    return checkAllTexts(select(configuration, {}), configuration, places);
 }
 
 Findings lintTexts(const Configuration& configuration, const std::string& systemFolder) {
@@ -266,7 +271,9 @@ Findings checkTemplates(const Configuration& configuration, const ExaminationOpt
 
 Findings examine(const Configuration& configuration, const ExaminationOptions& options) {
     const Selection selection = select(configuration, options.names);
-    Findings findings = checkAllTexts(selection, configuration, options.systemFolder);
+    LintPlaces places;
+    places.systemFolder = options.systemFolder;
+    Findings findings = checkAllTexts(selection, configuration, places);
     append(findings, checkLibraries(selection, configuration, options));
     dropRelativePathsOfMissing(findings);
     for (const DataSource& each : selection.dataSources)

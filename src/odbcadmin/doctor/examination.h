@@ -11,6 +11,7 @@
 
 #include "odbcadmin/doctor/finding.h"
 #include "odbcadmin/doctor/library_checks.h"
+#include "odbcadmin/model/config_places.h"
 #include "odbcadmin/model/configuration.h"
 
 namespace jx::doctor {
@@ -33,8 +34,16 @@ Findings examine(const model::Configuration& configuration, const ExaminationOpt
 // The first two alone.
 Findings checkTexts(const model::Configuration& configuration);
 
+// What lint looks at besides the texts.
+struct LintPlaces {
+    std::vector<model::ConfigPlace> files = model::configPlaces();
+    // Of an image this system's variables say nothing.
+    enum class Variables { seen, ignored } variables = Variables::seen;
+    std::string systemFolder = "/etc";
+};
+
 // The first three alone: nothing is loaded, no library is looked at.
-Findings lint(const model::Configuration& configuration, const std::string& systemFolder = "/etc");
+Findings lint(const model::Configuration& configuration, const LintPlaces& places = {});
 
 // The same of the texts that were read, wherever they came from: lines and names, nothing about the files as such.
 Findings lintTexts(const model::Configuration& configuration, const std::string& systemFolder = "/etc");

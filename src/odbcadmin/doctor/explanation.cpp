@@ -27,7 +27,8 @@ public:
     void dataSource(const model::DataSource& source) {
         subject_ = "data source " + source.name;
         const std::string& path = source.file->path;
-        const std::string ensure = "odbcadmin dsn ensure " + model::shellWord(source.name) + " --driver DRIVER";
+        const std::string ensure =
+            model::commandOn(*source.file) + " dsn ensure " + model::shellWord(source.name) + " --driver DRIVER";
         if (source.listed && source.driver.empty())
             bad("listed", source.listed.where(), "the list names no driver", "Name its driver: " + ensure);
         else if (source.listed)
@@ -51,8 +52,8 @@ public:
             good("listed", driver.listed, driver.listed.text);
         else
             bad("listed", path, "not in [ODBC Drivers]",
-                "List it: odbcadmin driver ensure " + model::shellWord(driver.name) + " --lib " +
-                    (driver.library ? model::shellWord(driver.library.text) : "PATH"));
+                "List it: " + model::commandOn(*driver.file) + " driver ensure " + model::shellWord(driver.name) +
+                    " --lib " + (driver.library ? model::shellWord(driver.library.text) : "PATH"));
         section(driver.header, driver.name, FileKind::drivers);
         hides(driver.hides);
         if (!driver.header)
@@ -119,8 +120,8 @@ private:
         if (found->library && source.library && found->library.text != source.library.text &&
             !rules::sameName(found->name, source.library.text))
             bad("Driver", found->library.where(), "not what the data source has: " + source.library.text,
-                "The data source's path counts. Unless it is meant: odbcadmin dsn ensure " +
-                    model::shellWord(source.name) + " --driver " + model::shellWord(found->name));
+                "The data source's path counts. Unless it is meant: " + model::commandOn(*source.file) +
+                    " dsn ensure " + model::shellWord(source.name) + " --driver " + model::shellWord(found->name));
     }
 
     // A value with a mistake in it names another file than meant; its own step says so.

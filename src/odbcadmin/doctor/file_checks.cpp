@@ -222,6 +222,20 @@ void checkShared(const model::ConfigPlace& place, const Subject& file, const Con
               "Enter what those programs need from it in " + std::string(nameOf(place.kind)) + " of the user.");
 }
 
+// A service's user often has no home directory and needs none where the system's file answers.
+bool needsNoHome(const model::ConfigPlace& place, const Subject& file) {
+    const std::string directory = fs::path(place.path).parent_path().string();
+    const std::string shared = model::systemPath(place.kind);
+    std::error_code ignored;
+    if (isNamedBy(place.variable, place.path) || fs::is_directory(directory, ignored) || !fs::exists(shared, ignored))
+        return false;
+    file.tell(
+        check::kFileMissing,
+        file.name + " is not there, nor is the home directory " + directory + ": only " + shared + " is read.",
+        "Nothing needs to be done; a file of this user's own needs mkdir -p " + model::shellWord(directory) + ".");
+    return true;
+}
+
 }  // namespace
 
 Findings checkFiles(const std::vector<model::ConfigPlace>& places) {
@@ -241,6 +255,8 @@ Findings checkFiles(const std::vector<model::ConfigPlace>& places, const Configu
                                      "Set HOME or " + place.variable + "."));
             continue;
         }
+        if (needsNoHome(place, {place.path, findings}))
+            continue;
         checkVariable(place, findings);
         checkPresent(place.variable, {place.path, findings}, read);
         checkWithoutDot(place, findings);

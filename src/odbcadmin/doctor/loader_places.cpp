@@ -195,6 +195,19 @@ LoaderPlaces loaderPlaces() {
     return places;
 }
 
+LoaderPlaces imagePlaces(const std::string& root) {
+    LoaderPlaces places;
+    places.root = root;
+    const std::string library = libraryWord();
+    // /lib may be a link to /usr/lib, and templates lie below /usr.
+    for (const char* prefix : {"/usr/", "/"}) {
+        places.defaults.push_back(prefix + library);
+        if (library != "lib")
+            places.defaults.push_back(std::string(prefix) + "lib");
+    }
+    return places;
+}
+
 LookUp lookUp(const std::string& name, const Requester* requester, const LoaderPlaces& places) {
     LookUp result;
     Search search(name, result);

@@ -23,10 +23,14 @@ struct LoaderPlaces {
     std::vector<std::string> environment;  // LD_LIBRARY_PATH; an empty element is the current directory
     LoaderCache cache;
     std::vector<std::string> defaults;
+    std::string root = {};  // of an image, below which all that is found lies; its own paths do not show it
 };
 
 // Those of this process, now.
 LoaderPlaces loaderPlaces();
+
+// Those of the system whose root directory this is: its default directories, since only its own loader reads the rest.
+LoaderPlaces imagePlaces(const std::string& root);
 
 // A library and the chain of libraries that asked for it, down to the one that a program opened.
 struct Requester {

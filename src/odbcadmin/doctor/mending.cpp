@@ -12,6 +12,7 @@
 #include "odbcadmin/doctor/checks.h"
 #include "odbcadmin/doctor/driver_scan.h"
 #include "odbcadmin/doctor/path_mistakes.h"
+#include "odbcadmin/model/root_directory.h"
 #include "odbcadmin/model/text.h"
 #include "rules/names.h"
 #include "rules/sections.h"
@@ -114,11 +115,11 @@ private:
 }  // namespace
 
 MovedLibraries::MovedLibraries(const model::Configuration& configuration, const LoaderPlaces& places)
-    : directories_(usualDriverDirectories(places)) {
+    : root_(places.root), directories_(usualDriverDirectories(places)) {
     for (const model::Registered& driver : configuration.drivers())
         for (const model::Located* library : {&driver.library, &driver.setup})
             if (library->text.starts_with('/'))
-                directories_.push_back(fs::path(library->text).parent_path().string());
+                directories_.push_back(root_ + fs::path(library->text).parent_path().string());
     for (const model::DataSource& source : configuration.dataSources())
         if (const auto driver = source.listed ? configuration.driver(source.driver) : std::nullopt)
             ofDataSources_[rules::foldedName(source.name)] = driver->library.text;
@@ -126,14 +127,14 @@ MovedLibraries::MovedLibraries(const model::Configuration& configuration, const 
 
 std::string MovedLibraries::placeOf(const std::string& path, const std::string& dataSource) const {
     const auto driver = ofDataSources_.find(rules::foldedName(dataSource));
-    if (driver == ofDataSources_.end() || !path.starts_with('/') || !leadsToNothing(path))
+    if (driver == ofDataSources_.end() || !path.starts_with('/') || !leadsToNothing(root_ + path))
         return placeOf(path);
     const std::string& library = driver->second;
-    return library.starts_with('/') && !leadsToNothing(library) ? library : placeOf(path);
+    return library.starts_with('/') && !leadsToNothing(root_ + library) ? library : placeOf(path);
 }
 
 std::string MovedLibraries::placeOf(const std::string& path) const {
-    if (!path.starts_with('/') || path.ends_with('/') || !leadsToNothing(path))
+    if (!path.starts_with('/') || path.ends_with('/') || !leadsToNothing(root_ + path))
         return {};
     std::string found;
     fs::path real;
@@ -149,7 +150,7 @@ std::string MovedLibraries::placeOf(const std::string& path) const {
             found = candidate.string();
         real = resolved;
     }
-    return found;
+    return model::pathInImage(root_, found).value_or("");
 }
 
 Mending mend(std::string_view text, Holds holds, const MovedLibraries& libraries) {

@@ -33,6 +33,7 @@ public:
     std::string placeOf(const std::string& path, const std::string& dataSource) const;
 
 private:
+    std::string root_;  // of an image, or none; the directories lie below it
     std::vector<std::string> directories_;
     std::map<std::string, std::string> ofDataSources_;  // by folded name: the library of its driver
 };

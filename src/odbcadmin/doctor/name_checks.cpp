@@ -30,12 +30,12 @@ void checkName(const Located& where, const std::string& name, const Subject& sub
         subject.tell(check::kForbiddenCharacter,
                      where.where() + ": the name holds \"" + name[at] +
                          "\", which the standard forbids in names of data sources.",
-                     "Rename it: odbcadmin dsn rename " + model::shellWord(name) + " NEW");
+                     "Rename it: " + model::commandOn(*where.file) + " dsn rename " + model::shellWord(name) + " NEW");
     if (name.size() > kRules.longest)
         subject.tell(check::kTooLong,
                      where.where() + ": the name has " + std::to_string(name.size()) + " bytes; the standard allows " +
                          std::to_string(kRules.longest) + ".",
-                     "Rename it: odbcadmin dsn rename " + model::shellWord(name) + " NEW");
+                     "Rename it: " + model::commandOn(*where.file) + " dsn rename " + model::shellWord(name) + " NEW");
     if (rules::isReservedSection(name))
         subject.tell(check::kReserved,
                      where.where() + ": the section " + bracketed(name) + " has a meaning of its own.",
@@ -44,13 +44,13 @@ void checkName(const Located& where, const std::string& name, const Subject& sub
 
 // "odbcadmin dsn ensure Sales --driver Small": lists a data source and gives it its driver's library.
 std::string ensureCommand(const DataSource& source, const std::string& driver) {
-    return "odbcadmin dsn ensure " + model::shellWord(source.name) + " --driver " +
+    return model::commandOn(*source.file) + " dsn ensure " + model::shellWord(source.name) + " --driver " +
            (driver.empty() ? "DRIVER" : model::shellWord(driver));
 }
 
 // "odbcadmin driver ensure Small --lib /opt/libsmall.so": the same for what is registered.
 std::string ensureCommand(const Registered& entry, const model::RegisteredKind& kind) {
-    return std::string("odbcadmin ") + kind.word + " ensure " + model::shellWord(entry.name) + " --lib " +
+    return model::commandOn(*entry.file) + " " + kind.word + " ensure " + model::shellWord(entry.name) + " --lib " +
            (entry.library ? model::shellWord(entry.library.text) : "PATH");
 }
 
@@ -71,7 +71,7 @@ void checkRegisteredName(const Registered& entry, const model::RegisteredKind& k
     const Check& what = why == rules::kNewDriver.whyTooLong    ? check::kTooLong
                         : rules::isReservedSection(entry.name) ? check::kReserved
                                                                : check::kForbiddenCharacter;
-    const std::string command = std::string("odbcadmin ") + kind.word;
+    const std::string command = model::commandOn(*entry.file) + " " + kind.word;
     subject.tell(what,
                  (entry.listed ? entry.listed : entry.header).where() + ": a new " + kind.word +
                      " cannot have this name: " + why + ".",
@@ -167,13 +167,13 @@ void checkDriverValue(const DataSource& source, const Configuration& configurati
 
 void checkSection(const DataSource& source, const Configuration& configuration, const Subject& subject) {
     if (!source.header)
-        return subject.tell(
-            check::kNoSection,
-            source.listed.where() + " lists it, and " + source.file->path + " has no section " +
-                bracketed(source.name) + ".",
-            model::adviceFor(source.name, configuration.sectionNames(model::FileKind::dataSources),
-                             "Add the section: " + ensureCommand(source, source.driver) +
-                                 ", or take it off the list: odbcadmin dsn remove " + model::shellWord(source.name)));
+        return subject.tell(check::kNoSection,
+                            source.listed.where() + " lists it, and " + source.file->path + " has no section " +
+                                bracketed(source.name) + ".",
+                            model::adviceFor(source.name, configuration.sectionNames(model::FileKind::dataSources),
+                                             "Add the section: " + ensureCommand(source, source.driver) +
+                                                 ", or take it off the list: " + model::commandOn(*source.file) +
+                                                 " dsn remove " + model::shellWord(source.name)));
     checkListed(source, configuration, subject);
     checkValues(source, subject);
     if (source.library)
@@ -189,8 +189,9 @@ void checkLists(const Registered& entry, const model::RegisteredKind& kind, cons
         subject.tell(check::kNoSection,
                      entry.listed.where() + " lists it, and there is no section " + bracketed(entry.name) + ".",
                      model::adviceFor(entry.name, configuration.sectionNames(model::FileKind::drivers),
-                                      "Add it anew: " + ensureCommand(entry, kind) + ", or take it off the list: " +
-                                          "odbcadmin " + kind.word + " remove " + model::shellWord(entry.name)));
+                                      "Add it anew: " + ensureCommand(entry, kind) +
+                                          ", or take it off the list: " + model::commandOn(*entry.file) + " " +
+                                          kind.word + " remove " + model::shellWord(entry.name)));
     else if (!entry.listed)
         subject.tell(check::kNotListed,
                      entry.header.where() + " has its section, and " + bracketed(kind.list) +

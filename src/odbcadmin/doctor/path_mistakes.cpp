@@ -111,7 +111,7 @@ std::string inDriverDirectories(const std::string& name, const LoaderPlaces& pla
     for (const char* below : {"odbc", ""})
         for (const std::string& directory : places.defaults) {
             const std::filesystem::path path = std::filesystem::path(directory) / below / name;
-            if (isFile(path))
+            if (isFile(places.root + path.string()))
                 return path.string();
         }
     return {};

@@ -57,8 +57,8 @@ bool tellWhatShows(const DataSource& source, const Referring& each, const Subjec
                      each.kind == Reference::file ? "Give the full path." : "Correct the name.");
     else if (source.section->find(each.key) != nullptr)
         subject.tell(check::kReferenceHidden, fact + " is not followed: " + each.key + " itself is there and wins.",
-                     "Remove one of them: odbcadmin dsn unset " + model::shellWord(source.name) + " " +
-                         model::shellWord(each.key));
+                     "Remove one of them: " + model::commandOn(*source.file) + " dsn unset " +
+                         model::shellWord(source.name) + " " + model::shellWord(each.key));
     else
         return false;
     return true;

@@ -31,6 +31,10 @@ ConfigFile readConfigFile(FileKind kind, Scope scope) {
     return file;
 }
 
+std::string commandOn(const ConfigFile& file) {
+    return file.scope == Scope::system ? "odbcadmin --system" : "odbcadmin";
+}
+
 const char* nameOf(FileKind kind) {
     return kind == FileKind::dataSources ? rules::kDataSourceFile : rules::kDriverFile;
 }

@@ -34,6 +34,9 @@ struct ConfigFile {
 // Reads one of the four files.
 ConfigFile readConfigFile(FileKind kind, Scope scope = Scope::user);
 
+// How a command begins that changes this file: "odbcadmin", for the system's "odbcadmin --system".
+std::string commandOn(const ConfigFile& file);
+
 // ".odbc.ini" or ".odbcinst.ini", by which the store knows the user's file of that kind and FileChange that of any
 // scope.
 const char* nameOf(FileKind kind);

@@ -42,9 +42,8 @@ bool isOpenToAll(const std::string& path) {
     return (mask & S_IROTH) == 0;
 }
 
-// What stands behind a key with a suffix is the place of a secret: a file, a variable, a credential.
 bool isSecret(const std::string& key, const std::string& value) {
-    return key.find('@') == std::string::npos && rules::masked(key, value) != value;
+    return rules::masked(key, value) != value;
 }
 
 // A file that is written gets another one; 0 without a file.

@@ -136,7 +136,8 @@ ChangeResult renameInDrivers(const Registered& entry, const RegisteredKind& kind
     return change.finish();
 }
 
-ChangeResult renameInDataSources(const std::string& from, const std::string& to, const ChangeWay& way) {
+ChangeResult renameInDataSources(const std::string& from, const std::string& to, Scope scope, ChangeWay way) {
+    way.scope = scope;
     FileChange change(rules::kDataSourceFile, way);
     for (const IniSection& section : change.before().sections()) {
         const bool isList = rules::sameName(section.name, rules::kDataSourceList);
@@ -242,7 +243,7 @@ ChangeResult unsetRegisteredKeys(const Configuration& configuration, const Regis
 }
 
 ChangeResult renameRegistered(const Configuration& configuration, const RegisteredKind& kind, const std::string& from,
-                              const std::string& to, const ChangeWay& way) {
+                              const std::string& to, const std::vector<Scope>& sources, const ChangeWay& way) {
     if (Reason reason = whyNotThere(configuration, kind, from))
         return {std::move(reason)};
     if (Reason reason = whyNameRefused(kind, to, rules::kNewDriver))
@@ -252,8 +253,9 @@ ChangeResult renameRegistered(const Configuration& configuration, const Register
         return {};
     const auto renameAll = [&] {
         ChangeResult result = renameInDrivers(entry, kind, to, way);
-        if (result.isDone() && isDriver(kind))
-            result.add(renameInDataSources(entry.name, to, way));
+        for (const Scope scope : sources)
+            if (result.isDone() && isDriver(kind))
+                result.add(renameInDataSources(entry.name, to, scope, way));
         return result;
     };
     return asOneChange(way, renameAll);

@@ -54,10 +54,10 @@ ChangeResult unsetRegisteredKeys(const Configuration& configuration, const Regis
                                  const std::string& name, const std::vector<std::string>& keys, const ChangeWay& way);
 
 // Gives it another name, which may differ in capitals only. Comments inside its section are lost. Data sources that
-// name the driver follow, listed ones and those that name it in their section, and so does the default one; both files
-// are written as one change.
+// name the driver follow in the files of the scopes given, listed ones and those that name it in their section, and so
+// does the default one; all files are written as one change. usersOfDriver tells which scopes have any.
 ChangeResult renameRegistered(const Configuration& configuration, const RegisteredKind& kind, const std::string& from,
-                              const std::string& to, const ChangeWay& way);
+                              const std::string& to, const std::vector<Scope>& sources, const ChangeWay& way);
 
 // Why nothing of that kind can be called so, unless it is called so already.
 Reason whyNoRegisteredName(const Configuration& configuration, const RegisteredKind& kind, const std::string& name);

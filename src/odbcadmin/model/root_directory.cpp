@@ -59,4 +59,15 @@ Reason enterRoot(const std::string& directory) {
     return {};
 }
 
+std::optional<std::string> pathInImage(const std::string& root, const std::string& path) {
+    if (root.empty())
+        return path;
+    std::error_code ignored;
+    const fs::path normal = fs::path(path).lexically_normal();
+    for (const fs::path& each : {fs::path(root).lexically_normal(), fs::canonical(root, ignored)})
+        if (const fs::path relative = normal.lexically_relative(each); !each.empty() && liesIn(normal, each))
+            return relative == "." ? "/" : "/" + relative.string();
+    return std::nullopt;
+}
+
 }  // namespace jx::model

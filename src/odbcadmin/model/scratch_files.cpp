@@ -1,4 +1,4 @@
-// Copying the files, letting the library see the copies, comparing.
+// Copying the files, letting the library see the copies, writing what became of them.
 #include "odbcadmin/model/scratch_files.h"
 
 #include <sys/stat.h>
@@ -33,11 +33,11 @@ void removeAndEnd(int number) {
     ::raise(number);
 }
 
-void keepForHandler(const std::string& directory, const std::vector<ConfigFile>& files) {
+void keepForHandler(const std::string& directory) {
     std::vector<std::string> paths{directory};
-    for (const ConfigFile& file : files)
+    for (const FileKind kind : {FileKind::drivers, FileKind::dataSources})
         for (const char* suffix : {"", ".jxlock"})
-            paths.push_back(directory + "/" + file.name + suffix);
+            paths.push_back(directory + "/" + nameOf(kind) + suffix);
     for (std::size_t i = 0; i < paths.size() && i < kMostPaths; ++i)
         std::snprintf(leftPaths[i], PATH_MAX, "%s", paths[i].c_str());
     for (const int number : kEnds)
@@ -59,14 +59,7 @@ std::filesystem::path placeForCopies(std::error_code& error) {
 
 }  // namespace
 
-ScratchFiles::ScratchFiles(const ChangeWay& way) : way_(way) {
-    files_.push_back(readConfigFile(FileKind::drivers));
-    files_.push_back(readConfigFile(FileKind::dataSources));
-    if (way.writing == ChangeWay::Writing::never)
-        copyAll();
-}
-
-void ScratchFiles::copyAll() {
+ScratchFiles::ScratchFiles(std::vector<Original> originals) : originals_(std::move(originals)) {
     std::error_code error;
     std::string made = (placeForCopies(error) / "odbcadmin-XXXXXX").string();
     if (!error && mkdtemp(made.data()) == nullptr)
@@ -77,36 +70,40 @@ void ScratchFiles::copyAll() {
         return;
     }
     directory_ = made;
-    keepForHandler(directory_, files_);
-    for (const ConfigFile& file : files_) {
-        const std::string copyPath = directory_ + "/" + file.name;
-        if (!copy(file, copyPath)) {
-            trouble_ = {Reason::Kind::fileTrouble, "Cannot write " + copyPath, "Make room for temporary files."};
+    keepForHandler(directory_);
+    for (const Original& original : originals_) {
+        if (!copy(original)) {
+            trouble_ = {Reason::Kind::fileTrouble, "Cannot write " + pathOf(original.kind),
+                        "Make room for temporary files."};
             return;
         }
-        const char* variable = variableOf(file.kind);
+        const char* variable = variableOf(original.kind);
         if (const char* old = std::getenv(variable))
             oldVariables_.emplace_back(variable, old);
-        setenv(variable, copyPath.c_str(), 1);
+        setenv(variable, pathOf(original.kind).c_str(), 1);
     }
 }
 
-bool ScratchFiles::copy(const ConfigFile& file, const std::string& path) {
-    if (file.state == ConfigFile::State::absent)
+std::string ScratchFiles::pathOf(FileKind kind) const {
+    return directory_ + "/" + nameOf(kind);
+}
+
+bool ScratchFiles::copy(const Original& original) const {
+    if (original.text.empty())
         return true;
     // They may hold passwords.
     const mode_t before = ::umask(S_IRWXG | S_IRWXO);
-    std::ofstream out(path, std::ios::binary);
+    std::ofstream out(pathOf(original.kind), std::ios::binary);
     ::umask(before);
-    out << file.view.bytes() << std::flush;
+    out << original.text << std::flush;
     return out.good();
 }
 
 ScratchFiles::~ScratchFiles() {
     if (directory_.empty())
         return;
-    for (const ConfigFile& file : files_)
-        unsetenv(variableOf(file.kind));
+    for (const Original& original : originals_)
+        unsetenv(variableOf(original.kind));
     for (const auto& [name, value] : oldVariables_)
         setenv(name.c_str(), value.c_str(), 1);
     std::error_code ignored;
@@ -114,17 +111,49 @@ ScratchFiles::~ScratchFiles() {
     forgetHandler();
 }
 
-ChangeResult ScratchFiles::changes() const {
-    ChangeResult result;
-    for (const ConfigFile& file : files_) {
-        const ConfigFile now = readConfigFile(file.kind);
-        if (now.view.bytes() == file.view.bytes())
-            continue;
-        result.files.push_back({file.path, {}});
-        if (way_.writing == ChangeWay::Writing::never)
-            result.files.back().difference = differenceOf(file.path, file.view.bytes(), now.view.bytes(), way_.secrets);
+void ScratchFiles::takeInto(FileChange& change, FileKind kind) const {
+    if (const std::optional<IniView> copy = IniView::read(pathOf(kind)))
+        change.replace(copy->bytes());
+    else
+        change.fail(lastFailure());
+}
+
+std::string ScratchFiles::inWordsOfOriginals(std::string sentence) const {
+    for (const Original& original : originals_) {
+        const std::string copy = pathOf(original.kind);
+        for (std::size_t at = sentence.find(copy); at != std::string::npos;
+             at = sentence.find(copy, at + original.path.size()))
+            sentence.replace(at, copy.size(), original.path);
     }
-    return result;
+    return sentence;
+}
+
+// Not as one change: that would keep back the writes of the libraries, too.
+ChangeResult changeByCopies(const ChangeWay& way, const std::function<void(const ScratchFiles& copies)>& work) {
+    const std::string driversPath = pathOf(nameOf(FileKind::drivers), way.scope);
+    const std::string sourcesPath = pathOf(nameOf(FileKind::dataSources), way.scope);
+    std::error_code ignored;
+    if (driversPath == sourcesPath || std::filesystem::equivalent(driversPath, sourcesPath, ignored))
+        return {{Reason::Kind::refused, "Drivers and data sources have the same file here: " + driversPath,
+                 "odbcadmin paths shows which variable makes it so."}};
+    FileChange drivers(nameOf(FileKind::drivers), way);
+    FileChange sources(nameOf(FileKind::dataSources), way);
+    for (const FileChange* change : {&drivers, &sources})
+        if (change->reason())
+            return {change->reason()};
+    {
+        const ScratchFiles copies({{FileKind::drivers, driversPath, std::string(drivers.before().bytes())},
+                                   {FileKind::dataSources, sourcesPath, std::string(sources.before().bytes())}});
+        if (copies.trouble())
+            return {copies.trouble()};
+        work(copies);
+        copies.takeInto(drivers, FileKind::drivers);
+        copies.takeInto(sources, FileKind::dataSources);
+    }
+    if (sources.reason())
+        return {sources.reason()};
+    ChangeResult result = drivers.finish();
+    return result.isDone() ? result.add(sources.finish()) : result;
 }
 
 }  // namespace jx::model

@@ -1,4 +1,5 @@
 // What the shells are offered, and their scripts.
+#include <filesystem>
 #include <optional>
 
 #include "../terminal/pty.h"
@@ -47,6 +48,17 @@ TEST_F(Completion, OffersNamesFromTheFiles) {
     EXPECT_EQ(offered({"--home", ""}), ":DIR");
     EXPECT_EQ(offered({"--home", "/", "dsn", "show", ""}), "");
     EXPECT_EQ(offered({"dsn", "show", "--", ""}), "Sales|Accounts");
+}
+
+TEST_F(Completion, OffersNamesOfTheScopeThatIsAskedFor) {
+    home_.putSystem("odbc.ini", "[Stock]\nDriver=Wide\nPort=1\n");
+    home_.putSystem("odbcinst.ini", "[Wide]\nDriver=/opt/libwide.so\n");
+    EXPECT_EQ(offered({"dsn", "show", ""}), "Sales|Accounts|Stock");
+    EXPECT_EQ(offered({"--system", "dsn", "show", ""}), "Stock");
+    EXPECT_EQ(offered({"dsn", "show", "--user", ""}), "Sales|Accounts");
+    EXPECT_EQ(offered({"dsn", "unset", "--system", "Stock", ""}), "Driver|Port");
+    EXPECT_EQ(offered({"--system", "driver", "show", ""}), "Wide");
+    EXPECT_EQ(offered({"config", "get", "--system", ".odbcinst.ini", ""}), "Wide");
 }
 
 TEST_F(Completion, OffersWhatStandsInTheFileNamed) {
@@ -168,6 +180,17 @@ TEST_F(InBash, ATabCompletesOptionsAndTheirValues) {
               "odbcadmin driver add X --lib " + home_.file(".odbcinst.ini") + " ");
 }
 
+TEST_F(InBash, ATabCompletesNamesOfUsers) {
+    EXPECT_EQ(completed("odbcadmin doctor --as-user nobod"), "odbcadmin doctor --as-user nobody ");
+    EXPECT_EQ(completed("odbcadmin doctor --as-user=nobod"), "odbcadmin doctor --as-user=nobody ");
+    EXPECT_EQ(completed("odbcadmin doctor Sales --as-user no-such-us"), "odbcadmin doctor Sales --as-user no-such-us");
+    EXPECT_EQ(completed("odbcadmin --owner nobod"), "odbcadmin --owner nobody ");
+    // A directory of that name is none.
+    std::filesystem::create_directory(home_.file("nobody.d"));
+    EXPECT_EQ(completed("odbcadmin doctor --as-user " + home_.file("nob")),
+              "odbcadmin doctor --as-user " + home_.file("nob"));
+}
+
 TEST_F(InBash, NoBlankFollowsAKeyThatTakesAValue) {
     EXPECT_EQ(completed("odbcadmin dsn set Sales Po"), "odbcadmin dsn set Sales Port=");
     EXPECT_EQ(completed("odbcadmin dsn set Sales Server=b Po"), "odbcadmin dsn set Sales Server=b Port=");
@@ -186,8 +209,10 @@ TEST_F(Completion, FishOffers) {
         {"-N", "-c",
          "set -x PATH " + shellQuoted(folder) + " $PATH\nsource " + shellQuoted(JX_COMPLETIONS "/odbcadmin.fish") +
              "\ncomplete -C 'odbcadmin dsn show S'\ncomplete -C 'odbcadmin dsn add X --driver=P'\n"
-             "complete -C 'odbcadmin dsn set Sales S'"});
-    EXPECT_EQ(result.out, "Sales\tPlain\n--driver=Plain\t/opt/libplain.so\nServer=\n") << result.err;
+             "complete -C 'odbcadmin dsn set Sales S'\ncomplete -C 'odbcadmin doctor --as-user nobod' | cut -f1\n"
+             "complete -C 'odbcadmin doctor --as-user=nobod' | cut -f1"});
+    EXPECT_EQ(result.out, "Sales\tPlain\n--driver=Plain\t/opt/libplain.so\nServer=\nnobody\n--as-user=nobody\n")
+        << result.err;
 }
 
 // zsh completes only at a terminal: what is tested is that it reads the function.

@@ -1,7 +1,11 @@
 // install: what a script enters, what a preview shows, what is refused.
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <filesystem>
 
 #include "admin_test.h"
+#include "installed_copy.h"
 
 namespace jx::test {
 namespace {
@@ -75,6 +79,49 @@ TEST_F(Install, APreviewWritesNothingAndShowsBothFiles) {
     EXPECT_EQ(drivers(), kDrivers);
 }
 
+TEST_F(Install, ForAllUsersItEntersIntoTheSystemsFilesOnly) {
+    home_.putSystem("odbcinst.ini", "; shared\n");
+    const std::string shown = out({"install", script_, "Small", "--system", "-n"});
+    EXPECT_NE(shown.find("--- " + home_.systemFile("odbcinst.ini") + "\n"), std::string::npos) << shown;
+    EXPECT_NE(shown.find("\n--- " + home_.systemFile("odbc.ini") + "\n"), std::string::npos) << shown;
+    EXPECT_EQ(run({"install", script_, "Small", "--system", "--check"}).code, 9);
+    EXPECT_EQ(home_.systemText("odbc.ini"), "(absent)");
+    const mode_t mask = umask(S_IWGRP | S_IWOTH);
+    const auto object = json({"install", script_, "Small", "--system"});
+    umask(mask);
+    EXPECT_EQ(object["files"].dump(),
+              "[\"" + home_.systemFile("odbcinst.ini") + "\",\"" + home_.systemFile("odbc.ini") + "\"]");
+    EXPECT_EQ(object["drivers"][0]["name"], "Small");
+    EXPECT_EQ(object["dataSources"][0]["name"], "Notes");
+    EXPECT_EQ(home_.systemText("odbc.ini"),
+              "[ODBC Data Sources]\nNotes=Small\n\n[Notes]\nDriver=" + home_.file("libsmall.so") + "\n");
+    EXPECT_EQ(home_.systemText("odbcinst.ini").substr(0, 25), "; shared\n\n[ODBC Drivers]\n");
+    EXPECT_EQ(std::filesystem::status(home_.systemFile("odbc.ini")).permissions(), std::filesystem::perms(0644));
+    EXPECT_EQ(out({"install", script_, "Small", "--system", "-q"}), "");
+    EXPECT_EQ(sources(), kSources);
+    EXPECT_EQ(drivers(), kDrivers);
+}
+
+// The sentence with sudo needs a user who has less rights than the tests may have.
+TEST_F(Install, WithoutTheRightTheSystemsCommandIsGivenWithSudo) {
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can run a program as another user";
+    const InstalledCopy copy;  // the build may lie where nobody else may go
+    const std::string program = copy.file("bin/odbcadmin");
+    std::filesystem::permissions(home_.path(), std::filesystem::perms::all);
+    std::filesystem::permissions(script_, std::filesystem::perms(0644));
+    home_.putSystem("odbc.ini", "");
+    const ProgramResult result = runProgram("/usr/bin/setpriv", {"--reuid=65534", "--regid=65534", "--clear-groups",
+                                                                 program, "install", script_, "Small", "--system"});
+    EXPECT_EQ(result.code, 7);
+    EXPECT_EQ(result.out, "");
+    EXPECT_NE(result.err.find("  Run it with the right to: sudo ODBCSYSINI=" + home_.systemPath() + " " + program +
+                              " install " + script_ + " Small --system\n"),
+              std::string::npos)
+        << result.err;
+    EXPECT_EQ(home_.systemText("odbc.ini"), "");
+}
+
 TEST_F(Install, ADriverThatDoesNotGetInIsAFailure) {
     const ProgramResult result = run({"install", script_});
     EXPECT_EQ(result.code, 1);
@@ -89,26 +136,22 @@ TEST_F(Install, ADriverThatDoesNotGetInIsAFailure) {
     EXPECT_EQ(nlohmann::ordered_json::parse(asJson.out)["missing"][0]["what"], "driver Empty");
 }
 
-// A file that cannot be written keeps what it had: the old library must not pass for the new one.
-TEST_F(Install, AFileThatCannotBeWrittenIsTheReasonForWhatIsMissing) {
-    out({"install", script_, "Small", "--from", "/", "-q"});
-    const std::string before = drivers();
-    std::filesystem::create_directory(home_.file(".odbcinst.ini.jxlock"));
-    const ProgramResult result = run({"install", script_, "Small"});
-    EXPECT_EQ(result.code, 1);
-    EXPECT_EQ(result.out.find("unchanged: nothing to do"), std::string::npos);
-    EXPECT_NE(result.err.find("driver Small (Cannot "), std::string::npos) << result.err;
-    EXPECT_NE(result.err.find(".odbcinst.ini"), std::string::npos);
-    EXPECT_EQ(drivers(), before);
+TEST_F(Install, AFileThatCannotBeWrittenIsTheReasonAndNothingIsEntered) {
+    for (const char* file : {".odbcinst.ini", ".odbc.ini"}) {
+        SCOPED_TRACE(file);
+        std::filesystem::create_directory(home_.file(std::string(file) + ".jxlock"));
+        const ProgramResult result = run({"install", script_, "Small"});
+        EXPECT_EQ(result.code, 7);
+        EXPECT_EQ(result.out, "");
+        EXPECT_NE(result.err.find(std::string("Cannot ")), std::string::npos) << result.err;
+        EXPECT_NE(result.err.find(file), std::string::npos) << result.err;
+        std::filesystem::remove(home_.file(std::string(file) + ".jxlock"));
+    }
+    EXPECT_EQ(drivers(), kDrivers);
+    EXPECT_EQ(sources(), kSources);
 }
 
-TEST_F(Install, DataSourcesAndTranslatorsThatWereNotEnteredAreNamed) {
-    std::filesystem::create_directory(home_.file(".odbc.ini.jxlock"));
-    const ProgramResult noNotes = run({"install", script_, "Small"});
-    EXPECT_EQ(noNotes.code, 1);
-    for (const char* part : {": driver Small (Cannot ", "; data source Notes (Cannot "})
-        EXPECT_NE(noNotes.err.find(part), std::string::npos) << noNotes.err;
-    std::filesystem::remove(home_.file(".odbc.ini.jxlock"));
+TEST_F(Install, TranslatorsThatWereNotEnteredAreNamed) {
     std::string list = "[ODBC Translators]\n";
     std::string sections;
     for (int i = 100; i < 160; ++i) {

@@ -5,6 +5,8 @@
 #include <filesystem>
 
 #include "doctor_fixture.h"
+#include "odbcadmin/doctor/examination.h"
+#include "odbcadmin/doctor/reference_checks.h"
 
 namespace jx::doctor::test {
 namespace {
@@ -111,6 +113,28 @@ TEST_F(ScopeChecks, AListEntryWithoutASectionIsAnotherCheck) {
     home_.putSystem("odbcinst.ini", "");
     home_.put(".odbcinst.ini", kDrivers);
     EXPECT_EQ(told(), "");
+}
+
+// Without the option the advice would be refused, or change the user's file.
+TEST_F(ScopeChecks, WhatIsAdvisedForTheSystemsFilesIsSaidWithSystem) {
+    home_.putSystem("odbc.ini",
+                    "[ODBC Data Sources]\nA=D\nGone=D\nB?d=D\n[A]\nDriver=/d.so\nPWD=x\nPWD@env=Y\n"
+                    "[B?d]\nDriver=/d.so\n[Unlisted]\nDriver=/d.so\n[Empty]\nDriver=\n");
+    home_.putSystem("odbcinst.ini", "[ODBC Drivers]\nNone=Installed\n[D]\nDriver=/d.so\n[E=]\nDriver=/d.so\n");
+    const Configuration configuration = Configuration::read(Scopes());
+    Findings findings = lint(configuration, {{}, LintPlaces::Variables::ignored});
+    const Findings references = checkReferences(*configuration.dataSource("A"), configuration, LoaderPlaces());
+    findings.insert(findings.end(), references.begin(), references.end());
+    int commands = 0;
+    for (const Finding& each : findings)
+        for (const char* verb : {" rename ", " ensure ", " remove ", " unset "})
+            if (const std::size_t at = each.advice.find(verb); at != std::string::npos) {
+                EXPECT_EQ(each.advice.find("odbcadmin dsn"), std::string::npos) << each.advice;
+                EXPECT_EQ(each.advice.find("odbcadmin driver"), std::string::npos) << each.advice;
+                EXPECT_NE(each.advice.find("odbcadmin --system d"), std::string::npos) << each.advice;
+                ++commands;
+            }
+    EXPECT_GE(commands, 8);
 }
 
 TEST_F(ScopeChecks, VariablesThatMoveFilesAreTold) {

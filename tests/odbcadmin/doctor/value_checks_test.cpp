@@ -21,7 +21,8 @@ protected:
     std::string told(const std::string& lines) {
         home_.put(".odbc.ini", "[ODBC Data Sources]\nA=D\n[A]\nDriver=/l/d.so\n" + lines);
         home_.put(".odbcinst.ini", "[ODBC Drivers]\nD=Installed\n[D]\nDriver=/l/d.so\nSetup=/l/s.so\n");
-        Findings findings = lint(model::Configuration::read(), home_.file("etc"));
+        Findings findings =
+            lint(model::Configuration::read(), {model::configPlaces(), LintPlaces::Variables::seen, home_.file("etc")});
         std::erase_if(findings, [](const Finding& each) { return !each.id.starts_with("values."); });
         return home_.dump(findings);
     }

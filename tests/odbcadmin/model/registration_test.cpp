@@ -154,9 +154,10 @@ TEST_F(RegistrationTest, WhatIsGoneMeanwhileIsNotMadeAnew) {
     const Configuration configuration = Configuration::read();
     home_.put(".odbcinst.ini", "[ODBC Drivers]\n");
     const ChangeWay way;
-    for (const ChangeResult& result : {setRegisteredKeys(configuration, kDriverKind, "Plain", {{"a", "b"}}, way),
-                                       unsetRegisteredKeys(configuration, kDriverKind, "Plain", {"FileUsage"}, way),
-                                       renameRegistered(configuration, kDriverKind, "Plain", "Other", way)}) {
+    for (const ChangeResult& result :
+         {setRegisteredKeys(configuration, kDriverKind, "Plain", {{"a", "b"}}, way),
+          unsetRegisteredKeys(configuration, kDriverKind, "Plain", {"FileUsage"}, way),
+          renameRegistered(configuration, kDriverKind, "Plain", "Other", {Scope::user}, way)}) {
         EXPECT_EQ(result.reason.kind, Reason::Kind::notFound);
         EXPECT_TRUE(result.files.empty());
     }

@@ -67,5 +67,32 @@ TEST_F(RootDirectoryTest, LinksThatLeadOutOfItAreRefused) {
     }
 }
 
+TEST_F(RootDirectoryTest, APathBelowTheRootIsTheImagesOwn) {
+    const std::string root = home_.file("image");
+    std::filesystem::create_directories(root);
+    std::filesystem::create_directory_symlink(root, home_.file("link"));
+    struct Row {
+        std::string root, path;
+        std::optional<std::string> expected;
+    };
+    const Row rows[] = {
+        {root, root + "/opt/libx.so", "/opt/libx.so"},
+        {root + "/", root + "/opt/../usr/libx.so", "/usr/libx.so"},
+        {home_.file("link"), root + "/libx.so", "/libx.so"},
+        {home_.file("link"), home_.file("link/libx.so"), "/libx.so"},
+        {root, root, "/"},
+        {"/", "/opt/libx.so", "/opt/libx.so"},
+        {"", "/opt/libx.so", "/opt/libx.so"},
+        {root, root + "x/libx.so", std::nullopt},
+        {root, root + "/../libx.so", std::nullopt},
+        {root, "/opt/libx.so", std::nullopt},
+        {root, "libx.so", std::nullopt},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.root + " " + row.path);
+        EXPECT_EQ(pathInImage(row.root, row.path), row.expected);
+    }
+}
+
 }  // namespace
 }  // namespace jx::model::test

@@ -117,5 +117,23 @@ TEST_F(SystemChangesTest, AnUnchangedSecretInAnOpenFileIsNoNewOne) {
         "PWD@file=PATH instead; --open-secrets stores it all the same.");
 }
 
+// Only the suffixes that are followed say where a secret lies; behind any other stands the secret.
+TEST_F(SystemChangesTest, WhereASecretLiesIsNone) {
+    home_.putSystem("odbc.ini", "[Stock]\nDriver=/w.so\n");
+    const Configuration system = Configuration::read({Seen::system, Seen::system});
+    const ChangeWay way = wayTo(Scope::system);
+    struct Row {
+        const char* key;
+        bool isStored;
+    };
+    constexpr Row kRows[] = {{"PWD@file", true},  {"pwd@ENV", true}, {"Password@credential", true},
+                             {"PWD@home", false}, {"PWD@", false},   {"PWD@file@x", false},
+                             {"user@PWD", false}, {"@file", true}};
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(row.key);
+        EXPECT_EQ(told(setKeys(system, "Stock", {{row.key, "/run/x"}}, way).reason).empty(), row.isStored);
+    }
+}
+
 }  // namespace
 }  // namespace jx::model::test
