@@ -10,7 +10,7 @@ namespace jx::assist {
 bool hasSetupLibrary(HWND dialog, const std::string& driver) {
     constexpr const char* kTitle = "Setup Library";
     const model::Configuration configuration = model::Configuration::read();
-    const auto registered = configuration.driver(driver);
+    const auto& registered = configuration.driver(driver);
     const std::string general = trial::generalSetupLibrary();
     if (!registered || registered->setup || general.empty())
         return true;

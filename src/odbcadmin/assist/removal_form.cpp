@@ -37,7 +37,7 @@ void fill(HWND dialog, const std::string& driver) {
     const model::Configuration configuration = model::Configuration::read();
     JXW_SetDlgItemText(dialog, kRemovalDriver, ("Driver: " + driver).c_str());
     JXW_SetDlgItemText(dialog, kRemovalUsers, users(configuration, driver).c_str());
-    if (const auto registered = configuration.driver(driver)) {
+    if (const auto& registered = configuration.driver(driver)) {
         addFile(dialog, registered->library, "file");
         addFile(dialog, registered->setup, "file");
     }

@@ -27,7 +27,7 @@ model::Reason sort(const model::Configuration& configuration, const std::vector<
     if (names.empty())
         wanted.drivers = configuration.drivers();
     for (const std::string& name : names) {
-        if (const auto driver = configuration.driver(name))
+        if (const auto& driver = configuration.driver(name))
             wanted.drivers.push_back(*driver);
         else if (name.find('/') != std::string::npos)
             wanted.paths.push_back(name);

@@ -229,7 +229,7 @@ ExitCode setKeys(const Session& session, const Configuration& configuration, con
         return session.fail(reason);
     const SetupWork work{Action::configure, name, *attributes, "change data source " + name, *limit};
     const std::string driverName = configuration.dataSource(name)->driver;
-    const auto driver = configuration.driver(driverName);
+    const auto& driver = configuration.driver(driverName);
     Remarks remarks;
     const ChangeResult result = change(session, driver, line, work, remarks,
                                        [&] { return model::setKeys(configuration, name, *attributes, session.way()); });

@@ -27,7 +27,7 @@ struct Attributes {
 
 // The driver's name where it is registered, else the path that the section names.
 std::string driverOf(const Configuration& configuration, const DataSource& source) {
-    const auto named = configuration.driver(source.driver);
+    const auto& named = configuration.driver(source.driver);
     if (named)
         return named->name;
     for (const model::Registered& driver : configuration.drivers())

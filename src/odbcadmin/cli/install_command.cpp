@@ -140,6 +140,7 @@ Json jsonOf(const std::vector<model::Unfulfilled>& missing) {
 }
 
 // What the library made of the copies.
+// NOLINTNEXTLINE(bugprone-exception-escape): moving Json throws nothing
 struct Outcome {
     model::Reason trouble;  // why nobody knows
     std::vector<model::Unfulfilled> missing;

@@ -9,7 +9,7 @@ namespace jx::cli {
 namespace {
 
 const model::KnownDriver* knownOf(const model::Configuration& configuration, const std::string& driver) {
-    const auto registered = configuration.driver(driver);
+    const auto& registered = configuration.driver(driver);
     return registered && registered->library ? model::knownDriverOf(registered->library.text) : nullptr;
 }
 
@@ -29,11 +29,12 @@ std::vector<std::string> remarksOnNew(const model::Configuration& configuration,
                                       const model::Pairs& attributes) {
     std::vector<std::string> remarks = remarksOnKeys(configuration, driver, attributes);
     const model::KnownDriver* known = knownOf(configuration, driver);
+    if (known == nullptr)
+        return remarks;
     std::vector<std::string> given;
     for (const auto& [key, value] : attributes)
         given.push_back(key);
-    const std::vector<std::string> missing = known != nullptr ? missingKeys(*known, given) : std::vector<std::string>();
-    if (!missing.empty())
+    if (const std::vector<std::string> missing = missingKeys(*known, given); !missing.empty())
         remarks.push_back(known->name + "'s driver needs " + model::joined(missing) + " as well");
     return remarks;
 }

@@ -28,7 +28,7 @@ constexpr const char* kNoSetup = "Without --setup: enter no setup library, not e
 // The setup library to enter for a driver that would have none; empty when it has one, or is to have none. That of this
 // system is no library of an image.
 std::string missingSetup(const Session& session, const Configuration& configuration, const Line& line) {
-    const auto driver = configuration.driver(line.text("NAME"));
+    const auto& driver = configuration.driver(line.text("NAME"));
     const bool isOwn = driver && driver->file->scope == session.way().scope;
     const bool hasSetup = (isOwn && driver->setup) || !line.text("--setup").empty();
     return hasSetup || line.has("--no-setup") || !session.root.empty() ? "" : trial::generalSetupLibrary();
@@ -104,7 +104,7 @@ ChangeResult removeFollowers(const Session& session, const Followers& followers)
 ExitCode removeDriver(const Session& session, const Configuration& configuration, const Line& line) {
     const std::string name = line.text("NAME");
     const bool withDataSources = line.has("--with-dsns");
-    const auto driver = configuration.driver(name);
+    const auto& driver = configuration.driver(name);
     const bool isOwn = driver && driver->file->scope == session.way().scope;
     // A package's purge comes after its removal, when only the data sources are left.
     const bool isGone = line.has("--if-exists") && !driver;

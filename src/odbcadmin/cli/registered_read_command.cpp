@@ -86,7 +86,7 @@ ExitCode list(const Session& session, const Configuration& configuration, const 
 
 ExitCode showDriver(const Session& session, const Configuration& configuration, const Line& line) {
     const std::string name = line.text("NAME");
-    const auto driver = configuration.driver(name);
+    const auto& driver = configuration.driver(name);
     if (!driver)
         return session.fail(model::noneRegistered(configuration, model::kDriverKind, name));
     const std::vector<std::string> users = namesOf(configuration.dataSourcesOf(driver->name));

@@ -110,7 +110,7 @@ private:
     }
 
     void driverOf(const model::DataSource& source) {
-        const auto found = configuration_.driver(source.driver);
+        const auto& found = configuration_.driver(source.driver);
         if (!found) {
             subject_ = "driver " + source.driver;
             return bad("section", configuration_.file(FileKind::drivers).path, "no driver of that name",

@@ -92,7 +92,7 @@ std::string libraryFor(const DocumentEntry& source, const Surroundings& around) 
     if (entry != nullptr)
         return libraryOf(*entry);
     const Configuration& files = source.scope == Scope::user ? around.configuration : around.system;
-    const std::optional<Registered> driver = files.driver(source.driver);
+    const std::optional<Registered>& driver = files.driver(source.driver);
     return driver ? driver->library.text : std::string();
 }
 

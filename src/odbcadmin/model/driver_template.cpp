@@ -35,12 +35,12 @@ bool isDriver(const IniSection& section) {
 
 // Whether another file than the one that changes go to has it: a section here would hide that one.
 bool isElsewhere(const Configuration& configuration, const Registration& wish) {
-    const std::optional<Registered> present = configuration.driver(wish.name);
+    const std::optional<Registered>& present = configuration.driver(wish.name);
     return present && present->file != &configuration.file(FileKind::drivers) && present->library.text == wish.library;
 }
 
 Registration withoutKeysThere(const Configuration& configuration, Registration wish) {
-    const std::optional<Registered> present = configuration.driver(wish.name);
+    const std::optional<Registered>& present = configuration.driver(wish.name);
     if (!present)
         return wish;
     wish.name = present->name;
