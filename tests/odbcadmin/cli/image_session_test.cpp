@@ -160,11 +160,11 @@ $ odbcadmin --root image --home /home/anna -q paths
 ~/image/etc/odbc.ini
 ~/image/home/anna/.odbcinst.ini
 ~/image/etc/odbcinst.ini
-$ odbcadmin --root image --home /home/anna paths | head -4
+$ odbcadmin --root image --home /home/anna paths | head -4 | sed "s/$(id -un):$(id -gn)/OWNER/; s/by $(id -un)/by OWNER/"
 .odbc.ini (user)
-  * ~/image/home/anna/.odbc.ini      -rw------- root:root, read by root only  below the root ~/image
+  * ~/image/home/anna/.odbc.ini      -rw------- OWNER, read by OWNER only  below the root ~/image
 odbc.ini (system)
-  * ~/image/etc/odbc.ini             -rw-r--r-- root:root, read by everybody  below the root ~/image
+  * ~/image/etc/odbc.ini             -rw-r--r-- OWNER, read by everybody  below the root ~/image
 $ odbcadmin --root image dsn test Stock
 ! odbcadmin: dsn test works with the libraries of this system, not of another root
 !   odbcadmin lint --root looks at the files of an image.
