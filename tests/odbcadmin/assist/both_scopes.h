@@ -14,6 +14,7 @@
 #include "driver_folder.h"
 #include "odbcadmin/assist/assistant.h"
 #include "odbcadmin/assist/cut_list.h"
+#include "odbcadmin/model/text.h"
 #include "scripted_user.h"
 #include "test_home.h"
 
@@ -104,6 +105,11 @@ protected:
             EXPECT_EQ(::seteuid(0), 0);
         }
         std::filesystem::permissions(home_.systemPath(), std::filesystem::perms(0755));
+    }
+
+    // The command beside this program, as a word of a shell.
+    static std::string command() {
+        return model::shellWord(std::filesystem::read_symlink("/proc/self/exe").parent_path().string() + "/odbcadmin");
     }
 
     bool isUntouched() const {

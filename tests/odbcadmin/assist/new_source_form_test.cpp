@@ -105,8 +105,8 @@ TEST_F(NewSourceForm, WithoutTheRightItGivesTheCommandWithSudo) {
                 type(kSectionHidden, "geheim"), loseRights(), press(IDOK), press(IDCANCEL)},
                {IDOK});
     regainRights();
-    EXPECT_NE(boxes.at(0).find("/odbcadmin --system dsn add Web --driver Theirs 'PWD=********' (with the secret in "
-                               "place of the stars)"),
+    EXPECT_NE(boxes.at(0).find(command() + " --system dsn add Web --driver Theirs 'PWD=********' (with the secret in "
+                                           "place of the stars)"),
               std::string::npos)
         << boxes.at(0);
     EXPECT_TRUE(isUntouched());

@@ -144,15 +144,14 @@ TEST_F(SectionForm, WithoutTheRightEachCommandNamesTheFileAndGivesTheCommandWith
                                 press(JxDeleteDriverButton)},
                                {IDYES, IDOK, IDOK, IDOK, IDOK, IDOK, IDYES, IDOK});
     regainRights();
-    const std::string program = std::filesystem::read_symlink("/proc/self/exe").parent_path().string() + "/odbcadmin";
     const std::string begin = "Permission denied.\n\nRun it with the right to: sudo ODBCSYSINI=" + home_.systemPath() +
-                              " " + program + " --system ";
+                              " " + command() + " --system ";
     const auto holds = [&](std::size_t box, const std::string& text) {
         EXPECT_NE(boxes.at(box).find(begin + text), std::string::npos) << boxes.at(box);
     };
     holds(1, "dsn remove Stock|16");
     holds(2, "dsn set Stock 'Server=db 3'|16");
-    holds(3, "dsn set Stock 'PWD=********' && sudo ODBCSYSINI=" + home_.systemPath() + " " + program +
+    holds(3, "dsn set Stock 'PWD=********' && sudo ODBCSYSINI=" + home_.systemPath() + " " + command() +
                  " --system dsn unset Stock Server (with the secret in place of the stars)|16");
     holds(4, "dsn rename Stock Stores|48");
     holds(5, "dsn copy Stock Stores|48");
@@ -167,7 +166,7 @@ TEST_F(SectionForm, WithoutTheRightACopyForAllUsersNamesTheUsersHome) {
     const Lines boxes = manage(
         {loseRights(), key(6), type(kLineText, "Shop"), click(kCopyToSystem), press(IDOK), press(IDCANCEL)}, {IDOK});
     regainRights();
-    EXPECT_NE(boxes.at(0).find("/odbcadmin --home " + home_.path() + " dsn copy Sales Shop --to system|48"),
+    EXPECT_NE(boxes.at(0).find(" " + command() + " --home " + home_.path() + " dsn copy Sales Shop --to system|48"),
               std::string::npos)
         << boxes.at(0);
     EXPECT_TRUE(isUntouched());
