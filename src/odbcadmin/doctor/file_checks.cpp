@@ -20,6 +20,7 @@
 #include "odbcadmin/model/text.h"
 #include "odbcadmin/trial/owned_descriptor.h"
 #include "rules/secrets.h"
+#include "rules/sections.h"
 
 namespace jx::doctor {
 
@@ -132,13 +133,18 @@ private:
     std::unordered_map<std::string, bool> known_;
 };
 
+// What stands in a list are names, which may read like that of a secret.
 bool holdsSecret(const JxIniText* text) {
     SecretKeys keys;
+    bool isList = false;
     JxIniPiece piece;
-    for (std::size_t i = 0; jxIniPieceAt(text, i, &piece) != 0; ++i)
-        if (piece.kind == JxIniEntry && piece.value != nullptr &&
-            keys.holdIn({piece.name, piece.nameLength}, {piece.value, piece.valueLength}))
+    for (std::size_t i = 0; jxIniPieceAt(text, i, &piece) != 0; ++i) {
+        if (piece.kind == JxIniSection)
+            isList = rules::isListSection({piece.name, piece.nameLength});
+        else if (!isList && piece.kind == JxIniEntry && piece.value != nullptr &&
+                 keys.holdIn({piece.name, piece.nameLength}, {piece.value, piece.valueLength}))
             return true;
+    }
     return false;
 }
 

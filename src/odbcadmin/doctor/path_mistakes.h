@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "odbcadmin/doctor/checks.h"
 #include "odbcadmin/doctor/loader_places.h"
@@ -18,7 +19,7 @@ struct Wrapping {
 };
 
 // Quotes, the braces of connection strings, a comment behind the value.
-std::optional<Wrapping> wrappingOf(const std::string& value);
+std::optional<Wrapping> wrappingOf(std::string_view value);
 
 struct PathMistake {
     const Check* check;

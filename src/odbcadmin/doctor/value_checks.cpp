@@ -35,7 +35,7 @@ void checkValues(const model::DataSource& source, const Subject& subject) {
     if (source.section == nullptr)
         return;
     for (const model::IniEntry& entry : source.section->entries) {
-        const auto wrapping = isLookedAt(entry.key) ? wrappingOf(std::string(entry.value)) : std::nullopt;
+        const auto wrapping = isLookedAt(entry.key) ? wrappingOf(entry.value) : std::nullopt;
         if (wrapping)
             tellWrapping(source, entry, *wrapping, subject);
     }

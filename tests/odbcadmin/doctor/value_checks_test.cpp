@@ -102,6 +102,19 @@ TEST(SyntaxOfOtherSystems, AFileInUtf16IsToldOnce) {
             "  Save it as UTF-8; this prints it so: iconv -f UTF-16 -t UTF-8 x\n");
 }
 
+TEST(SecretsOfFiles, NamesInAListAreNone) {
+    const DoctorHome home;
+    const auto told = [&](const std::string& text) {
+        home.put(".odbc.ini", text);
+        ::chmod(home.file(".odbc.ini").c_str(), 0644);
+        return home.dump(checkFiles(model::configPlaces(home.file("etc")))).find("files.password-open") !=
+               std::string::npos;
+    };
+    EXPECT_FALSE(told("[ODBC Data Sources]\nPassword=Some driver\nPIN=Other\n[Password]\nDriver=/x.so\n"));
+    EXPECT_TRUE(told("[ODBC Data Sources]\nSales=Some driver\n[Sales]\nPassword=geheim\n"));
+    EXPECT_TRUE(told("[ODBC Data Sources]\nSales=Some driver\n[ODBC]\nProxyPassword=geheim\n"));
+}
+
 TEST(FilesOfOthers, ADirectoryThatAVariableNamesIsNotToBeMovedAway) {
     const DoctorHome home;
     ::setenv("ODBCINI", home.path().c_str(), 1);
