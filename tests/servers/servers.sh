@@ -126,3 +126,12 @@ look_ups() { # expected command...
         return 1
     }
 }
+
+# The doctor says that about the data source.
+says() { # identifier data-source
+    admin doctor "$2" >"$work/said" 2>&1 || :
+    grep -q "^[a-z]* $1 " "$work/said" || {
+        cat "$work/said"
+        return 1
+    }
+}

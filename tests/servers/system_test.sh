@@ -31,13 +31,6 @@ check "the doctor finds no error" admin doctor Stock
 # ---- what goes wrong ----
 cp "$ODBCSYSINI/odbc.ini" "$work/good.odbc.ini"
 cp "$ODBCSYSINI/odbcinst.ini" "$work/good.odbcinst.ini"
-says() { # identifier
-    admin doctor Stock >"$work/said" 2>&1 || :
-    grep -q "^[a-z]* $1 " "$work/said" || {
-        cat "$work/said"
-        return 1
-    }
-}
 broken() { # what identifier command...
     local what=$1 id=$2
     shift 2
@@ -45,7 +38,7 @@ broken() { # what identifier command...
     cp "$work/good.odbcinst.ini" "$ODBCSYSINI/odbcinst.ini"
     rm -f "$HOME/.odbc.ini" "$HOME/.odbcinst.ini"
     "$@"
-    check "$what: $id" says "$id"
+    check "$what: $id" says "$id" Stock
 }
 in_sources() { sed -i "$1" "$ODBCSYSINI/odbc.ini"; }
 in_drivers() { sed -i "$1" "$ODBCSYSINI/odbcinst.ini"; }

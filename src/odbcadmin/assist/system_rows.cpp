@@ -19,32 +19,38 @@ std::vector<std::string> markedRows(const std::vector<std::string>& rows) {
     return {std::find_if(rows.begin(), rows.end(), isMarked), rows.end()};
 }
 
+// The rows of what the system's file has. rowsOf gets the user's configuration and the system's.
+template <class RowsOf>
+std::vector<std::string> rowsOfSystem(model::FileKind kind, RowsOf rowsOf) {
+    if (model::isOneFile(kind))
+        return {};
+    return rowsOf(configurationOf(model::Scope::user), configurationOf(model::Scope::system));
+}
+
+// own: what the user has of the same name, if anything.
+template <class Own>
+std::string markedRow(const std::string& row, const Own& own) {
+    return withSystemMark(row, own && own->header ? Shadowed::yes : Shadowed::no);
+}
+
 }  // namespace
 
 std::vector<std::string> systemSourceRows() {
-    std::vector<std::string> rows;
-    if (model::isOneFile(model::FileKind::dataSources))
+    return rowsOfSystem(model::FileKind::dataSources, [](const auto& user, const auto& system) {
+        std::vector<std::string> rows;
+        for (const model::DataSource& source : system.dataSources())
+            rows.push_back(markedRow(rowOf(source), user.dataSource(source.name)));
         return rows;
-    const model::Configuration user = configurationOf(model::Scope::user);
-    const model::Configuration system = configurationOf(model::Scope::system);
-    for (const model::DataSource& source : system.dataSources()) {
-        const auto own = user.dataSource(source.name);
-        rows.push_back(withSystemMark(rowOf(source), own && own->header ? Shadowed::yes : Shadowed::no));
-    }
-    return rows;
+    });
 }
 
 std::vector<std::string> systemDriverRows() {
-    std::vector<std::string> rows;
-    if (model::isOneFile(model::FileKind::drivers))
+    return rowsOfSystem(model::FileKind::drivers, [](const auto& user, const auto& system) {
+        std::vector<std::string> rows;
+        for (const model::Registered& driver : system.drivers())
+            rows.push_back(markedRow(driver.name, user.driver(driver.name)));
         return rows;
-    const model::Configuration user = configurationOf(model::Scope::user);
-    const model::Configuration system = configurationOf(model::Scope::system);
-    for (const model::Registered& driver : system.drivers()) {
-        const auto& own = user.driver(driver.name);
-        rows.push_back(withSystemMark(driver.name, own && own->header ? Shadowed::yes : Shadowed::no));
-    }
-    return rows;
+    });
 }
 
 void putSystemRows(HWND dialog, unsigned short list, const std::vector<std::string>& rows) {

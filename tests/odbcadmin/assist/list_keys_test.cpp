@@ -2,67 +2,21 @@
 #include "odbcadmin/assist/list_keys.h"
 
 #include <control_ids.h>
-#include <gtest/gtest.h>
-#include <odbcinst.h>
 
 #include <array>
 #include <filesystem>
 
 #include "dialog_dump.h"
-#include "driver_folder.h"
-#include "odbcadmin/assist/assistant.h"
-#include "odbcadmin/assist/cut_list.h"
+#include "list_dialogs.h"
 #include "odbcadmin/assist/forms.h"
 #include "odbcadmin/assist/lists.h"
-#include "scripted_user.h"
-#include "test_home.h"
 
 namespace jx::assist::test {
 namespace {
 
-using jx::test::Action, jx::test::call, jx::test::press, jx::test::ScriptedUser, jx::test::selectRow, jx::test::type;
-
-using Lines = std::vector<std::string>;
-
-class ListKeys : public testing::Test {
+class ListKeys : public ListDialogs {
 protected:
-    ListKeys() {
-        home_.put(".odbcinst.ini", "[ODBC Drivers]\nMine=Installed\n[Mine]\nDriver=" + folder_.driver() +
-                                       "\nSetup=" JX_SETUP_LIBRARY "\n");
-        home_.put(".odbc.ini", kSources);
-    }
-
-    Action key(int number) {
-        return call([this, number](HWND dialog) {
-            for (const FunctionKey& each : assistant_.functionKeys(dialog))
-                if (each.number == number)
-                    told_.push_back(each.press(dialog));
-        });
-    }
-
-    Action open() {
-        return call([this](HWND dialog) { assistant_.opened(dialog); });
-    }
-
-    // Notes the rows of the list in front, the selected one behind ">".
-    Action see() {
-        return call([this](HWND dialog) {
-            JxwControlInfo list{};
-            std::string rows;
-            for (int index = 0; JXW_GetControlInfo(dialog, index, &list) != 0; ++index)
-                for (int row = 0; list.kind == JXW_LISTBOX && row < list.rowCount; ++row)
-                    rows += (row == list.selection ? ">" : " ") + std::string(JXW_GetRow(dialog, index, row)) + "\n";
-            seen_.push_back(rows);
-        });
-    }
-
-    Lines manage(std::initializer_list<Action> actions, std::initializer_list<unsigned int> answers = {}) {
-        ScriptedUser user(actions, answers);
-        SQLManageDataSources(0);
-        EXPECT_EQ(user.actionsLeft(), 0U);
-        EXPECT_EQ(user.answersLeft(), 0U);
-        return user.boxes;
-    }
+    ListKeys() : ListDialogs(kSources) {}
 
     std::vector<int> numbersAfter(const Action& way) {
         std::vector<int> numbers;
@@ -76,10 +30,6 @@ protected:
     static constexpr const char* kSources =
         "[ODBC Data Sources]\nSales=Mine\nRefuse=Mine\n[Sales]\nDriver=Mine\nServer=db1\nPWD=geheim\n[Refuse]\nDriver="
         "Mine\nPWD=geheim\n";
-    jx::test::TestHome home_;
-    jx::test::DriverFolder folder_{home_};
-    Assistant assistant_;
-    Lines told_, seen_;
 };
 
 TEST_F(ListKeys, AreThoseThatMeanSomethingInTheDialog) {

@@ -11,17 +11,13 @@
 namespace jx::assist::test {
 namespace {
 
-using jx::test::call, jx::test::click, jx::test::doubleClick, jx::test::press, jx::test::selectRow, jx::test::type;
-
-using Lines = std::vector<std::string>;
-
 class NewSourceForm : public BothScopes {
 protected:
     static constexpr int kTheirs = 1;  // row of the system's driver among those for a new data source
 
-    static jx::test::Action theirs() { return doubleClick(JxAddDataSourceList, kTheirs); }
+    static Action theirs() { return doubleClick(JxAddDataSourceList, kTheirs); }
 
-    jx::test::Action keySays() {
+    Action keySays() {
         return call([this](HWND dialog) {
             std::string whole(512, '\0');
             whole.resize(static_cast<std::size_t>(

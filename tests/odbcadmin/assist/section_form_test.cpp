@@ -12,13 +12,9 @@
 namespace jx::assist::test {
 namespace {
 
-using jx::test::call, jx::test::click, jx::test::doubleClick, jx::test::press, jx::test::selectRow, jx::test::type;
-
-using Lines = std::vector<std::string>;
-
 class SectionForm : public BothScopes {
 protected:
-    jx::test::Action text(unsigned short control) {
+    Action text(unsigned short control) {
         return call([this, control](HWND dialog) {
             std::string whole(512, '\0');
             whole.resize(static_cast<std::size_t>(
@@ -27,7 +23,7 @@ protected:
         });
     }
 
-    jx::test::Action setUp(int row) { return doubleClick(JxDataSourcesList, row); }
+    Action setUp(int row) { return doubleClick(JxDataSourcesList, row); }
 };
 
 TEST_F(SectionForm, StoresWhatIsChangedAddedAndRemovedInOneChangeOfTheSystemsFile) {

@@ -14,10 +14,6 @@
 namespace jx::assist::test {
 namespace {
 
-using jx::test::call, jx::test::click, jx::test::press, jx::test::selectRow, jx::test::type;
-
-using Lines = std::vector<std::string>;
-
 class SystemRows : public BothScopes {};
 
 TEST_F(SystemRows, StandBehindTheUsersWithAMark) {
