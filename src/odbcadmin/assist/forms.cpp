@@ -5,6 +5,11 @@
 #include <jxtemplate.h>
 #include <jxwindow.h>
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <iterator>
+
 #include "rules/names.h"
 
 namespace jx::assist {
@@ -83,31 +88,8 @@ constexpr JxwControl kCopy[] = {{JXW_LABEL, kLineAbout, 8, 8, 224, 8, "", 0},
                                 {JXW_BUTTON, IDCANCEL, 164, 56, 68, 14, "Cancel", 0},
                                 kEnd};
 
-constexpr JxwControl kSection[] = {{JXW_LABEL, kSectionWhere, 8, 8, 264, 16, "", JXW_PLAIN},
-                                   {JXW_LABEL, 0, 8, 32, 184, 8, "&Keys and values:", 0},
-                                   {JXW_LISTBOX, kSectionList, 8, 40, 184, 64, nullptr, 0},
-                                   {JXW_BUTTON, kSectionSet, 204, 40, 68, 14, "&Set", 0},
-                                   {JXW_BUTTON, kSectionRemove, 204, 56, 68, 14, "&Remove", JXW_GREY},
-                                   {JXW_LABEL, 0, 8, 112, 60, 8, "K&ey:", 0},
-                                   {JXW_EDIT, kSectionKey, 72, 112, 120, 12, nullptr, 0},
-                                   {JXW_LABEL, 0, 8, 128, 60, 8, "&Value:", 0},
-                                   {JXW_EDIT, kSectionValue, 72, 128, 120, 12, nullptr, 0},
-                                   {JXW_LABEL, 0, 8, 144, 60, 8, "&Hidden value:", 0},
-                                   {JXW_EDIT, kSectionHidden, 72, 144, 120, 12, nullptr, JXW_PASSWORD | JXW_GREY},
-                                   {JXW_BUTTON, IDOK, 204, 112, 68, 14, "OK", JXW_DEFAULT},
-                                   {JXW_BUTTON, IDCANCEL, 204, 128, 68, 14, "Cancel", 0},
-                                   kEnd};
-
-constexpr JxwControl kNewSource[] = {{JXW_LABEL, 0, 8, 8, 60, 8, "&Name:", 0},
-                                     {JXW_EDIT, kNewName, 72, 8, 120, 12, nullptr, 0},
-                                     {JXW_RADIO, kNewForUser, 204, 8, 72, 8, "For &you alone", 0},
-                                     {JXW_RADIO, kNewForSystem, 204, 24, 72, 8, "For &all users", 0},
-                                     {JXW_LABEL, kNewKeySays, 8, 24, 184, 16, "", JXW_PLAIN},
-                                     {JXW_LABEL, 0, 8, 40, 184, 8, "&Keys and values:", 0},
-                                     {JXW_LISTBOX, kSectionList, 8, 48, 184, 56, nullptr, 0},
-                                     {JXW_BUTTON, kSectionSet, 204, 48, 68, 14, "&Set", 0},
-                                     {JXW_BUTTON, kSectionRemove, 204, 64, 68, 14, "&Remove", JXW_GREY},
-                                     {JXW_LABEL, 0, 8, 112, 60, 8, "K&ey:", 0},
+// What stands below the list of keys in both dialogs that edit them.
+constexpr JxwControl kKeyFields[] = {{JXW_LABEL, 0, 8, 112, 60, 8, "K&ey:", 0},
                                      {JXW_EDIT, kSectionKey, 72, 112, 120, 12, nullptr, 0},
                                      {JXW_LABEL, 0, 8, 128, 60, 8, "&Value:", 0},
                                      {JXW_EDIT, kSectionValue, 72, 128, 120, 12, nullptr, 0},
@@ -117,6 +99,33 @@ constexpr JxwControl kNewSource[] = {{JXW_LABEL, 0, 8, 8, 60, 8, "&Name:", 0},
                                      {JXW_BUTTON, IDCANCEL, 204, 128, 68, 14, "Cancel", 0},
                                      kEnd};
 
+template <std::size_t First, std::size_t Rest>
+constexpr std::array<JxwControl, First + Rest> followedBy(const JxwControl (&first)[First],
+                                                          const JxwControl (&rest)[Rest]) {
+    std::array<JxwControl, First + Rest> all{};
+    std::copy(std::begin(first), std::end(first), all.begin());
+    std::copy(std::begin(rest), std::end(rest), all.begin() + First);
+    return all;
+}
+
+constexpr JxwControl kSectionTop[] = {{JXW_LABEL, kSectionWhere, 8, 8, 264, 16, "", JXW_PLAIN},
+                                      {JXW_LABEL, 0, 8, 32, 184, 8, "&Keys and values:", 0},
+                                      {JXW_LISTBOX, kSectionList, 8, 40, 184, 64, nullptr, 0},
+                                      {JXW_BUTTON, kSectionSet, 204, 40, 68, 14, "&Set", 0},
+                                      {JXW_BUTTON, kSectionRemove, 204, 56, 68, 14, "&Remove", JXW_GREY}};
+constexpr auto kSection = followedBy(kSectionTop, kKeyFields);
+
+constexpr JxwControl kNewSourceTop[] = {{JXW_LABEL, 0, 8, 8, 60, 8, "&Name:", 0},
+                                        {JXW_EDIT, kNewName, 72, 8, 120, 12, nullptr, 0},
+                                        {JXW_RADIO, kNewForUser, 204, 8, 72, 8, "For &you alone", 0},
+                                        {JXW_RADIO, kNewForSystem, 204, 24, 72, 8, "For &all users", 0},
+                                        {JXW_LABEL, kNewKeySays, 8, 24, 184, 16, "", JXW_PLAIN},
+                                        {JXW_LABEL, 0, 8, 40, 184, 8, "&Keys and values:", 0},
+                                        {JXW_LISTBOX, kSectionList, 8, 48, 184, 56, nullptr, 0},
+                                        {JXW_BUTTON, kSectionSet, 204, 48, 68, 14, "&Set", 0},
+                                        {JXW_BUTTON, kSectionRemove, 204, 64, 68, 14, "&Remove", JXW_GREY}};
+constexpr auto kNewSource = followedBy(kNewSourceTop, kKeyFields);
+
 constexpr JxwTemplate kTemplates[] = {{kFormDialog, "Register a Driver", 280, 140, kRegistration},
                                       {kRemovalForm, "Remove a Driver", 280, 124, kRemoval},
                                       {kSourcesForm, "All Data Sources", 280, 136, kSources},
@@ -125,8 +134,8 @@ constexpr JxwTemplate kTemplates[] = {{kFormDialog, "Register a Driver", 280, 14
                                       {kFilesForm, "Choose a File", 280, 140, kFiles},
                                       {kFilterForm, "What Is Shown", 240, 76, kFilter},
                                       {kCopyForm, "Copy a Data Source", 240, 76, kCopy},
-                                      {kSectionForm, "Data Source of the System", 280, 160, kSection},
-                                      {kNewSourceForm, "New Data Source", 280, 160, kNewSource},
+                                      {kSectionForm, "Data Source of the System", 280, 160, kSection.data()},
+                                      {kNewSourceForm, "New Data Source", 280, 160, kNewSource.data()},
                                       {0, nullptr, 0, 0, nullptr}};
 
 }  // namespace
